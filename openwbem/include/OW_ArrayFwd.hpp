@@ -1,0 +1,11 @@
+#ifndef OW_ARRAY_FWD_HPP_INCLUDED
+#define OW_ARRAY_FWD_HPP_INCLUDED
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+template <class T>
+class Array;
+
+} // namespace OpenWBEM
+#endif

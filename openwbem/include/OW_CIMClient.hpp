@@ -1,0 +1,55 @@
+#ifndef OW_CIMCLIENT_HPP_INCLUDED
+#define OW_CIMCLIENT_HPP_INCLUDED
+#include "OW_CIMFwd.hpp"
+#include "OW_ClientAuthCBIFC.hpp"
+#include "OW_Exception.hpp"
+#include "OW_String.hpp"
+#include "OW_WBEMFlags.hpp"
+#include <memory>
+
+namespace OpenWBEM {
+
+/**
+ * Client of one object manager. Connects on the first request, keeps the connection and opens a new one when
+ * it finds it broken. Copies share the connection. One thread at a time may use a client and its copies.
+ *
+ * Requests throw CIMException for an error of the object manager, SocketException when it cannot be reached,
+ * HTTPException when it refuses the request, IOException when its reply cannot be read. The
+ * client stays usable after any of them.
+ */
+class OW_CLIENT_API CIMClient {
+public:
+    /**
+     * Connects nothing yet.
+     *
+     * @param url where the object manager listens; MalformedURLException and others when it cannot be used
+     * @param ns namespace of the requests; leading slashes do not matter
+     * @param authCB asked for credentials; none by default
+     */
+    CIMClient(const String& url, const String& ns, const ClientAuthCBIFCRef& authCB = ClientAuthCBIFCRef());
+
+    void setNameSpace(const String& ns);
+    /** The namespace as it was given. */
+    String getNameSpace() const;
+
+    /**
+     * All instances of a class, read and decoded to the end before this returns: it delivers the whole
+     * enumeration or throws. A connection that the peer has closed since the last request is opened again
+     * and the request sent once more.
+     *
+     * @param propertyList names of the properties wanted, all when null
+     */
+    CIMInstanceEnumeration
+    enumInstancesE(const String& className, WBEMFlags::EDeepFlag deep = WBEMFlags::E_DEEP,
+                   WBEMFlags::ELocalOnlyFlag localOnly = WBEMFlags::E_NOT_LOCAL_ONLY,
+                   WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
+                   WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
+                   const StringArray* propertyList = nullptr);
+
+private:
+    class Impl;
+    std::shared_ptr<Impl> m_impl;
+};
+
+} // namespace OpenWBEM
+#endif

@@ -1,0 +1,76 @@
+#ifndef OW_CIMDATATYPE_HPP_INCLUDED
+#define OW_CIMDATATYPE_HPP_INCLUDED
+#include "OW_CIMBase.hpp"
+#include "OW_CIMNULL.hpp"
+#include "OW_CIMName.hpp"
+#include "OW_Types.hpp"
+#include "detail/OW_SafeBool.hpp"
+
+namespace OpenWBEM {
+
+/** Declared type of a property: the element type, whether it is an array, the class of a reference. */
+class OW_COMMON_API CIMDataType : public CIMBase {
+public:
+    /** Numbers as they go over the wire. INVALID also means "of any type" where a type selects. */
+    enum Type {
+        CIMNULL = 0,
+        UINT8 = 1,
+        SINT8 = 2,
+        UINT16 = 3,
+        SINT16 = 4,
+        UINT32 = 5,
+        SINT32 = 6,
+        UINT64 = 7,
+        SINT64 = 8,
+        STRING = 9,
+        BOOLEAN = 10,
+        REAL32 = 11,
+        REAL64 = 12,
+        DATETIME = 13,
+        CHAR16 = 14,
+        REFERENCE = 15,
+        EMBEDDEDCLASS = 16,
+        EMBEDDEDINSTANCE = 17,
+        MAXDATATYPE = 18,
+        INVALID = 99
+    };
+    enum { SIZE_SINGLE = 0, SIZE_UNLIMITED = 1, SIZE_LIMITED = 2 };
+
+    /** Type CIMNULL, not a null handle. */
+    CIMDataType();
+    explicit CIMDataType(CIMNULL_t);
+    CIMDataType(Type type);
+    /** An array of up to arraySize elements; a size below 1 means any number. */
+    CIMDataType(Type type, Int32 arraySize);
+    /** A reference to objects of a class. */
+    explicit CIMDataType(const CIMName& refClass);
+
+    Type getType() const { return m_type; }
+    bool isArrayType() const { return m_sizeRange != SIZE_SINGLE; }
+    bool isReferenceType() const { return m_type == REFERENCE; }
+    /** 1 for a single value, the greatest number of elements for a limited array, -1 for an unlimited one. */
+    Int32 getSize() const { return m_size; }
+    String getRefClassName() const { return m_refClass.toString(); }
+
+    /** Whether element type and arrayness are the same. */
+    bool equals(const CIMDataType& other) const;
+    void setNull() override;
+    /** CIM name of the element type, as in "uint16". */
+    String toString() const override;
+
+    /** Null for a null handle and for the types CIMNULL and INVALID. */
+    operator detail::SafeBool() const { return detail::safeBool(isSet()); }
+    bool operator!() const { return !isSet(); }
+
+private:
+    friend struct ObjectAccess;
+    bool isSet() const { return m_type != CIMNULL && m_type != INVALID; }
+
+    Type m_type;
+    Int32 m_size;
+    Int32 m_sizeRange;
+    CIMName m_refClass;
+};
+
+} // namespace OpenWBEM
+#endif

@@ -1,0 +1,28 @@
+#ifndef OW_CIMFWD_HPP_INCLUDED
+#define OW_CIMFWD_HPP_INCLUDED
+#include "OW_CommonFwd.hpp"
+
+namespace OpenWBEM {
+
+class CIMBase;
+class CIMElement;
+class CIMName;
+class CIMDataType;
+class CIMDateTime;
+class CIMValue;
+class CIMProperty;
+class CIMInstance;
+class CIMObjectPath;
+
+typedef Array<CIMName> CIMNameArray;
+typedef Array<CIMDataType> CIMDataTypeArray;
+typedef Array<CIMDateTime> CIMDateTimeArray;
+typedef Array<CIMValue> CIMValueArray;
+typedef Array<CIMProperty> CIMPropertyArray;
+typedef Array<CIMInstance> CIMInstanceArray;
+typedef Array<CIMObjectPath> CIMObjectPathArray;
+
+typedef Enumeration<CIMInstance> CIMInstanceEnumeration;
+
+} // namespace OpenWBEM
+#endif

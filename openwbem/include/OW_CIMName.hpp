@@ -1,0 +1,35 @@
+#ifndef OW_CIMNAME_HPP_INCLUDED
+#define OW_CIMNAME_HPP_INCLUDED
+#include "OW_String.hpp"
+#include "detail/OW_SafeBool.hpp"
+
+namespace OpenWBEM {
+
+/** Name of a CIM element: keeps its spelling, compares without regard to case. */
+class OW_COMMON_API CIMName {
+public:
+    CIMName() = default;
+    CIMName(const String& name)
+        : m_name(name) {}
+    /** A null pointer gives the empty name. */
+    CIMName(const char* name)
+        : m_name(name) {}
+
+    String toString() const { return m_name; }
+    /** Whether the name is not empty. */
+    bool isValid() const { return !m_name.empty(); }
+    operator detail::SafeBool() const { return detail::safeBool(isValid()); }
+    bool operator!() const { return !isValid(); }
+
+    friend bool operator==(const CIMName& a, const CIMName& b) { return a.m_name.equalsIgnoreCase(b.m_name); }
+    friend bool operator!=(const CIMName& a, const CIMName& b) { return !(a == b); }
+    friend bool operator<(const CIMName& a, const CIMName& b) {
+        return a.m_name.compareToIgnoreCase(b.m_name) < 0;
+    }
+
+private:
+    String m_name;
+};
+
+} // namespace OpenWBEM
+#endif

@@ -1,0 +1,53 @@
+#ifndef OW_CIMPROPERTY_HPP_INCLUDED
+#define OW_CIMPROPERTY_HPP_INCLUDED
+#include "OW_CIMDataType.hpp"
+#include "OW_CIMElement.hpp"
+#include "OW_CIMName.hpp"
+#include "OW_CIMValue.hpp"
+#include "detail/OW_Shared.hpp"
+
+namespace OpenWBEM {
+
+/** A property: name, declared type and value, which may be null. Copies share the data; the handle may be
+ * null. */
+class OW_COMMON_API CIMProperty : public CIMElement {
+public:
+    struct Data;
+
+    /** No name, no type, no value; not a null handle. */
+    CIMProperty();
+    explicit CIMProperty(CIMNULL_t);
+    explicit CIMProperty(const CIMName& name);
+    explicit CIMProperty(const char* name);
+    /** Declared with the type of the value, which must not be null. */
+    CIMProperty(const CIMName& name, const CIMValue& value);
+    /** Without a value. */
+    CIMProperty(const CIMName& name, const CIMDataType& type);
+    CIMProperty(const CIMProperty&);
+    CIMProperty(CIMProperty&&) noexcept;
+    CIMProperty& operator=(const CIMProperty&);
+    CIMProperty& operator=(CIMProperty&&) noexcept;
+    ~CIMProperty() override;
+
+    String getName() const override;
+    void setName(const CIMName& name) override;
+    /** The value; the null value when there is none. */
+    CIMValue getValue() const;
+    /** The value; NULLValueException when there is none. */
+    CIMValue getValueT() const;
+    CIMDataType getDataType() const;
+
+    void setNull() override;
+    /** `<type>:<name>=<value>`, the value "null" when there is none. */
+    String toString() const override;
+
+    operator detail::SafeBool() const { return detail::safeBool(static_cast<bool>(m_data)); }
+    bool operator!() const { return !m_data; }
+
+private:
+    friend struct ObjectAccess;
+    detail::Shared<Data> m_data;
+};
+
+} // namespace OpenWBEM
+#endif

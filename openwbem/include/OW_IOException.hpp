@@ -1,0 +1,10 @@
+#ifndef OW_IO_EXCEPTION_HPP_INCLUDED
+#define OW_IO_EXCEPTION_HPP_INCLUDED
+#include "OW_Exception.hpp"
+
+namespace OpenWBEM {
+
+/** A reply could not be read or decoded, or the object manager reported an error without a CIM code. */
+OW_DECLARE_EXCEPTION(IO)
+} // namespace OpenWBEM
+#endif

@@ -1,0 +1,20 @@
+#ifndef OW_TYPES_HPP_INCLUDED
+#define OW_TYPES_HPP_INCLUDED
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/** The numeric types of CIM (DSP0004, intrinsic data types). */
+typedef unsigned char UInt8;
+typedef signed char Int8;
+typedef unsigned short UInt16;
+typedef short Int16;
+typedef unsigned int UInt32;
+typedef int Int32;
+typedef unsigned long long UInt64;
+typedef long long Int64;
+typedef float Real32;
+typedef double Real64;
+
+} // namespace OpenWBEM
+#endif

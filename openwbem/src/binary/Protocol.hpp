@@ -1,0 +1,47 @@
+#ifndef OPENWBEM_BINARY_PROTOCOL_HPP_INCLUDED
+#define OPENWBEM_BINARY_PROTOCOL_HPP_INCLUDED
+// Numbers of the binary protocol. A request is a version, an operation and its arguments; a reply is a result
+// and, for Result::ok, what the operation returns. Numbers are big-endian.
+
+#include "OW_Types.hpp"
+
+namespace OpenWBEM {
+namespace binary {
+
+const UInt32 version = 3000008;       // written by every client
+const UInt32 lowestVersion = 3000007; // of a request that an object manager understands
+
+enum class Operation : UInt8 { enumerateInstances = 25 };
+
+enum class Result : UInt8 { ok = 0, error = 1, exception = 2 };
+
+// The byte that opens each object. The lower-case forms are followed by a version.
+namespace sig {
+const UInt8 instance = 'I';
+const UInt8 versionedInstance = 'i';
+const UInt8 property = 'R';
+const UInt8 dataType = 'D';
+const UInt8 value = 'V';
+const UInt8 objectPath = 'O';
+const UInt8 nameSpace = 'N';
+const UInt8 url = 'U';
+const UInt8 qualifier = 'Q';
+const UInt8 versionedQualifier = 'q';
+const UInt8 qualifierType = 'T';
+const UInt8 boolean = 'h';
+const UInt8 string = 'j';
+const UInt8 stringArray = 'k';
+const UInt8 instanceEnumeration = 'o';
+const UInt8 endOfInstances = 0x98; // stands twice at the end of an instance enumeration
+} // namespace sig
+
+const UInt32 instanceVersion = 1;        // written
+const UInt32 highestInstanceVersion = 2; // read; version 2 ends with a namespace
+const UInt32 highestQualifierVersion = 1;
+
+// Objects may hold objects; deeper nesting than this is refused, so that no reply can exhaust the stack.
+const unsigned maximumDepth = 64;
+
+} // namespace binary
+} // namespace OpenWBEM
+#endif

@@ -1,0 +1,69 @@
+#include "OW_URL.hpp"
+
+#include <algorithm>
+#include <cctype>
+#include <string>
+
+namespace OpenWBEM {
+namespace {
+
+// Cuts text at the first mark and returns what stood behind it; text keeps all when there is no mark.
+std::string cutBehind(std::string& text, const std::string& mark) {
+    const std::size_t at = text.find(mark);
+    if (at == std::string::npos)
+        return std::string();
+    std::string behind = text.substr(at + mark.size());
+    text.resize(at);
+    return behind;
+}
+
+// Cuts text up to and including the first mark and returns what stood before it; "" when there is no mark.
+std::string cutBefore(std::string& text, const std::string& mark) {
+    const std::size_t at = text.find(mark);
+    if (at == std::string::npos)
+        return std::string();
+    std::string before = text.substr(0, at);
+    text.erase(0, at + mark.size());
+    return before;
+}
+
+std::string trimmed(const std::string& text) {
+    const char* const blanks = " \t\n\v\f\r";
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string::npos)
+        return std::string();
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+String toOwn(const std::string& text) {
+    return String(text.data(), text.size());
+}
+
+} // namespace
+
+URL::URL(const String& text) {
+    std::string rest = trimmed(text.c_str());
+    std::string schemeText = cutBefore(rest, "://");
+    std::transform(schemeText.begin(), schemeText.end(), schemeText.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    std::string user = cutBefore(rest, "@");
+    std::string path = cutBehind(rest, "/");
+    const std::string model = cutBehind(path, "/:");
+    std::string portText = cutBehind(rest, ":");
+    const std::string password = cutBehind(user, ":");
+    if (rest.empty()) {
+        const std::string message = std::string("Invalid URL: ") + text.c_str();
+        OW_THROW(MalformedURLException, message.c_str());
+    }
+
+    scheme = schemeText.empty() ? String("http") : toOwn(schemeText);
+    principal = toOwn(user);
+    credential = toOwn(password);
+    host = toOwn(rest);
+    const bool tls = scheme.endsWith("s");
+    port = portText.empty() ? String(tls ? "5989" : "5988") : toOwn(portText);
+    nameSpace = toOwn(path);
+    modelPath = toOwn(model);
+}
+
+} // namespace OpenWBEM

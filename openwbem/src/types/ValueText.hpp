@@ -1,0 +1,45 @@
+#ifndef OPENWBEM_VALUE_TEXT_HPP_INCLUDED
+#define OPENWBEM_VALUE_TEXT_HPP_INCLUDED
+#include "OW_CIMFwd.hpp"
+#include "OW_Types.hpp"
+
+#include <string>
+
+namespace OpenWBEM {
+
+/** Appends the text of one value, as CIMValue::toString() gives it. Independent of the locale. */
+void appendText(std::string& text, Bool value);
+void appendText(std::string& text, Int8 value);
+void appendText(std::string& text, UInt8 value);
+void appendText(std::string& text, Int16 value);
+void appendText(std::string& text, UInt16 value);
+void appendText(std::string& text, Int32 value);
+void appendText(std::string& text, UInt32 value);
+void appendText(std::string& text, Int64 value);
+void appendText(std::string& text, UInt64 value);
+/** Six significant digits. */
+void appendText(std::string& text, Real32 value);
+void appendText(std::string& text, Real64 value);
+/** One byte, the low half of the code; nothing when it is 0. */
+void appendText(std::string& text, const Char16& value);
+void appendText(std::string& text, const String& value);
+void appendText(std::string& text, const CIMDateTime& value);
+void appendText(std::string& text, const CIMObjectPath& value);
+void appendText(std::string& text, const CIMInstance& value);
+
+/** Appends one element of an array: as a single value, but a char16 in UTF-8. */
+void appendElementText(std::string& text, const Char16& value);
+template <class T>
+void appendElementText(std::string& text, const T& value) {
+    appendText(text, value);
+}
+
+/** Appends the character in UTF-8. */
+void appendUtf8(std::string& text, UInt16 code);
+
+/** Reads a real written in decimal; false when the text is none or is out of range. Independent of the
+ * locale. */
+bool parseReal(const char* text, std::size_t length, Real64& value);
+
+} // namespace OpenWBEM
+#endif
