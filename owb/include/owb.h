@@ -1,0 +1,266 @@
+/*
+ * owb.h - the data of a CIM object manager, for an agent that thinks in groups, rows and items
+ *
+ * PURPOSE
+ *   A management agent addresses its data by numbers: a group (a kind of managed object), a nominator (an
+ *   attribute of the group), a row (one object) and an array position (one element of a multi-valued
+ *   attribute). A CIM object manager (CIMOM) addresses the same data by class, property and instance. The
+ *   library maps one to the other: OWB_getGroup() enumerates the class of a group and appends one item for each
+ *   value to the agent's queue.
+ *
+ * OBJECTS
+ *   _qHead   the agent's item queue: a circular, doubly linked list whose head is its own sentinel.
+ *   _qItem   one value: its address (group, nominator, row, array position) and its text.
+ *   ExtGroupCimClass, ExtItemList, ExtCimKeyArray
+ *            the constant tables behind the mapping; the agent may read them.
+ *
+ *   An agent sets up a queue and reads a group like this:
+ *
+ *       _qHead queue;
+ *       _qItem* item;
+ *
+ *       queue.first = queue.last = (_qItem*)&queue;
+ *       queue.size = 0;
+ *       queue.agent = 0;
+ *       queue.cursor = (_qItem*)&queue;
+ *       if (OWB_getGroup(4, &queue) == OWB_DONE)
+ *           for (item = queue.first; item != (_qItem*)&queue; item = item->next)
+ *               printf("%s = %s\n", OWB_propertyName(item->group, item->nom), item->val);
+ *
+ * OWNERSHIP
+ *   The agent owns the head and every item. The library appends items, each allocated with malloc() together
+ *   with its own malloc()ed value text; the agent unlinks an item and frees first `val`, then the item. Texts
+ *   returned by the library (class and property names, the URL, the version) are the library's and are never
+ *   freed or changed by the agent.
+ *
+ * THREADS
+ *   The library starts none and locks nothing. It keeps one client connection for the life of the process, so
+ *   call it from one thread at a time. It touches no signal disposition, and its descriptors are closed on exec.
+ *
+ * ERRORS
+ *   Request functions return a status: OWB_DONE, OWB_NO_INSTANCE, OWB_BAD_ARGUMENT, OWB_NO_CONNECTION or
+ *   OWB_EXCEPTION. Why a request failed is told by the trace. The trace is off unless a file named "vdxDebug" in
+ *   the current directory, or else "/tmp/vdxDebug", exists when the library traces for the first time; its first
+ *   line names the log file. Exceptions of the client library never reach the agent from a function that returns
+ *   a status; exceptions of other types (std::bad_alloc, say) pass through.
+ *   The library writes to standard output in one case only: a duplicate item, see OWB_itemAdd().
+ *
+ * LINK LINE
+ *   cc -m32 agent.c -lowb
+ *
+ * The header serves C89 with `long long`, and C++. The target is 32-bit Linux: every long and pointer below is
+ * one 32-bit word there.
+ */
+#ifndef OWB_H
+#define OWB_H
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Status of a request function. 1 is not used. */
+#define OWB_DONE 0          /* finished */
+#define OWB_NO_INSTANCE 2   /* the CIMOM gave no instance */
+#define OWB_BAD_ARGUMENT 3  /* a bad argument; nothing was done and nothing traced */
+#define OWB_NO_CONNECTION 4 /* there is no client connection */
+#define OWB_EXCEPTION 5     /* an exception of the client library was caught; the trace names it */
+
+/* Highest group number that a request accepts. */
+#define OWB_MAX_GROUP 30
+
+typedef struct _qItem _qItem;
+typedef struct _qHead _qHead;
+
+/*
+ * One value of one property. Ten words; made by OWB_itemAdd(), freed by the agent.
+ */
+struct _qItem {
+    _qItem* next;       /* next item, or the head when this is the last */
+    _qItem* prev;       /* previous item, or the head when this is the first */
+    long row;           /* row: number of the instance within the group, from 0 */
+    long array;         /* position within an array value, from 0; 0 for a single value */
+    long group;         /* group: index into ExtGroupCimClass */
+    long nom;           /* nominator: number of the attribute within the group */
+    long selected;      /* mark of the group write; OWB_itemAdd() leaves it unset */
+    unsigned long uval; /* val as strtoul(val, NULL, 10) reads it */
+    long lval;          /* val as strtol(val, NULL, 10) reads it */
+    char* val;          /* the item's own copy of the value text, NUL-terminated */
+};
+
+/*
+ * The agent's queue. Five words. The first two stand where an item has `next` and `prev`, so that the head
+ * serves as the sentinel of its own list. An empty queue has first and last pointing at the head and size 0; the
+ * agent sets that up, the library never does.
+ */
+struct _qHead {
+    _qItem* first;  /* first item, or the head itself when the queue is empty */
+    _qItem* last;   /* last item, or the head itself when the queue is empty */
+    long size;      /* number of items; the library adds 1 for each item it appends */
+    long agent;     /* the agent's own word; the library neither reads nor writes it */
+    _qItem* cursor; /* scan position, see OWB_itemExists() */
+};
+
+/* One row of ExtItemList: the property behind a nominator of a group. */
+typedef struct ExtItem {
+    long group;           /* group number; -1 in the end row */
+    long nom;             /* nominator within the group; -1 in the end row */
+    const char* property; /* CIM property name, or the agent's own pseudo-name beginning with "_"; never null */
+} ExtItem;
+
+/* One key of ExtCimKeyArray. */
+typedef struct ExtCimKey {
+    const char* name;  /* key property; may be the empty text; null ends the keys of a group */
+    const char* value; /* always the empty text, null in the end pair; no function reads it */
+} ExtCimKey;
+
+/* CIM class of each group, 0 to 30. Entry 31 is "INVALID"; no request accepts group 31. */
+extern const char* const ExtGroupCimClass[32];
+
+/*
+ * Property of each (group, nominator) pair: 216 rows and the end row (-1, -1, ""). No pair occurs twice, and no
+ * property occurs twice within a group, whatever the case of its letters.
+ */
+extern const ExtItem ExtItemList[217];
+
+/* Keys that name an instance when groups 0 to 7 are written: at most two each, ended by a null name. */
+extern const ExtCimKey ExtCimKeyArray[8][3];
+
+/* The URL last given to OWB_URLSet(), owned by the library, or null. Read it through OWB_URLGet(). */
+extern char* owbUrl_p;
+
+/*
+ * Appends one item at the tail of a queue.
+ *
+ *   q      the queue; null fails
+ *   group, nom, row, array
+ *          the item's address; any numbers
+ *   val    the value text, NUL-terminated, copied; null fails
+ *
+ * Returns 1 when the item was appended, 0 when it was not (null argument, or no memory): the queue's items are then
+ * as before. Moves q->cursor as OWB_itemExists() does. An item with the same address is reported by two
+ * lines on standard output, and the new item is appended all the same. Each append scans the queue once.
+ */
+long OWB_itemAdd(_qHead* q, long group, long nom, long row, long array, const char* val);
+
+/*
+ * Looks for an item by its address.
+ *
+ * Returns 1 and leaves q->cursor on the match nearest to the front, or returns 0 and leaves q->cursor on the head
+ * (also for an empty queue). Returns 0 for a null q. Takes time in proportion to the number of items.
+ */
+long OWB_itemExists(_qHead* q, long group, long nom, long row, long array);
+
+/*
+ * Name of the CIM property behind (group, nominator): the first match in ExtItemList, else "NOT FOUND". Never null.
+ */
+const char* OWB_propertyName(long group, long nom);
+
+/*
+ * Sets the URL of the CIMOM: scheme://[user[:password]@]host[:port]. The port of a Unix-domain socket is its path,
+ * percent-encoded: "owbinary.wbem://localhost:%2ftmp%2fOpenWBEM_UDS", which is the default.
+ *
+ *   url    copied; null leaves the URL as it is. OWB_URLGet()'s own result is allowed.
+ *
+ * Returns 1 always; when there is no memory for the copy the URL stays as it was. A client that exists keeps its
+ * URL: the new one is used from the next OWB_connect(1) on, or when the first client is made.
+ */
+long OWB_URLSet(const char* url);
+
+/*
+ * The URL set by OWB_URLSet(), else the default. Never null; valid until the next OWB_URLSet().
+ */
+const char* OWB_URLGet(void);
+
+/*
+ * Version of the library, "v1.12". The arguments are only tested against null and never written through.
+ */
+const char* OWB_version(char* date, char* time);
+
+/*
+ * Writes one line to the trace log, if tracing is on: time, file, function, line and the formatted message.
+ *
+ *   file, function, line
+ *           where the message comes from; not changed
+ *   format  a printf format for the arguments that follow, with its own "\n" at the end
+ *
+ * Message and finished line are each cut to 1023 characters; a line that was cut ends in "\n" like any other. A
+ * log file that cannot be opened loses the line silently. Whether tracing is on is decided by the
+ * first call of the process and never again.
+ */
+void OWB_Debug(char* file, char* function, unsigned long line, char* format, ...)
+#ifdef __GNUC__
+    __attribute__((format(printf, 4, 5)))
+#endif
+    ;
+
+/*
+ * Reads a whole group: enumerates the instances of its class, subclasses included, and appends the values of
+ * each instance to the queue as rows 0, 1, 2 and so on, in the order in which the CIMOM delivers them.
+ *
+ *   group  0 to OWB_MAX_GROUP
+ *   q      the queue; items in it stay
+ *
+ * Returns
+ *   OWB_DONE           the enumeration ran to its end. The class may have no instances, and an instance that could
+ *                      not be converted has been traced and passed over; its row number is not used again.
+ *   OWB_BAD_ARGUMENT   group out of range or q null
+ *   OWB_NO_CONNECTION  there is no client
+ *   OWB_EXCEPTION      connecting, enumerating or the CIMOM failed. Items appended before stay. The client is
+ *                      kept and connects again by itself.
+ *
+ * Blocks until the reply is complete. The client library bounds the CIMOM's silence (60 s to connect, 600 s to
+ * send and to receive).
+ */
+long OWB_getGroup(long group, _qHead* q);
+
+#ifdef __cplusplus
+} /* extern "C" */
+
+/*
+ * Cleans a text: strips blank, tab, line feed, carriage return and form feed at both ends and turns each double
+ * quote into a single quote.
+ *
+ *   src  the text, may be null
+ *   dst  where the result goes, with room for all of src; null cleans src in place
+ *
+ * Returns dst, or src when cleaning in place. A null or empty src makes dst empty and returns dst, so the
+ * result is null when dst is null too.
+ */
+char* owbStringClean(char* src, char* dst);
+
+/*
+ * A C++ agent that includes headers of the OpenWBEM client library before this one sees two functions more. They
+ * are not declared otherwise, since the client library's names can be declared by its own headers only.
+ */
+#ifdef OW_CLIENT_API
+#include <OW_CIMClient.hpp>
+#include <OW_CIMInstance.hpp>
+
+/*
+ * The one client of the process, made on the first call. Never null.
+ *
+ *   kill  not 0 drops the client first and makes a new one for the URL that is set now
+ *
+ * The library owns the client. An exception of its constructor (a malformed URL, an unknown host) reaches the
+ * caller and leaves no client; the next call tries again. Nothing is connected until the first request.
+ */
+OpenWBEM::CIMClient* OWB_connect(unsigned char kill);
+
+/*
+ * Appends the values of one instance to a queue: one item for each scalar value, one for each element of a
+ * string, uint16 or uint64 array. Properties that the group does not list, null values and arrays of other types
+ * make no item.
+ *
+ *   group     selects the rows of ExtItemList; names are compared without regard to case
+ *   instance  is not changed
+ *   row       stored in every item
+ *   q         the queue
+ *
+ * Returns OWB_DONE, or OWB_EXCEPTION when a property threw an OpenWBEM::Exception; the other properties
+ * are handled all the same.
+ */
+int OWB_getInstanceData(long group, OpenWBEM::CIMInstance& instance, long row, _qHead* q);
+#endif /* OW_CLIENT_API */
+#endif /* __cplusplus */
+
+#endif /* OWB_H */
