@@ -1,0 +1,20 @@
+#ifndef TESTS_OWB_INSTANCES_HPP
+#define TESTS_OWB_INSTANCES_HPP
+#include "OW_Array.hpp"
+#include "OW_CIMInstance.hpp"
+#include "OW_CIMProperty.hpp"
+
+#include <initializer_list>
+
+template <class T>
+OpenWBEM::Array<T> arrayOf(std::initializer_list<T> elements) {
+    return OpenWBEM::Array<T>(elements.begin(), elements.end());
+}
+
+inline OpenWBEM::CIMInstance instanceOf(std::initializer_list<OpenWBEM::CIMProperty> properties) {
+    OpenWBEM::CIMInstance instance("Any");
+    instance.setProperties(OpenWBEM::CIMPropertyArray(properties.begin(), properties.end()));
+    return instance;
+}
+
+#endif

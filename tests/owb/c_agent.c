@@ -1,0 +1,49 @@
+/* An agent in C89: the header compiles, the queue is walked, items are freed. Exit status 0 when all is as it should be. */
+#include "owb.h"
+
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+static int failures = 0;
+
+static void check(int condition, const char* what) {
+    if (!condition) {
+        fprintf(stderr, "c_agent: %s\n", what);
+        ++failures;
+    }
+}
+
+static void freeItems(_qHead* q) {
+    _qItem* item = q->first;
+    while (item != (_qItem*)q) {
+        _qItem* next = item->next;
+        free(item->val);
+        free(item);
+        item = next;
+    }
+}
+
+int main(void) {
+    _qHead queue;
+    const ExtItem* row = ExtItemList;
+
+    queue.first = queue.last = queue.cursor = (_qItem*)&queue;
+    queue.size = 0;
+    queue.agent = 0;
+    check(OWB_itemAdd(&queue, 0, 1, 2, 3, "-5") == 1, "an item is added");
+    check(OWB_itemExists(&queue, 0, 1, 2, 3) == 1 && queue.cursor == queue.first, "the item is found");
+    check(queue.first->lval == -5 && queue.first->uval == (unsigned long)-5L, "its numbers are read");
+    check(OWB_getGroup(OWB_MAX_GROUP + 1, &queue) == OWB_BAD_ARGUMENT, "a bad group is refused");
+    check(strcmp(OWB_propertyName(0, 1), "Model") == 0, "a property has a name");
+    check(strcmp(ExtGroupCimClass[4], "QAV_OperatingSystem") == 0, "a group has a class");
+    check(strcmp(ExtCimKeyArray[0][0].name, "Tag") == 0, "a group has keys");
+    while (row->group >= 0)
+        ++row;
+    check(row - ExtItemList == 216, "the table ends where it should");
+    check(OWB_URLSet("owbinary.wbem://localhost:x") == 1 && owbUrl_p == OWB_URLGet(), "the URL is set");
+    check(strcmp(OWB_version(NULL, NULL), "v1.12") == 0, "the version is known");
+    OWB_Debug((char*)"c_agent.c", (char*)"main", 1UL, (char*)"%s\n", "traced");
+    freeItems(&queue);
+    return failures != 0;
+}

@@ -1,0 +1,12 @@
+#!/bin/sh
+# check_exports.sh NM LIBRARY LIST - compares what a library exports with the names in a list.
+set -eu
+LC_ALL=C
+export LC_ALL
+exported=$("$1" -D --defined-only --demangle "$2" | cut -d ' ' -f 3- | sort)
+if [ "$exported" = "$(sort "$3")" ]; then
+    exit 0
+fi
+echo "$2 does not export what $3 lists; it exports:"
+echo "$exported"
+exit 1

@@ -1,0 +1,14 @@
+// A C++ agent without the client library's headers: the header compiles alone, and what it declares links.
+#include "owb.h"
+
+#include "owb.h"
+
+int main() {
+    char text[] = " x ";
+    _qHead queue;
+    queue.first = queue.last = queue.cursor = reinterpret_cast<_qItem*>(&queue);
+    queue.size = 0;
+    queue.agent = 0;
+    return owbStringClean(text, 0) == text && text[0] == 'x' && OWB_itemExists(&queue, 0, 0, 0, 0) == 0 ? 0
+                                                                                                        : 1;
+}

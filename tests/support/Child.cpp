@@ -1,0 +1,46 @@
+#include "support/Child.hpp"
+
+#include <cerrno>
+#include <cstdio>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace support {
+namespace {
+
+[[noreturn]] void runBody(const std::string& folder, const std::function<void()>& body, std::FILE* output) {
+    ::dup2(::fileno(output), STDOUT_FILENO);
+    int code = ::chdir(folder.c_str()) == 0 ? 0 : 2;
+    try {
+        body();
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "child: exception: %s\n", e.what());
+        code = 3;
+    }
+    std::fflush(nullptr);
+    ::_exit(code == 0 && ::testing::Test::HasFailure() ? 1 : code);
+}
+
+} // namespace
+
+std::string inChild(const std::string& folder, const std::function<void()>& body) {
+    std::FILE* const output = std::tmpfile();
+    std::fflush(nullptr);
+    const pid_t pid = ::fork();
+    if (pid == 0)
+        runBody(folder, body, output);
+    int status = 0;
+    while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
+    }
+    std::string text;
+    std::rewind(output);
+    for (int c = std::fgetc(output); c != EOF; c = std::fgetc(output))
+        text += static_cast<char>(c);
+    std::fclose(output);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "child ended with status " << status << "\n"
+                                                               << text;
+    return text;
+}
+
+} // namespace support

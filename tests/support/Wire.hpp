@@ -1,0 +1,64 @@
+#ifndef TESTS_SUPPORT_WIRE_HPP
+#define TESTS_SUPPORT_WIRE_HPP
+#include <string>
+#include <vector>
+
+/**
+ * Writes what an object manager sends, byte by byte and without the library's own encoder, so that the one is
+ * checked against the other.
+ */
+namespace support::wire {
+
+/** A count or a length. */
+std::string number(std::size_t value);
+std::string text(const std::string& value);
+
+/** The lowest bytes of a number, the most significant first. */
+std::string bigEndian(unsigned long long value, unsigned bytes);
+
+// Numbers of the CIM types.
+enum Type {
+    UINT8 = 1,
+    SINT8 = 2,
+    UINT16 = 3,
+    SINT16 = 4,
+    UINT32 = 5,
+    SINT32 = 6,
+    UINT64 = 7,
+    SINT64 = 8,
+    STRING = 9,
+    BOOLEAN = 10,
+    REAL32 = 11,
+    REAL64 = 12,
+    DATETIME = 13,
+    CHAR16 = 14,
+    REFERENCE = 15,
+    EMBEDDEDINSTANCE = 17
+};
+
+/** A property with one value, whose encoded bytes are given. */
+std::string property(const std::string& name, Type type, const std::string& value);
+/** A property with an array of values. */
+std::string arrayProperty(const std::string& name, Type type, const std::vector<std::string>& values);
+std::string nullProperty(const std::string& name, Type type, bool isArray = false);
+
+inline std::string stringProperty(const std::string& name, const std::string& value) {
+    return property(name, STRING, text(value));
+}
+
+std::string instance(const std::string& className, const std::vector<std::string>& properties);
+
+/** The body of a good answer to an enumeration. */
+std::string enumeration(const std::vector<std::string>& instances);
+
+/** A good answer around a body, chunked; the trailers are whole lines without their ends. */
+std::string chunkedReply(const std::string& body, const std::vector<std::string>& trailers = {});
+/** The answer to a request that ended in a CIM error. */
+std::string cimErrorReply(int code, const std::string& description);
+/** An answer with a Content-Length. */
+std::string plainReply(const std::string& body);
+/** An answer with another status and no body. */
+std::string statusReply(const std::string& status, const std::vector<std::string>& headers = {});
+
+} // namespace support::wire
+#endif
