@@ -6,8 +6,8 @@
 
 #include "owb.h"
 
-#include "AgentQueue.hpp"
 #include "Machine.hpp"
+#include "support/AgentQueue.hpp"
 #include "support/ScriptedPeer.hpp"
 #include "support/Wire.hpp"
 
@@ -17,9 +17,9 @@
 
 namespace {
 
-using bench::AgentQueue;
 using OpenWBEM::CIMInstance;
 using OpenWBEM::CIMInstanceEnumeration;
+using support::AgentQueue;
 namespace wire = support::wire;
 
 const long group = 0;

@@ -1,14 +1,14 @@
 // Searching the agent's queue: the library's walk from both ends against a plain walk from the front. Every
 // append searches the whole queue once, so that these times are the cost of filling it.
-#include "AgentQueue.hpp"
 #include "Machine.hpp"
+#include "support/AgentQueue.hpp"
 
 #include <cstdio>
 #include <vector>
 
 namespace {
 
-using bench::AgentQueue;
+using support::AgentQueue;
 using Search = long (*)(_qHead*, long, long, long, long);
 
 // What the library's search is compared with.

@@ -19,11 +19,6 @@ public:
     explicit CIMInstance(CIMNULL_t);
     explicit CIMInstance(const CIMName& className);
     explicit CIMInstance(const char* className);
-    CIMInstance(const CIMInstance&);
-    CIMInstance(CIMInstance&&) noexcept;
-    CIMInstance& operator=(const CIMInstance&);
-    CIMInstance& operator=(CIMInstance&&) noexcept;
-    ~CIMInstance() override;
 
     String getClassName() const;
     CIMInstance& setClassName(const CIMName& className);

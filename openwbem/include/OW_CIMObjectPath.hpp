@@ -20,11 +20,6 @@ public:
     explicit CIMObjectPath(const char* className);
     CIMObjectPath(const CIMName& className, const String& nameSpace);
     CIMObjectPath(const CIMName& className, const CIMPropertyArray& keys);
-    CIMObjectPath(const CIMObjectPath&);
-    CIMObjectPath(CIMObjectPath&&) noexcept;
-    CIMObjectPath& operator=(const CIMObjectPath&);
-    CIMObjectPath& operator=(CIMObjectPath&&) noexcept;
-    ~CIMObjectPath() override;
 
     String getClassName() const;
     /** Without leading slashes. */

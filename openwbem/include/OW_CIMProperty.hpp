@@ -23,11 +23,6 @@ public:
     CIMProperty(const CIMName& name, const CIMValue& value);
     /** Without a value. */
     CIMProperty(const CIMName& name, const CIMDataType& type);
-    CIMProperty(const CIMProperty&);
-    CIMProperty(CIMProperty&&) noexcept;
-    CIMProperty& operator=(const CIMProperty&);
-    CIMProperty& operator=(CIMProperty&&) noexcept;
-    ~CIMProperty() override;
 
     String getName() const override;
     void setName(const CIMName& name) override;

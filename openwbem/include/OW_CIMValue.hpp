@@ -54,12 +54,6 @@ public:
     /** No other pointer becomes a boolean. */
     explicit CIMValue(const volatile void*) = delete;
 
-    CIMValue(const CIMValue&);
-    CIMValue(CIMValue&&) noexcept;
-    CIMValue& operator=(const CIMValue&);
-    CIMValue& operator=(CIMValue&&) noexcept;
-    ~CIMValue() override;
-
     /**
      * Reads the value into out. Type and arrayness must be those of the value, else ValueCastException; the
      * one exception is a single sint64, which every numeric type takes, cut to its width.

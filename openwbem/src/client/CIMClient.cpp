@@ -3,7 +3,6 @@
 #include "OW_CIMErrorException.hpp"
 #include "OW_CIMException.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
-#include "OW_ClientTimeouts.hpp"
 #include "OW_HTTPException.hpp"
 #include "OW_IOException.hpp"
 #include "OW_URL.hpp"
@@ -21,12 +20,6 @@
 #include <unistd.h>
 
 namespace OpenWBEM {
-
-ClientTimeouts& clientTimeouts() {
-    static ClientTimeouts timeouts;
-    return timeouts;
-}
-
 namespace {
 
 // As it stands in requests: slashes, none of them leading.

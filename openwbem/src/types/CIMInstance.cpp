@@ -25,11 +25,6 @@ CIMInstance::CIMInstance(const CIMName& className)
     : m_data(std::make_shared<Data>(Data{className, {}, {}})) {}
 CIMInstance::CIMInstance(const char* className)
     : CIMInstance(CIMName(className)) {}
-CIMInstance::CIMInstance(const CIMInstance&) = default;
-CIMInstance::CIMInstance(CIMInstance&&) noexcept = default;
-CIMInstance& CIMInstance::operator=(const CIMInstance&) = default;
-CIMInstance& CIMInstance::operator=(CIMInstance&&) noexcept = default;
-CIMInstance::~CIMInstance() = default;
 
 String CIMInstance::getClassName() const {
     return m_data->className.toString();

@@ -37,11 +37,6 @@ CIMObjectPath::CIMObjectPath(const CIMName& className, const CIMPropertyArray& k
     : CIMObjectPath(className) {
     setKeys(keys);
 }
-CIMObjectPath::CIMObjectPath(const CIMObjectPath&) = default;
-CIMObjectPath::CIMObjectPath(CIMObjectPath&&) noexcept = default;
-CIMObjectPath& CIMObjectPath::operator=(const CIMObjectPath&) = default;
-CIMObjectPath& CIMObjectPath::operator=(CIMObjectPath&&) noexcept = default;
-CIMObjectPath::~CIMObjectPath() = default;
 
 String CIMObjectPath::getClassName() const {
     return m_data->className.toString();

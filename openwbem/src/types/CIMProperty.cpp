@@ -17,11 +17,6 @@ CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value)
     : m_data(std::make_shared<Data>(Data{name, value.getCIMDataType(), value})) {}
 CIMProperty::CIMProperty(const CIMName& name, const CIMDataType& type)
     : m_data(std::make_shared<Data>(Data{name, type, CIMValue(CIMNULL)})) {}
-CIMProperty::CIMProperty(const CIMProperty&) = default;
-CIMProperty::CIMProperty(CIMProperty&&) noexcept = default;
-CIMProperty& CIMProperty::operator=(const CIMProperty&) = default;
-CIMProperty& CIMProperty::operator=(CIMProperty&&) noexcept = default;
-CIMProperty::~CIMProperty() = default;
 
 String CIMProperty::getName() const {
     return m_data->name.toString();

@@ -89,12 +89,6 @@ OPENWBEM_LARGE_TYPE(CIMDateTimeArray)
 OPENWBEM_LARGE_TYPE(CIMObjectPathArray)
 OPENWBEM_LARGE_TYPE(CIMInstanceArray)
 
-CIMValue::CIMValue(const CIMValue&) = default;
-CIMValue::CIMValue(CIMValue&&) noexcept = default;
-CIMValue& CIMValue::operator=(const CIMValue&) = default;
-CIMValue& CIMValue::operator=(CIMValue&&) noexcept = default;
-CIMValue::~CIMValue() = default;
-
 bool CIMValue::isArray() const {
     return std::visit([](const auto& content) { return TypeOf<std::decay_t<decltype(content)>>::isArray; },
                       m_data->content);

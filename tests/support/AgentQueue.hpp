@@ -1,12 +1,12 @@
-#ifndef BENCH_AGENT_QUEUE_HPP
-#define BENCH_AGENT_QUEUE_HPP
+#ifndef TESTS_SUPPORT_AGENT_QUEUE_HPP
+#define TESTS_SUPPORT_AGENT_QUEUE_HPP
 #include "owb.h"
 
 #include <cstdlib>
 
-namespace bench {
+namespace support {
 
-/** An agent's queue that can be emptied and filled again. */
+/** An agent's queue: set up empty, its items freed at the end. */
 class AgentQueue {
 public:
     AgentQueue() { setUp(); }
@@ -15,8 +15,11 @@ public:
     AgentQueue& operator=(const AgentQueue&) = delete;
 
     _qHead* head() { return &m_head; }
+    _qHead* operator->() { return &m_head; }
+    /** The head as the sentinel of its list. */
     _qItem* end() { return reinterpret_cast<_qItem*>(&m_head); }
 
+    /** Frees all items. */
     void clear() {
         for (_qItem* item = m_head.first; item != end();) {
             _qItem* const next = item->next;
@@ -27,15 +30,18 @@ public:
         setUp();
     }
 
+    /** What the agent's own word holds. */
+    static const long agentWord = 0x5a5a5a5a;
+
 private:
     void setUp() {
         m_head.first = m_head.last = m_head.cursor = end();
         m_head.size = 0;
-        m_head.agent = 0;
+        m_head.agent = agentWord;
     }
 
     _qHead m_head;
 };
 
-} // namespace bench
+} // namespace support
 #endif
