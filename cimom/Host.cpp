@@ -1,0 +1,96 @@
+#include "Host.hpp"
+
+#include <cerrno>
+#include <dirent.h>
+#include <fcntl.h>
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace cimom {
+namespace {
+
+/** Closes a descriptor at the end of its scope. */
+class Descriptor {
+public:
+    explicit Descriptor(int number)
+        : m_number(number) {}
+    ~Descriptor() {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int number() const { return m_number; }
+
+private:
+    int m_number;
+};
+
+struct CloseDirectory {
+    void operator()(DIR* directory) const { ::closedir(directory); }
+};
+
+std::string withoutSlashAtEnd(std::string path) {
+    while (!path.empty() && path.back() == '/')
+        path.pop_back();
+    return path;
+}
+
+} // namespace
+
+Host::Host(std::string root)
+    : m_root(withoutSlashAtEnd(std::move(root))) {}
+
+std::optional<std::string> Host::readFile(const std::string& path) const {
+    // A pipe in the place of a file must not hold the object manager up.
+    const Descriptor file(::open((m_root + path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (file.number() < 0)
+        return std::nullopt;
+    std::string content;
+    char buffer[16384];
+    for (;;) {
+        const ssize_t size = ::read(file.number(), buffer, sizeof buffer);
+        if (size == 0)
+            return content;
+        if (size > 0)
+            content.append(buffer, static_cast<std::size_t>(size));
+        else if (errno != EINTR)
+            return std::nullopt;
+    }
+}
+
+std::optional<std::string> Host::readLine(const std::string& path) const {
+    const std::optional<std::string> content = readFile(path);
+    if (!content)
+        return std::nullopt;
+    const std::string_view line = trimmed(*content);
+    return line.empty() ? std::nullopt : std::optional<std::string>(line);
+}
+
+std::optional<std::vector<std::string>> Host::listDirectory(const std::string& path) const {
+    const std::unique_ptr<DIR, CloseDirectory> directory(::opendir((m_root + path).c_str()));
+    if (!directory)
+        return std::nullopt;
+    std::vector<std::string> names;
+    while (const dirent* const entry = ::readdir(directory.get())) {
+        std::string name = entry->d_name;
+        if (name != "." && name != "..")
+            names.push_back(std::move(name));
+    }
+    return names;
+}
+
+std::optional<std::timespec> Host::modificationTime(const std::string& path) const {
+    struct stat status;
+    if (::stat((m_root + path).c_str(), &status) != 0)
+        return std::nullopt;
+    return status.st_mtim;
+}
+
+std::optional<std::string> Host::name() const {
+    return readLine("/proc/sys/kernel/hostname");
+}
+
+} // namespace cimom

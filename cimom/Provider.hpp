@@ -1,0 +1,41 @@
+#ifndef CIMOM_PROVIDER_HPP_INCLUDED
+#define CIMOM_PROVIDER_HPP_INCLUDED
+#include "OW_CIMDataType.hpp"
+#include "OW_CIMInstance.hpp"
+
+#include <vector>
+
+namespace cimom {
+
+/** A property as its class declares it. */
+struct PropertyDeclaration {
+    const char* name;
+    OpenWBEM::CIMDataType::Type type;
+    bool isArray = false;
+    bool isKey = false;
+};
+
+/** A class: its name and its properties, in the order in which instances carry them. */
+struct ClassDeclaration {
+    const char* name;
+    std::vector<PropertyDeclaration> properties;
+};
+
+/** Serves the instances of one class. */
+class Provider {
+public:
+    virtual ~Provider() = default;
+
+    /** The class; the same as long as the provider lives. */
+    virtual const ClassDeclaration& declaration() const = 0;
+    /** All instances as they are at this moment, each with every declared property. */
+    virtual std::vector<OpenWBEM::CIMInstance> instances() const = 0;
+
+protected:
+    Provider() = default;
+    Provider(const Provider&) = default;
+    Provider& operator=(const Provider&) = default;
+};
+
+} // namespace cimom
+#endif

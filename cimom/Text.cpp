@@ -1,0 +1,38 @@
+#include "Text.hpp"
+
+#include <algorithm>
+
+namespace cimom {
+namespace {
+
+const char* const blanks = " \t\r\n";
+
+std::vector<std::string_view> split(std::string_view text, const char* separators) {
+    std::vector<std::string_view> parts;
+    std::size_t begin = text.find_first_not_of(separators);
+    while (begin != std::string_view::npos) {
+        const std::size_t end = std::min(text.find_first_of(separators, begin), text.size());
+        parts.push_back(text.substr(begin, end - begin));
+        begin = text.find_first_not_of(separators, end);
+    }
+    return parts;
+}
+
+} // namespace
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(blanks);
+    if (begin == std::string_view::npos)
+        return {};
+    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+}
+
+std::vector<std::string_view> lines(std::string_view text) {
+    return split(text, "\n");
+}
+
+std::vector<std::string_view> words(std::string_view line) {
+    return split(line, blanks);
+}
+
+} // namespace cimom

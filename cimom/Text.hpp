@@ -1,0 +1,30 @@
+#ifndef CIMOM_TEXT_HPP_INCLUDED
+#define CIMOM_TEXT_HPP_INCLUDED
+#include <charconv>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace cimom {
+
+/** A text without the blanks, tabs and line ends around it. */
+std::string_view trimmed(std::string_view text);
+
+/** The lines of a text that are not empty, without their ends. A last line needs no end. */
+std::vector<std::string_view> lines(std::string_view text);
+
+/** The words of a line, which blanks and tabs separate. */
+std::vector<std::string_view> words(std::string_view line);
+
+/** A number whose text is nothing but that number; nothing for other texts and for numbers that T cannot
+ * hold. */
+template <class T>
+std::optional<T> number(std::string_view text, int base = 10) {
+    T value{};
+    const char* const end = text.data() + text.size();
+    const auto [next, error] = std::from_chars(text.data(), end, value, base);
+    return error == std::errc() && next == end ? std::optional<T>(value) : std::nullopt;
+}
+
+} // namespace cimom
+#endif

@@ -1,0 +1,127 @@
+#include "http/ListeningSocket.hpp"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <stdexcept>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace cimom {
+namespace {
+
+[[noreturn]] void fail(const std::string& path, const std::string& why) {
+    throw std::runtime_error(path + ": " + why);
+}
+
+[[noreturn]] void failTaken(const std::string& path) {
+    fail(path, "another object manager listens there");
+}
+
+/** A path that a socket can have. */
+const std::string& checked(const std::string& path) {
+    const std::size_t longest = sizeof(sockaddr_un::sun_path) - 1;
+    if (path.empty())
+        fail("socket", "the path is empty");
+    if (path.size() > longest)
+        fail(path, "a socket's path has at most " + std::to_string(longest) + " bytes");
+    return path;
+}
+
+LockFile lockFor(const std::string& path) {
+    try {
+        return LockFile(path + ".lock");
+    } catch (const std::system_error& e) {
+        if (e.code() == std::errc::operation_would_block)
+            failTaken(path);
+        throw;
+    }
+}
+
+sockaddr_un addressOf(const std::string& path) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    return address;
+}
+
+int makeSocket(const std::string& path) {
+    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    if (descriptor < 0)
+        fail(path, std::strerror(errno));
+    return descriptor;
+}
+
+/** Connects to the socket at a path; 0 or the error. */
+int tryToConnect(const std::string& path) {
+    const sockaddr_un address = addressOf(path);
+    const int descriptor = makeSocket(path);
+    const int result = ::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+    const int error = result == 0 ? 0 : errno;
+    ::close(descriptor);
+    return error;
+}
+
+/** Clears the path of a socket that nobody listens on any more. */
+void removeStale(const std::string& path) {
+    struct stat file;
+    if (::lstat(path.c_str(), &file) != 0) {
+        if (errno == ENOENT)
+            return;
+        fail(path, std::strerror(errno));
+    }
+    if (!S_ISSOCK(file.st_mode))
+        fail(path, "exists and is not a socket");
+    const int error = tryToConnect(path);
+    if (error == 0 || error == EAGAIN) // EAGAIN: it listens, but its queue is full
+        failTaken(path);
+    if (error != ECONNREFUSED)
+        fail(path, std::strerror(error));
+    if (::unlink(path.c_str()) != 0)
+        fail(path, std::strerror(errno));
+}
+
+/** Binds, opens the socket to all users whatever the umask says, and listens. */
+int listenAt(const std::string& path) {
+    const mode_t allUsers = 0666;
+    const sockaddr_un address = addressOf(path);
+    const int descriptor = makeSocket(path);
+    const bool isBound = ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    if (isBound && ::chmod(path.c_str(), allUsers) == 0 && ::listen(descriptor, SOMAXCONN) == 0)
+        return descriptor;
+    const int error = errno;
+    if (isBound)
+        ::unlink(path.c_str());
+    ::close(descriptor);
+    fail(path, std::strerror(error));
+}
+
+} // namespace
+
+ListeningSocket::ListeningSocket(const std::string& path)
+    : m_path(checked(path))
+    , m_lock(lockFor(m_path))
+    , m_descriptor(-1)
+    , m_file() {
+    removeStale(m_path);
+    m_descriptor = listenAt(m_path);
+    ::lstat(m_path.c_str(), &m_file);
+}
+
+ListeningSocket::~ListeningSocket() {
+    struct stat file;
+    if (::lstat(m_path.c_str(), &file) == 0 && file.st_dev == m_file.st_dev && file.st_ino == m_file.st_ino)
+        ::unlink(m_path.c_str());
+    ::close(m_descriptor);
+}
+
+int ListeningSocket::duplicate() const {
+    const int descriptor = ::fcntl(m_descriptor, F_DUPFD_CLOEXEC, 0);
+    if (descriptor < 0)
+        fail(m_path, std::strerror(errno));
+    return descriptor;
+}
+
+} // namespace cimom

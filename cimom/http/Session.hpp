@@ -1,0 +1,69 @@
+#ifndef CIMOM_HTTP_SESSION_HPP_INCLUDED
+#define CIMOM_HTTP_SESSION_HPP_INCLUDED
+#include "http/ReplyFormat.hpp"
+#include "http/RequestRules.hpp"
+#include "protocol/BinaryHandler.hpp"
+
+#include <boost/asio/local/stream_protocol.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace cimom {
+
+/** How long a client may take. */
+struct SessionLimits {
+    /** Until its next request begins. It is then told by status 408. */
+    std::chrono::milliseconds idle = std::chrono::seconds(300);
+    /** For one request to arrive whole, and again for its reply to be taken. */
+    std::chrono::milliseconds request = std::chrono::seconds(60);
+};
+
+/** What the sessions of an object manager share. */
+struct SessionContext {
+    const BinaryHandler& handler;
+    ReplyFormat& format;
+    SessionLimits limits;
+};
+
+/**
+ * One connection: reads requests and answers them, one after the other, until the client closes or is
+ * refused. It keeps itself alive as long as the connection is open.
+ */
+class Session : public std::enable_shared_from_this<Session> {
+public:
+    using Socket = boost::asio::local::stream_protocol::socket;
+
+    /** @param context must outlive the session */
+    Session(Socket socket, const SessionContext& context);
+    void start();
+
+private:
+    using Error = boost::system::error_code;
+
+    void awaitRequest();
+    void readHead();
+    void readBody();
+    void answer();
+    void refuse(const Refusal& refusal);
+    void send(std::string reply, bool thenContinue);
+    void onReadError(const Error& error);
+    void onTimeout();
+    void limitTime(std::chrono::milliseconds time);
+    void close();
+
+    Socket m_socket;
+    const SessionContext& m_context;
+    boost::asio::steady_timer m_timer;
+    boost::beast::flat_buffer m_buffer;
+    std::optional<RequestParser> m_parser; // of the request that is being read
+    std::string m_reply;                   // that is being sent, else empty
+    bool m_isHttp11 = false;               // the client has sent a request that was understood
+    bool m_isRefusing = false;             // nothing is read any more
+};
+
+} // namespace cimom
+#endif

@@ -1,0 +1,14 @@
+#include "providers/Providers.hpp"
+
+namespace cimom {
+
+std::vector<std::unique_ptr<Provider>> makeProviders(const Host& host) {
+    std::vector<std::unique_ptr<Provider>> providers;
+    for (const auto make :
+         {makeSystem, makeOperatingSystem, makeTCPProtocolEndpoint, makeTCPStatisticalData,
+          makeUDPStatisticalData, makeIPProtocolEndpoint, makeIPStatisticalData, makeICMPStatisticalData})
+        providers.push_back(make(host));
+    return providers;
+}
+
+} // namespace cimom

@@ -1,0 +1,25 @@
+#ifndef CIMOM_PROVIDERS_PROVIDERS_HPP_INCLUDED
+#define CIMOM_PROVIDERS_PROVIDERS_HPP_INCLUDED
+#include "Host.hpp"
+#include "Provider.hpp"
+
+#include <memory>
+#include <vector>
+
+namespace cimom {
+
+// One function a class. The host must outlive the provider.
+std::unique_ptr<Provider> makeSystem(const Host& host);
+std::unique_ptr<Provider> makeOperatingSystem(const Host& host);
+std::unique_ptr<Provider> makeTCPProtocolEndpoint(const Host& host);
+std::unique_ptr<Provider> makeTCPStatisticalData(const Host& host);
+std::unique_ptr<Provider> makeUDPStatisticalData(const Host& host);
+std::unique_ptr<Provider> makeIPProtocolEndpoint(const Host& host);
+std::unique_ptr<Provider> makeIPStatisticalData(const Host& host);
+std::unique_ptr<Provider> makeICMPStatisticalData(const Host& host);
+
+/** A provider for every class that is served. */
+std::vector<std::unique_ptr<Provider>> makeProviders(const Host& host);
+
+} // namespace cimom
+#endif

@@ -1,0 +1,123 @@
+#include "InstanceBuilder.hpp"
+#include "LocalTime.hpp"
+#include "providers/Providers.hpp"
+
+#include <tuple>
+
+namespace cimom {
+
+using namespace OpenWBEM;
+
+namespace {
+
+/** RFC 3418, sysServices: 2^(layer - 1) for each layer that the host serves. */
+UInt32 services(const Host& host) {
+    const UInt32 internet = 4;
+    const UInt32 endToEnd = 8;
+    const UInt32 applications = 64;
+    const bool forwards = host.readNumber<int>("/proc/sys/net/ipv4/ip_forward") == 1;
+    return endToEnd + applications + (forwards ? internet : 0);
+}
+
+/** "Linux <host name> <release> <version>", as uname(1) has it; absent unless the host tells all of it. */
+std::optional<std::string> description(const Host& host) {
+    std::string text;
+    for (const char* const part : {"ostype", "hostname", "osrelease", "version"}) {
+        const std::optional<std::string> word = host.readLine(std::string("/proc/sys/kernel/") + part);
+        if (!word)
+            return std::nullopt;
+        text += (text.empty() ? "" : " ") + *word;
+    }
+    return text;
+}
+
+/** A value of os-release(5) without its quotes and backslashes, which are those of a shell. */
+std::string unquoted(std::string_view value) {
+    std::string result;
+    char quote = '\0';
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        const char c = value[i];
+        if (c == '\\' && quote != '\'' && i + 1 < value.size())
+            result += value[++i];
+        else if (quote == '\0' && (c == '"' || c == '\''))
+            quote = c;
+        else if (c == quote)
+            quote = '\0';
+        else
+            result += c;
+    }
+    return result;
+}
+
+std::optional<std::string> version(const Host& host) {
+    std::optional<std::string> file = host.readFile("/etc/os-release");
+    if (!file)
+        file = host.readFile("/usr/lib/os-release");
+    if (!file)
+        return std::nullopt;
+    const std::string_view wanted = "PRETTY_NAME=";
+    for (const std::string_view line : lines(*file)) {
+        if (line.substr(0, wanted.size()) == wanted)
+            return unquoted(trimmed(line.substr(wanted.size())));
+    }
+    return std::nullopt;
+}
+
+bool isEarlier(const std::timespec& a, const std::timespec& b) {
+    return std::tie(a.tv_sec, a.tv_nsec) < std::tie(b.tv_sec, b.tv_nsec);
+}
+
+/** When the name of the host or of its system last changed. */
+std::optional<CIMDateTime> lastChange(const Host& host) {
+    std::optional<std::timespec> latest;
+    for (const char* const path : {"/etc/hostname", "/etc/os-release"}) {
+        const std::optional<std::timespec> time = host.modificationTime(path);
+        if (time && (!latest || isEarlier(*latest, *time)))
+            latest = time;
+    }
+    return latest ? std::optional<CIMDateTime>(localTime(*latest)) : std::nullopt;
+}
+
+/** One instance: the host as a system. */
+class System : public Provider {
+public:
+    explicit System(const Host& host)
+        : m_host(host) {}
+
+    const ClassDeclaration& declaration() const override { return m_declaration; }
+
+    std::vector<CIMInstance> instances() const override {
+        InstanceBuilder instance(m_declaration);
+        instance.set("Name", m_host.name())
+            .set("CreationClassName", CIMValue(m_declaration.name))
+            .set("SystemName", m_host.name())
+            .set("SysServices", CIMValue(services(m_host)))
+            .set("Description", description(m_host))
+            .set("SystemVersion", version(m_host))
+            .set("LastChangeTime", lastChange(m_host));
+        return {instance.build()};
+    }
+
+private:
+    // No file of a Linux host tells the contact, the location or the SNMP object identifier.
+    const ClassDeclaration m_declaration{"QAV_System",
+                                         {{"Name", CIMDataType::STRING, false, true},
+                                          {"CreationClassName", CIMDataType::STRING, false, true},
+                                          {"SystemName", CIMDataType::STRING},
+                                          {"PrimaryOwnerContact", CIMDataType::STRING},
+                                          {"InstalledLocation", CIMDataType::STRING},
+                                          {"SysServices", CIMDataType::UINT32},
+                                          {"SNMPObjectID", CIMDataType::STRING},
+                                          {"Description", CIMDataType::STRING},
+                                          {"SystemVersion", CIMDataType::STRING},
+                                          {"LastChangeTime", CIMDataType::DATETIME}}};
+    const Host& m_host;
+};
+
+} // namespace
+
+std::unique_ptr<Provider> makeSystem(const Host& host) {
+    return std::make_unique<System>(host);
+}
+
+} // namespace cimom

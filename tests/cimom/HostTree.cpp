@@ -1,0 +1,45 @@
+#include "HostTree.hpp"
+
+#include "OW_CIMProperty.hpp"
+
+#include <cstdlib>
+#include <ctime>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+using namespace OpenWBEM;
+
+void HostTree::setModificationTime(const std::string& path, long seconds, long nanoseconds) const {
+    const std::timespec time = {seconds, nanoseconds};
+    const std::timespec times[] = {time, time};
+    ASSERT_EQ(0, ::utimensat(AT_FDCWD, realPath(path).c_str(), times, 0));
+}
+
+TimeZone::TimeZone(const char* zone) {
+    ::setenv("TZ", zone, 1);
+    ::tzset();
+}
+
+TimeZone::~TimeZone() {
+    ::unsetenv("TZ");
+    ::tzset();
+}
+
+CIMInstance onlyInstance(const cimom::Provider& provider) {
+    const std::vector<CIMInstance> all = provider.instances();
+    EXPECT_EQ(1u, all.size());
+    return all.empty() ? CIMInstance() : all.front();
+}
+
+std::string text(const CIMInstance& instance, const char* property) {
+    const CIMProperty found = instance.getProperty(property);
+    return found ? found.getValue().toString().c_str() : "(missing)";
+}
+
+std::string names(const CIMPropertyArray& properties) {
+    std::string result;
+    for (const CIMProperty& property : properties)
+        result += (result.empty() ? "" : " ") + std::string(property.getName().c_str());
+    return result;
+}

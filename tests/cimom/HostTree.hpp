@@ -1,0 +1,48 @@
+#ifndef TESTS_CIMOM_HOST_TREE_HPP
+#define TESTS_CIMOM_HOST_TREE_HPP
+#include "Host.hpp"
+#include "Provider.hpp"
+#include "support/TempDir.hpp"
+
+#include <string>
+
+/** The files of a host that a test invents. */
+class HostTree {
+public:
+    HostTree()
+        : m_host(m_folder.path()) {}
+
+    /** Writes a file at an absolute path of the host. */
+    void write(const std::string& path, const std::string& content) const {
+        m_folder.write(path.substr(1), content);
+    }
+    /** Sets when a file was last modified. */
+    void setModificationTime(const std::string& path, long seconds, long nanoseconds) const;
+    std::string realPath(const std::string& path) const { return m_folder.path() + path; }
+    const cimom::Host& host() const { return m_host; }
+
+private:
+    support::TempDir m_folder;
+    cimom::Host m_host;
+};
+
+/** Sets the time zone of the process for a scope, in the form of the variable TZ. */
+class TimeZone {
+public:
+    explicit TimeZone(const char* zone);
+    ~TimeZone();
+    TimeZone(const TimeZone&) = delete;
+    TimeZone& operator=(const TimeZone&) = delete;
+};
+
+/** The instance of a class that has one. */
+OpenWBEM::CIMInstance onlyInstance(const cimom::Provider& provider);
+
+/** The value of a property as text, "(null)" for none; "(missing)" when the instance does not have the
+ * property. */
+std::string text(const OpenWBEM::CIMInstance& instance, const char* property);
+
+/** Names of the properties in their order, with a blank between them. */
+std::string names(const OpenWBEM::CIMPropertyArray& properties);
+
+#endif

@@ -1,0 +1,55 @@
+#ifndef TESTS_CIMOM_LAMP_PROVIDER_HPP
+#define TESTS_CIMOM_LAMP_PROVIDER_HPP
+#include "InstanceBuilder.hpp"
+#include "ObjectManager.hpp"
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+/** A class that no host has: one instance for each colour. */
+class LampProvider : public cimom::Provider {
+public:
+    explicit LampProvider(std::vector<std::string> colours)
+        : m_colours(std::move(colours)) {}
+
+    const cimom::ClassDeclaration& declaration() const override { return m_declaration; }
+    std::vector<OpenWBEM::CIMInstance> instances() const override {
+        std::vector<OpenWBEM::CIMInstance> all;
+        for (const std::string& colour : m_colours)
+            all.push_back(cimom::InstanceBuilder(m_declaration)
+                              .set("Colour", std::optional<std::string>(colour))
+                              .set("Watts", OpenWBEM::CIMValue(OpenWBEM::UInt16{60}))
+                              .build());
+        return all;
+    }
+
+private:
+    cimom::ClassDeclaration m_declaration{
+        "QAV_Lamp",
+        {{"Colour", OpenWBEM::CIMDataType::STRING, false, true}, {"Watts", OpenWBEM::CIMDataType::UINT16}}};
+    std::vector<std::string> m_colours;
+};
+
+/** A class whose instances cannot be had. */
+class BrokenProvider : public cimom::Provider {
+public:
+    const cimom::ClassDeclaration& declaration() const override { return m_declaration; }
+    std::vector<OpenWBEM::CIMInstance> instances() const override {
+        throw std::runtime_error("the lamp is broken");
+    }
+
+private:
+    cimom::ClassDeclaration m_declaration{"QAV_Broken", {}};
+};
+
+/** An object manager with the classes above. */
+inline cimom::ObjectManager lampManager(std::vector<std::string> colours) {
+    std::vector<std::unique_ptr<cimom::Provider>> providers;
+    providers.push_back(std::make_unique<BrokenProvider>());
+    providers.push_back(std::make_unique<LampProvider>(std::move(colours)));
+    return cimom::ObjectManager(std::move(providers));
+}
+
+#endif

@@ -1,0 +1,31 @@
+#ifndef TESTS_CIMOM_RUNNING_DAEMON_HPP
+#define TESTS_CIMOM_RUNNING_DAEMON_HPP
+#include "support/Program.hpp"
+#include "support/TempDir.hpp"
+
+#include <gtest/gtest.h>
+#include <string>
+
+/** A test with an object manager of its own, which is ready and serves an invented host. */
+class RunningDaemon : public ::testing::Test {
+protected:
+    RunningDaemon()
+        : m_daemon({OWBCIMOMD, "--socket", socketPath(), "--root", hostRoot()}) {
+        EXPECT_EQ("owbcimomd: ready on " + socketPath(), m_daemon.nextErrorLine());
+    }
+
+    std::string socketPath() const { return m_folder.file("socket"); }
+
+private:
+    std::string hostRoot() const {
+        m_folder.write("host/proc/sys/kernel/hostname", "box.example.org\n");
+        m_folder.write("host/proc/sys/kernel/pid_max", "32768\n");
+        m_folder.write("host/proc/1/stat", "");
+        return m_folder.file("host");
+    }
+
+    support::TempDir m_folder;
+    support::Daemon m_daemon;
+};
+
+#endif

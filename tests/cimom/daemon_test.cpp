@@ -1,0 +1,185 @@
+#include "Client.hpp"
+#include "support/Program.hpp"
+#include "support/TempDir.hpp"
+
+#include <csignal>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+using support::Daemon;
+using support::ProgramResult;
+using support::runProgram;
+using support::TempDir;
+
+namespace {
+
+class DaemonTest : public ::testing::Test {
+protected:
+    std::string path() const { return m_folder.file("socket"); }
+    std::vector<std::string> command() const { return {OWBCIMOMD, "--socket", path()}; }
+    const TempDir& folder() const { return m_folder; }
+
+private:
+    TempDir m_folder;
+};
+
+bool exists(const std::string& path) {
+    struct stat file;
+    return ::lstat(path.c_str(), &file) == 0;
+}
+
+/** Leaves a socket file on which nobody listens, or somebody as long as the descriptor returned is open. */
+int bindSocket(const std::string& path, int type = SOCK_STREAM) {
+    const int descriptor = ::socket(AF_UNIX, type | SOCK_CLOEXEC, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    EXPECT_EQ(0, ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address));
+    return descriptor;
+}
+
+} // namespace
+
+TEST_F(DaemonTest, ItSaysWhenItIsReady) {
+    Daemon daemon(command());
+    EXPECT_EQ("owbcimomd: ready on " + path(), daemon.nextErrorLine());
+    EXPECT_EQ(1u, instancesIn(Client(path()).exchange(httpRequest(enumerateBody("QAV_System"))).body).size());
+}
+
+TEST_F(DaemonTest, EveryUserMayConnect) {
+    Daemon daemon(command());
+    daemon.nextErrorLine();
+    struct stat file;
+    ASSERT_EQ(0, ::lstat(path().c_str(), &file));
+    EXPECT_EQ(static_cast<mode_t>(S_IFSOCK | 0666), file.st_mode);
+}
+
+TEST_F(DaemonTest, StopSignalsEndItCleanly) {
+    for (const int signal : {SIGTERM, SIGINT}) {
+        Daemon daemon(command());
+        daemon.nextErrorLine();
+        ASSERT_TRUE(exists(path() + ".lock"));
+        daemon.signal(signal);
+        EXPECT_EQ("", daemon.nextErrorLine());
+        EXPECT_EQ(0, daemon.wait());
+        EXPECT_FALSE(exists(path()));
+        EXPECT_FALSE(exists(path() + ".lock"));
+    }
+}
+
+TEST_F(DaemonTest, StopSignalsEndItWhileClientsAreConnected) {
+    Daemon daemon(command());
+    daemon.nextErrorLine();
+    Client idle(path());
+    Client halfway(path());
+    halfway.send("M-POST /cimom HT");
+    EXPECT_EQ(200u, idle.exchange(httpRequest(enumerateBody("QAV_System"))).status);
+    daemon.signal(SIGTERM);
+    EXPECT_EQ(0, daemon.wait());
+    EXPECT_TRUE(idle.isClosedByPeer());
+}
+
+TEST_F(DaemonTest, ASocketThatWasLeftBehindIsTakenOver) {
+    ::close(bindSocket(path()));
+    ASSERT_TRUE(exists(path()));
+    Daemon daemon(command());
+    EXPECT_EQ("owbcimomd: ready on " + path(), daemon.nextErrorLine());
+    EXPECT_EQ(200u, Client(path()).exchange(httpRequest(enumerateBody("QAV_System"))).status);
+}
+
+TEST_F(DaemonTest, ADaemonThatWasKilledIsReplaced) {
+    {
+        Daemon killed(command());
+        killed.nextErrorLine();
+        killed.signal(SIGKILL);
+        killed.wait();
+    }
+    ASSERT_TRUE(exists(path()));
+    ASSERT_TRUE(exists(path() + ".lock"));
+    Daemon daemon(command());
+    EXPECT_EQ("owbcimomd: ready on " + path(), daemon.nextErrorLine());
+}
+
+TEST_F(DaemonTest, ASecondDaemonIsRefusedAndHarmsNothing) {
+    Daemon daemon(command());
+    daemon.nextErrorLine();
+    const ProgramResult second = runProgram(command());
+    EXPECT_EQ(1, second.exitCode);
+    EXPECT_EQ("owbcimomd: " + path() + ": another object manager listens there\n", second.err);
+    EXPECT_EQ(200u, Client(path()).exchange(httpRequest(enumerateBody("QAV_System"))).status);
+    EXPECT_TRUE(exists(path() + ".lock"));
+}
+
+TEST_F(DaemonTest, ASocketOfAnotherProgramThatListensIsRefused) {
+    const int listener = bindSocket(path());
+    ASSERT_EQ(0, ::listen(listener, 1));
+    const ProgramResult result = runProgram(command());
+    EXPECT_EQ(1, result.exitCode);
+    EXPECT_EQ("owbcimomd: " + path() + ": another object manager listens there\n", result.err);
+    EXPECT_TRUE(exists(path()));
+    EXPECT_FALSE(exists(path() + ".lock"));
+    ::close(listener);
+}
+
+TEST_F(DaemonTest, ASocketOfAnotherKindIsRefusedAndStays) {
+    const int other = bindSocket(path(), SOCK_DGRAM);
+    const ProgramResult result = runProgram(command());
+    EXPECT_EQ(1, result.exitCode);
+    EXPECT_EQ("owbcimomd: " + path() + ": Protocol wrong type for socket\n", result.err);
+    EXPECT_TRUE(exists(path()));
+    ::close(other);
+}
+
+TEST_F(DaemonTest, AFileThatIsNoSocketIsRefusedAndStays) {
+    folder().write("socket", "precious");
+    const ProgramResult result = runProgram(command());
+    EXPECT_EQ(1, result.exitCode);
+    EXPECT_EQ("owbcimomd: " + path() + ": exists and is not a socket\n", result.err);
+    EXPECT_EQ("precious", support::readFile(path()));
+}
+
+TEST_F(DaemonTest, ALinkInThePlaceOfTheSocketIsRefused) {
+    ASSERT_EQ(0, ::symlink("elsewhere", path().c_str()));
+    EXPECT_EQ(1, runProgram(command()).exitCode);
+    EXPECT_TRUE(exists(path()));
+    EXPECT_FALSE(exists(folder().file("elsewhere")));
+}
+
+TEST_F(DaemonTest, APathThatIsTooLongIsRefused) {
+    const std::string longest = "/tmp/" + std::string(103, 'x');
+    const ProgramResult result = runProgram({OWBCIMOMD, "--socket", longest});
+    EXPECT_EQ(1, result.exitCode);
+    EXPECT_EQ("owbcimomd: " + longest + ": a socket's path has at most 107 bytes\n", result.err);
+}
+
+TEST_F(DaemonTest, AFolderThatDoesNotExistIsReported) {
+    const std::string lost = folder().file("nowhere/socket");
+    const ProgramResult result = runProgram({OWBCIMOMD, "--socket", lost});
+    EXPECT_EQ(1, result.exitCode);
+    EXPECT_EQ("owbcimomd: " + lost + ".lock: No such file or directory\n", result.err);
+}
+
+TEST_F(DaemonTest, HelpAndVersionGoToStandardOutput) {
+    const ProgramResult help = runProgram({OWBCIMOMD, "--help"});
+    EXPECT_EQ(0, help.exitCode);
+    EXPECT_NE(std::string::npos, help.out.find("--socket"));
+    EXPECT_NE(std::string::npos, help.out.find("--root"));
+    EXPECT_EQ("", help.err);
+    const ProgramResult version = runProgram({OWBCIMOMD, "--version"});
+    EXPECT_EQ(0, version.exitCode);
+    EXPECT_EQ("owbcimomd " OWBCIMOMD_VERSION "\n", version.out);
+}
+
+TEST_F(DaemonTest, AWrongCommandLineIsReportedOnStandardError) {
+    const std::vector<std::vector<std::string>> wrong = {
+        {OWBCIMOMD, "--nope"}, {OWBCIMOMD, "word"}, {OWBCIMOMD, "--socket"}, {OWBCIMOMD, "--root", path()}};
+    for (const std::vector<std::string>& words : wrong) {
+        const ProgramResult result = runProgram(words);
+        EXPECT_EQ(2, result.exitCode) << words[1];
+        EXPECT_EQ(0u, result.err.find("owbcimomd: command line: ")) << result.err;
+        EXPECT_EQ("", result.out) << words[1];
+    }
+}

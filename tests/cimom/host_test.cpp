@@ -1,0 +1,78 @@
+#include "HostTree.hpp"
+#include "Text.hpp"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+using namespace cimom;
+
+TEST(Host, AFileBelowTheRootIsReadWhole) {
+    HostTree tree;
+    const std::string content = std::string(40000, 'x') + '\0' + "end\n";
+    tree.write("/proc/net/snmp", content);
+    EXPECT_EQ(content, tree.host().readFile("/proc/net/snmp"));
+}
+
+TEST(Host, WhatCannotBeReadIsAbsent) {
+    HostTree tree;
+    tree.write("/etc/hostname", "box\n");
+    EXPECT_FALSE(tree.host().readFile("/etc/nothing"));
+    EXPECT_FALSE(tree.host().readFile("/etc"));
+    EXPECT_FALSE(tree.host().listDirectory("/etc/hostname"));
+    EXPECT_FALSE(tree.host().modificationTime("/etc/nothing"));
+}
+
+TEST(Host, APipeInThePlaceOfAFileHoldsNobodyUp) {
+    HostTree tree;
+    ASSERT_EQ(0, ::mkfifo(tree.realPath("/pipe").c_str(), 0600));
+    EXPECT_EQ("", tree.host().readFile("/pipe"));
+}
+
+TEST(Host, ASlashAtTheEndOfTheRootMakesNoDifference) {
+    HostTree tree;
+    tree.write("/etc/hostname", "box\n");
+    EXPECT_EQ("box\n", Host(tree.realPath("//")).readFile("/etc/hostname"));
+}
+
+TEST(Host, ALineIsReadWithoutTheBlanksAroundIt) {
+    HostTree tree;
+    tree.write("/line", " two words \n");
+    tree.write("/empty", "\n");
+    EXPECT_EQ("two words", tree.host().readLine("/line"));
+    EXPECT_FALSE(tree.host().readLine("/empty"));
+}
+
+TEST(Host, ANumberIsReadOnlyWhenTheTypeHoldsIt) {
+    HostTree tree;
+    tree.write("/largest", "4294967295\n");
+    tree.write("/larger", "4294967296\n");
+    tree.write("/word", "12 pm\n");
+    EXPECT_EQ(4294967295u, tree.host().readNumber<unsigned>("/largest"));
+    EXPECT_FALSE(tree.host().readNumber<unsigned>("/larger"));
+    EXPECT_FALSE(tree.host().readNumber<unsigned>("/word"));
+}
+
+TEST(Host, AFolderListsAllButItselfAndItsParent) {
+    HostTree tree;
+    tree.write("/proc/1/stat", "");
+    tree.write("/proc/stat", "");
+    std::vector<std::string> names = tree.host().listDirectory("/proc").value();
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ((std::vector<std::string>{"1", "stat"}), names);
+}
+
+TEST(Text, LinesAndWordsAreSplitWhateverSeparatesThem) {
+    EXPECT_EQ((std::vector<std::string_view>{"a b", "c"}), lines("\na b\n\nc"));
+    EXPECT_EQ((std::vector<std::string_view>{"a", "b", "c"}), words("  a\tb   c \r"));
+    EXPECT_TRUE(lines("").empty());
+    EXPECT_TRUE(words(" \t").empty());
+}
+
+TEST(Text, ANumberIsNothingButThatNumber) {
+    EXPECT_EQ(-1, number<int>("-1"));
+    EXPECT_EQ(0x1F90u, number<unsigned>("1F90", 16));
+    for (const char* const text : {"", " 1", "1 ", "+1", "0x1", "one"})
+        EXPECT_FALSE(number<int>(text)) << text;
+    EXPECT_FALSE(number<unsigned>("-1"));
+}

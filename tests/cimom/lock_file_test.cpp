@@ -1,0 +1,85 @@
+#include "http/ListeningSocket.hpp"
+#include "http/LockFile.hpp"
+#include "support/TempDir.hpp"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+using namespace cimom;
+
+namespace {
+
+bool exists(const std::string& path) {
+    return ::access(path.c_str(), F_OK) == 0;
+}
+
+} // namespace
+
+TEST(LockFile, OneHolderKeepsOthersOut) {
+    support::TempDir folder;
+    const LockFile first(folder.file("lock"));
+    try {
+        const LockFile second(folder.file("lock"));
+        FAIL() << "locked twice";
+    } catch (const std::system_error& e) {
+        EXPECT_EQ(std::errc::operation_would_block, e.code());
+    }
+    EXPECT_TRUE(exists(folder.file("lock")));
+}
+
+TEST(LockFile, TheFileGoesWithItsHolder) {
+    support::TempDir folder;
+    { const LockFile holder(folder.file("lock")); }
+    EXPECT_FALSE(exists(folder.file("lock")));
+}
+
+TEST(LockFile, AFileThatWasLeftBehindIsTakenOver) {
+    support::TempDir folder;
+    folder.write("lock", "");
+    const LockFile holder(folder.file("lock"));
+    EXPECT_THROW(LockFile(folder.file("lock")), std::system_error);
+}
+
+TEST(LockFile, AFileThatCannotBeMadeIsNamed) {
+    support::TempDir folder;
+    const std::string path = folder.file("nowhere/lock");
+    try {
+        const LockFile holder(path);
+        FAIL() << "locked";
+    } catch (const std::system_error& e) {
+        EXPECT_EQ(path + ": No such file or directory", std::string(e.what()));
+    }
+}
+
+TEST(ListeningSocket, ItsModeDoesNotDependOnTheUmask) {
+    support::TempDir folder;
+    const mode_t before = ::umask(0077);
+    const ListeningSocket socket(folder.file("socket"));
+    ::umask(before);
+    struct stat file;
+    ASSERT_EQ(0, ::stat(folder.file("socket").c_str(), &file));
+    EXPECT_EQ(static_cast<mode_t>(S_IFSOCK | 0666), file.st_mode);
+}
+
+TEST(ListeningSocket, AFileThatReplacedTheSocketStays) {
+    support::TempDir folder;
+    {
+        const ListeningSocket socket(folder.file("socket"));
+        ASSERT_EQ(0, ::unlink(folder.file("socket").c_str()));
+        folder.write("socket", "another's");
+    }
+    EXPECT_EQ("another's", support::readFile(folder.file("socket")));
+    EXPECT_FALSE(exists(folder.file("socket.lock")));
+}
+
+TEST(ListeningSocket, ItsDescriptorsAreClosedOnExec) {
+    support::TempDir folder;
+    const ListeningSocket socket(folder.file("socket"));
+    const int copy = socket.duplicate();
+    EXPECT_EQ(FD_CLOEXEC, ::fcntl(copy, F_GETFD));
+    ::close(copy);
+}

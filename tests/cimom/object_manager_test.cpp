@@ -1,0 +1,68 @@
+#include "LampProvider.hpp"
+#include "OW_CIMException.hpp"
+
+#include <gtest/gtest.h>
+
+using namespace cimom;
+using namespace OpenWBEM;
+
+namespace {
+
+/** "<code> <description>" of the error that an enumeration ends in. */
+std::string errorOf(const std::string& nameSpace, const char* className) {
+    try {
+        lampManager({"red"}).enumerateInstances(nameSpace, className, nullptr);
+        return "no error";
+    } catch (const CIMException& e) {
+        return std::to_string(e.getErrNo()) + " " + e.getDescription();
+    }
+}
+
+} // namespace
+
+TEST(ObjectManager, InstancesComeInTheOrderOfTheProvider) {
+    const auto found =
+        lampManager({"red", "green", "blue"}).enumerateInstances("root/cimv2", "QAV_Lamp", nullptr);
+    ASSERT_EQ(3u, found.size());
+    EXPECT_EQ("green", found[1].getPropertyValue("Colour").toString());
+    EXPECT_EQ("blue", found[2].getPropertyValue("Colour").toString());
+}
+
+TEST(ObjectManager, TheCaseOfAClassNameDoesNotMatter) {
+    EXPECT_EQ(1u, lampManager({"red"}).enumerateInstances("root/cimv2", "qav_LAMP", nullptr).size());
+}
+
+TEST(ObjectManager, LeadingSlashesOfANamespaceDoNotMatter) {
+    EXPECT_EQ(1u, lampManager({"red"}).enumerateInstances("//root/cimv2", "QAV_Lamp", nullptr).size());
+}
+
+TEST(ObjectManager, AClassThatIsNotServedIsInvalid) {
+    EXPECT_EQ("5 /root/cimv2:QAV_Nope", errorOf("root/cimv2", "QAV_Nope"));
+    EXPECT_EQ("5 /root/cimv2:", errorOf("/root/cimv2", ""));
+}
+
+TEST(ObjectManager, AnotherNamespaceIsInvalidWhateverTheClass) {
+    EXPECT_EQ("3 root/nosuch", errorOf("root/nosuch", "QAV_Lamp"));
+    EXPECT_EQ("3 ", errorOf("/", "QAV_Nope"));
+}
+
+TEST(ObjectManager, OnlyTheWantedPropertiesAreThere) {
+    const PropertyList wanted = {"Volts", "wATTS"};
+    const auto found = lampManager({"red"}).enumerateInstances("root/cimv2", "QAV_Lamp", &wanted);
+    ASSERT_EQ(1u, found.at(0).getProperties().size());
+    EXPECT_EQ("Watts", found[0].getProperties()[0].getName());
+    EXPECT_EQ("60", found[0].getProperties()[0].getValue().toString());
+}
+
+TEST(ObjectManager, AnEmptyListWantsNoProperties) {
+    const PropertyList none;
+    const auto found = lampManager({"red"}).enumerateInstances("root/cimv2", "QAV_Lamp", &none);
+    EXPECT_TRUE(found.at(0).getProperties().empty());
+}
+
+TEST(ObjectManager, KeysStayWhateverIsWanted) {
+    const PropertyList wanted = {"Watts"};
+    const auto found = lampManager({"red"}).enumerateInstances("root/cimv2", "QAV_Lamp", &wanted);
+    ASSERT_EQ(1u, found.at(0).getKeyValuePairs().size());
+    EXPECT_EQ("Colour", found[0].getKeyValuePairs()[0].getName());
+}

@@ -1,0 +1,88 @@
+#include "HostTree.hpp"
+#include "providers/Providers.hpp"
+
+#include <gtest/gtest.h>
+
+using namespace cimom;
+using namespace OpenWBEM;
+
+namespace {
+
+const char* const tcpTable =
+    "  sl  local_address rem_address   st tx_queue rx_queue tr tm->when retrnsmt   uid  timeout inode\n"
+    "   0: 0100007F:1F90 0200A8C0:D431 01 00000000:00000000 00:00000000 00000000     0        0 1214 1 0\n";
+
+} // namespace
+
+TEST(IPProtocolEndpoint, SettingsComeFromTheKernel) {
+    HostTree tree;
+    tree.write("/proc/net/snmp", "Ip: Forwarding DefaultTTL ReasmTimeout\nIp: 2 64 99\n");
+    tree.write("/proc/sys/net/ipv4/ipfrag_time", "30\n");
+    const CIMInstance ip = onlyInstance(*makeIPProtocolEndpoint(tree.host()));
+    EXPECT_EQ("CreationClassName Name Forwarding DefaultTTL ReassemblyTimeout", names(ip.getProperties()));
+    EXPECT_EQ("CreationClassName Name", names(ip.getKeyValuePairs()));
+    EXPECT_EQ("QAV_IPProtocolEndpoint", text(ip, "CreationClassName"));
+    EXPECT_EQ("IP", text(ip, "Name"));
+    EXPECT_EQ("2", text(ip, "Forwarding"));
+    EXPECT_EQ("64", text(ip, "DefaultTTL"));
+    EXPECT_EQ("30", text(ip, "ReassemblyTimeout"));
+}
+
+TEST(IPProtocolEndpoint, SettingsThatTheHostDoesNotTellAreNull) {
+    HostTree tree;
+    const CIMInstance ip = onlyInstance(*makeIPProtocolEndpoint(tree.host()));
+    for (const char* const property : {"Forwarding", "DefaultTTL", "ReassemblyTimeout"})
+        EXPECT_EQ("(null)", text(ip, property)) << property;
+}
+
+TEST(TCPProtocolEndpoint, TheFirstInstanceHasTheSettingsAndNoConnection) {
+    HostTree tree;
+    tree.write("/proc/net/snmp", "Tcp: RtoAlgorithm RtoMin RtoMax MaxConn\nTcp: 1 200 120000 -1\n");
+    tree.write("/proc/net/tcp", tcpTable);
+    const CIMInstance settings = makeTCPProtocolEndpoint(tree.host())->instances().at(0);
+    EXPECT_EQ("CreationClassName Name TimeoutAlgorithm TimeoutMin TimeoutMax MaxConnections ConnectionState "
+              "LocalAddress LocalPort RemoteAddress RemotePort",
+              names(settings.getProperties()));
+    EXPECT_EQ("TCP", text(settings, "Name"));
+    EXPECT_EQ("1", text(settings, "TimeoutAlgorithm"));
+    EXPECT_EQ("200", text(settings, "TimeoutMin"));
+    EXPECT_EQ("120000", text(settings, "TimeoutMax"));
+    EXPECT_EQ("-1", text(settings, "MaxConnections"));
+    for (const char* const property :
+         {"ConnectionState", "LocalAddress", "LocalPort", "RemoteAddress", "RemotePort"})
+        EXPECT_EQ("(null)", text(settings, property)) << property;
+}
+
+TEST(TCPProtocolEndpoint, FurtherInstancesAreConnectionsWithoutSettings) {
+    HostTree tree;
+    tree.write("/proc/net/tcp", tcpTable);
+    const std::vector<CIMInstance> all = makeTCPProtocolEndpoint(tree.host())->instances();
+    ASSERT_EQ(2u, all.size());
+    EXPECT_EQ("CreationClassName Name", names(all[1].getKeyValuePairs()));
+    EXPECT_EQ("127.0.0.1:8080-192.168.0.2:54321", text(all[1], "Name"));
+    EXPECT_EQ("5", text(all[1], "ConnectionState"));
+    EXPECT_EQ("127.0.0.1", text(all[1], "LocalAddress"));
+    EXPECT_EQ("8080", text(all[1], "LocalPort"));
+    EXPECT_EQ("192.168.0.2", text(all[1], "RemoteAddress"));
+    EXPECT_EQ("54321", text(all[1], "RemotePort"));
+    for (const char* const property : {"TimeoutAlgorithm", "TimeoutMin", "TimeoutMax", "MaxConnections"})
+        EXPECT_EQ("(null)", text(all[1], property)) << property;
+}
+
+TEST(TCPProtocolEndpoint, WithoutAnyFileThereAreTheSettingsAndTheyAreNull) {
+    HostTree tree;
+    const CIMInstance settings = onlyInstance(*makeTCPProtocolEndpoint(tree.host()));
+    EXPECT_EQ("(null)", text(settings, "TimeoutAlgorithm"));
+    EXPECT_EQ("(null)", text(settings, "MaxConnections"));
+}
+
+TEST(Providers, EveryClassIsServedOnce) {
+    HostTree tree;
+    std::string classes;
+    for (const auto& provider : makeProviders(tree.host()))
+        classes += std::string(provider->declaration().name) + " ";
+    EXPECT_EQ("QAV_System QAV_OperatingSystem QAV_TCPProtocolEndpoint QAV_TCPStatisticalData "
+              "QAV_UDPStatisticalData "
+              "QAV_IPProtocolEndpoint QAV_IPStatisticalData QAV_ICMPStatisticalData ",
+              classes);
+}
