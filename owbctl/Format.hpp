@@ -1,0 +1,23 @@
+#ifndef OWBCTL_FORMAT_HPP
+#define OWBCTL_FORMAT_HPP
+
+#include "Group.hpp"
+
+namespace owbctl {
+
+/** A form of the program's data on standard output. Each function throws std::system_error when writing
+ * fails. */
+class Format {
+public:
+    virtual ~Format() = default;
+
+    /** Writes the whole catalogue: every group with its class, nominators and property names. */
+    virtual void writeCatalogue() = 0;
+
+    /** Writes what one read gave. After the last one call endGroups(). */
+    virtual void writeGroup(const Group& group) = 0;
+    virtual void endGroups() = 0;
+};
+
+} // namespace owbctl
+#endif

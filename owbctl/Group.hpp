@@ -1,0 +1,39 @@
+#ifndef OWBCTL_GROUP_HPP
+#define OWBCTL_GROUP_HPP
+
+#include <owb.h>
+
+#include <string>
+#include <vector>
+
+namespace owbctl {
+
+/** The values of one property in one row; more than one for an array. At least one. */
+struct Property {
+    const ExtItem* description;
+    std::vector<std::string> values;
+};
+
+/** One instance: its row number, and its properties in the order of ExtItemList. Null properties are left
+ * out. */
+struct Row {
+    long number;
+    std::vector<Property> properties;
+
+    /** The property described by `description`, or null when the row has none. Owned by the row. */
+    const Property* find(const ExtItem* description) const;
+};
+
+/** What one read of a group gave: status of the library, and the rows that arrived, by ascending number. */
+struct Group {
+    long number;
+    const char* className;
+    long status;
+    std::vector<Row> rows;
+};
+
+/** Reads group `number` (0 to OWB_MAX_GROUP) from the object manager. Blocks until the reply is complete. */
+Group readGroup(long number);
+
+} // namespace owbctl
+#endif

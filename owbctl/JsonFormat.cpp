@@ -1,0 +1,70 @@
+#include "JsonFormat.hpp"
+
+#include "Catalogue.hpp"
+#include "Status.hpp"
+
+#include <utility>
+
+namespace owbctl {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// Goes up when a key changes its meaning or goes away; new keys may come at any time.
+constexpr int formatVersion = 1;
+
+Json toJson(const Property& property) {
+    return {{"name", property.description->property},
+            {"nominator", property.description->nom},
+            {"values", property.values}};
+}
+
+Json toJson(const Row& row) {
+    Json properties = Json::array();
+    for (const Property& property : row.properties)
+        properties.push_back(toJson(property));
+    return {{"row", row.number}, {"properties", std::move(properties)}};
+}
+
+Json nominators(long group) {
+    Json result = Json::array();
+    for (const ExtItem* item : propertiesOf(group))
+        result.push_back({{"nominator", item->nom}, {"name", item->property}});
+    return result;
+}
+
+} // namespace
+
+JsonFormat::JsonFormat(Output& output, std::string url)
+    : output_(output)
+    , url_(std::move(url)) {}
+
+void JsonFormat::writeCatalogue() {
+    Json groups = Json::array();
+    for (long group = 0; group <= OWB_MAX_GROUP; ++group)
+        groups.push_back(
+            {{"group", group}, {"class", ExtGroupCimClass[group]}, {"properties", nominators(group)}});
+    write({{"format_version", formatVersion}, {"groups", std::move(groups)}});
+}
+
+void JsonFormat::writeGroup(const Group& group) {
+    Json rows = Json::array();
+    for (const Row& row : group.rows)
+        rows.push_back(toJson(row));
+    const Json error = group.status == OWB_DONE ? Json() : Json(failureText(group.status, url_));
+    groups_.push_back({{"group", group.number},
+                       {"class", group.className},
+                       {"status", group.status},
+                       {"error", error},
+                       {"rows", std::move(rows)}});
+}
+
+void JsonFormat::endGroups() {
+    write({{"format_version", formatVersion}, {"url", url_}, {"groups", std::move(groups_)}});
+}
+
+void JsonFormat::write(const Json& document) {
+    output_.write(document.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
+}
+
+} // namespace owbctl

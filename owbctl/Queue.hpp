@@ -1,0 +1,29 @@
+#ifndef OWBCTL_QUEUE_HPP
+#define OWBCTL_QUEUE_HPP
+
+#include <owb.h>
+
+namespace owbctl {
+
+/** An item queue of the library, empty at first, which frees its items. Not copyable: items point at the
+ * head. */
+class Queue {
+public:
+    Queue();
+    ~Queue();
+    Queue(const Queue&) = delete;
+    Queue& operator=(const Queue&) = delete;
+
+    /** For the library's calls; never null, owned by the queue. */
+    _qHead* head() { return &head_; }
+
+    /** First item, or end() when the queue is empty. Follow `next` up to end(). */
+    const _qItem* begin() const { return head_.first; }
+    const _qItem* end() const { return reinterpret_cast<const _qItem*>(&head_); }
+
+private:
+    _qHead head_;
+};
+
+} // namespace owbctl
+#endif

@@ -1,0 +1,55 @@
+#include "Table.hpp"
+
+#include "Text.hpp"
+
+#include <algorithm>
+#include <utility>
+
+namespace owbctl {
+namespace {
+
+bool isNumber(const std::string& cell) {
+    return cell == Table::absent ||
+           (!cell.empty() && cell.find_first_not_of("0123456789") == std::string::npos);
+}
+
+} // namespace
+
+Table::Table(std::vector<std::string> header)
+    : lines_{std::move(header)} {}
+
+void Table::add(std::vector<std::string> cells) {
+    lines_.push_back(std::move(cells));
+}
+
+std::string Table::text(std::size_t limit) const {
+    std::vector<std::string> result(lines_.size());
+    std::size_t indent = 0;
+    const std::size_t last = lines_.front().size() - 1;
+    for (std::size_t i = 0; i <= last; ++i) {
+        const Column column = measure(i);
+        for (std::size_t line = 0; line < lines_.size(); ++line) {
+            const std::string& cell = lines_[line][i];
+            const std::string blanks(column.width - width(cell), ' ');
+            const std::string shown = i == last ? wrapped(cell, indent, limit) : cell;
+            result[line] += column.numeric ? blanks + shown : shown + blanks;
+            result[line] += "  ";
+        }
+        indent += column.width + 2;
+    }
+    std::string text;
+    for (std::string& line : result)
+        text += line.substr(0, line.find_last_not_of(' ') + 1) + '\n';
+    return text;
+}
+
+Table::Column Table::measure(std::size_t column) const {
+    Column result{width(lines_.front()[column]), true};
+    std::for_each(lines_.begin() + 1, lines_.end(), [&](const std::vector<std::string>& cells) {
+        result.width = std::max(result.width, width(cells[column]));
+        result.numeric = result.numeric && isNumber(cells[column]);
+    });
+    return result;
+}
+
+} // namespace owbctl

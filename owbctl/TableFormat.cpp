@@ -1,0 +1,95 @@
+#include "TableFormat.hpp"
+
+#include "Catalogue.hpp"
+#include "Table.hpp"
+#include "Text.hpp"
+
+#include <algorithm>
+
+namespace owbctl {
+namespace {
+
+std::string heading(const Group& group) {
+    const std::size_t rows = group.rows.size();
+    return "Group " + std::to_string(group.number) + "  " + group.className + "  (" + std::to_string(rows) +
+           (rows == 1 ? " row" : " rows") + (group.status == OWB_DONE ? "" : ", incomplete") + ")\n";
+}
+
+std::string cell(const Property* property) {
+    if (property == nullptr)
+        return Table::absent;
+    std::string text;
+    for (const std::string& value : property->values)
+        text += (&value == &property->values.front() ? "" : ", ") + printable(value);
+    return text;
+}
+
+// Without a header: property and value, one property a line.
+std::string vertical(const Row& row) {
+    std::size_t nameWidth = 0;
+    for (const Property& property : row.properties)
+        nameWidth = std::max(nameWidth, width(property.description->property));
+    std::string text;
+    for (const Property& property : row.properties) {
+        const std::string name = property.description->property;
+        text += name + std::string(nameWidth - width(name), ' ') + "  " + cell(&property) + '\n';
+    }
+    return text;
+}
+
+std::vector<const ExtItem*> usedColumns(const Group& group) {
+    std::vector<const ExtItem*> columns = propertiesOf(group.number);
+    const auto unused = [&group](const ExtItem* column) {
+        return std::none_of(group.rows.begin(), group.rows.end(),
+                            [column](const Row& row) { return row.find(column) != nullptr; });
+    };
+    columns.erase(std::remove_if(columns.begin(), columns.end(), unused), columns.end());
+    return columns;
+}
+
+std::string horizontal(const Group& group) {
+    const std::vector<const ExtItem*> columns = usedColumns(group);
+    std::vector<std::string> header;
+    for (const ExtItem* column : columns)
+        header.emplace_back(column->property);
+    Table table(std::move(header));
+    for (const Row& row : group.rows) {
+        std::vector<std::string> cells;
+        for (const ExtItem* column : columns)
+            cells.push_back(cell(row.find(column)));
+        table.add(std::move(cells));
+    }
+    return table.text();
+}
+
+std::string nominators(long group) {
+    std::string text;
+    for (const ExtItem* item : propertiesOf(group))
+        text += (text.empty() ? "" : " ") + std::to_string(item->nom) + "=" + item->property;
+    return text;
+}
+
+} // namespace
+
+void TableFormat::writeCatalogue() {
+    Table table({"Group", "Class", "Nominators"});
+    for (long group = 0; group <= OWB_MAX_GROUP; ++group)
+        table.add({std::to_string(group), ExtGroupCimClass[group], nominators(group)});
+    output_.write(table.text(output_.terminalWidth()));
+}
+
+void TableFormat::writeGroup(const Group& group) {
+    if (group.status != OWB_DONE && group.rows.empty())
+        return; // the message on standard error says all there is to say
+    std::string text = (first_ ? "" : "\n") + heading(group);
+    first_ = false;
+    if (group.rows.empty())
+        text += "no data\n";
+    else if (group.rows.size() == 1)
+        text += vertical(group.rows.front());
+    else
+        text += horizontal(group);
+    output_.write(text);
+}
+
+} // namespace owbctl

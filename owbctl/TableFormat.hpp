@@ -1,0 +1,26 @@
+#ifndef OWBCTL_TABLEFORMAT_HPP
+#define OWBCTL_TABLEFORMAT_HPP
+
+#include "Format.hpp"
+#include "Output.hpp"
+
+namespace owbctl {
+
+/** Tables for people: each group under a heading, a group of a single row with one property a line. */
+class TableFormat : public Format {
+public:
+    /** `output` must outlive the format. */
+    explicit TableFormat(Output& output)
+        : output_(output) {}
+
+    void writeCatalogue() override;
+    void writeGroup(const Group& group) override;
+    void endGroups() override {}
+
+private:
+    Output& output_;
+    bool first_ = true;
+};
+
+} // namespace owbctl
+#endif

@@ -1,0 +1,33 @@
+#ifndef TESTS_OWBCTL_OWBCTL_HPP
+#define TESTS_OWBCTL_OWBCTL_HPP
+
+#include "support/Program.hpp"
+#include "support/ScriptedPeer.hpp"
+#include "support/Wire.hpp"
+
+#include <string>
+#include <vector>
+
+namespace owbctl_test {
+
+/** Runs owbctl with the given arguments. */
+support::ProgramResult owbctl(const std::vector<std::string>& arguments);
+
+/** Runs a line of the shell, in which "$OWBCTL" is the program. */
+support::ProgramResult shell(const std::string& line);
+
+/** A good answer with the given instances. */
+support::Step instances(const std::vector<std::string>& each);
+
+/** A good answer with one instance of the given properties. */
+support::Step instanceOf(const std::vector<std::string>& properties);
+
+/** URL of a socket that does not exist. */
+std::string deadUrl();
+
+/** Runs `owbctl get` for the groups, with a peer that plays the given answers, one for each group. */
+support::ProgramResult get(const std::vector<support::Step>& answers,
+                           const std::vector<std::string>& arguments);
+
+} // namespace owbctl_test
+#endif

@@ -1,0 +1,101 @@
+// `owbctl get`: the tables.
+#include "Owbctl.hpp"
+
+#include <gtest/gtest.h>
+
+namespace owbctl_test {
+namespace {
+
+using namespace support::wire;
+
+// A TCP connection: group 7.
+std::string connection(unsigned long port, const std::string& address) {
+    return instance("QAV_TCPProtocolEndpoint", {property("LocalPort", UINT32, bigEndian(port, 4)),
+                                                stringProperty("LocalAddress", address)});
+}
+
+TEST(Get, ASingleRowHasOnePropertyALineInTableOrder) {
+    const support::ProgramResult result =
+        get({instanceOf({property("NumberOfUsers", UINT32, bigEndian(7, 4)),
+                         stringProperty("LastBootUpTime", "20260101000000.000000+060"),
+                         nullProperty("MaxNumberOfProcesses", UINT32)})},
+            {"4"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, "Group 4  QAV_OperatingSystem  (1 row)\n"
+                          "LastBootUpTime  20260101000000.000000+060\n"
+                          "NumberOfUsers   7\n");
+}
+
+TEST(Get, SeveralRowsMakeATableOfThePropertiesThatAnyRowHas) {
+    const support::ProgramResult result =
+        get({instances({connection(80, "::1"), connection(50123, "192.0.2.1")})}, {"7"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows)\n"
+                          "LocalAddress  LocalPort\n"
+                          "::1                  80\n"
+                          "192.0.2.1         50123\n");
+}
+
+TEST(Get, AValueThatARowLacksIsADash) {
+    const std::string other =
+        instance("QAV_TCPProtocolEndpoint", {property("LocalPort", UINT32, bigEndian(1, 4))});
+    const support::ProgramResult result = get({instances({connection(80, "::1"), other})}, {"7"});
+    EXPECT_EQ(result.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows)\n"
+                          "LocalAddress  LocalPort\n"
+                          "::1                  80\n"
+                          "-                     1\n");
+}
+
+TEST(Get, AGroupWithoutRowsHasNoData) {
+    const support::ProgramResult result = get({instances({})}, {"14"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows)\nno data\n");
+}
+
+TEST(Get, ArrayElementsAreSeparatedByCommas) {
+    const support::ProgramResult result =
+        get({instanceOf({arrayProperty("OtherIdentifyingInfo", STRING, {text("one"), text("two")})})}, {"0"});
+    EXPECT_EQ(result.out, "Group 0  QAV_K70Chassis  (1 row)\nOtherIdentifyingInfo  one, two\n");
+}
+
+TEST(Get, GroupsComeInTheGivenOrderAsOftenAsTheyAreGiven) {
+    const support::ProgramResult result = get({instances({})}, {"14", "4", "14"});
+    EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows)\nno data\n\n"
+                          "Group 4  QAV_OperatingSystem  (0 rows)\nno data\n\n"
+                          "Group 14  QAV_UDPStatisticalData  (0 rows)\nno data\n");
+}
+
+TEST(Get, ControlCharactersNeitherBreakTheTableNorReachTheTerminal) {
+    const support::ProgramResult result =
+        get({instanceOf({stringProperty("SystemName", "a\nb\tc\rd\x1b[31me\x7f\xc2\x9b")})}, {"2"});
+    EXPECT_EQ(result.out, "Group 2  QAV_System  (1 row)\n"
+                          "SystemName  a\\nb\\tc\\rd\\x1b[31me\\x7f\\xc2\\x9b\n");
+}
+
+TEST(Get, ColumnsAreAlignedByCharactersNotBytes) {
+    const support::ProgramResult result =
+        get({instances({connection(80, "d\xc3\xbcne"), connection(443, "sand-sand-sand")})}, {"7"});
+    EXPECT_EQ(result.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows)\n"
+                          "LocalAddress    LocalPort\n"
+                          "d\xc3\xbcne                   80\n"
+                          "sand-sand-sand        443\n");
+}
+
+TEST(Get, LinesOfTheLibraryAboutDuplicatesGoToStandardError) {
+    const support::ProgramResult result =
+        get({instanceOf({stringProperty("SystemName", "one"), stringProperty("SystemName", "two")})}, {"2"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, "Group 2  QAV_System  (1 row)\nSystemName  one, two\n");
+    EXPECT_NE(result.err, "");
+}
+
+TEST(Get, OptionsMayStandBehindTheCommandAndItsGroups) {
+    const support::ScriptedPeer peer({instances({})});
+    const support::ProgramResult result = owbctl({"get", "14", "--url", peer.url()});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(peer.connections(), 1u);
+}
+
+} // namespace
+} // namespace owbctl_test

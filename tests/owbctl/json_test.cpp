@@ -1,0 +1,75 @@
+// `owbctl get --json`: the document.
+#include "Owbctl.hpp"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace owbctl_test {
+namespace {
+
+using namespace support::wire;
+using nlohmann::json;
+
+TEST(Json, TheDocumentHoldsUrlGroupsRowsAndValues) {
+    const support::ScriptedPeer peer(
+        {instances({instance("QAV_K70Chassis",
+                             {stringProperty("Model", "M1"),
+                              arrayProperty("OtherIdentifyingInfo", STRING, {text("one"), text("two")})}),
+                    instance("QAV_K70Chassis", {property("Version", UINT32, bigEndian(3, 4))})})});
+    const support::ProgramResult result = owbctl({"--json", "--url", peer.url(), "get", "0"});
+    EXPECT_EQ(result.exitCode, 0);
+    json expected = json::parse(R"({"format_version": 1, "groups": [
+        {"group": 0, "class": "QAV_K70Chassis", "status": 0, "error": null, "rows": [
+            {"row": 0, "properties": [
+                {"name": "Model", "nominator": 1, "values": ["M1"]},
+                {"name": "OtherIdentifyingInfo", "nominator": 13, "values": ["one", "two"]}]},
+            {"row": 1, "properties": [
+                {"name": "Version", "nominator": 7, "values": ["3"]}]}]}]})");
+    expected["url"] = peer.url();
+    EXPECT_EQ(json::parse(result.out), expected);
+}
+
+TEST(Json, AGroupWithoutRowsHasAnEmptyArray) {
+    const support::ProgramResult result = get({instances({})}, {"14", "--json"});
+    EXPECT_EQ(json::parse(result.out)["groups"][0]["rows"], json::array());
+}
+
+TEST(Json, ControlCharactersOfAValueAreKept) {
+    const std::string value = "a\nb\x1b[31m\"\\";
+    const support::ProgramResult result =
+        get({instanceOf({stringProperty("SystemName", value)})}, {"2", "--json"});
+    EXPECT_EQ(json::parse(result.out)["groups"][0]["rows"][0]["properties"][0]["values"][0], value);
+}
+
+TEST(Json, BytesThatAreNotUtf8AreReplaced) {
+    const support::ProgramResult result =
+        get({instanceOf({stringProperty("SystemName", "a\xff z\xc3\xa4")})}, {"2", "--json"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(json::parse(result.out)["groups"][0]["rows"][0]["properties"][0]["values"][0],
+              "a\xef\xbf\xbd z\xc3\xa4");
+}
+
+TEST(Json, LinesOfTheLibraryAboutDuplicatesDoNotSpoilTheDocument) {
+    const support::ProgramResult result =
+        get({instanceOf({stringProperty("SystemName", "one"), stringProperty("SystemName", "two")})},
+            {"2", "--json"});
+    EXPECT_EQ(json::parse(result.out)["groups"][0]["rows"][0]["properties"][0]["values"],
+              json::array({"one", "two"}));
+}
+
+TEST(Json, AFailedReadStandsInTheDocumentToo) {
+    const support::ProgramResult result =
+        get({support::Step::answer(cimErrorReply(5, "no such class")), instances({})}, {"2", "14", "--json"});
+    EXPECT_EQ(result.exitCode, 15);
+    const json groups = json::parse(result.out)["groups"];
+    ASSERT_EQ(groups.size(), 2u);
+    EXPECT_EQ(groups[0]["status"], 5);
+    EXPECT_TRUE(groups[0]["error"].is_string());
+    EXPECT_EQ(groups[0]["rows"], json::array());
+    EXPECT_EQ(groups[1]["status"], 0);
+    EXPECT_TRUE(groups[1]["error"].is_null());
+    EXPECT_NE(result.err.find("group 2 (QAV_System)"), std::string::npos);
+}
+
+} // namespace
+} // namespace owbctl_test

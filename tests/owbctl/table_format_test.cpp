@@ -1,0 +1,34 @@
+// What no answer over the wire brings about: tables of reads that failed half-way.
+#include "Catalogue.hpp"
+#include "TableFormat.hpp"
+
+#include "support/Child.hpp"
+#include "support/TempDir.hpp"
+
+#include <gtest/gtest.h>
+
+namespace owbctl {
+namespace {
+
+std::string tableOf(const Group& group) {
+    const support::TempDir folder;
+    return support::inChild(folder.path(), [&group] {
+        Output output;
+        TableFormat format(output);
+        format.writeGroup(group);
+        format.endGroups();
+    });
+}
+
+TEST(TableFormat, RowsThatArrivedBeforeAFailureAreShownAsIncomplete) {
+    const Row row{0, {{propertiesOf(2).front(), {"one"}}}};
+    EXPECT_EQ(tableOf({2, "QAV_System", OWB_EXCEPTION, {row}}),
+              "Group 2  QAV_System  (1 row, incomplete)\nSystemName  one\n");
+}
+
+TEST(TableFormat, AFailureWithoutRowsIsNotTakenForAnEmptyGroup) {
+    EXPECT_EQ(tableOf({2, "QAV_System", OWB_EXCEPTION, {}}), "");
+}
+
+} // namespace
+} // namespace owbctl
