@@ -9,7 +9,7 @@ namespace OpenWBEM {
  */
 class OW_COMMON_API CIMException : public Exception {
 public:
-    enum ErrNoType {
+    enum ErrNoType : int { // a peer may send any number
         SUCCESS = 0,
         FAILED = 1,
         ACCESS_DENIED = 2,

@@ -6,8 +6,10 @@
 namespace OpenWBEM {
 
 /**
- * How long a request waits on a silent peer before it fails. Each bounds one silence, not the whole request:
- * time starts anew with every byte that gets through. An extension of this library.
+ * How long a request waits on a silent peer before it fails. `connect` bounds the whole wait for a
+ * connection. `send` and `receive` bound one silence: time starts anew with every part of the request that is
+ * taken, with the end of the answer's head, and with every part of its body that arrives, so that a peer that
+ * keeps sending is listened to. An extension of this library.
  */
 struct ClientTimeouts {
     std::chrono::milliseconds connect{std::chrono::seconds(60)};

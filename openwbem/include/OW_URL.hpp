@@ -10,7 +10,8 @@ OW_DECLARE_EXCEPTION(MalformedURL)
 
 /**
  * URL of an object manager, `[scheme://][principal[:credential]@]host[:port][/namespace[/:modelpath]]`, in
- * its parts. Nothing is percent-decoded. Throws MalformedURLException when the host is missing.
+ * its parts. Nothing is percent-decoded. Throws MalformedURLException when the host is missing or holds
+ * blanks or control characters.
  */
 struct OW_COMMON_API URL {
     explicit URL(const String& text);

@@ -12,8 +12,7 @@ namespace detail {
 
 /**
  * Copy-on-write handle to data that copies share; may be null. Reading or changing a null handle throws an
- * OpenWBEM::Exception. Handles in different threads may share data; one handle belongs to one thread at a
- * time.
+ * OpenWBEM::Exception. Handles that share data belong to one thread at a time.
  */
 template <class T>
 class Shared {

@@ -6,8 +6,11 @@
 #include "types/ObjectData.hpp"
 #include "types/ValueText.hpp"
 
-#include <cstring>
+#include <algorithm>
+#include <cmath>
+#include <limits>
 #include <string>
+#include <type_traits>
 
 namespace OpenWBEM {
 namespace binary {
@@ -26,7 +29,23 @@ template <class T>
 constexpr std::size_t smallestElement() {
     if constexpr (std::is_integral_v<T>)
         return sizeof(T);
-    return 1;
+    else if constexpr (std::is_same_v<T, Char16>)
+        return 2;
+    else if constexpr (std::is_same_v<T, CIMInstance>)
+        return 5; // no name, keys, properties and qualifiers
+    else if constexpr (std::is_same_v<T, CIMObjectPath>)
+        return 7; // all empty
+    else if constexpr (std::is_same_v<T, CIMDateTime>)
+        return 17;
+    else
+        return 1;
+}
+
+// Memory for elements that are announced. A count is believed up to here only: arrays may hold arrays, each
+// of which could announce as many elements as the rest of the message has room for.
+template <class T>
+void reserve(Array<T>& elements, UInt32 count) {
+    elements.reserve(std::min<UInt32>(count, 1024));
 }
 
 } // namespace
@@ -83,7 +102,11 @@ Real64 ObjectReader::element<Real64>() {
 
 template <>
 Real32 ObjectReader::element<Real32>() {
-    return static_cast<Real32>(element<Real64>());
+    const Real64 number = element<Real64>();
+    const Real64 largest = std::numeric_limits<Real32>::max();
+    if (std::abs(number) > largest) // the conversion would be undefined
+        return static_cast<Real32>(std::copysign(std::numeric_limits<Real32>::infinity(), number));
+    return static_cast<Real32>(number);
 }
 
 template <>
@@ -107,7 +130,7 @@ CIMValue ObjectReader::valueOf(bool isArray) {
         return ObjectAccess::value(element<T>());
     const UInt32 size = m_in.count(smallestElement<T>());
     Array<T> elements;
-    elements.reserve(size);
+    reserve(elements, size);
     for (UInt32 i = 0; i < size; ++i)
         elements.push_back(element<T>());
     return ObjectAccess::value(std::move(elements));
@@ -195,7 +218,7 @@ CIMObjectPath ObjectReader::objectPath() {
 CIMPropertyArray ObjectReader::properties() {
     const UInt32 size = m_in.count(smallestProperty);
     CIMPropertyArray all;
-    all.reserve(size);
+    reserve(all, size);
     for (UInt32 i = 0; i < size; ++i)
         all.push_back(property());
     return all;

@@ -1,5 +1,7 @@
 #include "client/Endpoint.hpp"
 
+#include "OW_HTTPUtils.hpp"
+
 #include <algorithm>
 #include <cctype>
 #include <sys/un.h>
@@ -30,7 +32,7 @@ std::string percentDecoded(const std::string& text) {
         const int high = i + 2 < text.size() ? hexDigit(text[i + 1]) : -1;
         const int low = high < 0 ? -1 : hexDigit(text[i + 2]);
         if (low < 0)
-            malformed("Invalid escape: " + text.substr(i));
+            OW_THROW(UnescapeCharForURLException, ("Invalid escape: " + text.substr(i)).c_str());
         decoded += static_cast<char>(high << 4 | low);
         i += 2;
     }

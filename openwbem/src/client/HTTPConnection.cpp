@@ -16,11 +16,14 @@
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/read.hpp>
 #include <boost/optional.hpp>
+#include <boost/system/system_error.hpp>
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
+#include <iterator>
 #include <limits>
-#include <optional>
+#include <stdexcept>
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <sys/un.h>
@@ -34,41 +37,64 @@ namespace beast = boost::beast;
 namespace http = boost::beast::http;
 using boost::system::error_code;
 using std::chrono::milliseconds;
+using Clock = std::chrono::steady_clock;
 
-const std::uint32_t headerLimit = 64 * 1024; // bytes of status line, headers and trailers
+const std::uint32_t headerLimit = 64 * 1024; // bytes of status line and headers
 const std::size_t readSize = 64 * 1024;      // bytes asked for at a time
 
-[[noreturn]] void throwConnectFailed(const std::string& path, int error) {
-    const std::string reason =
-        error == EAGAIN ? std::string("timed out") : std::to_string(error) + "(" + std::strerror(error) + ")";
+[[noreturn]] void throwConnectFailed(const std::string& path, const std::string& reason) {
     OW_THROW(SocketException, ("Failed to connect to: " + path + ": " + reason).c_str());
+}
+
+[[noreturn]] void throwConnectFailed(const std::string& path, int error) {
+    throwConnectFailed(path, std::to_string(error) + "(" + std::strerror(error) + ")");
+}
+
+// A descriptor that is closed unless it is taken.
+class Descriptor {
+public:
+    explicit Descriptor(int number)
+        : m_number(number) {}
+    ~Descriptor() {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    int number() const { return m_number; }
+    void release() { m_number = -1; }
+
+private:
+    int m_number;
+};
+
+// Bounds how long connect() may block; false when nothing of the time is left.
+bool boundConnect(int socket, Clock::time_point deadline) {
+    const auto left = std::chrono::duration_cast<std::chrono::microseconds>(deadline - Clock::now());
+    if (left.count() <= 0)
+        return false;
+    timeval bound{};
+    bound.tv_sec = static_cast<time_t>(left.count() / 1000000);
+    bound.tv_usec = static_cast<suseconds_t>(left.count() % 1000000);
+    return ::setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &bound, sizeof bound) == 0;
 }
 
 // Connects while the socket still blocks: a full backlog makes connect() wait here, and SO_SNDTIMEO bounds
 // the wait (unix(7)), while on a non-blocking socket it would fail at once.
-int connectedSocket(const std::string& path, milliseconds timeout) {
-    const int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    if (fd < 0)
-        throwConnectFailed(path, errno);
-    timeval bound{};
-    bound.tv_sec = static_cast<time_t>(timeout.count() / 1000);
-    bound.tv_usec = static_cast<suseconds_t>(timeout.count() % 1000 * 1000);
+void connect(const Descriptor& socket, const std::string& path, milliseconds timeout) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     path.copy(address.sun_path, sizeof address.sun_path - 1);
-
-    int result = ::setsockopt(fd, SOL_SOCKET, SO_SNDTIMEO, &bound, sizeof bound);
-    if (result == 0) {
-        do
-            result = ::connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-        while (result != 0 && errno == EINTR);
+    const Clock::time_point deadline = Clock::now() + timeout;
+    while (boundConnect(socket.number(), deadline)) {
+        if (::connect(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
+            return;
+        if (errno == EAGAIN)
+            break;
+        if (errno != EINTR)
+            throwConnectFailed(path, errno);
     }
-    if (result != 0) {
-        const int error = errno;
-        ::close(fd);
-        throwConnectFailed(path, error);
-    }
-    return fd;
+    throwConnectFailed(path, "timed out");
 }
 
 // A body that takes memory for what has arrived. Beast's own takes it for what the peer announces.
@@ -107,23 +133,44 @@ bool isTrailer(beast::string_view name, beast::string_view wanted) {
     return name.size() == wanted.size() + 3 && beast::iequals(name.substr(3), wanted);
 }
 
-HTTPReply replyOf(Message&& message) {
+// What a reply says before its body. Only what follows the body is a trailer, whatever its name.
+HTTPReply replyOf(const Message& head) {
     HTTPReply reply;
-    reply.status = message.result_int();
-    reply.reason = message.reason().to_string();
-    for (const auto& field : message) {
-        const beast::string_view name = field.name_string();
-        if (beast::iequals(name, "CIMError"))
-            reply.cimError = field.value().to_string();
-        else if (isTrailer(name, "CIMError"))
-            reply.trailerCimError = field.value().to_string();
-        else if (isTrailer(name, "CIMStatusCode") || isTrailer(name, "CIMErrorCode"))
-            reply.trailerStatusCode = field.value().to_string();
-        else if (isTrailer(name, "CIMStatusDescription") || isTrailer(name, "CIMErrorDescription"))
-            reply.trailerStatusDescription = field.value().to_string();
-    }
-    reply.body = std::move(message.body());
+    reply.status = head.result_int();
+    reply.reason = head.reason().to_string();
+    reply.cimError = head["CIMError"].to_string();
     return reply;
+}
+
+void addTrailers(const Message& message, std::size_t headFields, HTTPReply& reply) {
+    auto field = std::next(message.begin(), static_cast<std::ptrdiff_t>(headFields));
+    for (; field != message.end(); ++field) {
+        const beast::string_view name = field->name_string();
+        if (isTrailer(name, "CIMError"))
+            reply.trailerCimError = field->value().to_string();
+        else if (isTrailer(name, "CIMStatusCode") || isTrailer(name, "CIMErrorCode"))
+            reply.trailerStatusCode = field->value().to_string();
+        else if (isTrailer(name, "CIMStatusDescription") || isTrailer(name, "CIMErrorDescription"))
+            reply.trailerStatusDescription = field->value().to_string();
+    }
+}
+
+bool isGood(const HTTPReply& reply) {
+    return reply.status / 100 == 2;
+}
+
+bool isDrop(const error_code& error) {
+    return error == http::error::end_of_stream || error == asio::error::eof ||
+           error == asio::error::broken_pipe || error == asio::error::connection_reset;
+}
+
+[[noreturn]] void throwNoAnswer(const std::string& reason) {
+    OW_THROW(HTTPException, ("Unable to process request: " + reason).c_str());
+}
+
+[[noreturn]] void throwTimedOut(const char* action, milliseconds timeout) {
+    throwNoAnswer(std::string("Client ") + action + " timeout (" + std::to_string(timeout.count() / 1000) +
+                  " seconds) expired.");
 }
 
 } // namespace
@@ -134,12 +181,26 @@ class HTTPConnection::Stream {
 public:
     explicit Stream(const std::string& path)
         : m_stream(m_io) {
-        m_stream.socket().assign(asio::local::stream_protocol(),
-                                 connectedSocket(path, clientTimeouts().connect));
+        Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+        if (socket.number() < 0)
+            throwConnectFailed(path, errno);
+        connect(socket, path, clientTimeouts().connect);
+        m_stream.socket().assign(asio::local::stream_protocol(), socket.number());
+        socket.release();
         m_buffer.reserve(readSize);
     }
 
-    error_code send(const std::string& request) {
+    // Nothing has come since the last answer, neither bytes nor the end, so that what comes next answers the
+    // next request.
+    bool isInStep() {
+        char byte;
+        return m_buffer.size() == 0 &&
+               ::recv(m_stream.socket().native_handle(), &byte, 1, MSG_PEEK | MSG_DONTWAIT) < 0 &&
+               errno == EAGAIN;
+    }
+
+    // A peer that stops reading may still have answered, so that its going away is left to the reader.
+    void send(const std::string& request) {
         std::size_t sent = 0;
         while (sent < request.size()) {
             const error_code error = run(clientTimeouts().send, [&](auto done) {
@@ -149,23 +210,37 @@ public:
                                               done(e);
                                           });
             });
+            if (error == beast::error::timeout)
+                throwTimedOut("send", clientTimeouts().send);
+            if (isDrop(error))
+                return;
             if (error)
-                return error;
+                throwNoAnswer(error.message());
         }
-        return error_code();
     }
 
-    // Reads until at least a part of the header, or all of the message, is there.
+    // Reads the head whole, or as far as it comes.
+    error_code receiveHead(Parser& parser) {
+        error_code error;
+        while (!error && !parser.is_header_done())
+            error = receiveSome(parser);
+        return error;
+    }
+
+    error_code receiveBody(Parser& parser) {
+        error_code error;
+        while (!error && !parser.is_done())
+            error = receiveSome(parser);
+        return error;
+    }
+
+private:
     error_code receiveSome(Parser& parser) {
         return run(clientTimeouts().receive, [&](auto done) {
             http::async_read_some(m_stream, m_buffer, parser, [done](error_code e, std::size_t) { done(e); });
         });
     }
 
-    // Bytes behind the answer belong to no request; the connection is of no further use then.
-    bool isInStep() const { return m_buffer.size() == 0; }
-
-private:
     template <class Start>
     error_code run(milliseconds timeout, Start start) {
         error_code result;
@@ -178,26 +253,10 @@ private:
 
     asio::io_context m_io{1};
     beast::basic_stream<asio::local::stream_protocol> m_stream;
-    beast::flat_buffer m_buffer;
+    // Body bytes leave it as they arrive; what else a peer sends without end, chunk extensions or trailers,
+    // fills it.
+    beast::flat_buffer m_buffer{readSize + headerLimit};
 };
-
-namespace {
-
-bool isDrop(const error_code& error) {
-    return error == http::error::end_of_stream || error == asio::error::eof ||
-           error == asio::error::broken_pipe || error == asio::error::connection_reset;
-}
-
-[[noreturn]] void throwNoAnswer(const error_code& error, milliseconds timeout) {
-    std::string reason;
-    if (error == beast::error::timeout)
-        reason = "Client receive timeout (" + std::to_string(timeout.count() / 1000) + " seconds) expired.";
-    else if (!isDrop(error))
-        reason = error.message();
-    OW_THROW(HTTPException, ("Unable to process request: " + reason).c_str());
-}
-
-} // namespace
 
 HTTPConnection::HTTPConnection(const std::string& socketPath)
     : m_path(socketPath) {}
@@ -205,36 +264,52 @@ HTTPConnection::HTTPConnection(const std::string& socketPath)
 HTTPConnection::~HTTPConnection() = default;
 
 HTTPReply HTTPConnection::exchange(const std::string& request) {
-    for (;;) {
+    try {
         const bool isKept = m_stream && m_stream->isInStep();
-        // Out of m_stream for the time of the exchange: whatever leaves this function early closes it.
-        std::unique_ptr<Stream> stream = isKept ? std::move(m_stream) : std::make_unique<Stream>(m_path);
+        if (isKept)
+            if (std::optional<HTTPReply> reply = tryExchange(request, std::move(m_stream), true))
+                return std::move(*reply);
         m_stream.reset();
-
-        error_code error = stream->send(request);
-        std::optional<Parser> parser(std::in_place);
-        parser->header_limit(headerLimit);
-        parser->body_limit(std::numeric_limits<std::uint64_t>::max()); // bounded by memory alone
-        while (!error && !parser->is_header_done())
-            error = stream->receiveSome(*parser);
-        const bool isIdleTimeout = !error && parser->get().result_int() == 408;
-        if (isKept && (isIdleTimeout || (isDrop(error) && !parser->got_some())))
-            continue;
-        if (error)
-            throwNoAnswer(error, clientTimeouts().receive);
-
-        if (!parser->chunked() && !parser->content_length())
-            OW_THROW(HTTPException,
-                     "HTTPClient: unable to understand server response. There may be no content in "
-                     "the reply.");
-        while (!error && !parser->is_done())
-            error = stream->receiveSome(*parser);
-        if (error)
-            OW_THROW(IOException, "Failed reading data");
-        if (parser->keep_alive())
-            m_stream = std::move(stream);
-        return replyOf(parser->release());
+        return *tryExchange(request, std::make_unique<Stream>(m_path), false);
+    } catch (const boost::system::system_error& e) {
+        OW_THROW(SocketException, (m_path + ": " + e.what()).c_str()); // no descriptors left, most likely
+    } catch (const std::length_error&) {
+        OW_THROW(IOException, "Failed reading data: a field of the reply is too long");
     }
+}
+
+std::optional<HTTPReply> HTTPConnection::tryExchange(const std::string& request,
+                                                     std::unique_ptr<Stream> stream, bool isKept) {
+    Parser parser;
+    parser.header_limit(headerLimit);
+    parser.body_limit(std::numeric_limits<std::uint64_t>::max()); // bounded by memory alone
+    stream->send(request);
+    const error_code headError = stream->receiveHead(parser);
+    const bool isDropped = isDrop(headError) && !parser.got_some();
+    const bool isIdleTimeout = !headError && parser.get().result_int() == 408;
+    if (isKept && (isDropped || isIdleTimeout))
+        return std::nullopt;
+    if (headError == beast::error::timeout)
+        throwTimedOut("receive", clientTimeouts().receive);
+    if (headError)
+        throwNoAnswer(isDrop(headError) ? std::string() : headError.message());
+
+    HTTPReply reply = replyOf(parser.get());
+    const auto headFields = static_cast<std::size_t>(std::distance(parser.get().begin(), parser.get().end()));
+    const bool isFramed = parser.chunked() || parser.content_length();
+    if (!isFramed && isGood(reply))
+        OW_THROW(HTTPException,
+                 "HTTPClient: unable to understand server response. There may be no content in the reply.");
+    const bool isWhole = isFramed && !stream->receiveBody(parser);
+    if (!isWhole && isGood(reply))
+        OW_THROW(IOException, "Failed reading data");
+    if (isWhole) {
+        addTrailers(parser.get(), headFields, reply);
+        reply.body = std::move(parser.get().body());
+        if (parser.keep_alive())
+            m_stream = std::move(stream);
+    }
+    return reply;
 }
 
 } // namespace OpenWBEM

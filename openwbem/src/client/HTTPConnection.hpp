@@ -1,11 +1,12 @@
 #ifndef OPENWBEM_CLIENT_HTTP_CONNECTION_HPP_INCLUDED
 #define OPENWBEM_CLIENT_HTTP_CONNECTION_HPP_INCLUDED
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace OpenWBEM {
 
-/** An answer that was received to its end. */
+/** An answer. One that is not good (2xx) may lack its body. */
 struct HTTPReply {
     unsigned status = 0;
     std::string reason;
@@ -43,6 +44,10 @@ public:
 
 private:
     class Stream;
+
+    // Nothing when a kept connection turned out to be dropped and the request may be sent again.
+    std::optional<HTTPReply> tryExchange(const std::string& request, std::unique_ptr<Stream> stream,
+                                         bool isKept);
 
     const std::string m_path;
     std::unique_ptr<Stream> m_stream; // null when not connected

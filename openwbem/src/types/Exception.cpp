@@ -5,6 +5,7 @@
 #include "OW_CIMValueCast.hpp"
 #include "OW_EnumerationException.hpp"
 #include "OW_HTTPException.hpp"
+#include "OW_HTTPUtils.hpp"
 #include "OW_IOException.hpp"
 #include "OW_NULLValueException.hpp"
 #include "OW_NoSuchPropertyException.hpp"
@@ -77,6 +78,7 @@ OW_DEFINE_EXCEPTION(OutOfBounds, 31)
 OW_DEFINE_EXCEPTION(StringConversion, 37)
 OW_DEFINE_EXCEPTION(MalformedURL, 42)
 OW_DEFINE_EXCEPTION(CIMDateTime, 49)
+OW_DEFINE_EXCEPTION(UnescapeCharForURL, 1002)
 
 namespace detail {
 namespace {

@@ -51,7 +51,9 @@ URL::URL(const String& text) {
     const std::string model = cutBehind(path, "/:");
     std::string portText = cutBehind(rest, ":");
     const std::string password = cutBehind(user, ":");
-    if (rest.empty()) {
+    const bool isOneWord =
+        std::none_of(rest.begin(), rest.end(), [](unsigned char c) { return c <= ' ' || c == 0x7F; });
+    if (rest.empty() || !isOneWord) {
         const std::string message = std::string("Invalid URL: ") + text.c_str();
         OW_THROW(MalformedURLException, message.c_str());
     }

@@ -1,0 +1,201 @@
+#include "Clients.hpp"
+
+#include <csignal>
+#include <fcntl.h>
+
+namespace {
+
+TEST(ClientError, OfTheTransportTellsTheReason) {
+    EXPECT_EQ("HTTPException: Unable to process request: Unauthorized: ",
+              messageOfReply("HTTP/1.1 401 Unauthorized: \r\nContent-Length: 0\r\n\r\n"));
+    EXPECT_EQ("HTTPException: Unable to process request: Bad request:request-not-well-formed",
+              messageOfReply(wire::statusReply("400 Bad request", {"CIMError: request-not-well-formed"})));
+    EXPECT_EQ("HTTPException: Unable to process request: Ok:even with a good status",
+              messageOfReply(wire::statusReply("200 Ok", {"CIMError: even with a good status"})));
+    EXPECT_EQ("HTTPException: HTTPClient: unable to understand server response. There may be no content in "
+              "the reply.",
+              messageOfReply("HTTP/1.1 200 Ok\r\n\r\n"));
+}
+
+TEST(ClientError, OfTheObjectManagerComesInTrailersOrInTheBody) {
+    EXPECT_EQ("CIMException: requested object could not be found",
+              messageOfReply(wire::chunkedReply("", {"01-CIMStatusCode: 6"})));
+    EXPECT_EQ("CIMException: general error (general)", messageOfReply(wire::cimErrorReply(1, "general")));
+    EXPECT_EQ("CIMException: general error: told twice",
+              messageOfReply(wire::cimErrorReply(1, "general error: told twice")));
+    EXPECT_EQ("CIMException: unknown error (x)", messageOfReply(wire::cimErrorReply(99, "x")));
+    EXPECT_EQ("CIMErrorException: protocol",
+              messageOfReply(wire::chunkedReply("", {"01-CIMError: protocol"})));
+    EXPECT_EQ("StringConversionException: Unable to convert \"abc\" into Int32",
+              messageOfReply(wire::chunkedReply("", {"01-CIMStatusCode: abc"})));
+    EXPECT_EQ("IOException: Unexpected value received from server.",
+              messageOfReply(wire::plainReply("\x03")));
+    EXPECT_EQ("IOException: Failed reading data", messageOfReply(wire::plainReply("")));
+}
+
+TEST(ClientError, OfTheEnumerationsFrame) {
+    EXPECT_EQ("IOException: Received invalid signature. Got: 110 Expected: 111",
+              messageOfReply(wire::plainReply(std::string("\0n\x98\x98", 4))));
+    EXPECT_EQ("IOException: Received invalid signature. Got: 151 Expected: 152",
+              messageOfReply(wire::plainReply(std::string("\0o\x98\x97", 4))));
+    EXPECT_EQ("IOException: Failed reading data",
+              messageOfReply(wire::plainReply(std::string("\0o\x98", 3))));
+}
+
+TEST(ClientError, OfAReplyCutAtAnyByteIsFollowedByAGoodRead) {
+    for (std::size_t length = 0; length < good.size(); ++length) {
+        ScriptedPeer peer({Step::answerAndClose(good.substr(0, length)), Step::answer(good)});
+        CIMClient client(peer.url().c_str(), "root/cimv2");
+        EXPECT_THROW(read(client), Exception) << length;
+        EXPECT_EQ(1U, read(client)) << length;
+    }
+}
+
+TEST(ClientError, OfARefusalTellsItsReasonWhateverBecomesOfItsBody) {
+    EXPECT_EQ("HTTPException: Unable to process request: Not found",
+              messageOfReply("HTTP/1.1 404 Not found\r\n\r\n"));
+    EXPECT_EQ("HTTPException: Unable to process request: Continue",
+              messageOfReply("HTTP/1.1 100 Continue\r\n\r\n"));
+    ScriptedPeer peer(
+        {Step::answerAndClose("HTTP/1.1 503 Busy\r\nContent-Length: 10\r\n\r\nx"), Step::answer(good)});
+    CIMClient client(peer.url().c_str(), "root/cimv2");
+    EXPECT_EQ("HTTPException: Unable to process request: Busy", messageOfReading(client));
+    EXPECT_EQ(1U, read(client));
+}
+
+TEST(ClientError, OfATrailersNameInTheHeadIsNone) {
+    const std::string body = wire::enumeration({});
+    EXPECT_EQ("no exception", messageOfReply("HTTP/1.1 200 Ok\r\n07-CIMStatusCode: 5\r\nContent-Length: " +
+                                             std::to_string(body.size()) + "\r\n\r\n" + body));
+}
+
+TEST(ClientError, OfTrailersOrExtensionsWithoutEndIsAnIOException) {
+    const std::string head = "HTTP/1.1 200 Ok\r\nTransfer-Encoding: chunked\r\n\r\n";
+    std::string trailers = head + "0\r\n";
+    for (int i = 0; i < 20000; ++i)
+        trailers += "07-Trailer: something long enough to be a nuisance\r\n";
+    EXPECT_EQ("IOException: Failed reading data", messageOfReply(trailers));
+    EXPECT_EQ("IOException: Failed reading data", messageOfReply(head + "1;" + std::string(1000000, 'x')));
+    EXPECT_EQ("IOException: Failed reading data: a field of the reply is too long",
+              messageOfReply(head + "0\r\n07-CIMStatusDescription: " + std::string(70000, 'x') + "\r\n\r\n"));
+}
+
+TEST(ClientError, OfArraysThatHoldArraysTakesNoMemoryForWhatIsAnnounced) {
+    const std::string property = wire::arrayProperty("x", wire::EMBEDDEDINSTANCE, {});
+    const std::string opening = property.substr(0, property.size() - 1) + wire::number(100000);
+    std::string body("\0o", 2);
+    for (int depth = 0; depth < 60; ++depth)
+        body += "i\x01" + wire::text("Foo") + wire::number(0) + wire::number(1) + opening;
+    body += std::string(2000000, '\0');
+    const support::TempDir folder;
+    ScriptedPeer peer({Step::answer(wire::plainReply(body))});
+    support::inChild(folder.path(), [&] {
+        limitMemory(300UL << 20);
+        CIMClient client(peer.url().c_str(), "root/cimv2");
+        EXPECT_EQ("IOException: ", messageOfReading(client).substr(0, 13));
+    });
+}
+
+TEST(ClientError, OfMissingDescriptorsIsASocketException) {
+    ScriptedPeer peer({Step::answer(good)});
+    const support::TempDir folder;
+    support::inChild(folder.path(), [&] {
+        CIMClient client(peer.url().c_str(), "root/cimv2");
+        std::vector<int> taken;
+        for (int fd = ::open("/dev/null", O_RDONLY); fd >= 0 && fd < 60; fd = ::open("/dev/null", O_RDONLY))
+            taken.push_back(fd);
+        const rlimit few = {64, 64};
+        ::setrlimit(RLIMIT_NOFILE, &few);
+        for (int fd = ::open("/dev/null", O_RDONLY); fd >= 0; fd = ::open("/dev/null", O_RDONLY))
+            taken.push_back(fd);
+        while (taken.size() > 1) { // from no descriptor left to enough
+            const std::string message = messageOfReading(client);
+            if (message == "no exception")
+                return;
+            EXPECT_EQ("SocketException: ", message.substr(0, 17)) << message;
+            ::close(taken.back());
+            taken.pop_back();
+        }
+        ADD_FAILURE() << "never enough descriptors";
+    });
+}
+
+TEST(ClientTimeout, BoundsHowLongAPeerMayNotTakeTheRequest) {
+    BusyListener listener;
+    const support::TempDir folder;
+    support::inChild(folder.path(), [&] {
+        clientTimeouts().send = std::chrono::milliseconds(100);
+        CIMClient client(support::urlOf(listener.path()).c_str(), "root/cimv2");
+        EXPECT_EQ("HTTPException: Unable to process request: Client send timeout (0 seconds) expired.",
+                  messageOfLongRequest(client));
+    });
+}
+
+TEST(ClientTimeout, BoundsTheWaitForAConnectionWhateverSignalsArrive) {
+    BusyListener listener;
+    listener.fill();
+    const support::TempDir folder;
+    support::inChild(folder.path(), [&] {
+        struct sigaction action {};
+        action.sa_handler = [](int) {};
+        ::sigaction(SIGALRM, &action, nullptr);
+        const itimerval often = {{0, 20000}, {0, 20000}};
+        ::setitimer(ITIMER_REAL, &often, nullptr);
+        clientTimeouts().connect = std::chrono::milliseconds(200);
+        CIMClient client(support::urlOf(listener.path()).c_str(), "root/cimv2");
+        EXPECT_EQ("SocketException: Failed to connect to: " + listener.path() + ": timed out",
+                  messageOfReading(client));
+    });
+}
+
+TEST(ClientError, OfAnAnnouncedLengthThatNeverComesTakesNoMemoryForIt) {
+    ScriptedPeer peer({Step::answerAndClose("HTTP/1.1 200 Ok\r\nContent-Length: 4294967290\r\n\r\nx")});
+    CIMClient client(peer.url().c_str(), "root/cimv2");
+    EXPECT_EQ("IOException: Failed reading data", messageOfReading(client));
+}
+
+TEST(ClientError, OfAPeerThatIsNotThere) {
+    CIMClient missing("owbinary.wbem://localhost:missing-socket", "root/cimv2");
+    EXPECT_EQ("SocketException: Failed to connect to: missing-socket: 2(No such file or directory)",
+              messageOfReading(missing));
+    const support::TempDir folder;
+    const std::string path = folder.write("file", "");
+    CIMClient refused(support::urlOf(path).c_str(), "root/cimv2");
+    EXPECT_EQ("SocketException: Failed to connect to: " + path + ": 111(Connection refused)",
+              messageOfReading(refused));
+}
+
+TEST(ClientError, OfAUrlThatCannotBeUsedComesFromTheConstructor) {
+    const std::pair<const char*, const char*> examples[] = {
+        {"owbinary.wbem://", "Invalid URL: owbinary.wbem://"},
+        {"", "Invalid URL: "},
+        {"owbinary.wbem://:%2ftmp%2fx", "Invalid URL: owbinary.wbem://:%2ftmp%2fx"},
+        {"owbinary.wbem://local\r\nhost:%2ftmp%2fx", "Invalid URL: owbinary.wbem://local\r\nhost:%2ftmp%2fx"},
+        {"owbinary.wbem://localhost",
+         "Unsupported address: port 5988; this client reaches Unix-domain sockets only"},
+        {"http://localhost:%2ftmp%2fx", "Unsupported protocol: http; this client speaks owbinary.wbem"},
+        {"owbinary.wbems://localhost:%2ftmp%2fx",
+         "Unsupported protocol: owbinary.wbems; this client speaks owbinary.wbem"},
+    };
+    for (const auto& [url, message] : examples) {
+        try {
+            CIMClient client(url, "root/cimv2");
+            ADD_FAILURE() << "no exception for " << url;
+        } catch (const MalformedURLException& e) {
+            EXPECT_STREQ(message, e.getMessage());
+        }
+    }
+    for (const char* escape : {"%zz", "%2", "%"}) {
+        try {
+            CIMClient client((std::string("owbinary.wbem://localhost:") + escape).c_str(), "root/cimv2");
+            ADD_FAILURE() << "no exception for " << escape;
+        } catch (const UnescapeCharForURLException& e) {
+            EXPECT_EQ(std::string("Invalid escape: ") + escape, e.getMessage());
+        }
+    }
+    const std::string tooLong = "owbinary.wbem://localhost:%2f" + std::string(107, 'x');
+    EXPECT_THROW(CIMClient(tooLong.c_str(), ""), MalformedURLException);
+    EXPECT_NO_THROW(CIMClient(tooLong.substr(0, tooLong.size() - 1).c_str(), ""));
+}
+
+} // namespace
