@@ -5,8 +5,8 @@
  *   A management agent addresses its data by numbers: a group (a kind of managed object), a nominator (an
  *   attribute of the group), a row (one object) and an array position (one element of a multi-valued
  *   attribute). A CIM object manager (CIMOM) addresses the same data by class, property and instance. The
- *   library maps one to the other: OWB_getGroup() enumerates the class of a group and appends one item for each
- *   value to the agent's queue.
+ *   library maps one to the other: OWB_getGroup() enumerates the class of a group and appends one item
+ *   for each value to the agent's queue.
  *
  * OBJECTS
  *   _qHead   the agent's item queue: a circular, doubly linked list whose head is its own sentinel.
@@ -34,22 +34,29 @@
  *   freed or changed by the agent.
  *
  * THREADS
- *   The library starts none and locks nothing. It keeps one client connection for the life of the process, so
- *   call it from one thread at a time. It touches no signal disposition, and its descriptors are closed on exec.
+ *   The library starts none and locks nothing. It keeps one client connection for the life of the
+ *   process, so call it from one thread at a time. It touches no signal disposition, and its descriptors
+ *   are closed on exec.
  *
  * ERRORS
  *   Request functions return a status: OWB_DONE, OWB_NO_INSTANCE, OWB_BAD_ARGUMENT, OWB_NO_CONNECTION or
- *   OWB_EXCEPTION. Why a request failed is told by the trace. The trace is off unless a file named "vdxDebug" in
- *   the current directory, or else "/tmp/vdxDebug", exists when the library traces for the first time; its first
- *   line names the log file. Exceptions of the client library never reach the agent from a function that returns
- *   a status; exceptions of other types (std::bad_alloc, say) pass through.
+ *   OWB_EXCEPTION. Why a request failed is told by the trace. The trace is off unless a file named
+ *   "vdxDebug" in the current directory, or else "/tmp/vdxDebug", exists when the library traces for the
+ *   first time; its first line names the log file.
+ *   Exceptions of the client library never reach the agent from OWB_getGroup(); the two functions for C++
+ *   agents at the end say what they let out. Exceptions of other types (std::bad_alloc, say) pass
+ *   through.
  *   The library writes to standard output in one case only: a duplicate item, see OWB_itemAdd().
  *
  * LINK LINE
- *   cc -m32 agent.c -lowb
+ *   C, and C++ without the client library's classes:
+ *       cc -m32 agent.c -lowb
+ *   C++ that catches or passes those classes names the client library as well. The bundled one is in
+ *   folders of its own below the prefix, PREFIX/include/owb/openwbem and PREFIX/lib/owb:
+ *       c++ -m32 agent.cpp -IPREFIX/include/owb/openwbem -LPREFIX/lib/owb -lowb -lowclient
  *
- * The header serves C89 with `long long`, and C++. The target is 32-bit Linux: every long and pointer below is
- * one 32-bit word there.
+ * The header serves C89 with `long long`, and C++. The target is 32-bit Linux: every long and pointer below
+ * is one 32-bit word there.
  */
 #ifndef OWB_H
 #define OWB_H
@@ -89,8 +96,8 @@ struct _qItem {
 
 /*
  * The agent's queue. Five words. The first two stand where an item has `next` and `prev`, so that the head
- * serves as the sentinel of its own list. An empty queue has first and last pointing at the head and size 0; the
- * agent sets that up, the library never does.
+ * serves as the sentinel of its own list. An empty queue has first and last pointing at the head and size 0;
+ * the agent sets that up, the library never does.
  */
 struct _qHead {
     _qItem* first;  /* first item, or the head itself when the queue is empty */
@@ -104,7 +111,7 @@ struct _qHead {
 typedef struct ExtItem {
     long group;           /* group number; -1 in the end row */
     long nom;             /* nominator within the group; -1 in the end row */
-    const char* property; /* CIM property name, or the agent's own pseudo-name beginning with "_"; never null */
+    const char* property; /* CIM property name, or a pseudo-name of the agent's, beginning with "_" */
 } ExtItem;
 
 /* One key of ExtCimKeyArray. */
@@ -117,8 +124,8 @@ typedef struct ExtCimKey {
 extern const char* const ExtGroupCimClass[32];
 
 /*
- * Property of each (group, nominator) pair: 216 rows and the end row (-1, -1, ""). No pair occurs twice, and no
- * property occurs twice within a group, whatever the case of its letters.
+ * Property of each (group, nominator) pair: 216 rows and the end row (-1, -1, ""). No pair occurs twice, and
+ * no property occurs twice within a group, whatever the case of its letters.
  */
 extern const ExtItem ExtItemList[217];
 
@@ -136,33 +143,35 @@ extern char* owbUrl_p;
  *          the item's address; any numbers
  *   val    the value text, NUL-terminated, copied; null fails
  *
- * Returns 1 when the item was appended, 0 when it was not (null argument, or no memory): the queue's items are then
- * as before. Moves q->cursor as OWB_itemExists() does. An item with the same address is reported by two
- * lines on standard output, and the new item is appended all the same. Each append scans the queue once.
+ * Returns 1 when the item was appended, 0 when it was not (null argument, or no memory): the queue's items
+ * are then as before. Moves q->cursor as OWB_itemExists() does, except for a null val, which leaves it. An
+ * item with the same address is reported by two lines on standard output, and the new item is appended all
+ * the same. Each append scans the queue once.
  */
 long OWB_itemAdd(_qHead* q, long group, long nom, long row, long array, const char* val);
 
 /*
  * Looks for an item by its address.
  *
- * Returns 1 and leaves q->cursor on the match nearest to the front, or returns 0 and leaves q->cursor on the head
- * (also for an empty queue). Returns 0 for a null q. Takes time in proportion to the number of items.
+ * Returns 1 and leaves q->cursor on the match nearest to the front, or returns 0 and leaves q->cursor on the
+ * head (also for an empty queue). Returns 0 for a null q. Takes time in proportion to the number of items.
  */
 long OWB_itemExists(_qHead* q, long group, long nom, long row, long array);
 
 /*
- * Name of the CIM property behind (group, nominator): the first match in ExtItemList, else "NOT FOUND". Never null.
+ * Name of the CIM property behind (group, nominator): the first match in ExtItemList, else "NOT FOUND". Never
+ * null.
  */
 const char* OWB_propertyName(long group, long nom);
 
 /*
- * Sets the URL of the CIMOM: scheme://[user[:password]@]host[:port]. The port of a Unix-domain socket is its path,
- * percent-encoded: "owbinary.wbem://localhost:%2ftmp%2fOpenWBEM_UDS", which is the default.
+ * Sets the URL of the CIMOM: scheme://[user[:password]@]host[:port]. The port of a Unix-domain socket is its
+ * path, percent-encoded: "owbinary.wbem://localhost:%2ftmp%2fOpenWBEM_UDS", which is the default.
  *
  *   url    copied; null leaves the URL as it is. OWB_URLGet()'s own result is allowed.
  *
- * Returns 1 always; when there is no memory for the copy the URL stays as it was. A client that exists keeps its
- * URL: the new one is used from the next OWB_connect(1) on, or when the first client is made.
+ * Returns 1 always; when there is no memory for the copy the URL stays as it was. A client that exists keeps
+ * its URL: the new one is used from the next OWB_connect(1) on, or when the first client is made.
  */
 long OWB_URLSet(const char* url);
 
@@ -183,9 +192,9 @@ const char* OWB_version(char* date, char* time);
  *           where the message comes from; not changed
  *   format  a printf format for the arguments that follow, with its own "\n" at the end
  *
- * Message and finished line are each cut to 1023 characters; a line that was cut ends in "\n" like any other. A
- * log file that cannot be opened loses the line silently. Whether tracing is on is decided by the
- * first call of the process and never again.
+ * Message and finished line are each cut to 1023 characters; a line that was cut ends in "\n" like any other.
+ * A log file that cannot be opened loses the line silently. Whether tracing is on is decided by the first
+ * call of the process and never again.
  */
 void OWB_Debug(char* file, char* function, unsigned long line, char* format, ...)
 #ifdef __GNUC__
@@ -201,15 +210,16 @@ void OWB_Debug(char* file, char* function, unsigned long line, char* format, ...
  *   q      the queue; items in it stay
  *
  * Returns
- *   OWB_DONE           the enumeration ran to its end. The class may have no instances, and an instance that could
- *                      not be converted has been traced and passed over; its row number is not used again.
+ *   OWB_DONE           the enumeration ran to its end. The class may have no instances, and an instance
+ *                      that could not be converted has been traced and passed over; its row number is
+ *                      not used again.
  *   OWB_BAD_ARGUMENT   group out of range or q null
  *   OWB_NO_CONNECTION  there is no client
- *   OWB_EXCEPTION      connecting, enumerating or the CIMOM failed. Items appended before stay. The client is
- *                      kept and connects again by itself.
+ *   OWB_EXCEPTION      connecting, enumerating or the CIMOM failed. Items appended before stay. The client
+ *                      is kept and connects again by itself.
  *
- * Blocks until the reply is complete. The client library bounds the CIMOM's silence (60 s to connect, 600 s to
- * send and to receive).
+ * Blocks until the reply is complete. The client library bounds the CIMOM's silence (60 s to connect, 600 s
+ * to send and to receive).
  */
 long OWB_getGroup(long group, _qHead* q);
 
@@ -217,8 +227,8 @@ long OWB_getGroup(long group, _qHead* q);
 } /* extern "C" */
 
 /*
- * Cleans a text: strips blank, tab, line feed, carriage return and form feed at both ends and turns each double
- * quote into a single quote.
+ * Cleans a text: strips blank, tab, line feed, carriage return and form feed at both ends and turns each
+ * double quote into a single quote.
  *
  *   src  the text, may be null
  *   dst  where the result goes, with room for all of src; null cleans src in place
@@ -227,12 +237,17 @@ long OWB_getGroup(long group, _qHead* q);
  * result is null when dst is null too.
  */
 char* owbStringClean(char* src, char* dst);
+#endif /* __cplusplus */
+
+#endif /* OWB_H */
 
 /*
- * A C++ agent that includes headers of the OpenWBEM client library before this one sees two functions more. They
- * are not declared otherwise, since the client library's names can be declared by its own headers only.
+ * A C++ agent that includes headers of the OpenWBEM client library before this one sees two functions more.
+ * They are not declared otherwise, since the client library's names can be declared by its own headers only.
+ * Including this header once more behind the client library's declares them too.
  */
-#ifdef OW_CLIENT_API
+#if defined(__cplusplus) && defined(OW_CLIENT_API) && !defined(OWB_CLIENT_H)
+#define OWB_CLIENT_H
 #include <OW_CIMClient.hpp>
 #include <OW_CIMInstance.hpp>
 
@@ -248,19 +263,16 @@ OpenWBEM::CIMClient* OWB_connect(unsigned char kill);
 
 /*
  * Appends the values of one instance to a queue: one item for each scalar value, one for each element of a
- * string, uint16 or uint64 array. Properties that the group does not list, null values and arrays of other types
- * make no item.
+ * string, uint16 or uint64 array. Properties that the group does not list, null values and arrays of other
+ * types make no item.
  *
  *   group     selects the rows of ExtItemList; names are compared without regard to case
  *   instance  is not changed
  *   row       stored in every item
  *   q         the queue
  *
- * Returns OWB_DONE, or OWB_EXCEPTION when a property threw an OpenWBEM::Exception; the other properties
- * are handled all the same.
+ * Returns OWB_DONE, or OWB_EXCEPTION when a property threw an OpenWBEM::Exception; the other properties are
+ * handled all the same. An exception of the instance as a whole, for a null one, reaches the caller.
  */
 int OWB_getInstanceData(long group, OpenWBEM::CIMInstance& instance, long row, _qHead* q);
-#endif /* OW_CLIENT_API */
-#endif /* __cplusplus */
-
-#endif /* OWB_H */
+#endif /* OWB_CLIENT_H */

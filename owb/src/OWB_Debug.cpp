@@ -16,19 +16,20 @@ enum { UNDECIDED = 0, ON = 1, OFF = 2 };
 int state = UNDECIDED;
 char debugFileName[256];
 
-/* Formats as vsnprintf() does; a text that had to be cut keeps its line end. */
-void format(char* buffer, size_t size, const char* text, va_list values) {
-    const int length = std::vsnprintf(buffer, size, text, values);
+/* Formats as vsnprintf() does. A text that had to be cut, or that cannot be formatted, ends in a line end all
+ * the same. */
+void formatBounded(char* buffer, size_t size, const char* format, va_list values) {
+    const int length = std::vsnprintf(buffer, size, format, values);
     if (length < 0)
-        buffer[0] = '\0';
+        std::strcpy(buffer, "\n");
     else if (static_cast<size_t>(length) >= size)
         buffer[size - 2] = '\n';
 }
 
-__attribute__((format(printf, 3, 4))) void format(char* buffer, size_t size, const char* text, ...) {
+__attribute__((format(printf, 3, 4))) void formatBounded(char* buffer, size_t size, const char* format, ...) {
     va_list values;
-    va_start(values, text);
-    format(buffer, size, text, values);
+    va_start(values, format);
+    formatBounded(buffer, size, format, values);
     va_end(values);
 }
 
@@ -48,20 +49,21 @@ void decide() {
     state = ON;
 }
 
-void writeLine(const char* file, const char* function, unsigned long line, const char* text, va_list values) {
-    struct timeval now;
-    struct tm local;
+void writeLine(const char* file, const char* function, unsigned long line, const char* format,
+               va_list values) {
+    struct timeval now = {};
+    struct tm local = {};
     char message[1024];
     char traceLine[1024];
 
     gettimeofday(&now, NULL);
     const time_t seconds = now.tv_sec;
     tzset(); /* localtime_r() need not look at a TZ that has changed; localtime() would */
-    std::memset(&local, 0, sizeof local);
     localtime_r(&seconds, &local);
-    format(message, sizeof message, text, values);
-    format(traceLine, sizeof traceLine, "%02d:%02d:%02d:%03ld: %s:%s:%lu: %s", local.tm_hour, local.tm_min,
-           local.tm_sec, static_cast<long>(now.tv_usec / 1000), file, function, line, message);
+    formatBounded(message, sizeof message, format, values);
+    formatBounded(traceLine, sizeof traceLine, "%02d:%02d:%02d:%03ld: %s:%s:%lu: %s", local.tm_hour,
+                  local.tm_min, local.tm_sec, static_cast<long>(now.tv_usec / 1000), file, function, line,
+                  message);
 
     /* Opened for each line: the log may be moved away while the process runs. */
     std::FILE* log = std::fopen(debugFileName, "ae");
@@ -71,6 +73,7 @@ void writeLine(const char* file, const char* function, unsigned long line, const
     std::fclose(log);
 }
 
+/* Not isspace(): the vertical tab is kept, and the locale has no say. */
 bool isSpace(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
 }
@@ -83,19 +86,12 @@ bool owbTracing() {
     return state == ON;
 }
 
-void owbTrace(const char* file, const char* function, unsigned long line, const char* text, ...) {
-    va_list values;
-    va_start(values, text);
-    writeLine(file, function, line, text, values);
-    va_end(values);
-}
-
-extern "C" void OWB_Debug(char* file, char* function, unsigned long line, char* text, ...) {
+extern "C" void OWB_Debug(char* file, char* function, unsigned long line, char* format, ...) {
     if (!owbTracing())
         return;
     va_list values;
-    va_start(values, text);
-    writeLine(file, function, line, text, values);
+    va_start(values, format);
+    writeLine(file, function, line, format, values);
     va_end(values);
 }
 

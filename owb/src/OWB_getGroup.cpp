@@ -218,6 +218,8 @@ extern "C" const char* OWB_URLGet(void) {
     return owbUrl_p ? owbUrl_p : defaultUrl;
 }
 
+/* The buffers are filled and never read, on purpose: a core dump or a debugger shows in them which build it
+ * was. */
 extern "C" const char* OWB_version(char* date, char* time) {
     static char dateStr[128];
     static char timeStr[128];

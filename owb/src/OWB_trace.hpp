@@ -1,13 +1,13 @@
 #ifndef OWB_TRACE_HPP
 #define OWB_TRACE_HPP
-/* How the bridge's own sources trace: the way into OWB_Debug() that costs one test when tracing is off. */
+/* How the bridge's own sources trace: the way into OWB_Debug() that costs one call when tracing is off. */
 
 /* Whether tracing is on. The first call of the process decides for its whole life. */
 bool owbTracing();
 
-/* As OWB_Debug(), for texts that are constant. */
-void owbTrace(const char* file, const char* function, unsigned long line, const char* format, ...)
-    __attribute__((format(printf, 4, 5)));
+/* OWB_Debug() itself, declared for texts that are constant. */
+extern "C" void owbTrace(const char* file, const char* function, unsigned long line, const char* format,
+                         ...) __asm__("OWB_Debug") __attribute__((format(printf, 4, 5)));
 
 /*
  * OWB_TRACE(function, line, format, ...) traces from the source file that the constant traceFile names. Its

@@ -3,7 +3,8 @@
 set -eu
 LC_ALL=C
 export LC_ALL
-exported=$("$1" -D --defined-only --demangle "$2" | cut -d ' ' -f 3- | sort)
+# Later releases of the client library call their namespace OpenWBEM4.
+exported=$("$1" -D --defined-only --demangle "$2" | cut -d ' ' -f 3- | sed 's/OpenWBEM[0-9]*::/OpenWBEM::/' | sort)
 if [ "$exported" = "$(sort "$3")" ]; then
     exit 0
 fi

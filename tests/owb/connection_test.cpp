@@ -1,3 +1,5 @@
+#include "owb.h" // once before the client library's headers and once behind them: the second time declares more
+
 #include "OW_CIMClient.hpp"
 #include "OW_Exception.hpp"
 #include "OW_URL.hpp"

@@ -1,5 +1,5 @@
-// Faults that no peer can produce on demand: a value that throws while it is read, and memory that runs out.
-// Functions of this program stand in front of the ones of the libraries.
+// Faults that no peer can produce on demand: a value that throws while it is read, a client that is not
+// there. Functions of this program stand in front of the ones of the libraries.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMException.hpp"
 #include "OW_CIMInstance.hpp"
@@ -22,9 +22,6 @@ namespace {
 
 bool hasNoClient = false;
 unsigned nameLookups = 0;
-int allocationsUntilFailure = -1; // -1: none fails
-std::size_t failingSize = 0;      // an allocation of this size fails; 0: none
-int outstandingAllocations = 0;
 
 } // namespace
 
@@ -53,28 +50,6 @@ __attribute__((visibility("default"))) const char* OWB_propertyName(long group, 
     const auto real = reinterpret_cast<const char* (*)(long, long)>(dlsym(RTLD_NEXT, "OWB_propertyName"));
     return real(group, nom);
 }
-
-#ifndef __SANITIZE_ADDRESS__
-extern "C" {
-void* __libc_malloc(std::size_t size);
-void __libc_free(void* memory);
-
-__attribute__((visibility("default"))) void* malloc(std::size_t size) noexcept {
-    if (allocationsUntilFailure == 0 || (failingSize != 0 && size == failingSize))
-        return nullptr;
-    if (allocationsUntilFailure > 0)
-        --allocationsUntilFailure;
-    ++outstandingAllocations;
-    return __libc_malloc(size);
-}
-
-__attribute__((visibility("default"))) void free(void* memory) noexcept {
-    if (memory)
-        --outstandingAllocations;
-    __libc_free(memory);
-}
-}
-#endif
 
 namespace {
 
@@ -168,64 +143,5 @@ TEST(Fault, NothingIsLookedUpForATraceThatIsOff) {
         EXPECT_EQ(1U, nameLookups) << "and the count counts";
     });
 }
-
-#ifndef __SANITIZE_ADDRESS__ // the sanitizer has its own malloc
-
-class OutOfMemory : public testing::TestWithParam<int> {};
-
-TEST_P(OutOfMemory, FailsTheItemLeavesTheQueueAndLosesNothing) {
-    const support::TempDir folder; // without a trace, which allocates on its own account
-    support::inChild(folder.path(), [] {
-        TestQueue q;
-        OWB_itemAdd(q.head(), 0, 1, 0, 0, "first");
-        const int before = outstandingAllocations;
-        allocationsUntilFailure = GetParam();
-        const long result = OWB_itemAdd(q.head(), 0, 1, 1, 0, "second");
-        allocationsUntilFailure = -1;
-        EXPECT_EQ(0, result);
-        EXPECT_EQ(before, outstandingAllocations);
-        EXPECT_EQ(Items{"0/1/0/0=first"}, q.items());
-        EXPECT_TRUE(q.isConsistent());
-    });
-}
-
-INSTANTIATE_TEST_SUITE_P(OfItemAndOfText, OutOfMemory, testing::Values(0, 1));
-
-TEST(Fault, AnItemWithoutMemoryIsTraced) {
-    TraceLog trace;
-    trace.run([] {
-        TestQueue q;
-        OWB_itemAdd(q.head(), 0, 1, 0, 0, "first");
-        const std::string text(5000, 'x');
-        failingSize = text.size() + 1;
-        const long result = OWB_itemAdd(q.head(), 0, 1, 1, 0, text.c_str());
-        failingSize = 0;
-        EXPECT_EQ(0, result);
-    });
-    EXPECT_EQ("203: Failed to add item: 'Model' group: 0 nominator: 1 row: 1 array: 0",
-              trace.linesOf("OWB_itemAdd").at(1));
-}
-
-TEST(Fault, AUrlWithoutMemoryForItsCopyLeavesTheOldOne) {
-    TraceLog trace;
-    trace.run([] {
-        OWB_URLSet("old");
-        allocationsUntilFailure = 0;
-        const long result = OWB_URLSet("new");
-        allocationsUntilFailure = -1;
-        EXPECT_EQ(1, result);
-        EXPECT_STREQ("old", OWB_URLGet());
-    });
-}
-
-TEST(Fault, ATextWithoutMemoryIsCleanedInPlaceAllTheSame) {
-    char text[] = " \"x\" ";
-    allocationsUntilFailure = 0;
-    const char* const result = owbStringClean(text, nullptr);
-    allocationsUntilFailure = -1;
-    EXPECT_STREQ("'x'", result);
-}
-
-#endif
 
 } // namespace

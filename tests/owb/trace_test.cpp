@@ -3,6 +3,7 @@
 #include "owb.h"
 
 #include "TraceLog.hpp"
+#include "support/CommonSwitch.hpp"
 #include "support/TempDir.hpp"
 
 #include <cstdio>
@@ -17,15 +18,9 @@
 
 namespace {
 
-std::string commonSwitch;           // what stands for /tmp/vdxDebug
 const timeval* fakedTime = nullptr; // null: the real clock
 
 } // namespace
-
-__attribute__((visibility("default"))) std::FILE* fopen(const char* path, const char* mode) {
-    const auto real = reinterpret_cast<std::FILE* (*)(const char*, const char*)>(dlsym(RTLD_NEXT, "fopen64"));
-    return real(std::strcmp(path, "/tmp/vdxDebug") == 0 ? commonSwitch.c_str() : path, mode);
-}
 
 __attribute__((visibility("default"))) int gettimeofday(timeval* now, void* zone) noexcept {
     if (fakedTime) {
@@ -50,7 +45,7 @@ void debug(const char* format, Values... values) {
 
 class Trace : public testing::Test {
 protected:
-    Trace() { commonSwitch = m_folder.file("common/vdxDebug"); }
+    Trace() { support::commonSwitch = m_folder.file("common/vdxDebug"); }
 
     // Without the time.
     std::string logged(const std::string& log) const {
@@ -167,7 +162,7 @@ TEST_F(Trace, BeginsALineWithTheLocalTimeInMilliseconds) {
     m_folder.write("vdxDebug", m_folder.file("log"));
     run([] {
         ::setenv("TZ", "XYZ-5:30", 1);            // five and a half hours east of UTC
-        const timeval early = {1132918449, 7123}; // 2005-11-25 11:34:09 UTC
+        const timeval early = {1132918449, 8000}; // 2005-11-25 11:34:09 UTC
         const timeval late = {1132918449, 999999};
         fakedTime = &early;
         debug("a\n");
@@ -176,7 +171,7 @@ TEST_F(Trace, BeginsALineWithTheLocalTimeInMilliseconds) {
         ::setenv("TZ", "UTC", 1);
         debug("c\n");
     });
-    EXPECT_EQ("17:04:09:007: file.cpp:function:42: a\n17:04:09:999: file.cpp:function:42: b\n"
+    EXPECT_EQ("17:04:09:008: file.cpp:function:42: a\n17:04:09:999: file.cpp:function:42: b\n"
               "11:34:09:999: file.cpp:function:42: c\n",
               readFile(m_folder.file("log")));
 }
@@ -210,15 +205,29 @@ TEST_F(Trace, CutsALineWhosePrefixAloneIsTooLong) {
     EXPECT_EQ(std::string(1023 - 14 - 1, 'f') + "\n", logged("log"));
 }
 
+int nextDescriptor() {
+    const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    ::close(descriptor);
+    return descriptor;
+}
+
 TEST_F(Trace, LeaksNoDescriptorOfTheLogOrTheSwitchFile) {
     m_folder.write("vdxDebug", m_folder.file("log"));
     run([] {
+        const int before = nextDescriptor();
         debug("x\n");
-        const int before = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
         debug("x\n");
-        const int after = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-        EXPECT_EQ(before + 1, after);
+        EXPECT_EQ(before, nextDescriptor());
     });
+}
+
+TEST_F(Trace, EndsALineWhoseMessageCannotBeFormatted) {
+    m_folder.write("vdxDebug", m_folder.file("log"));
+    run([] {
+        debug("%ls\n", L"\x20ac"); // no such character in the C locale
+        debug("next\n");
+    });
+    EXPECT_EQ("file.cpp:function:42: \nfile.cpp:function:42: next\n", logged("log"));
 }
 
 } // namespace

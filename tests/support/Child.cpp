@@ -1,13 +1,28 @@
 #include "support/Child.hpp"
 
+#include "support/CommonSwitch.hpp"
+
 #include <cerrno>
 #include <cstdio>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
+
 namespace support {
 namespace {
+
+// A child ends without the exit handlers of its parent, the leak checker's among them.
+bool hasLeaked() {
+#ifdef __SANITIZE_ADDRESS__
+    return __lsan_do_recoverable_leak_check() != 0;
+#else
+    return false;
+#endif
+}
 
 [[noreturn]] void runBody(const std::string& folder, const std::function<void()>& body, std::FILE* output) {
     ::dup2(::fileno(output), STDOUT_FILENO);
@@ -19,7 +34,9 @@ namespace {
         code = 3;
     }
     std::fflush(nullptr);
-    ::_exit(code == 0 && ::testing::Test::HasFailure() ? 1 : code);
+    if (code == 0 && (::testing::Test::HasFailure() || hasLeaked()))
+        code = 1;
+    ::_exit(code);
 }
 
 } // namespace
