@@ -38,6 +38,13 @@ endif()
 include(FindPackageHandleStandardArgs)
 find_package_handle_standard_args(OpenWBEM REQUIRED_VARS OpenWBEM_LIBRARY OpenWBEM_INCLUDE_DIR OpenWBEM_LINKS)
 
+# A pair that does not do must not keep the next run, with another prefix, from looking.
+if(NOT OpenWBEM_FOUND)
+    unset(OpenWBEM_INCLUDE_DIR CACHE)
+    unset(OpenWBEM_LIBRARY CACHE)
+    unset(OpenWBEM_LINKS CACHE)
+endif()
+
 if(OpenWBEM_FOUND AND NOT TARGET OpenWBEM_installed)
     add_library(OpenWBEM_installed INTERFACE)
     target_include_directories(OpenWBEM_installed SYSTEM INTERFACE ${OpenWBEM_INCLUDE_DIR})

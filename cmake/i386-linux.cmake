@@ -5,6 +5,5 @@ set(CMAKE_C_FLAGS_INIT -m32)
 set(CMAKE_CXX_FLAGS_INIT -m32)
 # The host runs the result itself: tests need no emulator.
 set(CMAKE_CROSSCOMPILING_EMULATOR "")
-# Multilib keeps its 32-bit libraries here; the host's multiarch folders hold 64-bit ones only.
-set(CMAKE_LIBRARY_PATH /usr/lib32 /lib32)
-set_property(GLOBAL PROPERTY FIND_LIBRARY_USE_LIB32_PATHS TRUE)
+# Where 32-bit libraries are: those of multilib and those of i386 packages.
+list(APPEND CMAKE_LIBRARY_PATH /usr/lib32 /lib32 /usr/lib/i386-linux-gnu)
