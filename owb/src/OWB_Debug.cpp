@@ -20,10 +20,12 @@ char debugFileName[256];
  * the same. */
 void formatBounded(char* buffer, size_t size, const char* format, va_list values) {
     const int length = std::vsnprintf(buffer, size, format, values);
-    if (length < 0)
-        std::strcpy(buffer, "\n");
-    else if (static_cast<size_t>(length) >= size)
+    if (length < 0) {
+        buffer[0] = '\n';
+        buffer[1] = '\0';
+    } else if (static_cast<size_t>(length) >= size) {
         buffer[size - 2] = '\n';
+    }
 }
 
 __attribute__((format(printf, 3, 4))) void formatBounded(char* buffer, size_t size, const char* format, ...) {
