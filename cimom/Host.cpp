@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -32,6 +33,13 @@ struct CloseDirectory {
     void operator()(DIR* directory) const { ::closedir(directory); }
 };
 
+/** What a call that failed gives, by errno: nothing, or an exception when the file may well be there. */
+std::nullopt_t absent(const std::string& path) {
+    if (errno == EMFILE || errno == ENFILE || errno == ENOMEM)
+        throw std::system_error(errno, std::generic_category(), path);
+    return std::nullopt;
+}
+
 std::string withoutSlashAtEnd(std::string path) {
     while (!path.empty() && path.back() == '/')
         path.pop_back();
@@ -47,7 +55,7 @@ std::optional<std::string> Host::readFile(const std::string& path) const {
     // A pipe in the place of a file must not hold the object manager up.
     const Descriptor file(::open((m_root + path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (file.number() < 0)
-        return std::nullopt;
+        return absent(path);
     std::string content;
     char buffer[16384];
     for (;;) {
@@ -57,7 +65,7 @@ std::optional<std::string> Host::readFile(const std::string& path) const {
         if (size > 0)
             content.append(buffer, static_cast<std::size_t>(size));
         else if (errno != EINTR)
-            return std::nullopt;
+            return absent(path);
     }
 }
 
@@ -72,20 +80,24 @@ std::optional<std::string> Host::readLine(const std::string& path) const {
 std::optional<std::vector<std::string>> Host::listDirectory(const std::string& path) const {
     const std::unique_ptr<DIR, CloseDirectory> directory(::opendir((m_root + path).c_str()));
     if (!directory)
-        return std::nullopt;
+        return absent(path);
     std::vector<std::string> names;
+    errno = 0; // which alone tells the end of the folder from a failure
     while (const dirent* const entry = ::readdir(directory.get())) {
         std::string name = entry->d_name;
         if (name != "." && name != "..")
             names.push_back(std::move(name));
+        errno = 0;
     }
+    if (errno != 0)
+        return absent(path);
     return names;
 }
 
 std::optional<std::timespec> Host::modificationTime(const std::string& path) const {
     struct stat status;
     if (::stat((m_root + path).c_str(), &status) != 0)
-        return std::nullopt;
+        return absent(path);
     return status.st_mtim;
 }
 

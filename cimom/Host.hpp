@@ -12,8 +12,9 @@ namespace cimom {
 /**
  * The host whose data is served, as its files tell it: /proc, /sys, /etc and /run below a root folder. All
  * paths given are absolute, as the host itself sees them. Symbolic links are followed by the kernel, so an
- * absolute one leaves the root. What cannot be read is absent, never an error: it may be gone the next
- * moment.
+ * absolute one leaves the root. What cannot be read is absent, not an error: it may be gone the next moment.
+ * Only when this process or the system is out of descriptors or memory, so that nobody knows what is there,
+ * the functions throw std::system_error.
  */
 class Host {
 public:

@@ -3,6 +3,7 @@
 #include "OW_CIMException.hpp"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 namespace cimom {
@@ -13,11 +14,24 @@ namespace {
 
 const char* const onlyNameSpace = "root/cimv2";
 
-void keepWanted(CIMInstance& instance, const PropertyList& wanted) {
+/** Those of the listed names that the class declares. A client may list far more names than it declares. */
+std::set<CIMName> declaredNames(const PropertyList& listed, const ClassDeclaration& declaration) {
+    std::set<CIMName> declared;
+    for (const PropertyDeclaration& property : declaration.properties)
+        declared.insert(property.name);
+    std::set<CIMName> names;
+    for (const CIMName& name : listed) {
+        if (declared.count(name) > 0)
+            names.insert(name);
+    }
+    return names;
+}
+
+void keepWanted(CIMInstance& instance, const std::set<CIMName>& wanted) {
     const CIMPropertyArray all = instance.getProperties();
     CIMPropertyArray kept;
     for (const CIMProperty& property : all) {
-        if (std::find(wanted.begin(), wanted.end(), CIMName(property.getName())) != wanted.end())
+        if (wanted.count(property.getName()) > 0)
             kept.push_back(property);
     }
     instance.setProperties(kept);
@@ -31,17 +45,19 @@ ObjectManager::ObjectManager(std::vector<std::unique_ptr<Provider>> providers)
 std::vector<CIMInstance> ObjectManager::enumerateInstances(const std::string& nameSpace,
                                                            const CIMName& className,
                                                            const PropertyList* wanted) const {
-    std::vector<CIMInstance> instances = providerOf(nameSpace, className).instances();
+    const Provider& provider = providerOf(nameSpace, className);
+    std::vector<CIMInstance> instances = provider.instances();
     if (wanted) {
+        const std::set<CIMName> names = declaredNames(*wanted, provider.declaration());
         for (CIMInstance& instance : instances)
-            keepWanted(instance, *wanted);
+            keepWanted(instance, names);
     }
     return instances;
 }
 
 const Provider& ObjectManager::providerOf(const std::string& nameSpace, const CIMName& className) const {
     const std::string name = nameSpace.substr(std::min(nameSpace.find_first_not_of('/'), nameSpace.size()));
-    if (name != onlyNameSpace)
+    if (CIMName(name.c_str()) != CIMName(onlyNameSpace))
         OW_THROWCIMMSG(CIMException::INVALID_NAMESPACE, name.c_str());
     for (const std::unique_ptr<Provider>& provider : m_providers) {
         if (className == CIMName(provider->declaration().name))

@@ -23,7 +23,7 @@ public:
     /**
      * All instances of a class.
      *
-     * @param nameSpace leading slashes do not matter
+     * @param nameSpace in any case of its letters; leading slashes do not matter
      * @param className in any case of its letters
      * @param wanted the properties that the instances shall carry, all when null; names of others are ignored
      */

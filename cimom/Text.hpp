@@ -16,8 +16,7 @@ std::vector<std::string_view> lines(std::string_view text);
 /** The words of a line, which blanks and tabs separate. */
 std::vector<std::string_view> words(std::string_view line);
 
-/** A number whose text is nothing but that number; nothing for other texts and for numbers that T cannot
- * hold. */
+/** The number that a text is; nothing when the text is anything else, or T cannot hold the number. */
 template <class T>
 std::optional<T> number(std::string_view text, int base = 10) {
     T value{};

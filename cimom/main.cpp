@@ -21,6 +21,17 @@ struct Options {
     std::string root = "/";
 };
 
+/** Serves until the io_context is stopped. An exception ends the session that it comes from and no other. */
+void run(boost::asio::io_context& io) {
+    while (!io.stopped()) {
+        try {
+            io.run();
+        } catch (const std::exception& e) {
+            std::cerr << "owbcimomd: connection closed: " << e.what() << std::endl;
+        }
+    }
+}
+
 void serve(const Options& options) {
     const cimom::Host host(options.root);
     const cimom::ObjectManager manager(cimom::makeProviders(host));
@@ -33,7 +44,7 @@ void serve(const Options& options) {
 
     cimom::Server server(io, options.socket, handler);
     std::cerr << "owbcimomd: ready on " << options.socket << std::endl;
-    io.run();
+    run(io);
 }
 
 } // namespace

@@ -21,6 +21,7 @@ using ReplyHead = http::response<http::empty_body>;
 namespace {
 
 const std::size_t chunkSize = 4096;
+const std::size_t headTextLimit = 1024;
 const char* const contentType = "application/x-owbinary; charset=\"utf-8\"";
 
 /** The present moment in the form of RFC 9110, HTTP-date. */
@@ -49,8 +50,12 @@ std::string text(const ReplyHead& head) {
     return out.str();
 }
 
-/** Names that a client sent may hold line ends, which must not become lines of the reply. */
-std::string oneLine(std::string value) {
+/**
+ * A text for the head or the trailers. It may hold names that a client sent: their line ends must not become
+ * lines of the reply, and readers of HTTP limit the length of a line.
+ */
+std::string headText(std::string value) {
+    value.resize(std::min(value.size(), headTextLimit));
     const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; };
     std::replace_if(value.begin(), value.end(), isControl, ' ');
     return value;
@@ -62,7 +67,7 @@ http::fields trailers(const OperationReply& reply, const std::string& prefix) {
         return fields;
     fields.set(prefix + "CIMStatusCode", std::to_string(reply.error->code));
     if (!reply.error->description.empty())
-        fields.set(prefix + "CIMStatusDescription", oneLine(reply.error->description));
+        fields.set(prefix + "CIMStatusDescription", headText(reply.error->description));
     return fields;
 }
 
@@ -101,9 +106,9 @@ std::string ReplyFormat::answer(const OperationReply& reply, const RequestHead& 
     return text(head) + chunked(reply.error ? std::string() : reply.body, trailers(reply, prefix));
 }
 
-std::string ReplyFormat::refusal(const Refusal& refusal, bool isHttp11) const {
-    ReplyHead head = replyHead(refusal.status, std::string(refusal.reason) + ": " + refusal.detail);
-    head.version(isHttp11 ? 11 : 10);
+std::string ReplyFormat::refusal(const Refusal& refusal, bool isUnderstood) const {
+    ReplyHead head = replyHead(refusal.status, std::string(refusal.reason) + ": " + headText(refusal.detail));
+    head.version(isUnderstood ? 11 : 10);
     head.set(field::connection, "close");
     head.set(field::content_length, "0");
     return text(head);

@@ -1,5 +1,7 @@
 #include "http/RequestRules.hpp"
 
+#include "Text.hpp"
+
 #include <boost/beast/core/string.hpp>
 #include <boost/beast/http/error.hpp>
 #include <boost/beast/http/rfc7230.hpp>
@@ -14,11 +16,9 @@ namespace {
 
 const unsigned http11 = 11;
 
-bool isBinaryType(string_view contentType) {
-    string_view type = contentType.substr(0, contentType.find(';'));
-    while (!type.empty() && type.back() == ' ')
-        type.remove_suffix(1);
-    return iequals(type, "application/x-owbinary");
+bool isBinaryType(std::string_view contentType) {
+    const std::string_view type = trimmed(contentType.substr(0, contentType.find(';')));
+    return iequals(string_view(type.data(), type.size()), "application/x-owbinary");
 }
 
 } // namespace

@@ -13,7 +13,7 @@ using RequestParser = boost::beast::http::request_parser<boost::beast::http::str
 
 /** The largest head of a request, and the largest body, in bytes. */
 const std::uint32_t headLimit = 16 * 1024;
-const std::uint64_t bodyLimit = 1024 * 1024;
+const std::uint64_t bodyLimit = 1024ULL * 1024;
 
 /** What an error answer says: `<status> <reason>: <detail>`. */
 struct Refusal {
@@ -37,8 +37,7 @@ RequestHead requestHead(const RequestParser& parser);
 /** Why a request is refused for its head; nothing when it is fine. */
 std::optional<Refusal> refusalOf(const RequestParser& parser);
 
-/** Why a request is refused that could not be read; nothing when the connection broke and nobody is there to
- * be told. */
+/** Why a request is refused that could not be read; nothing when the connection broke. */
 std::optional<Refusal> refusalOf(const boost::system::error_code& error);
 
 } // namespace cimom

@@ -1,7 +1,8 @@
 #include "http/Server.hpp"
 
+#include <algorithm>
 #include <iostream>
-#include <memory>
+#include <sys/resource.h>
 #include <utility>
 
 namespace cimom {
@@ -9,11 +10,27 @@ namespace cimom {
 namespace asio = boost::asio;
 using boost::system::error_code;
 
-Server::Server(asio::io_context& io, const std::string& path, const BinaryHandler& handler)
+namespace {
+
+/** Descriptors for all but the connections: standard streams, sockets, the files of the host. */
+const rlim_t reservedDescriptors = 32;
+
+long connectionLimit(std::size_t wanted) {
+    rlimit descriptors{};
+    ::getrlimit(RLIMIT_NOFILE, &descriptors);
+    const rlim_t possible = std::max(descriptors.rlim_cur, reservedDescriptors + 1) - reservedDescriptors;
+    return static_cast<long>(std::min<rlim_t>(wanted, possible));
+}
+
+} // namespace
+
+Server::Server(asio::io_context& io, const std::string& path, const BinaryHandler& handler,
+               const ServerLimits& limits)
     : m_listening(path)
     , m_acceptor(io, asio::local::stream_protocol(), m_listening.duplicate())
     , m_pause(io)
-    , m_context{handler, m_format, {}} {
+    , m_context(std::make_shared<const SessionContext>(SessionContext{handler, m_format, limits.session}))
+    , m_connectionLimit(connectionLimit(limits.connections)) {
     accept();
 }
 
@@ -26,9 +43,19 @@ void Server::accept() {
             retryAccept();
             return;
         }
-        std::make_shared<Session>(std::move(socket), m_context)->start();
+        // First, so that an exception ends this connection only.
         accept();
+        serve(std::move(socket));
     });
+}
+
+void Server::serve(Session::Socket socket) {
+    const long connections = m_context.use_count() - 1;
+    const auto session = std::make_shared<Session>(std::move(socket), m_context);
+    if (connections < m_connectionLimit)
+        session->start();
+    else
+        session->refuse({503, "Service unavailable", "connection queue full"});
 }
 
 void Server::retryAccept() {

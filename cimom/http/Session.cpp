@@ -10,9 +10,9 @@ namespace cimom {
 namespace asio = boost::asio;
 namespace http = boost::beast::http;
 
-Session::Session(Socket socket, const SessionContext& context)
+Session::Session(Socket socket, std::shared_ptr<const SessionContext> context)
     : m_socket(std::move(socket))
-    , m_context(context)
+    , m_context(std::move(context))
     , m_timer(m_socket.get_executor())
     , m_buffer(headLimit + bodyLimit) {}
 
@@ -25,7 +25,7 @@ void Session::awaitRequest() {
         readHead();
         return;
     }
-    limitTime(m_context.limits.idle);
+    limitTime(m_context->limits.idle);
     m_socket.async_wait(Socket::wait_read, [self = shared_from_this()](const Error& error) {
         if (error || self->m_isRefusing)
             return;
@@ -37,7 +37,7 @@ void Session::readHead() {
     m_parser.emplace();
     m_parser->header_limit(headLimit);
     m_parser->body_limit(bodyLimit);
-    limitTime(m_context.limits.request);
+    limitTime(m_context->limits.request);
     http::async_read_header(m_socket, m_buffer, *m_parser,
                             [self = shared_from_this()](const Error& error, std::size_t) {
                                 if (self->m_isRefusing)
@@ -50,7 +50,7 @@ void Session::readHead() {
 }
 
 void Session::readBody() {
-    m_isHttp11 = true;
+    m_isUnderstood = true;
     if (const std::optional<Refusal> refusal = refusalOf(*m_parser)) {
         refuse(*refusal);
         return;
@@ -73,7 +73,7 @@ void Session::answer() {
         return;
     }
     const RequestHead request = requestHead(*m_parser);
-    send(m_context.format.answer(m_context.handler.handle(body), request), request.keepsAlive);
+    send(m_context->format.answer(m_context->handler.handle(body), request), request.keepsAlive);
 }
 
 void Session::onReadError(const Error& error) {
@@ -85,12 +85,12 @@ void Session::onReadError(const Error& error) {
 
 void Session::refuse(const Refusal& refusal) {
     m_isRefusing = true;
-    send(m_context.format.refusal(refusal, m_isHttp11), false);
+    send(m_context->format.refusal(refusal, m_isUnderstood), false);
 }
 
 void Session::send(std::string reply, bool thenContinue) {
     m_reply = std::move(reply);
-    limitTime(m_context.limits.request);
+    limitTime(m_context->limits.request);
     asio::async_write(m_socket, asio::buffer(m_reply),
                       [self = shared_from_this(), thenContinue](const Error& error, std::size_t) {
                           self->m_reply = std::string();
@@ -103,9 +103,12 @@ void Session::send(std::string reply, bool thenContinue) {
 
 void Session::limitTime(std::chrono::milliseconds time) {
     m_timer.expires_after(time);
-    m_timer.async_wait([self = shared_from_this()](const Error& error) {
+    // What is read or written keeps the session alive, not its timer: a session that an exception has stopped
+    // goes at once.
+    m_timer.async_wait([weak = weak_from_this()](const Error& error) {
+        const std::shared_ptr<Session> self = weak.lock();
         // The timer may have been set anew after this call of it was due.
-        if (!error && self->m_timer.expiry() <= std::chrono::steady_clock::now())
+        if (!error && self && self->m_timer.expiry() <= std::chrono::steady_clock::now())
             self->onTimeout();
     });
 }

@@ -31,15 +31,18 @@ struct SessionContext {
 
 /**
  * One connection: reads requests and answers them, one after the other, until the client closes or is
- * refused. It keeps itself alive as long as the connection is open.
+ * refused. It keeps itself alive as long as the connection is open. An exception of a handler, which passes
+ * through the io_context, ends its session and closes the connection.
  */
 class Session : public std::enable_shared_from_this<Session> {
 public:
     using Socket = boost::asio::local::stream_protocol::socket;
 
-    /** @param context must outlive the session */
-    Session(Socket socket, const SessionContext& context);
+    Session(Socket socket, std::shared_ptr<const SessionContext> context);
+    /** Reads and answers requests. */
     void start();
+    /** Says why the client is not served, in the place of an answer, and closes the connection. */
+    void refuse(const Refusal& refusal);
 
 private:
     using Error = boost::system::error_code;
@@ -48,7 +51,6 @@ private:
     void readHead();
     void readBody();
     void answer();
-    void refuse(const Refusal& refusal);
     void send(std::string reply, bool thenContinue);
     void onReadError(const Error& error);
     void onTimeout();
@@ -56,12 +58,12 @@ private:
     void close();
 
     Socket m_socket;
-    const SessionContext& m_context;
+    std::shared_ptr<const SessionContext> m_context;
     boost::asio::steady_timer m_timer;
     boost::beast::flat_buffer m_buffer;
     std::optional<RequestParser> m_parser; // of the request that is being read
     std::string m_reply;                   // that is being sent, else empty
-    bool m_isHttp11 = false;               // the client has sent a request that was understood
+    bool m_isUnderstood = false;           // the client has sent a head that could be read
     bool m_isRefusing = false;             // nothing is read any more
 };
 

@@ -49,6 +49,7 @@ std::string unquoted(std::string_view value) {
     return result;
 }
 
+/** PRETTY_NAME of os-release(5). As in a shell, the last assignment counts. */
 std::optional<std::string> version(const Host& host) {
     std::optional<std::string> file = host.readFile("/etc/os-release");
     if (!file)
@@ -56,11 +57,12 @@ std::optional<std::string> version(const Host& host) {
     if (!file)
         return std::nullopt;
     const std::string_view wanted = "PRETTY_NAME=";
+    std::optional<std::string> found;
     for (const std::string_view line : lines(*file)) {
         if (line.substr(0, wanted.size()) == wanted)
-            return unquoted(trimmed(line.substr(wanted.size())));
+            found = unquoted(trimmed(line.substr(wanted.size())));
     }
-    return std::nullopt;
+    return found;
 }
 
 bool isEarlier(const std::timespec& a, const std::timespec& b) {

@@ -37,8 +37,8 @@ std::optional<UInt16> rfcState(unsigned kernelState) {
     return index < sizeof states / sizeof *states ? std::optional<UInt16>(states[index]) : std::nullopt;
 }
 
-/** Reads "<address>:<port>": the address as words of eight digits, whose bytes stand in memory as on the
- * network. */
+/** Reads "<address>:<port>". The address is words of eight digits whose bytes in memory are in network order.
+ */
 std::optional<TCPAddress> parseAddress(std::string_view text) {
     const std::size_t digits = text.find(':');
     if (digits != 8 && digits != 32)
@@ -88,21 +88,35 @@ std::vector<Socket> readSockets(const Host& host) {
     return sockets;
 }
 
+using InodesByName = std::map<std::string, std::set<UInt64>>;
+
+/** The sockets behind each name; a connection that belongs to no socket has no entry. */
+InodesByName inodesByName(const std::vector<Socket>& sockets) {
+    InodesByName inodes;
+    for (const Socket& socket : sockets) {
+        if (socket.inode != 0)
+            inodes[socket.connection.name].insert(socket.inode);
+    }
+    return inodes;
+}
+
 } // namespace
 
 std::vector<TCPConnection> tcpConnections(const Host& host) {
-    std::map<std::string, std::set<UInt64>> inodes;
     std::vector<Socket> sockets = readSockets(host);
-    for (const Socket& socket : sockets)
-        inodes[socket.connection.name].insert(socket.inode);
+    const InodesByName inodes = inodesByName(sockets);
 
     std::vector<TCPConnection> connections;
     std::set<std::string> told;
     for (Socket& socket : sockets) {
         TCPConnection& connection = socket.connection;
-        if (inodes[connection.name].size() > 1)
+        const auto sharing = inodes.find(connection.name);
+        // The kernel may list a connection twice when it changes its state during the reading, and one of
+        // the two without its socket.
+        if (sharing != inodes.end() && socket.inode == 0)
+            continue;
+        if (sharing != inodes.end() && sharing->second.size() > 1)
             connection.name += "#" + std::to_string(socket.inode);
-        // The kernel may list a connection twice when it changes its state during the reading.
         if (told.insert(connection.name).second)
             connections.push_back(std::move(connection));
     }

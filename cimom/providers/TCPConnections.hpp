@@ -28,8 +28,7 @@ struct TCPConnection {
     TCPAddress remote;
 };
 
-/** The connections of /proc/net/tcp and then those of /proc/net/tcp6, proc(5). Lines that do not read are
- * left out. */
+/** The connections of /proc/net/tcp, then those of /proc/net/tcp6, proc(5). Odd lines are left out. */
 std::vector<TCPConnection> tcpConnections(const Host& host);
 
 } // namespace cimom

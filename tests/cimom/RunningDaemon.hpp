@@ -14,6 +14,7 @@ protected:
         EXPECT_EQ("owbcimomd: ready on " + socketPath(), m_daemon.nextErrorLine());
     }
 
+    support::Daemon& daemon() { return m_daemon; }
     std::string socketPath() const { return m_folder.file("socket"); }
 
 private:

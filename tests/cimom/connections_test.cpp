@@ -81,6 +81,27 @@ TEST(TCPConnections, AConnectionThatIsListedTwiceIsToldOnce) {
     EXPECT_EQ(5u, found[0].state);
 }
 
+TEST(TCPConnections, AConnectionThatLosesItsSocketDuringTheReadingIsToldOnceWithIt) {
+    const std::string withSocket = line("0100007F:0050", "0100007F:0051", "01", 777);
+    const std::string without = line("0100007F:0050", "0100007F:0051", "06", 0);
+    for (const std::string& both : {withSocket + without, without + withSocket}) {
+        HostTree tree;
+        tree.write("/proc/net/tcp", header + both);
+        const std::vector<TCPConnection> found = tcpConnections(tree.host());
+        ASSERT_EQ(1u, found.size());
+        EXPECT_EQ("127.0.0.1:80-127.0.0.1:81", found[0].name);
+        EXPECT_EQ(5u, found[0].state);
+    }
+}
+
+TEST(TCPConnections, ConnectionsWithoutSocketsAreToldOnceEach) {
+    HostTree tree;
+    const std::string timeWait = line("0100007F:0050", "0100007F:0051", "06", 0);
+    tree.write("/proc/net/tcp",
+               header + timeWait + line("0100007F:0050", "0100007F:0052", "06", 0) + timeWait);
+    EXPECT_EQ((Names{"127.0.0.1:80-127.0.0.1:81", "127.0.0.1:80-127.0.0.1:82"}), namesIn(tree));
+}
+
 TEST(TCPConnections, InodesBeyond32BitsAreKept) {
     HostTree tree;
     const std::string shared = line("00000000:0050", "00000000:0000", "0A", 11);

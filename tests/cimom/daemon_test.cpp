@@ -82,6 +82,18 @@ TEST_F(DaemonTest, StopSignalsEndItWhileClientsAreConnected) {
     EXPECT_TRUE(idle.isClosedByPeer());
 }
 
+TEST_F(DaemonTest, ItServesNoMoreConnectionsThanItHasDescriptorsFor) {
+    Daemon daemon({"/bin/sh", "-c", "ulimit -n 34 && exec \"$0\" --socket \"$1\"", OWBCIMOMD, path()});
+    ASSERT_EQ("owbcimomd: ready on " + path(), daemon.nextErrorLine());
+    const std::string request = httpRequest(enumerateBody("QAV_System"));
+    Client first(path());
+    Client second(path());
+    EXPECT_EQ(200u, first.exchange(request).status);
+    EXPECT_EQ(200u, second.exchange(request).status);
+    EXPECT_EQ(503u, Client(path()).receive().status);
+    EXPECT_EQ(200u, first.exchange(request).status);
+}
+
 TEST_F(DaemonTest, ASocketThatWasLeftBehindIsTakenOver) {
     ::close(bindSocket(path()));
     ASSERT_TRUE(exists(path()));

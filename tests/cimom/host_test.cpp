@@ -3,9 +3,43 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <system_error>
 
 using namespace cimom;
+
+namespace {
+
+/** Keeps this process from opening anything more for a scope. */
+class NoDescriptors {
+public:
+    NoDescriptors() {
+        ::getrlimit(RLIMIT_NOFILE, &m_before);
+        const rlimit none = {0, m_before.rlim_max};
+        EXPECT_EQ(0, ::setrlimit(RLIMIT_NOFILE, &none));
+    }
+    ~NoDescriptors() { ::setrlimit(RLIMIT_NOFILE, &m_before); }
+    NoDescriptors(const NoDescriptors&) = delete;
+    NoDescriptors& operator=(const NoDescriptors&) = delete;
+
+private:
+    rlimit m_before{};
+};
+
+/** The error that a function ends in when nothing more can be opened; none when it ends well. */
+template <class Function>
+std::error_code errorWithoutDescriptors(const Function& function) {
+    try {
+        const NoDescriptors none;
+        function();
+        return {};
+    } catch (const std::system_error& e) {
+        return e.code();
+    }
+}
+
+} // namespace
 
 TEST(Host, AFileBelowTheRootIsReadWhole) {
     HostTree tree;
@@ -21,6 +55,16 @@ TEST(Host, WhatCannotBeReadIsAbsent) {
     EXPECT_FALSE(tree.host().readFile("/etc"));
     EXPECT_FALSE(tree.host().listDirectory("/etc/hostname"));
     EXPECT_FALSE(tree.host().modificationTime("/etc/nothing"));
+}
+
+TEST(Host, WithoutDescriptorsNobodyKnowsWhatIsAbsent) {
+    HostTree tree;
+    tree.write("/etc/hostname", "box\n");
+    const Host& host = tree.host();
+    EXPECT_EQ(std::errc::too_many_files_open,
+              errorWithoutDescriptors([&] { host.readFile("/etc/hostname"); }));
+    EXPECT_EQ(std::errc::too_many_files_open, errorWithoutDescriptors([&] { host.listDirectory("/etc"); }));
+    EXPECT_EQ("box\n", host.readFile("/etc/hostname"));
 }
 
 TEST(Host, APipeInThePlaceOfAFileHoldsNobodyUp) {

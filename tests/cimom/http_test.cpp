@@ -87,6 +87,23 @@ TEST_F(Http, OtherContentTypesAreNotSupported) {
                   with(good, "Content-Type: " + type + "\r\n", ""));
 }
 
+TEST_F(Http, BlanksAndTabsAroundAContentTypeDoNotMatter) {
+    const std::string type = "application/x-owbinary";
+    const std::string spaced = with(good, type, "Application/X-owbinary\t ; charset=\"utf-8\"");
+    EXPECT_EQ(200u, Client(socketPath()).exchange(spaced).status);
+}
+
+TEST_F(Http, ARefusalTellsNoMoreThan1024BytesOfItsDetail) {
+    const std::string type(10000, 'x');
+    expectRefusal("HTTP/1.1 415 Unsupported media type: Content-Type \"" + type.substr(0, 1024 - 14),
+                  with(good, "application/x-owbinary", type));
+}
+
+TEST_F(Http, AnOlderVersionIsRefusedByTheNewerOneOnceItsHeadIsUnderstood) {
+    expectRefusal("HTTP/1.1 405 Method not allowed: Method not allowed by server: GET",
+                  "GET / HTTP/1.0\r\n\r\n");
+}
+
 TEST_F(Http, ARequestWithoutABodyIsRefused) {
     expectRefusal("HTTP/1.1 411 Length required: No Content-Length or Transfer-Encoding was specified.",
                   "POST / HTTP/1.1\r\nHost: localhost\r\nContent-Type: application/x-owbinary\r\n\r\n");
@@ -131,6 +148,20 @@ TEST_F(Http, ChunksThatDoNotReadAreRefused) {
         "HTTP/1.1 400 Bad request: There was a problem parsing the chunks of the request",
         "POST / HTTP/1.1\r\nContent-Type: application/x-owbinary\r\nTransfer-Encoding: chunked\r\n\r\n"
         "zz\r\n");
+}
+
+TEST_F(Http, ATrailerThatIsTooLongEndsItsConnectionOnly) {
+    Client other(socketPath());
+    EXPECT_EQ(200u, other.exchange(good).status);
+    Client client(socketPath());
+    client.send(
+        "POST / HTTP/1.1\r\nContent-Type: application/x-owbinary\r\nTransfer-Encoding: chunked\r\n\r\n"
+        "1\r\nx\r\n0\r\nX: " +
+        std::string(70000, 'x') + "\r\n\r\n");
+    EXPECT_TRUE(client.isClosedByPeer());
+    EXPECT_EQ("owbcimomd: connection closed: field value too large", daemon().nextErrorLine());
+    EXPECT_EQ(200u, other.exchange(good).status);
+    expectService();
 }
 
 TEST_F(Http, AClientMayAskForTheEndOfTheConnection) {

@@ -36,6 +36,10 @@ TEST(ObjectManager, LeadingSlashesOfANamespaceDoNotMatter) {
     EXPECT_EQ(1u, lampManager({"red"}).enumerateInstances("//root/cimv2", "QAV_Lamp", nullptr).size());
 }
 
+TEST(ObjectManager, TheCaseOfANamespaceDoesNotMatter) {
+    EXPECT_EQ(1u, lampManager({"red"}).enumerateInstances("/Root/CIMV2", "QAV_Lamp", nullptr).size());
+}
+
 TEST(ObjectManager, AClassThatIsNotServedIsInvalid) {
     EXPECT_EQ("5 /root/cimv2:QAV_Nope", errorOf("root/cimv2", "QAV_Nope"));
     EXPECT_EQ("5 /root/cimv2:", errorOf("/root/cimv2", ""));

@@ -98,6 +98,16 @@ TEST_F(Requests, LineEndsInANameMakeNoLinesInTheReply) {
     EXPECT_FALSE(reply.hasLine("01-CIMError: x"));
 }
 
+TEST_F(Requests, ADescriptionInTrailersIsCutAfter1024Bytes) {
+    const std::string name(70000, 'x');
+    const Reply unknownClass = replyTo(httpRequest(enumerateBody(name)));
+    EXPECT_EQ(200u, unknownClass.status);
+    EXPECT_TRUE(unknownClass.hasLine("01-CIMStatusDescription: /root/cimv2:" + name.substr(0, 1024 - 12)));
+    const Reply unknownNamespace = replyTo(httpRequest(enumerateBody("QAV_System", name)));
+    EXPECT_TRUE(unknownNamespace.hasLine("02-CIMStatusDescription: " + name.substr(0, 1024)));
+    EXPECT_EQ(200u, replyTo(httpRequest(enumerateBody("QAV_System"))).status);
+}
+
 TEST_F(Requests, EveryClassIsServed) {
     Client client(socketPath());
     for (const char* const name :

@@ -25,7 +25,7 @@ protected:
         const ObjectManager manager = lampManager(colours);
         const BinaryHandler handler(manager);
         ReplyFormat format;
-        const SessionContext context{handler, format, limits};
+        const auto context = std::make_shared<const SessionContext>(SessionContext{handler, format, limits});
         boost::asio::io_context io(1);
         Session::Socket socket(io, boost::asio::local::stream_protocol(), m_ends[1]);
         std::make_shared<Session>(std::move(socket), context)->start();

@@ -77,6 +77,12 @@ TEST(System, VersionIsThePrettyNameWithoutItsQuotes) {
     EXPECT_EQ("Plain", text(systemOf(tree), "SystemVersion"));
 }
 
+TEST(System, OfSeveralPrettyNamesTheLastCounts) {
+    HostTree tree;
+    tree.write("/etc/os-release", "PRETTY_NAME=First\nPRETTY_NAME=Last\nID=test\n");
+    EXPECT_EQ("Last", text(systemOf(tree), "SystemVersion"));
+}
+
 TEST(System, VersionComesFromTheVendorsFileOnlyWithoutOneInEtc) {
     HostTree tree;
     tree.write("/usr/lib/os-release", "PRETTY_NAME=Vendor\n");
