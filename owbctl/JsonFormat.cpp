@@ -36,8 +36,8 @@ Json nominators(long group) {
 } // namespace
 
 JsonFormat::JsonFormat(Output& output, std::string url)
-    : output_(output)
-    , url_(std::move(url)) {}
+    : m_output(output)
+    , m_url(std::move(url)) {}
 
 void JsonFormat::writeCatalogue() {
     Json groups = Json::array();
@@ -51,20 +51,20 @@ void JsonFormat::writeGroup(const Group& group) {
     Json rows = Json::array();
     for (const Row& row : group.rows)
         rows.push_back(toJson(row));
-    const Json error = group.status == OWB_DONE ? Json() : Json(failureText(group.status, url_));
-    groups_.push_back({{"group", group.number},
-                       {"class", group.className},
-                       {"status", group.status},
-                       {"error", error},
-                       {"rows", std::move(rows)}});
+    const Json error = group.status == OWB_DONE ? Json() : Json(failureText(group.status, m_url));
+    m_groups.push_back({{"group", group.number},
+                        {"class", group.className},
+                        {"status", group.status},
+                        {"error", error},
+                        {"rows", std::move(rows)}});
 }
 
 void JsonFormat::endGroups() {
-    write({{"format_version", formatVersion}, {"url", url_}, {"groups", std::move(groups_)}});
+    write({{"format_version", formatVersion}, {"url", m_url}, {"groups", std::move(m_groups)}});
 }
 
 void JsonFormat::write(const Json& document) {
-    output_.write(document.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
+    m_output.write(document.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
 }
 
 } // namespace owbctl

@@ -26,9 +26,9 @@ public:
 private:
     void write(const nlohmann::ordered_json& document);
 
-    Output& output_;
-    std::string url_;
-    nlohmann::ordered_json groups_ = nlohmann::ordered_json::array();
+    Output& m_output;
+    std::string m_url;
+    nlohmann::ordered_json m_groups = nlohmann::ordered_json::array();
 };
 
 } // namespace owbctl

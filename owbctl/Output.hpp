@@ -20,14 +20,19 @@ public:
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
 
-    /** Writes all of `text`, unbuffered. Throws std::system_error when that fails (a full disk, say). */
+    /**
+     * Writes all of `text`, unbuffered; waits for a slow reader, even when the descriptor is non-blocking.
+     * Throws std::system_error when writing fails (a full disk, say).
+     */
     void write(std::string_view text);
 
     /** Columns of the terminal that standard output is, or 0 when it is no terminal. */
     std::size_t terminalWidth() const;
 
 private:
-    int descriptor_;
+    void waitWritable() const;
+
+    int m_descriptor;
 };
 
 } // namespace owbctl

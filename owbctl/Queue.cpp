@@ -5,12 +5,12 @@
 namespace owbctl {
 
 Queue::Queue()
-    : head_() {
-    head_.first = head_.last = head_.cursor = reinterpret_cast<_qItem*>(&head_);
+    : m_head() {
+    m_head.first = m_head.last = m_head.cursor = reinterpret_cast<_qItem*>(&m_head);
 }
 
 Queue::~Queue() {
-    _qItem* item = head_.first;
+    _qItem* item = m_head.first;
     while (item != end()) {
         _qItem* const next = item->next;
         std::free(item->val);

@@ -15,14 +15,14 @@ public:
     Queue& operator=(const Queue&) = delete;
 
     /** For the library's calls; never null, owned by the queue. */
-    _qHead* head() { return &head_; }
+    _qHead* head() { return &m_head; }
 
     /** First item, or end() when the queue is empty. Follow `next` up to end(). */
-    const _qItem* begin() const { return head_.first; }
-    const _qItem* end() const { return reinterpret_cast<const _qItem*>(&head_); }
+    const _qItem* begin() const { return m_head.first; }
+    const _qItem* end() const { return reinterpret_cast<const _qItem*>(&m_head); }
 
 private:
-    _qHead head_;
+    _qHead m_head;
 };
 
 } // namespace owbctl

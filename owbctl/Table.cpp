@@ -16,20 +16,20 @@ bool isNumber(const std::string& cell) {
 } // namespace
 
 Table::Table(std::vector<std::string> header)
-    : lines_{std::move(header)} {}
+    : m_lines{std::move(header)} {}
 
 void Table::add(std::vector<std::string> cells) {
-    lines_.push_back(std::move(cells));
+    m_lines.push_back(std::move(cells));
 }
 
 std::string Table::text(std::size_t limit) const {
-    std::vector<std::string> result(lines_.size());
+    std::vector<std::string> result(m_lines.size());
     std::size_t indent = 0;
-    const std::size_t last = lines_.front().size() - 1;
+    const std::size_t last = m_lines.front().size() - 1;
     for (std::size_t i = 0; i <= last; ++i) {
         const Column column = measure(i);
-        for (std::size_t line = 0; line < lines_.size(); ++line) {
-            const std::string& cell = lines_[line][i];
+        for (std::size_t line = 0; line < m_lines.size(); ++line) {
+            const std::string& cell = m_lines[line][i];
             const std::string blanks(column.width - width(cell), ' ');
             const std::string shown = i == last ? wrapped(cell, indent, limit) : cell;
             result[line] += column.numeric ? blanks + shown : shown + blanks;
@@ -44,8 +44,8 @@ std::string Table::text(std::size_t limit) const {
 }
 
 Table::Column Table::measure(std::size_t column) const {
-    Column result{width(lines_.front()[column]), true};
-    std::for_each(lines_.begin() + 1, lines_.end(), [&](const std::vector<std::string>& cells) {
+    Column result{width(m_lines.front()[column]), true};
+    std::for_each(m_lines.begin() + 1, m_lines.end(), [&](const std::vector<std::string>& cells) {
         result.width = std::max(result.width, width(cells[column]));
         result.numeric = result.numeric && isNumber(cells[column]);
     });

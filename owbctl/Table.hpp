@@ -35,7 +35,7 @@ private:
     };
     Column measure(std::size_t column) const;
 
-    std::vector<std::vector<std::string>> lines_;
+    std::vector<std::vector<std::string>> m_lines;
 };
 
 } // namespace owbctl

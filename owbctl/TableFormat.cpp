@@ -75,21 +75,21 @@ void TableFormat::writeCatalogue() {
     Table table({"Group", "Class", "Nominators"});
     for (long group = 0; group <= OWB_MAX_GROUP; ++group)
         table.add({std::to_string(group), ExtGroupCimClass[group], nominators(group)});
-    output_.write(table.text(output_.terminalWidth()));
+    m_output.write(table.text(m_output.terminalWidth()));
 }
 
 void TableFormat::writeGroup(const Group& group) {
     if (group.status != OWB_DONE && group.rows.empty())
         return; // the message on standard error says all there is to say
-    std::string text = (first_ ? "" : "\n") + heading(group);
-    first_ = false;
+    std::string text = (m_first ? "" : "\n") + heading(group);
+    m_first = false;
     if (group.rows.empty())
         text += "no data\n";
     else if (group.rows.size() == 1)
         text += vertical(group.rows.front());
     else
         text += horizontal(group);
-    output_.write(text);
+    m_output.write(text);
 }
 
 } // namespace owbctl

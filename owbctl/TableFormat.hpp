@@ -11,15 +11,15 @@ class TableFormat : public Format {
 public:
     /** `output` must outlive the format. */
     explicit TableFormat(Output& output)
-        : output_(output) {}
+        : m_output(output) {}
 
     void writeCatalogue() override;
     void writeGroup(const Group& group) override;
     void endGroups() override {}
 
 private:
-    Output& output_;
-    bool first_ = true;
+    Output& m_output;
+    bool m_first = true;
 };
 
 } // namespace owbctl

@@ -54,13 +54,18 @@ std::string checkGroup(const std::string& text) {
     return "'" + text + "' is no group number (0 to " + std::to_string(OWB_MAX_GROUP) + ")";
 }
 
+std::string checkUrl(const std::string& text) {
+    return text.empty() ? "the URL is empty" : std::string();
+}
+
 void describe(CLI::App& app, Options& options) {
     app.fallthrough();
     app.require_subcommand(0, 1); // none at all is noticed behind an unknown one, see parse()
     app.footer(exitStatuses);
     app.set_version_flag("--version", std::string("owbctl ") + OWB_version(nullptr, nullptr));
     app.add_option("--url", options.url, "Object manager to read from; default " + options.url)
-        ->type_name("URL");
+        ->type_name("URL")
+        ->check(checkUrl);
     app.add_flag("--json", options.json, "Print JSON instead of tables");
 
     app.add_subcommand("groups", "List the groups: class, nominators and the properties behind them");

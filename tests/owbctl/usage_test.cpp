@@ -32,6 +32,9 @@ TEST(Usage, GetNeedsAGroup) {
 
 TEST(Usage, AUrlNeedsItsText) {
     expectUsageError({"get", "4", "--url"});
+    expectUsageError({"--url", "", "get", "4"});
+    expectUsageError({"--url=", "get", "4"});
+    expectUsageError({"get", "4", "--url", ""});
 }
 
 TEST(Usage, AGroupIsADecimalNumberUpTo30) {
