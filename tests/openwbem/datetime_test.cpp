@@ -1,6 +1,7 @@
 #include "OW_CIMDateTime.hpp"
 
 #include <gtest/gtest.h>
+#include <ostream>
 #include <string>
 
 namespace {
@@ -15,6 +16,10 @@ struct Example {
     bool isInterval;
     const char* output;
 };
+
+std::ostream& operator<<(std::ostream& out, const Example& example) {
+    return out << '"' << example.input << '"';
+}
 
 class DateTimeText : public testing::TestWithParam<Example> {};
 

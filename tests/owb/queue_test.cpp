@@ -4,6 +4,7 @@
 
 #include <climits>
 #include <gtest/gtest.h>
+#include <ostream>
 #include <vector>
 
 namespace {
@@ -48,6 +49,10 @@ struct Numbers {
     unsigned long unsignedValue;
     long signedValue;
 };
+
+std::ostream& operator<<(std::ostream& out, const Numbers& numbers) {
+    return out << '"' << numbers.text << '"';
+}
 
 class QueueNumbers : public testing::TestWithParam<Numbers> {};
 

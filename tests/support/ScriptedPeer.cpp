@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <future>
 #include <poll.h>
 #include <stdexcept>
 #include <sys/socket.h>
@@ -60,7 +61,15 @@ ScriptedPeer::ScriptedPeer(std::vector<Step> steps)
     , m_listener(listenOn(socketPath())) {
     if (::pipe(m_stop) != 0)
         throw std::runtime_error("pipe failed");
-    m_thread = std::thread(&ScriptedPeer::run, this);
+    // Tests fork. A thread that is still starting may hold a lock of the C library, which then nobody frees
+    // in the child.
+    std::promise<void> started;
+    const std::future<void> isRunning = started.get_future();
+    m_thread = std::thread([this, promise = std::move(started)]() mutable {
+        promise.set_value();
+        run();
+    });
+    isRunning.wait();
 }
 
 ScriptedPeer::~ScriptedPeer() {
