@@ -1,4 +1,4 @@
-/* An agent in C89: the header compiles, the queue is walked, items are freed. Exit status 0 when all is as it should be. */
+/* An agent in C89: the header compiles, the queue is walked, items are freed. Exits with 0 when all is well. */
 #include "owb.h"
 
 #include <stdio.h>

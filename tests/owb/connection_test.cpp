@@ -1,4 +1,5 @@
-#include "owb.h" // once before the client library's headers and once behind them: the second time declares more
+// Included before the client library's headers and behind them: the second time declares more.
+#include "owb.h"
 
 #include "OW_CIMClient.hpp"
 #include "OW_Exception.hpp"

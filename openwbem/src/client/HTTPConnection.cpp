@@ -4,6 +4,7 @@
 #include "OW_HTTPException.hpp"
 #include "OW_IOException.hpp"
 #include "OW_SocketException.hpp"
+#include "client/UnixSocket.hpp"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/io_context.hpp>
@@ -20,14 +21,10 @@
 
 #include <cerrno>
 #include <chrono>
-#include <cstring>
 #include <iterator>
 #include <limits>
 #include <stdexcept>
 #include <sys/socket.h>
-#include <sys/time.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 namespace OpenWBEM {
 namespace {
@@ -37,65 +34,9 @@ namespace beast = boost::beast;
 namespace http = boost::beast::http;
 using boost::system::error_code;
 using std::chrono::milliseconds;
-using Clock = std::chrono::steady_clock;
 
 const std::uint32_t headerLimit = 64 * 1024; // bytes of status line and headers
 const std::size_t readSize = 64 * 1024;      // bytes asked for at a time
-
-[[noreturn]] void throwConnectFailed(const std::string& path, const std::string& reason) {
-    OW_THROW(SocketException, ("Failed to connect to: " + path + ": " + reason).c_str());
-}
-
-[[noreturn]] void throwConnectFailed(const std::string& path, int error) {
-    throwConnectFailed(path, std::to_string(error) + "(" + std::strerror(error) + ")");
-}
-
-// A descriptor that is closed unless it is taken.
-class Descriptor {
-public:
-    explicit Descriptor(int number)
-        : m_number(number) {}
-    ~Descriptor() {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int number() const { return m_number; }
-    void release() { m_number = -1; }
-
-private:
-    int m_number;
-};
-
-// Bounds how long connect() may block; false when nothing of the time is left.
-bool boundConnect(int socket, Clock::time_point deadline) {
-    const auto left = std::chrono::duration_cast<std::chrono::microseconds>(deadline - Clock::now());
-    if (left.count() <= 0)
-        return false;
-    timeval bound{};
-    bound.tv_sec = static_cast<time_t>(left.count() / 1000000);
-    bound.tv_usec = static_cast<suseconds_t>(left.count() % 1000000);
-    return ::setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &bound, sizeof bound) == 0;
-}
-
-// Connects while the socket still blocks: a full backlog makes connect() wait here, and SO_SNDTIMEO bounds
-// the wait (unix(7)), while on a non-blocking socket it would fail at once.
-void connect(const Descriptor& socket, const std::string& path, milliseconds timeout) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    const Clock::time_point deadline = Clock::now() + timeout;
-    while (boundConnect(socket.number(), deadline)) {
-        if (::connect(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0)
-            return;
-        if (errno == EAGAIN)
-            break;
-        if (errno != EINTR)
-            throwConnectFailed(path, errno);
-    }
-    throwConnectFailed(path, "timed out");
-}
 
 // A body that takes memory for what has arrived. Beast's own takes it for what the peer announces.
 struct ArrivedBody {
@@ -181,10 +122,7 @@ class HTTPConnection::Stream {
 public:
     explicit Stream(const std::string& path)
         : m_stream(m_io) {
-        Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
-        if (socket.number() < 0)
-            throwConnectFailed(path, errno);
-        connect(socket, path, clientTimeouts().connect);
+        UnixSocket socket(path, clientTimeouts().connect);
         m_stream.socket().assign(asio::local::stream_protocol(), socket.number());
         socket.release();
         m_buffer.reserve(readSize);

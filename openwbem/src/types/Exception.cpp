@@ -8,7 +8,6 @@
 #include "OW_HTTPUtils.hpp"
 #include "OW_IOException.hpp"
 #include "OW_NULLValueException.hpp"
-#include "OW_NoSuchPropertyException.hpp"
 #include "OW_SocketException.hpp"
 #include "OW_String.hpp"
 #include "OW_URL.hpp"
@@ -72,7 +71,6 @@ OW_DEFINE_EXCEPTION(ValueCast, 6)
 OW_DEFINE_EXCEPTION(Socket, 11)
 OW_DEFINE_EXCEPTION(Enumeration, 18)
 OW_DEFINE_EXCEPTION(IO, 22)
-OW_DEFINE_EXCEPTION(NoSuchProperty, 26)
 OW_DEFINE_EXCEPTION(NULLValue, 29)
 OW_DEFINE_EXCEPTION(OutOfBounds, 31)
 OW_DEFINE_EXCEPTION(StringConversion, 37)
