@@ -33,20 +33,23 @@ void Session::awaitRequest() {
     });
 }
 
+std::function<void(const Session::Error&, std::size_t)> Session::whenRead(void (Session::*next)()) {
+    return [self = shared_from_this(), next](const Error& error, std::size_t) {
+        if (self->m_isRefusing)
+            return;
+        if (error)
+            self->onReadError(error);
+        else
+            (self.get()->*next)();
+    };
+}
+
 void Session::readHead() {
     m_parser.emplace();
     m_parser->header_limit(headLimit);
     m_parser->body_limit(bodyLimit);
     limitTime(m_context->limits.request);
-    http::async_read_header(m_socket, m_buffer, *m_parser,
-                            [self = shared_from_this()](const Error& error, std::size_t) {
-                                if (self->m_isRefusing)
-                                    return;
-                                if (error)
-                                    self->onReadError(error);
-                                else
-                                    self->readBody();
-                            });
+    http::async_read_header(m_socket, m_buffer, *m_parser, whenRead(&Session::readBody));
 }
 
 void Session::readBody() {
@@ -55,15 +58,7 @@ void Session::readBody() {
         refuse(*refusal);
         return;
     }
-    http::async_read(m_socket, m_buffer, *m_parser,
-                     [self = shared_from_this()](const Error& error, std::size_t) {
-                         if (self->m_isRefusing)
-                             return;
-                         if (error)
-                             self->onReadError(error);
-                         else
-                             self->answer();
-                     });
+    http::async_read(m_socket, m_buffer, *m_parser, whenRead(&Session::answer));
 }
 
 void Session::answer() {

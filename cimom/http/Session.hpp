@@ -8,6 +8,8 @@
 #include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <chrono>
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -48,6 +50,8 @@ private:
     using Error = boost::system::error_code;
 
     void awaitRequest();
+    /** What follows a read: the next step, or an end to the connection. */
+    std::function<void(const Error&, std::size_t)> whenRead(void (Session::*next)());
     void readHead();
     void readBody();
     void answer();
