@@ -8,9 +8,14 @@
 #include "OW_HTTPUtils.hpp"
 #include "OW_IOException.hpp"
 #include "OW_NULLValueException.hpp"
+#include "OW_NoSuchPropertyException.hpp"
+#include "OW_SSLException.hpp"
+#include "OW_Socket.hpp"
+#include "OW_SocketAddress.hpp"
 #include "OW_SocketException.hpp"
 #include "OW_String.hpp"
 #include "OW_URL.hpp"
+#include "OW_XMLParseException.hpp"
 #include "detail/OW_Shared.hpp"
 
 #include <ostream>
@@ -68,15 +73,21 @@ std::ostream& operator<<(std::ostream& out, const Exception& e) {
 OW_DEFINE_EXCEPTION(CIMError, 2)
 OW_DEFINE_EXCEPTION(HTTP, 3)
 OW_DEFINE_EXCEPTION(ValueCast, 6)
+OW_DEFINE_EXCEPTION(UnknownHost, 9)
+OW_DEFINE_EXCEPTION(SocketAddress, 10)
 OW_DEFINE_EXCEPTION(Socket, 11)
+OW_DEFINE_EXCEPTION(SocketTimeout, 12)
 OW_DEFINE_EXCEPTION(Enumeration, 18)
 OW_DEFINE_EXCEPTION(IO, 22)
+OW_DEFINE_EXCEPTION(NoSuchProperty, 26)
 OW_DEFINE_EXCEPTION(NULLValue, 29)
 OW_DEFINE_EXCEPTION(OutOfBounds, 31)
 OW_DEFINE_EXCEPTION(StringConversion, 37)
 OW_DEFINE_EXCEPTION(MalformedURL, 42)
 OW_DEFINE_EXCEPTION(CIMDateTime, 49)
+OW_DEFINE_EXCEPTION(SSL, 51)
 OW_DEFINE_EXCEPTION(UnescapeCharForURL, 1002)
+OW_DEFINE_EXCEPTION(XMLParse, -1)
 
 namespace detail {
 namespace {
