@@ -13,7 +13,7 @@ class Requests : public RunningDaemon {
 protected:
     Reply replyTo(const std::string& request) { return Client(socketPath()).exchange(request); }
     static std::string recorded(const std::string& conversation) {
-        return support::readFile(TEST_DATA "/captures/" + conversation + "/c2s.bin");
+        return support::readFile(TEST_DATA "/captures/ow-uds-anon/" + conversation + "/c2s.bin");
     }
 };
 
