@@ -4,6 +4,7 @@
 
 namespace OpenWBEM {
 
+/** Vector whose copies share their elements; with its comparisons and its swap() whole in OW_Array.hpp. */
 template <class T>
 class Array;
 

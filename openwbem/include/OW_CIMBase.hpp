@@ -12,6 +12,8 @@ public:
     virtual void setNull() = 0;
     /** The object as text, in the form of its class. */
     virtual String toString() const = 0;
+    /** The object in the Managed Object Format (DSP0004). */
+    virtual String toMOF() const = 0;
 
 protected:
     CIMBase() = default;

@@ -14,8 +14,8 @@ namespace OpenWBEM {
  * it finds it broken. Copies share the connection. One thread at a time may use a client and its copies.
  *
  * Requests throw CIMException for an error of the object manager, SocketException when it cannot be reached,
- * HTTPException when it refuses the request, IOException when its reply cannot be read. The
- * client stays usable after any of them.
+ * HTTPException when it refuses the request, IOException when its reply cannot be read, XMLParseException
+ * when it is malformed CIM-XML; always an OpenWBEM::Exception. The client stays usable after any of them.
  */
 class OW_CLIENT_API CIMClient {
 public:
@@ -45,6 +45,30 @@ public:
                    WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                    WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
                    const StringArray* propertyList = nullptr);
+
+    /**
+     * One instance. The path's class and keys say which; the namespace is that of the client. Sent once more
+     * as enumInstancesE() is. A null path throws an exception, nothing is sent. A reply in CIM-XML that has
+     * no instance gives a null one.
+     *
+     * @param propertyList names of the properties wanted, all when null
+     */
+    CIMInstance
+    getInstance(const CIMObjectPath& instanceName,
+                WBEMFlags::ELocalOnlyFlag localOnly = WBEMFlags::E_NOT_LOCAL_ONLY,
+                WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
+                WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
+                const StringArray* propertyList = nullptr);
+
+    /**
+     * Writes an instance. Never sent twice: when the connection breaks before the answer, an exception tells
+     * so, and whether the object manager has carried it out is not known.
+     *
+     * @param propertyList names of the properties to be written, all of the instance when null
+     */
+    void modifyInstance(const CIMInstance& modifiedInstance,
+                        WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_INCLUDE_QUALIFIERS,
+                        StringArray* propertyList = nullptr);
 
 private:
     class Impl;

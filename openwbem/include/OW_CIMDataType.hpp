@@ -1,6 +1,7 @@
 #ifndef OW_CIMDATATYPE_HPP_INCLUDED
 #define OW_CIMDATATYPE_HPP_INCLUDED
 #include "OW_CIMBase.hpp"
+#include "OW_CIMFwd.hpp"
 #include "OW_CIMNULL.hpp"
 #include "OW_CIMName.hpp"
 #include "OW_Types.hpp"
@@ -48,19 +49,42 @@ public:
     Type getType() const { return m_type; }
     bool isArrayType() const { return m_sizeRange != SIZE_SINGLE; }
     bool isReferenceType() const { return m_type == REFERENCE; }
+    bool isNumericType() const { return isNumericType(m_type); }
     /** 1 for a single value, the greatest number of elements for a limited array, -1 for an unlimited one. */
     Int32 getSize() const { return m_size; }
     String getRefClassName() const { return m_refClass.toString(); }
+    /** Makes an array type of it; a size below 1 means any number. False for the types CIMNULL and INVALID.
+     */
+    bool setToArrayType(Int32 size);
+    /** Takes type and arrayness of a value; false when the value is null, and nothing changes. */
+    bool syncWithValue(const CIMValue& value);
 
     /** Whether element type and arrayness are the same. */
     bool equals(const CIMDataType& other) const;
     void setNull() override;
     /** CIM name of the element type, as in "uint16". */
     String toString() const override;
+    /** The same as toString(). */
+    String toMOF() const override;
+    /** "[]" or "[size]" for an array type, "" for a single value. */
+    String getArrayMOF() const;
+
+    /** Whether values of a type are integers or reals. */
+    static bool isNumericType(Type type);
+    /** The type of a CIM name, whatever the case of its letters; INVALID for any other text. */
+    static Type strToSimpleType(const String& name);
+    static CIMDataType getDataType(const String& name) { return CIMDataType(strToSimpleType(name)); }
 
     /** Null for a null handle and for the types CIMNULL and INVALID. */
     operator detail::SafeBool() const { return detail::safeBool(isSet()); }
     bool operator!() const { return !isSet(); }
+
+    /** Equality of everything, the size and the class of a reference included. */
+    friend bool operator==(const CIMDataType& a, const CIMDataType& b) {
+        return a.equals(b) && a.m_size == b.m_size && a.m_sizeRange == b.m_sizeRange &&
+               a.m_refClass == b.m_refClass;
+    }
+    friend bool operator!=(const CIMDataType& a, const CIMDataType& b) { return !(a == b); }
 
 private:
     friend struct ObjectAccess;

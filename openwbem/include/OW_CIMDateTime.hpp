@@ -1,9 +1,11 @@
 #ifndef OW_CIMDATETIME_HPP_INCLUDED
 #define OW_CIMDATETIME_HPP_INCLUDED
 #include "OW_CIMNULL.hpp"
+#include "OW_CommonFwd.hpp"
 #include "OW_String.hpp"
 #include "OW_Types.hpp"
 #include "detail/OW_SafeBool.hpp"
+#include <iosfwd>
 
 namespace OpenWBEM {
 
@@ -28,6 +30,8 @@ public:
     explicit CIMDateTime(const String& text);
     /** An interval; counts of 2^32 seconds and more wrap. */
     explicit CIMDateTime(UInt64 microSeconds);
+    /** A date in local time. */
+    CIMDateTime(const DateTime& instant);
 
     UInt16 getYear() const { return read().year; }
     UInt8 getMonth() const { return read().month; }
@@ -53,6 +57,8 @@ public:
     void setInterval(bool value);
 
     String toString() const;
+    /** The instant of a date; DateTimeException for an interval, and for a date that DateTime cannot hold. */
+    DateTime toDateTime() const;
     /** Whether all fields are the same; offsets are not evened out. */
     bool equal(const CIMDateTime& other) const;
 
@@ -85,6 +91,19 @@ inline bool operator==(const CIMDateTime& a, const CIMDateTime& b) {
 inline bool operator!=(const CIMDateTime& a, const CIMDateTime& b) {
     return !a.equal(b);
 }
+/** The order of the instants, see toDateTime(): intervals throw. */
+OW_COMMON_API bool operator<(const CIMDateTime& a, const CIMDateTime& b);
+inline bool operator<=(const CIMDateTime& a, const CIMDateTime& b) {
+    return !(b < a);
+}
+inline bool operator>(const CIMDateTime& a, const CIMDateTime& b) {
+    return b < a;
+}
+inline bool operator>=(const CIMDateTime& a, const CIMDateTime& b) {
+    return !(a < b);
+}
+/** Writes the text. */
+OW_COMMON_API std::ostream& operator<<(std::ostream& out, const CIMDateTime& dateTime);
 
 } // namespace OpenWBEM
 #endif

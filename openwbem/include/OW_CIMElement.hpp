@@ -13,7 +13,16 @@ public:
     virtual void setName(const CIMName& name) = 0;
     /** The name. */
     String toString() const override;
+    /** Whether the names are the same, whatever the case of their letters. */
+    bool equals(const CIMElement& other) const { return getName().equalsIgnoreCase(other.getName()); }
 };
+
+inline bool operator==(const CIMElement& a, const CIMElement& b) {
+    return a.equals(b);
+}
+inline bool operator!=(const CIMElement& a, const CIMElement& b) {
+    return !a.equals(b);
+}
 
 } // namespace OpenWBEM
 #endif

@@ -33,10 +33,15 @@ public:
     CIMException(const char* file, int line, ErrNoType code, const char* description = nullptr,
                  const Exception* other = nullptr);
     CIMException(const CIMException&) noexcept = default;
+    CIMException& operator=(const CIMException&) noexcept = default;
     ~CIMException() noexcept override;
 
     const char* type() const override;
+    CIMException* clone() const override;
+    const char* getMessage() const override;
     ErrNoType getErrNo() const { return static_cast<ErrNoType>(getErrorCode()); }
+    /** Changes the code, not a message that has a description in it. */
+    void setErrNo(ErrNoType code) { setErrorCode(code); }
     /** What the thrower said beside the code; null when it said nothing. */
     const char* getDescription() const;
     /** Text of a code, as in "class does not exist"; "unknown error" for a code that DSP0200 does not list.
@@ -47,8 +52,13 @@ private:
     std::shared_ptr<const std::string> m_description;
 };
 
+/** Throws a CIMException with the place of the throw. */
 #define OW_THROWCIM(CODE) throw OpenWBEM::CIMException(__FILE__, __LINE__, CODE)
 #define OW_THROWCIMMSG(CODE, MSG) throw OpenWBEM::CIMException(__FILE__, __LINE__, CODE, MSG)
+/** SUB is the exception that led to this one; its message is the description unless MSG is. */
+#define OW_THROWCIM_SUBEX(CODE, SUB) OW_THROWCIMMSG_SUBEX(CODE, (SUB).getMessage(), SUB)
+#define OW_THROWCIMMSG_SUBEX(CODE, MSG, SUB)                                                                 \
+    throw OpenWBEM::CIMException(__FILE__, __LINE__, CODE, MSG, &(SUB))
 
 } // namespace OpenWBEM
 #endif

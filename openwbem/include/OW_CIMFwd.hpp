@@ -11,6 +11,7 @@ class CIMDataType;
 class CIMDateTime;
 class CIMValue;
 class CIMProperty;
+class CIMClass;
 class CIMInstance;
 class CIMObjectPath;
 
@@ -19,10 +20,13 @@ typedef Array<CIMDataType> CIMDataTypeArray;
 typedef Array<CIMDateTime> CIMDateTimeArray;
 typedef Array<CIMValue> CIMValueArray;
 typedef Array<CIMProperty> CIMPropertyArray;
+typedef Array<CIMClass> CIMClassArray;
 typedef Array<CIMInstance> CIMInstanceArray;
 typedef Array<CIMObjectPath> CIMObjectPathArray;
 
 typedef Enumeration<CIMInstance> CIMInstanceEnumeration;
+typedef Enumeration<CIMObjectPath> CIMObjectPathEnumeration;
+typedef Enumeration<CIMClass> CIMClassEnumeration;
 
 } // namespace OpenWBEM
 #endif

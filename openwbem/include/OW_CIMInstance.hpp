@@ -13,6 +13,7 @@ namespace OpenWBEM {
 class OW_COMMON_API CIMInstance : public CIMElement {
 public:
     struct Data;
+    enum EErrorCodes { E_INSTANCE_HAS_NO_SUCH_PROPERTY = 0 };
 
     /** No class, no properties; not a null handle. */
     CIMInstance();
@@ -33,17 +34,34 @@ public:
     CIMProperty getProperty(const CIMName& name) const;
     /** The value of the property of this name; the null value when there is no such property. */
     CIMValue getPropertyValue(const CIMName& name) const;
+    /** The property of this name; NoSuchPropertyException when there is none. */
+    CIMProperty getPropertyT(const CIMName& name) const;
+    /** Whether there is a property of this name and it has a value. */
+    bool propertyHasValue(const CIMName& name) const;
+    /**
+     * Gives a property a value, see CIMProperty::setValue(), or appends a property, declared with the type of
+     * the value: of no type for the null value, and so for good. Keys of that name follow.
+     */
+    CIMInstance& setProperty(const CIMName& name, const CIMValue& value);
     /** Replaces the property of the same name in its place, or appends it. A null property changes nothing.
      */
     CIMInstance& setProperty(const CIMProperty& property);
+
+    CIMInstance& removeProperty(const CIMName& name);
 
     /** The properties that identify the instance, as the object manager named them. */
     CIMPropertyArray getKeyValuePairs() const;
     CIMInstance& setKeys(const CIMPropertyArray& keys);
 
+    /** The language of the texts, as the object manager named it; mostly empty. */
+    String getLanguage() const;
+    void setLanguage(const String& language);
+
     void setNull() override;
     /** `instance of <class> {`, a line `<name> = <value>;` for each property, `}`. */
     String toString() const override;
+    /** `instance of <class> {` and the properties that have a value. */
+    String toMOF() const override;
 
     operator detail::SafeBool() const { return detail::safeBool(static_cast<bool>(m_data)); }
     bool operator!() const { return !m_data; }

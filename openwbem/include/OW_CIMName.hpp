@@ -2,6 +2,7 @@
 #define OW_CIMNAME_HPP_INCLUDED
 #include "OW_String.hpp"
 #include "detail/OW_SafeBool.hpp"
+#include <utility>
 
 namespace OpenWBEM {
 
@@ -9,8 +10,8 @@ namespace OpenWBEM {
 class OW_COMMON_API CIMName {
 public:
     CIMName() = default;
-    CIMName(const String& name)
-        : m_name(name) {}
+    CIMName(String name) noexcept
+        : m_name(std::move(name)) {}
     /** A null pointer gives the empty name. */
     CIMName(const char* name)
         : m_name(name) {}
@@ -21,13 +22,16 @@ public:
     operator detail::SafeBool() const { return detail::safeBool(isValid()); }
     bool operator!() const { return !isValid(); }
 
-    friend bool operator==(const CIMName& a, const CIMName& b) { return a.m_name.equalsIgnoreCase(b.m_name); }
-    friend bool operator!=(const CIMName& a, const CIMName& b) { return !(a == b); }
-    friend bool operator<(const CIMName& a, const CIMName& b) {
-        return a.m_name.compareToIgnoreCase(b.m_name) < 0;
-    }
+    friend bool operator==(const CIMName& a, const CIMName& b) { return a.compare(b) == 0; }
+    friend bool operator!=(const CIMName& a, const CIMName& b) { return a.compare(b) != 0; }
+    friend bool operator<(const CIMName& a, const CIMName& b) { return a.compare(b) < 0; }
+    friend bool operator<=(const CIMName& a, const CIMName& b) { return a.compare(b) <= 0; }
+    friend bool operator>(const CIMName& a, const CIMName& b) { return a.compare(b) > 0; }
+    friend bool operator>=(const CIMName& a, const CIMName& b) { return a.compare(b) >= 0; }
 
 private:
+    int compare(const CIMName& other) const { return m_name.compareToIgnoreCase(other.m_name); }
+
     String m_name;
 };
 

@@ -30,11 +30,31 @@ public:
     CIMValue getValue() const;
     /** The value; NULLValueException when there is none. */
     CIMValue getValueT() const;
+    /**
+     * Stores a value. One that is neither null nor an object is cast to the declared type if that is set and
+     * differs, see CIMValueCast::castValueToDataType().
+     */
+    CIMProperty& setValue(const CIMValue& value);
     CIMDataType getDataType() const;
+    /** Declares another type, to which a value that is there is cast. */
+    CIMProperty& setDataType(const CIMDataType& type);
+    /** The number of elements that came with the property, -1 when none was given. */
+    Int32 getSize() const;
+    /** The class that declares the property; empty when unknown. */
+    String getOriginClass() const;
+    CIMProperty& setOriginClass(const CIMName& className);
+    /** Whether the class inherits the property. */
+    bool getPropagated() const;
+    CIMProperty& setPropagated(bool propagated);
+    bool isReference() const;
+    /** Whether the declared type is a reference or the qualifier Key is true. */
+    bool isKey() const;
 
     void setNull() override;
     /** `<type>:<name>=<value>`, the value "null" when there is none. */
     String toString() const override;
+    /** `<type> <name> = <value>;` in the form of a class's declaration. */
+    String toMOF() const override;
 
     operator detail::SafeBool() const { return detail::safeBool(static_cast<bool>(m_data)); }
     bool operator!() const { return !m_data; }

@@ -6,16 +6,24 @@
 #include "OW_CIMDataType.hpp"
 #include "OW_CIMFwd.hpp"
 #include "OW_Char16.hpp"
+#include "OW_String.hpp"
 #include "detail/OW_Shared.hpp"
 
 namespace OpenWBEM {
 
-/** A value of one CIM type, or an array of them; may be null. Copies share the data. */
+/**
+ * A value of one CIM type, or an array of them; may be null. Numbers, booleans and characters stand in the
+ * object itself; of everything else copies share the data.
+ */
 class OW_COMMON_API CIMValue : public CIMBase {
 public:
-    struct Data;
-
     explicit CIMValue(CIMNULL_t);
+    CIMValue(const CIMValue& other);
+    CIMValue(CIMValue&& other) noexcept;
+    ~CIMValue() override;
+    CIMValue& operator=(const CIMValue& other);
+    CIMValue& operator=(CIMValue&& other) noexcept;
+
     explicit CIMValue(Bool value);
     explicit CIMValue(bool value);
     explicit CIMValue(UInt8 value);
@@ -28,12 +36,13 @@ public:
     explicit CIMValue(Int64 value);
     explicit CIMValue(Real32 value);
     explicit CIMValue(Real64 value);
-    explicit CIMValue(const Char16& value);
-    explicit CIMValue(const String& value);
     /** A string; a null pointer gives the empty string, not the null value. */
     explicit CIMValue(const char* value);
+    explicit CIMValue(const Char16& value);
+    explicit CIMValue(const String& value);
     explicit CIMValue(const CIMDateTime& value);
     explicit CIMValue(const CIMObjectPath& value);
+    explicit CIMValue(const CIMClass& value);
     explicit CIMValue(const CIMInstance& value);
     explicit CIMValue(const BoolArray& value);
     explicit CIMValue(const UInt8Array& value);
@@ -50,6 +59,7 @@ public:
     explicit CIMValue(const StringArray& value);
     explicit CIMValue(const CIMDateTimeArray& value);
     explicit CIMValue(const CIMObjectPathArray& value);
+    explicit CIMValue(const CIMClassArray& value);
     explicit CIMValue(const CIMInstanceArray& value);
     /** No other pointer becomes a boolean. */
     explicit CIMValue(const volatile void*) = delete;
@@ -73,6 +83,7 @@ public:
     void get(String& out) const;
     void get(CIMDateTime& out) const;
     void get(CIMObjectPath& out) const;
+    void get(CIMClass& out) const;
     void get(CIMInstance& out) const;
     void get(BoolArray& out) const;
     void get(UInt8Array& out) const;
@@ -89,7 +100,42 @@ public:
     void get(StringArray& out) const;
     void get(CIMDateTimeArray& out) const;
     void get(CIMObjectPathArray& out) const;
+    void get(CIMClassArray& out) const;
     void get(CIMInstanceArray& out) const;
+    /** The value, under the conditions of get(). */
+    bool toBool() const;
+    UInt8 toUInt8() const;
+    Int8 toInt8() const;
+    UInt16 toUInt16() const;
+    Int16 toInt16() const;
+    UInt32 toUInt32() const;
+    Int32 toInt32() const;
+    UInt64 toUInt64() const;
+    Int64 toInt64() const;
+    Real32 toReal32() const;
+    Real64 toReal64() const;
+    Char16 toChar16() const;
+    CIMDateTime toCIMDateTime() const;
+    CIMObjectPath toCIMObjectPath() const;
+    CIMClass toCIMClass() const;
+    CIMInstance toCIMInstance() const;
+    BoolArray toBoolArray() const;
+    UInt8Array toUInt8Array() const;
+    Int8Array toInt8Array() const;
+    UInt16Array toUInt16Array() const;
+    Int16Array toInt16Array() const;
+    UInt32Array toUInt32Array() const;
+    Int32Array toInt32Array() const;
+    UInt64Array toUInt64Array() const;
+    Int64Array toInt64Array() const;
+    Real32Array toReal32Array() const;
+    Real64Array toReal64Array() const;
+    Char16Array toChar16Array() const;
+    StringArray toStringArray() const;
+    CIMDateTimeArray toCIMDateTimeArray() const;
+    CIMObjectPathArray toCIMObjectPathArray() const;
+    CIMClassArray toCIMClassArray() const;
+    CIMInstanceArray toCIMInstanceArray() const;
 
     bool isArray() const;
     /** Type of the value, of the elements for an array. */
@@ -98,6 +144,15 @@ public:
     CIMDataType getCIMDataType() const;
     /** Number of elements, 1 for a single value. */
     UInt32 getArraySize() const;
+    bool isNumericType() const;
+    /** Whether type and arrayness are the same. */
+    bool sameType(const CIMValue& other) const;
+    /** Whether both are null, or type, arrayness and value are the same. */
+    bool equal(const CIMValue& other) const;
+    CIMValue& set(const CIMValue& other) { return *this = other; }
+    /** The value that a text gives for a type with this CIM name, as in "uint16"; null for an unknown name.
+     */
+    static CIMValue createSimpleValue(const String& typeName, const String& text);
 
     void setNull() override;
     /**
@@ -106,18 +161,42 @@ public:
      * low eight bits.
      */
     String toString() const override;
+    /** As toString(), but strings and datetimes in quotes, strings escaped, arrays in braces. */
+    String toMOF() const override;
 
-    operator detail::SafeBool() const { return detail::safeBool(static_cast<bool>(m_data)); }
-    bool operator!() const { return !m_data; }
+    operator detail::SafeBool() const { return detail::safeBool(m_type != CIMDataType::CIMNULL); }
+    bool operator!() const { return m_type == CIMDataType::CIMNULL; }
 
 private:
-    friend struct ObjectAccess;
-    explicit CIMValue(detail::Shared<const Data> data);
+    friend struct ValueAccess;
+    enum Form { PLAIN, TEXT, SHARED };
+    /** What the union holds. */
+    Form form() const;
+    void copy(const CIMValue& other);
+    void destroy();
+    void requireValue() const;
+    template <class T>
+    void hold(const T& value);
     template <class T>
     void read(T& out) const;
 
-    detail::Shared<const Data> m_data;
+    UInt8 m_type; // a CIMDataType::Type; CIMNULL for the null value
+    bool m_isArray;
+    union {
+        unsigned char m_plain[8]; // the bytes of a number, a boolean or a character
+        String m_text;            // a single string
+        detail::Shared<const detail::Counted> m_shared;
+    };
 };
+
+inline bool operator==(const CIMValue& a, const CIMValue& b) {
+    return a.equal(b);
+}
+inline bool operator!=(const CIMValue& a, const CIMValue& b) {
+    return !a.equal(b);
+}
+/** An order for sorting: by type, then by text. */
+OW_COMMON_API bool operator<(const CIMValue& a, const CIMValue& b);
 
 } // namespace OpenWBEM
 #endif

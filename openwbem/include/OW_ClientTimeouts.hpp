@@ -6,10 +6,12 @@
 namespace OpenWBEM {
 
 /**
- * How long a request waits on a silent peer before it fails. `connect` bounds the whole wait for a
- * connection. `send` and `receive` bound one silence: time starts anew with every part of the request that is
- * taken, with the end of the answer's head, and with every part of its body that arrives, so that a peer that
- * keeps sending is listened to. An extension of this library.
+ * How long a request waits on a peer before it fails. An extension of this library.
+ *
+ * `connect` bounds the whole making of a connection, the TLS handshake included. `send` bounds one silence:
+ * time starts anew with every part of the request that the peer takes. `receive` bounds the wait for the head
+ * of the reply as a whole, and then each wait for more bytes of its body; what frames them, and trailers, do
+ * not start it anew. A peer that keeps sending is listened to.
  */
 struct ClientTimeouts {
     std::chrono::milliseconds connect{std::chrono::seconds(60)};

@@ -10,9 +10,12 @@ class Char16;
 typedef Array<Char16> Char16Array;
 class Bool;
 typedef Array<Bool> BoolArray;
+class DateTime;
+class StringBuffer;
 class Exception;
 template <class T>
 class Enumeration;
+typedef Enumeration<String> StringEnumeration;
 
 } // namespace OpenWBEM
 #endif

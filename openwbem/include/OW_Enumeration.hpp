@@ -11,7 +11,7 @@ namespace OpenWBEM {
 
 /**
  * Elements in the order in which they were added, each handed out once. Copies share one queue: what is
- * taken from one is gone from all.
+ * taken from one is gone from all. All copies are for one thread at a time.
  */
 template <class T>
 class Enumeration {

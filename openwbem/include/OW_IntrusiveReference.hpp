@@ -1,7 +1,9 @@
 #ifndef OW_INTRUSIVE_REFERENCE_HPP_INCLUDED
 #define OW_INTRUSIVE_REFERENCE_HPP_INCLUDED
 #include "OW_config.h"
+#include "detail/OW_SafeBool.hpp"
 #include <cstddef>
+#include <functional>
 #include <utility>
 
 namespace OpenWBEM {
@@ -43,13 +45,50 @@ public:
     T* getPtr() const { return m_object; }
     T& operator*() const { return *m_object; }
     T* operator->() const { return m_object; }
-    explicit operator bool() const { return m_object != NULL; }
+    operator detail::SafeBool() const { return detail::safeBool(m_object != NULL); }
     bool operator!() const { return m_object == NULL; }
+    bool isNull() const { return m_object == NULL; }
     void swap(IntrusiveReference& other) { std::swap(m_object, other.m_object); }
+    /** The object as a U; null when it is none. */
+    template <class U>
+    IntrusiveReference<U> cast_to() const {
+        return IntrusiveReference<U>(dynamic_cast<U*>(m_object));
+    }
 
 private:
     T* m_object;
 };
+
+/** References are equal when they refer to the same object. */
+template <class T, class U>
+bool operator==(const IntrusiveReference<T>& a, const IntrusiveReference<U>& b) {
+    return a.getPtr() == b.getPtr();
+}
+template <class T, class U>
+bool operator==(const IntrusiveReference<T>& a, U* b) {
+    return a.getPtr() == b;
+}
+template <class T, class U>
+bool operator==(T* a, const IntrusiveReference<U>& b) {
+    return a == b.getPtr();
+}
+template <class T, class U>
+bool operator!=(const IntrusiveReference<T>& a, const IntrusiveReference<U>& b) {
+    return a.getPtr() != b.getPtr();
+}
+template <class T, class U>
+bool operator!=(const IntrusiveReference<T>& a, U* b) {
+    return a.getPtr() != b;
+}
+template <class T, class U>
+bool operator!=(T* a, const IntrusiveReference<U>& b) {
+    return a != b.getPtr();
+}
+/** An order for sorting. */
+template <class T>
+bool operator<(const IntrusiveReference<T>& a, const IntrusiveReference<T>& b) {
+    return std::less<T*>()(a.getPtr(), b.getPtr());
+}
 
 } // namespace OpenWBEM
 #endif

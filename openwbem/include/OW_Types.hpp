@@ -1,6 +1,7 @@
 #ifndef OW_TYPES_HPP_INCLUDED
 #define OW_TYPES_HPP_INCLUDED
 #include "OW_config.h"
+#include <sys/types.h>
 
 namespace OpenWBEM {
 
@@ -15,6 +16,12 @@ typedef unsigned long long UInt64;
 typedef long long Int64;
 typedef float Real32;
 typedef double Real64;
+
+/** What the system calls open files, users and processes. */
+typedef int FileHandle;
+typedef int Select_t;
+typedef uid_t UserId;
+typedef pid_t ProcId;
 
 } // namespace OpenWBEM
 #endif

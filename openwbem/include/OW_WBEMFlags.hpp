@@ -11,6 +11,8 @@ enum EDeepFlag { E_SHALLOW = 0, E_DEEP = 1 };
 enum ELocalOnlyFlag { E_NOT_LOCAL_ONLY = 0, E_LOCAL_ONLY = 1 };
 enum EIncludeQualifiersFlag { E_EXCLUDE_QUALIFIERS = 0, E_INCLUDE_QUALIFIERS = 1 };
 enum EIncludeClassOriginFlag { E_EXCLUDE_CLASS_ORIGIN = 0, E_INCLUDE_CLASS_ORIGIN = 1 };
+enum EEnumSubclassesFlag { E_DONT_ENUM_SUBCLASSES = 0, E_ENUM_SUBCLASSES = 1 };
+enum EOperationResultFlag { E_FAILED = 0, E_SUCCESS = 1 };
 
 } // namespace WBEMFlags
 } // namespace OpenWBEM

@@ -12,5 +12,14 @@
 /* Marks what the shared library offers; everything else stays hidden. */
 #define OW_COMMON_API __attribute__((visibility("default")))
 #define OW_CLIENT_API __attribute__((visibility("default")))
+#define OW_XML_API __attribute__((visibility("default")))
+#define OW_HTTP_API __attribute__((visibility("default")))
+#define OW_EXPORT
+#define OW_IMPORT
+#define OW_DEPRECATED __attribute__((deprecated))
+
+/* Dereferencing a null handle throws, and so does an index that an array does not have. */
+#define OW_CHECK_NULL_REFERENCES
+#define OW_CHECK_ARRAY_INDEXING
 
 #endif

@@ -11,15 +11,19 @@ const std::size_t pieceSize = 64 * 1024; // bytes asked of the source at a time
 bool Window::fetch(std::size_t wanted) {
     if (!m_source)
         return false;
-    m_buffer.consume(m_buffer.size() - size());
+    const auto kept = static_cast<std::size_t>(m_held ? m_next - m_held : 0);
+    m_buffer.consume(m_buffer.size() - kept - size());
     std::size_t got = 1;
-    while (m_buffer.size() < wanted && got > 0) {
+    while (m_buffer.size() < kept + wanted && got > 0) {
         got = m_source->read(static_cast<char*>(m_buffer.prepare(pieceSize).data()), pieceSize);
         m_buffer.commit(got);
     }
-    m_next = static_cast<const char*>(m_buffer.cdata().data());
-    m_end = m_next + m_buffer.size();
-    return m_buffer.size() >= wanted;
+    const char* const first = static_cast<const char*>(m_buffer.cdata().data());
+    m_next = first + kept;
+    m_end = first + m_buffer.size();
+    if (m_held)
+        m_held = first;
+    return size() >= wanted;
 }
 
 } // namespace io

@@ -3,6 +3,8 @@
 #include "io/Source.hpp"
 
 #include <boost/beast/core/flat_buffer.hpp>
+#include <string_view>
+#include <utility>
 
 namespace OpenWBEM {
 namespace io {
@@ -30,6 +32,14 @@ public:
     /** Removes bytes from the front, not more than are visible. */
     void consume(std::size_t size) { m_next += size; }
 
+    /** Keeps what is consumed from here on, for held(). */
+    void hold() { m_held = m_next; }
+    /** What was consumed since hold(); ends the holding. Valid until more is asked for. */
+    std::string_view held() {
+        const char* const from = std::exchange(m_held, nullptr);
+        return std::string_view(from, static_cast<std::size_t>(m_next - from));
+    }
+
 private:
     bool fetch(std::size_t size);
 
@@ -37,6 +47,7 @@ private:
     boost::beast::flat_buffer m_buffer; // of the source's bytes: the visible ones and some consumed ones
     const char* m_next = nullptr;
     const char* m_end = nullptr;
+    const char* m_held = nullptr; // the first byte to be kept, if any
 };
 
 } // namespace io

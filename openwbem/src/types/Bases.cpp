@@ -5,11 +5,13 @@
 #include "OW_Char16.hpp"
 #include "OW_ClientAuthCBIFC.hpp"
 #include "OW_IntrusiveCountableBase.hpp"
-#include "ValueText.hpp"
+#include "Utf8.hpp"
+#include "detail/OW_Shared.hpp"
 
 namespace OpenWBEM {
 
 CIMBase::~CIMBase() = default;
+detail::Counted::~Counted() = default;
 IntrusiveCountableBase::~IntrusiveCountableBase() = default;
 ClientAuthCBIFC::~ClientAuthCBIFC() = default;
 
@@ -19,6 +21,13 @@ String CIMElement::toString() const {
 
 String Bool::toString() const {
     return m_value ? "true" : "false";
+}
+
+Char16::Char16(const String& text) {
+    const char* at = text.c_str();
+    const char32_t code = takeUtf8(at);
+    const bool isMalformed = (code & ~char32_t{0xFF}) == malformedByte;
+    m_value = isMalformed || code > 0xFFFF ? UInt16{0xFFFF} : static_cast<UInt16>(code);
 }
 
 String Char16::toString() const {

@@ -1,6 +1,31 @@
 #include "OW_CIMDataType.hpp"
 
+#include "OW_CIMValue.hpp"
+
+#include <string>
+
 namespace OpenWBEM {
+namespace {
+
+// DSP0004, intrinsic data types. Objects within objects are declared as strings; of types that share a name
+// the first is meant by it.
+struct TypeName {
+    CIMDataType::Type type;
+    const char* name;
+};
+const TypeName typeNames[] = {
+    {CIMDataType::UINT8, "uint8"},       {CIMDataType::SINT8, "sint8"},
+    {CIMDataType::UINT16, "uint16"},     {CIMDataType::SINT16, "sint16"},
+    {CIMDataType::UINT32, "uint32"},     {CIMDataType::SINT32, "sint32"},
+    {CIMDataType::UINT64, "uint64"},     {CIMDataType::SINT64, "sint64"},
+    {CIMDataType::STRING, "string"},     {CIMDataType::EMBEDDEDCLASS, "string"},
+    {CIMDataType::BOOLEAN, "boolean"},   {CIMDataType::EMBEDDEDINSTANCE, "string"},
+    {CIMDataType::REAL32, "real32"},     {CIMDataType::REAL64, "real64"},
+    {CIMDataType::DATETIME, "datetime"}, {CIMDataType::CHAR16, "char16"},
+    {CIMDataType::REFERENCE, "REF"},
+};
+
+} // namespace
 
 CIMDataType::CIMDataType()
     : CIMDataType(CIMNULL) {}
@@ -32,46 +57,47 @@ void CIMDataType::setNull() {
     *this = CIMDataType();
 }
 
+bool CIMDataType::setToArrayType(Int32 size) {
+    if (!isSet())
+        return false;
+    *this = CIMDataType(m_type, size);
+    return true;
+}
+
+bool CIMDataType::syncWithValue(const CIMValue& value) {
+    if (!value)
+        return false;
+    if (!equals(value.getCIMDataType()))
+        *this = value.getCIMDataType();
+    return true;
+}
+
 String CIMDataType::toString() const {
-    switch (m_type) {
-    case UINT8:
-        return "uint8";
-    case SINT8:
-        return "sint8";
-    case UINT16:
-        return "uint16";
-    case SINT16:
-        return "sint16";
-    case UINT32:
-        return "uint32";
-    case SINT32:
-        return "sint32";
-    case UINT64:
-        return "uint64";
-    case SINT64:
-        return "sint64";
-    case STRING:
-    case EMBEDDEDCLASS:
-    case EMBEDDEDINSTANCE:
-        return "string";
-    case BOOLEAN:
-        return "boolean";
-    case REAL32:
-        return "real32";
-    case REAL64:
-        return "real64";
-    case DATETIME:
-        return "datetime";
-    case CHAR16:
-        return "char16";
-    case REFERENCE:
-        return "REF";
-    case CIMNULL:
-    case MAXDATATYPE:
-    case INVALID:
-        break;
-    }
+    for (const TypeName& known : typeNames)
+        if (known.type == m_type)
+            return known.name;
     return "** INVALID DATA TYPE IN CIMDATATYPE - toString **";
+}
+
+String CIMDataType::toMOF() const {
+    return toString();
+}
+
+String CIMDataType::getArrayMOF() const {
+    if (!isArrayType())
+        return String();
+    return m_sizeRange == SIZE_LIMITED ? String(("[" + std::to_string(m_size) + "]").c_str()) : String("[]");
+}
+
+bool CIMDataType::isNumericType(Type type) {
+    return (type >= UINT8 && type <= SINT64) || type == REAL32 || type == REAL64;
+}
+
+CIMDataType::Type CIMDataType::strToSimpleType(const String& name) {
+    for (const TypeName& known : typeNames)
+        if (name.equalsIgnoreCase(known.name))
+            return known.type;
+    return INVALID;
 }
 
 } // namespace OpenWBEM

@@ -1,9 +1,12 @@
 #include "OW_CIMDateTime.hpp"
 
+#include "OW_DateTime.hpp"
 #include "detail/OW_Shared.hpp"
 
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
+#include <ostream>
 #include <string>
 
 namespace OpenWBEM {
@@ -13,7 +16,7 @@ const std::size_t deciding = 21;     // the character that tells a date from an 
 const std::size_t lastLookedAt = 34; // text from here on is ignored
 
 int field(const std::string& text, std::size_t begin, std::size_t length) {
-    return std::atoi(text.substr(begin, length).c_str());
+    return static_cast<int>(std::strtol(text.substr(begin, length).c_str(), nullptr, 10));
 }
 
 } // namespace
@@ -52,6 +55,21 @@ CIMDateTime::CIMDateTime(UInt64 microSeconds) {
     m_fields.minutes = static_cast<UInt8>(seconds / 60 % 60);
     m_fields.seconds = static_cast<UInt8>(seconds % 60);
     m_fields.microSeconds = static_cast<UInt32>(microSeconds % 1000000);
+}
+
+CIMDateTime::CIMDateTime(const DateTime& instant) {
+    const time_t seconds = instant.get();
+    tm local{};
+    localtime_r(&seconds, &local);
+    m_fields.interval = false;
+    m_fields.year = static_cast<UInt16>(local.tm_year + 1900);
+    m_fields.month = static_cast<UInt8>(local.tm_mon + 1);
+    m_fields.days = static_cast<UInt32>(local.tm_mday);
+    m_fields.hours = static_cast<UInt8>(local.tm_hour);
+    m_fields.minutes = static_cast<UInt8>(local.tm_min);
+    m_fields.seconds = static_cast<UInt8>(local.tm_sec);
+    m_fields.microSeconds = instant.getMicrosecond();
+    m_fields.utc = static_cast<Int16>(local.tm_gmtoff / 60);
 }
 
 CIMDateTime& CIMDateTime::setYear(UInt16 value) {
@@ -103,6 +121,10 @@ String CIMDateTime::toString() const {
     return text;
 }
 
+DateTime CIMDateTime::toDateTime() const {
+    return DateTime(toString());
+}
+
 bool CIMDateTime::equal(const CIMDateTime& other) const {
     const Fields& a = read();
     const Fields& b = other.read();
@@ -126,6 +148,14 @@ const CIMDateTime::Fields& CIMDateTime::read() const {
 CIMDateTime::Fields& CIMDateTime::edit() {
     read();
     return m_fields;
+}
+
+bool operator<(const CIMDateTime& a, const CIMDateTime& b) {
+    return a.toDateTime() < b.toDateTime();
+}
+
+std::ostream& operator<<(std::ostream& out, const CIMDateTime& dateTime) {
+    return out << dateTime.toString();
 }
 
 } // namespace OpenWBEM

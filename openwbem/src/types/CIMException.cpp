@@ -1,6 +1,7 @@
 #include "OW_CIMException.hpp"
 
 #include <cstring>
+#include <new>
 #include <string>
 
 namespace OpenWBEM {
@@ -28,26 +29,48 @@ const char* const codeTexts[] = {
     "extrinsic method does not exist",
 };
 
+// The message where it is more than the text of the code; empty also for want of memory.
 std::string messageFor(CIMException::ErrNoType code, const char* description) {
-    const char* const text = CIMException::getCodeDescription(code);
     if (!description || !*description)
-        return text;
-    if (std::strncmp(description, text, std::strlen(text)) == 0)
-        return description;
-    return std::string(text) + " (" + description + ")";
+        return std::string();
+    const char* const text = CIMException::getCodeDescription(code);
+    try {
+        if (std::strncmp(description, text, std::strlen(text)) == 0)
+            return description;
+        return std::string(text) + " (" + description + ")";
+    } catch (const std::bad_alloc&) {
+        return std::string();
+    }
+}
+
+std::shared_ptr<const std::string> share(const char* text) {
+    try {
+        return text ? std::make_shared<const std::string>(text) : nullptr;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
 }
 
 } // namespace
 
 CIMException::CIMException(const char* file, int line, ErrNoType code, const char* description,
                            const Exception* other)
-    : Exception(file, line, messageFor(code, description).c_str(), code, other, 1)
-    , m_description(description ? std::make_shared<const std::string>(description) : nullptr) {}
+    : Exception(file, line, messageFor(code, description).c_str(), code, other, ExceptionIds::CIMExceptionId)
+    , m_description(share(description)) {}
 
 CIMException::~CIMException() noexcept = default;
 
 const char* CIMException::type() const {
     return "CIMException";
+}
+
+CIMException* CIMException::clone() const {
+    return new CIMException(*this);
+}
+
+const char* CIMException::getMessage() const {
+    const char* const message = Exception::getMessage();
+    return *message ? message : getCodeDescription(getErrNo());
 }
 
 const char* CIMException::getDescription() const {

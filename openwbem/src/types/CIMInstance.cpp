@@ -1,5 +1,6 @@
 #include "OW_CIMInstance.hpp"
 
+#include "OW_NoSuchPropertyException.hpp"
 #include "ObjectData.hpp"
 #include "ValueText.hpp"
 
@@ -12,17 +13,19 @@ namespace {
 template <class Properties>
 auto find(Properties& properties, const CIMName& name) {
     return std::find_if(properties.begin(), properties.end(), [&name](const CIMProperty& property) {
-        return property && ObjectAccess::data(property).name == name;
+        return property && ObjectAccess::declaration(property).name == name;
     });
 }
 
 } // namespace
 
 CIMInstance::CIMInstance()
-    : m_data(std::make_shared<Data>()) {}
+    : m_data(new Data) {}
 CIMInstance::CIMInstance(CIMNULL_t) {}
 CIMInstance::CIMInstance(const CIMName& className)
-    : m_data(std::make_shared<Data>(Data{className, {}, {}})) {}
+    : CIMInstance() {
+    m_data.edit().className = className;
+}
 CIMInstance::CIMInstance(const char* className)
     : CIMInstance(CIMName(className)) {}
 
@@ -50,7 +53,7 @@ CIMPropertyArray CIMInstance::getProperties(Int32 valueDataType) const {
     CIMPropertyArray chosen;
     std::copy_if(all.begin(), all.end(), std::back_inserter(chosen),
                  [valueDataType](const CIMProperty& property) {
-                     return ObjectAccess::data(property).type.getType() == valueDataType;
+                     return ObjectAccess::declaration(property).type.getType() == valueDataType;
                  });
     return chosen;
 }
@@ -71,6 +74,33 @@ CIMValue CIMInstance::getPropertyValue(const CIMName& name) const {
     return property ? property.getValue() : CIMValue(CIMNULL);
 }
 
+CIMProperty CIMInstance::getPropertyT(const CIMName& name) const {
+    CIMProperty property = getProperty(name);
+    if (!property)
+        OW_THROW_ERR(NoSuchPropertyException, name.toString().c_str(), E_INSTANCE_HAS_NO_SUCH_PROPERTY);
+    return property;
+}
+
+bool CIMInstance::propertyHasValue(const CIMName& name) const {
+    return static_cast<bool>(getPropertyValue(name));
+}
+
+CIMInstance& CIMInstance::setProperty(const CIMName& name, const CIMValue& value) {
+    CIMProperty property = getProperty(name);
+    if (property)
+        property.setValue(value);
+    else
+        property = value ? CIMProperty(name, value) : CIMProperty(name);
+    setProperty(property);
+    CIMPropertyArray& keys = m_data.edit().keys;
+    if (!keys.empty()) {
+        const auto key = find(keys, name);
+        if (key != keys.end())
+            key->setValue(property.getValue());
+    }
+    return *this;
+}
+
 CIMInstance& CIMInstance::setProperty(const CIMProperty& property) {
     if (!property)
         return *this;
@@ -83,6 +113,14 @@ CIMInstance& CIMInstance::setProperty(const CIMProperty& property) {
     return *this;
 }
 
+CIMInstance& CIMInstance::removeProperty(const CIMName& name) {
+    CIMPropertyArray& all = m_data.edit().properties;
+    const auto found = find(all, name);
+    if (found != all.end())
+        all.erase(found);
+    return *this;
+}
+
 CIMPropertyArray CIMInstance::getKeyValuePairs() const {
     return m_data->keys;
 }
@@ -90,6 +128,14 @@ CIMPropertyArray CIMInstance::getKeyValuePairs() const {
 CIMInstance& CIMInstance::setKeys(const CIMPropertyArray& keys) {
     m_data.edit().keys = keys;
     return *this;
+}
+
+String CIMInstance::getLanguage() const {
+    return m_data->language;
+}
+
+void CIMInstance::setLanguage(const String& language) {
+    m_data.edit().language = language;
 }
 
 void CIMInstance::setNull() {

@@ -1,19 +1,14 @@
 #include "OW_CIMValue.hpp"
 
 #include "OW_CIMValueCast.hpp"
-#include "ObjectData.hpp"
+#include "ValueData.hpp"
 #include "ValueText.hpp"
 
+#include <new>
 #include <string>
-#include <type_traits>
 
 namespace OpenWBEM {
 namespace {
-
-template <class T>
-std::shared_ptr<const CIMValue::Data> share(const T& content) {
-    return std::make_shared<const CIMValue::Data>(CIMValue::Data{content});
-}
 
 [[noreturn]] void throwWrongType(const char* word) {
     const std::string message = std::string("CIMValue::CIMValueImpl::get - Value is not a ") + word;
@@ -22,41 +17,147 @@ std::shared_ptr<const CIMValue::Data> share(const T& content) {
 
 } // namespace
 
-CIMValue::CIMValue(CIMNULL_t) {}
-CIMValue::CIMValue(detail::Shared<const Data> data)
-    : m_data(std::move(data)) {}
-CIMValue::CIMValue(bool value)
-    : m_data(share(Bool(value))) {}
-CIMValue::CIMValue(const char* value)
-    : m_data(share(String(value))) {}
+CIMValue::CIMValue(CIMNULL_t)
+    : m_type(CIMDataType::CIMNULL)
+    , m_isArray(false)
+    , m_plain() {}
 
-// One constructor and one get() for every type that a value can hold.
-#define OPENWBEM_VALUE_TYPE(PARAMETER, TYPE)                                                                 \
-    CIMValue::CIMValue(PARAMETER value)                                                                      \
-        : m_data(share(value)) {}                                                                            \
-    void CIMValue::get(TYPE& out) const {                                                                    \
-        read(out);                                                                                           \
+CIMValue::CIMValue(const CIMValue& other)
+    : CIMValue(CIMNULL) {
+    copy(other);
+}
+
+CIMValue::CIMValue(CIMValue&& other) noexcept
+    : CIMValue(CIMNULL) {
+    *this = std::move(other);
+}
+
+CIMValue::~CIMValue() {
+    destroy();
+}
+
+CIMValue& CIMValue::operator=(const CIMValue& other) {
+    return *this = CIMValue(other);
+}
+
+CIMValue& CIMValue::operator=(CIMValue&& other) noexcept {
+    if (this == &other)
+        return *this;
+    destroy();
+    m_type = other.m_type;
+    m_isArray = other.m_isArray;
+    switch (form()) {
+    case PLAIN:
+        std::memcpy(m_plain, other.m_plain, sizeof m_plain);
+        break;
+    case TEXT:
+        new (&m_text) String(std::move(other.m_text));
+        break;
+    case SHARED:
+        new (&m_shared) detail::Shared<const detail::Counted>(std::move(other.m_shared));
+        break;
     }
-#define OPENWBEM_SMALL_TYPE(TYPE) OPENWBEM_VALUE_TYPE(TYPE, TYPE)
-#define OPENWBEM_LARGE_TYPE(TYPE) OPENWBEM_VALUE_TYPE(const TYPE&, TYPE)
+    other.setNull();
+    return *this;
+}
+
+CIMValue::Form CIMValue::form() const {
+    if (m_isArray)
+        return SHARED;
+    switch (m_type) {
+    case CIMDataType::STRING:
+        return TEXT;
+    case CIMDataType::DATETIME:
+    case CIMDataType::REFERENCE:
+    case CIMDataType::EMBEDDEDCLASS:
+    case CIMDataType::EMBEDDEDINSTANCE:
+        return SHARED;
+    default:
+        return PLAIN;
+    }
+}
+
+// Of a null value into a value.
+void CIMValue::copy(const CIMValue& other) {
+    m_type = other.m_type;
+    m_isArray = other.m_isArray;
+    switch (form()) {
+    case PLAIN:
+        std::memcpy(m_plain, other.m_plain, sizeof m_plain);
+        break;
+    case TEXT:
+        new (&m_text) String(other.m_text);
+        break;
+    case SHARED:
+        new (&m_shared) detail::Shared<const detail::Counted>(other.m_shared);
+        break;
+    }
+}
+
+void CIMValue::destroy() {
+    switch (form()) {
+    case PLAIN:
+        break;
+    case TEXT:
+        m_text.~String();
+        break;
+    case SHARED:
+        m_shared.~Shared();
+        break;
+    }
+}
+
+template <class T>
+void CIMValue::hold(const T& value) {
+    *this = ValueAccess::make<T>(value);
+}
 
 template <class T>
 void CIMValue::read(T& out) const {
-    const auto& content = m_data->content;
-    if (const T* const own = std::get_if<T>(&content)) {
-        out = *own;
+    requireValue();
+    if (ValueAccess::holds<T>(*this)) {
+        out = ValueAccess::content<T>(*this);
         return;
     }
     if constexpr (std::is_arithmetic_v<T>) {
-        if (const Int64* const number = std::get_if<Int64>(&content)) {
-            out = static_cast<T>(*number);
+        if (ValueAccess::holds<Int64>(*this)) {
+            out = static_cast<T>(ValueAccess::content<Int64>(*this));
             return;
         }
     }
     throwWrongType(TypeOf<T>::word);
 }
 
-OPENWBEM_SMALL_TYPE(Bool)
+CIMValue::CIMValue(bool value)
+    : CIMValue(Bool(value)) {}
+CIMValue::CIMValue(const char* value)
+    : CIMValue(String(value)) {}
+
+// One constructor, one get() and one toXxx() for every type that a value can hold.
+#define OPENWBEM_VALUE_TYPE(PARAMETER, TYPE)                                                                 \
+    CIMValue::CIMValue(PARAMETER value)                                                                      \
+        : CIMValue(CIMNULL) {                                                                                \
+        hold<TYPE>(value);                                                                                   \
+    }                                                                                                        \
+    void CIMValue::get(TYPE& out) const {                                                                    \
+        read(out);                                                                                           \
+    }
+#define OPENWBEM_SMALL_TYPE(TYPE)                                                                            \
+    OPENWBEM_VALUE_TYPE(TYPE, TYPE)                                                                          \
+    TYPE CIMValue::to##TYPE() const {                                                                        \
+        TYPE value = 0;                                                                                      \
+        read(value);                                                                                         \
+        return value;                                                                                        \
+    }
+#define OPENWBEM_LARGE_TYPE(TYPE)                                                                            \
+    OPENWBEM_VALUE_TYPE(const TYPE&, TYPE)                                                                   \
+    TYPE CIMValue::to##TYPE() const {                                                                        \
+        TYPE value;                                                                                          \
+        read(value);                                                                                         \
+        return value;                                                                                        \
+    }
+
+OPENWBEM_VALUE_TYPE(Bool, Bool)
 OPENWBEM_SMALL_TYPE(UInt8)
 OPENWBEM_SMALL_TYPE(Int8)
 OPENWBEM_SMALL_TYPE(UInt16)
@@ -68,9 +169,10 @@ OPENWBEM_SMALL_TYPE(Int64)
 OPENWBEM_SMALL_TYPE(Real32)
 OPENWBEM_SMALL_TYPE(Real64)
 OPENWBEM_LARGE_TYPE(Char16)
-OPENWBEM_LARGE_TYPE(String)
+OPENWBEM_VALUE_TYPE(const String&, String)
 OPENWBEM_LARGE_TYPE(CIMDateTime)
 OPENWBEM_LARGE_TYPE(CIMObjectPath)
+OPENWBEM_LARGE_TYPE(CIMClass)
 OPENWBEM_LARGE_TYPE(CIMInstance)
 OPENWBEM_LARGE_TYPE(BoolArray)
 OPENWBEM_LARGE_TYPE(UInt8Array)
@@ -87,16 +189,28 @@ OPENWBEM_LARGE_TYPE(Char16Array)
 OPENWBEM_LARGE_TYPE(StringArray)
 OPENWBEM_LARGE_TYPE(CIMDateTimeArray)
 OPENWBEM_LARGE_TYPE(CIMObjectPathArray)
+OPENWBEM_LARGE_TYPE(CIMClassArray)
 OPENWBEM_LARGE_TYPE(CIMInstanceArray)
 
+bool CIMValue::toBool() const {
+    Bool value;
+    read(value);
+    return value;
+}
+
+void CIMValue::requireValue() const {
+    if (!*this)
+        detail::throwNullReference();
+}
+
 bool CIMValue::isArray() const {
-    return std::visit([](const auto& content) { return TypeOf<std::decay_t<decltype(content)>>::isArray; },
-                      m_data->content);
+    requireValue();
+    return m_isArray;
 }
 
 CIMDataType::Type CIMValue::getType() const {
-    return std::visit([](const auto& content) { return TypeOf<std::decay_t<decltype(content)>>::type; },
-                      m_data->content);
+    requireValue();
+    return static_cast<CIMDataType::Type>(m_type);
 }
 
 CIMDataType CIMValue::getCIMDataType() const {
@@ -104,40 +218,69 @@ CIMDataType CIMValue::getCIMDataType() const {
 }
 
 UInt32 CIMValue::getArraySize() const {
-    return std::visit(
-        [](const auto& content) -> UInt32 {
-            if constexpr (TypeOf<std::decay_t<decltype(content)>>::isArray)
-                return static_cast<UInt32>(content.size());
-            else
-                return 1;
-        },
-        m_data->content);
+    return ValueAccess::visit(*this, [](const auto& content) -> UInt32 {
+        if constexpr (TypeOf<std::decay_t<decltype(content)>>::isArray)
+            return static_cast<UInt32>(content.size());
+        else
+            return 1;
+    });
+}
+
+bool CIMValue::isNumericType() const {
+    return CIMDataType::isNumericType(getType());
+}
+
+bool CIMValue::sameType(const CIMValue& other) const {
+    return getType() == other.getType() && isArray() == other.isArray();
+}
+
+bool CIMValue::equal(const CIMValue& other) const {
+    if (!*this || !other)
+        return !*this && !other;
+    if (!sameType(other))
+        return false;
+    if (m_type == CIMDataType::EMBEDDEDCLASS || m_type == CIMDataType::EMBEDDEDINSTANCE)
+        return toString() == other.toString();
+    return ValueAccess::visit(*this, [&other](const auto& content) -> bool {
+        return content == ValueAccess::content<std::decay_t<decltype(content)>>(other);
+    });
+}
+
+bool operator<(const CIMValue& a, const CIMValue& b) {
+    if (!a || !b || a.getType() != b.getType())
+        return (a ? a.getType() : 0) < (b ? b.getType() : 0);
+    return a.toString() < b.toString();
+}
+
+CIMValue CIMValue::createSimpleValue(const String& typeName, const String& text) {
+    const CIMDataType type(CIMDataType::strToSimpleType(typeName));
+    return type ? CIMValueCast::castValueToDataType(CIMValue(text), type) : CIMValue(CIMNULL);
 }
 
 void CIMValue::setNull() {
-    m_data.reset();
+    destroy();
+    m_type = CIMDataType::CIMNULL;
+    m_isArray = false;
 }
 
 String CIMValue::toString() const {
-    if (!m_data)
+    if (!*this)
         return "(null)";
-    if (const String* const own = std::get_if<String>(&m_data->content))
-        return *own;
+    if (form() == TEXT)
+        return m_text;
     std::string text;
-    std::visit(
-        [&text](const auto& content) {
-            if constexpr (TypeOf<std::decay_t<decltype(content)>>::isArray) {
-                const char* separator = "";
-                for (const auto& element : content) {
-                    text += separator;
-                    appendElementText(text, element);
-                    separator = ",";
-                }
-            } else {
-                appendText(text, content);
+    ValueAccess::visit(*this, [&text](const auto& content) {
+        if constexpr (TypeOf<std::decay_t<decltype(content)>>::isArray) {
+            const char* separator = "";
+            for (const auto& element : content) {
+                text += separator;
+                appendElementText(text, element);
+                separator = ",";
             }
-        },
-        m_data->content);
+        } else {
+            appendText(text, content);
+        }
+    });
     return String(text.data(), text.size());
 }
 

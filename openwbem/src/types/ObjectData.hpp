@@ -2,6 +2,7 @@
 #define OPENWBEM_OBJECT_DATA_HPP_INCLUDED
 // What the handles of the CIM objects share, and the way in for the code that builds objects off the wire.
 
+#include "OW_CIMClass.hpp"
 #include "OW_CIMDateTime.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMObjectPath.hpp"
@@ -9,68 +10,128 @@
 #include "OW_CIMValue.hpp"
 #include "OW_String.hpp"
 
-#include <memory>
 #include <utility>
-#include <variant>
 
 namespace OpenWBEM {
 
-struct CIMProperty::Data {
+/** A qualifier, with what came with it of its type (DSP0004, qualifiers). Kept to be sent back as it came. */
+struct Qualifier {
     CIMName name;
+    CIMValue value{CIMNULL};
+    CIMName typeName;
     CIMDataType type;
+    Int32Array scopes;
+    Int32Array typeFlavors;
+    CIMValue defaultValue{CIMNULL};
+    bool propagated = false;
+    Int32Array flavors;
+    String language;
+};
+typedef Array<Qualifier> QualifierArray;
+
+/** Whether the qualifier of this name is there and true. */
+bool isTrue(const QualifierArray& qualifiers, const CIMName& name);
+
+/** All of a property but its value. The same property of many instances shares one. */
+struct Declaration : detail::Counted {
+    CIMName name;
+    CIMName overridden;
+    CIMName originClass;
+    CIMDataType type;
+    Int32 arraySize = -1; // -1: not given, which says nothing about arrayness
+    bool propagated = false;
+    QualifierArray qualifiers;
+};
+
+struct CIMProperty::Data : detail::Counted {
+    Data() = default;
+    Data(detail::Shared<Declaration> of, CIMValue is)
+        : declaration(std::move(of))
+        , value(std::move(is)) {}
+
+    detail::Shared<Declaration> declaration; // never null
     CIMValue value{CIMNULL};
 };
 
-struct CIMObjectPath::Data {
-    String protocol{"http"};
-    String host{"127.0.0.1"};
-    String port{"5988"};
+/** What a path has that names no host; all such paths share the texts. */
+struct LocalAddress {
+    const String protocol{"http"};
+    const String host{"127.0.0.1"};
+    const String port{"5988"};
+
+    static const LocalAddress& get() {
+        static const LocalAddress* const only = new LocalAddress; // outlives every path
+        return *only;
+    }
+};
+
+struct CIMObjectPath::Data : detail::Counted {
+    String protocol = LocalAddress::get().protocol;
+    String host = LocalAddress::get().host;
+    String port = LocalAddress::get().port;
     String nameSpace;
     CIMName className;
     CIMPropertyArray keys;
 };
 
-struct CIMInstance::Data {
+struct CIMInstance::Data : detail::Counted {
     CIMName className;
     CIMPropertyArray keys;
     CIMPropertyArray properties;
+    QualifierArray qualifiers;
+    String language;
 };
 
-struct CIMValue::Data {
-    std::variant<Bool, UInt8, Int8, UInt16, Int16, UInt32, Int32, UInt64, Int64, Real32, Real64, Char16,
-                 String, CIMDateTime, CIMObjectPath, CIMInstance, BoolArray, UInt8Array, Int8Array,
-                 UInt16Array, Int16Array, UInt32Array, Int32Array, UInt64Array, Int64Array, Real32Array,
-                 Real64Array, Char16Array, StringArray, CIMDateTimeArray, CIMObjectPathArray,
-                 CIMInstanceArray>
-        content;
+struct Parameter {
+    CIMName name;
+    CIMDataType type;
+    QualifierArray qualifiers;
+};
+
+struct Method {
+    CIMName name;
+    CIMDataType returnType;
+    QualifierArray qualifiers;
+    Array<Parameter> parameters;
+    CIMName originClass;
+    CIMName overridden;
+    bool propagated = false;
+};
+
+struct CIMClass::Data : detail::Counted {
+    CIMName name;
+    CIMName superClass;
+    bool isAssociation = false;
+    bool isKeyed = false;
+    QualifierArray qualifiers;
+    CIMPropertyArray properties;
+    Array<Method> methods;
 };
 
 /** Makes and opens handles for this library's own code, without the casts and copies of the public interface.
  */
 struct ObjectAccess {
-    template <class T>
-    static CIMValue value(T&& content) {
-        return CIMValue(detail::Shared<const CIMValue::Data>(
-            std::make_shared<const CIMValue::Data>(CIMValue::Data{std::forward<T>(content)})));
-    }
-    static CIMProperty property(CIMProperty::Data&& data) {
+    static CIMProperty property(detail::Shared<Declaration> declaration, CIMValue value) {
         CIMProperty property{CIMNULL};
-        property.m_data =
-            detail::Shared<CIMProperty::Data>(std::make_shared<CIMProperty::Data>(std::move(data)));
+        property.m_data = detail::Shared<CIMProperty::Data>(
+            new CIMProperty::Data(std::move(declaration), std::move(value)));
         return property;
     }
-    static CIMObjectPath path(CIMObjectPath::Data&& data) {
-        CIMObjectPath path{CIMNULL};
-        path.m_data =
-            detail::Shared<CIMObjectPath::Data>(std::make_shared<CIMObjectPath::Data>(std::move(data)));
-        return path;
+    /** A handle of new data, which it takes over. */
+    template <class Object>
+    static Object object(typename Object::Data* data) {
+        Object object{CIMNULL};
+        object.m_data = detail::Shared<typename Object::Data>(data);
+        return object;
     }
-    static CIMInstance instance(CIMInstance::Data&& data) {
-        CIMInstance instance{CIMNULL};
-        instance.m_data =
-            detail::Shared<CIMInstance::Data>(std::make_shared<CIMInstance::Data>(std::move(data)));
-        return instance;
+    template <class Object>
+    static const typename Object::Data& data(const Object& object) {
+        return object.m_data.read();
     }
+    static const Declaration& declaration(const CIMProperty& property) {
+        return property.m_data->declaration.read();
+    }
+
     static CIMDataType dataType(CIMDataType::Type type, Int32 size, Int32 sizeRange, const String& refClass) {
         CIMDataType result(type);
         result.m_size = size;
@@ -78,47 +139,8 @@ struct ObjectAccess {
         result.m_refClass = refClass;
         return result;
     }
-
-    static const CIMValue::Data& data(const CIMValue& value) { return value.m_data.read(); }
-    static const CIMProperty::Data& data(const CIMProperty& property) { return property.m_data.read(); }
-    static const CIMObjectPath::Data& data(const CIMObjectPath& path) { return path.m_data.read(); }
-    static const CIMInstance::Data& data(const CIMInstance& instance) { return instance.m_data.read(); }
     static Int32 sizeRange(const CIMDataType& type) { return type.m_sizeRange; }
 };
-
-/** The CIM type of a C++ type, and how messages call it. */
-template <class T>
-struct TypeOf;
-#define OPENWBEM_TYPE_OF(CPP, TYPE, WORD, ARRAY_WORD)                                                        \
-    template <>                                                                                              \
-    struct TypeOf<CPP> {                                                                                     \
-        static constexpr CIMDataType::Type type = CIMDataType::TYPE;                                         \
-        static constexpr bool isArray = false;                                                               \
-        static constexpr const char* word = WORD;                                                            \
-    };                                                                                                       \
-    template <>                                                                                              \
-    struct TypeOf<Array<CPP>> {                                                                              \
-        static constexpr CIMDataType::Type type = CIMDataType::TYPE;                                         \
-        static constexpr bool isArray = true;                                                                \
-        static constexpr const char* word = ARRAY_WORD;                                                      \
-    }
-OPENWBEM_TYPE_OF(Bool, BOOLEAN, "BOOLEAN", "BOOLEAN ARRAY");
-OPENWBEM_TYPE_OF(UInt8, UINT8, "UINT8", "UINT8 ARRAY");
-OPENWBEM_TYPE_OF(Int8, SINT8, "SINT8", "SINT8 ARRAY");
-OPENWBEM_TYPE_OF(UInt16, UINT16, "UINT16", "UINT16 ARRAY");
-OPENWBEM_TYPE_OF(Int16, SINT16, "SINT16", "SINT16 ARRAY");
-OPENWBEM_TYPE_OF(UInt32, UINT32, "UINT32", "UINT32 ARRAY");
-OPENWBEM_TYPE_OF(Int32, SINT32, "SINT32", "SINT32 ARRAY");
-OPENWBEM_TYPE_OF(UInt64, UINT64, "UINT64", "UINT64 ARRAY");
-OPENWBEM_TYPE_OF(Int64, SINT64, "SINT64", "SINT64 ARRAY");
-OPENWBEM_TYPE_OF(Real32, REAL32, "REAL32", "REAL32 ARRAY");
-OPENWBEM_TYPE_OF(Real64, REAL64, "REAL64", "REAL64 ARRAY");
-OPENWBEM_TYPE_OF(Char16, CHAR16, "CHAR16", "CHAR16 ARRAY");
-OPENWBEM_TYPE_OF(String, STRING, "STRING", "STRING ARRAY");
-OPENWBEM_TYPE_OF(CIMDateTime, DATETIME, "DATETIME", "DATETIME ARRAY");
-OPENWBEM_TYPE_OF(CIMObjectPath, REFERENCE, "REFERENCE", "OBJECTPATH ARRAY");
-OPENWBEM_TYPE_OF(CIMInstance, EMBEDDEDINSTANCE, "EMBEDDEDINSTANCE", "EMBEDDEDINSTANCE ARRAY");
-#undef OPENWBEM_TYPE_OF
 
 } // namespace OpenWBEM
 #endif

@@ -1,75 +1,231 @@
+// Making, joining and changing strings. Searching stands in StringSearch.cpp, numbers in StringNumbers.cpp.
 #include "OW_String.hpp"
 
+#include "OW_Char16.hpp"
+#include "ValueText.hpp"
+#include "detail/OW_Shared.hpp"
+
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <istream>
+#include <limits>
+#include <memory>
+#include <new>
 #include <ostream>
-#include <strings.h>
+#include <string>
 
 namespace OpenWBEM {
+namespace detail {
 
-String::String(const char* text) {
-    if (text)
-        m_text = std::make_shared<const std::string>(text);
+Text* Text::make(std::size_t length) {
+    if (length > static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max()) - sizeof(Text) - 1)
+        throw std::bad_alloc();
+    Text* const text = new (::operator new(sizeof(Text) + length + 1)) Text{{1}, length};
+    text->bytes()[length] = '\0';
+    return text;
 }
 
-String::String(const char* text, std::size_t length) {
-    if (text)
-        m_text = std::make_shared<const std::string>(text, length);
+Text* Text::none() noexcept {
+    // The NUL stands where bytes() looks for it. The count starts with a handle that nobody gives back.
+    static struct {
+        Text text{{1}, 0};
+        char end[sizeof(Text)] = {};
+    } empty;
+    empty.text.handles.fetch_add(1, std::memory_order_relaxed);
+    return &empty.text;
 }
 
-String::String(std::string text)
-    : m_text(std::make_shared<const std::string>(std::move(text))) {}
-
-int String::compareTo(const String& other) const {
-    return std::strcmp(c_str(), other.c_str());
+void Text::free(Text* text) noexcept {
+    text->~Text();
+    ::operator delete(text);
 }
 
-int String::compareTo(const char* other) const {
-    return std::strcmp(c_str(), other);
+} // namespace detail
+
+namespace {
+
+using detail::Text;
+using detail::TextHandle;
+
+TextHandle copyOf(const char* text, std::size_t length) {
+    if (!text)
+        return TextHandle();
+    if (length == 0)
+        return TextHandle(Text::none());
+    TextHandle copy(Text::make(length));
+    std::memcpy(copy->bytes(), text, length);
+    return copy;
 }
 
-int String::compareToIgnoreCase(const String& other) const {
-    const unsigned char* a = reinterpret_cast<const unsigned char*>(c_str());
-    const unsigned char* b = reinterpret_cast<const unsigned char*>(other.c_str());
-    // Not strcasecmp(): names must compare alike in every locale of the process.
-    const auto lower = [](unsigned char c) -> int { return c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c; };
-    while (*a && lower(*a) == lower(*b))
-        ++a, ++b;
-    return lower(*a) - lower(*b);
+std::size_t lengthOf(const char* text) {
+    return text ? std::strlen(text) : 0;
 }
 
-String& String::operator+=(const String& other) {
-    *this = *this + other;
+template <class T>
+TextHandle textOf(T value) {
+    std::string text;
+    appendText(text, value);
+    return copyOf(text.data(), text.size());
+}
+
+// Not isspace() and its relatives: texts must be handled alike in every locale of the process.
+bool isSpace(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+char toLower(char c) {
+    return static_cast<char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+}
+char toUpper(char c) {
+    return static_cast<char>(c >= 'a' && c <= 'z' ? c - ('a' - 'A') : c);
+}
+
+} // namespace
+
+String::String(const char* text)
+    : m_text(copyOf(text, lengthOf(text))) {}
+String::String(const char* text, std::size_t length)
+    : m_text(copyOf(text, length)) {}
+String::String(ETakeOwnershipFlag, char* newed, std::size_t length) {
+    const std::unique_ptr<char[]> owned(newed);
+    m_text = copyOf(newed, length);
+}
+String::String(const char* a, std::size_t lengthA, const char* b, std::size_t lengthB)
+    : m_text(lengthA + lengthB == 0 ? Text::none() : Text::make(lengthA + lengthB)) {
+    std::copy_n(b, lengthB, std::copy_n(a, lengthA, m_text->bytes()));
+}
+String::String(Int32 value)
+    : m_text(textOf(value)) {}
+String::String(UInt32 value)
+    : m_text(textOf(value)) {}
+String::String(Int64 value)
+    : m_text(textOf(value)) {}
+String::String(UInt64 value)
+    : m_text(textOf(value)) {}
+String::String(long value)
+    : m_text(textOf(Int64{value})) {}
+String::String(unsigned long value)
+    : m_text(textOf(UInt64{value})) {}
+String::String(Real64 value)
+    : m_text(textOf(value)) {}
+String::String(char c)
+    : String(&c, 1) {}
+
+char* String::allocateCString() const {
+    char* const copy = static_cast<char*>(std::malloc(length() + 1));
+    if (!copy)
+        throw std::bad_alloc();
+    std::memcpy(copy, c_str(), length() + 1);
+    return copy;
+}
+
+char* String::edit() {
+    if (m_text.isShared())
+        m_text = copyOf(c_str(), length());
+    return m_text->bytes();
+}
+
+const char& String::operator[](std::size_t index) const {
+    static const char outside = '\0';
+    if (!m_text && index == 0)
+        detail::throwNullReference();
+    return index < length() ? m_text->bytes()[index] : outside;
+}
+
+char& String::operator[](std::size_t index) {
+    static thread_local char outside;
+    if (!m_text && index == 0)
+        detail::throwNullReference();
+    outside = '\0';
+    return index < length() ? edit()[index] : outside;
+}
+
+String& String::concat(const String& other) {
+    return *this = *this + other;
+}
+String& String::concat(const char* other) {
+    return other ? *this = *this + other : *this;
+}
+String& String::concat(char c) {
+    return *this = *this + c;
+}
+
+int String::format(const char* form, ...) {
+    va_list arguments;
+    va_start(arguments, form);
+    char* text = nullptr;
+    const int length = vasprintf(&text, form, arguments);
+    va_end(arguments);
+    if (length < 0)
+        throw std::bad_alloc();
+    const std::unique_ptr<char, decltype(&std::free)> owned(text, &std::free);
+    *this = String(text, static_cast<std::size_t>(length));
+    return length;
+}
+
+String& String::ltrim() {
+    const char* const end = c_str() + length();
+    const char* const first = std::find_if_not(c_str(), end, isSpace);
+    return erase(0, static_cast<std::size_t>(first - c_str()));
+}
+
+String& String::rtrim() {
+    std::size_t kept = length();
+    while (kept > 0 && isSpace(charAt(kept - 1)))
+        --kept;
+    return erase(kept);
+}
+
+String& String::trim() {
+    return rtrim().ltrim();
+}
+
+String& String::toLowerCase() {
+    if (!empty())
+        std::transform(c_str(), c_str() + length(), edit(), toLower);
     return *this;
 }
 
-bool String::startsWith(const String& other) const {
-    return !other.empty() && length() >= other.length() &&
-           std::memcmp(c_str(), other.c_str(), other.length()) == 0;
+String& String::toUpperCase() {
+    if (!empty())
+        std::transform(c_str(), c_str() + length(), edit(), toUpper);
+    return *this;
 }
 
-bool String::endsWith(const String& other) const {
-    return !other.empty() && length() >= other.length() &&
-           std::memcmp(c_str() + length() - other.length(), other.c_str(), other.length()) == 0;
+String& String::erase() {
+    return *this = String();
 }
 
-std::size_t String::indexOf(char c, std::size_t from) const {
-    return m_text ? m_text->find(c, from) : npos;
-}
-
-std::size_t String::indexOf(const char* text, std::size_t from) const {
-    return m_text && from < length() ? m_text->find(text, from) : npos;
-}
-
-String String::substring(std::size_t begin, std::size_t count) const {
+String& String::erase(std::size_t begin, std::size_t count) {
     if (begin >= length() || count == 0)
-        return String();
-    return String(m_text->substr(begin, count));
+        return *this;
+    const std::size_t removed = std::min(count, length() - begin);
+    const std::size_t behind = begin + removed;
+    return *this = String(c_str(), begin, c_str() + behind, length() - behind);
+}
+
+String String::getLine(std::istream& in) {
+    std::string line;
+    std::getline(in, line);
+    return String(line.data(), line.size());
 }
 
 String operator+(const String& a, const String& b) {
-    std::string text(a.c_str(), a.length());
-    text.append(b.c_str(), b.length());
-    return String(text.data(), text.size());
+    return String(a.c_str(), a.length(), b.c_str(), b.length());
+}
+String operator+(const String& a, const char* b) {
+    return String(a.c_str(), a.length(), b, lengthOf(b));
+}
+String operator+(const char* a, const String& b) {
+    return String(a, lengthOf(a), b.c_str(), b.length());
+}
+String operator+(const String& a, char b) {
+    return String(a.c_str(), a.length(), &b, 1);
+}
+String operator+(char a, const String& b) {
+    return String(&a, 1, b.c_str(), b.length());
 }
 
 std::ostream& operator<<(std::ostream& out, const String& text) {

@@ -17,6 +17,25 @@ std::string cutBehind(std::string& text, const std::string& mark) {
     return behind;
 }
 
+// Cuts the port off a host. The colons of an IPv6 address are inside its brackets.
+std::string cutPort(std::string& host) {
+    const std::size_t addressEnd = host.compare(0, 1, "[") == 0 ? host.find(']') : 0;
+    std::string behind = host.substr(std::min(addressEnd, host.size()));
+    host.resize(host.size() - behind.size());
+    std::string port = cutBehind(behind, ":");
+    host += behind;
+    return port;
+}
+
+bool isHost(const std::string& text) {
+    const bool isOneWord =
+        std::none_of(text.begin(), text.end(), [](unsigned char c) { return c <= ' ' || c == 0x7F; });
+    const bool isBracketed = text.find_first_of("[]") != std::string::npos;
+    const bool isAddress =
+        text.size() > 2 && text.front() == '[' && text.find(']') == text.size() - 1 && text.rfind('[') == 0;
+    return !text.empty() && isOneWord && (!isBracketed || isAddress);
+}
+
 // Cuts text up to and including the first mark and returns what stood before it; "" when there is no mark.
 std::string cutBefore(std::string& text, const std::string& mark) {
     const std::size_t at = text.find(mark);
@@ -41,20 +60,19 @@ String toOwn(const std::string& text) {
 
 } // namespace
 
-URL::URL(const String& text) {
-    std::string rest = trimmed(text.c_str());
+URL::URL(const String& given)
+    : text(toOwn(trimmed(given.c_str()))) {
+    std::string rest = text.c_str();
     std::string schemeText = cutBefore(rest, "://");
     std::transform(schemeText.begin(), schemeText.end(), schemeText.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     std::string user = cutBefore(rest, "@");
     std::string path = cutBehind(rest, "/");
     const std::string model = cutBehind(path, "/:");
-    std::string portText = cutBehind(rest, ":");
+    const std::string portText = cutPort(rest);
     const std::string password = cutBehind(user, ":");
-    const bool isOneWord =
-        std::none_of(rest.begin(), rest.end(), [](unsigned char c) { return c <= ' ' || c == 0x7F; });
-    if (rest.empty() || !isOneWord) {
-        const std::string message = std::string("Invalid URL: ") + text.c_str();
+    if (!isHost(rest)) {
+        const std::string message = std::string("Invalid URL: ") + given.c_str();
         OW_THROW(MalformedURLException, message.c_str());
     }
 

@@ -77,33 +77,26 @@ void appendText(std::string& text, const CIMObjectPath& value) {
     appendText(text, value.toString());
 }
 
+void appendText(std::string& text, const CIMClass& value) {
+    appendText(text, value.toMOF());
+}
+
 void appendText(std::string& text, const CIMInstance& value) {
     const CIMInstance::Data& data = ObjectAccess::data(value);
     text += "instance of ";
     appendText(text, data.className.toString());
     text += " {\n";
     for (const CIMProperty& property : std::as_const(data.properties)) {
-        const CIMProperty::Data& entry = ObjectAccess::data(property);
-        appendText(text, entry.name.toString());
+        const Declaration& declaration = ObjectAccess::declaration(property);
+        if (isTrue(declaration.qualifiers, "Invisible"))
+            continue;
+        const CIMValue& content = ObjectAccess::data(property).value;
+        appendText(text, declaration.name.toString());
         text += " = ";
-        appendText(text, entry.value ? entry.value.toString() : String("null"));
+        appendText(text, content ? content.toString() : String("null"));
         text += ";\n";
     }
     text += "}\n";
-}
-
-void appendUtf8(std::string& text, UInt16 code) {
-    const auto tail = [&text](unsigned bits) { text += static_cast<char>(0x80 | (bits & 0x3F)); };
-    if (code < 0x80) {
-        text += static_cast<char>(code);
-    } else if (code < 0x800) {
-        text += static_cast<char>(0xC0 | (code >> 6));
-        tail(code);
-    } else {
-        text += static_cast<char>(0xE0 | (code >> 12));
-        tail(static_cast<unsigned>(code >> 6));
-        tail(code);
-    }
 }
 
 bool parseReal(const char* text, std::size_t length, Real64& value) {

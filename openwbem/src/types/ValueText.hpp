@@ -2,6 +2,7 @@
 #define OPENWBEM_VALUE_TEXT_HPP_INCLUDED
 #include "OW_CIMFwd.hpp"
 #include "OW_Types.hpp"
+#include "Utf8.hpp"
 
 #include <string>
 
@@ -25,6 +26,8 @@ void appendText(std::string& text, const Char16& value);
 void appendText(std::string& text, const String& value);
 void appendText(std::string& text, const CIMDateTime& value);
 void appendText(std::string& text, const CIMObjectPath& value);
+/** Its declaration in the Managed Object Format. */
+void appendText(std::string& text, const CIMClass& value);
 void appendText(std::string& text, const CIMInstance& value);
 
 /** Appends one element of an array: as a single value, but a char16 in UTF-8. */
@@ -33,9 +36,6 @@ template <class T>
 void appendElementText(std::string& text, const T& value) {
     appendText(text, value);
 }
-
-/** Appends the character in UTF-8. */
-void appendUtf8(std::string& text, UInt16 code);
 
 /** Reads a real written in decimal; false when the text is none or is out of range. Independent of the
  * locale. */

@@ -1,0 +1,92 @@
+#ifndef OW_DATETIME_HPP_INCLUDED
+#define OW_DATETIME_HPP_INCLUDED
+#include "OW_Exception.hpp"
+#include "OW_String.hpp"
+#include "OW_Types.hpp"
+#include <ctime>
+
+namespace OpenWBEM {
+
+/** A text is no date, or a date is no instant that a DateTime can hold. */
+OW_DECLARE_EXCEPTION(DateTime)
+
+/**
+ * An instant: the seconds since 1970-01-01 00:00:00 UTC, which fit a time_t and are not negative, and
+ * microseconds. What would leave this range throws DateTimeException.
+ */
+class OW_COMMON_API DateTime {
+public:
+    /** What fields are counted in: the local time zone (see tzset(3)) or UTC. */
+    enum ETimeOffset { E_LOCAL_TIME, E_UTC_TIME };
+
+    /** The epoch. */
+    DateTime()
+        : m_time(0)
+        , m_microseconds(0) {}
+    /**
+     * Reads a CIM date (DSP0004), `yyyymmddhhmmss.mmmmmm+uuu`, in which '*' stands for '0', or a date in
+     * English, as in "Thu Jan 29 11:02:42 MST 2004": month, time, day and year, with or without a weekday
+     * and a time zone, in nearly any order. Years below 1900 count from 1900; without a zone the time is
+     * local. DateTimeException for any other text.
+     */
+    explicit DateTime(const String& text);
+    explicit DateTime(time_t seconds, UInt32 microseconds = 0)
+        : m_time(seconds)
+        , m_microseconds(microseconds) {}
+    /** Month and day count from 1. DateTimeException for a field out of its range; day 31 always is in. */
+    DateTime(int year, int month, int day, int hour = 0, int minute = 0, int second = 0,
+             UInt32 microsecond = 0, ETimeOffset offset = E_LOCAL_TIME);
+
+    /** Seconds since the epoch; the microseconds are cut off. */
+    time_t get() const { return m_time; }
+    int getYear(ETimeOffset offset = E_LOCAL_TIME) const { return fields(offset).tm_year + 1900; }
+    /** From 1 on. */
+    int getMonth(ETimeOffset offset = E_LOCAL_TIME) const { return fields(offset).tm_mon + 1; }
+    int getDay(ETimeOffset offset = E_LOCAL_TIME) const { return fields(offset).tm_mday; }
+    /** Day of the week, 0 for Sunday. */
+    int getDow(ETimeOffset offset = E_LOCAL_TIME) const { return fields(offset).tm_wday; }
+    int getHour(ETimeOffset offset = E_LOCAL_TIME) const { return fields(offset).tm_hour; }
+    int getMinute(ETimeOffset offset = E_LOCAL_TIME) const { return fields(offset).tm_min; }
+    int getSecond(ETimeOffset offset = E_LOCAL_TIME) const { return fields(offset).tm_sec; }
+    UInt32 getMicrosecond() const { return m_microseconds; }
+
+    /** Moves the instant by a number of units, in UTC; a day that its month lacks rolls over. */
+    DateTime& addSeconds(long count) { return add(&tm::tm_sec, count); }
+    DateTime& addMinutes(long count) { return add(&tm::tm_min, count); }
+    DateTime& addHours(long count) { return add(&tm::tm_hour, count); }
+    DateTime& addDays(long count) { return add(&tm::tm_mday, count); }
+    DateTime& addWeeks(long count) { return add(&tm::tm_mday, Int64{count} * 7); }
+    DateTime& addMonths(long count) { return add(&tm::tm_mon, count); }
+    DateTime& addYears(long count) { return add(&tm::tm_year, count); }
+    DateTime& operator+=(long seconds) { return add(&tm::tm_sec, seconds); }
+    DateTime& operator-=(long seconds) { return add(&tm::tm_sec, -Int64{seconds}); }
+    void setToCurrent();
+
+    /** As asctime() writes it: `Thu Jan 29 11:02:42 2004` and a line feed. */
+    String toString(ETimeOffset offset = E_LOCAL_TIME) const;
+    /** In a form of strftime(). */
+    String toString(const char* form, ETimeOffset offset = E_LOCAL_TIME) const;
+
+    friend bool operator==(const DateTime& a, const DateTime& b) {
+        return a.m_time == b.m_time && a.m_microseconds == b.m_microseconds;
+    }
+    friend bool operator!=(const DateTime& a, const DateTime& b) { return !(a == b); }
+    friend bool operator<(const DateTime& a, const DateTime& b) {
+        return a.m_time < b.m_time || (a.m_time == b.m_time && a.m_microseconds < b.m_microseconds);
+    }
+    friend bool operator<=(const DateTime& a, const DateTime& b) { return !(b < a); }
+    friend bool operator>(const DateTime& a, const DateTime& b) { return b < a; }
+    friend bool operator>=(const DateTime& a, const DateTime& b) { return !(a < b); }
+
+private:
+    tm fields(ETimeOffset offset) const;
+    /** Takes fields, which need not be in their ranges. */
+    void set(tm fields, ETimeOffset offset);
+    DateTime& add(int tm::*field, Int64 count);
+
+    time_t m_time;
+    UInt32 m_microseconds;
+};
+
+} // namespace OpenWBEM
+#endif

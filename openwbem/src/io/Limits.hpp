@@ -1,0 +1,16 @@
+#ifndef OPENWBEM_IO_LIMITS_HPP_INCLUDED
+#define OPENWBEM_IO_LIMITS_HPP_INCLUDED
+// What decoders take of what a peer sends. Whatever goes beyond is refused.
+#include <cstddef>
+
+namespace OpenWBEM {
+namespace io {
+
+/** Levels of objects within objects, so that no reply can exhaust the stack. */
+const unsigned maximumDepth = 64;
+/** Bytes of one text. */
+const std::size_t maximumText = 16 * 1024 * 1024;
+
+} // namespace io
+} // namespace OpenWBEM
+#endif

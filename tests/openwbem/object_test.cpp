@@ -1,0 +1,269 @@
+// Properties, instances and classes: what setting a value does, and their text forms.
+#include "OW_CIMClass.hpp"
+#include "OW_CIMDateTime.hpp"
+#include "OW_CIMException.hpp"
+#include "OW_CIMInstance.hpp"
+#include "OW_CIMObjectPath.hpp"
+#include "OW_CIMProperty.hpp"
+#include "OW_CIMValue.hpp"
+#include "OW_NULLValueException.hpp"
+#include "OW_NoSuchPropertyException.hpp"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace {
+
+using namespace OpenWBEM;
+
+std::string messageOf(const Exception& e) {
+    return std::string(e.type()) + ": " + e.getMessage();
+}
+
+template <class Call>
+std::string messageOfCalling(Call call) {
+    try {
+        call();
+    } catch (const Exception& e) {
+        return messageOf(e);
+    }
+    return "no exception";
+}
+
+TEST(Property, CastsAValueToItsDeclaredType) {
+    CIMProperty property("Size", CIMDataType(CIMDataType::UINT32));
+    property.setValue(CIMValue("7"));
+    EXPECT_EQ(CIMDataType::UINT32, property.getValue().getType());
+    EXPECT_EQ("7", property.getValue().toString());
+    EXPECT_EQ("CIMException: general error (Unable to convert \"abc\" into UInt32)",
+              messageOfCalling([&] { property.setValue(CIMValue("abc")); }));
+    EXPECT_EQ("7", property.getValue().toString()) << "a failed cast changes nothing";
+    property.setValue(CIMValue(CIMNULL));
+    EXPECT_FALSE(property.getValue());
+}
+
+TEST(Property, TakesAnObjectWhateverItsDeclaredType) {
+    CIMProperty property("x", CIMDataType(CIMDataType::STRING));
+    property.setValue(CIMValue(CIMInstance("Foo")));
+    EXPECT_EQ(CIMDataType::EMBEDDEDINSTANCE, property.getValue().getType());
+    EXPECT_EQ(CIMDataType::STRING, property.getDataType().getType());
+}
+
+TEST(Property, CastsItsValueWhenItsTypeChanges) {
+    CIMProperty property("x", CIMValue("12"));
+    property.setDataType(CIMDataType(CIMDataType::UINT16, -1));
+    EXPECT_TRUE(property.getValue() == CIMValue(UInt16Array(1, UInt16(12))));
+}
+
+TEST(Property, IsAKeyWhenItIsAReference) {
+    EXPECT_TRUE(CIMProperty("x", CIMDataType(CIMName("Foo"))).isKey());
+    EXPECT_FALSE(CIMProperty("x", CIMValue("1")).isKey());
+}
+
+TEST(Property, HasATextForm) {
+    EXPECT_EQ("uint16:x=1", CIMProperty("x", CIMValue(UInt16(1))).toString());
+    EXPECT_EQ("string:x=null", CIMProperty("x", CIMDataType(CIMDataType::STRING)).toString());
+}
+
+TEST(Property, WithoutAValueIsAnErrorWhereOneIsNeeded) {
+    EXPECT_EQ("NULLValueException: x", messageOfCalling([] { CIMProperty("x").getValueT(); }));
+}
+
+TEST(Property, CopiesShareUntilOneIsChanged) {
+    const CIMProperty a("x", CIMValue("1"));
+    CIMProperty b = a;
+    b.setName("y");
+    b.setOriginClass("Foo");
+    b.setPropagated(true);
+    EXPECT_EQ("x", a.getName());
+    EXPECT_EQ("", a.getOriginClass());
+    EXPECT_FALSE(a.getPropagated());
+    EXPECT_EQ("y", b.getName());
+    EXPECT_EQ("Foo", b.getOriginClass());
+    EXPECT_TRUE(b.getPropagated());
+}
+
+TEST(Instance, SetPropertyKeepsPlaceSpellingAndDeclaredType) {
+    CIMInstance instance("Foo");
+    instance.setProperty("Name", CIMValue("a")).setProperty("Size", CIMValue(UInt32(1)));
+    instance.setProperty("NAME", CIMValue(UInt16(5)));
+    const CIMPropertyArray properties = instance.getProperties();
+    ASSERT_EQ(2U, properties.size());
+    EXPECT_EQ("string:Name=5", properties[0].toString());
+    EXPECT_EQ("uint32:Size=1", properties[1].toString());
+}
+
+TEST(Instance, APropertyThatWasSetToNullFirstKeepsNoType) {
+    CIMInstance instance("Foo");
+    instance.setProperty("x", CIMValue(CIMNULL));
+    EXPECT_EQ(CIMDataType::CIMNULL, instance.getProperty("x").getDataType().getType());
+    instance.setProperty("x", CIMValue(UInt16(5)));
+    EXPECT_EQ(CIMDataType::CIMNULL, instance.getProperty("x").getDataType().getType());
+    EXPECT_EQ(CIMDataType::UINT16, instance.getPropertyValue("x").getType());
+}
+
+TEST(Instance, AnEmptyNameIsANameLikeAnyOther) {
+    CIMInstance instance("Foo");
+    instance.setProperty("", CIMValue("1")).setProperty("", CIMValue("2"));
+    ASSERT_EQ(1U, instance.getProperties().size());
+    EXPECT_EQ("2", instance.getPropertyValue("").toString());
+}
+
+TEST(Instance, KeysFollowTheirProperty) {
+    CIMInstance instance("Foo");
+    CIMPropertyArray keys;
+    keys.push_back(CIMProperty("Name", CIMValue("a")));
+    instance.setKeys(keys).setProperty("Name", CIMValue("a"));
+    instance.setProperty("Name", CIMValue("b")).setProperty("Other", CIMValue("c"));
+    ASSERT_EQ(1U, instance.getKeyValuePairs().size());
+    EXPECT_EQ("b", instance.getKeyValuePairs()[0].getValue().toString());
+}
+
+TEST(Instance, AMissingPropertyIsAnErrorWhereOneIsNeeded) {
+    const CIMInstance instance("Foo");
+    EXPECT_FALSE(instance.propertyHasValue("x"));
+    try {
+        instance.getPropertyT("x");
+        FAIL() << "no exception";
+    } catch (const NoSuchPropertyException& e) {
+        EXPECT_EQ("NoSuchPropertyException: x", messageOf(e));
+        EXPECT_EQ(CIMInstance::E_INSTANCE_HAS_NO_SUCH_PROPERTY, e.getErrorCode());
+    }
+}
+
+TEST(Instance, LosesAPropertyThatIsRemoved) {
+    CIMInstance instance("Foo");
+    instance.setProperty("a", CIMValue("1")).setProperty("b", CIMValue("2")).removeProperty("A");
+    ASSERT_EQ(1U, instance.getProperties().size());
+    EXPECT_EQ("b", instance.getProperties()[0].getName());
+}
+
+TEST(Class, MakesAnInstanceWithItsPropertiesAndDefaults) {
+    CIMPropertyArray properties;
+    properties.push_back(CIMProperty("Size", CIMDataType(CIMDataType::UINT32)));
+    properties.push_back(CIMProperty("Unit", CIMValue("kB")));
+    const CIMInstance instance = CIMClass("Foo").setProperties(properties).newInstance();
+    EXPECT_EQ("instance of Foo {\nSize = null;\nUnit = kB;\n}\n", instance.toString());
+    EXPECT_EQ(0U, instance.getKeyValuePairs().size());
+}
+
+TEST(Class, MadeFromANameHasNothing) {
+    const CIMInstance instance = CIMClass("Foo").newInstance();
+    EXPECT_TRUE(instance);
+    EXPECT_EQ("Foo", instance.getClassName());
+    EXPECT_EQ(0U, instance.getProperties().size());
+    EXPECT_EQ("NULLCOWIntrusiveReferenceException: NULL COWReference dereferenced",
+              messageOfCalling([] { CIMClass(CIMNULL).newInstance(); }));
+}
+
+TEST(Class, TextFormIsItsDeclaration) {
+    EXPECT_EQ("class Foo\n{\n};\n", CIMClass("Foo").toString());
+    EXPECT_EQ("class Foo\n{\n};\n", CIMValue(CIMClass("Foo")).toString());
+    CIMPropertyArray properties;
+    properties.push_back(CIMProperty("Sizes", CIMDataType(CIMDataType::UINT32, 4)));
+    properties.push_back(CIMProperty("Unit", CIMValue("k\"B")));
+    properties.push_back(CIMProperty("Of", CIMDataType(CIMName("Bar"))));
+    EXPECT_EQ(
+        "class Foo : Base\n{\n    uint32 Sizes[4];\n    string Unit = \"k\\\"B\";\n    Bar REF Of;\n};\n",
+        CIMClass("Foo").setSuperClass("Base").setProperties(properties).toMOF());
+}
+
+TEST(ValueMOF, QuotesAndEscapesStringsAndPutsArraysInBraces) {
+    StringArray texts;
+    texts.push_back("a,b");
+    texts.push_back("");
+    texts.push_back("c\"d");
+    EXPECT_EQ("{\"a,b\",\"\",\"c\\\"d\"}", CIMValue(texts).toMOF());
+    EXPECT_EQ("{}", CIMValue(StringArray()).toMOF());
+    EXPECT_EQ("12", CIMValue(UInt16(12)).toMOF());
+    EXPECT_EQ("\"00000000000001.000000:000\"", CIMValue(CIMDateTime(UInt64(1000000))).toMOF());
+    EXPECT_EQ(
+        "/root:Foo.a=\\\"1\\\"",
+        CIMValue(
+            CIMObjectPath("Foo", CIMPropertyArray(1, CIMProperty("a", CIMValue("1")))).setNameSpace("root"))
+            .toMOF());
+    CIMInstance instance("Foo");
+    instance.setProperty("a", CIMValue("1")).setProperty("b", CIMValue(CIMNULL));
+    EXPECT_EQ("instance of Foo\n{\n    a = \"1\";\n};\n", instance.toMOF());
+}
+
+TEST(Value, GivesItsContentByValue) {
+    EXPECT_TRUE(CIMValue(true).toBool());
+    EXPECT_EQ(5U, CIMValue(UInt16(5)).toUInt16());
+    EXPECT_EQ(5U, CIMValue(Int64(5)).toUInt8());
+    EXPECT_EQ(2U, CIMValue(UInt8Array(2)).toUInt8Array().size());
+    EXPECT_EQ("Foo", CIMValue(CIMClass("Foo")).toCIMClass().getName());
+    EXPECT_EQ("ValueCastException: CIMValue::CIMValueImpl::get - Value is not a EMBEDDEDCLASS ARRAY",
+              messageOfCalling([] { CIMValue(CIMClass("Foo")).toCIMClassArray(); }));
+}
+
+TEST(Value, IsMadeFromTheNameOfItsTypeAndAText) {
+    EXPECT_TRUE(CIMValue::createSimpleValue("Uint16", "12") == CIMValue(UInt16(12)));
+    EXPECT_TRUE(CIMValue::createSimpleValue("string", "x") == CIMValue("x"));
+    EXPECT_FALSE(CIMValue::createSimpleValue("nothing", "12"));
+}
+
+TEST(Value, ComparesTypeArraynessAndContent) {
+    EXPECT_TRUE(CIMValue(UInt16(1)) == CIMValue(UInt16(1)));
+    EXPECT_TRUE(CIMValue(UInt16(1)) != CIMValue(UInt16(2)));
+    EXPECT_TRUE(CIMValue(UInt16(1)) != CIMValue(UInt32(1)));
+    EXPECT_TRUE(CIMValue(UInt16(1)) != CIMValue(UInt16Array(1, UInt16(1))));
+    EXPECT_TRUE(CIMValue(CIMNULL) == CIMValue(CIMNULL));
+    EXPECT_TRUE(CIMValue(CIMNULL) != CIMValue(""));
+    EXPECT_TRUE(CIMValue(CIMInstance("Foo")) == CIMValue(CIMInstance("Foo")));
+    EXPECT_TRUE(CIMValue(UInt16(1)) < CIMValue(UInt32(0)));
+    EXPECT_TRUE(CIMValue("a") < CIMValue("b"));
+    EXPECT_TRUE(CIMValue(CIMNULL) < CIMValue("a"));
+}
+
+TEST(Value, SurvivesCopyingMovingAndAssigningToItself) {
+    CIMValue text("some text that is longer than most");
+    CIMValue number(UInt64(7));
+    CIMValue array(StringArray(3, String("x")));
+    CIMValue moved(std::move(text));
+    EXPECT_FALSE(text);
+    text = array;
+    array = number;
+    number = moved;
+    CIMValue& same = moved;
+    moved = same;
+    EXPECT_EQ("x,x,x", text.toString());
+    EXPECT_EQ("7", array.toString());
+    EXPECT_EQ("some text that is longer than most", number.toString());
+    EXPECT_EQ("some text that is longer than most", moved.toString());
+    moved.setNull();
+    EXPECT_FALSE(moved);
+}
+
+TEST(DataType, HasANameAndIsFoundByIt) {
+    const std::pair<CIMDataType::Type, const char*> names[] = {
+        {CIMDataType::UINT8, "uint8"},   {CIMDataType::SINT64, "sint64"},
+        {CIMDataType::STRING, "string"}, {CIMDataType::BOOLEAN, "boolean"},
+        {CIMDataType::REAL32, "real32"}, {CIMDataType::DATETIME, "datetime"},
+        {CIMDataType::CHAR16, "char16"}, {CIMDataType::REFERENCE, "REF"},
+    };
+    for (const auto& [type, name] : names) {
+        EXPECT_EQ(name, CIMDataType(type).toString());
+        EXPECT_EQ(type, CIMDataType::strToSimpleType(name));
+    }
+    EXPECT_EQ("string", CIMDataType(CIMDataType::EMBEDDEDINSTANCE).toString());
+    EXPECT_EQ("** INVALID DATA TYPE IN CIMDATATYPE - toString **", CIMDataType().toString());
+    EXPECT_EQ(CIMDataType::UINT8, CIMDataType::strToSimpleType("UINT8"));
+    EXPECT_EQ(CIMDataType::INVALID, CIMDataType::strToSimpleType("uint"));
+}
+
+TEST(DataType, BecomesAnArrayTypeAndFollowsAValue) {
+    CIMDataType type(CIMDataType::UINT8);
+    EXPECT_TRUE(type.setToArrayType(4));
+    EXPECT_EQ("[4]", type.getArrayMOF());
+    EXPECT_TRUE(type.setToArrayType(0));
+    EXPECT_EQ("[]", type.getArrayMOF());
+    EXPECT_FALSE(CIMDataType().setToArrayType(4));
+    EXPECT_FALSE(type.syncWithValue(CIMValue(CIMNULL)));
+    EXPECT_TRUE(type.syncWithValue(CIMValue("x")));
+    EXPECT_TRUE(type == CIMDataType(CIMDataType::STRING));
+    EXPECT_TRUE(type != CIMDataType(CIMDataType::STRING, 4));
+    EXPECT_TRUE(CIMDataType(CIMDataType::STRING, 3).equals(CIMDataType(CIMDataType::STRING, 4)));
+}
+
+} // namespace
