@@ -32,7 +32,7 @@ std::optional<PropertyList> propertyListArgument(Reader& in) {
         return std::nullopt;
     in.expect(binary::sig::stringArray);
     PropertyList names;
-    for (UInt32 count = in.count(1); count > 0; --count)
+    for (UInt32 count = in.number(); count > 0; --count)
         names.push_back(in.string());
     return names;
 }

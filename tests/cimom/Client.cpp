@@ -140,7 +140,7 @@ std::vector<OpenWBEM::CIMInstance> instancesIn(const std::string& body) {
         instances.push_back(objects.instance());
     in.expect(sig::endOfInstances);
     in.expect(sig::endOfInstances);
-    if (in.remaining() > 0)
+    if (!in.atEnd())
         OW_THROW(OpenWBEM::IOException, "bytes after the end");
     return instances;
 }

@@ -33,6 +33,7 @@ enum Type {
     DATETIME = 13,
     CHAR16 = 14,
     REFERENCE = 15,
+    EMBEDDEDCLASS = 16,
     EMBEDDEDINSTANCE = 17
 };
 

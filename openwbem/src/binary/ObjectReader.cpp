@@ -1,9 +1,9 @@
 #include "binary/ObjectReader.hpp"
 
 #include "OW_IOException.hpp"
-#include "OW_URL.hpp"
 #include "binary/Protocol.hpp"
-#include "types/ObjectData.hpp"
+#include "io/Limits.hpp"
+#include "types/ValueData.hpp"
 #include "types/ValueText.hpp"
 
 #include <algorithm>
@@ -16,7 +16,8 @@ namespace OpenWBEM {
 namespace binary {
 namespace {
 
-const std::size_t smallestProperty = 13; // a property without name, origin, qualifier and value
+// Properties of an instance whose declarations are recognised in the next one. Any more share the last place.
+const std::size_t maximumKnown = 256;
 
 CIMDataType::Type typeOf(UInt32 number) {
     if (number > CIMDataType::EMBEDDEDINSTANCE && number != CIMDataType::INVALID)
@@ -24,28 +25,19 @@ CIMDataType::Type typeOf(UInt32 number) {
     return static_cast<CIMDataType::Type>(number);
 }
 
-// The least number of bytes that an element of a type takes.
-template <class T>
-constexpr std::size_t smallestElement() {
-    if constexpr (std::is_integral_v<T>)
-        return sizeof(T);
-    else if constexpr (std::is_same_v<T, Char16>)
-        return 2;
-    else if constexpr (std::is_same_v<T, CIMInstance>)
-        return 5; // no name, keys, properties and qualifiers
-    else if constexpr (std::is_same_v<T, CIMObjectPath>)
-        return 7; // all empty
-    else if constexpr (std::is_same_v<T, CIMDateTime>)
-        return 17;
-    else
-        return 1;
-}
-
-// Memory for elements that are announced. A count is believed up to here only: arrays may hold arrays, each
-// of which could announce as many elements as the rest of the message has room for.
-template <class T>
-void reserve(Array<T>& elements, UInt32 count) {
-    elements.reserve(std::min<UInt32>(count, 1024));
+// The parts of the URL in an object path, `scheme://host[:port][/file]`. Anything else leaves what is there.
+void splitUrl(std::string_view url, CIMObjectPath::Data& path) {
+    const std::size_t scheme = url.find("://");
+    if (scheme == std::string_view::npos)
+        return;
+    const auto own = [](std::string_view text) { return String(text.data(), text.size()); };
+    path.protocol = own(url.substr(0, scheme));
+    url.remove_prefix(scheme + 3);
+    url = url.substr(0, url.find('/'));
+    const std::size_t port = url.rfind(':');
+    path.host = own(url.substr(0, port));
+    if (port != std::string_view::npos)
+        path.port = own(url.substr(port + 1));
 }
 
 } // namespace
@@ -55,7 +47,7 @@ class ObjectReader::Nesting {
 public:
     explicit Nesting(unsigned& depth)
         : m_depth(depth) {
-        if (m_depth == maximumDepth)
+        if (m_depth == io::maximumDepth)
             OW_THROW(IOException, "Failed reading data: objects are nested too deeply");
         ++m_depth;
     }
@@ -77,6 +69,8 @@ T ObjectReader::element() {
         return m_in.string();
     else if constexpr (std::is_same_v<T, CIMObjectPath>)
         return objectPath();
+    else if constexpr (std::is_same_v<T, CIMClass>)
+        return classObject();
     else if constexpr (std::is_same_v<T, CIMInstance>)
         return instance();
     else if constexpr (sizeof(T) == 1)
@@ -124,16 +118,23 @@ CIMDateTime ObjectReader::element<CIMDateTime>() {
     return time;
 }
 
+// A count is believed only as far as elements follow. The first ones get their memory at once.
+template <class T, class Read>
+Array<T> ObjectReader::array(Read read) {
+    const UInt32 size = m_in.number();
+    Array<T> elements;
+    if (size > 0)
+        elements.reserve(std::min<UInt32>(size, 64));
+    for (UInt32 i = 0; i < size; ++i)
+        elements.push_back(read());
+    return elements;
+}
+
 template <class T>
 CIMValue ObjectReader::valueOf(bool isArray) {
     if (!isArray)
-        return ObjectAccess::value(element<T>());
-    const UInt32 size = m_in.count(smallestElement<T>());
-    Array<T> elements;
-    reserve(elements, size);
-    for (UInt32 i = 0; i < size; ++i)
-        elements.push_back(element<T>());
-    return ObjectAccess::value(std::move(elements));
+        return ValueAccess::make(element<T>());
+    return ValueAccess::make(array<T>([this] { return element<T>(); }));
 }
 
 CIMValue ObjectReader::value() {
@@ -171,6 +172,8 @@ CIMValue ObjectReader::value() {
         return valueOf<Char16>(isArray);
     case CIMDataType::REFERENCE:
         return valueOf<CIMObjectPath>(isArray);
+    case CIMDataType::EMBEDDEDCLASS:
+        return valueOf<CIMClass>(isArray);
     case CIMDataType::EMBEDDEDINSTANCE:
         return valueOf<CIMInstance>(isArray);
     default:
@@ -178,65 +181,99 @@ CIMValue ObjectReader::value() {
     }
 }
 
+CIMValue ObjectReader::optionalValue() {
+    return m_in.boolean() ? value() : CIMValue(CIMNULL);
+}
+
 CIMInstance ObjectReader::instance() {
     if (m_depth == 0)
-        m_nextName = 0;
+        m_next = 0;
     const Nesting nesting(m_depth);
-    const bool isVersioned = m_in.remaining() > 0 && m_in.peek() == sig::versionedInstance;
+    const UInt8 signature = m_in.peek();
     const UInt32 received = version(sig::instance, sig::versionedInstance, highestInstanceVersion);
-    CIMInstance::Data data;
-    data.className = name();
-    data.keys = properties();
-    data.properties = properties();
-    skipQualifiers();
-    if (isVersioned)
-        m_in.text(); // language
+    auto* const data = new CIMInstance::Data;
+    const CIMInstance instance = ObjectAccess::object<CIMInstance>(data);
+    const std::string_view className = m_in.text();
+    if (className != std::string_view(m_className.toString().c_str(), m_className.toString().length()))
+        m_className = String(className.data(), className.size());
+    data->className = m_className;
+    data->keys = properties();
+    data->properties = properties();
+    data->qualifiers = qualifiers();
+    if (signature == sig::versionedInstance)
+        data->language = m_in.string();
     if (received >= 2)
         m_in.text(); // namespace
-    return ObjectAccess::instance(std::move(data));
+    return instance;
 }
 
 CIMObjectPath ObjectReader::objectPath() {
     const Nesting nesting(m_depth);
-    CIMObjectPath::Data data;
+    auto* const data = new CIMObjectPath::Data;
+    const CIMObjectPath path = ObjectAccess::object<CIMObjectPath>(data);
     m_in.expect(sig::objectPath);
     m_in.expect(sig::nameSpace);
-    data.nameSpace = m_in.string();
+    data->nameSpace = m_in.string();
     m_in.expect(sig::url);
-    const String url = m_in.string();
-    if (!url.empty()) {
-        const URL parts(url);
-        data.protocol = parts.scheme;
-        data.host = parts.host;
-        data.port = parts.port;
-    }
-    data.className = name();
-    data.keys = properties();
-    return ObjectAccess::path(std::move(data));
+    splitUrl(m_in.text(), *data);
+    data->className = name();
+    data->keys = properties();
+    return path;
+}
+
+CIMClass ObjectReader::classObject() {
+    const Nesting nesting(m_depth);
+    const UInt32 received = version(sig::classObject, sig::versionedClass, highestClassVersion);
+    auto* const data = new CIMClass::Data;
+    const CIMClass object = ObjectAccess::object<CIMClass>(data);
+    data->name = name();
+    data->superClass = name();
+    data->isAssociation = m_in.boolean();
+    data->isKeyed = m_in.boolean();
+    data->qualifiers = qualifiers();
+    data->properties = properties();
+    data->methods = array<Method>([this] { return method(); });
+    if (received == 1)
+        m_in.text(); // language
+    return object;
 }
 
 CIMPropertyArray ObjectReader::properties() {
-    const UInt32 size = m_in.count(smallestProperty);
-    CIMPropertyArray all;
-    reserve(all, size);
-    for (UInt32 i = 0; i < size; ++i)
-        all.push_back(property());
-    return all;
+    return array<CIMProperty>([this] { return property(); });
 }
 
 CIMProperty ObjectReader::property() {
-    CIMProperty::Data data;
+    detail::Shared<Declaration> shared = declaration();
+    return ObjectAccess::property(std::move(shared), optionalValue());
+}
+
+detail::Shared<Declaration> ObjectReader::declaration() {
+    if (m_depth > 1)
+        return newDeclaration();
+    const std::size_t place = std::min(m_next++, maximumKnown - 1);
+    if (place == m_known.size())
+        m_known.emplace_back();
+    Known& known = m_known[place];
+    if (known.declaration && m_in.skip(known.bytes))
+        return known.declaration;
+    m_in.hold();
+    known.declaration = newDeclaration();
+    known.bytes = m_in.held();
+    return known.declaration;
+}
+
+detail::Shared<Declaration> ObjectReader::newDeclaration() {
+    auto* const data = new Declaration;
+    const detail::Shared<Declaration> shared(data);
     m_in.expect(sig::property);
-    data.name = name();
-    m_in.text(); // overridden property
-    m_in.text(); // class of origin
-    data.type = dataType();
-    m_in.number();  // array size; says nothing about arrayness
-    m_in.boolean(); // propagated
-    skipQualifiers();
-    if (m_in.boolean())
-        data.value = value();
-    return ObjectAccess::property(std::move(data));
+    data->name = name();
+    data->overridden = name();
+    data->originClass = name();
+    data->type = dataType();
+    data->arraySize = static_cast<Int32>(m_in.number());
+    data->propagated = m_in.boolean();
+    data->qualifiers = qualifiers();
+    return shared;
 }
 
 CIMDataType ObjectReader::dataType() {
@@ -247,35 +284,53 @@ CIMDataType ObjectReader::dataType() {
     return ObjectAccess::dataType(type, size, sizeRange, m_in.string());
 }
 
-void ObjectReader::skipQualifiers() {
-    const UInt32 size = m_in.count(1);
-    for (UInt32 i = 0; i < size; ++i)
-        skipQualifier();
+QualifierArray ObjectReader::qualifiers() {
+    return array<Qualifier>([this] { return qualifier(); });
 }
 
-void ObjectReader::skipQualifier() {
-    const bool hasLanguage = m_in.peek() == sig::versionedQualifier;
-    version(sig::qualifier, sig::versionedQualifier, highestQualifierVersion);
-    m_in.text(); // name
-    if (m_in.boolean())
-        value();
+Qualifier ObjectReader::qualifier() {
+    const UInt8 signature = m_in.peek();
+    version(sig::qualifier, sig::versionedQualifier, qualifierVersion);
+    Qualifier qualifier;
+    qualifier.name = name();
+    qualifier.value = optionalValue();
     m_in.expect(sig::qualifierType);
-    m_in.text(); // name of the type
-    dataType();
-    skipNumbers(); // scopes
-    skipNumbers(); // flavors of the type
-    if (m_in.boolean())
-        value();
-    m_in.boolean(); // propagated
-    skipNumbers();  // flavors
-    if (hasLanguage)
-        m_in.text();
+    qualifier.typeName = name();
+    qualifier.type = dataType();
+    qualifier.scopes = numbers();
+    qualifier.typeFlavors = numbers();
+    qualifier.defaultValue = optionalValue();
+    qualifier.propagated = m_in.boolean();
+    qualifier.flavors = numbers();
+    if (signature == sig::versionedQualifier)
+        qualifier.language = m_in.string();
+    return qualifier;
 }
 
-void ObjectReader::skipNumbers() {
-    const UInt32 size = m_in.count(1);
-    for (UInt32 i = 0; i < size; ++i)
-        m_in.number();
+Method ObjectReader::method() {
+    Method method;
+    m_in.expect(sig::method);
+    method.name = name();
+    method.returnType = dataType();
+    method.qualifiers = qualifiers();
+    method.parameters = array<Parameter>([this] { return parameter(); });
+    method.originClass = name();
+    method.overridden = name();
+    method.propagated = m_in.boolean();
+    return method;
+}
+
+Parameter ObjectReader::parameter() {
+    Parameter parameter;
+    m_in.expect(sig::parameter);
+    parameter.name = name();
+    parameter.type = dataType();
+    parameter.qualifiers = qualifiers();
+    return parameter;
+}
+
+Int32Array ObjectReader::numbers() {
+    return array<Int32>([this] { return static_cast<Int32>(m_in.number()); });
 }
 
 UInt32 ObjectReader::version(UInt8 unversioned, UInt8 versioned, UInt32 highest) {
@@ -287,26 +342,15 @@ UInt32 ObjectReader::version(UInt8 unversioned, UInt8 versioned, UInt32 highest)
             std::string("Signature does not match. In CIMBase::readSig. signature read: ") +
             static_cast<char>(got) + ", expected: " + static_cast<char>(unversioned) + " or " +
             static_cast<char>(versioned);
-        OW_THROW(IOException, message.c_str());
+        OW_THROW_ERR(BadCIMSignatureException, message.c_str(), 0);
     }
     const UInt32 number = m_in.number();
     if (number > highest) {
         const std::string message = "CIMBase::readSig. Unknown version " + std::to_string(number) +
                                     ", only versions <= " + std::to_string(highest) + " are handled.";
-        OW_THROW(IOException, message.c_str());
+        OW_THROW_ERR(BadCIMSignatureException, message.c_str(), 1);
     }
     return number;
-}
-
-CIMName ObjectReader::name() {
-    const std::string_view text = m_in.text();
-    if (m_nextName == m_names.size())
-        m_names.emplace_back();
-    CIMName& known = m_names[m_nextName++];
-    const String knownText = known.toString();
-    if (text != std::string_view(knownText.c_str(), knownText.length()))
-        known = String(text.data(), text.size());
-    return known;
 }
 
 } // namespace binary

@@ -1,19 +1,21 @@
 #ifndef OPENWBEM_BINARY_OBJECT_READER_HPP_INCLUDED
 #define OPENWBEM_BINARY_OBJECT_READER_HPP_INCLUDED
+#include "OW_CIMClass.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMObjectPath.hpp"
 #include "OW_CIMValue.hpp"
 #include "binary/Reader.hpp"
+#include "types/ObjectData.hpp"
 
-#include <string_view>
+#include <string>
 #include <vector>
 
 namespace OpenWBEM {
 namespace binary {
 
 /**
- * Reads CIM objects. One reader serves one message: the names of consecutive instances, which mostly repeat,
- * are then stored once and shared.
+ * Reads CIM objects. One reader serves one message: consecutive instances mostly declare the same properties,
+ * which are then recognised by their bytes, and shared.
  *
  * Throws IOException for a malformed object, StringConversionException for a real that is no number.
  */
@@ -24,29 +26,43 @@ public:
 
     CIMInstance instance();
     CIMObjectPath objectPath();
+    CIMClass classObject();
     CIMValue value();
 
 private:
     class Nesting;
+    /** A declaration of the instance before, and the bytes that it was read from. */
+    struct Known {
+        std::string bytes;
+        detail::Shared<Declaration> declaration;
+    };
 
     CIMPropertyArray properties();
     CIMProperty property();
+    detail::Shared<Declaration> declaration();
+    detail::Shared<Declaration> newDeclaration();
     CIMDataType dataType();
-    void skipQualifiers();
-    void skipQualifier();
-    void skipNumbers();
+    QualifierArray qualifiers();
+    Qualifier qualifier();
+    Method method();
+    Parameter parameter();
+    Int32Array numbers();
+    CIMValue optionalValue();
     UInt32 version(UInt8 unversioned, UInt8 versioned, UInt32 highest);
-    CIMName name();
+    CIMName name() { return m_in.string(); }
 
     template <class T>
     T element();
     template <class T>
     CIMValue valueOf(bool isArray);
+    template <class T, class Read>
+    Array<T> array(Read read);
 
     Reader& m_in;
     unsigned m_depth = 0;
-    std::vector<CIMName> m_names; // of the instance before, in the order in which they were read
-    std::size_t m_nextName = 0;
+    std::vector<Known> m_known; // in the order in which they were read
+    std::size_t m_next = 0;     // of m_known: what the next property of an outermost object may be
+    CIMName m_className;        // of the instance before
 };
 
 } // namespace binary

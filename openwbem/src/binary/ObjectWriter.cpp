@@ -2,6 +2,7 @@
 
 #include "binary/Protocol.hpp"
 #include "types/ObjectData.hpp"
+#include "types/ValueData.hpp"
 #include "types/ValueText.hpp"
 
 #include <type_traits>
@@ -21,6 +22,9 @@ void element(Writer& out, const String& value) {
     out.string(value);
 }
 void element(Writer& out, const CIMObjectPath& value) {
+    write(out, value);
+}
+void element(Writer& out, const CIMClass& value) {
     write(out, value);
 }
 void element(Writer& out, const CIMInstance& value) {
@@ -64,10 +68,62 @@ void dataType(Writer& out, const CIMDataType& type) {
     out.string(type.getRefClassName());
 }
 
+void name(Writer& out, const CIMName& value) {
+    out.string(value.toString());
+}
+
+void optionalValue(Writer& out, const CIMValue& value) {
+    out.boolean(static_cast<bool>(value));
+    if (value)
+        write(out, value);
+}
+
+void numbers(Writer& out, const Int32Array& all) {
+    out.number(static_cast<UInt32>(all.size()));
+    for (const Int32 number : all)
+        out.number(static_cast<UInt32>(number));
+}
+
+void qualifiers(Writer& out, const QualifierArray& all) {
+    out.number(static_cast<UInt32>(all.size()));
+    for (const Qualifier& qualifier : all) {
+        out.u8(sig::versionedQualifier);
+        out.number(qualifierVersion);
+        name(out, qualifier.name);
+        optionalValue(out, qualifier.value);
+        out.u8(sig::qualifierType);
+        name(out, qualifier.typeName);
+        dataType(out, qualifier.type);
+        numbers(out, qualifier.scopes);
+        numbers(out, qualifier.typeFlavors);
+        optionalValue(out, qualifier.defaultValue);
+        out.boolean(qualifier.propagated);
+        numbers(out, qualifier.flavors);
+        out.string(qualifier.language);
+    }
+}
+
 void properties(Writer& out, const CIMPropertyArray& all) {
     out.number(static_cast<UInt32>(all.size()));
     for (const CIMProperty& property : all)
         write(out, property);
+}
+
+void method(Writer& out, const Method& method) {
+    out.u8(sig::method);
+    name(out, method.name);
+    dataType(out, method.returnType);
+    qualifiers(out, method.qualifiers);
+    out.number(static_cast<UInt32>(method.parameters.size()));
+    for (const Parameter& parameter : method.parameters) {
+        out.u8(sig::parameter);
+        name(out, parameter.name);
+        dataType(out, parameter.type);
+        qualifiers(out, parameter.qualifiers);
+    }
+    name(out, method.originClass);
+    name(out, method.overridden);
+    out.boolean(method.propagated);
 }
 
 } // namespace
@@ -76,11 +132,11 @@ void write(Writer& out, const CIMInstance& instance) {
     const CIMInstance::Data& data = ObjectAccess::data(instance);
     out.u8(sig::versionedInstance);
     out.number(instanceVersion);
-    out.string(data.className.toString());
+    name(out, data.className);
     properties(out, data.keys);
     properties(out, data.properties);
-    out.number(0); // qualifiers
-    out.text("");  // language
+    qualifiers(out, data.qualifiers);
+    out.string(data.language);
 }
 
 void write(Writer& out, const CIMObjectPath& path) {
@@ -90,40 +146,50 @@ void write(Writer& out, const CIMObjectPath& path) {
     out.string(data.nameSpace);
     out.u8(sig::url);
     out.string(data.protocol + "://" + data.host + ":" + data.port + "/cimom");
-    out.string(data.className.toString());
+    name(out, data.className);
     properties(out, data.keys);
 }
 
+void write(Writer& out, const CIMClass& object) {
+    const CIMClass::Data& data = ObjectAccess::data(object);
+    out.u8(sig::classObject);
+    name(out, data.name);
+    name(out, data.superClass);
+    out.boolean(data.isAssociation);
+    out.boolean(data.isKeyed);
+    qualifiers(out, data.qualifiers);
+    properties(out, data.properties);
+    out.number(static_cast<UInt32>(data.methods.size()));
+    for (const Method& each : data.methods)
+        method(out, each);
+}
+
 void write(Writer& out, const CIMProperty& property) {
-    const CIMProperty::Data& data = ObjectAccess::data(property);
+    const Declaration& declaration = ObjectAccess::declaration(property);
     out.u8(sig::property);
-    out.string(data.name.toString());
-    out.text(""); // overridden property
-    out.text(""); // class of origin
-    dataType(out, data.type);
-    out.number(static_cast<UInt32>(-1)); // array size: not given
-    out.boolean(false);                  // propagated
-    out.number(0);                       // qualifiers
-    out.boolean(static_cast<bool>(data.value));
-    if (data.value)
-        write(out, data.value);
+    name(out, declaration.name);
+    name(out, declaration.overridden);
+    name(out, declaration.originClass);
+    dataType(out, declaration.type);
+    out.number(static_cast<UInt32>(declaration.arraySize));
+    out.boolean(declaration.propagated);
+    qualifiers(out, declaration.qualifiers);
+    optionalValue(out, ObjectAccess::data(property).value);
 }
 
 void write(Writer& out, const CIMValue& value) {
     out.u8(sig::value);
     out.number(value.getType());
     out.boolean(value.isArray());
-    std::visit(
-        [&out](const auto& content) {
-            if constexpr (TypeOf<std::decay_t<decltype(content)>>::isArray) {
-                out.number(static_cast<UInt32>(content.size()));
-                for (const auto& each : content)
-                    element(out, each);
-            } else {
-                element(out, content);
-            }
-        },
-        ObjectAccess::data(value).content);
+    ValueAccess::visit(value, [&out](const auto& content) {
+        if constexpr (TypeOf<std::decay_t<decltype(content)>>::isArray) {
+            out.number(static_cast<UInt32>(content.size()));
+            for (const auto& each : content)
+                element(out, each);
+        } else {
+            element(out, content);
+        }
+    });
 }
 
 } // namespace binary

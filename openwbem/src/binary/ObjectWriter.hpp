@@ -7,11 +7,12 @@ namespace OpenWBEM {
 namespace binary {
 
 /**
- * Append one CIM object. Instances are written in version 1, without qualifiers. A null object
+ * Append one CIM object. Instances are written in version 1. A null object
  * throws an OpenWBEM::Exception; nothing on the wire stands for it.
  */
 void write(Writer& out, const CIMInstance& instance);
 void write(Writer& out, const CIMObjectPath& path);
+void write(Writer& out, const CIMClass& object);
 void write(Writer& out, const CIMProperty& property);
 void write(Writer& out, const CIMValue& value);
 

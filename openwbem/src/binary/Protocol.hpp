@@ -11,7 +11,7 @@ namespace binary {
 const UInt32 version = 3000008;       // written by every client
 const UInt32 lowestVersion = 3000007; // of a request that an object manager understands
 
-enum class Operation : UInt8 { enumerateInstances = 25 };
+enum class Operation : UInt8 { enumerateInstances = 25, getInstance = 29, modifyInstance = 35 };
 
 enum class Result : UInt8 { ok = 0, error = 1, exception = 2 };
 
@@ -19,6 +19,10 @@ enum class Result : UInt8 { ok = 0, error = 1, exception = 2 };
 namespace sig {
 const UInt8 instance = 'I';
 const UInt8 versionedInstance = 'i';
+const UInt8 classObject = 'C';
+const UInt8 versionedClass = 'c';
+const UInt8 method = 'M';
+const UInt8 parameter = 'P';
 const UInt8 property = 'R';
 const UInt8 dataType = 'D';
 const UInt8 value = 'V';
@@ -37,10 +41,8 @@ const UInt8 endOfInstances = 0x98; // stands twice at the end of an instance enu
 
 const UInt32 instanceVersion = 1;        // written
 const UInt32 highestInstanceVersion = 2; // read; version 2 ends with a namespace
-const UInt32 highestQualifierVersion = 1;
-
-// Objects may hold objects; deeper nesting than this is refused, so that no reply can exhaust the stack.
-const unsigned maximumDepth = 64;
+const UInt32 qualifierVersion = 1;       // written, and the highest that is read
+const UInt32 highestClassVersion = 2;    // read; version 1 ends with a language
 
 } // namespace binary
 } // namespace OpenWBEM

@@ -1,7 +1,9 @@
 #include "binary/Reader.hpp"
 
 #include "OW_IOException.hpp"
+#include "io/Limits.hpp"
 
+#include <cstring>
 #include <string>
 
 namespace OpenWBEM {
@@ -18,16 +20,8 @@ T bigEndian(const char* bytes) {
 
 } // namespace
 
-void throwTruncated() {
+void Reader::throwTruncated() {
     OW_THROW(IOException, "Failed reading data");
-}
-
-const char* Reader::take(std::size_t size) {
-    if (size > remaining())
-        throwTruncated();
-    const char* const bytes = m_next;
-    m_next += size;
-    return bytes;
 }
 
 UInt16 Reader::u16() {
@@ -55,27 +49,23 @@ UInt32 Reader::number() {
     return value;
 }
 
-UInt32 Reader::count(std::size_t elementSize) {
-    const UInt32 elements = number();
-    if (elements > remaining() / elementSize)
-        throwTruncated();
-    return elements;
-}
-
 std::string_view Reader::text() {
     const std::size_t size = number();
-    return std::string_view(take(size), size);
+    if (size <= io::maximumText)
+        return std::string_view(take(size), size);
+    take(io::maximumText); // most announcements of this kind are empty
+    OW_THROW(IOException, "Failed reading data: a text is too long");
 }
 
 String Reader::string() {
     const std::string_view bytes = text();
-    return bytes.empty() ? String() : String(bytes.data(), bytes.size());
+    return String(bytes.data(), bytes.size()); // the empty string, not the null one, which is no number
 }
 
-UInt8 Reader::peek() const {
-    if (remaining() == 0)
+UInt8 Reader::peek() {
+    if (atEnd())
         throwTruncated();
-    return static_cast<UInt8>(*m_next);
+    return static_cast<UInt8>(*m_in.begin());
 }
 
 void Reader::expect(UInt8 signature) {
@@ -84,7 +74,14 @@ void Reader::expect(UInt8 signature) {
         return;
     const std::string message =
         "Received invalid signature. Got: " + std::to_string(got) + " Expected: " + std::to_string(signature);
-    OW_THROW(IOException, message.c_str());
+    OW_THROW_ERR(BadCIMSignatureException, message.c_str(), 0);
+}
+
+bool Reader::skip(std::string_view bytes) {
+    if (!m_in.need(bytes.size()) || std::memcmp(m_in.begin(), bytes.data(), bytes.size()) != 0)
+        return false;
+    m_in.consume(bytes.size());
+    return true;
 }
 
 } // namespace binary

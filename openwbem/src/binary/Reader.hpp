@@ -2,6 +2,7 @@
 #define OPENWBEM_BINARY_READER_HPP_INCLUDED
 #include "OW_String.hpp"
 #include "OW_Types.hpp"
+#include "io/Window.hpp"
 
 #include <cstddef>
 #include <string_view>
@@ -10,16 +11,17 @@ namespace OpenWBEM {
 namespace binary {
 
 /**
- * Reads the primitives of the binary protocol from a buffer that it does not own. Every read is checked
- * against what is left, before anything is allocated; a short or malformed buffer throws IOException.
+ * Reads the primitives of the binary protocol. Throws IOException where the bytes end too early, and
+ * BadCIMSignatureException, which is one, where others are expected.
  */
 class Reader {
 public:
+    /** Bytes in memory that must outlive the reader. */
     Reader(const char* data, std::size_t size)
-        : m_next(data)
-        , m_end(data + size) {}
-
-    std::size_t remaining() const { return static_cast<std::size_t>(m_end - m_next); }
+        : m_in(data, size) {}
+    /** Bytes that come from a source, which must outlive the reader. */
+    explicit Reader(io::Source& source)
+        : m_in(source) {}
 
     UInt8 u8() { return static_cast<UInt8>(*take(1)); }
     UInt16 u16();
@@ -30,26 +32,35 @@ public:
     /** A number in the form that counts and lengths have: one byte up to 127, else a byte count and the
      * bytes. */
     UInt32 number();
-    /** A number of elements that follow, each at least elementSize bytes long. */
-    UInt32 count(std::size_t elementSize);
-    /** A text, as bytes of the buffer. */
+    /** A text, as bytes that stay until the next read. Not longer than io::maximumText. */
     std::string_view text();
     String string();
 
     /** The byte that comes next, which stays; throws at the end. */
-    UInt8 peek() const;
+    UInt8 peek();
     /** Consumes one byte, which must be this signature. */
     void expect(UInt8 signature);
+    bool atEnd() { return !m_in.need(1); }
+
+    /** Consumes these bytes if they come next; false when others do. */
+    bool skip(std::string_view bytes);
+    /** Keeps what is read from here on, for held(). */
+    void hold() { m_in.hold(); }
+    /** What was read since hold(), which it ends; valid until the next read. */
+    std::string_view held() { return m_in.held(); }
 
 private:
-    const char* take(std::size_t size);
+    const char* take(std::size_t size) {
+        if (!m_in.need(size))
+            throwTruncated();
+        const char* const bytes = m_in.begin();
+        m_in.consume(size);
+        return bytes;
+    }
+    [[noreturn]] static void throwTruncated();
 
-    const char* m_next;
-    const char* m_end;
+    io::Window m_in;
 };
-
-/** Throws IOException: the buffer ends before the data does. */
-[[noreturn]] void throwTruncated();
 
 } // namespace binary
 } // namespace OpenWBEM

@@ -1,0 +1,28 @@
+#ifndef TESTS_OPENWBEM_PIECE_SOURCE_HPP
+#define TESTS_OPENWBEM_PIECE_SOURCE_HPP
+#include "io/Source.hpp"
+
+#include <algorithm>
+#include <string>
+
+/** Hands out bytes in pieces of one size, and counts them. They must outlive it. */
+class PieceSource : public OpenWBEM::io::Source {
+public:
+    explicit PieceSource(const std::string& bytes, std::size_t piece = 4096)
+        : m_bytes(bytes)
+        , m_piece(piece) {}
+
+    std::size_t read(char* to, std::size_t size) override {
+        const std::size_t n = m_bytes.copy(to, std::min(size, m_piece), m_at);
+        m_at += n;
+        return n;
+    }
+    std::size_t handedOut() const { return m_at; }
+
+private:
+    const std::string& m_bytes;
+    const std::size_t m_piece;
+    std::size_t m_at = 0;
+};
+
+#endif

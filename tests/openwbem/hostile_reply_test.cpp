@@ -1,0 +1,167 @@
+// Binary replies that are made to hurt: every one ends in an exception of the library, soon, and in little
+// memory.
+#include "OW_CIMInstance.hpp"
+#include "OW_Exception.hpp"
+#include "OW_IOException.hpp"
+
+#include "Memory.hpp"
+#include "PieceSource.hpp"
+#include "Record.hpp"
+#include "binary/Reply.hpp"
+#include "io/Limits.hpp"
+#include "support/Child.hpp"
+#include "support/TempDir.hpp"
+#include "support/Wire.hpp"
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace {
+
+using namespace OpenWBEM;
+namespace wire = support::wire;
+
+const std::string start("\0o", 2);
+
+// Whatever the bytes are: all that they may do is throw an exception of the library.
+std::string outcomeOf(const std::string& body) {
+    PieceSource source(body);
+    try {
+        CIMInstanceEnumeration all = binary::readInstances(source);
+        while (all.hasMoreElements())
+            all.nextElement().toString();
+    } catch (const Exception& e) {
+        return std::string(e.type()) + ": " + e.getMessage();
+    } catch (const std::exception& e) {
+        ADD_FAILURE() << "a foreign exception: " << e.what();
+    }
+    return "no exception";
+}
+
+// The number for a length, a count, a type or a version that a peer would like to see tried.
+const std::string absurdNumbers[] = {
+    "\x84\xff\xff\xff\xff",         std::string("\x84\x80\0\0\0", 5), "\x84\x7f\xff\xff\xff",
+    std::string("\x84\1\0\0\1", 5), std::string("\x85\0\0\0\0\1", 6), "\xff",
+};
+
+class EveryByteOf : public testing::TestWithParam<const char*> {};
+
+TEST_P(EveryByteOf, MayBeAnAbsurdNumber) {
+    const std::string body =
+        record::bodyOf(record::Conversation{std::string("ow-uds-anon/") + GetParam()}.received());
+    const support::TempDir folder;
+    support::inChild(folder.path(), [&] {
+        limitMemory(200UL << 20);
+        for (std::size_t at = 0; at < body.size(); ++at)
+            for (const std::string& number : absurdNumbers)
+                outcomeOf(body.substr(0, at) + number + body.substr(at + 1));
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Recorded, EveryByteOf,
+                         testing::Values("enum_AllTypes", "enum_AllArrays", "enum_K70Chassis"),
+                         [](const auto& test) { return std::string(test.param); });
+
+// What holds an object that holds an object, opened as often as a peer likes, never closed.
+struct Opening {
+    const char* name;
+    std::string bytes;
+};
+
+std::ostream& operator<<(std::ostream& out, const Opening& opening) {
+    return out << opening.name;
+}
+
+std::string cutBefore(const std::string& whole, const std::string& mark) {
+    return whole.substr(0, whole.find(mark));
+}
+
+std::vector<Opening> openings() {
+    const std::string noData = wire::number(0);
+    const std::string type = "D" + wire::number(9) + wire::number(1) + noData + noData;
+    const auto instanceWith = [](const std::string& property) {
+        return cutBefore(wire::instance("Foo", {property}), "MARK");
+    };
+    const std::string qualifiers =
+        "i\x01" + wire::text("Foo") + noData + noData + wire::number(1) + "q\x01" + wire::text("Q") + "\x01V";
+    return {
+        {"instances", instanceWith(wire::property("x", wire::EMBEDDEDINSTANCE, "MARK"))},
+        {"arrays of instances", instanceWith(wire::arrayProperty("x", wire::EMBEDDEDINSTANCE, {"MARK"}))},
+        {"keys", "i\x01" + wire::text("Foo") + wire::number(1) +
+                     cutBefore(wire::property("x", wire::EMBEDDEDINSTANCE, "MARK"), "MARK")},
+        {"qualifiers", qualifiers + wire::number(17) + noData},
+        {"classes", instanceWith(wire::property("x", wire::EMBEDDEDCLASS, "MARK")) + "C" + wire::text("Foo") +
+                        noData + noData + noData + noData + wire::number(1) +
+                        cutBefore(wire::property("x", wire::EMBEDDEDINSTANCE, "MARK"), "MARK")},
+        {"references", instanceWith(wire::property("x", wire::REFERENCE, "MARK")) + "ON" + noData + "U" +
+                           noData + wire::text("Foo") + wire::number(1) +
+                           cutBefore(wire::property("x", wire::EMBEDDEDINSTANCE, "MARK"), "MARK")},
+    };
+}
+
+class Nesting : public testing::TestWithParam<Opening> {};
+
+TEST_P(Nesting, WithoutEndIsRefused) {
+    std::string body = start;
+    for (int depth = 0; depth < 200000; ++depth)
+        body += GetParam().bytes;
+    EXPECT_EQ("IOException: Failed reading data: objects are nested too deeply", outcomeOf(body));
+    PieceSource source(body);
+    EXPECT_THROW(binary::readInstances(source), IOException);
+    EXPECT_GE(1000U * GetParam().bytes.size(), source.handedOut()) << "and the rest is not even asked for";
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, Nesting, testing::ValuesIn(openings()));
+
+TEST(Text, OfTheGreatestLengthIsTakenAndOneMoreIsNot) {
+    const std::string longest(io::maximumText, 'x');
+    const std::string end =
+        wire::number(0) + wire::number(0) + wire::number(0) + wire::number(0) + "\x98\x98";
+    EXPECT_EQ("no exception", outcomeOf(start + "i\x01" + wire::text(longest) + end));
+    EXPECT_EQ("IOException: Failed reading data: a text is too long",
+              outcomeOf(start + "i\x01" + wire::text(longest + "x") + end));
+}
+
+TEST(Text, ThatIsAnnouncedTakesMemoryOnlyAsItComes) {
+    const std::string property = wire::stringProperty("x", "");
+    const std::string head =
+        property.substr(0, property.size() - 1) + wire::number(io::maximumText) + "short";
+    const support::TempDir folder;
+    support::inChild(folder.path(), [&] {
+        limitMemory(4UL << 20);
+        EXPECT_EQ("IOException: Failed reading data",
+                  outcomeOf(start + "i\x01" + wire::text("Foo") + wire::number(0) + wire::number(1) + head));
+    });
+}
+
+TEST(Array, OfCountlessElementsTakesMemoryOnlyAsTheyCome) {
+    const std::string property = wire::arrayProperty("x", wire::UINT64, {});
+    const std::string head = property.substr(0, property.size() - 1) + wire::number(0xffffffffU);
+    const std::string body = start + "i\x01" + wire::text("Foo") + wire::number(0) + wire::number(1) + head +
+                             std::string(8000000, '\1');
+    const support::TempDir folder;
+    support::inChild(folder.path(), [&] {
+        limitMemory(40UL << 20);
+        EXPECT_EQ("IOException: Failed reading data", outcomeOf(body));
+    });
+}
+
+TEST(Instances, ManyAndSmallTakeASmallMultipleOfTheirBytes) {
+    std::string body = start;
+    for (int i = 0; i < 1000000; ++i)
+        body += "i\x01" + std::string(5, '\0');
+    const support::TempDir folder;
+    support::inChild(folder.path(), [&] {
+        limitMemory(80UL << 20); // of 7 MB
+        EXPECT_EQ("IOException: Failed reading data", outcomeOf(body));
+    });
+}
+
+TEST(Dates, OutsideEveryRangeAreTaken) {
+    const std::string date = std::string(16, '\xff') + '\0';
+    EXPECT_EQ(
+        "no exception",
+        outcomeOf(start + wire::instance("Foo", {wire::property("x", wire::DATETIME, date)}) + "\x98\x98"));
+}
+
+} // namespace
