@@ -1,0 +1,142 @@
+#include "xml/TextValue.hpp"
+
+#include "OW_CIMException.hpp"
+#include "types/ValueText.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <string>
+
+namespace OpenWBEM {
+namespace xml {
+namespace {
+
+[[noreturn]] void throwUnconvertible(std::string_view text, const char* type) {
+    const std::string message = "Unable to convert \"" + std::string(text) + "\" into " + type;
+    OW_THROWCIMMSG(CIMException::INVALID_PARAMETER, message.c_str());
+}
+
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+template <class T>
+bool parse(std::string_view text, T& number) {
+    const char* first = text.data();
+    const char* const last = first + text.size();
+    while (first != last && (*first == ' ' || (*first >= '\t' && *first <= '\r')))
+        ++first;
+    if (last - first > 1 && *first == '+' && first[1] != '-')
+        ++first;
+    const auto result = std::from_chars(first, last, number);
+    return result.ec == std::errc() && result.ptr == last;
+}
+
+template <class T>
+T integer(std::string_view text, const char* type) {
+    T number = 0;
+    if (!text.empty() && !parse(text, number))
+        throwUnconvertible(text, type);
+    return number;
+}
+
+Real64 real(std::string_view text, const char* type) {
+    Real64 number = 0;
+    if (!text.empty() && !parseReal(text.data(), text.size(), number))
+        throwUnconvertible(text, type);
+    return number;
+}
+
+} // namespace
+
+template <>
+UInt8 fromText(std::string_view text) {
+    return integer<UInt8>(text, "UInt8");
+}
+template <>
+Int8 fromText(std::string_view text) {
+    return integer<Int8>(text, "Int8");
+}
+template <>
+UInt16 fromText(std::string_view text) {
+    return integer<UInt16>(text, "UInt16");
+}
+template <>
+Int16 fromText(std::string_view text) {
+    return integer<Int16>(text, "Int16");
+}
+template <>
+UInt32 fromText(std::string_view text) {
+    return integer<UInt32>(text, "UInt32");
+}
+template <>
+Int32 fromText(std::string_view text) {
+    return integer<Int32>(text, "Int32");
+}
+template <>
+UInt64 fromText(std::string_view text) {
+    return integer<UInt64>(text, "UInt64");
+}
+template <>
+Int64 fromText(std::string_view text) {
+    return integer<Int64>(text, "Int64");
+}
+
+template <>
+Real64 fromText(std::string_view text) {
+    return real(text, "Real64");
+}
+
+template <>
+Real32 fromText(std::string_view text) {
+    const Real64 number = real(text, "Real32");
+    const Real64 largest = std::numeric_limits<Real32>::max();
+    const Real64 halfStep = largest * std::numeric_limits<Real32>::epsilon() / 4;
+    if (std::abs(number) > largest + halfStep)
+        throwUnconvertible(text, "Real32");
+    if (std::abs(number) > largest) // rounded up where it was written
+        return static_cast<Real32>(std::copysign(largest, number));
+    return static_cast<Real32>(number);
+}
+
+template <>
+Bool fromText(std::string_view text) {
+    if (equalsIgnoreCase(text, "true"))
+        return true;
+    if (!equalsIgnoreCase(text, "false"))
+        throwUnconvertible(text, "bool");
+    return false;
+}
+
+template <>
+Char16 fromText(std::string_view text) {
+    return Char16(toString(text));
+}
+
+template <>
+CIMDateTime fromText(std::string_view text) {
+    return CIMDateTime(toString(text));
+}
+
+template <>
+String fromText(std::string_view text) {
+    return toString(text);
+}
+
+bool parseInteger(std::string_view text, Int64& number) {
+    return parse(text, number);
+}
+
+bool isNullNumber(std::string_view text) {
+    return equalsIgnoreCase(text, "null");
+}
+
+bool equalsIgnoreCase(std::string_view a, std::string_view b) {
+    return a.size() == b.size() &&
+           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
+}
+
+} // namespace xml
+} // namespace OpenWBEM

@@ -1,0 +1,140 @@
+// Values, alone and in arrays, objects within objects included.
+#include "OW_CIMException.hpp"
+#include "types/ValueData.hpp"
+#include "xml/ObjectReader.hpp"
+#include "xml/TextValue.hpp"
+
+#include <utility>
+
+namespace OpenWBEM {
+namespace xml {
+namespace {
+
+// An object in an object in an object is escaped as often as it is deep, so that every level unescapes what
+// the next one holds once more. All levels but the first together may take as much as this.
+const std::uint64_t unescapedPerReceived = 4;
+const std::uint64_t unescapedAnyway = 4 * 1024 * 1024;
+
+} // namespace
+
+CIMValue ObjectReader::value(CIMDataType::Type type, bool isEmbedded) {
+    const std::string_view name = m_in.name();
+    if (name == "VALUE")
+        return isEmbedded ? embedded() : scalar(type);
+    if (name == "VALUE.ARRAY")
+        return isEmbedded ? embeddedArray() : array(type);
+    if (name == "VALUE.REFERENCE")
+        return ValueAccess::make(reference());
+    if (name == "VALUE.REFARRAY")
+        return referenceArray();
+    m_in.skip();
+    return CIMValue(CIMNULL);
+}
+
+CIMValue ObjectReader::scalar(CIMDataType::Type type) {
+    const std::string_view text = m_in.text();
+    CIMValue result{CIMNULL};
+    if (!CIMDataType::isNumericType(type) || !isNullNumber(text))
+        visitType(type, [&](const auto& kind) {
+            result = ValueAccess::make(fromText<std::decay_t<decltype(kind)>>(text));
+        });
+    m_in.skip();
+    return result;
+}
+
+CIMValue ObjectReader::array(CIMDataType::Type type) {
+    CIMValue result{CIMNULL};
+    const bool isRead =
+        visitType(type, [&](const auto& kind) { result = arrayOf<std::decay_t<decltype(kind)>>(type); });
+    if (!isRead)
+        m_in.skip();
+    return result;
+}
+
+template <class T>
+CIMValue ObjectReader::arrayOf(CIMDataType::Type type) {
+    Array<T> elements;
+    while (m_in.next() == Tag::start) {
+        if (m_in.name() == "VALUE") {
+            const std::string_view text = m_in.text();
+            const bool isNull = CIMDataType::isNumericType(type) && isNullNumber(text);
+            elements.push_back(isNull ? T() : fromText<T>(text));
+        } else if (m_in.name() == "VALUE.NULL") {
+            elements.push_back(T());
+        }
+        m_in.skip();
+    }
+    return ValueAccess::make(std::move(elements));
+}
+
+CIMValue ObjectReader::referenceArray() {
+    CIMObjectPathArray elements;
+    while (m_in.next() == Tag::start) {
+        if (m_in.name() == "VALUE.REFERENCE") {
+            elements.push_back(reference());
+            continue;
+        }
+        if (m_in.name() == "VALUE.NULL")
+            elements.push_back(CIMObjectPath());
+        m_in.skip();
+    }
+    return ValueAccess::make(std::move(elements));
+}
+
+CIMValue ObjectReader::embedded() {
+    const unsigned line = m_in.line();
+    CIMValue result = object(m_in.text(), line);
+    m_in.skip();
+    return result;
+}
+
+CIMValue ObjectReader::embeddedArray() {
+    CIMInstanceArray instances;
+    CIMClassArray classes;
+    while (m_in.next() == Tag::start) {
+        if (m_in.name() != "VALUE" && m_in.name() != "VALUE.NULL") {
+            m_in.skip();
+            continue;
+        }
+        const CIMValue element = embedded();
+        if (!element)
+            instances.push_back(CIMInstance());
+        else if (element.getType() == CIMDataType::EMBEDDEDCLASS)
+            classes.push_back(ValueAccess::content<CIMClass>(element));
+        else
+            instances.push_back(ValueAccess::content<CIMInstance>(element));
+    }
+    if (classes.empty())
+        return ValueAccess::make(std::move(instances));
+    if (!instances.empty())
+        OW_THROWCIMMSG(CIMException::INVALID_PARAMETER, "Classes and instances in one array");
+    return ValueAccess::make(std::move(classes));
+}
+
+// The object that a text holds; null when the text is blank.
+CIMValue ObjectReader::object(std::string_view text, unsigned line) {
+    if (&m_budget == &m_own)
+        m_budget.received += text.size();
+    else
+        m_budget.unescaped += text.size();
+    if (m_budget.unescaped > unescapedAnyway + unescapedPerReceived * m_budget.received)
+        m_in.fail("Too long", "objects within objects");
+
+    io::Window window(text.data(), text.size());
+    Tokenizer in(window, line);
+    ObjectReader objects(in, m_budget);
+    CIMValue result{CIMNULL};
+    if (in.next() == Tag::none)
+        return result;
+    if (in.name() == "INSTANCE")
+        result = ValueAccess::make(objects.instance());
+    else if (in.name() == "CLASS")
+        result = ValueAccess::make(objects.classObject());
+    else
+        OW_THROWCIMMSG(CIMException::INVALID_PARAMETER, "An embedded object is neither instance nor class");
+    in.next(); // throws if anything follows
+    return result;
+}
+
+} // namespace xml
+} // namespace OpenWBEM
