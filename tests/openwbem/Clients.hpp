@@ -8,17 +8,20 @@
 #include "OW_HTTPException.hpp"
 #include "OW_HTTPUtils.hpp"
 #include "OW_IOException.hpp"
+#include "OW_SSLException.hpp"
+#include "OW_SocketAddress.hpp"
 #include "OW_SocketException.hpp"
 #include "OW_URL.hpp"
 
+#include "Memory.hpp"
 #include "support/Child.hpp"
 #include "support/ScriptedPeer.hpp"
 #include "support/Wire.hpp"
 
-#include <fstream>
+#include <cstring>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <string>
-#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <sys/un.h>
@@ -26,11 +29,14 @@
 #include <vector>
 
 using namespace OpenWBEM;
+using support::Listening;
 using support::ScriptedPeer;
 using support::Step;
 namespace wire = support::wire;
 
 inline const std::string good = wire::chunkedReply(wire::enumeration({wire::instance("Foo", {})}));
+
+inline const std::string chunkedHead = "HTTP/1.1 200 Ok\r\nTransfer-Encoding: chunked\r\n\r\n";
 
 inline std::size_t read(CIMClient& client) {
     return client.enumInstancesE("Foo").numberOfElements();
@@ -39,6 +45,15 @@ inline std::size_t read(CIMClient& client) {
 inline std::string messageOfReading(CIMClient& client) {
     try {
         read(client);
+    } catch (const Exception& e) {
+        return std::string(e.type()) + ": " + e.getMessage();
+    }
+    return "no exception";
+}
+
+inline std::string messageOfConstruction(const std::string& url) {
+    try {
+        CIMClient client(url.c_str(), "root/cimv2");
     } catch (const Exception& e) {
         return std::string(e.type()) + ": " + e.getMessage();
     }
@@ -61,29 +76,24 @@ inline std::string messageOfLongRequest(CIMClient& client) {
     return "no exception";
 }
 
-// Bounds the memory that this process may still take. The sanitizers need all of it and bound their own.
-inline void limitMemory(unsigned long bytes) {
-#ifdef __SANITIZE_ADDRESS__
-    static_cast<void>(bytes);
-#else
-    std::ifstream statm("/proc/self/statm");
-    unsigned long pages = 0;
-    statm >> pages;
-    const rlim_t limit = pages * static_cast<unsigned long>(::sysconf(_SC_PAGESIZE)) + bytes;
-    const rlimit both = {limit, limit};
-    ::setrlimit(RLIMIT_AS, &both);
-#endif
-}
-
-// A listener that serves nobody.
+// A listener that serves nobody, on a Unix-domain socket or a loopback port.
 class BusyListener {
 public:
-    BusyListener()
-        : m_listener(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-        m_address.sun_family = AF_UNIX;
-        path().copy(m_address.sun_path, sizeof m_address.sun_path - 1);
-        EXPECT_EQ(0, ::bind(m_listener, address(), sizeof m_address));
+    explicit BusyListener(sa_family_t family = AF_UNIX)
+        : m_listener(::socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        sockaddr_un local{};
+        path().copy(local.sun_path, sizeof local.sun_path - 1);
+        sockaddr_in loopback{};
+        loopback.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        m_size = family == AF_UNIX ? sizeof local : sizeof loopback;
+        if (family == AF_UNIX)
+            std::memcpy(&m_address, &local, m_size);
+        else
+            std::memcpy(&m_address, &loopback, m_size);
+        m_address.ss_family = family;
+        EXPECT_EQ(0, ::bind(m_listener, address(), m_size));
         EXPECT_EQ(0, ::listen(m_listener, 0));
+        ::getsockname(m_listener, address(), &m_size);
     }
     ~BusyListener() {
         for (const int client : m_clients)
@@ -94,21 +104,26 @@ public:
     BusyListener& operator=(const BusyListener&) = delete;
 
     std::string path() const { return m_folder.file("busy"); }
+    std::string url() const {
+        const std::string port =
+            std::to_string(ntohs(reinterpret_cast<const sockaddr_in&>(m_address).sin_port));
+        return m_address.ss_family == AF_UNIX ? support::urlOf(path()) : "owbinary.wbem://127.0.0.1:" + port;
+    }
 
-    // Takes all connections that it keeps waiting, so that the next one must wait to be made.
+    // Makes more connections than it keeps waiting, so that the next one must wait to be made.
     void fill() {
-        int client = 0;
-        do {
-            client = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-            m_clients.push_back(client);
-        } while (::connect(client, address(), sizeof m_address) == 0);
+        for (int i = 0; i < 8; ++i) {
+            m_clients.push_back(::socket(m_address.ss_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+            ::connect(m_clients.back(), address(), m_size);
+        }
     }
 
 private:
-    const sockaddr* address() const { return reinterpret_cast<const sockaddr*>(&m_address); }
+    sockaddr* address() { return reinterpret_cast<sockaddr*>(&m_address); }
 
     support::TempDir m_folder;
-    sockaddr_un m_address{};
+    sockaddr_storage m_address{};
+    socklen_t m_size = 0;
     int m_listener;
     std::vector<int> m_clients;
 };

@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <cstring>
 #include <future>
+#include <linux/sockios.h>
+#include <netinet/in.h>
 #include <poll.h>
 #include <stdexcept>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -12,15 +15,32 @@
 namespace support {
 namespace {
 
-int listenOn(const std::string& path) {
-    const int listener = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    if (::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
-        ::listen(listener, 8) != 0)
-        throw std::runtime_error("cannot listen on " + path + ": " + std::strerror(errno));
+template <class Address>
+int listenOn(const Address& address) {
+    const auto* const generic = reinterpret_cast<const sockaddr*>(&address);
+    const int listener = ::socket(generic->sa_family, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    if (::bind(listener, generic, sizeof address) != 0 || ::listen(listener, 8) != 0)
+        throw std::runtime_error(std::string("cannot listen: ") + std::strerror(errno));
     return listener;
+}
+
+int listenOn(Listening listening, const std::string& path) {
+    if (listening == Listening::unixDomain) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        path.copy(address.sun_path, sizeof address.sun_path - 1);
+        return listenOn(address);
+    }
+    if (listening == Listening::ipv4) {
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        return listenOn(address);
+    }
+    sockaddr_in6 address{};
+    address.sin6_family = AF_INET6;
+    address.sin6_addr = in6addr_loopback;
+    return listenOn(address);
 }
 
 // Length of the first whole request in the bytes, 0 when there is none yet.
@@ -35,30 +55,34 @@ std::size_t requestLength(const std::string& bytes) {
     return bytes.size() >= length ? length : 0;
 }
 
-// False when the client has gone; that is its right.
-bool sendAll(int connection, const std::string& bytes) {
-    std::size_t sent = 0;
-    while (sent < bytes.size()) {
-        const ssize_t n = ::send(connection, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
-        if (n <= 0)
-            return false;
-        sent += static_cast<std::size_t>(n);
-    }
-    return true;
+// Whether the client has not taken all that was sent to it on a Unix-domain socket.
+bool isUntaken(int connection) {
+    int left = 0;
+    return ::ioctl(connection, SIOCOUTQ, &left) == 0 && left > 0;
+}
+
+void makeCloseReset(int connection) {
+    const linger now = {1, 0};
+    ::setsockopt(connection, SOL_SOCKET, SO_LINGER, &now, sizeof now);
+}
+
+std::string escaped(const std::string& path) {
+    std::string text;
+    for (const char c : path)
+        text += c == '/' ? std::string("%2f") : std::string(1, c);
+    return text;
 }
 
 } // namespace
 
 std::string urlOf(const std::string& socketPath) {
-    std::string url = "owbinary.wbem://localhost:";
-    for (const char c : socketPath)
-        url += c == '/' ? std::string("%2f") : std::string(1, c);
-    return url;
+    return "owbinary.wbem://localhost:" + escaped(socketPath);
 }
 
-ScriptedPeer::ScriptedPeer(std::vector<Step> steps)
+ScriptedPeer::ScriptedPeer(std::vector<Step> steps, Listening listening)
     : m_steps(std::move(steps))
-    , m_listener(listenOn(socketPath())) {
+    , m_listening(listening)
+    , m_listener(listenOn(listening, socketPath())) {
     if (::pipe(m_stop) != 0)
         throw std::runtime_error("pipe failed");
     // Tests fork. A thread that is still starting may hold a lock of the C library, which then nobody frees
@@ -80,7 +104,19 @@ ScriptedPeer::~ScriptedPeer() {
 }
 
 std::string ScriptedPeer::url() const {
-    return urlOf(socketPath());
+    return url("owbinary.wbem", m_listening == Listening::ipv6 ? "[::1]" : "localhost");
+}
+
+std::string ScriptedPeer::url(const std::string& scheme, const std::string& host) const {
+    const bool isTcp = m_listening != Listening::unixDomain;
+    return scheme + "://" + host + ":" + (isTcp ? std::to_string(port()) : escaped(socketPath()));
+}
+
+unsigned short ScriptedPeer::port() const {
+    sockaddr_in6 address{}; // its port stands where that of sockaddr_in does
+    socklen_t size = sizeof address;
+    ::getsockname(m_listener, reinterpret_cast<sockaddr*>(&address), &size);
+    return m_listening == Listening::unixDomain ? 0 : ntohs(address.sin6_port);
 }
 
 std::vector<std::string> ScriptedPeer::requests() const {
@@ -133,9 +169,40 @@ void ScriptedPeer::serve(int connection) {
             m_requests.push_back(bytes.substr(0, length));
         }
         bytes.erase(0, length);
-        if (!sendAll(connection, step.reply) || step.then == Step::Then::close)
+        if (!carryOut(step, connection))
             return;
     }
+}
+
+// False when the connection is to be closed.
+bool ScriptedPeer::carryOut(const Step& step, int connection) const {
+    bool isListening = send(connection, step.reply, step.endless.empty() ? step.pace : Step::Pace::atOnce);
+    while (isListening && !step.endless.empty())
+        isListening = send(connection, step.endless, step.pace);
+    if (step.then == Step::Then::reset)
+        makeCloseReset(connection);
+    return isListening && step.then == Step::Then::keepOpen;
+}
+
+// False when the client has gone, which is its right, or when the peer is to stop.
+bool ScriptedPeer::send(int connection, const std::string& bytes, Step::Pace pace) const {
+    std::size_t sent = 0;
+    while (sent < bytes.size()) {
+        const std::size_t size = pace == Step::Pace::atOnce ? bytes.size() - sent : 1;
+        const ssize_t n = ::send(connection, bytes.data() + sent, size, MSG_NOSIGNAL);
+        if (n <= 0 || (pace == Step::Pace::drop && isStopped(2)))
+            return false;
+        sent += static_cast<std::size_t>(n);
+        while (pace == Step::Pace::byteByByte && isUntaken(connection))
+            if (isStopped(0))
+                return false;
+    }
+    return true;
+}
+
+bool ScriptedPeer::isStopped(int milliseconds) const {
+    pollfd stop = {m_stop[0], POLLIN, 0};
+    return ::poll(&stop, 1, milliseconds) > 0;
 }
 
 } // namespace support

@@ -1,19 +1,20 @@
 #include "client/Endpoint.hpp"
 
 #include "OW_HTTPUtils.hpp"
+#include "OW_SocketAddress.hpp"
 
-#include <algorithm>
-#include <cctype>
+#include <arpa/inet.h>
+#include <charconv>
+#include <cstring>
+#include <memory>
+#include <netdb.h>
+#include <optional>
 #include <sys/un.h>
 
 namespace OpenWBEM {
 namespace {
 
 const char builtInSocket[] = "/tmp/OW@LCL@APIIPC_72859_Xq47Bf_P9r761-5_J-7_Q";
-
-[[noreturn]] void malformed(const std::string& message) {
-    OW_THROW(MalformedURLException, message.c_str());
-}
 
 int hexDigit(char c) {
     if (c >= '0' && c <= '9')
@@ -39,29 +40,69 @@ std::string percentDecoded(const std::string& text) {
     return decoded;
 }
 
-bool isTcpPort(const std::string& port) {
-    return port.size() <= 5 &&
-           std::all_of(port.begin(), port.end(), [](unsigned char c) { return std::isdigit(c); }) &&
-           std::stoul(port) <= 65535;
+std::optional<UInt16> tcpPort(const std::string& text) {
+    UInt16 port = 0;
+    const char* const end = text.data() + text.size();
+    const auto parsed = std::from_chars(text.data(), end, port);
+    if (parsed.ec != std::errc() || parsed.ptr != end)
+        return std::nullopt;
+    return port;
+}
+
+void setUnixAddress(const std::string& path, Endpoint& endpoint) {
+    sockaddr_un address{};
+    if (path.size() >= sizeof address.sun_path || path.find('\0') != std::string::npos)
+        OW_THROW(MalformedURLException, ("Not a socket path: " + path).c_str());
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, path.size());
+    endpoint.path = path;
+    std::memcpy(&endpoint.address, &address, sizeof address);
+    endpoint.addressSize = sizeof address;
+}
+
+void setTcpAddress(std::string host, UInt16 port, Endpoint& endpoint) {
+    const bool isBracketed = host.size() > 2 && host.front() == '[' && host.back() == ']';
+    if (isBracketed)
+        host = host.substr(1, host.size() - 2);
+    addrinfo wanted{};
+    wanted.ai_family = isBracketed ? AF_INET6 : AF_INET;
+    wanted.ai_socktype = SOCK_STREAM;
+    wanted.ai_flags = AI_NUMERICSERV | (isBracketed ? AI_NUMERICHOST : 0);
+    addrinfo* found = nullptr;
+    const bool isText = host.find('\0') == std::string::npos;
+    if (!isText || ::getaddrinfo(host.c_str(), std::to_string(port).c_str(), &wanted, &found) != 0)
+        OW_THROW(UnknownHostException, host.c_str());
+    const std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)> owned(found, ::freeaddrinfo);
+    std::memcpy(&endpoint.address, found->ai_addr, found->ai_addrlen);
+    endpoint.addressSize = found->ai_addrlen;
+}
+
+// The host as a name; empty when it is an address.
+std::string nameOf(const std::string& host) {
+    in_addr ignored;
+    const bool isAddress = host.front() == '[' || ::inet_pton(AF_INET, host.c_str(), &ignored) == 1;
+    return isAddress ? std::string() : host;
 }
 
 } // namespace
 
-std::string socketPath(const URL& url) {
-    if (url.port.equalsIgnoreCase("owipc") || url.scheme == "ipc")
-        return builtInSocket;
-    const bool isBinary = url.scheme.startsWith("owbinary") || url.nameSpace == "owbinary";
-    if (!isBinary || url.scheme.endsWith("s"))
-        malformed(std::string("Unsupported protocol: ") + url.scheme.c_str() +
-                  "; this client speaks owbinary.wbem");
+Endpoint endpointOf(const URL& url) {
+    Endpoint endpoint;
+    endpoint.usesTls = url.scheme.endsWith("s");
+    const std::string host = percentDecoded(url.host.c_str());
+    endpoint.serverName = nameOf(host);
     const std::string port = url.port.c_str();
-    if (isTcpPort(port))
-        malformed("Unsupported address: port " + port + "; this client reaches Unix-domain sockets only");
+    if (url.port.equalsIgnoreCase("owipc") || url.scheme == "ipc")
+        setUnixAddress(builtInSocket, endpoint);
+    else if (const std::optional<UInt16> number = tcpPort(port))
+        setTcpAddress(host, *number, endpoint);
+    else
+        setUnixAddress(percentDecoded(port), endpoint);
+    return endpoint;
+}
 
-    const std::string path = percentDecoded(port);
-    if (path.size() >= sizeof(sockaddr_un::sun_path) || path.find('\0') != std::string::npos)
-        malformed("Not a socket path: " + path);
-    return path;
+bool speaksBinary(const URL& url) {
+    return url.scheme.startsWith("owbinary") || url.nameSpace == "owbinary";
 }
 
 bool isLocalHost(const URL& url) {

@@ -1,0 +1,214 @@
+// Beast asserts that five bytes of a last chunk have come when it looks at it again, which is for the peer to
+// decide, and does right without the assertion.
+#define BOOST_DISABLE_ASSERTS
+
+#include "client/HTTPMessage.hpp"
+
+#include "OW_ClientTimeouts.hpp"
+#include "OW_HTTPException.hpp"
+#include "OW_IOException.hpp"
+
+#include <algorithm>
+#include <boost/beast/http/basic_parser.hpp>
+#include <limits>
+#include <utility>
+
+namespace OpenWBEM {
+namespace {
+
+namespace http = boost::beast::http;
+using boost::beast::iequals;
+using boost::beast::string_view;
+using boost::system::error_code;
+
+// Bytes of a head. A reply that has not begun its body by then is none.
+const std::size_t headLimit = 64 * 1024;
+// Bytes that wait to be parsed: a chunk's head with its extensions, or all trailers, which Beast bounds not.
+const std::size_t unparsedLimit = 64 * 1024;
+
+const std::size_t prefixSize = 3; // of a trailer's name: two digits and a hyphen
+
+using Field = std::pair<std::string, std::string>;
+
+[[noreturn]] void throwNoReply(const std::string& reason) {
+    OW_THROW(HTTPException, ("Unable to process request: " + reason).c_str());
+}
+
+std::string joined(const std::vector<std::string>& values) {
+    std::string all;
+    for (const std::string& value : values)
+        all += (all.empty() ? "" : ", ") + value;
+    return all;
+}
+
+} // namespace
+
+// Keeps what Beast recognises.
+class HTTPMessage::Parser final : public http::basic_parser<false> {
+public:
+    Parser() {
+        eager(true);
+        header_limit(headLimit);
+        body_limit(std::numeric_limits<std::uint64_t>::max()); // bounded by what readers take
+    }
+
+    // Takes the front of the body.
+    std::size_t takeBody(char* to, std::size_t size) {
+        const std::size_t taken = m_body.copy(to, size, m_taken);
+        m_taken += taken;
+        if (m_taken == m_body.size()) {
+            m_body.clear();
+            m_taken = 0;
+        }
+        return taken;
+    }
+
+    unsigned m_status = 0;
+    std::string m_statusLine; // empty until it is understood
+    std::string m_reason;
+    std::vector<Field> m_head;
+    std::vector<Field> m_trailers;
+    std::string m_body; // what has come and is not taken yet, and what is taken of it
+    std::size_t m_taken = 0;
+
+private:
+    void on_request_impl(http::verb, string_view, string_view, int, error_code&) override {}
+
+    void on_response_impl(int code, string_view reason, int version, error_code&) override {
+        m_status = static_cast<unsigned>(code);
+        m_reason = reason.to_string();
+        m_statusLine = "HTTP/" + std::to_string(version / 10) + "." + std::to_string(version % 10) + " " +
+                       std::to_string(code) + " " + m_reason;
+    }
+
+    void on_field_impl(http::field, string_view name, string_view value, error_code&) override {
+        (is_header_done() ? m_trailers : m_head).emplace_back(name.to_string(), value.to_string());
+    }
+
+    void on_header_impl(error_code&) override {}
+    void on_body_init_impl(const boost::optional<std::uint64_t>&, error_code&) override {}
+
+    std::size_t on_body_impl(string_view bytes, error_code&) override {
+        m_body.append(bytes.data(), bytes.size());
+        return bytes.size();
+    }
+
+    void on_chunk_header_impl(std::uint64_t, string_view, error_code&) override {}
+
+    std::size_t on_chunk_body_impl(std::uint64_t, string_view bytes, error_code& error) override {
+        return on_body_impl(bytes, error);
+    }
+
+    void on_finish_impl(error_code&) override {}
+};
+
+HTTPMessage::HTTPMessage(Stream& stream)
+    : m_stream(stream)
+    , m_parser(std::make_unique<Parser>())
+    , m_input(unparsedLimit) {}
+
+HTTPMessage::~HTTPMessage() = default;
+
+bool HTTPMessage::readHead() {
+    const Deadline deadline("receive", clientTimeouts().receive);
+    std::size_t total = 0;
+    while (!m_parser->is_header_done()) {
+        if (total >= headLimit)
+            throwNoReply("The head of the reply is too long");
+        if (m_isBroken)
+            throwJunk();
+        const std::size_t received = receive(deadline);
+        if (received == 0 && total == 0)
+            return false;
+        if (received == 0)
+            throwNoReply("");
+        total += received;
+    }
+    return true;
+}
+
+void HTTPMessage::throwJunk() const {
+    if (m_parser->m_statusLine.empty())
+        throwNoReply("");
+    OW_THROW(HTTPException, ("Received junk from server statusline = " + m_parser->m_statusLine).c_str());
+}
+
+// Receives something and parses it; 0 at the end of the connection.
+std::size_t HTTPMessage::receive(const Deadline& deadline) {
+    const std::size_t received =
+        m_stream.receive(m_input.data() + m_unparsed, m_input.size() - m_unparsed, deadline);
+    m_unparsed += received;
+    if (received > 0)
+        parse();
+    return received;
+}
+
+void HTTPMessage::parse() {
+    const char* const first = m_input.data();
+    const char* next = first;
+    const char* const end = first + m_unparsed;
+    if (!m_parser->got_some()) // blank lines before the status line do not count
+        next = std::find_if(next, end, [](char c) { return c != '\r' && c != '\n'; });
+    error_code error;
+    next += m_parser->put({next, static_cast<std::size_t>(end - next)}, error);
+    m_unparsed = static_cast<std::size_t>(std::copy(next, end, m_input.data()) - first);
+    m_isBroken = (error && error != http::error::need_more) || m_unparsed == m_input.size();
+}
+
+unsigned HTTPMessage::status() const {
+    return m_parser->m_status;
+}
+
+const std::string& HTTPMessage::reason() const {
+    return m_parser->m_reason;
+}
+
+std::vector<std::string> HTTPMessage::fields(const char* name) const {
+    std::vector<std::string> values;
+    for (const auto& [fieldName, value] : m_parser->m_head)
+        if (iequals(fieldName, name))
+            values.push_back(value);
+    return values;
+}
+
+std::string HTTPMessage::field(const char* name) const {
+    return joined(fields(name));
+}
+
+bool HTTPMessage::isFramed() const {
+    return m_parser->chunked() || m_parser->content_length();
+}
+
+std::size_t HTTPMessage::read(char* to, std::size_t size) {
+    const Deadline deadline("receive", clientTimeouts().receive);
+    while (m_parser->m_body.empty() && !m_parser->is_done()) {
+        if (m_isBroken)
+            OW_THROW(IOException, "Failed reading data");
+        tryReceive(deadline);
+    }
+    return m_parser->takeBody(to, size);
+}
+
+// Notes it when nothing more will come.
+void HTTPMessage::tryReceive(const Deadline& deadline) {
+    try {
+        if (receive(deadline) == 0)
+            m_isBroken = true;
+    } catch (const SocketTimeoutException&) {
+        m_isBroken = true;
+    }
+}
+
+std::string HTTPMessage::trailer(const char* name) const {
+    std::vector<std::string> values;
+    for (const auto& [fieldName, value] : m_parser->m_trailers)
+        if (fieldName.size() > prefixSize && iequals(string_view(fieldName).substr(prefixSize), name))
+            values.push_back(value);
+    return joined(values);
+}
+
+bool HTTPMessage::leavesConnection() const {
+    return m_parser->is_done() && m_parser->keep_alive() && m_unparsed == 0 && m_parser->m_body.empty();
+}
+
+} // namespace OpenWBEM

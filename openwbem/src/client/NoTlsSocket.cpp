@@ -1,0 +1,15 @@
+// Stands in for TlsSocket.cpp where no OpenSSL for the target was found.
+#include "OW_SSLException.hpp"
+#include "client/TlsSocket.hpp"
+
+namespace OpenWBEM {
+
+void requireTls() {
+    OW_THROW(SSLException, "built without TLS");
+}
+
+std::unique_ptr<Stream> startTls(std::unique_ptr<Stream>, const std::string&, const Deadline&) {
+    OW_THROW(SSLException, "built without TLS");
+}
+
+} // namespace OpenWBEM

@@ -1,0 +1,107 @@
+#include "client/Socket.hpp"
+
+#include "OW_ClientTimeouts.hpp"
+#include "OW_SocketException.hpp"
+
+#include <cerrno>
+#include <cstring>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <poll.h>
+#include <string>
+#include <sys/time.h>
+
+namespace OpenWBEM {
+namespace {
+
+[[noreturn]] void throwNotConnected(const Endpoint& endpoint, int error) {
+    const std::string reason = std::to_string(error) + "(" + std::strerror(error) + ")";
+    if (endpoint.path.empty())
+        OW_THROW(SocketException, ("SocketBaseImpl::connect() failed: " + reason).c_str());
+    OW_THROW(SocketException, ("Failed to connect to: " + endpoint.path + ": " + reason).c_str());
+}
+
+[[noreturn]] void throwTimedOut(const Endpoint& endpoint) {
+    if (endpoint.path.empty())
+        OW_THROW(SocketException, "SocketBaseImpl::connect() select timedout");
+    OW_THROW(SocketException, ("Failed to connect to: " + endpoint.path + ": timed out").c_str());
+}
+
+// Bounds how long connect() may block.
+bool boundConnect(int socket, int milliseconds) {
+    timeval bound{};
+    bound.tv_sec = milliseconds / 1000;
+    bound.tv_usec = milliseconds % 1000 * 1000;
+    return ::setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &bound, sizeof bound) == 0;
+}
+
+// Blocks, since a full backlog makes connect() wait on a Unix-domain socket that blocks and fail at once on
+// one that does not (unix(7)). SO_SNDTIMEO bounds the wait (socket(7)): it ends with EAGAIN there and with
+// EINPROGRESS in TCP, or EALREADY when a signal had interrupted the call.
+void connect(int socket, const Endpoint& endpoint, const Deadline& deadline) {
+    const auto* const address = reinterpret_cast<const sockaddr*>(&endpoint.address);
+    for (int left = deadline.left(); left > 0; left = deadline.left()) {
+        if (!boundConnect(socket, left))
+            throwNotConnected(endpoint, errno);
+        if (::connect(socket, address, endpoint.addressSize) == 0)
+            return;
+        if (errno == EAGAIN || errno == EINPROGRESS || errno == EALREADY)
+            break;
+        if (errno != EINTR)
+            throwNotConnected(endpoint, errno);
+    }
+    throwTimedOut(endpoint);
+}
+
+} // namespace
+
+Socket::Socket(const Endpoint& endpoint, const Deadline& deadline)
+    : m_descriptor(::socket(endpoint.address.ss_family, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    if (!m_descriptor.isOpen())
+        throwNotConnected(endpoint, errno);
+    connect(m_descriptor.number(), endpoint, deadline);
+    if (endpoint.path.empty()) { // a request is sent at once, whole; waiting for more of it gains nothing
+        const int yes = 1;
+        ::setsockopt(m_descriptor.number(), IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
+    }
+}
+
+bool Socket::send(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t sent =
+            ::send(m_descriptor.number(), bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (sent >= 0)
+            bytes.remove_prefix(static_cast<std::size_t>(sent));
+        else if (errno == EAGAIN)
+            wait(POLLOUT, Deadline("send", clientTimeouts().send));
+        else if (errno != EINTR)
+            return false;
+    }
+    return true;
+}
+
+std::size_t Socket::receive(char* to, std::size_t size, const Deadline& deadline) {
+    while (true) {
+        const ssize_t received = ::recv(m_descriptor.number(), to, size, MSG_DONTWAIT);
+        if (received >= 0)
+            return static_cast<std::size_t>(received);
+        if (errno == EAGAIN)
+            wait(POLLIN, deadline);
+        else if (errno != EINTR)
+            return 0;
+    }
+}
+
+bool Socket::isQuiet() {
+    char byte;
+    return ::recv(m_descriptor.number(), &byte, 1, MSG_PEEK | MSG_DONTWAIT) < 0 && errno == EAGAIN;
+}
+
+void Socket::wait(short event, const Deadline& deadline) const {
+    pollfd waiting{m_descriptor.number(), event, 0};
+    while (::poll(&waiting, 1, deadline.left()) <= 0)
+        if (deadline.left() == 0)
+            deadline.expire();
+}
+
+} // namespace OpenWBEM

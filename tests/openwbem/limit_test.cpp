@@ -1,0 +1,145 @@
+// What a peer may make the client hold, and how long it may make it wait.
+#include "Clients.hpp"
+
+#include <csignal>
+#include <iostream>
+
+namespace {
+
+const std::size_t below = 60000; // the limits are 65,536 bytes
+const std::size_t above = 70000;
+
+const char failedReading[] = "IOException: Failed reading data";
+const std::string body = wire::enumeration({});
+const std::string chunk = "4\r\n" + body + "\r\n";
+
+std::string headOf(std::size_t size) {
+    std::string head = "HTTP/1.1 200 Ok\r\n";
+    while (head.size() < size)
+        head += "07-Header: something long enough to be a nuisance\r\n";
+    return head;
+}
+
+std::string trailersOf(std::size_t size) {
+    std::string trailers;
+    while (trailers.size() < size)
+        trailers += "07-Trailer: something long enough to be a nuisance\r\n";
+    return trailers;
+}
+
+std::string messageOfStep(const Step& step) {
+    ScriptedPeer peer({step});
+    CIMClient client(peer.url().c_str(), "root/cimv2");
+    return messageOfReading(client);
+}
+
+std::string messageInTime(const Step& step) {
+    const support::TempDir folder;
+    ScriptedPeer peer({step});
+    return support::inChild(folder.path(), [&] {
+        clientTimeouts().receive = std::chrono::milliseconds(100);
+        CIMClient client(peer.url().c_str(), "root/cimv2");
+        std::cout << messageOfReading(client);
+    });
+}
+
+TEST(ClientLimit, BoundsTheHead) {
+    const std::string end = "Content-Length: 4\r\n\r\n" + body;
+    EXPECT_EQ("no exception", messageOfReply(headOf(below) + end));
+    EXPECT_EQ("HTTPException: Unable to process request: The head of the reply is too long",
+              messageOfReply(headOf(200000) + end));
+    EXPECT_EQ("HTTPException: Unable to process request: The head of the reply is too long",
+              messageOfReply("HTTP/1.1 200 Ok\r\nX: " + std::string(above, 'x') + "\r\n" + end));
+}
+
+TEST(ClientLimit, BoundsAHeadThatComesLineByLine) {
+    EXPECT_EQ("HTTPException: Unable to process request: The head of the reply is too long",
+              messageOfStep(Step::answerWithoutEnd("HTTP/1.1 200 Ok\r\n", "A: b\r\n")));
+    EXPECT_EQ("HTTPException: Unable to process request: The head of the reply is too long",
+              messageOfStep(Step::answerWithoutEnd("", "\r\n")));
+}
+
+TEST(ClientLimit, BoundsChunkExtensions) {
+    const auto reply = [](std::size_t size) {
+        return chunkedHead + "4;" + std::string(size, 'x') + "\r\n" + body + "\r\n0\r\n\r\n";
+    };
+    EXPECT_EQ("no exception", messageOfReply(reply(below)));
+    EXPECT_EQ(failedReading, messageOfReply(reply(above)));
+    EXPECT_EQ(failedReading, messageOfStep(Step::answerWithoutEnd(chunkedHead + "4;", "x")));
+}
+
+TEST(ClientLimit, BoundsTrailers) {
+    const auto reply = [](const std::string& trailers) {
+        return chunkedHead + chunk + "0\r\n" + trailers + "07-CIMStatusCode: 6\r\n\r\n";
+    };
+    EXPECT_EQ("CIMException: requested object could not be found", messageOfReply(reply(trailersOf(below))));
+    EXPECT_EQ(failedReading, messageOfReply(reply(trailersOf(above))));
+    EXPECT_EQ(failedReading,
+              messageOfStep(Step::answerWithoutEnd(chunkedHead + chunk + "0\r\n", "07-Trailer: x\r\n")));
+}
+
+TEST(ClientLimit, TakesNoChunkSizeForMoreThanItIs) {
+    for (const char* size : {"ffffffffffffffff", "10000000000000000", "7fffffff", "-1", "0x4", "g", ""}) {
+        const std::string reply = chunkedHead + size + "\r\n" + body + "\r\n0\r\n\r\n";
+        EXPECT_EQ(failedReading, messageOfStep(Step::answerAndClose(reply))) << size;
+    }
+}
+
+TEST(Client, ReadsARepliesBytesHoweverTheyCome) {
+    const std::string replies[] = {good, wire::chunkedReply("", {"07-CIMStatusCode: 6"}),
+                                   chunkedHead + "0\r\n\r\n", "\r\n" + wire::plainReply(body)};
+    for (const std::string& reply : replies)
+        EXPECT_EQ(messageOfReply(reply), messageOfStep(Step::answerByteByByte(reply))) << reply;
+}
+
+TEST(ClientTimeout, BoundsTheWaitForAHeadAsAWhole) {
+    const char timedOut[] =
+        "HTTPException: Unable to process request: Client receive timeout (0 seconds) expired.";
+    EXPECT_EQ(timedOut, messageInTime(Step::staySilent()));
+    EXPECT_EQ(timedOut, messageInTime(Step::dripWithoutEnd("HTTP/1.1 200 Ok\r\n", "A: b\r\n")));
+    EXPECT_EQ(timedOut, messageInTime(Step::dripWithoutEnd("", "\r\n")));
+}
+
+TEST(ClientTimeout, BoundsTheWaitForBodyBytesWhateverElseArrives) {
+    EXPECT_EQ(failedReading, messageInTime(Step::answer(chunkedHead)));
+    EXPECT_EQ(failedReading, messageInTime(Step::answer(chunkedHead + chunk)));
+    EXPECT_EQ(failedReading, messageInTime(Step::dripWithoutEnd(chunkedHead + "4;", "x")));
+    EXPECT_EQ(failedReading, messageInTime(Step::dripWithoutEnd(chunkedHead + chunk + "0\r\n", "A: b\r\n")));
+}
+
+TEST(ClientTimeout, BoundsHowLongAPeerMayNotTakeTheRequest) {
+    BusyListener listener;
+    const support::TempDir folder;
+    support::inChild(folder.path(), [&] {
+        clientTimeouts().send = std::chrono::milliseconds(100);
+        CIMClient client(listener.url().c_str(), "root/cimv2");
+        EXPECT_EQ("HTTPException: Unable to process request: Client send timeout (0 seconds) expired.",
+                  messageOfLongRequest(client));
+    });
+}
+
+// What comes of connecting to a listener that keeps everybody waiting, while signals arrive.
+std::string messageOfConnecting(BusyListener& listener) {
+    listener.fill();
+    const support::TempDir folder;
+    return support::inChild(folder.path(), [&] {
+        struct sigaction action {};
+        action.sa_handler = [](int) {};
+        ::sigaction(SIGALRM, &action, nullptr);
+        const itimerval often = {{0, 20000}, {0, 20000}};
+        ::setitimer(ITIMER_REAL, &often, nullptr);
+        clientTimeouts().connect = std::chrono::milliseconds(200);
+        CIMClient client(listener.url().c_str(), "root/cimv2");
+        std::cout << messageOfReading(client);
+    });
+}
+
+TEST(ClientTimeout, BoundsTheWaitForAConnectionWhateverSignalsArrive) {
+    BusyListener listener;
+    EXPECT_EQ("SocketException: Failed to connect to: " + listener.path() + ": timed out",
+              messageOfConnecting(listener));
+    BusyListener tcpListener(AF_INET);
+    EXPECT_EQ("SocketException: SocketBaseImpl::connect() select timedout", messageOfConnecting(tcpListener));
+}
+
+} // namespace
