@@ -1,0 +1,164 @@
+// The client and a real object manager that comes and goes.
+#include "OW_CIMClient.hpp"
+#include "OW_CIMInstance.hpp"
+#include "OW_CIMInstanceEnumeration.hpp"
+#include "OW_Exception.hpp"
+
+#include "support/Program.hpp"
+#include "support/ScriptedPeer.hpp"
+#include "support/TempDir.hpp"
+
+#include <csignal>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <memory>
+#include <poll.h>
+#include <string>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using namespace OpenWBEM;
+
+class Manager {
+public:
+    explicit Manager(std::string socket)
+        : m_socket(std::move(socket)) {
+        start();
+    }
+    void start() {
+        m_daemon =
+            std::make_unique<support::Daemon>(std::vector<std::string>{OWBCIMOMD, "--socket", m_socket});
+        EXPECT_NE("", m_daemon->nextErrorLine()) << "it says when it is ready";
+    }
+    void end(int signal) {
+        m_daemon->signal(signal);
+        m_daemon->wait();
+    }
+
+private:
+    const std::string m_socket;
+    std::unique_ptr<support::Daemon> m_daemon;
+};
+
+int unixSocket(const std::string& path, int (*attach)(int, const sockaddr*, socklen_t)) {
+    const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    EXPECT_EQ(0, attach(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address)) << path;
+    return socket;
+}
+
+// Stands between a client and the object manager, for one connection, which it ends after so many bytes of
+// what the object manager says; before that it does something.
+class Relay {
+public:
+    template <class Then>
+    Relay(const std::string& path, const std::string& manager, std::size_t bytes, Then then)
+        : m_listener(unixSocket(path, ::bind)) {
+        EXPECT_EQ(0, ::listen(m_listener, 1));
+        m_thread = std::thread([this, manager, bytes, then] {
+            const int client = ::accept4(m_listener, nullptr, nullptr, SOCK_CLOEXEC);
+            const int server = unixSocket(manager, ::connect);
+            pass(client, server, bytes);
+            then();
+            ::close(server);
+            ::close(client);
+        });
+    }
+    ~Relay() {
+        m_thread.join();
+        ::close(m_listener);
+    }
+    Relay(const Relay&) = delete;
+    Relay& operator=(const Relay&) = delete;
+
+private:
+    static void pass(int client, int server, std::size_t left) {
+        char bytes[4096];
+        while (left > 0) {
+            pollfd both[] = {{client, POLLIN, 0}, {server, POLLIN, 0}};
+            ::poll(both, 2, -1);
+            const bool fromServer = both[1].revents != 0;
+            const ssize_t n = fromServer ? ::recv(server, bytes, std::min(left, sizeof bytes), 0)
+                                         : ::recv(client, bytes, sizeof bytes, 0);
+            if (n <= 0)
+                return;
+            ::send(fromServer ? client : server, bytes, static_cast<std::size_t>(n), MSG_NOSIGNAL);
+            if (fromServer)
+                left -= static_cast<std::size_t>(n);
+        }
+    }
+
+    int m_listener;
+    std::thread m_thread;
+};
+
+std::size_t read(CIMClient& client) {
+    return client.enumInstancesE("QAV_OperatingSystem").numberOfElements();
+}
+
+std::string messageOfReading(CIMClient& client) {
+    try {
+        read(client);
+    } catch (const Exception& e) {
+        return std::string(e.type()) + ": " + e.getMessage();
+    }
+    return "no exception";
+}
+
+TEST(Lifecycle, ARestartBetweenTwoRequestsIsNotNoticed) {
+    const support::TempDir folder;
+    Manager manager(folder.file("manager"));
+    CIMClient client(support::urlOf(folder.file("manager")).c_str(), "root/cimv2");
+    for (const int signal : {SIGTERM, SIGKILL}) {
+        EXPECT_EQ(1U, read(client));
+        manager.end(signal);
+        manager.start();
+    }
+    EXPECT_EQ(1U, read(client));
+}
+
+TEST(Lifecycle, AnObjectManagerThatIsGoneIsAnExceptionUntilItIsBack) {
+    const support::TempDir folder;
+    const std::string socket = folder.file("manager");
+    Manager manager(socket);
+    CIMClient client(support::urlOf(socket).c_str(), "root/cimv2");
+    EXPECT_EQ(1U, read(client));
+    manager.end(SIGTERM);
+    EXPECT_EQ("SocketException: Failed to connect to: " + socket + ": 2(No such file or directory)",
+              messageOfReading(client));
+    manager.start();
+    EXPECT_EQ(1U, read(client));
+}
+
+TEST(Lifecycle, AKillInTheMiddleOfAReplyIsAnExceptionAndTheNextRequestWorks) {
+    const support::TempDir folder;
+    Manager manager(folder.file("manager"));
+    CIMClient client(support::urlOf(folder.file("relay")).c_str(), "root/cimv2");
+    for (const std::size_t bytes : {1U, 40U, 300U, 600U}) {
+        {
+            const Relay relay(folder.file("relay"), folder.file("manager"), bytes,
+                              [&] { manager.end(SIGKILL); });
+            const std::string message = messageOfReading(client);
+            EXPECT_TRUE(message == "IOException: Failed reading data" ||
+                        message == "HTTPException: Unable to process request: ")
+                << bytes << ": " << message;
+        }
+        ::unlink(folder.file("relay").c_str());
+        manager.start();
+        {
+            const Relay relay(folder.file("relay"), folder.file("manager"), std::string::npos, [] {});
+            EXPECT_EQ(1U, read(client)) << bytes;
+            client =
+                CIMClient(support::urlOf(folder.file("relay")).c_str(), "root/cimv2"); // ends the connection
+        }
+        ::unlink(folder.file("relay").c_str());
+    }
+}
+
+} // namespace
