@@ -1,0 +1,20 @@
+// The body of a reply in CIM-XML.
+#include "OW_CIMInstance.hpp"
+#include "OW_Exception.hpp"
+#include "support/PieceSource.hpp"
+#include "xml/Reply.hpp"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace OpenWBEM;
+    fuzz::PieceSource body(data, size);
+    try {
+        io::Window window(body);
+        xml::Reply reply(window, 1, "EnumerateInstances");
+        CIMInstance instance;
+        while (reply.next(instance))
+            instance.toString();
+        reply.finish();
+    } catch (const Exception&) {
+    }
+    return 0;
+}
