@@ -4,12 +4,13 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
-/** Hands out bytes in pieces of one size, and counts them. They must outlive it. */
+/** Hands out bytes in pieces of one size, and counts them. */
 class PieceSource : public OpenWBEM::io::Source {
 public:
-    explicit PieceSource(const std::string& bytes, std::size_t piece = 4096)
-        : m_bytes(bytes)
+    explicit PieceSource(std::string bytes, std::size_t piece = 4096)
+        : m_bytes(std::move(bytes))
         , m_piece(piece) {}
 
     std::size_t read(char* to, std::size_t size) override {
@@ -20,7 +21,7 @@ public:
     std::size_t handedOut() const { return m_at; }
 
 private:
-    const std::string& m_bytes;
+    const std::string m_bytes;
     const std::size_t m_piece;
     std::size_t m_at = 0;
 };

@@ -6,37 +6,15 @@
 #include "OW_CIMProperty.hpp"
 #include "OW_CIMValue.hpp"
 #include "OW_Exception.hpp"
-#include "io/Source.hpp"
+#include "PieceSource.hpp"
 #include "io/Window.hpp"
 #include "xml/ObjectReader.hpp"
 #include "xml/Tokenizer.hpp"
 
-#include <algorithm>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 
 namespace xml_test {
-
-/** Bytes that come a few at a time. */
-class Pieces : public OpenWBEM::io::Source {
-public:
-    Pieces(std::string bytes, std::size_t pieceSize)
-        : m_bytes(std::move(bytes))
-        , m_pieceSize(pieceSize) {}
-
-    std::size_t read(char* to, std::size_t size) override {
-        size = std::min({size, m_pieceSize, m_bytes.size() - m_done});
-        std::memcpy(to, m_bytes.data() + m_done, size);
-        m_done += size;
-        return size;
-    }
-
-private:
-    std::string m_bytes;
-    std::size_t m_pieceSize;
-    std::size_t m_done = 0;
-};
 
 /** Type and message of the library's exception that an action ends in. */
 template <class Action>

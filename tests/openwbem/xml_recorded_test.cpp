@@ -18,7 +18,6 @@ namespace {
 using namespace OpenWBEM;
 using record::Conversation;
 using xml_test::failureOf;
-using xml_test::Pieces;
 
 // The recorded replies that hold a document, with what the recorded client understood.
 std::vector<Conversation> recordedReplies() {
@@ -86,7 +85,7 @@ TEST_P(RecordedReply, IsUnderstoodAsByTheRecordedClient) {
 TEST_P(RecordedReply, IsUnderstoodTheSameHoweverItComes) {
     const Recorded recorded(GetParam());
     for (const std::size_t pieceSize : {1, 7, 4096}) {
-        Pieces source(recorded.body, pieceSize);
+        PieceSource source(recorded.body, pieceSize);
         io::Window window(source);
         EXPECT_EQ(recorded.expected, understood(window, recorded)) << pieceSize;
     }

@@ -18,7 +18,6 @@ namespace {
 
 using namespace OpenWBEM;
 using xml_test::failureOf;
-using xml_test::Pieces;
 using xml_test::repeated;
 
 // All that a reply returns, in the words of the record.
@@ -94,7 +93,7 @@ TEST(Reply, LeavesTheInstanceAloneAtTheEnd) {
 
 TEST(Reply, CanBeFinishedBeforeItsEnd) {
     const std::string body = returning(named() + named());
-    Pieces source(body, 10);
+    PieceSource source(body, 10);
     io::Window window(source);
     xml::Reply reply(window, 1, "EnumerateInstances");
     CIMInstance first(CIMNULL);

@@ -15,7 +15,6 @@ using namespace OpenWBEM;
 using xml::Tag;
 using xml::Tokenizer;
 using xml_test::failureOf;
-using xml_test::Pieces;
 using xml_test::repeated;
 
 // The tags of a document, and the texts of elements named T.
@@ -146,14 +145,14 @@ TEST(Tokenizer, UnderstandsTheSameHoweverTheBytesCome) {
     const std::string expected = walk(document);
     EXPECT_EQ("(A(T=a&b]])(B(T=)(T=plain)))", expected);
     for (std::size_t pieceSize = 1; pieceSize < 20; ++pieceSize) {
-        Pieces source(document, pieceSize);
+        PieceSource source(document, pieceSize);
         io::Window window(source);
         EXPECT_EQ(expected, walk(window)) << pieceSize;
     }
 }
 
 TEST(Tokenizer, KeepsTheValuesOfATagThatComesInPieces) {
-    Pieces source("<A a='&lt;1' b='2' c='&gt;3' />", 1);
+    PieceSource source("<A a='&lt;1' b='2' c='&gt;3' />", 1);
     io::Window window(source);
     Tokenizer in(window);
     in.next();
@@ -200,7 +199,7 @@ TEST(Tokenizer, RefusesDeclarationsOfEntities) {
 }
 
 TEST(Tokenizer, CountsLinesAcrossPieces) {
-    Pieces source("<A>\n\n<T>x\ny</T>" + std::string(100, '\n') + "</B>", 7);
+    PieceSource source("<A>\n\n<T>x\ny</T>" + std::string(100, '\n') + "</B>", 7);
     io::Window window(source);
     EXPECT_EQ("XMLParseException: Line 104: Bad end tag: expected A", failureOf([&] { walk(window); }));
 }
@@ -258,7 +257,7 @@ TEST(Tokenizer, StopsReadingAnEndlessToken) {
     const std::string message = "XMLParseException: Line 1: Too long: text or tag";
     for (const char* begin : {"<T>", "<T><![CDATA[", "<A a='", "<A></A                    ", "<!DOCTYPE "}) {
         const bool isEndTag = begin[3] == '<' && begin[4] == '/';
-        Pieces source(begin + (isEndTag ? std::string(endless.size(), ' ') : endless), 1000000);
+        PieceSource source(begin + (isEndTag ? std::string(endless.size(), ' ') : endless), 1000000);
         io::Window window(source);
         EXPECT_EQ(message, failureOf([&] { walk(window); })) << begin;
     }
@@ -268,7 +267,7 @@ TEST(Tokenizer, HoldsNothingOfWhatItPassesOver) {
     const std::string much(io::maximumText, 'x');
     for (const std::string& filler :
          {"<!-- " + much + much + " -->", "<?x " + much + much + "?>", much + much}) {
-        Pieces source("<A>" + filler + "<T>t</T></A>", 100000);
+        PieceSource source("<A>" + filler + "<T>t</T></A>", 100000);
         io::Window window(source);
         EXPECT_EQ("(A(T=t))", walk(window));
     }
