@@ -186,4 +186,13 @@ TEST(CIMException, TakesTheMessageOfTheOneThatLedToIt) {
     }
 }
 
+TEST(Exception, TellsNoMoreOfATextThanAnybodyReads) {
+    const std::string longest(64 * 1024, 'x');
+    EXPECT_EQ(longest, IOException("f", 1, longest.c_str()).getMessage());
+    EXPECT_EQ(longest, IOException("f", 1, (longest + "y").c_str()).getMessage());
+    const CIMException e("f", 1, CIMException::FAILED, (longest + "y").c_str());
+    EXPECT_EQ(longest, e.getDescription());
+    EXPECT_EQ("general error (" + longest.substr(15), e.getMessage());
+}
+
 } // namespace

@@ -146,6 +146,18 @@ TEST(Array, OfCountlessElementsTakesMemoryOnlyAsTheyCome) {
     });
 }
 
+TEST(Array, OfTheGreatestSizeIsTakenAndOneMoreIsNot) {
+    const auto bodyWith = [](std::size_t elements) {
+        const std::string property = wire::arrayProperty("x", wire::BOOLEAN, {});
+        return start + "i\x01" + wire::text("Foo") + wire::number(0) + wire::number(1) +
+               property.substr(0, property.size() - 1) + wire::number(elements) +
+               std::string(elements, '\1') + wire::number(0) + wire::number(0) + "\x98\x98";
+    };
+    EXPECT_EQ("no exception", outcomeOf(bodyWith(io::maximumElements)));
+    EXPECT_EQ("IOException: Failed reading data: too many elements",
+              outcomeOf(bodyWith(io::maximumElements + 1)));
+}
+
 TEST(Instances, ManyAndSmallTakeASmallMultipleOfTheirBytes) {
     std::string body = start;
     for (int i = 0; i < 1000000; ++i)

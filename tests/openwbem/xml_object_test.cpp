@@ -282,4 +282,14 @@ TEST(XmlClass, MayHaveNoKeys) {
     EXPECT_FALSE(ObjectAccess::data(read).isAssociation);
 }
 
+// Looking through all of them for each one would take minutes.
+TEST(XmlProperty, HasAsManyQualifiersAsCome) {
+    const std::string qualifier = "<QUALIFIER NAME=\"q\" TYPE=\"boolean\"><VALUE>true</VALUE></QUALIFIER>";
+    const CIMProperty property =
+        xml_test::property("<PROPERTY NAME=\"p\" TYPE=\"string\">" + xml_test::repeated(qualifier, 100000) +
+                           "<VALUE>x</VALUE></PROPERTY>");
+    EXPECT_EQ("x", property.getValue().toString());
+    EXPECT_EQ(100000U, ObjectAccess::declaration(property).qualifiers.size());
+}
+
 } // namespace

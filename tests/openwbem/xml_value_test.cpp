@@ -180,6 +180,13 @@ TEST(XmlArray, HasAnEmptyElementForANullOne) {
     EXPECT_EQ("a,", text(array("string", "<VALUE>a</VALUE><VALUE.NULL></VALUE.NULL>")));
 }
 
+TEST(XmlArray, OfTheGreatestSizeIsTakenAndOneMoreIsNot) {
+    const std::string elements = xml_test::repeated("<VALUE/>", io::maximumElements);
+    EXPECT_EQ(io::maximumElements, array("string", elements).getArraySize());
+    EXPECT_EQ("XMLParseException: Line 1: Too many: elements of one list",
+              failureOf([&] { array("string", elements + "<VALUE/>"); }));
+}
+
 TEST(XmlArray, IsDeclaredWithItsSize) {
     const CIMDataType type =
         property("<PROPERTY.ARRAY NAME=\"p\" TYPE=\"uint8\" ARRAYSIZE=\"4\"></PROPERTY.ARRAY>").getDataType();

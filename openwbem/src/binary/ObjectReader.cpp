@@ -125,8 +125,11 @@ Array<T> ObjectReader::array(Read read) {
     Array<T> elements;
     if (size > 0)
         elements.reserve(std::min<UInt32>(size, 64));
-    for (UInt32 i = 0; i < size; ++i)
+    for (UInt32 i = 0; i < size; ++i) {
+        if (i == io::maximumElements)
+            OW_THROW(IOException, "Failed reading data: too many elements");
         elements.push_back(read());
+    }
     return elements;
 }
 

@@ -10,6 +10,8 @@ namespace io {
 const unsigned maximumDepth = 64;
 /** Bytes of one text. */
 const std::size_t maximumText = 16 * 1024 * 1024;
+/** Elements of one array, properties of one object, and so on. */
+const std::size_t maximumElements = 1024 * 1024;
 
 } // namespace io
 } // namespace OpenWBEM

@@ -1,5 +1,7 @@
 #include "OW_CIMException.hpp"
 
+#include "MessageText.hpp"
+
 #include <cstring>
 #include <new>
 #include <string>
@@ -36,8 +38,8 @@ std::string messageFor(CIMException::ErrNoType code, const char* description) {
     const char* const text = CIMException::getCodeDescription(code);
     try {
         if (std::strncmp(description, text, std::strlen(text)) == 0)
-            return description;
-        return std::string(text) + " (" + description + ")";
+            return messageText(description);
+        return std::string(text) + " (" + messageText(description) + ")";
     } catch (const std::bad_alloc&) {
         return std::string();
     }
@@ -45,7 +47,7 @@ std::string messageFor(CIMException::ErrNoType code, const char* description) {
 
 std::shared_ptr<const std::string> share(const char* text) {
     try {
-        return text ? std::make_shared<const std::string>(text) : nullptr;
+        return text ? std::make_shared<const std::string>(messageText(text)) : nullptr;
     } catch (const std::bad_alloc&) {
         return nullptr;
     }

@@ -28,10 +28,13 @@ CIMValue cast(const CIMValue& value, const CIMDataType& type) {
 
 } // namespace
 
+bool isTrue(const Qualifier& qualifier, const CIMName& name) {
+    return qualifier.name == name && qualifier.value == CIMValue(true);
+}
+
 bool isTrue(const QualifierArray& qualifiers, const CIMName& name) {
-    return std::any_of(qualifiers.begin(), qualifiers.end(), [&name](const Qualifier& qualifier) {
-        return qualifier.name == name && qualifier.value == CIMValue(true);
-    });
+    return std::any_of(qualifiers.begin(), qualifiers.end(),
+                       [&name](const Qualifier& qualifier) { return isTrue(qualifier, name); });
 }
 
 CIMProperty::CIMProperty()

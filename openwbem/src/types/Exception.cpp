@@ -1,5 +1,7 @@
 #include "OW_Exception.hpp"
 
+#include "MessageText.hpp"
+
 #include <cerrno>
 #include <new>
 #include <ostream>
@@ -12,7 +14,7 @@ namespace OpenWBEM {
 struct Exception::Texts {
     Texts(const char* theFile, const char* theMessage)
         : file(theFile ? theFile : "")
-        , message(theMessage ? theMessage : "") {}
+        , message(messageText(theMessage)) {}
 
     std::string file;
     std::string message;

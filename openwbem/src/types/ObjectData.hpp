@@ -29,6 +29,8 @@ struct Qualifier {
 };
 typedef Array<Qualifier> QualifierArray;
 
+/** Whether a qualifier has this name and is true. */
+bool isTrue(const Qualifier& qualifier, const CIMName& name);
 /** Whether the qualifier of this name is there and true. */
 bool isTrue(const QualifierArray& qualifiers, const CIMName& name);
 

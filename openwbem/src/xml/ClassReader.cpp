@@ -18,11 +18,11 @@ CIMClass ObjectReader::classObject() {
     const std::size_t first = m_collected.size();
     while (m_in.next() == Tag::start) {
         if (startsProperty())
-            m_collected.push_back(property());
+            append(m_collected, property(), first);
         else if (m_in.name() == "METHOD")
-            data->methods.push_back(method());
+            append(data->methods, method());
         else if (m_in.name() == "QUALIFIER")
-            data->qualifiers.push_back(qualifier());
+            append(data->qualifiers, qualifier());
         else
             m_in.skip();
     }
@@ -44,9 +44,9 @@ Method ObjectReader::method() {
     while (m_in.next() == Tag::start) {
         const std::string_view name = m_in.name();
         if (name == "QUALIFIER")
-            result.qualifiers.push_back(qualifier());
+            append(result.qualifiers, qualifier());
         else if (name.substr(0, name.find('.')) == "PARAMETER")
-            result.parameters.push_back(parameter());
+            append(result.parameters, parameter());
         else
             m_in.skip();
     }
@@ -59,7 +59,7 @@ Parameter ObjectReader::parameter() {
     result.type = declaredType();
     while (m_in.next() == Tag::start) {
         if (m_in.name() == "QUALIFIER")
-            result.qualifiers.push_back(qualifier());
+            append(result.qualifiers, qualifier());
         else
             m_in.skip();
     }

@@ -4,6 +4,7 @@
 #include "xml/Nesting.hpp"
 #include "xml/TextValue.hpp"
 
+#include <algorithm>
 #include <iterator>
 #include <memory>
 #include <utility>
@@ -11,6 +12,9 @@
 namespace OpenWBEM {
 namespace xml {
 namespace {
+
+// Properties of an instance whose declarations are recognised in the next one. Any more share the last place.
+const std::size_t maximumKnown = 256;
 
 bool isTrue(std::string_view text) {
     return equalsIgnoreCase(text, "true");
@@ -70,9 +74,9 @@ CIMInstance ObjectReader::readInstance() {
     const std::size_t first = m_collected.size();
     while (m_in.next() == Tag::start) {
         if (startsProperty())
-            m_collected.push_back(property());
+            append(m_collected, property(), first);
         else if (m_in.name() == "QUALIFIER")
-            data->qualifiers.push_back(qualifier());
+            append(data->qualifiers, qualifier());
         else
             m_in.skip();
     }
@@ -111,9 +115,9 @@ CIMProperty ObjectReader::property() {
     CIMValue content{CIMNULL};
     while (m_in.next() == Tag::start) {
         if (m_in.name() == "QUALIFIER") {
-            QualifierArray& qualifiers = declaration.edit().qualifiers;
-            qualifiers.push_back(qualifier());
-            isEmbedded = isEmbedded || OpenWBEM::isTrue(qualifiers, "EmbeddedObject");
+            Qualifier read = qualifier();
+            isEmbedded = isEmbedded || OpenWBEM::isTrue(read, "EmbeddedObject");
+            append(declaration.edit().qualifiers, std::move(read));
         } else {
             content = value(declaration->type.getType(), isEmbedded);
         }
@@ -124,16 +128,17 @@ CIMProperty ObjectReader::property() {
 // Place of the declaration that the start tag stands for: that of the instance before, if its tag was the
 // same.
 std::size_t ObjectReader::known() {
-    if (m_next == m_known.size())
+    const std::size_t place = std::min(m_next++, maximumKnown - 1);
+    if (place == m_known.size())
         m_known.emplace_back();
-    Known& known = m_known[m_next];
+    Known& known = m_known[place];
     if (!known.declaration || known.tag != m_in.tag()) {
         known.tag = m_in.tag();
         known.declaration = newDeclaration();
         known.isEmbedded =
             !m_in.attribute("EmbeddedObject").empty() || !m_in.attribute("EMBEDDEDOBJECT").empty();
     }
-    return m_next++;
+    return place;
 }
 
 detail::Shared<Declaration> ObjectReader::newDeclaration() const {

@@ -4,12 +4,14 @@
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMObjectPath.hpp"
 #include "OW_CIMValue.hpp"
+#include "io/Limits.hpp"
 #include "types/ObjectData.hpp"
 #include "xml/Tokenizer.hpp"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace OpenWBEM {
@@ -67,6 +69,14 @@ private:
     ObjectReader(Tokenizer& in, Budget& budget)
         : m_in(in)
         , m_budget(budget) {}
+
+    /** Appends to a list of an object, which has its limit. */
+    template <class List, class Element>
+    void append(List& list, Element&& element, std::size_t first = 0) {
+        if (list.size() - first == io::maximumElements)
+            m_in.fail("Too many", "elements of one list");
+        list.push_back(std::forward<Element>(element));
+    }
 
     CIMInstance readInstance();
     CIMName className(std::string_view text);

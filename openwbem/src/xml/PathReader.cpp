@@ -72,7 +72,7 @@ void ObjectReader::pathPart(CIMObjectPath::Data& path, std::string& nameSpace) {
 CIMPropertyArray ObjectReader::keys() {
     const std::size_t first = m_collected.size();
     while (m_in.next() == Tag::start)
-        m_collected.push_back(key());
+        append(m_collected, key(), first);
     return collected(first);
 }
 

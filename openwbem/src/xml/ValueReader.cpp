@@ -58,9 +58,9 @@ CIMValue ObjectReader::arrayOf(CIMDataType::Type type) {
         if (m_in.name() == "VALUE") {
             const std::string_view text = m_in.text();
             const bool isNull = CIMDataType::isNumericType(type) && isNullNumber(text);
-            elements.push_back(isNull ? T() : fromText<T>(text));
+            append(elements, isNull ? T() : fromText<T>(text));
         } else if (m_in.name() == "VALUE.NULL") {
-            elements.push_back(T());
+            append(elements, T());
         }
         m_in.skip();
     }
@@ -71,11 +71,11 @@ CIMValue ObjectReader::referenceArray() {
     CIMObjectPathArray elements;
     while (m_in.next() == Tag::start) {
         if (m_in.name() == "VALUE.REFERENCE") {
-            elements.push_back(reference());
+            append(elements, reference());
             continue;
         }
         if (m_in.name() == "VALUE.NULL")
-            elements.push_back(CIMObjectPath());
+            append(elements, CIMObjectPath());
         m_in.skip();
     }
     return ValueAccess::make(std::move(elements));
@@ -98,11 +98,11 @@ CIMValue ObjectReader::embeddedArray() {
         }
         const CIMValue element = embedded();
         if (!element)
-            instances.push_back(CIMInstance());
+            append(instances, CIMInstance());
         else if (element.getType() == CIMDataType::EMBEDDEDCLASS)
-            classes.push_back(ValueAccess::content<CIMClass>(element));
+            append(classes, ValueAccess::content<CIMClass>(element));
         else
-            instances.push_back(ValueAccess::content<CIMInstance>(element));
+            append(instances, ValueAccess::content<CIMInstance>(element));
     }
     if (classes.empty())
         return ValueAccess::make(std::move(instances));
