@@ -26,4 +26,30 @@ private:
     std::size_t m_at = 0;
 };
 
+/** Hands out some bytes, and then others again and again, without end. */
+class EndlessSource : public OpenWBEM::io::Source {
+public:
+    EndlessSource(std::string start, std::string again)
+        : m_bytes(std::move(start))
+        , m_again(std::move(again)) {}
+
+    std::size_t read(char* to, std::size_t size) override {
+        if (m_at == m_bytes.size()) {
+            m_bytes = m_again;
+            m_at = 0;
+        }
+        const std::size_t n = m_bytes.copy(to, size, m_at);
+        m_at += n;
+        m_handedOut += n;
+        return n;
+    }
+    std::size_t handedOut() const { return m_handedOut; }
+
+private:
+    std::string m_bytes;
+    const std::string m_again;
+    std::size_t m_at = 0;
+    std::size_t m_handedOut = 0;
+};
+
 #endif

@@ -158,6 +158,33 @@ TEST(Array, OfTheGreatestSizeIsTakenAndOneMoreIsNot) {
               outcomeOf(bodyWith(io::maximumElements + 1)));
 }
 
+TEST(Instance, WithoutEndIsRefused) {
+    const std::string property = wire::stringProperty("x", std::string(1000000, 'x'));
+    const std::string head = start + "i\x01" + wire::text("Foo") + wire::number(0) + wire::number(1000000);
+    const support::TempDir folder;
+    support::inChild(folder.path(), [&] {
+        limitMemory(200UL << 20);
+        EndlessSource body(head, property);
+        try {
+            binary::readInstances(body);
+            ADD_FAILURE() << "no exception";
+        } catch (const IOException& e) {
+            EXPECT_STREQ("Failed reading data: an object is too long", e.getMessage());
+        }
+        EXPECT_NEAR(double{io::maximumObject}, static_cast<double>(body.handedOut()), 100000);
+    });
+}
+
+TEST(Instances, TogetherMayBeLongerThanOneMay) {
+    const std::string instance =
+        wire::instance("Foo", {wire::stringProperty("x", std::string(1000000, 'x'))});
+    std::string body = start;
+    for (std::size_t size = 0; size <= io::maximumObject; size += instance.size())
+        body += instance;
+    body += "\x98\x98";
+    EXPECT_EQ("no exception", outcomeOf(body));
+}
+
 TEST(Instances, ManyAndSmallTakeASmallMultipleOfTheirBytes) {
     std::string body = start;
     for (int i = 0; i < 1000000; ++i)

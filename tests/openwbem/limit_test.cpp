@@ -78,6 +78,14 @@ TEST(ClientLimit, BoundsTrailers) {
               messageOfStep(Step::answerWithoutEnd(chunkedHead + chunk + "0\r\n", "07-Trailer: x\r\n")));
 }
 
+TEST(ClientLimit, BoundsWhatFramesABody) {
+    const std::string start =
+        std::string("\0oi\x01", 4) + wire::number(16000000); // of a long name, byte by byte
+    const std::string head = chunkedHead + std::to_string(start.size()) + "\r\n" + start + "\r\n";
+    const std::string byte = "1;" + std::string(50000, 'x') + "\r\nx\r\n";
+    EXPECT_EQ(failedReading, messageOfStep(Step::answerWithoutEnd(head, byte)));
+}
+
 TEST(ClientLimit, TakesNoChunkSizeForMoreThanItIs) {
     for (const char* size : {"ffffffffffffffff", "10000000000000000", "7fffffff", "-1", "0x4", "g", ""}) {
         const std::string reply = chunkedHead + size + "\r\n" + body + "\r\n0\r\n\r\n";

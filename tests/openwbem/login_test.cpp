@@ -178,6 +178,11 @@ TEST(Login, TakesNoCookieButOneNumber) {
     EXPECT_EQ("no exception", messageOfReading(client));
 }
 
+TEST(Login, TakesNoCookieFromAFileOfTheKernel) {
+    const char digits[] = "/proc/self/personality"; // of this user alone, and it holds nothing but digits
+    EXPECT_EQ(refused(digits, "it holds more or other than one number"), messageOfCookieFile(digits));
+}
+
 TEST(Login, ShowsNoCookieToAnotherHost) {
     const support::TempDir folder;
     const std::string challenge = localChallenge(writeCookie(folder, "1"));

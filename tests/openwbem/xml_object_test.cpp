@@ -282,6 +282,24 @@ TEST(XmlClass, MayHaveNoKeys) {
     EXPECT_FALSE(ObjectAccess::data(read).isAssociation);
 }
 
+TEST(XmlInstanceName, KeepsItsKeysApartHoweverManyTheyAre) {
+    const std::string plain = "<KEYBINDING NAME=\"a\"><KEYVALUE>1</KEYVALUE></KEYBINDING>";
+    const std::string reference =
+        "<KEYBINDING NAME=\"OUTER\"><VALUE.REFERENCE><INSTANCENAME CLASSNAME=\"C\"><KEYBINDING "
+        "NAME=\"INNER\"><KEYVALUE>2</KEYVALUE></KEYBINDING></INSTANCENAME></VALUE.REFERENCE></KEYBINDING>";
+    const CIMObjectPath path =
+        xml_test::decode("<INSTANCENAME CLASSNAME=\"Foo\">" + xml_test::repeated(plain, 300) + reference +
+                             plain + "</INSTANCENAME>",
+                         &xml::ObjectReader::objectPath);
+    const CIMPropertyArray keys = path.getKeys();
+    ASSERT_EQ(302U, keys.size());
+    EXPECT_EQ("a", keys[299].getName());
+    EXPECT_EQ("OUTER", keys[300].getName());
+    EXPECT_EQ(CIMDataType::REFERENCE, keys[300].getDataType().getType());
+    EXPECT_EQ("a", keys[301].getName());
+    EXPECT_EQ(CIMDataType::STRING, keys[301].getDataType().getType());
+}
+
 // Looking through all of them for each one would take minutes.
 TEST(XmlProperty, HasAsManyQualifiersAsCome) {
     const std::string qualifier = "<QUALIFIER NAME=\"q\" TYPE=\"boolean\"><VALUE>true</VALUE></QUALIFIER>";

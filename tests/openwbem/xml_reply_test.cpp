@@ -217,4 +217,20 @@ TEST(Reply, NestedWithoutEndIsRefused) {
             << element;
 }
 
+TEST(Reply, ThatBringsNothingWithoutEndIsRefused) {
+    const std::string head =
+        "<?xml version=\"1.0\" ?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE ID=\"1\" "
+        "PROTOCOLVERSION=\"1.0\"><SIMPLERSP><IMETHODRESPONSE NAME=\"EnumerateInstances\">"
+        "<IRETURNVALUE>";
+    for (const char* nothing : {" ", "<!-- nothing -->", "<Nothing/>", "<?nothing?>"}) {
+        EndlessSource source(head, xml_test::repeated(nothing, 10000));
+        io::Window window(source);
+        xml::Reply reply(window, 1, "EnumerateInstances");
+        CIMInstance instance;
+        EXPECT_EQ("IOException: Failed reading data: an object is too long",
+                  failureOf([&] { reply.next(instance); }))
+            << nothing;
+    }
+}
+
 } // namespace

@@ -44,6 +44,8 @@ public:
 
     /** Consumes these bytes if they come next; false when others do. */
     bool skip(std::string_view bytes);
+    /** Begins the next object of a message, none of which may be longer than io::maximumObject. */
+    void beginObject() { m_in.beginObject(); }
     /** Keeps what is read from here on, for held(). */
     void hold() { m_in.hold(); }
     /** What was read since hold(), which it ends; valid until the next read. */

@@ -33,6 +33,7 @@ CIMInstanceEnumeration instances(Reader& in) {
     CIMInstanceEnumeration all;
     ObjectReader objects(in);
     while (in.peek() == sig::versionedInstance || in.peek() == sig::instance) {
+        in.beginObject();
         try {
             all.addElement(objects.instance());
         } catch (const BadCIMSignatureException&) {

@@ -26,6 +26,11 @@ const std::size_t headLimit = 64 * 1024;
 // Bytes that wait to be parsed: a chunk's head with its extensions, or all trailers, which Beast bounds not.
 const std::size_t unparsedLimit = 64 * 1024;
 
+// Bytes that may arrive for a byte of body, and so many more: what frames a body must not keep its reader
+// busy.
+const std::uint64_t framingLimit = 64;
+const std::uint64_t framingAllowance = 1024 * 1024;
+
 const std::size_t prefixSize = 3; // of a trailer's name: two digits and a hyphen
 
 using Field = std::pair<std::string, std::string>;
@@ -70,6 +75,7 @@ public:
     std::vector<Field> m_trailers;
     std::string m_body; // what has come and is not taken yet, and what is taken of it
     std::size_t m_taken = 0;
+    std::uint64_t m_bodySize = 0; // of all that has come
 
 private:
     void on_request_impl(http::verb, string_view, string_view, int, error_code&) override {}
@@ -90,6 +96,7 @@ private:
 
     std::size_t on_body_impl(string_view bytes, error_code&) override {
         m_body.append(bytes.data(), bytes.size());
+        m_bodySize += bytes.size();
         return bytes.size();
     }
 
@@ -138,8 +145,11 @@ std::size_t HTTPMessage::receive(const Deadline& deadline) {
     const std::size_t received =
         m_stream.receive(m_input.data() + m_unparsed, m_input.size() - m_unparsed, deadline);
     m_unparsed += received;
+    m_received += received;
     if (received > 0)
         parse();
+    if (m_received > m_parser->m_bodySize * framingLimit + framingAllowance)
+        m_isBroken = true;
     return received;
 }
 

@@ -3,6 +3,7 @@
 #include "client/Stream.hpp"
 #include "io/Source.hpp"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -57,6 +58,7 @@ private:
     const std::unique_ptr<Parser> m_parser;
     std::vector<char> m_input; // what is not parsed yet stands at its front
     std::size_t m_unparsed = 0;
+    std::uint64_t m_received = 0; // bytes of all kinds so far
     bool m_isBroken = false;
 };
 

@@ -10,13 +10,11 @@ namespace {
 
 const std::size_t pieceSize = 16 * 1024; // compressed bytes asked for at a time
 
-// What a stream may yield: so many times its own size, and this much more. A thousand like instances shrink
-// to a thirtieth; what is meant to exhaust memory shrinks to a thousandth.
+// What a stream may yield: so many times its own size. A thousand like instances shrink to a thirtieth; what
+// is meant to exhaust memory shrinks to a thousandth. The other way round, what is to keep somebody busy
+// yields next to nothing, as empty blocks do.
 const std::uint64_t ratioLimit = 100;
-const std::uint64_t allowance = 4 * 1024 * 1024;
-
-// Compressed bytes that may yield nothing, as empty blocks do.
-const std::size_t idleLimit = 1024 * 1024;
+const std::uint64_t allowance = 1024 * 1024; // bytes in either direction that are not looked at
 
 [[noreturn]] void throwFailed() {
     OW_THROW(IOException, "Failed reading data");
@@ -58,7 +56,6 @@ void Inflater::fill() {
 
 std::size_t Inflater::inflate(char* to, std::size_t size) {
     const uInt room = static_cast<uInt>(std::min<std::size_t>(size, std::numeric_limits<uInt>::max()));
-    const uInt input = m_zlib.avail_in;
     m_zlib.next_out = reinterpret_cast<Bytef*>(to);
     m_zlib.avail_out = room;
     const int result = ::inflate(&m_zlib, Z_NO_FLUSH);
@@ -67,8 +64,7 @@ std::size_t Inflater::inflate(char* to, std::size_t size) {
     m_isComplete = result == Z_STREAM_END;
     const std::size_t produced = room - m_zlib.avail_out;
     m_produced += produced;
-    m_idle = produced > 0 ? 0 : m_idle + (input - m_zlib.avail_in);
-    if (m_produced > m_received * ratioLimit + allowance || m_idle > idleLimit)
+    if (m_produced > m_received * ratioLimit + allowance || m_received > m_produced * ratioLimit + allowance)
         throwFailed();
     return produced;
 }

@@ -32,7 +32,6 @@ private:
     std::vector<char> m_input;
     std::uint64_t m_received = 0; // compressed bytes so far
     std::uint64_t m_produced = 0;
-    std::size_t m_idle = 0; // compressed bytes since the last that yielded something
     bool m_isComplete = false;
 };
 

@@ -12,6 +12,9 @@ const unsigned maximumDepth = 64;
 const std::size_t maximumText = 16 * 1024 * 1024;
 /** Elements of one array, properties of one object, and so on. */
 const std::size_t maximumElements = 1024 * 1024;
+/** Bytes of one instance of a reply, with all that stands in front of it, and of what follows the last one.
+ */
+const std::size_t maximumObject = 64 * 1024 * 1024;
 
 } // namespace io
 } // namespace OpenWBEM

@@ -1,5 +1,8 @@
 #include "io/Window.hpp"
 
+#include "OW_IOException.hpp"
+#include "io/Limits.hpp"
+
 namespace OpenWBEM {
 namespace io {
 namespace {
@@ -17,6 +20,9 @@ bool Window::fetch(std::size_t wanted) {
     while (m_buffer.size() < kept + wanted && got > 0) {
         got = m_source->read(static_cast<char*>(m_buffer.prepare(pieceSize).data()), pieceSize);
         m_buffer.commit(got);
+        m_fetched += got;
+        if (m_fetched > maximumObject)
+            OW_THROW(IOException, "Failed reading data: an object is too long");
     }
     const char* const first = static_cast<const char*>(m_buffer.cdata().data());
     m_next = first + kept;

@@ -32,6 +32,9 @@ public:
     /** Removes bytes from the front, not more than are visible. */
     void consume(std::size_t size) { m_next += size; }
 
+    /** Begins to count anew what comes from the source: more than maximumObject throws IOException. */
+    void beginObject() { m_fetched = 0; }
+
     /** Keeps what is consumed from here on, for held(). */
     void hold() { m_held = m_next; }
     /** What was consumed since hold(); ends the holding. Valid until more is asked for. */
@@ -48,6 +51,7 @@ private:
     const char* m_next = nullptr;
     const char* m_end = nullptr;
     const char* m_held = nullptr; // the first byte to be kept, if any
+    std::size_t m_fetched = 0;    // bytes of the source since beginObject()
 };
 
 } // namespace io

@@ -13,9 +13,6 @@ namespace OpenWBEM {
 namespace xml {
 namespace {
 
-// Properties of an instance whose declarations are recognised in the next one. Any more share the last place.
-const std::size_t maximumKnown = 256;
-
 bool isTrue(std::string_view text) {
     return equalsIgnoreCase(text, "true");
 }

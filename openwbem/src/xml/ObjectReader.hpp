@@ -52,6 +52,8 @@ public:
 
 private:
     class Nesting;
+    /** Declarations of an instance that are recognised in the next one. Any more share the last place. */
+    static constexpr std::size_t maximumKnown = 256;
     /** What the readers of objects within objects share, so that no document costs more than a small multiple
      * of its size. */
     struct Budget {

@@ -78,17 +78,20 @@ CIMPropertyArray ObjectReader::keys() {
 
 CIMProperty ObjectReader::key() {
     const std::size_t place = known();
+    detail::Shared<Declaration> declaration = m_known[place].declaration;
     CIMValue content{CIMNULL};
     if (m_in.name() != "KEYBINDING")
         content = keyValue();
     else
         while (m_in.next() == Tag::start)
             content = keyValue();
-    detail::Shared<Declaration>& declaration = m_known[place].declaration;
     const CIMDataType::Type type = content ? content.getType() : CIMDataType::CIMNULL;
-    if (declaration->type.getType() != type)
+    if (declaration->type.getType() != type) {
         declaration.edit().type = CIMDataType(type);
-    return ObjectAccess::property(declaration, std::move(content));
+        if (place + 1 < maximumKnown) // what the value held may have taken the last place
+            m_known[place].declaration = declaration;
+    }
+    return ObjectAccess::property(std::move(declaration), std::move(content));
 }
 
 CIMValue ObjectReader::keyValue() {

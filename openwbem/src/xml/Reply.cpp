@@ -17,7 +17,8 @@ namespace {
 } // namespace
 
 Reply::Reply(io::Window& in, UInt32 messageId, const char* method)
-    : m_in(in)
+    : m_window(in)
+    , m_in(in)
     , m_objects(m_in) {
     enter("CIM");
     requireVersion("CIMVERSION", {"2.0", "2.1", "2.2"});
@@ -82,6 +83,7 @@ void Reply::throwError() {
 }
 
 bool Reply::next(CIMInstance& instance) {
+    m_window.beginObject();
     while (m_isInReturnValue) {
         if (m_in.next() != Tag::start) {
             m_isInReturnValue = false;

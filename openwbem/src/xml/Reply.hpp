@@ -41,6 +41,7 @@ private:
     void toReturnValue();
     [[noreturn]] void throwError();
 
+    io::Window& m_window;
     Tokenizer m_in;
     ObjectReader m_objects;
     bool m_isInReturnValue = false;
