@@ -95,14 +95,6 @@ TEST(ModifyInstance, IsNeverSentTwice) {
         }
 }
 
-TEST(ModifyInstance, IsSentOnANewConnectionWhenTheObjectManagerHasClosedTheOldOne) {
-    ScriptedPeer peer({Step::answerAndClose(done)});
-    CIMClient client(peer.url().c_str(), "root/cimv2");
-    for (int i = 0; i < 10; ++i)
-        EXPECT_EQ("no exception", messageOfCalling([&] { client.modifyInstance(someInstance()); })) << i;
-    EXPECT_EQ(10U, peer.requests().size());
-}
-
 TEST(ModifyInstance, ReportsWhatTheTrailersSayBehindAGoodStatus) {
     ScriptedPeer peer({Step::answer(
         wire::chunkedReply(std::string(1, '\0'), {"07-CIMStatusCode: 6", "07-CIMStatusDescription: gone"}))});

@@ -226,9 +226,9 @@ TEST(Reply, ThatBringsNothingWithoutEndIsRefused) {
         EndlessSource source(head, xml_test::repeated(nothing, 10000));
         io::Window window(source);
         xml::Reply reply(window, 1, "EnumerateInstances");
-        CIMInstance instance;
+        CIMInstance none;
         EXPECT_EQ("IOException: Failed reading data: an object is too long",
-                  failureOf([&] { reply.next(instance); }))
+                  failureOf([&] { reply.next(none); }))
             << nothing;
     }
 }
