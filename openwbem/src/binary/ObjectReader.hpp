@@ -4,9 +4,12 @@
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMObjectPath.hpp"
 #include "OW_CIMValue.hpp"
+#include "OW_IOException.hpp"
 #include "binary/Reader.hpp"
+#include "io/Limits.hpp"
 #include "types/ObjectData.hpp"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -64,6 +67,21 @@ private:
     std::size_t m_next = 0;     // of m_known: what the next property of an outermost object may be
     CIMName m_className;        // of the instance before
 };
+
+// A count is believed only as far as elements follow. The first ones get their memory at once.
+template <class T, class Read>
+Array<T> ObjectReader::array(Read read) {
+    const UInt32 size = m_in.number();
+    Array<T> elements;
+    if (size > 0)
+        elements.reserve(std::min<UInt32>(size, 64));
+    for (UInt32 i = 0; i < size; ++i) {
+        if (i == io::maximumElements)
+            OW_THROW(IOException, "Failed reading data: too many elements");
+        elements.push_back(read());
+    }
+    return elements;
+}
 
 } // namespace binary
 } // namespace OpenWBEM
