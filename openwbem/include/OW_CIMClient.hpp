@@ -20,9 +20,11 @@ namespace OpenWBEM {
 class OW_CLIENT_API CIMClient {
 public:
     /**
-     * Connects nothing yet.
+     * Looks up the host where the URL leads to TCP, but connects nothing yet. Throws MalformedURLException,
+     * UnescapeCharForURLException, UnknownHostException for a URL that cannot be used, SSLException for one
+     * that asks for TLS where there is none.
      *
-     * @param url where the object manager listens; MalformedURLException and others when it cannot be used
+     * @param url where the object manager listens, see URL
      * @param ns namespace of the requests; leading slashes do not matter
      * @param authCB asked for credentials; none by default
      */

@@ -166,7 +166,8 @@ const char* OWB_propertyName(long group, long nom);
 
 /*
  * Sets the URL of the CIMOM: scheme://[user[:password]@]host[:port]. The port of a Unix-domain socket is its
- * path, percent-encoded: "owbinary.wbem://localhost:%2ftmp%2fOpenWBEM_UDS", which is the default.
+ * path, percent-encoded: "owbinary.wbem://localhost:%2ftmp%2fOpenWBEM_UDS", which is the default. A number as
+ * port means TCP. A scheme that begins with "owbinary" means the binary protocol, any other CIM-XML.
  *
  *   url    copied; null leaves the URL as it is. OWB_URLGet()'s own result is allowed.
  *

@@ -185,15 +185,35 @@ TEST(Instances, TogetherMayBeLongerThanOneMay) {
     EXPECT_EQ("no exception", outcomeOf(body));
 }
 
-TEST(Instances, ManyAndSmallTakeASmallMultipleOfTheirBytes) {
+// The memory that a process needs for a million of the same instances.
+void expectMillionFits(const std::string& instance, unsigned long bytes) {
     std::string body = start;
     for (int i = 0; i < 1000000; ++i)
-        body += "i\x01" + std::string(5, '\0');
+        body += instance;
     const support::TempDir folder;
     support::inChild(folder.path(), [&] {
-        limitMemory(80UL << 20); // of 7 MB
+        limitMemory(bytes);
         EXPECT_EQ("IOException: Failed reading data", outcomeOf(body));
     });
+}
+
+TEST(Instances, ManyAndSmallTakeASmallMultipleOfTheirBytes) {
+    expectMillionFits(wire::instance("", {wire::nullProperty("", wire::STRING)}), 200UL << 20); // 26 MB
+}
+
+TEST(Instances, OfNothingTakeHardlyMore) {
+    expectMillionFits("i\x01" + std::string(5, '\0'), 20UL << 20); // 7 MB
+}
+
+TEST(Instances, OfNothingAreStillTheirOwn) {
+    const std::string body =
+        start + wire::instance("A", {}) + wire::instance("A", {}) + wire::instance("B", {}) + "\x98\x98";
+    PieceSource source(body);
+    CIMInstanceEnumeration all = binary::readInstances(source);
+    CIMInstance first = all.nextElement();
+    first.setClassName("Changed");
+    EXPECT_EQ("A", all.nextElement().getClassName());
+    EXPECT_EQ("B", all.nextElement().getClassName());
 }
 
 TEST(Dates, OutsideEveryRangeAreTaken) {

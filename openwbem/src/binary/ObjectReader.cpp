@@ -33,6 +33,11 @@ void splitUrl(std::string_view url, CIMObjectPath::Data& path) {
         path.port = own(url.substr(port + 1));
 }
 
+// Whether an instance has nothing but its class.
+bool isBare(const CIMInstance::Data& data) {
+    return data.keys.empty() && data.properties.empty() && data.qualifiers.empty() && data.language.empty();
+}
+
 } // namespace
 
 // Counts how deep objects hold objects, and refuses what is too deep.
@@ -75,7 +80,14 @@ CIMInstance ObjectReader::instance() {
         data->language = m_in.string();
     if (received >= 2)
         m_in.text(); // namespace
-    return instance;
+    return isBare(*data) ? bare(instance) : instance;
+}
+
+// All instances of nothing share one. Nobody has many of them but who wants to see memory filled.
+CIMInstance ObjectReader::bare(const CIMInstance& instance) {
+    if (!m_bare || m_bare.getClassName().compareTo(instance.getClassName()) != 0)
+        m_bare = instance;
+    return m_bare;
 }
 
 CIMObjectPath ObjectReader::objectPath() {

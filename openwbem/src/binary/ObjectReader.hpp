@@ -40,6 +40,7 @@ private:
         detail::Shared<Declaration> declaration;
     };
 
+    CIMInstance bare(const CIMInstance& instance);
     CIMPropertyArray properties();
     CIMProperty property();
     detail::Shared<Declaration> declaration();
@@ -63,9 +64,10 @@ private:
 
     Reader& m_in;
     unsigned m_depth = 0;
-    std::vector<Known> m_known; // in the order in which they were read
-    std::size_t m_next = 0;     // of m_known: what the next property of an outermost object may be
-    CIMName m_className;        // of the instance before
+    std::vector<Known> m_known;  // in the order in which they were read
+    std::size_t m_next = 0;      // of m_known: what the next property of an outermost object may be
+    CIMName m_className;         // of the instance before
+    CIMInstance m_bare{CIMNULL}; // the last one that had nothing
 };
 
 // A count is believed only as far as elements follow. The first ones get their memory at once.
