@@ -13,6 +13,7 @@
 #include "OW_SocketException.hpp"
 #include "OW_URL.hpp"
 
+#include "Failure.hpp"
 #include "Memory.hpp"
 #include "support/Child.hpp"
 #include "support/ScriptedPeer.hpp"
@@ -43,21 +44,11 @@ inline std::size_t read(CIMClient& client) {
 }
 
 inline std::string messageOfReading(CIMClient& client) {
-    try {
-        read(client);
-    } catch (const Exception& e) {
-        return std::string(e.type()) + ": " + e.getMessage();
-    }
-    return "no exception";
+    return failureOf([&client] { read(client); });
 }
 
 inline std::string messageOfConstruction(const std::string& url) {
-    try {
-        CIMClient client(url.c_str(), "root/cimv2");
-    } catch (const Exception& e) {
-        return std::string(e.type()) + ": " + e.getMessage();
-    }
-    return "no exception";
+    return failureOf([&url] { CIMClient(url.c_str(), "root/cimv2"); });
 }
 
 inline std::string messageOfReply(const std::string& reply) {
@@ -68,12 +59,7 @@ inline std::string messageOfReply(const std::string& reply) {
 
 // A request larger than what a socket takes at once.
 inline std::string messageOfLongRequest(CIMClient& client) {
-    try {
-        client.enumInstancesE(String(std::string(8000000, 'x').c_str()));
-    } catch (const Exception& e) {
-        return std::string(e.type()) + ": " + e.getMessage();
-    }
-    return "no exception";
+    return failureOf([&client] { client.enumInstancesE(String(std::string(8000000, 'x').c_str())); });
 }
 
 // A listener that serves nobody, on a Unix-domain socket or a loopback port.

@@ -1,11 +1,11 @@
 #ifndef TESTS_OPENWBEM_XML_HPP
 #define TESTS_OPENWBEM_XML_HPP
 // What the tests of CIM-XML share.
+#include "Failure.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMObjectPath.hpp"
 #include "OW_CIMProperty.hpp"
 #include "OW_CIMValue.hpp"
-#include "OW_Exception.hpp"
 #include "PieceSource.hpp"
 #include "io/Window.hpp"
 #include "xml/ObjectReader.hpp"
@@ -15,17 +15,6 @@
 #include <string>
 
 namespace xml_test {
-
-/** Type and message of the library's exception that an action ends in. */
-template <class Action>
-std::string failureOf(Action action) {
-    try {
-        action();
-    } catch (const OpenWBEM::Exception& e) {
-        return std::string(e.type()) + ": " + e.getMessage();
-    }
-    return "no exception";
-}
 
 inline std::string repeated(const std::string& text, std::size_t times) {
     std::string all;

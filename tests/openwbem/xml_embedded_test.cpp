@@ -14,7 +14,6 @@
 namespace {
 
 using namespace OpenWBEM;
-using xml_test::failureOf;
 using xml_test::instance;
 using xml_test::property;
 using xml_test::repeated;

@@ -17,7 +17,6 @@ namespace {
 
 using namespace OpenWBEM;
 using xml_test::decode;
-using xml_test::failureOf;
 using xml_test::instance;
 using xml_test::path;
 using xml_test::property;

@@ -17,7 +17,6 @@ namespace {
 
 using namespace OpenWBEM;
 using record::Conversation;
-using xml_test::failureOf;
 
 // The recorded replies that hold a document, with what the recorded client understood.
 std::vector<Conversation> recordedReplies() {

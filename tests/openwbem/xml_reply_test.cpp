@@ -17,7 +17,6 @@
 namespace {
 
 using namespace OpenWBEM;
-using xml_test::failureOf;
 using xml_test::repeated;
 
 // All that a reply returns, in the words of the record.

@@ -22,7 +22,6 @@ namespace {
 
 using namespace OpenWBEM;
 using record::Conversation;
-using xml_test::failureOf;
 
 // The document of one request of a conversation.
 std::string recordedRequest(const char* folder, std::size_t number = 0) {

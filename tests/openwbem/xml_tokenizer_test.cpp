@@ -14,7 +14,6 @@ namespace {
 using namespace OpenWBEM;
 using xml::Tag;
 using xml::Tokenizer;
-using xml_test::failureOf;
 using xml_test::repeated;
 
 // The tags of a document, and the texts of elements named T.

@@ -12,7 +12,6 @@
 namespace {
 
 using namespace OpenWBEM;
-using xml_test::failureOf;
 using xml_test::property;
 using xml_test::text;
 

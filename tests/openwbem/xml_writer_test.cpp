@@ -16,7 +16,6 @@
 namespace {
 
 using namespace OpenWBEM;
-using xml_test::failureOf;
 
 template <class Object>
 std::string written(const Object& object) {
