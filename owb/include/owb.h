@@ -6,7 +6,8 @@
  *   attribute of the group), a row (one object) and an array position (one element of a multi-valued
  *   attribute). A CIM object manager (CIMOM) addresses the same data by class, property and instance. The
  *   library maps one to the other: OWB_getGroup() enumerates the class of a group and appends one item
- *   for each value to the agent's queue.
+ *   for each value to the agent's queue, OWB_setGroup() sends the items of a queue back, and
+ *   OWB_getInstance() reads one object that the agent names. Two functions turn CIM times into counts.
  *
  * OBJECTS
  *   _qHead   the agent's item queue: a circular, doubly linked list whose head is its own sentinel.
@@ -27,6 +28,11 @@
  *           for (item = queue.first; item != (_qItem*)&queue; item = item->next)
  *               printf("%s = %s\n", OWB_propertyName(item->group, item->nom), item->val);
  *
+ *   and writes attribute 3 of row 0 of group 2, with a queue that was set up in the same way:
+ *
+ *       if (OWB_itemAdd(&queue, 2, 3, 0, 0, "ops@example.net"))
+ *           OWB_setGroup(2, &queue);
+ *
  * OWNERSHIP
  *   The agent owns the head and every item. The library appends items, each allocated with malloc() together
  *   with its own malloc()ed value text; the agent unlinks an item and frees first `val`, then the item. Texts
@@ -43,8 +49,8 @@
  *   OWB_EXCEPTION. Why a request failed is told by the trace. The trace is off unless a file named
  *   "vdxDebug" in the current directory, or else "/tmp/vdxDebug", exists when the library traces for the
  *   first time; its first line names the log file.
- *   Exceptions of the client library never reach the agent from OWB_getGroup(); the two functions for C++
- *   agents at the end say what they let out. Exceptions of other types (std::bad_alloc, say) pass
+ *   Exceptions of the client library never reach the agent from a function declared for C; the two functions
+ *   for C++ agents at the end say what they let out. Exceptions of other types (std::bad_alloc, say) pass
  *   through.
  *   The library writes to standard output in one case only: a duplicate item, see OWB_itemAdd().
  *
@@ -74,6 +80,14 @@ extern "C" {
 
 /* Highest group number that a request accepts. */
 #define OWB_MAX_GROUP 30
+
+/* Unit of a length of time, see OWB_calcTimeInterval(). */
+typedef enum OWB_TIME_UNIT {
+    OWB_TIME_SECONDS = 1,      /* whole seconds; what is left of a second is dropped */
+    OWB_TIME_HUNDREDTHS = 2,   /* hundredths of a second, rounded, halves away from zero */
+    OWB_TIME_MILLISECONDS = 3, /* rounded likewise */
+    OWB_TIME_MICROSECONDS = 4
+} OWB_TIME_UNIT;
 
 typedef struct _qItem _qItem;
 typedef struct _qHead _qHead;
@@ -223,6 +237,85 @@ void OWB_Debug(char* file, char* function, unsigned long line, char* format, ...
  * to send and to receive).
  */
 long OWB_getGroup(long group, _qHead* q);
+
+/*
+ * Reads one instance and appends its values to the queue.
+ *
+ *   group       0 to OWB_MAX_GROUP: the group that the items belong to. It selects the properties that become
+ *               items; the class is the one that the path names, whatever the class of the group.
+ *   objectPath  names the instance by its class and keys: [namespace:]Class.Key="value",Key2="value2". A
+ *               quote or backslash within a value stands behind a backslash. A namespace is needed when a
+ *               value holds a colon, and is otherwise of no effect: the instance is looked for in
+ *               "root/cimv2".
+ *   row         stored in every item; not negative
+ *   q           the queue; items in it stay
+ *
+ * Returns
+ *   OWB_DONE           the instance was read; it may have no property that the group knows
+ *   OWB_NO_INSTANCE    the CIMOM answered without an instance. One that it does not have is an
+ *                      OWB_EXCEPTION.
+ *   OWB_BAD_ARGUMENT   group out of range, row negative, objectPath or q null
+ *   OWB_NO_CONNECTION  there is no client
+ *   OWB_EXCEPTION      the path cannot be parsed, connecting or the CIMOM failed, or a property could not be
+ *                      converted; the items of the others have then been appended
+ *
+ * Blocks as OWB_getGroup() does.
+ */
+long OWB_getInstance(long group, char* objectPath, long row, _qHead* q);
+
+/*
+ * Writes items into the CIMOM: enumerates the instances of a group's class, numbers them as OWB_getGroup()
+ * does, and sends for each instance whose row has items in the queue one request to modify it. The request
+ * names the instance by the keys that ExtCimKeyArray lists for the group, and carries the text of each item
+ * as a string, whatever the type of the property.
+ *
+ *   group  0 to OWB_MAX_GROUP; items of other groups are left out
+ *   q      the queue. Items and their order stay; each item's `selected` is overwritten, and the cursor ends
+ *          on the head. Of two items for one property the later one counts; the array position has no part
+ *          in a write. A nominator that the group does not have is traced and left out.
+ *
+ * Returns
+ *   OWB_DONE           every instance was visited, or the queue is empty. This does not say that the CIMOM
+ *                      accepted the values: a request that fails is traced and passed over. Read the group
+ *                      again to know.
+ *   OWB_NO_INSTANCE    the class has no instances
+ *   OWB_BAD_ARGUMENT   group out of range or q null
+ *   OWB_NO_CONNECTION  there is no client
+ *   OWB_EXCEPTION      connecting or enumerating failed
+ *
+ * Only groups 0 and 2 have keys that name an instance. For groups 1 and 3 to 7 the request carries a property
+ * of no name and no value in their place, for the groups above none. CIMOMs that need keys refuse such a
+ * request. Some CIMOMs take a request for the whole instance and clear what it does not carry.
+ *
+ * A request that was sent is never repeated, so after a broken connection it is not known whether it was
+ * carried out. Blocks as OWB_getGroup() does, for each request.
+ */
+long OWB_setGroup(long group, _qHead* q);
+
+/*
+ * Seconds from 1970-01-01 00:00:00 UTC to a CIM date.
+ *
+ *   text   yyyymmddhhmmss.mmmmmmsutc (DSP0004): local time, microseconds, the sign and minutes of its offset
+ *          from UTC. An asterisk counts as 0. English dates like "Thu Jan 1 00:00:00 UTC 1970" are taken as
+ *          well. Microseconds are dropped.
+ *
+ * Returns 0, with a trace, for null, for a text that is no date, and for a moment before 1970 or from
+ * 2038-01-19 03:14:08 UTC on.
+ */
+long OWB_calcTimeEpoch(char* text);
+
+/*
+ * Length of a CIM interval.
+ *
+ *   text   ddddddddhhmmss.mmmmmm:000 (DSP0004): days, hours, minutes, seconds, microseconds. Fields are not
+ *          checked, and what is no digit ends a field. A CIM date is taken too, its day of the month as days.
+ *   unit   of the result
+ *
+ * The result is cut to 32 bits, so it wraps: microseconds beyond 2147.483647 seconds, milliseconds beyond
+ * 24.8 days, hundredths beyond 248 days. Returns 0, with a trace, for null, another unit, and a text that is
+ * neither interval nor date; 0 without one for the empty text.
+ */
+long OWB_calcTimeInterval(char* text, OWB_TIME_UNIT unit);
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -259,8 +259,7 @@ extern "C" long OWB_getGroup(long group, _qHead* q) {
         }
         readInstances(*client, group, className, q);
     } catch (const Exception& e) {
-        OWB_TRACE("OWB_getGroup", 287, "ERROR %s %s:%i  %s\n", e.type(), e.getFile(), e.getLine(),
-                  e.getMessage());
+        OWB_TRACE_EXCEPTION("OWB_getGroup", 287, "ERROR", e);
         return OWB_EXCEPTION;
     }
     return OWB_DONE;

@@ -10,6 +10,7 @@
 
 #include "owb.h"
 
+#include "OWB_queue.hpp"
 #include "OWB_trace.hpp"
 
 #include <cstdio>
@@ -34,11 +35,6 @@ struct Address {
 inline bool isAt(const _qItem* item, const Address& address) {
     return item->row == address.row && item->nom == address.nom && item->group == address.group &&
            item->array == address.array;
-}
-
-/* The head, in its part as the sentinel of the list. */
-inline _qItem* sentinelOf(_qHead* q) {
-    return reinterpret_cast<_qItem*>(q);
 }
 
 /*
@@ -238,8 +234,7 @@ int OWB_getInstanceData(long group, CIMInstance& instance, long row, _qHead* q) 
         try {
             addProperty(*it, group, row, q);
         } catch (const Exception& e) {
-            OWB_TRACE("OWB_getInstanceData", 337, "ERROR %s %s:%i  %s\n", e.type(), e.getFile(), e.getLine(),
-                      e.getMessage());
+            OWB_TRACE_EXCEPTION("OWB_getInstanceData", 337, "ERROR", e);
             result = OWB_EXCEPTION;
         }
     }

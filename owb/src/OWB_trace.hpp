@@ -15,4 +15,12 @@ extern "C" void owbTrace(const char* file, const char* function, unsigned long l
  */
 #define OWB_TRACE(...) (owbTracing() ? owbTrace(traceFile, __VA_ARGS__) : static_cast<void>(0))
 
+/*
+ * Traces an OpenWBEM::Exception: its type, where it was thrown, and its message. What starts the line is a
+ * literal: "ERROR", or "\n>>ERROR" where agents are used to that.
+ */
+#define OWB_TRACE_EXCEPTION(function, line, start, e)                                                        \
+    OWB_TRACE(function, line, start " %s %s:%i  %s\n", (e).type(), (e).getFile(), (e).getLine(),             \
+              (e).getMessage())
+
 #endif

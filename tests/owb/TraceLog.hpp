@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -30,14 +31,20 @@ public:
         return std::filesystem::exists(log) ? support::readFile(log) : std::string();
     }
 
-    /** The lines traced so far without their time: `file:function:line: message`. */
+    /**
+     * The lines traced so far without their time: `file:function:line: message`. A message of several lines
+     * is one, its line feeds within.
+     */
     Lines lines() const {
         Lines result;
         std::istringstream in(raw());
         for (std::string line; std::getline(in, line);) {
-            const std::size_t timeLength = std::string("13:04:09:007: ").size();
-            EXPECT_GE(line.size(), timeLength) << line;
-            result.push_back(line.size() < timeLength ? line : line.substr(timeLength));
+            if (hasTime(line))
+                result.push_back(line.substr(timeLength));
+            else if (!result.empty())
+                result.back() += "\n" + line;
+            else
+                ADD_FAILURE() << "no time: " << line;
         }
         return result;
     }
@@ -54,7 +61,25 @@ public:
     }
 
 private:
+    static const std::size_t timeLength = sizeof "13:04:09:007: " - 1;
+
+    static bool hasTime(const std::string& line) {
+        static const std::regex time("\\d\\d:\\d\\d:\\d\\d:\\d\\d\\d: .*");
+        return std::regex_match(line.substr(0, timeLength), time);
+    }
+
     support::TempDir m_folder;
 };
+
+/**
+ * Traced lines of exceptions with "PLACE" where they tell the place in the client library, which is its own
+ * affair: "ERROR CIMException PLACE  general error".
+ */
+inline Lines withoutPlaces(Lines lines) {
+    static const std::regex place("(ERROR \\w+) \\S+\\.[ch]pp:\\d+  ");
+    for (std::string& line : lines)
+        line = std::regex_replace(line, place, "$1 PLACE  ");
+    return lines;
+}
 
 #endif

@@ -1,4 +1,5 @@
-/* An agent in C89: the header compiles, the queue is walked, items are freed. Exits with 0 when all is well. */
+/* An agent in C89: the header compiles, the queue is walked, items are freed. Exits with 0 when all is well.
+ */
 #include "owb.h"
 
 #include <stdio.h>
@@ -27,6 +28,9 @@ static void freeItems(_qHead* q) {
 int main(void) {
     _qHead queue;
     const ExtItem* row = ExtItemList;
+    char path[] = "QAV_System.Name=\"host\"";
+    char date[] = "19700101000001.000000+000";
+    char interval[] = "00000000000100.500000:000";
 
     queue.first = queue.last = queue.cursor = (_qItem*)&queue;
     queue.size = 0;
@@ -35,6 +39,10 @@ int main(void) {
     check(OWB_itemExists(&queue, 0, 1, 2, 3) == 1 && queue.cursor == queue.first, "the item is found");
     check(queue.first->lval == -5 && queue.first->uval == (unsigned long)-5L, "its numbers are read");
     check(OWB_getGroup(OWB_MAX_GROUP + 1, &queue) == OWB_BAD_ARGUMENT, "a bad group is refused");
+    check(OWB_setGroup(OWB_MAX_GROUP + 1, &queue) == OWB_BAD_ARGUMENT, "a bad group is not written");
+    check(OWB_getInstance(2, path, -1, &queue) == OWB_BAD_ARGUMENT, "a bad row is refused");
+    check(OWB_calcTimeEpoch(date) == 1, "a date is converted");
+    check(OWB_calcTimeInterval(interval, OWB_TIME_HUNDREDTHS) == 6050, "an interval is converted");
     check(strcmp(OWB_propertyName(0, 1), "Model") == 0, "a property has a name");
     check(strcmp(ExtGroupCimClass[4], "QAV_OperatingSystem") == 0, "a group has a class");
     check(strcmp(ExtCimKeyArray[0][0].name, "Tag") == 0, "a group has keys");

@@ -7,6 +7,7 @@
 
 #include "owb.h"
 
+#include "GroupWrite.hpp"
 #include "Instances.hpp"
 #include "TestQueue.hpp"
 #include "TraceLog.hpp"
@@ -23,18 +24,32 @@ namespace {
 bool hasNoClient = false;
 unsigned nameLookups = 0;
 
-} // namespace
-
-// A value whose text is "poison" or "foreign" throws when it is read.
-OpenWBEM::String OpenWBEM::CIMValue::toString() const {
-    const auto real =
-        reinterpret_cast<String (*)(const CIMValue*)>(dlsym(RTLD_NEXT, "_ZNK8OpenWBEM8CIMValue8toStringEv"));
-    const String text = real(this);
+// A value whose text is "poison" or "foreign" throws when it is read, and when it is set as a property.
+void throwFor(const OpenWBEM::String& text) {
+    using OpenWBEM::CIMException;
     if (text == "poison")
         throw CIMException("poisoned.cpp", 99, CIMException::FAILED, "poison");
     if (text == "foreign")
         throw std::runtime_error("foreign");
+}
+
+} // namespace
+
+OpenWBEM::String OpenWBEM::CIMValue::toString() const {
+    const auto real =
+        reinterpret_cast<String (*)(const CIMValue*)>(dlsym(RTLD_NEXT, "_ZNK8OpenWBEM8CIMValue8toStringEv"));
+    const String text = real(this);
+    throwFor(text);
     return text;
+}
+
+OpenWBEM::CIMInstance& OpenWBEM::CIMInstance::setProperty(const CIMName& name, const CIMValue& value) {
+    using Function = CIMInstance& (*)(CIMInstance*, const CIMName&, const CIMValue&);
+    const auto real = reinterpret_cast<Function>(
+        dlsym(RTLD_NEXT, "_ZN8OpenWBEM11CIMInstance11setPropertyERKNS_7CIMNameERKNS_8CIMValueE"));
+    if (value)
+        throwFor(value.toString());
+    return real(this, name, value);
 }
 
 __attribute__((visibility("default"))) OpenWBEM::CIMClient* OWB_connect(unsigned char kill) {
@@ -99,6 +114,84 @@ TEST(Fault, TheResultOfAnInstanceStaysAnErrorWhenLaterPropertiesSucceed) {
     });
 }
 
+char chassisPath[] = "QAV_K70Chassis.Tag=\"t\"";
+
+Step oneChassis(const std::string& model) {
+    return Step::answer(wire::plainReply(
+        std::string(1, '\0') + wire::instance("QAV_K70Chassis", {wire::stringProperty("ElementName", "e"),
+                                                                 wire::stringProperty("Model", model),
+                                                                 wire::stringProperty("Version", "v")})));
+}
+
+TEST(Fault, TheReadOfAnInstanceThatFailsToConvertIsAnExceptionAndHasItsOtherItems) {
+    const Agent agent({oneChassis("poison")});
+    agent.run([](TestQueue& q) {
+        EXPECT_EQ(OWB_EXCEPTION, OWB_getInstance(0, chassisPath, 4, q.head()));
+        EXPECT_EQ((Items{"0/6/4/0=e", "0/7/4/0=v"}), q.items());
+    });
+    EXPECT_EQ(
+        "../../owb/src/OWB_getInstance.cpp:OWB_getInstance:95: ERROR: OWB_getInstanceData returned error: 5",
+        agent.trace().lines().back());
+    EXPECT_EQ(1U, agent.tracedBy("OWB_getInstance").size());
+}
+
+TEST(Fault, AForeignExceptionOfTheReadOfAnInstancePassesThrough) {
+    const Agent agent({oneChassis("foreign"), oneChassis("m")});
+    agent.run([](TestQueue& q) {
+        EXPECT_THROW(OWB_getInstance(0, chassisPath, 0, q.head()), std::runtime_error);
+        EXPECT_EQ(Items{"0/6/0/0=e"}, q.items());
+        EXPECT_EQ(OWB_DONE, OWB_getInstance(0, chassisPath, 1, q.head()));
+    });
+    EXPECT_EQ(Lines{}, agent.tracedBy("OWB_getInstance"));
+    EXPECT_EQ(1U, agent.peer().connections());
+}
+
+TEST(Fault, AnItemThatCannotBeSetLeavesItsInstanceUnwrittenAndTheNextIsWritten) {
+    const GroupWrite write({chassis("t0"), chassis("t1")});
+    write.run([](TestQueue& q) {
+        add(q, 0, 7, 0, "v");
+        add(q, 0, 1, 0, "poison");
+        add(q, 0, 2, 0, "never reached");
+        add(q, 0, 1, 1, "b");
+        EXPECT_EQ(OWB_DONE, OWB_setGroup(0, q.head()));
+    });
+    EXPECT_EQ(chassisRequests({modelWrite("t1", "b")}), write.requests());
+    EXPECT_EQ((Lines{"121: Found instance: 0", "162: Key name 'Tag'", "162: Key name 'CreationClassName'",
+                     "175: Need to set item nominator 7 'v'", "183: found CIM property name Version'",
+                     "175: Need to set item nominator 1 'poison'", "183: found CIM property name Model'",
+                     "207: Exception setting properties",
+                     "208: \n>>ERROR CIMException PLACE  general error (poison)", "121: Found instance: 1",
+                     "162: Key name 'Tag'", "162: Key name 'CreationClassName'",
+                     "175: Need to set item nominator 1 'b'", "183: found CIM property name Model'"}),
+              write.traced());
+}
+
+TEST(Fault, AKeyThatCannotBeSetLeavesItsInstanceUnwritten) {
+    const GroupWrite write({chassis("poison"), chassis("t1")});
+    write.run([](TestQueue& q) {
+        add(q, 0, 1, 0, "a");
+        add(q, 0, 1, 1, "b");
+        EXPECT_EQ(OWB_DONE, OWB_setGroup(0, q.head()));
+    });
+    EXPECT_EQ(chassisRequests({modelWrite("t1", "b")}), write.requests());
+    Lines traced = write.traced();
+    traced.resize(4);
+    EXPECT_EQ((Lines{"121: Found instance: 0", "162: Key name 'Tag'", "207: Exception setting properties",
+                     "208: \n>>ERROR CIMException PLACE  general error (poison)"}),
+              traced);
+}
+
+TEST(Fault, AForeignExceptionOfAWritePassesThrough) {
+    const GroupWrite write({chassis("t0"), chassis("t1")});
+    write.run([](TestQueue& q) {
+        add(q, 0, 1, 0, "foreign");
+        EXPECT_THROW(OWB_setGroup(0, q.head()), std::runtime_error);
+        EXPECT_EQ(Items{"0/1/0/0=foreign"}, q.items());
+    });
+    EXPECT_EQ(chassisRequests({}), write.requests());
+    EXPECT_EQ("183: found CIM property name Model'", write.traced().back());
+}
+
 TEST(Fault, AForeignExceptionPassesThroughAndLeavesTheItemsBefore) {
     TraceLog trace;
     ScriptedPeer peer({Step::answer(reply({"a", "foreign"})), Step::answer(reply({"b"}))});
@@ -126,6 +219,19 @@ TEST(Fault, WithoutAClientTheReadEndsWithItsOwnStatus) {
         (Lines{"../../owb/src/OWB_getGroup.cpp:OWB_getGroup:250: className: 'QAV_K70Chassis' q_p->size: 0",
                "../../owb/src/OWB_getGroup.cpp:OWB_getGroup:263: no client connection"}),
         trace.lines());
+}
+
+TEST(Fault, WithoutAClientAWriteAndTheReadOfAnInstanceEndWithThatStatus) {
+    TraceLog trace;
+    trace.run([] {
+        TestQueue q;
+        hasNoClient = true;
+        EXPECT_EQ(OWB_NO_CONNECTION, OWB_setGroup(30, q.head()));
+        EXPECT_EQ(OWB_NO_CONNECTION, OWB_getInstance(30, chassisPath, 0, q.head()));
+    });
+    EXPECT_EQ((Lines{"../../owb/src/OWB_setGroup.cpp:OWB_setGroup:103: no client connection",
+                     "../../owb/src/OWB_getInstance.cpp:OWB_getInstance:76: no client connection"}),
+              trace.lines());
 }
 
 TEST(Fault, NothingIsLookedUpForATraceThatIsOff) {

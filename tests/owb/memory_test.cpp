@@ -4,9 +4,13 @@
 #include "TestQueue.hpp"
 #include "TraceLog.hpp"
 #include "support/Child.hpp"
+#include "support/ScriptedPeer.hpp"
 #include "support/TempDir.hpp"
+#include "support/Wire.hpp"
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <new>
 #include <string>
 
 namespace {
@@ -103,6 +107,66 @@ TEST(OutOfMemory, ATextWithoutMemoryIsCleanedInPlaceAllTheSame) {
     const char* const result = owbStringClean(text, nullptr);
     allocationsUntilFailure = -1;
     EXPECT_STREQ("'x'", result);
+}
+
+using Request = std::function<long(TestQueue&)>;
+
+// Allocations that are outstanding after a request that succeeds.
+int outstandingAfter(const Request& request) {
+    {
+        TestQueue q;
+        EXPECT_EQ(OWB_DONE, request(q));
+    }
+    return outstandingAllocations;
+}
+
+// Whether a request runs out of memory that is there for a number of allocations only.
+bool runsOut(const Request& request, int allocations) {
+    TestQueue q;
+    allocationsUntilFailure = allocations;
+    try {
+        request(q);
+    } catch (const std::bad_alloc&) {
+    }
+    const bool result = allocationsUntilFailure == 0;
+    allocationsUntilFailure = -1;
+    return result;
+}
+
+// Lets a request run out of memory at each of its allocations in turn.
+void expectToLoseNothing(const support::Step& answer, const Request& request) {
+    const support::TempDir folder;
+    const support::ScriptedPeer peer({answer});
+    support::inChild(folder.path(), [&] {
+        OWB_URLSet(peer.url().c_str());
+        const int before = outstandingAfter(request);
+        int count = 0;
+        while (runsOut(request, count++))
+            EXPECT_EQ(before, outstandingAfter(request)) << count;
+        EXPECT_LT(10, count);
+    });
+}
+
+std::string system() {
+    return support::wire::instance("QAV_System", {support::wire::stringProperty("Description", "d")});
+}
+
+TEST(OutOfMemory, AWriteThatRunsOutOfItLosesNothing) {
+    // An enumeration answers a modification too: what stands behind its first byte is not looked at.
+    expectToLoseNothing(
+        support::Step::answer(support::wire::chunkedReply(support::wire::enumeration({system()}))),
+        [](TestQueue& q) {
+            OWB_itemAdd(q.head(), 2, 0, 0, 0, "x");
+            return OWB_setGroup(2, q.head());
+        });
+}
+
+TEST(OutOfMemory, AReadOfAnInstanceThatRunsOutOfItLosesNothing) {
+    expectToLoseNothing(support::Step::answer(support::wire::plainReply(std::string(1, '\0') + system())),
+                        [](TestQueue& q) {
+                            char path[] = "QAV_System.Name=\"host\"";
+                            return OWB_getInstance(2, path, 0, q.head());
+                        });
 }
 
 } // namespace

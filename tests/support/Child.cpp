@@ -32,6 +32,9 @@ bool hasLeaked() {
     } catch (const std::exception& e) {
         std::fprintf(stderr, "child: exception: %s\n", e.what());
         code = 3;
+    } catch (...) {
+        std::fprintf(stderr, "child: exception of an unknown type\n");
+        code = 3;
     }
     std::fflush(nullptr);
     if (code == 0 && (::testing::Test::HasFailure() || hasLeaked()))

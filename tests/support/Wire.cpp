@@ -21,6 +21,16 @@ std::string propertyHead(const std::string& name, Type type, bool isArray) {
            "\x84\xff\xff\xff\xff" + std::string(2, '\0');
 }
 
+const char yes[] = "h\x01";
+
+std::string no() {
+    return std::string("h\0", 2);
+}
+
+std::string requestHead(char operation) {
+    return std::string("\0\x2d\xc6\xc8", 4) + operation + "j" + text("root/cimv2");
+}
+
 std::string head(const std::string& status, const std::vector<std::string>& headers) {
     std::string result = "HTTP/1.1 " + status + crlf;
     for (const std::string& header : headers)
@@ -68,6 +78,26 @@ std::string instance(const std::string& className, const std::vector<std::string
     for (const std::string& each : properties)
         result += each;
     return result + number(0) + text("");
+}
+
+std::string objectPath(const std::string& nameSpace, const std::string& url, const std::string& className,
+                       const std::vector<std::string>& keys) {
+    std::string result = "ON" + text(nameSpace) + "U" + text(url) + text(className) + number(keys.size());
+    for (const std::string& each : keys)
+        result += each;
+    return result;
+}
+
+std::string enumerateRequest(const std::string& className) {
+    return requestHead('\x19') + "j" + text(className) + yes + no() + no() + no() + yes;
+}
+
+std::string getRequest(const std::string& path) {
+    return requestHead('\x1d') + path + no() + no() + no() + yes;
+}
+
+std::string modifyRequest(const std::string& instance) {
+    return requestHead('\x23') + instance + yes + yes;
 }
 
 std::string enumeration(const std::vector<std::string>& instances) {

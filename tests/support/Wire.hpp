@@ -4,8 +4,8 @@
 #include <vector>
 
 /**
- * Writes what an object manager sends, byte by byte and without the library's own encoder, so that the one is
- * checked against the other.
+ * Writes what an object manager sends, and what it is to receive, byte by byte and without the library's own
+ * encoder, so that the one is checked against the other.
  */
 namespace support::wire {
 
@@ -18,6 +18,7 @@ std::string bigEndian(unsigned long long value, unsigned bytes);
 
 // Numbers of the CIM types.
 enum Type {
+    NO_TYPE = 0,
     UINT8 = 1,
     SINT8 = 2,
     UINT16 = 3,
@@ -48,6 +49,19 @@ inline std::string stringProperty(const std::string& name, const std::string& va
 }
 
 std::string instance(const std::string& className, const std::vector<std::string>& properties);
+
+/** A path to an instance. The keys are properties. */
+std::string objectPath(const std::string& nameSpace, const std::string& url, const std::string& className,
+                       const std::vector<std::string>& keys);
+
+// Bodies of requests in the namespace root/cimv2 that ask for all properties. Their counts and lengths are
+// right below 128 only; a client writes larger ones in fewer bytes.
+/** An enumeration of a class and its subclasses, without qualifiers and class origin. */
+std::string enumerateRequest(const std::string& className);
+/** A read of one instance, without qualifiers and class origin. */
+std::string getRequest(const std::string& path);
+/** A modification that says that it brings qualifiers. */
+std::string modifyRequest(const std::string& instance);
 
 /** The body of a good answer to an enumeration. */
 std::string enumeration(const std::vector<std::string>& instances);
