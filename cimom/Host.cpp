@@ -1,33 +1,17 @@
 #include "Host.hpp"
 
+#include "Descriptor.hpp"
+
 #include <cerrno>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 
 namespace cimom {
 namespace {
-
-/** Closes a descriptor at the end of its scope. */
-class Descriptor {
-public:
-    explicit Descriptor(int number)
-        : m_number(number) {}
-    ~Descriptor() {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int number() const { return m_number; }
-
-private:
-    int m_number;
-};
 
 struct CloseDirectory {
     void operator()(DIR* directory) const { ::closedir(directory); }
@@ -57,16 +41,9 @@ std::optional<std::string> Host::readFile(const std::string& path) const {
     if (file.number() < 0)
         return absent(path);
     std::string content;
-    char buffer[16384];
-    for (;;) {
-        const ssize_t size = ::read(file.number(), buffer, sizeof buffer);
-        if (size == 0)
-            return content;
-        if (size > 0)
-            content.append(buffer, static_cast<std::size_t>(size));
-        else if (errno != EINTR)
-            return absent(path);
-    }
+    if (!readAll(file, content))
+        return absent(path);
+    return content;
 }
 
 std::optional<std::string> Host::readLine(const std::string& path) const {

@@ -7,20 +7,11 @@ namespace cimom {
 
 using namespace OpenWBEM;
 
-namespace {
-
-CIMDataType dataType(const PropertyDeclaration& declared) {
-    const Int32 anySize = -1;
-    return declared.isArray ? CIMDataType(declared.type, anySize) : CIMDataType(declared.type);
-}
-
-} // namespace
-
 InstanceBuilder::InstanceBuilder(const ClassDeclaration& declaration)
     : m_declaration(declaration) {
     m_properties.reserve(declaration.properties.size());
     for (const PropertyDeclaration& declared : declaration.properties)
-        m_properties.emplace_back(CIMName(declared.name), dataType(declared));
+        m_properties.emplace_back(CIMName(declared.name), declared.dataType());
 }
 
 InstanceBuilder& InstanceBuilder::set(const char* property, const CIMValue& value) {
@@ -46,7 +37,7 @@ InstanceBuilder& InstanceBuilder::set(const char* property, const std::optional<
 CIMInstance InstanceBuilder::build() const {
     CIMPropertyArray keys;
     for (std::size_t i = 0; i < m_properties.size(); ++i) {
-        if (m_declaration.properties[i].isKey && m_properties[i].getValue())
+        if (m_declaration.properties[i].role == Role::key && m_properties[i].getValue())
             keys.push_back(m_properties[i]);
     }
     CIMInstance instance(m_declaration.name);

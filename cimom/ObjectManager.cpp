@@ -1,5 +1,7 @@
 #include "ObjectManager.hpp"
 
+#include "Modification.hpp"
+#include "Naming.hpp"
 #include "OW_CIMException.hpp"
 
 #include <algorithm>
@@ -11,8 +13,6 @@ namespace cimom {
 using namespace OpenWBEM;
 
 namespace {
-
-const char* const onlyNameSpace = "root/cimv2";
 
 /** Those of the listed names that the class declares. A client may list far more names than it declares. */
 std::set<CIMName> declaredNames(const PropertyList& listed, const ClassDeclaration& declaration) {
@@ -37,22 +37,61 @@ void keepWanted(CIMInstance& instance, const std::set<CIMName>& wanted) {
     instance.setProperties(kept);
 }
 
+bool isOfTheSite(const PropertyDeclaration& declared) {
+    return declared.role == Role::site;
+}
+
+CIMProperty property(const PropertyDeclaration& declared, const std::optional<std::string>& value) {
+    if (!value)
+        return CIMProperty(declared.name, declared.dataType());
+    return CIMProperty(declared.name, CIMValue(String(value->data(), value->size())));
+}
+
 } // namespace
 
-ObjectManager::ObjectManager(std::vector<std::unique_ptr<Provider>> providers)
-    : m_providers(std::move(providers)) {}
+ObjectManager::ObjectManager(std::vector<std::unique_ptr<Provider>> providers, SiteValues siteValues)
+    : m_providers(std::move(providers))
+    , m_siteValues(std::move(siteValues)) {}
 
 std::vector<CIMInstance> ObjectManager::enumerateInstances(const std::string& nameSpace,
                                                            const CIMName& className,
                                                            const PropertyList* wanted) const {
     const Provider& provider = providerOf(nameSpace, className);
-    std::vector<CIMInstance> instances = provider.instances();
+    std::vector<CIMInstance> instances = instancesOf(provider);
     if (wanted) {
         const std::set<CIMName> names = declaredNames(*wanted, provider.declaration());
         for (CIMInstance& instance : instances)
             keepWanted(instance, names);
     }
     return instances;
+}
+
+std::vector<CIMObjectPath> ObjectManager::enumerateInstanceNames(const std::string& nameSpace,
+                                                                 const CIMName& className) const {
+    std::vector<CIMObjectPath> paths;
+    for (const CIMInstance& instance : providerOf(nameSpace, className).instances())
+        paths.push_back(pathOf(instance));
+    return paths;
+}
+
+CIMInstance ObjectManager::getInstance(const std::string& nameSpace, const CIMObjectPath& path,
+                                       const PropertyList* wanted) const {
+    const Provider& provider = providerOf(nameSpace, path.getClassName());
+    CIMInstance instance = instanceAt(pathNamedBy(path.getKeys(), provider.declaration()), provider);
+    if (wanted)
+        keepWanted(instance, declaredNames(*wanted, provider.declaration()));
+    return instance;
+}
+
+void ObjectManager::modifyInstance(const std::string& nameSpace, const CIMInstance& modified,
+                                   const PropertyList* listed, Access access) {
+    if (access != Access::write)
+        OW_THROWCIMMSG(CIMException::ACCESS_DENIED, "only root and the object manager's own user may write");
+    const Provider& provider = providerOf(nameSpace, modified.getClassName());
+    const CIMObjectPath path = pathNamedBy(modified.getProperties(), provider.declaration());
+    const CIMInstance present = instanceAt(path, provider);
+    m_siteValues.write(path.modelPath().c_str(),
+                       valuesToWrite(modified, listed, present, provider.declaration()));
 }
 
 const Provider& ObjectManager::providerOf(const std::string& nameSpace, const CIMName& className) const {
@@ -65,6 +104,33 @@ const Provider& ObjectManager::providerOf(const std::string& nameSpace, const CI
     }
     const String description = String("/") + onlyNameSpace + ":" + className.toString();
     OW_THROWCIMMSG(CIMException::INVALID_CLASS, description.c_str());
+}
+
+/** What the provider tells, and over it what the site has written. */
+std::vector<CIMInstance> ObjectManager::instancesOf(const Provider& provider) const {
+    std::vector<CIMInstance> instances = provider.instances();
+    const std::vector<PropertyDeclaration>& properties = provider.declaration().properties;
+    if (std::none_of(properties.begin(), properties.end(), isOfTheSite))
+        return instances;
+    for (CIMInstance& instance : instances) {
+        const SiteValues::Values* const written = m_siteValues.find(pathOf(instance).modelPath().c_str());
+        if (!written)
+            continue;
+        for (const PropertyDeclaration& declared : properties) {
+            const auto value = written->find(declared.name);
+            if (isOfTheSite(declared) && value != written->end())
+                instance.setProperty(property(declared, value->second));
+        }
+    }
+    return instances;
+}
+
+CIMInstance ObjectManager::instanceAt(const CIMObjectPath& path, const Provider& provider) const {
+    for (CIMInstance& instance : instancesOf(provider)) {
+        if (pathOf(instance) == path)
+            return instance;
+    }
+    OW_THROWCIMMSG(CIMException::NOT_FOUND, path.toString().c_str());
 }
 
 } // namespace cimom

@@ -7,12 +7,24 @@
 
 namespace cimom {
 
+/** What a property is to its instance, and with that who decides its value. */
+enum class Role {
+    /** Tells how the host is at present; read-only. */
+    state,
+    /** Names the instance among those of its class; read-only. */
+    key,
+    /** Is the site's to write, and null until then. Of type string. */
+    site
+};
+
 /** A property as its class declares it. */
 struct PropertyDeclaration {
     const char* name;
     OpenWBEM::CIMDataType::Type type;
+    Role role = Role::state;
     bool isArray = false;
-    bool isKey = false;
+
+    OpenWBEM::CIMDataType dataType() const;
 };
 
 /** A class: its name and its properties, in the order in which instances carry them. */

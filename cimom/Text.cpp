@@ -35,4 +35,12 @@ std::vector<std::string_view> words(std::string_view line) {
     return split(line, blanks);
 }
 
+std::string onOneLine(std::string text) {
+    const std::size_t longest = 1024;
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; };
+    text.resize(std::min(text.size(), longest));
+    std::replace_if(text.begin(), text.end(), isControl, ' ');
+    return text;
+}
+
 } // namespace cimom

@@ -2,6 +2,7 @@
 #define CIMOM_TEXT_HPP_INCLUDED
 #include <charconv>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -15,6 +16,12 @@ std::vector<std::string_view> lines(std::string_view text);
 
 /** The words of a line, which blanks and tabs separate. */
 std::vector<std::string_view> words(std::string_view line);
+
+/**
+ * A text for one line of a log or of HTTP. It may hold what a client sent, whose line ends must not become
+ * ours: control characters become blanks. Cut after 1024 bytes, since readers limit the length of a line.
+ */
+std::string onOneLine(std::string text);
 
 /** The number that a text is; nothing when the text is anything else, or T cannot hold the number. */
 template <class T>

@@ -1,10 +1,14 @@
 // owbcimomd: serves the data of this host to CIM clients on a Unix-domain socket.
 
 #include "Host.hpp"
+#include "Log.hpp"
 #include "ObjectManager.hpp"
+#include "Text.hpp"
 #include "http/Server.hpp"
 #include "protocol/BinaryHandler.hpp"
 #include "providers/Providers.hpp"
+#include "state/DefaultPath.hpp"
+#include "state/SiteValues.hpp"
 
 #include <CLI/CLI.hpp>
 #include <boost/asio/io_context.hpp>
@@ -12,14 +16,30 @@
 #include <csignal>
 #include <exception>
 #include <iostream>
+#include <memory>
+#include <optional>
+#include <stdexcept>
 #include <string>
+#include <sys/types.h>
 
 namespace {
 
 struct Options {
     std::string socket = "/tmp/OpenWBEM_UDS";
+    std::string socketMode = "0666";
+    std::string state = cimom::defaultStatePath();
     std::string root = "/";
 };
+
+/** A file mode in octal digits; nothing when the text is none. */
+std::optional<mode_t> fileMode(const std::string& text) {
+    const std::optional<mode_t> mode = cimom::number<mode_t>(text, 8);
+    return mode && *mode <= 0777 ? mode : std::nullopt;
+}
+
+std::string checkMode(const std::string& text) {
+    return fileMode(text) ? std::string() : "'" + text + "' is no file mode (octal, 0 to 0777)";
+}
 
 /** Serves until the io_context is stopped. An exception ends the session that it comes from and no other. */
 void run(boost::asio::io_context& io) {
@@ -27,14 +47,17 @@ void run(boost::asio::io_context& io) {
         try {
             io.run();
         } catch (const std::exception& e) {
-            std::cerr << "owbcimomd: connection closed: " << e.what() << std::endl;
+            cimom::log(std::string("connection closed: ") + e.what());
         }
     }
 }
 
 void serve(const Options& options) {
+    if (options.state.empty())
+        throw std::runtime_error("state file: there is no home folder; name a file by --state");
     const cimom::Host host(options.root);
-    const cimom::ObjectManager manager(cimom::makeProviders(host));
+    cimom::ObjectManager manager(cimom::makeProviders(host),
+                                 cimom::SiteValues(std::make_unique<cimom::StateFile>(options.state)));
     const cimom::BinaryHandler handler(manager);
 
     boost::asio::io_context io(1);
@@ -42,7 +65,7 @@ void serve(const Options& options) {
     boost::asio::signal_set stopSignals(io, SIGTERM, SIGINT);
     stopSignals.async_wait([&io](const boost::system::error_code&, int) { io.stop(); });
 
-    cimom::Server server(io, options.socket, handler);
+    cimom::Server server(io, options.socket, *fileMode(options.socketMode), handler);
     std::cerr << "owbcimomd: ready on " << options.socket << std::endl;
     run(io);
 }
@@ -55,8 +78,18 @@ int main(int argc, char** argv) {
 
     Options options;
     CLI::App app("Serves the live data of this host to CIM clients on a Unix-domain socket.", "owbcimomd");
-    app.add_option("--socket", options.socket, "Path of the socket")->capture_default_str();
+    app.add_option("--socket", options.socket, "Path of the socket")
+        ->type_name("PATH")
+        ->capture_default_str();
+    app.add_option("--socket-mode", options.socketMode, "File mode of the socket: who may connect and read")
+        ->type_name("MODE")
+        ->check(checkMode)
+        ->capture_default_str();
+    app.add_option("--state", options.state, "File that keeps the values that clients write")
+        ->type_name("FILE")
+        ->capture_default_str();
     app.add_option("--root", options.root, "Folder that holds the host's /proc, /sys, /etc and /run")
+        ->type_name("FOLDER")
         ->check(CLI::ExistingDirectory)
         ->capture_default_str();
     app.set_version_flag("--version", "owbcimomd " OWBCIMOMD_VERSION);

@@ -83,13 +83,12 @@ void removeStale(const std::string& path) {
         fail(path, std::strerror(errno));
 }
 
-/** Binds, opens the socket to all users whatever the umask says, and listens. */
-int listenAt(const std::string& path) {
-    const mode_t allUsers = 0666;
+/** Binds, sets the mode whatever the umask says, and listens: before that nobody can connect. */
+int listenAt(const std::string& path, mode_t mode) {
     const sockaddr_un address = addressOf(path);
     const int descriptor = makeSocket(path);
     const bool isBound = ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    if (isBound && ::chmod(path.c_str(), allUsers) == 0 && ::listen(descriptor, SOMAXCONN) == 0)
+    if (isBound && ::chmod(path.c_str(), mode) == 0 && ::listen(descriptor, SOMAXCONN) == 0)
         return descriptor;
     const int error = errno;
     if (isBound)
@@ -100,13 +99,13 @@ int listenAt(const std::string& path) {
 
 } // namespace
 
-ListeningSocket::ListeningSocket(const std::string& path)
+ListeningSocket::ListeningSocket(const std::string& path, mode_t mode)
     : m_path(checked(path))
     , m_lock(lockFor(m_path))
     , m_descriptor(-1)
     , m_file() {
     removeStale(m_path);
-    m_descriptor = listenAt(m_path);
+    m_descriptor = listenAt(m_path, mode);
     ::lstat(m_path.c_str(), &m_file);
 }
 

@@ -1,6 +1,6 @@
 #ifndef CIMOM_HTTP_LISTENING_SOCKET_HPP_INCLUDED
 #define CIMOM_HTTP_LISTENING_SOCKET_HPP_INCLUDED
-#include "http/LockFile.hpp"
+#include "LockFile.hpp"
 
 #include <string>
 #include <sys/stat.h>
@@ -8,8 +8,7 @@
 namespace cimom {
 
 /**
- * A Unix-domain stream socket that listens at a path, open to all users (mode 0666), non-blocking, closed on
- * exec.
+ * A Unix-domain stream socket that listens at a path, non-blocking, closed on exec.
  *
  * It takes the place of a socket that a process left behind, but never that of one on which another process
  * still listens, nor that of any other file. The lock file `<path>.lock` keeps two processes from doing so at
@@ -17,8 +16,12 @@ namespace cimom {
  */
 class ListeningSocket {
 public:
-    /** Throws std::runtime_error that says `<path>: <why>`. */
-    explicit ListeningSocket(const std::string& path);
+    /**
+     * Throws std::runtime_error that says `<path>: <why>`.
+     *
+     * @param mode of the file, whatever the umask; who may write to it may connect
+     */
+    ListeningSocket(const std::string& path, mode_t mode);
     ~ListeningSocket();
     ListeningSocket(const ListeningSocket&) = delete;
     ListeningSocket& operator=(const ListeningSocket&) = delete;

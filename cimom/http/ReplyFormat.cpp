@@ -1,5 +1,7 @@
 #include "http/ReplyFormat.hpp"
 
+#include "Text.hpp"
+
 #include <algorithm>
 #include <boost/asio/buffer.hpp>
 #include <boost/beast/core/buffers_to_string.hpp>
@@ -21,7 +23,6 @@ using ReplyHead = http::response<http::empty_body>;
 namespace {
 
 const std::size_t chunkSize = 4096;
-const std::size_t headTextLimit = 1024;
 const char* const contentType = "application/x-owbinary; charset=\"utf-8\"";
 
 /** The present moment in the form of RFC 9110, HTTP-date. */
@@ -50,24 +51,13 @@ std::string text(const ReplyHead& head) {
     return out.str();
 }
 
-/**
- * A text for the head or the trailers. It may hold names that a client sent: their line ends must not become
- * lines of the reply, and readers of HTTP limit the length of a line.
- */
-std::string headText(std::string value) {
-    value.resize(std::min(value.size(), headTextLimit));
-    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; };
-    std::replace_if(value.begin(), value.end(), isControl, ' ');
-    return value;
-}
-
 http::fields trailers(const OperationReply& reply, const std::string& prefix) {
     http::fields fields;
     if (!reply.error)
         return fields;
     fields.set(prefix + "CIMStatusCode", std::to_string(reply.error->code));
     if (!reply.error->description.empty())
-        fields.set(prefix + "CIMStatusDescription", headText(reply.error->description));
+        fields.set(prefix + "CIMStatusDescription", onOneLine(reply.error->description));
     return fields;
 }
 
@@ -107,7 +97,8 @@ std::string ReplyFormat::answer(const OperationReply& reply, const RequestHead& 
 }
 
 std::string ReplyFormat::refusal(const Refusal& refusal, bool isUnderstood) const {
-    ReplyHead head = replyHead(refusal.status, std::string(refusal.reason) + ": " + headText(refusal.detail));
+    ReplyHead head =
+        replyHead(refusal.status, std::string(refusal.reason) + ": " + onOneLine(refusal.detail));
     head.version(isUnderstood ? 11 : 10);
     head.set(field::connection, "close");
     head.set(field::content_length, "0");

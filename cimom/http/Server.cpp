@@ -1,7 +1,8 @@
 #include "http/Server.hpp"
 
+#include "Log.hpp"
+
 #include <algorithm>
-#include <iostream>
 #include <sys/resource.h>
 #include <utility>
 
@@ -24,9 +25,9 @@ long connectionLimit(std::size_t wanted) {
 
 } // namespace
 
-Server::Server(asio::io_context& io, const std::string& path, const BinaryHandler& handler,
+Server::Server(asio::io_context& io, const std::string& path, mode_t mode, const BinaryHandler& handler,
                const ServerLimits& limits)
-    : m_listening(path)
+    : m_listening(path, mode)
     , m_acceptor(io, asio::local::stream_protocol(), m_listening.duplicate())
     , m_pause(io)
     , m_context(std::make_shared<const SessionContext>(SessionContext{handler, m_format, limits.session}))
@@ -39,7 +40,7 @@ void Server::accept() {
         if (error == asio::error::operation_aborted)
             return;
         if (error) {
-            std::cerr << "owbcimomd: accepting a connection: " << error.message() << std::endl;
+            log("accepting a connection: " + error.message());
             retryAccept();
             return;
         }

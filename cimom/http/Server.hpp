@@ -26,10 +26,11 @@ public:
      * Listens from now on; connections are accepted while the io_context runs. One beyond the limit is told
      * so by status 503 and closed.
      *
-     * @param path of the socket, see ListeningSocket, whose exceptions pass
+     * @param path and
+     * @param mode of the socket, see ListeningSocket, whose exceptions pass
      * @param handler must outlive the server and the io_context
      */
-    Server(boost::asio::io_context& io, const std::string& path, const BinaryHandler& handler,
+    Server(boost::asio::io_context& io, const std::string& path, mode_t mode, const BinaryHandler& handler,
            const ServerLimits& limits = {});
 
 private:

@@ -12,6 +12,7 @@ namespace http = boost::beast::http;
 
 Session::Session(Socket socket, std::shared_ptr<const SessionContext> context)
     : m_socket(std::move(socket))
+    , m_access(accessOfPeer(m_socket.native_handle()))
     , m_context(std::move(context))
     , m_timer(m_socket.get_executor())
     , m_buffer(headLimit + bodyLimit) {}
@@ -68,7 +69,7 @@ void Session::answer() {
         return;
     }
     const RequestHead request = requestHead(*m_parser);
-    send(m_context->format.answer(m_context->handler.handle(body), request), request.keepsAlive);
+    send(m_context->format.answer(m_context->handler.handle(body, m_access), request), request.keepsAlive);
 }
 
 void Session::onReadError(const Error& error) {

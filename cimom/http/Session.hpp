@@ -1,5 +1,6 @@
 #ifndef CIMOM_HTTP_SESSION_HPP_INCLUDED
 #define CIMOM_HTTP_SESSION_HPP_INCLUDED
+#include "Access.hpp"
 #include "http/ReplyFormat.hpp"
 #include "http/RequestRules.hpp"
 #include "protocol/BinaryHandler.hpp"
@@ -40,6 +41,7 @@ class Session : public std::enable_shared_from_this<Session> {
 public:
     using Socket = boost::asio::local::stream_protocol::socket;
 
+    /** What the client may do depends on the user that it connected as, see accessOfPeer(). */
     Session(Socket socket, std::shared_ptr<const SessionContext> context);
     /** Reads and answers requests. */
     void start();
@@ -62,6 +64,7 @@ private:
     void close();
 
     Socket m_socket;
+    Access m_access;
     std::shared_ptr<const SessionContext> m_context;
     boost::asio::steady_timer m_timer;
     boost::beast::flat_buffer m_buffer;

@@ -1,6 +1,7 @@
 #include "protocol/BinaryHandler.hpp"
 
 #include "OW_CIMException.hpp"
+#include "binary/ObjectReader.hpp"
 #include "binary/ObjectWriter.hpp"
 #include "binary/Protocol.hpp"
 #include "binary/Reader.hpp"
@@ -37,34 +38,81 @@ std::optional<PropertyList> propertyListArgument(Reader& in) {
     return names;
 }
 
-std::string enumerateInstances(Reader& in, const ObjectManager& manager) {
-    const String nameSpace = stringArgument(in);
-    const CIMName className = stringArgument(in);
-    // Deep, local only, qualifiers, class origin: none changes anything for classes without subclasses and
-    // qualifiers.
-    for (int flag = 0; flag < 4; ++flag)
+/** Flags that change nothing for classes without subclasses and qualifiers: deep, local only and the like. */
+void ignoreFlags(Reader& in, int count) {
+    for (; count > 0; --count)
         booleanArgument(in);
-    const std::optional<PropertyList> wanted = propertyListArgument(in);
+}
 
+/** A reply that says that the operation was carried out, and whose result is to follow. */
+Writer done() {
     Writer out;
     out.u8(static_cast<UInt8>(binary::Result::ok));
-    out.u8(binary::sig::instanceEnumeration);
-    for (const CIMInstance& instance :
-         manager.enumerateInstances(nameSpace.c_str(), className, wanted ? &*wanted : nullptr))
-        binary::write(out, instance);
-    out.u8(binary::sig::endOfInstances);
-    out.u8(binary::sig::endOfInstances);
+    return out;
+}
+
+template <class Objects>
+std::string enumeration(const Objects& objects, UInt8 begin, UInt8 end) {
+    Writer out = done();
+    out.u8(begin);
+    for (const auto& object : objects)
+        binary::write(out, object);
+    out.u8(end);
+    out.u8(end);
     return out.release();
 }
 
+std::string enumerateInstances(Reader& in, const ObjectManager& manager) {
+    const String nameSpace = stringArgument(in);
+    const CIMName className = stringArgument(in);
+    ignoreFlags(in, 4);
+    const std::optional<PropertyList> wanted = propertyListArgument(in);
+    return enumeration(manager.enumerateInstances(nameSpace.c_str(), className, wanted ? &*wanted : nullptr),
+                       binary::sig::instanceEnumeration, binary::sig::endOfInstances);
+}
+
+std::string enumerateInstanceNames(Reader& in, const ObjectManager& manager) {
+    const String nameSpace = stringArgument(in);
+    const CIMName className = stringArgument(in);
+    return enumeration(manager.enumerateInstanceNames(nameSpace.c_str(), className),
+                       binary::sig::pathEnumeration, binary::sig::endOfPaths);
+}
+
+std::string getInstance(Reader& in, const ObjectManager& manager) {
+    const String nameSpace = stringArgument(in);
+    const CIMObjectPath path = binary::ObjectReader(in).objectPath();
+    ignoreFlags(in, 3);
+    const std::optional<PropertyList> wanted = propertyListArgument(in);
+    Writer out = done();
+    binary::write(out, manager.getInstance(nameSpace.c_str(), path, wanted ? &*wanted : nullptr));
+    return out.release();
+}
+
+std::string modifyInstance(Reader& in, ObjectManager& manager, Access access) {
+    const String nameSpace = stringArgument(in);
+    const CIMInstance modified = binary::ObjectReader(in).instance();
+    ignoreFlags(in, 1);
+    const std::optional<PropertyList> listed = propertyListArgument(in);
+    manager.modifyInstance(nameSpace.c_str(), modified, listed ? &*listed : nullptr, access);
+    return done().release();
+}
+
 /** The reply to a request; empty when its operation has no name. Throws what makes it fail. */
-std::string carryOut(Reader& in, const ObjectManager& manager) {
+std::string carryOut(Reader& in, ObjectManager& manager, Access access) {
     const UInt32 version = in.u32();
     if (version < binary::lowestVersion || version > binary::version)
         OW_THROWCIMMSG(CIMException::FAILED, "general error (Incompatible version)");
     const UInt8 operation = in.u8();
-    if (operation == static_cast<UInt8>(binary::Operation::enumerateInstances))
+    switch (static_cast<binary::Operation>(operation)) {
+    case binary::Operation::enumerateInstances:
         return enumerateInstances(in, manager);
+    case binary::Operation::enumerateInstanceNames:
+        return enumerateInstanceNames(in, manager);
+    case binary::Operation::getInstance:
+        return getInstance(in, manager);
+    case binary::Operation::modifyInstance:
+        return modifyInstance(in, manager, access);
+    }
     if (const char* const name = operationName(operation))
         OW_THROWCIMMSG(CIMException::NOT_SUPPORTED, name);
     return std::string();
@@ -89,10 +137,10 @@ OperationReply failure(const std::exception& e) {
 
 } // namespace
 
-OperationReply BinaryHandler::handle(std::string_view request) const {
+OperationReply BinaryHandler::handle(std::string_view request, Access access) const {
     Reader in(request.data(), request.size());
     try {
-        return {carryOut(in, m_manager), std::nullopt};
+        return {carryOut(in, m_manager, access), std::nullopt};
     } catch (const CIMException& e) {
         return failure(e);
     } catch (const std::exception& e) {

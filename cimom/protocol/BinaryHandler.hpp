@@ -27,14 +27,17 @@ struct OperationReply {
 class BinaryHandler {
 public:
     /** @param manager must outlive the handler */
-    explicit BinaryHandler(const ObjectManager& manager)
+    explicit BinaryHandler(ObjectManager& manager)
         : m_manager(manager) {}
 
-    /** @param request the body of the request; bytes after the arguments of its operation are ignored */
-    OperationReply handle(std::string_view request) const;
+    /**
+     * @param request the body of the request; bytes after the arguments of its operation are ignored
+     * @param access what the client may do
+     */
+    OperationReply handle(std::string_view request, Access access) const;
 
 private:
-    const ObjectManager& m_manager;
+    ObjectManager& m_manager;
 };
 
 } // namespace cimom

@@ -31,8 +31,8 @@ public:
 
 private:
     const ClassDeclaration m_declaration{"QAV_IPProtocolEndpoint",
-                                         {{"CreationClassName", CIMDataType::STRING, false, true},
-                                          {"Name", CIMDataType::STRING, false, true},
+                                         {{"CreationClassName", CIMDataType::STRING, Role::key},
+                                          {"Name", CIMDataType::STRING, Role::key},
                                           {"Forwarding", CIMDataType::UINT16},
                                           {"DefaultTTL", CIMDataType::UINT32},
                                           {"ReassemblyTimeout", CIMDataType::UINT32}}};

@@ -81,8 +81,8 @@ public:
 
 private:
     const ClassDeclaration m_declaration{"QAV_OperatingSystem",
-                                         {{"CreationClassName", CIMDataType::STRING, false, true},
-                                          {"Name", CIMDataType::STRING, false, true},
+                                         {{"CreationClassName", CIMDataType::STRING, Role::key},
+                                          {"Name", CIMDataType::STRING, Role::key},
                                           {"LastBootUpTime", CIMDataType::DATETIME},
                                           {"LocalDateTime", CIMDataType::DATETIME},
                                           {"NumberOfUsers", CIMDataType::UINT32},

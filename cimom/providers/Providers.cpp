@@ -5,7 +5,7 @@ namespace cimom {
 std::vector<std::unique_ptr<Provider>> makeProviders(const Host& host) {
     std::vector<std::unique_ptr<Provider>> providers;
     for (const auto make :
-         {makeSystem, makeOperatingSystem, makeTCPProtocolEndpoint, makeTCPStatisticalData,
+         {makeChassis, makeSystem, makeOperatingSystem, makeTCPProtocolEndpoint, makeTCPStatisticalData,
           makeUDPStatisticalData, makeIPProtocolEndpoint, makeIPStatisticalData, makeICMPStatisticalData})
         providers.push_back(make(host));
     return providers;

@@ -9,6 +9,7 @@
 namespace cimom {
 
 // One function a class. The host must outlive the provider.
+std::unique_ptr<Provider> makeChassis(const Host& host);
 std::unique_ptr<Provider> makeSystem(const Host& host);
 std::unique_ptr<Provider> makeOperatingSystem(const Host& host);
 std::unique_ptr<Provider> makeTCPProtocolEndpoint(const Host& host);

@@ -11,7 +11,7 @@ using namespace OpenWBEM;
 
 StatisticalData::StatisticalData(const char* className, std::string protocol, std::string instanceID,
                                  std::vector<Counter> counters, const Host& host)
-    : m_declaration{className, {{"InstanceID", CIMDataType::STRING, false, true}}}
+    : m_declaration{className, {{"InstanceID", CIMDataType::STRING, Role::key}}}
     , m_protocol(std::move(protocol))
     , m_instanceID(std::move(instanceID))
     , m_counters(std::move(counters))

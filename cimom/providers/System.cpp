@@ -101,13 +101,13 @@ public:
     }
 
 private:
-    // No file of a Linux host tells the contact, the location or the SNMP object identifier.
+    // No file of a Linux host tells the SNMP object identifier.
     const ClassDeclaration m_declaration{"QAV_System",
-                                         {{"Name", CIMDataType::STRING, false, true},
-                                          {"CreationClassName", CIMDataType::STRING, false, true},
+                                         {{"Name", CIMDataType::STRING, Role::key},
+                                          {"CreationClassName", CIMDataType::STRING, Role::key},
                                           {"SystemName", CIMDataType::STRING},
-                                          {"PrimaryOwnerContact", CIMDataType::STRING},
-                                          {"InstalledLocation", CIMDataType::STRING},
+                                          {"PrimaryOwnerContact", CIMDataType::STRING, Role::site},
+                                          {"InstalledLocation", CIMDataType::STRING, Role::site},
                                           {"SysServices", CIMDataType::UINT32},
                                           {"SNMPObjectID", CIMDataType::STRING},
                                           {"Description", CIMDataType::STRING},

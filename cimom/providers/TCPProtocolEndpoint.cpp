@@ -54,8 +54,8 @@ private:
     }
 
     const ClassDeclaration m_declaration{"QAV_TCPProtocolEndpoint",
-                                         {{"CreationClassName", CIMDataType::STRING, false, true},
-                                          {"Name", CIMDataType::STRING, false, true},
+                                         {{"CreationClassName", CIMDataType::STRING, Role::key},
+                                          {"Name", CIMDataType::STRING, Role::key},
                                           {"TimeoutAlgorithm", CIMDataType::UINT16},
                                           {"TimeoutMin", CIMDataType::UINT32},
                                           {"TimeoutMax", CIMDataType::UINT32},

@@ -26,10 +26,33 @@ public:
     }
 
 private:
-    cimom::ClassDeclaration m_declaration{
-        "QAV_Lamp",
-        {{"Colour", OpenWBEM::CIMDataType::STRING, false, true}, {"Watts", OpenWBEM::CIMDataType::UINT16}}};
+    using Type = OpenWBEM::CIMDataType;
+
+    cimom::ClassDeclaration m_declaration{"QAV_Lamp",
+                                          {{"Colour", Type::STRING, cimom::Role::key},
+                                           {"Watts", Type::UINT16},
+                                           {"LitSince", Type::DATETIME},
+                                           {"Room", Type::STRING, cimom::Role::site},
+                                           {"Owner", Type::STRING, cimom::Role::site}}};
     std::vector<std::string> m_colours;
+};
+
+/** A class of one instance with two keys, of which one is a number. */
+class SocketProvider : public cimom::Provider {
+public:
+    const cimom::ClassDeclaration& declaration() const override { return m_declaration; }
+    std::vector<OpenWBEM::CIMInstance> instances() const override {
+        return {cimom::InstanceBuilder(m_declaration)
+                    .set("Wall", OpenWBEM::CIMValue("north"))
+                    .set("Number", OpenWBEM::CIMValue(OpenWBEM::UInt32{7}))
+                    .build()};
+    }
+
+private:
+    cimom::ClassDeclaration m_declaration{"QAV_Socket",
+                                          {{"Wall", OpenWBEM::CIMDataType::STRING, cimom::Role::key},
+                                           {"Number", OpenWBEM::CIMDataType::UINT32, cimom::Role::key},
+                                           {"Label", OpenWBEM::CIMDataType::STRING, cimom::Role::site}}};
 };
 
 /** A class whose instances cannot be had. */
@@ -45,11 +68,13 @@ private:
 };
 
 /** An object manager with the classes above. */
-inline cimom::ObjectManager lampManager(std::vector<std::string> colours) {
+inline cimom::ObjectManager lampManager(std::vector<std::string> colours,
+                                        cimom::SiteValues siteValues = cimom::SiteValues()) {
     std::vector<std::unique_ptr<cimom::Provider>> providers;
     providers.push_back(std::make_unique<BrokenProvider>());
     providers.push_back(std::make_unique<LampProvider>(std::move(colours)));
-    return cimom::ObjectManager(std::move(providers));
+    providers.push_back(std::make_unique<SocketProvider>());
+    return cimom::ObjectManager(std::move(providers), std::move(siteValues));
 }
 
 #endif

@@ -10,7 +10,8 @@
 class RunningDaemon : public ::testing::Test {
 protected:
     RunningDaemon()
-        : m_daemon({OWBCIMOMD, "--socket", socketPath(), "--root", hostRoot()}) {
+        : m_daemon({OWBCIMOMD, "--socket", socketPath(), "--state", m_folder.file("state"), "--root",
+                    hostRoot()}) {
         EXPECT_EQ("owbcimomd: ready on " + socketPath(), m_daemon.nextErrorLine());
     }
 

@@ -1,23 +1,44 @@
 #include "Client.hpp"
 #include "LampProvider.hpp"
+#include "OW_WBEMFlags.hpp"
+#include "binary/ObjectReader.hpp"
+#include "binary/Request.hpp"
 #include "protocol/BinaryHandler.hpp"
 #include "support/Wire.hpp"
 
 #include <gtest/gtest.h>
 
 using namespace cimom;
+using namespace OpenWBEM;
 using support::wire::bigEndian;
 using support::wire::text;
 
 namespace {
 
-OperationReply replyTo(const std::string& request) {
-    const ObjectManager manager = lampManager({"red", "green"});
-    return BinaryHandler(manager).handle(request);
+OperationReply replyTo(const std::string& request, Access access = Access::write) {
+    ObjectManager manager = lampManager({"red", "green"});
+    return BinaryHandler(manager).handle(request, access);
 }
 
 std::string error(const OperationReply& reply) {
     return reply.error ? std::to_string(reply.error->code) + " " + reply.error->description : "no error";
+}
+
+CIMInstance paintedRed(const char* room) {
+    CIMInstance lamp("QAV_Lamp");
+    lamp.setProperty("Colour", CIMValue("red"));
+    lamp.setProperty("Room", CIMValue(room));
+    return lamp;
+}
+
+std::string getBody(const char* path, const StringArray* properties = nullptr) {
+    return binary::getInstance("root/cimv2", CIMObjectPath::parse(path), WBEMFlags::E_NOT_LOCAL_ONLY,
+                               WBEMFlags::E_EXCLUDE_QUALIFIERS, WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
+                               properties);
+}
+
+std::string modifyBody(const CIMInstance& instance, const StringArray* properties = nullptr) {
+    return binary::modifyInstance("root/cimv2", instance, WBEMFlags::E_INCLUDE_QUALIFIERS, properties);
 }
 
 /** The body that stands for a CIM error. */
@@ -46,10 +67,69 @@ TEST(BinaryHandler, AnEnumerationHoldsOnlyTheListedProperties) {
     EXPECT_EQ("Watts", found[0].getProperties()[0].getName());
 }
 
+TEST(BinaryHandler, InstanceNamesArePathsBetweenTheirMarks) {
+    const OperationReply reply = replyTo(operationBody(26) + 'j' + text("QAV_Lamp"));
+    EXPECT_EQ("no error", error(reply));
+    binary::Reader in(reply.body.data(), reply.body.size());
+    EXPECT_EQ(0, in.u8());
+    in.expect('n');
+    binary::ObjectReader objects(in);
+    EXPECT_EQ("/root/cimv2:QAV_Lamp.Colour=\"red\"", objects.objectPath().toString());
+    EXPECT_EQ("/root/cimv2:QAV_Lamp.Colour=\"green\"", objects.objectPath().toString());
+    in.expect(0x97);
+    in.expect(0x97);
+    EXPECT_TRUE(in.atEnd());
+}
+
+TEST(BinaryHandler, AnInstanceIsTheOneThatThePathNames) {
+    const OperationReply reply = replyTo(getBody("QAV_Lamp.Colour=\"green\""));
+    EXPECT_EQ("no error", error(reply));
+    binary::Reader in(reply.body.data(), reply.body.size());
+    EXPECT_EQ(0, in.u8());
+    const CIMInstance instance = binary::ObjectReader(in).instance();
+    EXPECT_TRUE(in.atEnd());
+    EXPECT_EQ("green", instance.getPropertyValue("Colour").toString());
+    EXPECT_EQ(5u, instance.getProperties().size());
+    EXPECT_EQ("6 /root/cimv2:QAV_Lamp.Colour=\"blue\"", error(replyTo(getBody("QAV_Lamp.Colour=\"blue\""))));
+}
+
+TEST(BinaryHandler, AnInstanceHoldsOnlyTheListedProperties) {
+    StringArray listed;
+    listed.push_back("watts");
+    const OperationReply reply = replyTo(getBody("QAV_Lamp.Colour=\"green\"", &listed));
+    binary::Reader in(reply.body.data() + 1, reply.body.size() - 1);
+    EXPECT_EQ(1u, binary::ObjectReader(in).instance().getProperties().size());
+}
+
+TEST(BinaryHandler, AModificationIsAnsweredByOneByte) {
+    ObjectManager manager = lampManager({"red", "green"});
+    const BinaryHandler handler(manager);
+    const OperationReply reply = handler.handle(modifyBody(paintedRed("hall")), Access::write);
+    EXPECT_EQ("no error", error(reply));
+    EXPECT_EQ(std::string(1, '\0'), reply.body);
+    const auto all = instancesIn(handler.handle(enumerateBody("QAV_Lamp"), Access::read).body);
+    EXPECT_EQ("hall", all.at(0).getPropertyValue("Room").toString());
+
+    StringArray none;
+    EXPECT_EQ("no error", error(handler.handle(modifyBody(paintedRed("cellar"), &none), Access::write)));
+    EXPECT_EQ("hall", instancesIn(handler.handle(enumerateBody("QAV_Lamp"), Access::read).body)
+                          .at(0)
+                          .getPropertyValue("Room")
+                          .toString());
+}
+
+TEST(BinaryHandler, AModificationByWhoMayOnlyReadIsDenied) {
+    const OperationReply reply = replyTo(modifyBody(paintedRed("hall")), Access::read);
+    EXPECT_EQ("2 only root and the object manager's own user may write", error(reply));
+    EXPECT_EQ(exceptionBody(2, "Access to CIM resource unavailable to client (only root and the object "
+                               "manager's own user may write)"),
+              reply.body);
+}
+
 TEST(BinaryHandler, TheVersionBeforeIsUnderstoodAndOthersAreNot) {
-    EXPECT_EQ("7 GetInstance", error(replyTo(operationBody(29, 3000007))));
+    EXPECT_EQ("7 GetClass", error(replyTo(operationBody(28, 3000007))));
     for (const unsigned version : {0u, 3000006u, 3000009u}) {
-        const OperationReply reply = replyTo(operationBody(29, version));
+        const OperationReply reply = replyTo(operationBody(28, version));
         EXPECT_EQ("1 general error (Incompatible version)", error(reply)) << version;
         EXPECT_EQ(exceptionBody(1, "general error (Incompatible version)"), reply.body) << version;
     }
@@ -63,11 +143,10 @@ TEST(BinaryHandler, CIMErrorsAreToldInTheBodyToo) {
 
 TEST(BinaryHandler, OtherOperationsAreNotSupportedByTheirNames) {
     EXPECT_EQ("7 DeleteClass", error(replyTo(operationBody(20))));
-    EXPECT_EQ("7 EnumerateInstanceNames", error(replyTo(operationBody(26))));
-    EXPECT_EQ("7 ModifyInstance", error(replyTo(operationBody(35))));
+    EXPECT_EQ("7 CreateInstance", error(replyTo(operationBody(36))));
     EXPECT_EQ("7 GetServerFeatures", error(replyTo(operationBody(44))));
-    EXPECT_EQ(exceptionBody(7, "requested operation is not supported (GetInstance)"),
-              replyTo(operationBody(29)).body);
+    EXPECT_EQ(exceptionBody(7, "requested operation is not supported (GetClass)"),
+              replyTo(operationBody(28)).body);
 }
 
 TEST(BinaryHandler, AnOperationWithoutANameIsAnsweredByNothing) {
@@ -79,11 +158,14 @@ TEST(BinaryHandler, AnOperationWithoutANameIsAnsweredByNothing) {
 }
 
 TEST(BinaryHandler, ARequestThatIsCutShortAnywhereIsAnError) {
-    const std::string whole = enumerateBody("QAV_Lamp", std::vector<std::string>{"Watts", "Colour"});
-    for (std::size_t size = 0; size < whole.size(); ++size) {
-        const OperationReply reply = replyTo(whole.substr(0, size));
-        EXPECT_EQ("1 Failed reading data", error(reply)) << size;
-        EXPECT_EQ('\1' + text("Failed reading data"), reply.body) << size;
+    for (const std::string& whole : {enumerateBody("QAV_Lamp", std::vector<std::string>{"Watts", "Colour"}),
+                                     operationBody(26) + 'j' + text("QAV_Lamp"),
+                                     getBody("QAV_Lamp.Colour=\"red\""), modifyBody(paintedRed("hall"))}) {
+        for (std::size_t size = 0; size < whole.size(); ++size) {
+            const OperationReply reply = replyTo(whole.substr(0, size));
+            EXPECT_EQ("1 Failed reading data", error(reply)) << size;
+            EXPECT_EQ('\1' + text("Failed reading data"), reply.body) << size;
+        }
     }
 }
 

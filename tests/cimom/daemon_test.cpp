@@ -19,7 +19,10 @@ namespace {
 class DaemonTest : public ::testing::Test {
 protected:
     std::string path() const { return m_folder.file("socket"); }
-    std::vector<std::string> command() const { return {OWBCIMOMD, "--socket", path()}; }
+    std::vector<std::string> command() const {
+        return {OWBCIMOMD, "--socket", path(), "--state", statePath()};
+    }
+    std::string statePath() const { return m_folder.file("state"); }
     const TempDir& folder() const { return m_folder; }
 
 private:
@@ -83,7 +86,8 @@ TEST_F(DaemonTest, StopSignalsEndItWhileClientsAreConnected) {
 }
 
 TEST_F(DaemonTest, ItServesNoMoreConnectionsThanItHasDescriptorsFor) {
-    Daemon daemon({"/bin/sh", "-c", "ulimit -n 34 && exec \"$0\" --socket \"$1\"", OWBCIMOMD, path()});
+    Daemon daemon({"/bin/sh", "-c", "ulimit -n 34 && exec \"$0\" --socket \"$1\" --state \"$1.state\"",
+                   OWBCIMOMD, path()});
     ASSERT_EQ("owbcimomd: ready on " + path(), daemon.nextErrorLine());
     const std::string request = httpRequest(enumerateBody("QAV_System"));
     Client first(path());
@@ -118,7 +122,8 @@ TEST_F(DaemonTest, ADaemonThatWasKilledIsReplaced) {
 TEST_F(DaemonTest, ASecondDaemonIsRefusedAndHarmsNothing) {
     Daemon daemon(command());
     daemon.nextErrorLine();
-    const ProgramResult second = runProgram(command());
+    const ProgramResult second =
+        runProgram({OWBCIMOMD, "--socket", path(), "--state", folder().file("state of the second")});
     EXPECT_EQ(1, second.exitCode);
     EXPECT_EQ("owbcimomd: " + path() + ": another object manager listens there\n", second.err);
     EXPECT_EQ(200u, Client(path()).exchange(httpRequest(enumerateBody("QAV_System"))).status);
@@ -162,14 +167,14 @@ TEST_F(DaemonTest, ALinkInThePlaceOfTheSocketIsRefused) {
 
 TEST_F(DaemonTest, APathThatIsTooLongIsRefused) {
     const std::string longest = "/tmp/" + std::string(103, 'x');
-    const ProgramResult result = runProgram({OWBCIMOMD, "--socket", longest});
+    const ProgramResult result = runProgram({OWBCIMOMD, "--socket", longest, "--state", statePath()});
     EXPECT_EQ(1, result.exitCode);
     EXPECT_EQ("owbcimomd: " + longest + ": a socket's path has at most 107 bytes\n", result.err);
 }
 
 TEST_F(DaemonTest, AFolderThatDoesNotExistIsReported) {
     const std::string lost = folder().file("nowhere/socket");
-    const ProgramResult result = runProgram({OWBCIMOMD, "--socket", lost});
+    const ProgramResult result = runProgram({OWBCIMOMD, "--socket", lost, "--state", statePath()});
     EXPECT_EQ(1, result.exitCode);
     EXPECT_EQ("owbcimomd: " + lost + ".lock: No such file or directory\n", result.err);
 }

@@ -10,9 +10,9 @@ using namespace OpenWBEM;
 namespace {
 
 const ClassDeclaration lamp{"QAV_Lamp",
-                            {{"Name", CIMDataType::STRING, false, true},
+                            {{"Name", CIMDataType::STRING, Role::key},
                              {"Watts", CIMDataType::UINT16},
-                             {"Colours", CIMDataType::STRING, true}}};
+                             {"Colours", CIMDataType::STRING, Role::state, true}}};
 
 } // namespace
 

@@ -1,5 +1,5 @@
+#include "LockFile.hpp"
 #include "http/ListeningSocket.hpp"
-#include "http/LockFile.hpp"
 #include "support/TempDir.hpp"
 
 #include <fcntl.h>
@@ -58,17 +58,17 @@ TEST(LockFile, AFileThatCannotBeMadeIsNamed) {
 TEST(ListeningSocket, ItsModeDoesNotDependOnTheUmask) {
     support::TempDir folder;
     const mode_t before = ::umask(0077);
-    const ListeningSocket socket(folder.file("socket"));
+    const ListeningSocket socket(folder.file("socket"), 0662);
     ::umask(before);
     struct stat file;
     ASSERT_EQ(0, ::stat(folder.file("socket").c_str(), &file));
-    EXPECT_EQ(static_cast<mode_t>(S_IFSOCK | 0666), file.st_mode);
+    EXPECT_EQ(static_cast<mode_t>(S_IFSOCK | 0662), file.st_mode);
 }
 
 TEST(ListeningSocket, AFileThatReplacedTheSocketStays) {
     support::TempDir folder;
     {
-        const ListeningSocket socket(folder.file("socket"));
+        const ListeningSocket socket(folder.file("socket"), 0600);
         ASSERT_EQ(0, ::unlink(folder.file("socket").c_str()));
         folder.write("socket", "another's");
     }
@@ -78,7 +78,7 @@ TEST(ListeningSocket, AFileThatReplacedTheSocketStays) {
 
 TEST(ListeningSocket, ItsDescriptorsAreClosedOnExec) {
     support::TempDir folder;
-    const ListeningSocket socket(folder.file("socket"));
+    const ListeningSocket socket(folder.file("socket"), 0600);
     const int copy = socket.duplicate();
     EXPECT_EQ(FD_CLOEXEC, ::fcntl(copy, F_GETFD));
     ::close(copy);

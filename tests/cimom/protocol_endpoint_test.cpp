@@ -81,7 +81,7 @@ TEST(Providers, EveryClassIsServedOnce) {
     std::string classes;
     for (const auto& provider : makeProviders(tree.host()))
         classes += std::string(provider->declaration().name) + " ";
-    EXPECT_EQ("QAV_System QAV_OperatingSystem QAV_TCPProtocolEndpoint QAV_TCPStatisticalData "
+    EXPECT_EQ("QAV_K70Chassis QAV_System QAV_OperatingSystem QAV_TCPProtocolEndpoint QAV_TCPStatisticalData "
               "QAV_UDPStatisticalData "
               "QAV_IPProtocolEndpoint QAV_IPStatisticalData QAV_ICMPStatisticalData ",
               classes);

@@ -37,10 +37,10 @@ private:
     }
 
     support::TempDir m_folder;
-    const ObjectManager m_manager = lampManager({"red"});
+    ObjectManager m_manager = lampManager({"red"});
     const BinaryHandler m_handler{m_manager};
     boost::asio::io_context m_io{1};
-    Server m_server{m_io, m_folder.file("socket"), m_handler, twoConnections()};
+    Server m_server{m_io, m_folder.file("socket"), 0600, m_handler, twoConnections()};
 };
 
 } // namespace

@@ -22,7 +22,7 @@ protected:
 
     /** Returns when the session has ended. */
     void run(SessionLimits limits) {
-        const ObjectManager manager = lampManager(colours);
+        ObjectManager manager = lampManager(colours);
         const BinaryHandler handler(manager);
         ReplyFormat format;
         const auto context = std::make_shared<const SessionContext>(SessionContext{handler, format, limits});

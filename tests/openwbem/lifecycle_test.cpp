@@ -4,14 +4,13 @@
 #include "OW_CIMInstanceEnumeration.hpp"
 #include "OW_Exception.hpp"
 
-#include "support/Program.hpp"
+#include "support/Manager.hpp"
 #include "support/ScriptedPeer.hpp"
 #include "support/TempDir.hpp"
 
 #include <csignal>
 #include <cstring>
 #include <gtest/gtest.h>
-#include <memory>
 #include <poll.h>
 #include <string>
 #include <sys/socket.h>
@@ -22,27 +21,7 @@
 namespace {
 
 using namespace OpenWBEM;
-
-class Manager {
-public:
-    explicit Manager(std::string socket)
-        : m_socket(std::move(socket)) {
-        start();
-    }
-    void start() {
-        m_daemon =
-            std::make_unique<support::Daemon>(std::vector<std::string>{OWBCIMOMD, "--socket", m_socket});
-        EXPECT_NE("", m_daemon->nextErrorLine()) << "it says when it is ready";
-    }
-    void end(int signal) {
-        m_daemon->signal(signal);
-        m_daemon->wait();
-    }
-
-private:
-    const std::string m_socket;
-    std::unique_ptr<support::Daemon> m_daemon;
-};
+using support::Manager;
 
 int unixSocket(const std::string& path, int (*attach)(int, const sockaddr*, socklen_t)) {
     const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
@@ -112,9 +91,8 @@ std::string messageOfReading(CIMClient& client) {
 }
 
 TEST(Lifecycle, ARestartBetweenTwoRequestsIsNotNoticed) {
-    const support::TempDir folder;
-    Manager manager(folder.file("manager"));
-    CIMClient client(support::urlOf(folder.file("manager")).c_str(), "root/cimv2");
+    Manager manager;
+    CIMClient client(manager.url().c_str(), "root/cimv2");
     for (const int signal : {SIGTERM, SIGKILL}) {
         EXPECT_EQ(1U, read(client));
         manager.end(signal);
@@ -124,13 +102,12 @@ TEST(Lifecycle, ARestartBetweenTwoRequestsIsNotNoticed) {
 }
 
 TEST(Lifecycle, AnObjectManagerThatIsGoneIsAnExceptionUntilItIsBack) {
-    const support::TempDir folder;
-    const std::string socket = folder.file("manager");
-    Manager manager(socket);
-    CIMClient client(support::urlOf(socket).c_str(), "root/cimv2");
+    Manager manager;
+    CIMClient client(manager.url().c_str(), "root/cimv2");
     EXPECT_EQ(1U, read(client));
     manager.end(SIGTERM);
-    EXPECT_EQ("SocketException: Failed to connect to: " + socket + ": 2(No such file or directory)",
+    EXPECT_EQ("SocketException: Failed to connect to: " + manager.socketPath() +
+                  ": 2(No such file or directory)",
               messageOfReading(client));
     manager.start();
     EXPECT_EQ(1U, read(client));
@@ -138,11 +115,11 @@ TEST(Lifecycle, AnObjectManagerThatIsGoneIsAnExceptionUntilItIsBack) {
 
 TEST(Lifecycle, AKillInTheMiddleOfAReplyIsAnExceptionAndTheNextRequestWorks) {
     const support::TempDir folder;
-    Manager manager(folder.file("manager"));
+    Manager manager;
     CIMClient client(support::urlOf(folder.file("relay")).c_str(), "root/cimv2");
     for (const std::size_t bytes : {1U, 40U, 300U, 600U}) {
         {
-            const Relay relay(folder.file("relay"), folder.file("manager"), bytes,
+            const Relay relay(folder.file("relay"), manager.socketPath(), bytes,
                               [&] { manager.end(SIGKILL); });
             const std::string message = messageOfReading(client);
             EXPECT_TRUE(message == "IOException: Failed reading data" ||
@@ -152,7 +129,7 @@ TEST(Lifecycle, AKillInTheMiddleOfAReplyIsAnExceptionAndTheNextRequestWorks) {
         ::unlink(folder.file("relay").c_str());
         manager.start();
         {
-            const Relay relay(folder.file("relay"), folder.file("manager"), std::string::npos, [] {});
+            const Relay relay(folder.file("relay"), manager.socketPath(), std::string::npos, [] {});
             EXPECT_EQ(1U, read(client)) << bytes;
             client =
                 CIMClient(support::urlOf(folder.file("relay")).c_str(), "root/cimv2"); // ends the connection

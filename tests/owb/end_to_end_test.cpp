@@ -4,9 +4,7 @@
 
 #include "TestQueue.hpp"
 #include "support/Child.hpp"
-#include "support/Program.hpp"
-#include "support/ScriptedPeer.hpp"
-#include "support/TempDir.hpp"
+#include "support/Manager.hpp"
 
 #include <arpa/inet.h>
 #include <csignal>
@@ -81,16 +79,12 @@ class EndToEnd : public testing::Test {
 protected:
     // Runs a body in a child that reads from an object manager of its own.
     void run(const std::function<void()>& body) {
-        const support::TempDir folder;
-        const std::string socket = folder.file("manager");
-        support::Daemon manager({OWBCIMOMD, "--socket", socket});
-        ASSERT_EQ("owbcimomd: ready on " + socket, manager.nextErrorLine());
-        EXPECT_EQ("", support::inChild(folder.path(), [&] {
-                      OWB_URLSet(support::urlOf(socket).c_str());
+        support::Manager manager;
+        EXPECT_EQ("", support::inChild(manager.folder().path(), [&] {
+                      OWB_URLSet(manager.url().c_str());
                       body();
                   }));
-        manager.signal(SIGTERM);
-        EXPECT_EQ(0, manager.wait());
+        EXPECT_EQ(0, manager.end(SIGTERM));
     }
 
     // Every property of a group of counters, named as the kernel names its columns but for the exceptions
@@ -351,18 +345,16 @@ TEST_F(EndToEnd, AGroupThatIsNotServedIsAnException) {
 
 TEST_F(EndToEnd, ARestartIsNotNoticed) {
     const support::TempDir folder;
-    const std::string socket = folder.file("manager");
-    auto manager = std::make_unique<support::Daemon>(std::vector<std::string>{OWBCIMOMD, "--socket", socket});
-    ASSERT_NE("", manager->nextErrorLine());
-    OWB_URLSet(support::urlOf(socket).c_str());
-    for (int i = 0; i < 3; ++i) {
+    support::inChild(folder.path(), [] {
+        support::Manager manager;
+        OWB_URLSet(manager.url().c_str());
+        for (int i = 0; i < 3; ++i) {
+            EXPECT_EQ(1U, rowsOf(4).size());
+            EXPECT_EQ(0, manager.end(SIGTERM));
+            manager.start();
+        }
         EXPECT_EQ(1U, rowsOf(4).size());
-        manager->signal(SIGTERM);
-        EXPECT_EQ(0, manager->wait());
-        manager = std::make_unique<support::Daemon>(std::vector<std::string>{OWBCIMOMD, "--socket", socket});
-        ASSERT_NE("", manager->nextErrorLine());
-    }
-    EXPECT_EQ(1U, rowsOf(4).size());
+    });
 }
 
 } // namespace

@@ -11,7 +11,12 @@ namespace binary {
 const UInt32 version = 3000008;       // written by every client
 const UInt32 lowestVersion = 3000007; // of a request that an object manager understands
 
-enum class Operation : UInt8 { enumerateInstances = 25, getInstance = 29, modifyInstance = 35 };
+enum class Operation : UInt8 {
+    enumerateInstances = 25,
+    enumerateInstanceNames = 26,
+    getInstance = 29,
+    modifyInstance = 35
+};
 
 enum class Result : UInt8 { ok = 0, error = 1, exception = 2 };
 
@@ -37,6 +42,8 @@ const UInt8 string = 'j';
 const UInt8 stringArray = 'k';
 const UInt8 instanceEnumeration = 'o';
 const UInt8 endOfInstances = 0x98; // stands twice at the end of an instance enumeration
+const UInt8 pathEnumeration = 'n';
+const UInt8 endOfPaths = 0x97; // likewise
 } // namespace sig
 
 const UInt32 instanceVersion = 1;        // written

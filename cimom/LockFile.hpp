@@ -1,5 +1,5 @@
-#ifndef CIMOM_HTTP_LOCK_FILE_HPP_INCLUDED
-#define CIMOM_HTTP_LOCK_FILE_HPP_INCLUDED
+#ifndef CIMOM_LOCK_FILE_HPP_INCLUDED
+#define CIMOM_LOCK_FILE_HPP_INCLUDED
 #include <string>
 
 namespace cimom {

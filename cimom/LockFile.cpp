@@ -1,4 +1,4 @@
-#include "http/LockFile.hpp"
+#include "LockFile.hpp"
 
 #include <cerrno>
 #include <fcntl.h>

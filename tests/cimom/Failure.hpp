@@ -1,0 +1,18 @@
+#ifndef TESTS_CIMOM_FAILURE_HPP
+#define TESTS_CIMOM_FAILURE_HPP
+#include "OW_CIMException.hpp"
+
+#include <string>
+
+/** "<code> <description>" of the CIM error that an action ends in. */
+template <class Action>
+std::string cimErrorOf(Action action) {
+    try {
+        action();
+        return "no error";
+    } catch (const OpenWBEM::CIMException& e) {
+        return std::to_string(e.getErrNo()) + " " + (e.getDescription() ? e.getDescription() : "");
+    }
+}
+
+#endif

@@ -1,0 +1,81 @@
+#include "HostTree.hpp"
+#include "providers/Providers.hpp"
+
+#include <gtest/gtest.h>
+
+using namespace cimom;
+using namespace OpenWBEM;
+
+namespace {
+
+CIMInstance chassisOf(const HostTree& tree) {
+    return onlyInstance(*makeChassis(tree.host()));
+}
+
+} // namespace
+
+TEST(Chassis, PropertiesComeKeysFirst) {
+    HostTree tree;
+    const CIMInstance chassis = chassisOf(tree);
+    EXPECT_EQ("QAV_K70Chassis", chassis.getClassName());
+    EXPECT_EQ("Tag CreationClassName", names(chassis.getKeyValuePairs()));
+    EXPECT_EQ("Tag CreationClassName Model VendorEquipmentType ElementName Version SerialNumber Manufacturer "
+              "PartNumber OtherIdentifyingInfo UserTracking CanBeFRUed PhysicalType Location PresentStatus",
+              names(chassis.getProperties()));
+}
+
+TEST(Chassis, TheFirmwareTellsWhatItIs) {
+    HostTree tree;
+    const std::string folder = "/sys/class/dmi/id/";
+    tree.write(folder + "product_name", "Box 9000\n");
+    tree.write(folder + "product_family", "Boxes\n");
+    tree.write(folder + "product_sku", "9000-1\n");
+    tree.write(folder + "chassis_version", "B2\n");
+    tree.write(folder + "chassis_serial", "123456\n");
+    tree.write(folder + "chassis_vendor", "Acme, Inc.\n");
+    tree.write(folder + "chassis_type", "23\n");
+    const CIMInstance chassis = chassisOf(tree);
+    EXPECT_EQ("Chassis", text(chassis, "Tag"));
+    EXPECT_EQ("QAV_K70Chassis", text(chassis, "CreationClassName"));
+    EXPECT_EQ("Box 9000", text(chassis, "Model"));
+    EXPECT_EQ("Boxes", text(chassis, "VendorEquipmentType"));
+    EXPECT_EQ("9000-1", text(chassis, "PartNumber"));
+    EXPECT_EQ("B2", text(chassis, "Version"));
+    EXPECT_EQ("123456", text(chassis, "SerialNumber"));
+    EXPECT_EQ("Acme, Inc.", text(chassis, "Manufacturer"));
+    EXPECT_EQ("23", text(chassis, "PhysicalType"));
+}
+
+TEST(Chassis, WhatTheFirmwareDoesNotTellIsNull) {
+    HostTree tree;
+    tree.write("/sys/class/dmi/id/product_name", " \n");
+    tree.write("/sys/class/dmi/id/chassis_type", "rack\n");
+    const CIMInstance chassis = chassisOf(tree);
+    for (const CIMProperty& property : chassis.getProperties()) {
+        const bool isKey = property.getName() == "Tag" || property.getName() == "CreationClassName";
+        EXPECT_EQ(isKey, static_cast<bool>(property.getValue())) << property.getName();
+    }
+}
+
+TEST(Chassis, TheSiteMayWriteNamesAndPlaces) {
+    HostTree tree;
+    const std::unique_ptr<Provider> provider = makeChassis(tree.host());
+    std::string writable;
+    for (const PropertyDeclaration& declared : provider->declaration().properties) {
+        if (declared.role == Role::site)
+            writable += std::string(declared.name) + " ";
+    }
+    EXPECT_EQ("ElementName OtherIdentifyingInfo UserTracking Location ", writable);
+}
+
+TEST(Providers, WhatTheSiteMayWriteAreSingleTexts) {
+    HostTree tree;
+    for (const std::unique_ptr<Provider>& provider : makeProviders(tree.host())) {
+        for (const PropertyDeclaration& declared : provider->declaration().properties) {
+            if (declared.role != Role::site)
+                continue;
+            EXPECT_EQ(CIMDataType::STRING, declared.type) << declared.name;
+            EXPECT_FALSE(declared.isArray) << declared.name;
+        }
+    }
+}

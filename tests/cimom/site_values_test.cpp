@@ -1,0 +1,117 @@
+#include "state/SiteValues.hpp"
+
+#include "support/TempDir.hpp"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+using cimom::SiteValues;
+using cimom::StateFile;
+using support::readFile;
+using support::TempDir;
+
+namespace {
+
+class SiteValuesTest : public ::testing::Test {
+protected:
+    std::string path() const { return m_folder.file("state"); }
+    /** The values that the file holds. */
+    SiteValues load() const { return SiteValues(std::make_unique<StateFile>(path())); }
+    /** Why a file with this content is refused, without its name. */
+    std::string refusalOf(const std::string& content) const {
+        m_folder.write("state", content);
+        std::string why = "not refused";
+        try {
+            load();
+        } catch (const std::runtime_error& e) {
+            why = e.what();
+            EXPECT_EQ(0u, why.find(path() + ":")) << why;
+            why.erase(0, path().size() + 1);
+        }
+        EXPECT_EQ(content, readFile(path())) << "it is never overwritten";
+        return why;
+    }
+    const TempDir& folder() const { return m_folder; }
+
+private:
+    TempDir m_folder;
+};
+
+const char* const room = "Lamp.Colour=\"red\"";
+
+} // namespace
+
+TEST_F(SiteValuesTest, WrittenValuesAreFound) {
+    SiteValues values;
+    EXPECT_EQ(nullptr, values.find(room));
+    values.write(room, {{"Room", "hall"}, {"Owner", std::nullopt}});
+    values.write(room, {{"Room", "cellar"}});
+    ASSERT_NE(nullptr, values.find(room));
+    EXPECT_EQ((SiteValues::Values{{"Room", "cellar"}, {"Owner", std::nullopt}}), *values.find(room));
+    EXPECT_EQ(nullptr, values.find("Lamp.Colour=\"RED\""));
+}
+
+TEST_F(SiteValuesTest, TheFileHoldsThemForTheNextProcess) {
+    const std::string odd("quote \" back\\slash \n tab\t nul\0 d\xc3\xbcne \xf0\x9f\x92\xa1", 37);
+    load().write(room, {{"Room", odd}, {"Owner", std::nullopt}, {"Empty", ""}});
+    load().write("Lamp.Colour=\"blue\"", {{"Room", "attic"}});
+    const SiteValues later = load();
+    ASSERT_NE(nullptr, later.find(room));
+    EXPECT_EQ((SiteValues::Values{{"Room", odd}, {"Owner", std::nullopt}, {"Empty", ""}}), *later.find(room));
+    ASSERT_NE(nullptr, later.find("Lamp.Colour=\"blue\""));
+}
+
+TEST_F(SiteValuesTest, TheFileIsForPeopleToRead) {
+    load().write(room, {{"Room", "hall"}, {"Owner", std::nullopt}});
+    EXPECT_EQ("{\n"
+              "  \"format_version\": 1,\n"
+              "  \"instances\": {\n"
+              "    \"Lamp.Colour=\\\"red\\\"\": {\n"
+              "      \"Owner\": null,\n"
+              "      \"Room\": \"hall\"\n"
+              "    }\n"
+              "  }\n"
+              "}\n",
+              readFile(path()));
+}
+
+TEST_F(SiteValuesTest, AWriteThatChangesNothingDoesNotTouchTheFile) {
+    SiteValues values = load();
+    values.write(room, {});
+    EXPECT_FALSE(std::filesystem::exists(path()));
+    values.write(room, {{"Room", "hall"}});
+    std::filesystem::remove(path());
+    values.write(room, {{"Room", "hall"}});
+    EXPECT_FALSE(std::filesystem::exists(path()));
+}
+
+TEST_F(SiteValuesTest, AWriteThatCannotBeKeptChangesNothing) {
+    SiteValues values = load();
+    values.write(room, {{"Room", "hall"}});
+    folder().write("state.new/in the way", "");
+    EXPECT_THROW(values.write(room, {{"Room", "cellar"}}), std::system_error);
+    EXPECT_EQ("hall", values.find(room)->at("Room"));
+    std::filesystem::remove_all(folder().file("state.new"));
+    values.write(room, {{"Room", "cellar"}});
+    EXPECT_EQ("cellar", values.find(room)->at("Room"));
+}
+
+TEST_F(SiteValuesTest, AFileThatIsNoJsonIsRefused) {
+    EXPECT_EQ(0u, refusalOf("").find("1: syntax error"));
+    EXPECT_EQ(0u, refusalOf("{\n  \"format_version\": 1,\n  \"inst").find("3: syntax error"));
+}
+
+TEST_F(SiteValuesTest, AFileOfAnotherKindIsRefused) {
+    EXPECT_EQ("1: not an object with \"format_version\" and \"instances\"", refusalOf("[]"));
+    EXPECT_EQ("1: there is no \"format_version\"", refusalOf("{}"));
+    EXPECT_EQ("2: format_version is not 1", refusalOf("{\n\"format_version\": 2}"));
+    EXPECT_EQ("1: format_version is not 1", refusalOf("{\"format_version\": \"1\"}"));
+    EXPECT_EQ("2: \"more\" is not known", refusalOf("{\"format_version\": 1,\n\"more\": 1}"));
+    EXPECT_EQ("2: not an object of instances", refusalOf("{\"format_version\": 1,\n\"instances\": []}"));
+    EXPECT_EQ("2: not an object of values",
+              refusalOf("{\"format_version\": 1, \"instances\": {\n\"a\": \"b\"}}"));
+    EXPECT_EQ("3: not a string or null",
+              refusalOf("{\"format_version\": 1, \"instances\": {\n\"a\": {\"b\": null,\n\"c\": 5}}}"));
+    EXPECT_EQ("2: \"b\" comes twice",
+              refusalOf("{\"format_version\": 1, \"instances\": {\"a\": {\"b\": \"x\",\n\"b\": \"y\"}}}"));
+}

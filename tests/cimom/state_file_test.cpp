@@ -1,0 +1,128 @@
+#include "state/StateFile.hpp"
+
+#include "support/Child.hpp"
+#include "support/TempDir.hpp"
+
+#include <csignal>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <system_error>
+
+using cimom::StateFile;
+using support::readFile;
+using support::TempDir;
+
+namespace {
+
+template <class Action>
+std::string errorOf(Action action) {
+    try {
+        action();
+        return "no error";
+    } catch (const std::runtime_error& e) {
+        return e.what();
+    }
+}
+
+} // namespace
+
+TEST(StateFile, ThereIsNothingToReadAtFirst) {
+    const TempDir folder;
+    const StateFile file(folder.file("state"));
+    EXPECT_FALSE(file.read());
+    EXPECT_FALSE(std::filesystem::exists(folder.file("state")));
+}
+
+TEST(StateFile, WhatWasWrittenLastIsRead) {
+    const TempDir folder;
+    {
+        const StateFile file(folder.file("state"));
+        file.replace("first, and longer");
+        file.replace("second");
+        EXPECT_EQ("second", file.read());
+    }
+    EXPECT_EQ("second", StateFile(folder.file("state")).read());
+}
+
+TEST(StateFile, NothingElseIsLeftBehind) {
+    const TempDir folder;
+    StateFile(folder.file("state")).replace("content");
+    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(folder.path()), {}));
+}
+
+TEST(StateFile, FoldersOnTheWayAreMade) {
+    const TempDir folder;
+    StateFile(folder.file("a/b/state")).replace("content");
+    EXPECT_EQ("content", readFile(folder.file("a/b/state")));
+}
+
+TEST(StateFile, OnlyTheOwnerMayReadIt) {
+    const TempDir folder;
+    const mode_t before = ::umask(0);
+    StateFile(folder.file("state")).replace("content");
+    ::umask(before);
+    struct stat file;
+    ASSERT_EQ(0, ::stat(folder.file("state").c_str(), &file));
+    EXPECT_EQ(static_cast<mode_t>(S_IFREG | 0600), file.st_mode);
+}
+
+TEST(StateFile, WhatAWriterLeftUnfinishedDoesNotMatter) {
+    const TempDir folder;
+    folder.write("state", "old");
+    folder.write("state.new", "half of something that was longer");
+    const StateFile file(folder.file("state"));
+    EXPECT_EQ("old", file.read());
+    file.replace("new");
+    EXPECT_EQ("new", readFile(folder.file("state")));
+}
+
+TEST(StateFile, ItBelongsToOneAtATime) {
+    const TempDir folder;
+    const std::string path = folder.file("state");
+    {
+        const StateFile first(path);
+        EXPECT_EQ(path + ": another object manager keeps its values there",
+                  errorOf([&] { StateFile{path}; }));
+    }
+    EXPECT_EQ("no error", errorOf([&] { StateFile{path}; }));
+}
+
+TEST(StateFile, AFailureLeavesTheContentAsItWas) {
+    const TempDir folder;
+    const StateFile file(folder.file("state"));
+    file.replace("old");
+    folder.write("state.new/in the way", "");
+    EXPECT_EQ(folder.file("state.new") + ": Is a directory", errorOf([&] { file.replace("new"); }));
+    EXPECT_EQ("old", file.read());
+}
+
+TEST(StateFile, AFullDiskLeavesTheContentAsItWas) {
+    const TempDir folder;
+    const StateFile file(folder.file("state"));
+    file.replace("old");
+    // A limit on the size of files stands for the disk: both make write() end early.
+    support::inChild(folder.path(), [&] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit small = {16, 16};
+        ::setrlimit(RLIMIT_FSIZE, &small);
+        EXPECT_EQ(folder.file("state.new") + ": File too large",
+                  errorOf([&] { file.replace(std::string(64, 'x')); }));
+    });
+    EXPECT_EQ("old", file.read());
+}
+
+TEST(StateFile, AFolderThatCannotBeMadeIsReported) {
+    const TempDir folder;
+    folder.write("file", "");
+    EXPECT_EQ(folder.file("file/sub") + ": Not a directory",
+              errorOf([&] { StateFile(folder.file("file/sub/state")); }));
+}
+
+TEST(StateFile, AFileThatCannotBeReadIsReported) {
+    const TempDir folder;
+    folder.write("state/in the way", "");
+    const StateFile file(folder.file("state"));
+    EXPECT_EQ(folder.file("state") + ": Is a directory", errorOf([&] { file.read(); }));
+}

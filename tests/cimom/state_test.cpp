@@ -1,0 +1,100 @@
+// The state file of a running object manager.
+#include "Client.hpp"
+#include "support/Manager.hpp"
+
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using support::Daemon;
+using support::Manager;
+using support::ProgramResult;
+using support::readFile;
+using support::runProgram;
+using support::TempDir;
+
+namespace {
+
+/** The words of a command with some of them replaced. */
+std::vector<std::string> with(std::vector<std::string> words, const std::string& old,
+                              const std::string& word) {
+    std::replace(words.begin(), words.end(), old, word);
+    return words;
+}
+
+/** A command in an environment of its own. */
+std::vector<std::string> inEnvironment(const std::vector<std::string>& variables,
+                                       const std::vector<std::string>& command) {
+    std::vector<std::string> words = {"/usr/bin/env", "-i"};
+    words.insert(words.end(), variables.begin(), variables.end());
+    words.insert(words.end(), command.begin(), command.end());
+    return words;
+}
+
+/** The default state file that the help names in an environment. */
+std::string defaultIn(const std::vector<std::string>& variables) {
+    const std::string help = runProgram(inEnvironment(variables, {OWBCIMOMD, "--help"})).out;
+    const std::size_t begin = help.find('=', help.find("--state ")) + 1;
+    return help.substr(begin, help.find_first_of(" \n", begin) - begin);
+}
+
+} // namespace
+
+TEST(State, AFileThatCannotBeReadIsRefusedWithItsLineAndStays) {
+    const TempDir folder;
+    const std::string file = folder.write("state", "{\n\"format_version\": 1,\n\"instances\": 5}\n");
+    const ProgramResult result = runProgram({OWBCIMOMD, "--socket", folder.file("socket"), "--state", file});
+    EXPECT_EQ(1, result.exitCode);
+    EXPECT_EQ("owbcimomd: " + file + ":3: not an object of instances\n", result.err);
+    EXPECT_EQ("{\n\"format_version\": 1,\n\"instances\": 5}\n", readFile(file));
+    EXPECT_FALSE(std::filesystem::exists(folder.file("socket")));
+}
+
+TEST(State, AFileOfAnotherObjectManagerIsRefused) {
+    Manager manager;
+    const ProgramResult result =
+        runProgram(with(manager.command(), manager.socketPath(), manager.folder().file("other")));
+    EXPECT_EQ(1, result.exitCode);
+    EXPECT_EQ("owbcimomd: " + manager.statePath() + ": another object manager keeps its values there\n",
+              result.err);
+}
+
+TEST(State, NothingIsLeftOfAnObjectManagerThatWroteNothing) {
+    Manager manager;
+    EXPECT_EQ(0, manager.end(SIGTERM));
+    EXPECT_TRUE(std::filesystem::is_empty(manager.folder().path()));
+}
+
+TEST(State, TheDefaultIsInAFolderOfTheUser) {
+    if (::geteuid() == 0) {
+        EXPECT_EQ("/var/lib/owb/state.json", defaultIn({"HOME=/home/me", "XDG_STATE_HOME=/x"}));
+        return;
+    }
+    EXPECT_EQ("/home/me/.local/state/owb/state.json", defaultIn({"HOME=/home/me"}));
+    EXPECT_EQ("/x/owb/state.json", defaultIn({"HOME=/home/me", "XDG_STATE_HOME=/x"}));
+    EXPECT_EQ("/home/me/.local/state/owb/state.json", defaultIn({"HOME=/home/me", "XDG_STATE_HOME=x"}));
+}
+
+TEST(SocketMode, IsWhatTheCommandLineSaysWhateverTheUmask) {
+    for (const auto& [text, mode] : {std::pair{"0600", 0600u}, std::pair{"660", 0660u}}) {
+        const mode_t before = ::umask(0077);
+        const Manager manager({"--socket-mode", text});
+        ::umask(before);
+        struct stat file;
+        ASSERT_EQ(0, ::lstat(manager.socketPath().c_str(), &file));
+        EXPECT_EQ(S_IFSOCK | mode, file.st_mode) << text;
+    }
+}
+
+TEST(SocketMode, OtherTextsAreUsageErrors) {
+    for (const char* const text : {"", "rw", "0888", "01777", "-1", "0x1ff"}) {
+        const ProgramResult result = runProgram({OWBCIMOMD, "--socket-mode", text});
+        EXPECT_EQ(2, result.exitCode) << text;
+        EXPECT_EQ("owbcimomd: command line: --socket-mode: '" + std::string(text) +
+                      "' is no file mode (octal, 0 to 0777)\n",
+                  result.err);
+    }
+}

@@ -1,0 +1,154 @@
+// Writing through the library into a real object manager, and reading back what was written.
+#include "owb.h"
+
+#include "TestQueue.hpp"
+#include "support/Child.hpp"
+#include "support/Manager.hpp"
+
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+const long systemGroup = 2;
+const long contact = 3;
+const long location = 5;
+const long services = 6;
+const long chassisGroup = 0;
+const long userTracking = 14;
+
+struct Item {
+    long group;
+    long nom;
+    long row;
+    const char* val;
+};
+
+void set(long group, const std::vector<Item>& items) {
+    TestQueue q;
+    for (const Item& item : items)
+        ASSERT_EQ(1, OWB_itemAdd(q.head(), item.group, item.nom, item.row, 0, item.val));
+    EXPECT_EQ(OWB_DONE, OWB_setGroup(group, q.head()));
+    EXPECT_TRUE(q.isConsistent());
+}
+
+std::string valueIn(TestQueue& q, long group, long nom) {
+    return OWB_itemExists(q.head(), group, nom, 0, 0) ? q->cursor->val : "(null)";
+}
+
+std::string value(long group, long nom) {
+    TestQueue q;
+    EXPECT_EQ(OWB_DONE, OWB_getGroup(group, q.head()));
+    return valueIn(q, group, nom);
+}
+
+std::string valueOf(const std::string& path, long group, long nom) {
+    TestQueue q;
+    std::string text = path;
+    EXPECT_EQ(OWB_DONE, OWB_getInstance(group, text.data(), 0, q.head())) << path;
+    return valueIn(q, group, nom);
+}
+
+std::string systemPath() {
+    return "QAV_System.Name=\"" + value(systemGroup, 4) + "\",CreationClassName=\"QAV_System\"";
+}
+
+class Write : public testing::Test {
+protected:
+    /** Runs a body in a process that has the object manager for its CIMOM. */
+    void run(const std::function<void()>& body) {
+        EXPECT_EQ("", support::inChild(manager.folder().path(), [&] {
+                      OWB_URLSet(manager.url().c_str());
+                      body();
+                  }));
+    }
+
+    support::Manager manager;
+};
+
+TEST_F(Write, AContactIsReadBackByGroupAndByPathAndOutlivesTheObjectManager) {
+    const auto isWritten = [] {
+        EXPECT_EQ("ops@example.net", value(systemGroup, contact));
+        EXPECT_EQ("ops@example.net", valueOf(systemPath(), systemGroup, contact));
+    };
+    run([&] {
+        EXPECT_EQ("(null)", value(systemGroup, contact));
+        set(systemGroup, {{systemGroup, contact, 0, "ops@example.net"}});
+        isWritten();
+    });
+    for (const int signal : {SIGTERM, SIGKILL}) {
+        manager.end(signal);
+        manager.start();
+        run(isWritten);
+    }
+}
+
+TEST_F(Write, WhatIsNotWrittenStays) {
+    run([] {
+        set(systemGroup, {{systemGroup, contact, 0, "ops"}, {systemGroup, location, 0, "rack 7"}});
+        const std::string before = value(systemGroup, services);
+        set(systemGroup, {{systemGroup, contact, 0, ""}});
+        EXPECT_EQ("", value(systemGroup, contact));
+        EXPECT_EQ("rack 7", value(systemGroup, location));
+        EXPECT_EQ(before, value(systemGroup, services));
+    });
+}
+
+TEST_F(Write, TheChassisIsWrittenByItsTag) {
+    run([] {
+        set(chassisGroup, {{chassisGroup, userTracking, 0, "asset 4711"}, {chassisGroup, 0, 0, "_INDEX"}});
+        EXPECT_EQ("asset 4711", value(chassisGroup, userTracking));
+        EXPECT_EQ("asset 4711", valueOf("QAV_K70Chassis.Tag=\"Chassis\",CreationClassName=\"QAV_K70Chassis\"",
+                                        chassisGroup, userTracking));
+    });
+    EXPECT_EQ("owbcimomd: ModifyInstance "
+              "/root/cimv2:QAV_K70Chassis.Tag=\"Chassis\",CreationClassName=\"QAV_K70Chassis\": "
+              "\"_INDEX\" is left out: the class has no such property",
+              manager.daemon().nextErrorLine());
+}
+
+TEST_F(Write, AWriteOfTheHostsStateWritesNothingOfItsInstance) {
+    run([] {
+        set(systemGroup, {{systemGroup, contact, 0, "ops"}, {systemGroup, services, 0, "1"}});
+        EXPECT_EQ("(null)", value(systemGroup, contact));
+        set(systemGroup, {{systemGroup, contact, 0, "ops"}, {systemGroup, services, 0, "many"}});
+        EXPECT_EQ("(null)", value(systemGroup, contact));
+    });
+}
+
+TEST_F(Write, AGroupWithoutKeysIsNotWritten) {
+    run([] {
+        set(4, {{4, 4, 0, "7"}});
+        EXPECT_NE("7", value(4, 4));
+    });
+}
+
+TEST_F(Write, OthersThanRootAndTheOwnUserMayReadButNotWrite) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "needs root, to become another user";
+    using std::filesystem::perms;
+    std::filesystem::permissions(manager.folder().path(), perms::owner_all | perms::group_exec);
+    run([] { set(systemGroup, {{systemGroup, contact, 0, "ops"}}); });
+    run([] {
+        const uid_t nobody = 65534;
+        ASSERT_EQ(0, ::setresuid(nobody, nobody, nobody));
+        set(systemGroup, {{systemGroup, contact, 0, "intruder"}});
+        EXPECT_EQ("ops", value(systemGroup, contact));
+    });
+}
+
+TEST_F(Write, AnInstanceThatIsNotThereIsAnException) {
+    run([] {
+        TestQueue q;
+        char path[] = "QAV_System.Name=\"nobody\",CreationClassName=\"QAV_System\"";
+        EXPECT_EQ(OWB_EXCEPTION, OWB_getInstance(systemGroup, path, 0, q.head()));
+        EXPECT_EQ(Items{}, q.items());
+    });
+}
+
+} // namespace

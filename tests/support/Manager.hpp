@@ -1,0 +1,49 @@
+#ifndef TESTS_SUPPORT_MANAGER_HPP
+#define TESTS_SUPPORT_MANAGER_HPP
+#include "support/Program.hpp"
+#include "support/ScriptedPeer.hpp"
+#include "support/TempDir.hpp"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace support {
+
+/** The real object manager, with a socket and a state file of its own. It is ready when it is made. */
+class Manager {
+public:
+    /** @param options of its command line besides socket and state file */
+    explicit Manager(std::vector<std::string> options = {})
+        : m_command({OWBCIMOMD, "--socket", socketPath(), "--state", statePath()}) {
+        m_command.insert(m_command.end(), options.begin(), options.end());
+        start();
+    }
+
+    /** Starts it again, behind end(). */
+    void start() {
+        m_daemon = std::make_unique<Daemon>(m_command);
+        EXPECT_EQ("owbcimomd: ready on " + socketPath(), m_daemon->nextErrorLine());
+    }
+    /** Ends it by a signal and returns its exit code as in ProgramResult. */
+    int end(int signal) {
+        m_daemon->signal(signal);
+        return m_daemon->wait();
+    }
+
+    Daemon& daemon() { return *m_daemon; }
+    const std::vector<std::string>& command() const { return m_command; }
+    std::string url() const { return urlOf(socketPath()); }
+    std::string socketPath() const { return m_folder.file("socket"); }
+    std::string statePath() const { return m_folder.file("state.json"); }
+    const TempDir& folder() const { return m_folder; }
+
+private:
+    TempDir m_folder;
+    std::vector<std::string> m_command;
+    std::unique_ptr<Daemon> m_daemon;
+};
+
+} // namespace support
+#endif
