@@ -3,12 +3,20 @@
 
 #include <owb.h>
 
+#include <string>
 #include <vector>
 
 namespace owbctl {
 
 /** Rows of ExtItemList that belong to `group`, in the order of the list; none for an unknown group. */
 std::vector<const ExtItem*> propertiesOf(long group);
+
+/** The row of ExtItemList for a property of `group`, given by its name in any case of letters or by its
+ * nominator; null when the group has none. */
+const ExtItem* findProperty(long group, const std::string& nameOrNominator);
+
+/** The groups whose class is `className` in any case of letters, by ascending number. */
+std::vector<long> groupsOfClass(const std::string& className);
 
 } // namespace owbctl
 #endif

@@ -1,7 +1,9 @@
 #ifndef OWBCTL_FORMAT_HPP
 #define OWBCTL_FORMAT_HPP
 
+#include "Conversion.hpp"
 #include "Group.hpp"
+#include "Write.hpp"
 
 namespace owbctl {
 
@@ -17,6 +19,11 @@ public:
     /** Writes what one read gave. After the last one call endGroups(). */
     virtual void writeGroup(const Group& group) = 0;
     virtual void endGroups() = 0;
+
+    /** Writes what came of writing a row: the properties that changed, or the error. */
+    virtual void writeWrite(const Write& write) = 0;
+
+    virtual void writeConversion(const Conversion& conversion) = 0;
 };
 
 } // namespace owbctl

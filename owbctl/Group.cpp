@@ -1,7 +1,6 @@
 #include "Group.hpp"
 
 #include "Catalogue.hpp"
-#include "Queue.hpp"
 
 #include <algorithm>
 #include <map>
@@ -38,13 +37,24 @@ const Property* Row::find(const ExtItem* description) const {
     return found == properties.end() ? nullptr : &*found;
 }
 
+const Row* Group::find(long row) const {
+    const auto found = std::find_if(rows.begin(), rows.end(),
+                                    [row](const Row& candidate) { return candidate.number == row; });
+    return found == rows.end() ? nullptr : &*found;
+}
+
+std::vector<Row> rowsOf(long group, const Queue& queue) {
+    const std::vector<const ExtItem*> descriptions = propertiesOf(group);
+    std::vector<Row> rows;
+    for (auto& [row, values] : valuesByRow(queue))
+        rows.push_back({row, inTableOrder(descriptions, values)});
+    return rows;
+}
+
 Group readGroup(long number) {
     Queue queue;
-    Group group{number, ExtGroupCimClass[number], OWB_getGroup(number, queue.head()), {}};
-    const std::vector<const ExtItem*> descriptions = propertiesOf(number);
-    for (auto& [row, values] : valuesByRow(queue))
-        group.rows.push_back({row, inTableOrder(descriptions, values)});
-    return group;
+    const long status = OWB_getGroup(number, queue.head());
+    return {number, ExtGroupCimClass[number], status, rowsOf(number, queue)};
 }
 
 } // namespace owbctl

@@ -1,6 +1,8 @@
 #ifndef OWBCTL_GROUP_HPP
 #define OWBCTL_GROUP_HPP
 
+#include "Queue.hpp"
+
 #include <owb.h>
 
 #include <string>
@@ -30,7 +32,13 @@ struct Group {
     const char* className;
     long status;
     std::vector<Row> rows;
+
+    /** The row of the given number, or null when none arrived. Owned by the group. */
+    const Row* find(long row) const;
 };
+
+/** The rows that the items of a queue make up, all of them items of `group`; by ascending number. */
+std::vector<Row> rowsOf(long group, const Queue& queue);
 
 /** Reads group `number` (0 to OWB_MAX_GROUP) from the object manager. Blocks until the reply is complete. */
 Group readGroup(long number);

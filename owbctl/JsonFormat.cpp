@@ -33,6 +33,28 @@ Json nominators(long group) {
     return result;
 }
 
+Json toJson(const Change& change) {
+    return {{"name", change.description->property},
+            {"nominator", change.description->nom},
+            {"asked", change.asked.has_value()},
+            {"before", change.before},
+            {"after", change.after}};
+}
+
+template <class Predicate>
+Json namesWhere(const std::vector<Change>& changes, Predicate applies) {
+    Json names = Json::array();
+    for (const Change& change : changes) {
+        if (applies(change))
+            names.push_back(change.description->property);
+    }
+    return names;
+}
+
+Json textOrNull(const std::string& text) {
+    return text.empty() ? Json() : Json(text);
+}
+
 } // namespace
 
 JsonFormat::JsonFormat(Output& output, std::string url)
@@ -61,6 +83,34 @@ void JsonFormat::writeGroup(const Group& group) {
 
 void JsonFormat::endGroups() {
     write({{"format_version", formatVersion}, {"url", m_url}, {"groups", std::move(m_groups)}});
+}
+
+void JsonFormat::writeWrite(const Write& write) {
+    Json changed = Json::array();
+    for (const Change& change : write.changes) {
+        if (change.isChanged())
+            changed.push_back(toJson(change));
+    }
+    const auto isRefused = [](const Change& change) { return change.isRefused(); };
+    const auto isCleared = [](const Change& change) { return change.isCleared(); };
+    this->write({{"format_version", formatVersion},
+                 {"url", m_url},
+                 {"group", write.group},
+                 {"class", ExtGroupCimClass[write.group]},
+                 {"row", write.row},
+                 {"status", write.status},
+                 {"error", textOrNull(write.error)},
+                 {"changes", std::move(changed)},
+                 {"not_taken", namesWhere(write.changes, isRefused)},
+                 {"cleared", namesWhere(write.changes, isCleared)}});
+}
+
+void JsonFormat::writeConversion(const Conversion& conversion) {
+    write({{"format_version", formatVersion},
+           {"text", conversion.text},
+           {"unit", conversion.unit},
+           {"value", conversion.number ? Json(*conversion.number) : Json()},
+           {"error", textOrNull(conversion.error)}});
 }
 
 void JsonFormat::write(const Json& document) {

@@ -22,6 +22,8 @@ public:
     void writeCatalogue() override;
     void writeGroup(const Group& group) override;
     void endGroups() override;
+    void writeWrite(const Write& write) override;
+    void writeConversion(const Conversion& conversion) override;
 
 private:
     void write(const nlohmann::ordered_json& document);

@@ -12,7 +12,10 @@ constexpr int exitUsage = 2;
 /** Exit status for a status of the library: 0 for OWB_DONE, else 10 more than the library's number. */
 int exitStatus(long status);
 
-/** What a status of the library other than OWB_DONE means for a read from the object manager at `url`. */
+/** Whether a status may come from an object manager that could not be reached. */
+bool mayBeUnreachable(long status);
+
+/** What a status of the library other than OWB_DONE means for a request to the object manager at `url`. */
 std::string failureText(long status, const std::string& url);
 
 /** `url` with the password, if there is one, replaced by "***". For people and logs to read, not for the

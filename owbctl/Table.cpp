@@ -9,8 +9,7 @@ namespace owbctl {
 namespace {
 
 bool isNumber(const std::string& cell) {
-    return cell == Table::absent ||
-           (!cell.empty() && cell.find_first_not_of("0123456789") == std::string::npos);
+    return !cell.empty() && cell.find_first_not_of("0123456789") == std::string::npos;
 }
 
 } // namespace
@@ -44,12 +43,17 @@ std::string Table::text(std::size_t limit) const {
 }
 
 Table::Column Table::measure(std::size_t column) const {
-    Column result{width(m_lines.front()[column]), true};
+    std::size_t widest = width(m_lines.front()[column]);
+    std::size_t numbers = 0;
+    std::size_t others = 0;
     std::for_each(m_lines.begin() + 1, m_lines.end(), [&](const std::vector<std::string>& cells) {
-        result.width = std::max(result.width, width(cells[column]));
-        result.numeric = result.numeric && isNumber(cells[column]);
+        widest = std::max(widest, width(cells[column]));
+        if (isNumber(cells[column]))
+            ++numbers;
+        else if (cells[column] != absent)
+            ++others;
     });
-    return result;
+    return {widest, numbers > 0 && others == 0};
 }
 
 } // namespace owbctl

@@ -9,7 +9,7 @@ namespace owbctl {
 
 /**
  * Lines of cells, printed in aligned columns. A column of numbers is aligned to the right; a column is one of
- * numbers when every cell below the header is made of decimal digits or is absent.
+ * numbers when every cell below the header is made of decimal digits or is absent, and not all are absent.
  */
 class Table {
 public:

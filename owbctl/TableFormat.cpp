@@ -9,19 +9,28 @@
 namespace owbctl {
 namespace {
 
+std::string rowsText(const std::vector<Row>& rows) {
+    if (rows.size() != 1)
+        return std::to_string(rows.size()) + " rows";
+    return rows.front().number == 0 ? "1 row" : "row " + std::to_string(rows.front().number);
+}
+
 std::string heading(const Group& group) {
-    const std::size_t rows = group.rows.size();
-    return "Group " + std::to_string(group.number) + "  " + group.className + "  (" + std::to_string(rows) +
-           (rows == 1 ? " row" : " rows") + (group.status == OWB_DONE ? "" : ", incomplete") + ")\n";
+    return "Group " + std::to_string(group.number) + "  " + group.className + "  (" + rowsText(group.rows) +
+           (group.status == OWB_DONE ? "" : ", incomplete") + ")\n";
+}
+
+std::string cell(const std::vector<std::string>& values) {
+    if (values.empty())
+        return Table::absent;
+    std::string text;
+    for (const std::string& value : values)
+        text += (&value == &values.front() ? "" : ", ") + printable(value);
+    return text;
 }
 
 std::string cell(const Property* property) {
-    if (property == nullptr)
-        return Table::absent;
-    std::string text;
-    for (const std::string& value : property->values)
-        text += (&value == &property->values.front() ? "" : ", ") + printable(value);
-    return text;
+    return property == nullptr ? Table::absent : cell(property->values);
 }
 
 // Without a header: property and value, one property a line.
@@ -32,7 +41,7 @@ std::string vertical(const Row& row) {
     std::string text;
     for (const Property& property : row.properties) {
         const std::string name = property.description->property;
-        text += name + std::string(nameWidth - width(name), ' ') + "  " + cell(&property) + '\n';
+        text += name + std::string(nameWidth - width(name), ' ') + "  " + cell(property.values) + '\n';
     }
     return text;
 }
@@ -49,12 +58,12 @@ std::vector<const ExtItem*> usedColumns(const Group& group) {
 
 std::string horizontal(const Group& group) {
     const std::vector<const ExtItem*> columns = usedColumns(group);
-    std::vector<std::string> header;
+    std::vector<std::string> header = {"Row"};
     for (const ExtItem* column : columns)
         header.emplace_back(column->property);
     Table table(std::move(header));
     for (const Row& row : group.rows) {
-        std::vector<std::string> cells;
+        std::vector<std::string> cells = {std::to_string(row.number)};
         for (const ExtItem* column : columns)
             cells.push_back(cell(row.find(column)));
         table.add(std::move(cells));
@@ -67,6 +76,20 @@ std::string nominators(long group) {
     for (const ExtItem* item : propertiesOf(group))
         text += (text.empty() ? "" : " ") + std::to_string(item->nom) + "=" + item->property;
     return text;
+}
+
+// Empty when nothing has changed.
+std::string changed(const std::vector<Change>& changes) {
+    Table table({"Property", "Asked for", "Before", "After"});
+    bool any = false;
+    for (const Change& change : changes) {
+        if (!change.isChanged())
+            continue;
+        table.add({change.description->property, change.asked ? "yes" : "no", cell(change.before),
+                   cell(change.after)});
+        any = true;
+    }
+    return any ? table.text() : std::string();
 }
 
 } // namespace
@@ -90,6 +113,19 @@ void TableFormat::writeGroup(const Group& group) {
     else
         text += horizontal(group);
     m_output.write(text);
+}
+
+void TableFormat::writeWrite(const Write& write) {
+    if (!write.error.empty())
+        return; // the message on standard error says all there is to say
+    const std::string table = changed(write.changes);
+    m_output.write("Group " + std::to_string(write.group) + "  " + ExtGroupCimClass[write.group] + "  (row " +
+                   std::to_string(write.row) + ")\n" + (table.empty() ? "no change\n" : table));
+}
+
+void TableFormat::writeConversion(const Conversion& conversion) {
+    if (conversion.number)
+        m_output.write(std::to_string(*conversion.number) + '\n');
 }
 
 } // namespace owbctl

@@ -16,6 +16,8 @@ public:
     void writeCatalogue() override;
     void writeGroup(const Group& group) override;
     void endGroups() override {}
+    void writeWrite(const Write& write) override;
+    void writeConversion(const Conversion& conversion) override;
 
 private:
     Output& m_output;

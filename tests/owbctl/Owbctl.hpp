@@ -22,8 +22,19 @@ support::Step instances(const std::vector<std::string>& each);
 /** A good answer with one instance of the given properties. */
 support::Step instanceOf(const std::vector<std::string>& properties);
 
+/** A good answer to a write. */
+support::Step accepted();
+
+/** All answers to a write of one row: the instances before it, twice, since the library numbers the rows
+ * anew, then an acceptance, and the instances after it. */
+std::vector<support::Step> writeOf(const support::Step& before, const support::Step& after);
+
 /** URL of a socket that does not exist. */
 std::string deadUrl();
+
+/** Runs `owbctl --url URL` and the given arguments, with a peer that plays the given answers. */
+support::ProgramResult owbctlAt(const std::vector<support::Step>& answers,
+                                const std::vector<std::string>& arguments);
 
 /** Runs `owbctl get` for the groups, with a peer that plays the given answers, one for each group. */
 support::ProgramResult get(const std::vector<support::Step>& answers,

@@ -32,9 +32,9 @@ TEST(Get, SeveralRowsMakeATableOfThePropertiesThatAnyRowHas) {
         get({instances({connection(80, "::1"), connection(50123, "192.0.2.1")})}, {"7"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows)\n"
-                          "LocalAddress  LocalPort\n"
-                          "::1                  80\n"
-                          "192.0.2.1         50123\n");
+                          "Row  LocalAddress  LocalPort\n"
+                          "  0  ::1                  80\n"
+                          "  1  192.0.2.1         50123\n");
 }
 
 TEST(Get, AValueThatARowLacksIsADash) {
@@ -42,9 +42,23 @@ TEST(Get, AValueThatARowLacksIsADash) {
         instance("QAV_TCPProtocolEndpoint", {property("LocalPort", UINT32, bigEndian(1, 4))});
     const support::ProgramResult result = get({instances({connection(80, "::1"), other})}, {"7"});
     EXPECT_EQ(result.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows)\n"
-                          "LocalAddress  LocalPort\n"
-                          "::1                  80\n"
-                          "-                     1\n");
+                          "Row  LocalAddress  LocalPort\n"
+                          "  0  ::1                  80\n"
+                          "  1  -                     1\n");
+}
+
+TEST(Get, ARowWithoutValuesKeepsItsNumber) {
+    const std::string empty = instance("QAV_TCPProtocolEndpoint", {nullProperty("LocalPort", UINT32)});
+    const support::ProgramResult several =
+        get({instances({connection(80, "::1"), empty, connection(81, "::1")})}, {"7"});
+    EXPECT_EQ(several.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows)\n"
+                           "Row  LocalAddress  LocalPort\n"
+                           "  0  ::1                  80\n"
+                           "  2  ::1                  81\n");
+    const support::ProgramResult one = get({instances({empty, connection(81, "::1")})}, {"7"});
+    EXPECT_EQ(one.out, "Group 7  QAV_TCPProtocolEndpoint  (row 1)\n"
+                       "LocalAddress  ::1\n"
+                       "LocalPort     81\n");
 }
 
 TEST(Get, AGroupWithoutRowsHasNoData) {
@@ -77,9 +91,9 @@ TEST(Get, ColumnsAreAlignedByCharactersNotBytes) {
     const support::ProgramResult result =
         get({instances({connection(80, "d\xc3\xbcne"), connection(443, "sand-sand-sand")})}, {"7"});
     EXPECT_EQ(result.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows)\n"
-                          "LocalAddress    LocalPort\n"
-                          "d\xc3\xbcne                   80\n"
-                          "sand-sand-sand        443\n");
+                          "Row  LocalAddress    LocalPort\n"
+                          "  0  d\xc3\xbcne                   80\n"
+                          "  1  sand-sand-sand        443\n");
 }
 
 TEST(Get, LinesOfTheLibraryAboutDuplicatesGoToStandardError) {

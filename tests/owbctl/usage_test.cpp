@@ -49,8 +49,8 @@ TEST(Usage, HelpGoesToStandardOutputAndListsTheExitStatuses) {
     const support::ProgramResult result = owbctl({"--help"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
-    for (const char* const text :
-         {"groups", "get", "--url", "--json", "\n  12  ", "\n  13  ", "\n  14  ", "\n  15  "})
+    for (const char* const text : {"groups", "get", "instance", "set", "time", "--url", "--json", "\n  12  ",
+                                   "\n  13  ", "\n  14  ", "\n  15  "})
         EXPECT_NE(result.out.find(text), std::string::npos) << text;
 }
 

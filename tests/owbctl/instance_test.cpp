@@ -1,0 +1,204 @@
+// `owbctl instance`.
+#include "Owbctl.hpp"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace owbctl_test {
+namespace {
+
+using namespace support::wire;
+
+// A good answer to the request for one instance.
+support::Step found(const std::vector<std::string>& properties) {
+    return support::Step::answer(chunkedReply(std::string(1, '\0') + instance("QAV_Any", properties)));
+}
+
+std::vector<std::string> someProperties() {
+    return {stringProperty("Description", "a thing"), stringProperty("LastChangeTime", "then")};
+}
+
+const std::string pathHint =
+    "owbctl: the path may be malformed, or the object manager may not have the instance: the library does "
+    "not tell\n";
+const std::string hints =
+    "owbctl: is owbcimomd running, and does --url name its socket?\n"
+    "        For the cause: echo /tmp/owb.log >vdxDebug, run this again, read /tmp/owb.log\n" +
+    pathHint;
+
+// An answer without an instance, in CIM-XML, to the message of the given number.
+support::Step nothing(const std::string& message) {
+    return support::Step::answer(plainReply(
+        "<?xml version=\"1.0\" ?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE ID=\"" + message +
+        "\" PROTOCOLVERSION=\"1.0\"><SIMPLERSP><IMETHODRESPONSE NAME=\"GetInstance\"><IRETURNVALUE/>"
+        "</IMETHODRESPONSE></SIMPLERSP></MESSAGE></CIM>"));
+}
+
+TEST(Instance, ItIsReadAsEachGroupOfItsClass) {
+    const support::ProgramResult result =
+        owbctlAt({found(someProperties())}, {"instance", "QAV_System.Name=\"x\""});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out, "Group 1  QAV_System  (1 row)\n"
+                          "LastChangeTime  then\n"
+                          "\n"
+                          "Group 2  QAV_System  (1 row)\n"
+                          "Description  a thing\n");
+}
+
+TEST(Instance, TheClassIsFoundInAnyCaseBehindANamespace) {
+    const support::ProgramResult result =
+        owbctlAt({found(someProperties())}, {"instance", "root/cimv2.1:qav_SYSTEM.Name=\"a.b:c\""});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out.rfind("Group 1  QAV_System  (1 row)\n", 0), 0u) << result.out;
+}
+
+TEST(Instance, TheObjectManagerIsAskedForThePath) {
+    const support::ScriptedPeer peer({found(someProperties())});
+    owbctl({"--url", peer.url(), "instance", "QAV_K70Chassis.Tag=\"seven\""});
+    const std::vector<std::string> requests = peer.requests();
+    ASSERT_EQ(requests.size(), 1u);
+    EXPECT_NE(requests[0].find("CIMMethod: GetInstance\r\n"), std::string::npos);
+    EXPECT_NE(requests[0].find(text("QAV_K70Chassis")), std::string::npos);
+    EXPECT_NE(requests[0].find(text("Tag")), std::string::npos);
+    EXPECT_NE(requests[0].find(text("seven")), std::string::npos);
+}
+
+TEST(Instance, AGivenGroupIsTheOnlyOneWhateverTheClass) {
+    const support::ProgramResult result =
+        owbctlAt({found(someProperties())}, {"instance", "--group", "2", "Another_Class.Name=\"x\""});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out, "Group 2  QAV_System  (1 row)\nDescription  a thing\n");
+}
+
+TEST(Instance, TheRowIsZero) {
+    const support::ScriptedPeer peer({found(someProperties())});
+    const support::ProgramResult result =
+        owbctl({"--json", "--url", peer.url(), "instance", "QAV_System.Name=\"x\"", "--group", "2"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, R"({
+  "format_version": 1,
+  "url": ")" + peer.url() + R"(",
+  "groups": [
+    {
+      "group": 2,
+      "class": "QAV_System",
+      "status": 0,
+      "error": null,
+      "rows": [
+        {
+          "row": 0,
+          "properties": [
+            {
+              "name": "Description",
+              "nominator": 0,
+              "values": [
+                "a thing"
+              ]
+            }
+          ]
+        }
+      ]
+    }
+  ]
+}
+)");
+}
+
+TEST(Instance, TheRowIsTheOneGiven) {
+    const support::ProgramResult result =
+        owbctlAt({found(someProperties())},
+                 {"--json", "instance", "QAV_System.Name=\"x\"", "--group", "2", "--row", "2147483647"});
+    EXPECT_EQ(nlohmann::json::parse(result.out)["groups"][0]["rows"][0]["row"], 2147483647);
+}
+
+TEST(Instance, AFailureNamesGroupAndUrlAndMentionsThePath) {
+    const support::ScriptedPeer peer({support::Step::answer(cimErrorReply(6, "no such instance"))});
+    const support::ProgramResult result = owbctl({"--url", peer.url(), "instance", "QAV_System.Name=\"x\""});
+    EXPECT_EQ(result.exitCode, 15);
+    EXPECT_EQ(result.out, "");
+    const std::string noAnswer =
+        "no answer from the object manager at " + peer.url() + ", or it reported an error (status 5)\n";
+    EXPECT_EQ(result.err, "owbctl: group 1 (QAV_System): " + noAnswer +
+                              "owbctl: group 2 (QAV_System): " + noAnswer + hints);
+}
+
+TEST(Instance, AnAnswerWithoutAnInstanceGivesStatus12) {
+    const support::ScriptedPeer peer({nothing("1")});
+    const std::string url = peer.url("http", "localhost");
+    const support::ProgramResult result = owbctl({"--url", url, "instance", "QAV_K70Chassis.Tag=\"x\""});
+    EXPECT_EQ(result.exitCode, 12);
+    EXPECT_EQ(result.err, "owbctl: group 0 (QAV_K70Chassis): the object manager at " + url +
+                              " gave no instance (status 2)\n" + pathHint);
+}
+
+TEST(Instance, TheFirstGroupThatFailsDecidesAndAnyMayCallForTheHint) {
+    const support::ScriptedPeer peer({support::Step::answer(statusReply("404 Not Found")), nothing("2")});
+    const std::string url = peer.url("http", "localhost");
+    const support::ProgramResult result = owbctl({"--url", url, "instance", "QAV_System.Name=\"x\""});
+    EXPECT_EQ(result.exitCode, 15);
+    EXPECT_EQ(result.err, "owbctl: group 1 (QAV_System): no answer from the object manager at " + url +
+                              ", or it reported an error (status 5)\n"
+                              "owbctl: group 2 (QAV_System): the object manager at " +
+                              url + " gave no instance (status 2)\n" + hints);
+}
+
+TEST(Instance, AMalformedPathFailsLikeAnUnknownInstance) {
+    const support::ScriptedPeer peer({found(someProperties())});
+    for (const char* const path : {"QAV_System", "QAV_System.", "QAV_System.Name", ""}) {
+        const support::ProgramResult result = owbctl({"--url", peer.url(), "instance", path, "--group", "2"});
+        EXPECT_EQ(result.exitCode, 15) << path;
+        EXPECT_EQ(result.err, "owbctl: group 2 (QAV_System): no answer from the object manager at " +
+                                  peer.url() + ", or it reported an error (status 5)\n" + hints)
+            << path;
+    }
+    EXPECT_EQ(peer.connections(), 0u);
+}
+
+TEST(Instance, AFailureStandsInTheJsonDocumentToo) {
+    const support::ProgramResult result =
+        owbctlAt({support::Step::answer(cimErrorReply(6, "no such instance"))},
+                 {"--json", "instance", "QAV_K70Chassis.Tag=\"x\""});
+    EXPECT_EQ(result.exitCode, 15);
+    const nlohmann::json groups = nlohmann::json::parse(result.out)["groups"];
+    ASSERT_EQ(groups.size(), 1u);
+    EXPECT_EQ(groups[0]["group"], 0);
+    EXPECT_EQ(groups[0]["status"], 5);
+    EXPECT_TRUE(groups[0]["error"].is_string());
+    EXPECT_EQ(groups[0]["rows"], nlohmann::json::array());
+}
+
+TEST(Instance, AClassThatNoGroupHasNeedsAGroup) {
+    for (const char* const path : {"Other.Name=\"x\"", "root:Other.Name=\"QAV_System\""}) {
+        const support::ProgramResult result = owbctl({"instance", path});
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, "owbctl: no group has the class of the path, 'Other': give --group\n"
+                              "try 'owbctl --help'\n");
+    }
+}
+
+TEST(Instance, WrongUsageIsRefused) {
+    const std::string path = "QAV_System.Name=\"x\"";
+    const std::vector<std::vector<std::string>> wrong = {{},
+                                                         {path, path},
+                                                         {path, "--row", "-1"},
+                                                         {path, "--row", "x"},
+                                                         {path, "--row", ""},
+                                                         {path, "--group", "31"},
+                                                         {path, "--group", ""},
+                                                         {path, "--group", "1", "2"},
+                                                         {path, "--group", "1", "--group", "2"}};
+    for (const std::vector<std::string>& arguments : wrong) {
+        std::vector<std::string> all{"instance"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        const support::ProgramResult result = owbctl(all);
+        SCOPED_TRACE(result.err);
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_NE(result.err.find("\ntry 'owbctl --help'\n"), std::string::npos);
+    }
+}
+
+} // namespace
+} // namespace owbctl_test

@@ -1,0 +1,173 @@
+// `owbctl set` that comes to no comparison: wrong usage, steps that fail, rows that are not there.
+#include "Owbctl.hpp"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace owbctl_test {
+namespace {
+
+using namespace support::wire;
+
+const std::string connectionHint =
+    "owbctl: is owbcimomd running, and does --url name its socket?\n"
+    "        For the cause: echo /tmp/owb.log >vdxDebug, run this again, read /tmp/owb.log\n";
+
+support::Step system() {
+    return instanceOf({stringProperty("SystemName", "host")});
+}
+
+support::Step refusal() {
+    return support::Step::answer(cimErrorReply(1, "failed"));
+}
+
+// What a run of `owbctl set 2 ROW SystemName=new` left behind.
+struct SetRun {
+    SetRun(const std::vector<support::Step>& answers, const std::string& row)
+        : peer(answers)
+        , result(owbctl({"--url", peer.url(), "set", "2", row, "SystemName=new"})) {}
+
+    std::string noAnswer() const {
+        return "no answer from the object manager at " + peer.url() +
+               ", or it reported an error (status 5)\n" + connectionHint;
+    }
+
+    support::ScriptedPeer peer;
+    support::ProgramResult result;
+};
+
+TEST(SetFailure, AFailedReadBeforeTheWriteEndsIt) {
+    const SetRun run({refusal()}, "0");
+    EXPECT_EQ(run.result.exitCode, 15);
+    EXPECT_EQ(run.result.out, "");
+    EXPECT_EQ(run.result.err,
+              "owbctl: group 2 (QAV_System), row 0: reading before the write failed, nothing was written: " +
+                  run.noAnswer());
+    EXPECT_EQ(run.peer.requests().size(), 1u);
+}
+
+TEST(SetFailure, AFailedWriteIsTold) {
+    const SetRun run({system(), refusal()}, "0");
+    EXPECT_EQ(run.result.exitCode, 15);
+    EXPECT_EQ(run.result.out, "");
+    EXPECT_EQ(run.result.err,
+              "owbctl: group 2 (QAV_System), row 0: writing failed, perhaps after the values were sent: " +
+                  run.noAnswer());
+}
+
+TEST(SetFailure, AClassThatLostItsInstancesBeforeTheWriteGivesStatus12) {
+    const SetRun run({system(), instances({})}, "0");
+    EXPECT_EQ(run.result.exitCode, 12);
+    EXPECT_EQ(run.result.out, "");
+    EXPECT_EQ(run.result.err,
+              "owbctl: group 2 (QAV_System), row 0: writing failed, perhaps after the values were sent: the "
+              "object manager at " +
+                  run.peer.url() + " gave no instance (status 2)\n");
+}
+
+TEST(SetFailure, AFailureToReadBackIsTold) {
+    const SetRun run({system(), system(), accepted(), refusal()}, "0");
+    EXPECT_EQ(run.result.exitCode, 15);
+    EXPECT_EQ(run.result.out, "");
+    EXPECT_EQ(run.result.err, "owbctl: group 2 (QAV_System), row 0: reading back failed, the values were "
+                              "sent and may have been taken: " +
+                                  run.noAnswer());
+}
+
+TEST(SetFailure, ARowThatIsNotThereIsTold) {
+    const support::Step rows = instances({instance("QAV_System", {stringProperty("SystemName", "a")}),
+                                          instance("QAV_System", {stringProperty("SystemName", "b")})});
+    const SetRun run({rows}, "2");
+    EXPECT_EQ(run.result.exitCode, 1);
+    EXPECT_EQ(run.result.out, "");
+    EXPECT_EQ(run.result.err,
+              "owbctl: group 2 (QAV_System), row 2: there is no such row, or no value was taken; "
+              "rows with values: 2\n");
+    EXPECT_EQ(run.peer.requests().size(), 3u) << "there was no row to write";
+}
+
+TEST(SetFailure, ARowWithoutValuesBetweenOthersMayTakeNone) {
+    const std::vector<std::string> rows = {instance("QAV_System", {stringProperty("SystemName", "a")}),
+                                           instance("QAV_System", {nullProperty("SystemName", STRING)}),
+                                           instance("QAV_System", {stringProperty("SystemName", "b")})};
+    const SetRun run(writeOf(instances(rows), instances(rows)), "1");
+    EXPECT_EQ(run.result.exitCode, 1);
+    EXPECT_EQ(run.result.err,
+              "owbctl: group 2 (QAV_System), row 1: there is no such row, or no value was taken; "
+              "rows with values: 2\n");
+}
+
+TEST(SetFailure, ARowThatIsGoneAfterTheWriteIsTold) {
+    const SetRun run(writeOf(instances({instance("QAV_System", {stringProperty("SystemName", "a")}),
+                                        instance("QAV_System", {stringProperty("SystemName", "b")})}),
+                             system()),
+                     "1");
+    EXPECT_EQ(run.result.exitCode, 1);
+    EXPECT_EQ(run.result.out, "");
+    EXPECT_EQ(run.result.err, "owbctl: group 2 (QAV_System), row 1: after the write the row is gone, or has "
+                              "no value any more; rows with values: 1\n");
+}
+
+TEST(SetFailure, AFailureStandsInTheJsonDocumentToo) {
+    const support::ScriptedPeer peer({system(), system(), accepted(), refusal()});
+    const support::ProgramResult result =
+        owbctl({"--json", "--url", peer.url(), "set", "2", "0", "SystemName=new"});
+    EXPECT_EQ(result.exitCode, 15);
+    EXPECT_NE(result.err.find("reading back failed"), std::string::npos);
+    EXPECT_EQ(result.out, R"({
+  "format_version": 1,
+  "url": ")" + peer.url() + R"(",
+  "group": 2,
+  "class": "QAV_System",
+  "row": 0,
+  "status": 5,
+  "error": "reading back failed, the values were sent and may have been taken: no answer from the object manager at )" +
+                              peer.url() + R"(, or it reported an error",
+  "changes": [],
+  "not_taken": [],
+  "cleared": []
+}
+)");
+}
+
+TEST(SetFailure, AMissingRowStandsInTheJsonDocumentToo) {
+    const support::ProgramResult result = owbctlAt({system()}, {"--json", "set", "2", "1", "SystemName=new"});
+    EXPECT_EQ(result.exitCode, 1);
+    const nlohmann::json document = nlohmann::json::parse(result.out);
+    EXPECT_EQ(document.at("status"), 0);
+    EXPECT_EQ(document.at("error"), "there is no such row, or no value was taken; rows with values: 1");
+}
+
+TEST(SetFailure, WrongUsageIsNoticedBeforeTheObjectManagerIsAsked) {
+    const std::vector<std::vector<std::string>> wrong = {{},
+                                                         {"2"},
+                                                         {"2", "0"},
+                                                         {"2", "0", "SystemName"},
+                                                         {"2", "0", "Nope=x"},
+                                                         {"2", "0", "99=x"},
+                                                         {"2", "0", "SystemName=x", "4=y"},
+                                                         {"2", "0", "SystemName=x", "Description"},
+                                                         {"31", "0", "SystemName=x"},
+                                                         {"2", "-1", "SystemName=x"},
+                                                         {"2", "one", "SystemName=x"},
+                                                         {"2", "0", "--SystemName=x"}};
+    const support::ScriptedPeer peer({system()});
+    for (const std::vector<std::string>& arguments : wrong) {
+        std::vector<std::string> all{"--json", "--url", peer.url(), "set"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        const support::ProgramResult result = owbctl(all);
+        SCOPED_TRACE(result.err);
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_NE(result.err.find("\ntry 'owbctl --help'\n"), std::string::npos);
+    }
+    EXPECT_EQ(peer.connections(), 0u);
+}
+
+TEST(SetFailure, AMessageAboutAWordShowsControlCharactersEscaped) {
+    EXPECT_EQ(owbctl({"set", "2", "0", "a\x1b[31m"}).err,
+              "owbctl: 'a\\x1b[31m' is not of the form NAME=VALUE\ntry 'owbctl --help'\n");
+}
+
+} // namespace
+} // namespace owbctl_test
