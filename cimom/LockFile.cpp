@@ -47,8 +47,13 @@ LockFile::LockFile(std::string path)
 }
 
 LockFile::~LockFile() {
-    ::unlink(m_path.c_str());
+    if (isHeld())
+        ::unlink(m_path.c_str());
     ::close(m_descriptor);
+}
+
+bool LockFile::isHeld() const {
+    return isStill(m_descriptor, m_path);
 }
 
 } // namespace cimom

@@ -5,17 +5,14 @@
 #include "OW_CIMException.hpp"
 #include "types/Utf8.hpp"
 
-#include <algorithm>
+#include <set>
+#include <string>
 
 namespace cimom {
 
 using namespace OpenWBEM;
 
 namespace {
-
-bool isListed(const CIMName& name, const PropertyList* listed) {
-    return !listed || std::find(listed->begin(), listed->end(), name) != listed->end();
-}
 
 bool isSame(const CIMValue& a, const CIMValue& b) {
     return a && b ? a == b : !a && !b;
@@ -42,23 +39,28 @@ std::optional<std::string> textOf(const CIMValue& value, const PropertyDeclarati
     return bytes;
 }
 
-void logDropped(const CIMName& property, const CIMInstance& present) {
-    log("ModifyInstance " + std::string(pathOf(present).toString().c_str()) + ": \"" +
-        property.toString().c_str() + "\" is left out: the class has no such property");
+/** One line, however many there are. */
+void logLeftOut(const std::string& names, const CIMInstance& present) {
+    if (!names.empty())
+        log("ModifyInstance " + std::string(pathOf(present).toString().c_str()) +
+            ": left out, since the class has no such property: " + names);
 }
 
 } // namespace
 
 SiteValues::Values valuesToWrite(const CIMInstance& request, const PropertyList* listed,
                                  const CIMInstance& present, const ClassDeclaration& declaration) {
+    const std::set<CIMName> wanted =
+        listed ? std::set<CIMName>(listed->begin(), listed->end()) : std::set<CIMName>();
     SiteValues::Values changes;
+    std::string leftOut;
     for (const CIMProperty& property : request.getProperties()) {
         const CIMName name = property.getName();
-        if (!isListed(name, listed))
+        if (listed && wanted.count(name) == 0)
             continue;
         const PropertyDeclaration* const declared = find(declaration, name);
         if (!declared) {
-            logDropped(name, present);
+            leftOut += (leftOut.empty() ? "\"" : ", \"") + std::string(name.toString().c_str()) + "\"";
             continue;
         }
         const CIMValue value = converted(property.getValue(), *declared);
@@ -67,6 +69,7 @@ SiteValues::Values valuesToWrite(const CIMInstance& request, const PropertyList*
         else if (!isSame(value, present.getPropertyValue(name)))
             OW_THROWCIMMSG(CIMException::NOT_SUPPORTED, declared->name);
     }
+    logLeftOut(leftOut, present);
     return changes;
 }
 

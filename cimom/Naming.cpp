@@ -24,7 +24,28 @@ CIMValue valueOf(const CIMPropertyArray& properties, const CIMName& name) {
 
 } // namespace
 
+namespace {
+
+/** Objects have texts too, and arrays a first element, but neither is what a property of another kind means.
+ */
+bool isConvertible(const CIMValue& value, const PropertyDeclaration& declared) {
+    switch (value.getType()) {
+    case CIMDataType::REFERENCE:
+    case CIMDataType::EMBEDDEDCLASS:
+    case CIMDataType::EMBEDDEDINSTANCE:
+        return value.getType() == declared.type;
+    default:
+        return declared.isArray || !value.isArray();
+    }
+}
+
+} // namespace
+
 CIMValue converted(const CIMValue& value, const PropertyDeclaration& declared) {
+    if (value && !isConvertible(value, declared)) {
+        const String why = String(declared.name) + ": a value of another kind";
+        OW_THROWCIMMSG(CIMException::TYPE_MISMATCH, why.c_str());
+    }
     try {
         return CIMValueCast::castValueToDataType(value, declared.dataType());
     } catch (const Exception& e) {

@@ -1,10 +1,12 @@
 #include "ObjectManager.hpp"
 
+#include "Log.hpp"
 #include "Modification.hpp"
 #include "Naming.hpp"
 #include "OW_CIMException.hpp"
 
 #include <algorithm>
+#include <exception>
 #include <set>
 #include <utility>
 
@@ -90,8 +92,14 @@ void ObjectManager::modifyInstance(const std::string& nameSpace, const CIMInstan
     const Provider& provider = providerOf(nameSpace, modified.getClassName());
     const CIMObjectPath path = pathNamedBy(modified.getProperties(), provider.declaration());
     const CIMInstance present = instanceAt(path, provider);
-    m_siteValues.write(path.modelPath().c_str(),
-                       valuesToWrite(modified, listed, present, provider.declaration()));
+    const SiteValues::Values changes = valuesToWrite(modified, listed, present, provider.declaration());
+    try {
+        m_siteValues.write(path.modelPath().c_str(), changes);
+    } catch (const std::exception& e) {
+        const std::string why = std::string("keeping the values: ") + e.what();
+        log(why); // a client like the library does not tell its user
+        OW_THROWCIMMSG(CIMException::FAILED, why.c_str());
+    }
 }
 
 const Provider& ObjectManager::providerOf(const std::string& nameSpace, const CIMName& className) const {

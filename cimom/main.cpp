@@ -20,6 +20,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <sys/stat.h>
 #include <sys/types.h>
 
 namespace {
@@ -54,7 +55,7 @@ void run(boost::asio::io_context& io) {
 
 void serve(const Options& options) {
     if (options.state.empty())
-        throw std::runtime_error("state file: there is no home folder; name a file by --state");
+        throw std::runtime_error("state file: no name; give one by --state");
     const cimom::Host host(options.root);
     cimom::ObjectManager manager(cimom::makeProviders(host),
                                  cimom::SiteValues(std::make_unique<cimom::StateFile>(options.state)));
@@ -75,6 +76,10 @@ void serve(const Options& options) {
 int main(int argc, char** argv) {
     // A client or a log reader that goes away is no reason to end.
     std::signal(SIGPIPE, SIG_IGN);
+    // Nor is a limit on the size of files: a write then fails like on a full disk.
+    std::signal(SIGXFSZ, SIG_IGN);
+    // What is made on the way to the state file is for its owner alone; the socket has a mode of its own.
+    ::umask(0077);
 
     Options options;
     CLI::App app("Serves the live data of this host to CIM clients on a Unix-domain socket.", "owbcimomd");
@@ -103,7 +108,7 @@ int main(int argc, char** argv) {
         std::cerr << "owbcimomd: command line: " << e.what() << std::endl;
         return 2;
     } catch (const std::exception& e) {
-        std::cerr << "owbcimomd: " << e.what() << std::endl;
+        cimom::log(e.what());
         return 1;
     }
 }

@@ -10,11 +10,18 @@
 namespace owbctl {
 namespace {
 
-// The library, too, ends the namespace at the first colon and the class at the first point behind it.
+std::string behind(const std::string& text, const std::string& mark, std::size_t from = 0) {
+    const std::size_t place = text.find(mark, from);
+    return place == std::string::npos ? text : text.substr(place + mark.size());
+}
+
+// As the library has it: protocol://host/ in front, the namespace up to the first colon, the class up to the
+// first point behind it.
 std::string classOf(const std::string& path) {
-    const std::size_t colon = path.find(':');
-    const std::string rest = colon == std::string::npos ? path : path.substr(colon + 1);
-    return rest.substr(0, rest.find('.'));
+    const std::size_t host = path.find("://");
+    const std::string local = host == std::string::npos ? path : behind(path, "/", host + 3);
+    const std::string name = behind(local, ":");
+    return name.substr(0, name.find('.'));
 }
 
 Group readInstance(long number, std::string path, long row) {
@@ -29,7 +36,8 @@ std::vector<long> groupsOfPath(const std::string& path) {
     const std::string className = classOf(path);
     std::vector<long> groups = groupsOfClass(className);
     if (groups.empty())
-        throw UsageError("no group has the class of the path, '" + className + "': give --group");
+        throw UsageError("no group has the class of the path, '" + className +
+                         "': give --group, or a namespace in front when a value holds a colon");
     return groups;
 }
 

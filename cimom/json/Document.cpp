@@ -1,8 +1,8 @@
 #include "json/Document.hpp"
 
-#include <algorithm>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <set>
 
 namespace cimom::json {
 namespace {
@@ -84,11 +84,9 @@ public:
     bool end_array() override { return close(); }
 
     bool key(string_t& name) override {
-        auto& members = m_open.back()->members;
-        if (std::any_of(members.begin(), members.end(),
-                        [&name](const auto& each) { return each.first == name; }))
+        if (!m_open.back().names.insert(name).second)
             throw Error(m_position.line(), "\"" + name + "\" comes twice");
-        members.emplace_back(name, Value());
+        m_open.back().value->members.emplace_back(name, Value());
         return true;
     }
 
@@ -97,6 +95,12 @@ public:
     }
 
 private:
+    /** An array or an object whose end has not come. */
+    struct Open {
+        Value* value;
+        std::set<std::string> names; // of the members of an object
+    };
+
     bool number(const std::string& text) { return leaf(Value::Kind::number, text); }
 
     bool leaf(Value::Kind kind, const std::string& text) {
@@ -108,7 +112,7 @@ private:
         const std::size_t deepest = 64;
         if (m_open.size() == deepest)
             throw Error(m_position.line(), "more than 64 levels deep");
-        m_open.push_back(&add(kind));
+        m_open.push_back({&add(kind), {}});
         return true;
     }
 
@@ -128,7 +132,7 @@ private:
     Value& next() {
         if (m_open.empty())
             return m_root;
-        Value& parent = *m_open.back();
+        Value& parent = *m_open.back().value;
         if (parent.kind == Value::Kind::object)
             return parent.members.back().second;
         return parent.elements.emplace_back();
@@ -136,7 +140,7 @@ private:
 
     Value& m_root;
     Position& m_position;
-    std::vector<Value*> m_open; // the innermost last
+    std::vector<Open> m_open; // the innermost last
 };
 
 } // namespace

@@ -93,11 +93,11 @@ const SiteValues::Values* SiteValues::find(const std::string& instance) const {
 }
 
 void SiteValues::write(const std::string& instance, const Values& changes) {
+    if (changes.empty())
+        return;
     std::map<std::string, Values> changed = m_values;
     for (const auto& [property, value] : changes)
         changed[instance][property] = value;
-    if (changed == m_values)
-        return;
     if (m_file)
         m_file->replace(document(changed));
     m_values.swap(changed);

@@ -15,18 +15,19 @@ namespace cimom {
 class StateFile {
 public:
     /**
-     * Takes the file, which need not exist, and makes the folders that lead to it.
-     * Throws std::runtime_error that says `<path>: <why>`.
+     * Takes the file, which need not exist, or the one that a link leads to, and makes the folders on the
+     * way. Throws std::runtime_error that says `<path>: <why>`.
      */
-    explicit StateFile(std::string path);
+    explicit StateFile(const std::string& path);
 
     const std::string& path() const { return m_path; }
-    /** The content; nothing when there is no file. Throws std::system_error when it cannot be read. */
+    /** The content; nothing when there is no file. Throws std::runtime_error that says `<path>: <why>` when
+     * it cannot be read, or is no regular file. */
     std::optional<std::string> read() const;
     /**
      * Replaces the content, readable for the owner alone. When this returns, the new content is on the disk.
-     * Throws std::system_error; the content is then the old one, or, when only the last step failed, the
-     * new.
+     * Throws std::system_error; the content is then the old one, or, when the disk failed at the very end,
+     * the new. So it does when the lock file is gone, and with it the certainty that nobody else writes.
      */
     void replace(const std::string& content) const;
 

@@ -72,7 +72,8 @@ public:
     String toString() const override;
     /** toString(), escaped. */
     String toMOF() const override;
-    /** `<class>.<key>="<value>",...`: every value quoted and escaped. */
+    /** `<class>.<key>="<value>",...`: every value quoted and escaped. CIMException FAILED for a text of more
+     * than 16 MiB, to which paths within paths can grow. */
     virtual String modelPath() const;
     /** The text with backslashes, double quotes and line feeds escaped by a backslash. */
     static String escape(const String& text);

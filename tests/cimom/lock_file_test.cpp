@@ -3,7 +3,9 @@
 #include "support/TempDir.hpp"
 
 #include <fcntl.h>
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <memory>
 #include <stdexcept>
 #include <sys/stat.h>
 #include <system_error>
@@ -53,6 +55,18 @@ TEST(LockFile, AFileThatCannotBeMadeIsNamed) {
     } catch (const std::system_error& e) {
         EXPECT_EQ(path + ": No such file or directory", std::string(e.what()));
     }
+}
+
+TEST(LockFile, AFileThatTookItsPlaceStays) {
+    support::TempDir folder;
+    const std::string path = folder.file("lock");
+    auto first = std::make_unique<LockFile>(path);
+    EXPECT_TRUE(first->isHeld());
+    std::filesystem::remove(path);
+    EXPECT_FALSE(first->isHeld());
+    const LockFile second(path);
+    first.reset();
+    EXPECT_TRUE(second.isHeld());
 }
 
 TEST(ListeningSocket, ItsModeDoesNotDependOnTheUmask) {

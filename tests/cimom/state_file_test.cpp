@@ -9,6 +9,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 
 using cimom::StateFile;
 using support::readFile;
@@ -78,6 +79,55 @@ TEST(StateFile, WhatAWriterLeftUnfinishedDoesNotMatter) {
     EXPECT_EQ("new", readFile(folder.file("state")));
 }
 
+TEST(StateFile, WhatStandsInThePlaceOfTheNextContentIsNotWrittenTo) {
+    const TempDir folder;
+    const StateFile file(folder.file("state"));
+    folder.write("other", "precious");
+    ASSERT_EQ(0, ::link(folder.file("other").c_str(), folder.file("state.new").c_str()));
+    file.replace("one");
+    EXPECT_EQ("precious", readFile(folder.file("other")));
+    ASSERT_EQ(0, ::mkfifo(folder.file("state.new").c_str(), 0666));
+    file.replace("two");
+    EXPECT_EQ("two", file.read());
+}
+
+TEST(StateFile, TheFileThatALinkLeadsToIsReplacedAndLocked) {
+    const TempDir folder;
+    const std::string real = folder.write("real", "old");
+    ASSERT_EQ(0, ::symlink(real.c_str(), folder.file("link").c_str()));
+    const StateFile file(folder.file("link"));
+    file.replace("new");
+    EXPECT_EQ("new", readFile(real));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.file("link")));
+    EXPECT_EQ(real + ": another object manager keeps its values there", errorOf([&] { StateFile{real}; }));
+}
+
+TEST(StateFile, NothingIsWrittenWhenAnotherMayWriteToo) {
+    const TempDir folder;
+    const std::string path = folder.file("sub/state");
+    const StateFile first(path);
+    first.replace("old");
+    std::filesystem::remove_all(folder.file("sub"));
+    {
+        const StateFile second(path);
+        second.replace("of the second");
+        EXPECT_EQ(path + ".lock: No such file or directory", errorOf([&] { first.replace("of the first"); }));
+        EXPECT_EQ("of the second", readFile(path));
+    }
+}
+
+TEST(StateFile, AFolderThatCannotBeFlushedIsNoticedBeforeAnythingIsReplaced) {
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "root may open any folder";
+    const TempDir folder;
+    const StateFile file(folder.file("sub/state"));
+    file.replace("old");
+    ::chmod(folder.file("sub").c_str(), 0300);
+    EXPECT_EQ(folder.file("sub") + ": Permission denied", errorOf([&] { file.replace("new"); }));
+    EXPECT_EQ("old", file.read());
+    ::chmod(folder.file("sub").c_str(), 0700);
+}
+
 TEST(StateFile, ItBelongsToOneAtATime) {
     const TempDir folder;
     const std::string path = folder.file("state");
@@ -109,6 +159,7 @@ TEST(StateFile, AFullDiskLeavesTheContentAsItWas) {
         ::setrlimit(RLIMIT_FSIZE, &small);
         EXPECT_EQ(folder.file("state.new") + ": File too large",
                   errorOf([&] { file.replace(std::string(64, 'x')); }));
+        EXPECT_FALSE(std::filesystem::exists(folder.file("state.new"))) << "it would keep the disk full";
     });
     EXPECT_EQ("old", file.read());
 }
@@ -120,9 +171,12 @@ TEST(StateFile, AFolderThatCannotBeMadeIsReported) {
               errorOf([&] { StateFile(folder.file("file/sub/state")); }));
 }
 
-TEST(StateFile, AFileThatCannotBeReadIsReported) {
+TEST(StateFile, WhatIsNoRegularFileIsReported) {
     const TempDir folder;
     folder.write("state/in the way", "");
-    const StateFile file(folder.file("state"));
-    EXPECT_EQ(folder.file("state") + ": Is a directory", errorOf([&] { file.read(); }));
+    ASSERT_EQ(0, ::mkfifo(folder.file("fifo").c_str(), 0666));
+    for (const char* const name : {"state", "fifo"}) {
+        const StateFile file(folder.file(name));
+        EXPECT_EQ(folder.file(name) + ": not a regular file", errorOf([&] { file.read(); }));
+    }
 }

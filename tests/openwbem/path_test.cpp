@@ -1,4 +1,5 @@
 #include "OW_Array.hpp"
+#include "OW_CIMException.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMObjectPath.hpp"
 #include "OW_CIMProperty.hpp"
@@ -6,6 +7,7 @@
 #include "OW_NoSuchPropertyException.hpp"
 
 #include <gtest/gtest.h>
+#include <string>
 
 namespace {
 
@@ -66,6 +68,26 @@ TEST(Path, EscapesBackslashesQuotesAndLineFeeds) {
     EXPECT_EQ("a\\\\b\\\"c\\nd\te", CIMObjectPath::escape("a\\b\"c\nd\te"));
     EXPECT_EQ("a\\b\"cnd", CIMObjectPath::unEscape("a\\\\b\\\"c\\nd\\"));
     EXPECT_EQ("/root:Foo.Name=\\\"x\\\"", pathOf("Foo.Name=x").toMOF());
+}
+
+TEST(Path, WithinPathsIsNoLongerThanTheLongestText) {
+    CIMObjectPath path("Foo");
+    path.setKeyValue("Name", CIMValue("\""));
+    unsigned levels = 0;
+    std::string message;
+    while (message.empty() && levels < 64) {
+        CIMObjectPath outer("Foo");
+        outer.setKeyValue("Inner", CIMValue(path));
+        path = outer;
+        ++levels;
+        try {
+            EXPECT_GE(16U * 1024 * 1024 + 100, path.toString().length()) << levels;
+        } catch (const CIMException& e) {
+            message = e.getMessage();
+        }
+    }
+    EXPECT_EQ("general error (object path is too long)", message);
+    EXPECT_LT(10U, levels);
 }
 
 TEST(Path, EqualsOneThatNamesTheSameObject) {

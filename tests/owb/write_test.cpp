@@ -108,7 +108,7 @@ TEST_F(Write, TheChassisIsWrittenByItsTag) {
     });
     EXPECT_EQ("owbcimomd: ModifyInstance "
               "/root/cimv2:QAV_K70Chassis.Tag=\"Chassis\",CreationClassName=\"QAV_K70Chassis\": "
-              "\"_INDEX\" is left out: the class has no such property",
+              "left out, since the class has no such property: \"_INDEX\"",
               manager.daemon().nextErrorLine());
 }
 

@@ -173,7 +173,9 @@ TEST(Instance, AClassThatNoGroupHasNeedsAGroup) {
         const support::ProgramResult result = owbctl({"instance", path});
         EXPECT_EQ(result.exitCode, 2);
         EXPECT_EQ(result.out, "");
-        EXPECT_EQ(result.err, "owbctl: no group has the class of the path, 'Other': give --group\n"
+        EXPECT_EQ(result.err, "owbctl: no group has the class of the path, 'Other': give --group, or a "
+                              "namespace in front when a value "
+                              "holds a colon\n"
                               "try 'owbctl --help'\n");
     }
 }

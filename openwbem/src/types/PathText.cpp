@@ -1,9 +1,11 @@
 // Object paths as texts.
 #include "PathText.hpp"
 
+#include "OW_CIMException.hpp"
 #include "OW_CIMObjectPath.hpp"
 #include "ObjectData.hpp"
 #include "ValueText.hpp"
+#include "io/Limits.hpp"
 
 #include <string>
 
@@ -51,6 +53,9 @@ String CIMObjectPath::modelPath() const {
         appendText(text, escape(value ? value.toString() : "null"));
         text += '"';
         separator = ",";
+        // A path within a path within a path is escaped at each level, which doubles its backslashes.
+        if (text.size() > io::maximumText)
+            OW_THROWCIMMSG(CIMException::FAILED, "object path is too long");
     }
     return String(text.data(), text.size());
 }
