@@ -1,0 +1,28 @@
+# Defines Sblim::utilities, the library that runs commands, as OWB_SBLIM says. Sets OWB_SBLIM_IS_BUNDLED.
+if(NOT OWB_SBLIM MATCHES "^(AUTO|SYSTEM|BUNDLED)$")
+    message(FATAL_ERROR "OWB_SBLIM is '${OWB_SBLIM}'; it must be AUTO, SYSTEM or BUNDLED")
+endif()
+
+set(OWB_SBLIM_IS_BUNDLED TRUE)
+if(NOT OWB_SBLIM STREQUAL "BUNDLED")
+    set(SblimUtilities_HEADERS ${PROJECT_SOURCE_DIR}/sblim/include)
+    find_package(SblimUtilities QUIET)
+    if(SblimUtilities_FOUND)
+        set(OWB_SBLIM_IS_BUNDLED FALSE)
+    elseif(OWB_SBLIM STREQUAL "SYSTEM")
+        message(FATAL_ERROR "OWB_SBLIM=SYSTEM, but no libSblimUtilities for ${CMAKE_SYSTEM_PROCESSOR} was found.\n"
+                            "Looked for: ${SblimUtilities_LOOKED_FOR}\n"
+                            "Name its prefix with -DSblimUtilities_ROOT=DIR, or build with -DOWB_SBLIM=BUNDLED.")
+    endif()
+endif()
+
+if(OWB_SBLIM_IS_BUNDLED)
+    message(STATUS "Utilities library: bundled")
+    add_library(Sblim::utilities ALIAS SblimUtilities)
+    # Beside the bundled client library, so that it never meets an installed original.
+    install(TARGETS SblimUtilities LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/owb)
+    install(FILES sblim/include/sblim_utilities.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/owb)
+else()
+    message(STATUS "Utilities library: ${SblimUtilities_LIBRARY}")
+    add_library(Sblim::utilities ALIAS SblimUtilities_installed)
+endif()

@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# An agent builds against an installed utilities library, which has no header, and the build says what it looked for when
+# there is none that does: check_drop_in.sh CMAKE SOURCE_DIR TOOLCHAIN LIBRARY C_COMPILER
+set -euo pipefail
+
+cmake=$1 source=$2 toolchain=$3 library=$4 compiler=$5
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+
+fail() {
+    echo "$*" >&2
+    exit 1
+}
+
+# An agent with this project as a part of its own.
+mkdir "$folder/agent"
+cat >"$folder/agent/CMakeLists.txt" <<END
+cmake_minimum_required(VERSION 3.25)
+project(agent C CXX)
+add_subdirectory($source owb)
+add_executable(agent $source/tests/sblim/c_agent.c)
+target_link_libraries(agent PRIVATE Sblim::utilities)
+END
+
+configure() { # PREFIX MODE
+    "$cmake" -S "$folder/agent" -B "$1/build" -G Ninja --toolchain "$toolchain" -DOWB_SBLIM="$2" \
+        -DSblimUtilities_ROOT="$1" -DOWB_TESTS=OFF -DOWB_BENCH=OFF 2>&1
+}
+
+expect_refusal() { # PREFIX
+    local output words text
+    if output=$(configure "$1" SYSTEM); then
+        fail "configuring without a library that does succeeded: $output"
+    fi
+    words=$(tr -s '[:space:]' ' ' <<<"$output") # the message is wrapped
+    for text in "no libSblimUtilities for i686 was found" "libSblimUtilities with runcommand() and freeresultbuf()" "$1" \
+        "-DSblimUtilities_ROOT=DIR"; do
+        [[ $words == *$text* ]] || fail "the error does not say \"$text\": $output"
+    done
+}
+
+expect_library() { # PREFIX MODE SHOWN
+    local output
+    output=$(configure "$1" "$2") || fail "$output"
+    [[ $output == *"Utilities library: $3"* ]] || fail "not \"$3\" with $2: $output"
+}
+
+# One without a library, one that lacks a function, and one for another architecture.
+mkdir -p "$folder"/{none,half,other}/lib
+echo 'int runcommand(void) { return 0; }' >"$folder/half.c"
+"$compiler" -m32 -shared -o "$folder/half/lib/libSblimUtilities.so" "$folder/half.c"
+echo 'int runcommand(void) { return 0; } void freeresultbuf(void) {}' >"$folder/other.c"
+"$compiler" -c -m64 -ffreestanding -o "$folder/other.o" "$folder/other.c"
+ar cr "$folder/other/lib/libSblimUtilities.a" "$folder/other.o"
+for prefix in none half other; do
+    expect_refusal "$folder/$prefix"
+    expect_library "$folder/$prefix" AUTO bundled # the same folder: a refusal is not remembered
+done
+
+# As a development package and as a package for run time install it.
+for name in libSblimUtilities.so libSblimUtilities.so.0; do
+    prefix=$folder/$name/prefix
+    mkdir -p "$prefix/lib"
+    cp "$library" "$prefix/lib/$name"
+    [[ -e $prefix/lib/libSblimUtilities.so.0 ]] || ln -s "$name" "$prefix/lib/libSblimUtilities.so.0"
+    expect_library "$prefix" BUNDLED bundled
+    expect_library "$prefix" SYSTEM "$prefix/lib/$name"
+    rm -r "$prefix/build"
+    expect_library "$prefix" AUTO "$prefix/lib/$name"
+    output=$("$cmake" --build "$prefix/build" --target agent 2>&1) || fail "$output"
+    "$prefix/build/agent" || fail "the agent fails with $name"
+done

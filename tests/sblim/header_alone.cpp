@@ -1,0 +1,9 @@
+// The header for C++ of any age.
+#include "sblim_utilities.h"
+
+int main() {
+    char** out;
+    const int status = runcommand("exit 3", 0, &out, 0);
+    freeresultbuf(out);
+    return status == 3 ? 0 : 1;
+}

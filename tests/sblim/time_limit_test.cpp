@@ -1,0 +1,156 @@
+// Commands that do not end by themselves.
+#include "Run.hpp"
+#include "TimeLimit.hpp"
+
+#include "Descriptors.hpp"
+#include "support/Child.hpp"
+#include "support/TempDir.hpp"
+
+#include <cerrno>
+#include <csignal>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using support::inChild;
+using support::TempDir;
+
+/** Tells when all processes that hold its writing end have ended. */
+class Fifo {
+public:
+    Fifo()
+        : m_path(m_folder.file("fifo")) {
+        EXPECT_EQ(0, ::mkfifo(m_path.c_str(), 0600));
+        m_end = ::open(m_path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+        EXPECT_LE(0, m_end);
+    }
+    ~Fifo() { ::close(m_end); }
+    Fifo(const Fifo&) = delete;
+    Fifo& operator=(const Fifo&) = delete;
+
+    const std::string& path() const { return m_path; }
+    /** What has been written into it, once nobody holds it any more; that takes as long as their ends take.
+     */
+    std::string contentAtTheEnd() const {
+        std::string content;
+        pollfd polled = {m_end, POLLIN, 0};
+        while (::poll(&polled, 1, 20000) == 1) {
+            char bytes[100];
+            const ssize_t count = ::read(m_end, bytes, sizeof bytes);
+            if (count <= 0)
+                return content;
+            content.append(bytes, static_cast<std::size_t>(count));
+        }
+        return content + " and still held";
+    }
+
+private:
+    TempDir m_folder;
+    std::string m_path;
+    int m_end;
+};
+
+/** Milliseconds in which a command starts and prints its lines, on a busy machine too. */
+const int enoughToStart = 1500;
+
+/** A time limit, until the end of a test. */
+class TimeLimit {
+public:
+    explicit TimeLimit(int milliseconds) { sblim::timeLimit = milliseconds; }
+    ~TimeLimit() { sblim::timeLimit = 30000; }
+    TimeLimit(const TimeLimit&) = delete;
+    TimeLimit& operator=(const TimeLimit&) = delete;
+};
+
+TEST(TimeLimit, IsThirtySeconds) {
+    EXPECT_EQ(30000, sblim::timeLimit);
+}
+
+TEST(TimeLimit, ACommandThatNeverEndsIsKilledWithItsProcessGroupAndItsLinesAreUsed) {
+    const TimeLimit limit(enoughToStart);
+    const Fifo fifo;
+    const std::set<int> before = openDescriptors();
+    const Outcome result = run("exec 9>" + fifo.path() +
+                               "; trap '' TERM INT HUP; echo one; printf two; echo three >&2; echo held >&9; "
+                               "sleep 1000 & sleep 1000");
+    EXPECT_EQ(128 + SIGKILL, result.status);
+    EXPECT_EQ((Lines{"one", "two"}), result.out);
+    EXPECT_EQ(Lines{"three"}, result.err);
+    EXPECT_EQ("held\n", fifo.contentAtTheEnd());
+    EXPECT_EQ(before, openDescriptors());
+    EXPECT_EQ(-1, ::waitpid(-1, nullptr, WNOHANG));
+}
+
+TEST(TimeLimit, ACommandThatNeverStopsPrintingIsKilled) {
+    const TimeLimit limit(enoughToStart);
+    const Fifo fifo;
+    char** out = nullptr;
+    EXPECT_EQ(128 + SIGKILL,
+              runcommand(("exec 9>" + fifo.path() + "; echo held >&9; while :; do echo one; done").c_str(),
+                         nullptr, &out, nullptr));
+    EXPECT_STREQ("one", *out);
+    freeresultbuf(out);
+    EXPECT_EQ("held\n", fifo.contentAtTheEnd());
+}
+
+TEST(TimeLimit, HoldsForACommandThatHasClosedItsOutput) {
+    const TimeLimit limit(enoughToStart);
+    const Fifo fifo;
+    const Outcome result =
+        run("exec 9>" + fifo.path() + "; echo held >&9; echo one; exec >&- 2>&-; sleep 1000");
+    EXPECT_EQ(128 + SIGKILL, result.status);
+    EXPECT_EQ("held\n", fifo.contentAtTheEnd());
+}
+
+TEST(TimeLimit, HoldsForAProcessLeftBehindThatKeepsTheOutputOpen) {
+    const TimeLimit limit(enoughToStart);
+    const Fifo fifo;
+    const Outcome result = run("exec 9>" + fifo.path() + "; echo held >&9; sleep 1000 & echo one; exit 3");
+    EXPECT_EQ(3, result.status);
+    EXPECT_EQ(Lines{"one"}, result.out);
+    EXPECT_EQ("held\n", fifo.contentAtTheEnd());
+}
+
+TEST(TimeLimit, LeavesTheStatusOfACommandThatASignalHasEndedBefore) {
+    const TimeLimit limit(enoughToStart);
+    const Outcome result = run("trap '' TERM; sleep 1000 & trap - TERM; echo one; kill -TERM 0");
+    EXPECT_EQ(128 + SIGTERM, result.status);
+    EXPECT_EQ(Lines{"one"}, result.out);
+}
+
+TEST(TimeLimit, HoldsForTheOutputOfAProcessThatHasLeftTheProcessGroup) {
+    const TimeLimit limit(enoughToStart);
+    const Outcome result = run("setsid sleep 1000 & echo $!; exit 3");
+    EXPECT_EQ(3, result.status);
+    ASSERT_EQ(1U, result.out.size());
+    EXPECT_EQ(0, ::kill(std::stoi(result.out[0]), SIGKILL)); // still there
+}
+
+TEST(TimeLimit, IsNotWaitedForWhenAProcessLeftBehindHasNoOutputOfOurs) {
+    const Outcome result = run("sleep 1000 >/dev/null 2>&1 & echo $!; exit 3");
+    EXPECT_EQ(3, result.status);
+    ASSERT_EQ(1U, result.out.size());
+    EXPECT_EQ(0, ::kill(std::stoi(result.out[0]), SIGKILL)); // still there
+}
+
+TEST(TimeLimit, HoldsForACommandThatStopsItself) {
+    const TimeLimit limit(enoughToStart);
+    EXPECT_EQ(128 + SIGKILL, run("kill -STOP 0").status);
+}
+
+TEST(TimeLimit, HoldsWhereTheCallerIgnoresTheEndOfItsChildren) {
+    const TempDir folder;
+    inChild(folder.path(), [] {
+        const TimeLimit limit(enoughToStart);
+        ::signal(SIGCHLD, SIG_IGN);
+        const Fifo fifo;
+        EXPECT_EQ(128 + SIGKILL, run("exec 9>" + fifo.path() + "; echo held >&9; sleep 1000").status);
+        EXPECT_EQ("held\n", fifo.contentAtTheEnd());
+    });
+}
+
+} // namespace
