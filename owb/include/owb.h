@@ -61,7 +61,7 @@
  *   folders of its own below the prefix, PREFIX/include/owb/openwbem and PREFIX/lib/owb:
  *       c++ -m32 agent.cpp -IPREFIX/include/owb/openwbem -LPREFIX/lib/owb -lowb -lowclient
  *
- * The header serves C89 with `long long`, and C++. The target is 32-bit Linux: every long and pointer below
+ * The header serves C89 and C++. The target is 32-bit Linux: every long and pointer below
  * is one 32-bit word there.
  */
 #ifndef OWB_H
@@ -270,9 +270,10 @@ long OWB_getInstance(long group, char* objectPath, long row, _qHead* q);
  * as a string, whatever the type of the property.
  *
  *   group  0 to OWB_MAX_GROUP; items of other groups are left out
- *   q      the queue. Items and their order stay; each item's `selected` is overwritten, and the cursor ends
- *          on the head. Of two items for one property the later one counts; the array position has no part
- *          in a write. A nominator that the group does not have is traced and left out.
+ *   q      the queue. Items and their order stay. When instances were visited, each item's `selected` has
+ *          been overwritten and the cursor is on the head. Of two items for one property the later one
+ * counts; the array position has no part in a write. A nominator that the group does not have is traced and
+ * left out.
  *
  * Returns
  *   OWB_DONE           every instance was visited, or the queue is empty. This does not say that the CIMOM
@@ -296,8 +297,8 @@ long OWB_setGroup(long group, _qHead* q);
  * Seconds from 1970-01-01 00:00:00 UTC to a CIM date.
  *
  *   text   yyyymmddhhmmss.mmmmmmsutc (DSP0004): local time, microseconds, the sign and minutes of its offset
- *          from UTC. An asterisk counts as 0. English dates like "Thu Jan 1 00:00:00 UTC 1970" are taken as
- *          well. Microseconds are dropped.
+ *          from UTC. An asterisk counts as 0, which no month and no day may be. English dates like "Thu Jan 1
+ * 00:00:00 UTC 1970" are taken as well. Microseconds are dropped.
  *
  * Returns 0, with a trace, for null, for a text that is no date, and for a moment before 1970 or from
  * 2038-01-19 03:14:08 UTC on.
@@ -307,15 +308,33 @@ long OWB_calcTimeEpoch(char* text);
 /*
  * Length of a CIM interval.
  *
- *   text   ddddddddhhmmss.mmmmmm:000 (DSP0004): days, hours, minutes, seconds, microseconds. Fields are not
- *          checked, and what is no digit ends a field. A CIM date is taken too, its day of the month as days.
- *   unit   of the result
+ *   text   ddddddddhhmmss.mmmmmm:000 (DSP0004): days, hours, minutes, seconds, microseconds. Fields are
+ *          not checked: blanks and a sign may stand in front, and what is no digit ends one. A CIM date is
+ * taken too, its day of the month as days. unit   of the result
  *
  * The result is cut to 32 bits, so it wraps: microseconds beyond 2147.483647 seconds, milliseconds beyond
- * 24.8 days, hundredths beyond 248 days. Returns 0, with a trace, for null, another unit, and a text that is
- * neither interval nor date; 0 without one for the empty text.
+ * 24.8 days, hundredths beyond 248 days, seconds beyond 68 years. Returns 0, with a trace, for null, another
+ * unit, and a text that is neither interval nor date; 0 without one for the empty text.
  */
 long OWB_calcTimeInterval(char* text, OWB_TIME_UNIT unit);
+
+/*
+ * Appends the running software of this host, read from /proc and not from the CIMOM: for each process a row
+ * of group 16 (name, handle, path, parameters, run type, execution state), then for each a row of group 22
+ * (handle, sizes in kB of stack, data and text, processor time). The rows of group 22 follow those of group
+ * 16: with n rows of the one, the first of the other is row n. A process is the same in both groups by its
+ * handle, the process ID, alone.
+ *
+ *   q      the queue; items in it stay. Null gives nothing.
+ *
+ * Returns 1. Processes that cannot be read whole are left out, and so are those whose name holds a ")", see
+ * QAV_UnixProcessAPI.hpp; of more than 32,768 processes the others are left out. std::bad_alloc and
+ * exceptions of the client library's types pass through.
+ *
+ * Runs the program /kq/bin/softinv and waits for it, at most 30 s. The child is reaped; a SIGCHLD handler of
+ * the agent's sees it.
+ */
+int OWB_getSWRun(_qHead* q);
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -1,0 +1,163 @@
+/*
+ * QAV_UnixProcessAPI.hpp - the processes of the local Linux system, read from /proc
+ *
+ * PURPOSE
+ *   A table of processes that is filled in one of two modes, what describes each process or what it uses,
+ *   and walked with a cursor:
+ *
+ *       QAV_UnixProcessAPI processes;
+ *       OpenWBEM::String name;
+ *
+ *       processes.init(QAV_UnixProcessAPI::eProcessInformation);
+ *       processes.begin();
+ *       while (processes.hasNext()) {
+ *           processes.next();
+ *           processes.getName(name);
+ *       }
+ *       processes.end();
+ *
+ * WHAT IS LEFT OUT
+ *   A process that ends while it is being read, one whose files may not be read, and one whose name holds
+ *   a ")": of such a name the part before the ")" is taken, and the fields of its stat line are then looked
+ *   for in the wrong places. "(sd-pam)" is the well-known example: it does not appear. Should the rest of
+ *   the name look like the fields of a stat line, the process appears with wrong numbers.
+ *
+ * ERRORS
+ *   None are reported. Without /proc the table is empty. Exceptions of the client library's types and
+ *   std::bad_alloc pass; nothing is leaked then.
+ *
+ * THREADS
+ *   An object is for one thread at a time. init() in the mode eProcessInformation runs a program, waits
+ *   for it, at most 30 s, and reaps it.
+ */
+#ifndef QAV_UNIX_PROCESS_API_HPP
+#define QAV_UNIX_PROCESS_API_HPP
+
+#include <OW_Array.hpp>
+#include <OW_CIMDateTime.hpp>
+#include <OW_String.hpp>
+
+class QAV_UnixProcessAPI {
+public:
+    /* What a fill of the table gathers, besides handle and name. */
+    enum tProcessInfoType {
+        eStatisticalInformation = 0, /* processor time, sizes of text, data and stack */
+        eProcessInformation = 1      /* parent, state, parameters, program, kind, user, group */
+    };
+
+    /*
+     * One process. What the other mode gathers is empty or 0.
+     *
+     *   handle           process ID, decimal
+     *   name             command name, proc(5): 15 bytes at most, 63 of a kernel thread
+     *   modulePath       path of the program, at most 512 bytes; empty when it may not be read, and
+     *                    for kernel threads
+     *   parameters       arguments behind the program's name, see readRunParameters()
+     *   runType          RFC 2790, hrSWRunType: 2 operating system, 3 device driver, 4 application
+     *   executionState   CIM_Process.ExecutionState: 2 ready (it sleeps), 3 running, 4 blocked
+     *                    (stopped), 5 suspended blocked (waiting for a disk), 7 terminated (a
+     *                    zombie), 0 unknown
+     *   parentProcessID  decimal
+     *   realUserID       the effective user ID, its name notwithstanding
+     *   processGroupID   the effective group ID, likewise
+     *   totalCpuTime     interval: user and system time. A clock tick counts as 10 ms, whatever it is.
+     *   realText         kB: the program and its libraries
+     *   realData         kB
+     *   realStack        kB
+     */
+    struct tUnixProcess {
+        OpenWBEM::String handle;
+        OpenWBEM::String name;
+        OpenWBEM::String modulePath;
+        OpenWBEM::Array<OpenWBEM::String> parameters;
+        unsigned short runType;
+        unsigned short executionState;
+        OpenWBEM::String parentProcessID;
+        unsigned long long realUserID;
+        unsigned long long processGroupID;
+        OpenWBEM::CIMDateTime totalCpuTime;
+        unsigned long long realText;
+        unsigned long long realData;
+        unsigned long long realStack;
+    };
+
+    /* An empty table. */
+    QAV_UnixProcessAPI();
+    ~QAV_UnixProcessAPI();
+
+    /* Replaces the table by all processes that there are, in the order of the folder /proc. */
+    void init(tProcessInfoType type);
+
+    /*
+     * Adds the one process whose ID is `handle` to the table. The cursor stays. Returns 1 when it was added,
+     * 0 when it does not exist or cannot be read whole.
+     */
+    int init(tProcessInfoType type, const OpenWBEM::String& handle);
+
+    /* Sets the cursor before the first process. */
+    void begin();
+
+    /* Moves the cursor to the next process; not beyond the 32,768th. */
+    void next();
+
+    /*
+     * 1 when there is a process behind the cursor, else 0. The cursor has 16 bits: a walk ends with the
+     * 32,768th process, however many there are.
+     */
+    int hasNext();
+
+    /* Does nothing: the end of a walk. */
+    void end();
+
+    /*
+     * Copy one field of the process at the cursor. Return 1; 0, leaving the argument alone, when the cursor
+     * is on none.
+     */
+    int getHandle(OpenWBEM::String& handle) const;
+    int getName(OpenWBEM::String& name) const;
+    int getModulePath(OpenWBEM::String& modulePath) const;
+    int getParameters(OpenWBEM::Array<OpenWBEM::String>& parameters) const;
+    int getRunType(unsigned short& runType) const;
+    int getExecutionState(unsigned short& executionState) const;
+    int getParentProcessID(OpenWBEM::String& parentProcessID) const;
+    int getRealUserID(unsigned long long& realUserID) const;
+    int getProcessGroupID(unsigned long long& processGroupID) const;
+    int getTotalCpuTime(OpenWBEM::CIMDateTime& totalCpuTime) const;
+    int getRealText(unsigned long long& realText) const;
+    int getRealData(unsigned long long& realData) const;
+    int getRealStack(unsigned long long& realStack) const;
+
+    /*
+     * Reads one process and appends it to the table, as init() does. The output of the software inventory
+     * stays held until the next init().
+     */
+    int internalInit(tProcessInfoType type, const OpenWBEM::String& handle);
+
+    /*
+     * Kind of a program by its command name: 2, 3 or 4, as runType. Asks the program /kq/bin/softinv, once
+     * between two calls of init(): of its lines that begin with the name the last one counts, by its fourth
+     * word, "Operating", "Driver" or a beginning of these. A line that begins with the name and has no fourth
+     * word ends the search with 4, and so does a program that is missing or says nothing.
+     */
+    unsigned short determineSWType(const OpenWBEM::String& name);
+
+    /*
+     * Replaces the parameters of a record by what a cmdline file, proc(5), holds behind its first text. Only
+     * its first 511 bytes count, and only up to the end of the first line and the first empty text. Returns
+     * 1; 0, leaving the record alone, when the file cannot be opened.
+     */
+    static int readRunParameters(const char* path, tUnixProcess& record);
+
+private:
+    QAV_UnixProcessAPI(const QAV_UnixProcessAPI&);
+    QAV_UnixProcessAPI& operator=(const QAV_UnixProcessAPI&);
+
+    const tUnixProcess* current() const;
+
+    char** m_swInventory; /* lines of the software inventory, null-terminated; null when not held */
+    bool m_swInventoryRead;
+    OpenWBEM::Array<tUnixProcess> m_processes;
+    short m_current; /* -1: before the first */
+};
+
+#endif

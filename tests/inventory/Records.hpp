@@ -1,0 +1,39 @@
+#ifndef TESTS_INVENTORY_RECORDS_HPP
+#define TESTS_INVENTORY_RECORDS_HPP
+#include "QAV_UnixProcessAPI.hpp"
+
+#include <string>
+#include <vector>
+
+/** What the getters tell of one process, as texts and numbers. */
+struct Record {
+    std::string handle;
+    std::string name;
+    std::string modulePath;
+    std::vector<std::string> parameters;
+    unsigned short runType;
+    unsigned short executionState;
+    std::string parentProcessID;
+    unsigned long long realUserID;
+    unsigned long long processGroupID;
+    std::string totalCpuTime;
+    unsigned long long realText;
+    unsigned long long realData;
+    unsigned long long realStack;
+};
+
+const QAV_UnixProcessAPI::tProcessInfoType statistics = QAV_UnixProcessAPI::eStatisticalInformation;
+const QAV_UnixProcessAPI::tProcessInfoType information = QAV_UnixProcessAPI::eProcessInformation;
+
+using Texts = std::vector<std::string>;
+
+/** The process at the cursor; every getter must succeed. */
+Record recordAt(const QAV_UnixProcessAPI& processes);
+
+/** All processes of a table, by a walk. */
+std::vector<Record> recordsIn(QAV_UnixProcessAPI& processes);
+
+/** Their handles. */
+Texts handlesIn(QAV_UnixProcessAPI& processes);
+
+#endif

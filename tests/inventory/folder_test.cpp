@@ -1,0 +1,130 @@
+// The folder of the processes: which of its entries are processes.
+#include "inventory/Inventory.hpp"
+
+#include <dirent.h>
+#include <filesystem>
+#include <fstream>
+#include <unistd.h>
+
+namespace {
+
+class Folder : public Inventory {};
+
+TEST_F(Folder, EveryNameThatBeginsWithANumberOtherThan0IsAProcess) {
+    for (const char* const name : {"1", "123", "4194304"})
+        m_tree.add(name);
+    for (const char* const name :
+         {"self", "thread-self", "0", "00", "0x12", "0 12", "sys", "net", "x1", "-", "+", "- 5", ".5", "_1"})
+        m_tree.add(name);
+    for (const auto type : {information, statistics})
+        EXPECT_EQ((Texts{"1", "123", "4194304"}), found(type));
+}
+
+TEST_F(Folder, ANameIsTheHandleAsItStandsAndItsNumberTheProcess) {
+    MadeProcess process;
+    process.name = "hundred";
+    m_tree.add("123", process);
+    const Texts names = {"+123", "0123", "123", "123abc", "123.5", " 123", "\t123"};
+    for (const std::string& name : names)
+        std::filesystem::create_directories(m_tree.path() + "/" + name);
+    EXPECT_EQ((Texts{"\t123", " 123", "+123", "0123", "123", "123.5", "123abc"}), found(information));
+    for (const std::string& name : names) {
+        EXPECT_EQ("hundred", read(name, information).name);
+        EXPECT_EQ(name, read(name, information).handle);
+        EXPECT_EQ("hundred", read(name, statistics).name);
+    }
+}
+
+TEST_F(Folder, ANegativeNumberIsNoProcess) {
+    for (const char* const name : {"-5", "5", "4294967291"})
+        m_tree.add(name);
+    EXPECT_FALSE(isFound("-5", information));
+    EXPECT_FALSE(isFound("-5", statistics));
+    m_tree.remove("4294967291");
+    EXPECT_EQ(Texts{"5"}, found());
+}
+
+TEST_F(Folder, ANegativeNumberIsThatBelow2To64) {
+    m_tree.add("18446744073709551611");
+    EXPECT_EQ("-5", read("-5", information).handle);
+    std::filesystem::create_directory(m_tree.path() + "/-5");
+    EXPECT_EQ(Texts{"-5"}, found());
+}
+
+TEST_F(Folder, ANumberThatIsTooLargeIsTheLargestOfALong) {
+    m_tree.add("99999999999");
+    EXPECT_FALSE(isFound("99999999999", statistics));
+    m_tree.add("2147483647");
+    EXPECT_EQ("99999999999", read("99999999999", statistics).handle);
+    EXPECT_EQ((Texts{"2147483647", "99999999999"}), found());
+}
+
+TEST_F(Folder, AnEntryWithoutFilesIsNoProcess) {
+    m_tree.add("7");
+    std::filesystem::create_directory(m_tree.path() + "/8");
+    std::ofstream(m_tree.path() + "/9") << "no folder";
+    std::filesystem::create_symlink("nowhere", m_tree.path() + "/10");
+    EXPECT_EQ(Texts{"7"}, found(information));
+    EXPECT_EQ(Texts{"7"}, found(statistics));
+}
+
+TEST_F(Folder, ProcessesComeInItsOrder) {
+    for (int id = 1; id <= 200; ++id)
+        m_tree.add(std::to_string(id * 7919 % 4001 + 1));
+    Texts names;
+    DIR* const folder = ::opendir(m_tree.path().c_str());
+    while (const dirent* const entry = ::readdir(folder))
+        if (entry->d_name[0] != '.')
+            names.push_back(entry->d_name);
+    ::closedir(folder);
+    for (const auto type : {information, statistics}) {
+        QAV_UnixProcessAPI processes;
+        processes.init(type);
+        EXPECT_EQ(names, handlesIn(processes));
+    }
+}
+
+TEST_F(Folder, ThatIsEmptyOrMissingGivesAnEmptyTable) {
+    EXPECT_EQ(Texts{}, found(information));
+    EXPECT_EQ(Texts{}, found(statistics));
+    std::filesystem::create_directory(m_tree.path());
+    EXPECT_EQ(Texts{}, found(information));
+    EXPECT_EQ(Texts{}, found(statistics));
+}
+
+TEST_F(Folder, ThatIsGoneEmptiesTheTable) {
+    m_tree.add("7");
+    QAV_UnixProcessAPI processes;
+    processes.init(information);
+    EXPECT_EQ(Texts{"7"}, handlesIn(processes));
+    std::filesystem::remove_all(m_tree.path());
+    processes.init(information);
+    EXPECT_EQ(Texts{}, handlesIn(processes));
+}
+
+TEST_F(Folder, ReadAgainReplacesTheTable) {
+    m_tree.add("7");
+    QAV_UnixProcessAPI processes;
+    processes.init(information);
+    m_tree.remove("7");
+    m_tree.add("8");
+    processes.init(statistics);
+    EXPECT_EQ(Texts{"8"}, handlesIn(processes));
+    EXPECT_EQ(1600U, recordsIn(processes).at(0).realText);
+    processes.init(information);
+    EXPECT_EQ(Texts{"8"}, handlesIn(processes));
+    EXPECT_EQ("1", recordsIn(processes).at(0).parentProcessID);
+    EXPECT_EQ(0U, recordsIn(processes).at(0).realText);
+}
+
+TEST_F(Folder, IsClosedAgain) {
+    m_tree.add("7");
+    const int before = ::dup(0);
+    ::close(before);
+    EXPECT_EQ(Texts{"7"}, found());
+    const int after = ::dup(0);
+    ::close(after);
+    EXPECT_EQ(before, after);
+}
+
+} // namespace

@@ -1,0 +1,115 @@
+// The kind of a program, by what the software inventory prints.
+#include "inventory/Inventory.hpp"
+
+namespace {
+
+enum RunType : unsigned short { operatingSystem = 2, deviceDriver = 3, application = 4 };
+
+class Software : public Inventory {
+protected:
+    // The kind of a program in an inventory that prints a text.
+    unsigned short typeIn(const std::string& text, const std::string& name) const {
+        setToolOutput(text);
+        QAV_UnixProcessAPI processes;
+        return processes.determineSWType(OpenWBEM::String(name.c_str(), name.size()));
+    }
+    // The kind that the fourth word of a line stands for.
+    unsigned short typeOf(const std::string& word) const { return typeIn("prog a b " + word + "\n", "prog"); }
+};
+
+TEST_F(Software, StandsInTheFourthWord) {
+    const std::string text = "sshd a b Application\nsyslogd x y Driver\nkernel p q Operating System\n";
+    EXPECT_EQ(application, typeIn(text, "sshd"));
+    EXPECT_EQ(deviceDriver, typeIn(text, "syslogd"));
+    EXPECT_EQ(operatingSystem, typeIn(text, "kernel"));
+    EXPECT_EQ(application, typeIn(text, "other"));
+}
+
+TEST_F(Software, IsTheRunTypeOfAProcessByItsName) {
+    setToolOutput("prog a b Driver\n");
+    m_tree.add("7");
+    EXPECT_EQ(deviceDriver, read("7", information).runType);
+    EXPECT_EQ(0, read("7", statistics).runType);
+    MadeProcess other;
+    other.name = "other";
+    m_tree.add("7", other);
+    EXPECT_EQ(application, read("7", information).runType) << "its path says prog, its name does not";
+}
+
+TEST_F(Software, AnyBeginningOfDriverIsADriver) {
+    for (const char* const word : {"D", "Dr", "Dri", "Driv", "Drive", "Driver"})
+        EXPECT_EQ(deviceDriver, typeOf(word)) << word;
+    for (const char* const word : {"Drivers", "Driver,", "DriverOperating", "d", "driver", "Dx", "river"})
+        EXPECT_EQ(application, typeOf(word)) << word;
+}
+
+TEST_F(Software, AnyBeginningOfOperatingIsTheOperatingSystem) {
+    for (const char* const word :
+         {"O", "Op", "Ope", "Oper", "Opera", "Operat", "Operati", "Operatin", "Operating"})
+        EXPECT_EQ(operatingSystem, typeOf(word)) << word;
+    for (const char* const word : {"OperatingX", "OperatingSystem", "o", "operating", "OD", "OperatinX"})
+        EXPECT_EQ(application, typeOf(word)) << word;
+}
+
+TEST_F(Software, TheLengthOfTheWordCountsIn16Bits) {
+    EXPECT_EQ(deviceDriver, typeOf(std::string(65536, 'x')));
+    EXPECT_EQ(deviceDriver, typeOf("D" + std::string(65536, 'x')));
+    EXPECT_EQ(operatingSystem, typeOf("Oper" + std::string(65536, 'x')));
+    EXPECT_EQ(application, typeOf("O" + std::string(65537, 'x')));
+    EXPECT_EQ(application, typeOf("D" + std::string(65534, 'x')));
+}
+
+TEST_F(Software, TheLengthOfTheNameCountsIn16Bits) {
+    EXPECT_EQ(deviceDriver, typeIn("any a b Driver\n", std::string(65536, 'x')));
+    EXPECT_EQ(deviceDriver, typeIn("any a b Driver\n", "a" + std::string(65536, 'x')));
+    EXPECT_EQ(application, typeIn("any a b Driver\n", "a" + std::string(65537, 'x')));
+}
+
+TEST_F(Software, TheLastMatchingLineDecides) {
+    EXPECT_EQ(operatingSystem, typeIn("prog a b Driver\nother a b Driver\nprog a b Oper\n", "prog"));
+    EXPECT_EQ(application, typeIn("prog a b Driver\nprog a b None\nother a b Driver\n", "prog"));
+    EXPECT_EQ(deviceDriver, typeIn("prog a b Oper\nprog a b None\nprog a b Driver\n", "prog"));
+}
+
+TEST_F(Software, ALineMatchesThatBeginsWithTheName) {
+    EXPECT_EQ(deviceDriver, typeIn("bashful a b Driver\n", "bash"));
+    EXPECT_EQ(deviceDriver, typeIn("bash a b Oper\nbashful a b Driver\n", "bash"));
+    EXPECT_EQ(deviceDriver, typeIn("bash a b Oper\nbashful a b Driver\nbas a b Oper\n", "bash"));
+    EXPECT_EQ(application, typeIn("Bash a b Driver\n bash a b Driver\nbas a b Driver\nbas\n", "bash"));
+    EXPECT_EQ(deviceDriver, typeIn("two words b Driver\n", "two words"));
+    EXPECT_EQ(deviceDriver, typeIn("a b c Driver\n", "a b c Dri"));
+}
+
+TEST_F(Software, AnEmptyNameMatchesEveryLine) {
+    EXPECT_EQ(deviceDriver, typeIn("x a b Oper\ny a b Driver\n", ""));
+    EXPECT_EQ(application, typeIn("x a b Oper\n\ny a b Driver\n", ""));
+}
+
+TEST_F(Software, AMatchingLineOfFewerWordsEndsTheSearch) {
+    for (const char* const line : {"prog", "prog a", "prog a b", "prog a b ", "prog  a\t b \t ", "program"}) {
+        const std::string between = std::string(line) + "\n";
+        EXPECT_EQ(application, typeIn(between, "prog")) << line;
+        EXPECT_EQ(application, typeIn("prog a b Driver\n" + between, "prog")) << line;
+        EXPECT_EQ(application, typeIn("prog a b Driver\n" + between + "prog a b Oper\n", "prog")) << line;
+    }
+}
+
+TEST_F(Software, AnyWhiteSpaceMayStandBetweenTheWords) {
+    EXPECT_EQ(deviceDriver, typeIn("prog \t a\v\f b \r Driver more\n", "prog"));
+    EXPECT_EQ(deviceDriver, typeIn("prog a b Driver\r\n", "prog"));
+    EXPECT_EQ(operatingSystem, typeIn("  prog a b Oper\n", "  prog"));
+}
+
+TEST_F(Software, LineEndsAreNotNeededAtTheEnd) {
+    EXPECT_EQ(deviceDriver, typeIn("prog a b Driver", "prog"));
+}
+
+TEST_F(Software, IsFoundIn70000Lines) {
+    std::string text = "prog a b Operating\n";
+    for (int i = 0; i < 70000; ++i)
+        text += "other" + std::to_string(i) + " a b Driver\n";
+    EXPECT_EQ(operatingSystem, typeIn(text, "prog"));
+    EXPECT_EQ(deviceDriver, typeIn(text + "prog a b Driver\n", "prog")) << "also in the last line";
+}
+
+} // namespace

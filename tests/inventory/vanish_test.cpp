@@ -1,0 +1,109 @@
+// Processes that end while they are read. A pipe in the place of a file holds the reading up until the test
+// has removed what comes behind it.
+#include "inventory/Inventory.hpp"
+
+#include <fcntl.h>
+#include <functional>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+/** A pipe in the place of a file. Before it gives its content, something happens. */
+class HeldUp {
+public:
+    HeldUp(const std::string& path, std::string content, std::function<void()> meanwhile)
+        : m_content(std::move(content))
+        , m_meanwhile(std::move(meanwhile)) {
+        EXPECT_EQ(0, ::mkfifo(path.c_str(), 0600)) << path;
+        m_thread = std::thread([this, path] { write(path); });
+    }
+    ~HeldUp() { m_thread.join(); }
+    HeldUp(const HeldUp&) = delete;
+    HeldUp& operator=(const HeldUp&) = delete;
+
+private:
+    void write(const std::string& path) const {
+        const int pipe = ::open(path.c_str(), O_WRONLY); // waits for the reader
+        m_meanwhile();
+        EXPECT_EQ(static_cast<ssize_t>(m_content.size()), ::write(pipe, m_content.data(), m_content.size()));
+        ::close(pipe);
+    }
+
+    const std::string m_content;
+    const std::function<void()> m_meanwhile;
+    std::thread m_thread;
+};
+
+class Vanishing : public Inventory {
+protected:
+    Vanishing() { m_tree.add("7"); }
+
+    // Reads the process with a file held up while something happens; returns what init() does.
+    int read(const std::string& name, const std::string& content, QAV_UnixProcessAPI::tProcessInfoType type,
+             const std::function<void()>& meanwhile) {
+        m_tree.remove("7", name);
+        const HeldUp file(m_tree.file("7", name), content, meanwhile);
+        return m_processes.init(type, "7");
+    }
+    std::function<void()> end() const {
+        return [this] { m_tree.remove("7"); };
+    }
+
+    QAV_UnixProcessAPI m_processes;
+    const MadeProcess m_process;
+};
+
+TEST_F(Vanishing, APipeInThePlaceOfAFileIsReadLikeAFile) {
+    EXPECT_EQ(1, read("stat", m_process.stat("7"), information, [] {}));
+    EXPECT_EQ("prog", recordsIn(m_processes).at(0).name);
+}
+
+TEST_F(Vanishing, BehindItsStatFileItIsLeftOut) {
+    EXPECT_EQ(0, read("stat", m_process.stat("7"), information, end()));
+    EXPECT_EQ(0U, recordsIn(m_processes).size());
+}
+
+TEST_F(Vanishing, BehindItsStatFileItIsLeftOutOfTheStatisticsToo) {
+    EXPECT_EQ(0, read("stat", m_process.stat("7"), statistics, end()));
+    EXPECT_EQ(0U, recordsIn(m_processes).size());
+}
+
+TEST_F(Vanishing, BehindItsCommandLineItIsLeftOut) {
+    EXPECT_EQ(0, read("cmdline", m_process.cmdline, information, end()));
+    EXPECT_EQ(0U, recordsIn(m_processes).size());
+}
+
+TEST_F(Vanishing, WithItsProgramItLosesThePathOnly) {
+    EXPECT_EQ(1, read("cmdline", m_process.cmdline, information, [this] { m_tree.remove("7", "exe"); }));
+    EXPECT_EQ("", recordsIn(m_processes).at(0).modulePath);
+}
+
+TEST_F(Vanishing, WhileItsProgramIsClassifiedItIsLeftOut) {
+    setTool("rm -r '" + m_tree.path() + "/7'\n");
+    EXPECT_EQ(0, m_processes.init(information, "7"));
+    EXPECT_EQ(0U, recordsIn(m_processes).size());
+}
+
+TEST_F(Vanishing, WhileItsStatusIsReadItIsKept) {
+    EXPECT_EQ(1, read("status", m_process.status, information, end()));
+    EXPECT_EQ(1000U, recordsIn(m_processes).at(0).realUserID);
+}
+
+TEST_F(Vanishing, AStatusThatEndsEarlyGivesWhatItHas) {
+    EXPECT_EQ(1, read("status", "Uid:\t1\t2\nGi", information, end()));
+    EXPECT_EQ(2U, recordsIn(m_processes).at(0).realUserID);
+    EXPECT_EQ(0U, recordsIn(m_processes).at(0).processGroupID);
+}
+
+TEST_F(Vanishing, DoesNotEndTheReadingOfTheOthers) {
+    m_tree.add("8");
+    m_tree.add("9");
+    m_tree.remove("7", "stat");
+    const HeldUp file(m_tree.file("7", "stat"), m_process.stat("7"), end());
+    EXPECT_EQ((Texts{"8", "9"}), found(information));
+}
+
+} // namespace

@@ -1,0 +1,132 @@
+// The running software as the real object manager serves it, against what the library reads itself.
+#include "owb.h"
+
+#include "StartedProcess.hpp"
+#include "TestQueue.hpp"
+#include "inventory/ProcessTree.hpp"
+#include "support/Child.hpp"
+#include "support/Manager.hpp"
+
+#include <gtest/gtest.h>
+#include <map>
+
+using namespace std::string_literals;
+
+namespace {
+
+const long processGroup = 16;
+const long statisticsGroup = 22;
+
+// Values of a process by nominator and array index.
+using Row = std::map<std::pair<long, long>, std::string>;
+
+// The row of a group with a handle; empty when there is none.
+Row rowOf(TestQueue& q, long group, const std::string& handle) {
+    const long handleNom = group == processGroup ? 2 : 12;
+    std::map<long, Row> rows;
+    for (const _qItem* item = q->first; item != q.end(); item = item->next)
+        if (item->group == group)
+            rows[item->row][{item->nom, item->array}] = item->val;
+    for (const auto& [number, row] : rows)
+        if (row.count({handleNom, 0}) != 0 && row.at({handleNom, 0}) == handle)
+            return row;
+    return Row();
+}
+
+class ServedSoftware : public testing::Test {
+protected:
+    // Runs a body in a child that reads from an object manager with options.
+    static void run(const std::vector<std::string>& options, const std::function<void()>& body) {
+        support::Manager manager(options);
+        EXPECT_EQ("", support::inChild(manager.folder().path(), [&] {
+                      OWB_URLSet(manager.url().c_str());
+                      body();
+                  }));
+        EXPECT_EQ(0, manager.end(SIGTERM));
+    }
+    // Expects the rows of a process that rests to be the same, whoever reads them.
+    static void expectSame(const std::string& handle) {
+        run({}, [&] {
+            TestQueue direct;
+            OWB_getSWRun(direct.head());
+            TestQueue served;
+            EXPECT_EQ(OWB_DONE, OWB_getGroup(processGroup, served.head()));
+            EXPECT_EQ(OWB_DONE, OWB_getGroup(statisticsGroup, served.head()));
+            for (const long group : {processGroup, statisticsGroup}) {
+                EXPECT_LE(5U, rowOf(direct, group, handle).size());
+                EXPECT_EQ(rowOf(direct, group, handle), rowOf(served, group, handle)) << group;
+            }
+        });
+    }
+    static Items itemsOf(long group) {
+        TestQueue q;
+        EXPECT_EQ(OWB_DONE, OWB_getGroup(group, q.head()));
+        return q.items();
+    }
+};
+
+TEST_F(ServedSoftware, ASleepingProcessIsTheSame) {
+    const StartedProcess process(StartedProcess::sleeper("odd name"));
+    process.when("odd name", 'S');
+    expectSame(process.id());
+}
+
+TEST_F(ServedSoftware, AStoppedProcessIsTheSame) {
+    const StartedProcess process(StartedProcess::sleeper("stopped"));
+    process.when("stopped", 'S');
+    ::kill(process.pid(), SIGSTOP);
+    process.when("stopped", 'T');
+    expectSame(process.id());
+}
+
+TEST_F(ServedSoftware, AProcessWithParametersIsTheSame) {
+    const StartedProcess process(StartedProcess::program({"program", "9998", "9999"}));
+    process.when("sleep", 'S');
+    expectSame(process.id());
+}
+
+TEST_F(ServedSoftware, AZombieIsTheSame) {
+    const StartedProcess process([] { ::prctl(PR_SET_NAME, "zombie"); });
+    process.when("zombie", 'Z');
+    expectSame(process.id());
+}
+
+TEST_F(ServedSoftware, OfAMadeUpHostIsWhatItsFilesSay) {
+    const support::TempDir root;
+    MadeProcess process;
+    process.name = "daemon";
+    process.userTime = "250";
+    process.systemTime = "50";
+    process.cmdline = "daemon\0-a\0x\0"s;
+    ProcessTree(root.file("proc")).add("4711", process);
+    run({"--root", root.path()}, [] {
+        EXPECT_EQ((Items{"16/1/0/0=daemon", "16/2/0/0=4711", "16/3/0/0=/usr/bin/prog", "16/4/0/0=-a",
+                         "16/4/0/1=x", "16/5/0/0=4", "16/6/0/0=2"}),
+                  itemsOf(processGroup));
+        EXPECT_EQ((Items{"22/12/0/0=4711", "22/11/0/0=132", "22/10/0/0=300", "22/9/0/0=1600",
+                         "22/7/0/0=00000000000003.000000:000"}),
+                  itemsOf(statisticsGroup));
+    });
+}
+
+TEST_F(ServedSoftware, OfAMadeUpHostWithoutProcIsNone) {
+    const support::TempDir root;
+    run({"--root", root.path()}, [] {
+        EXPECT_EQ(Items{}, itemsOf(processGroup));
+        EXPECT_EQ(Items{}, itemsOf(statisticsGroup));
+    });
+}
+
+TEST_F(ServedSoftware, OfAMadeUpHostChangesWithItsFiles) {
+    const support::TempDir root;
+    const ProcessTree tree(root.file("proc"));
+    tree.add("2", kernelThread("kthreadd"));
+    run({"--root", root.path()}, [&] {
+        EXPECT_EQ((Items{"16/1/0/0=kthreadd", "16/2/0/0=2", "16/3/0/0=", "16/5/0/0=4", "16/6/0/0=2"}),
+                  itemsOf(processGroup));
+        tree.remove("2");
+        EXPECT_EQ(Items{}, itemsOf(processGroup));
+    });
+}
+
+} // namespace
