@@ -37,7 +37,7 @@ Host::Host(std::string root)
 
 std::optional<std::string> Host::readFile(const std::string& path) const {
     // A pipe in the place of a file must not hold the object manager up.
-    const Descriptor file(::open((m_root + path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const Descriptor file(::open(realPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (file.number() < 0)
         return absent(path);
     std::string content;
@@ -55,7 +55,7 @@ std::optional<std::string> Host::readLine(const std::string& path) const {
 }
 
 std::optional<std::vector<std::string>> Host::listDirectory(const std::string& path) const {
-    const std::unique_ptr<DIR, CloseDirectory> directory(::opendir((m_root + path).c_str()));
+    const std::unique_ptr<DIR, CloseDirectory> directory(::opendir(realPath(path).c_str()));
     if (!directory)
         return absent(path);
     std::vector<std::string> names;
@@ -73,7 +73,7 @@ std::optional<std::vector<std::string>> Host::listDirectory(const std::string& p
 
 std::optional<std::timespec> Host::modificationTime(const std::string& path) const {
     struct stat status;
-    if (::stat((m_root + path).c_str(), &status) != 0)
+    if (::stat(realPath(path).c_str(), &status) != 0)
         return absent(path);
     return status.st_mtim;
 }

@@ -21,6 +21,9 @@ public:
     /** @param root "/" for the host that this process runs on */
     explicit Host(std::string root);
 
+    /** Where a file is for this process. */
+    std::string realPath(const std::string& path) const { return m_root + path; }
+
     /** The whole content of a file. */
     std::optional<std::string> readFile(const std::string& path) const;
     /** The content of a file that holds one line, without the blanks around it; absent when that is empty. */

@@ -83,6 +83,14 @@ void describeTime(CLI::App& app, Words& words) {
         ->check(CLI::IsMember({"s", "cs", "ms", "us"}));
 }
 
+// CLI11 takes a word in brackets for several words, which nobody means here.
+void refuseBrackets(int argc, char** argv) {
+    for (const std::string& word : std::vector<std::string>(argv + 1, argv + argc)) {
+        if (!word.empty() && word.front() == '[' && word.back() == ']')
+            throw CLI::ValidationError("'" + word + "' is in brackets");
+    }
+}
+
 } // namespace
 
 void describe(CLI::App& app, Words& words) {
@@ -99,10 +107,12 @@ void describe(CLI::App& app, Words& words) {
     describeGet(app, words);
     describeInstance(app, words);
     describeSet(app, words);
+    app.add_subcommand("processes", "List the processes of this host: groups 16 and 22, joined");
     describeTime(app, words);
 }
 
 void parse(CLI::App& app, int argc, char** argv) {
+    refuseBrackets(argc, argv);
     app.parse(argc, argv);
     if (app.get_subcommands().empty())
         throw CLI::RequiredError("a command");

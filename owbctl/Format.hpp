@@ -3,7 +3,10 @@
 
 #include "Conversion.hpp"
 #include "Group.hpp"
+#include "Processes.hpp"
 #include "Write.hpp"
+
+#include <vector>
 
 namespace owbctl {
 
@@ -24,6 +27,8 @@ public:
     virtual void writeWrite(const Write& write) = 0;
 
     virtual void writeConversion(const Conversion& conversion) = 0;
+
+    virtual void writeProcesses(const std::vector<Process>& processes) = 0;
 };
 
 } // namespace owbctl

@@ -51,6 +51,26 @@ Json namesWhere(const std::vector<Change>& changes, Predicate applies) {
     return names;
 }
 
+Json toJson(const ProcessInformation& information) {
+    return {{"name", information.name},
+            {"module_path", information.modulePath},
+            {"parameters", information.parameters},
+            {"run_type", information.runType},
+            {"execution_state", information.executionState}};
+}
+
+Json toJson(const ProcessStatistics& statistics) {
+    return {{"total_cpu_time", statistics.cpuTime},
+            {"real_text", statistics.text},
+            {"real_data", statistics.data},
+            {"real_stack", statistics.stack}};
+}
+
+template <class Part>
+Json partOrNull(const std::optional<Part>& part) {
+    return part ? toJson(*part) : Json();
+}
+
 Json textOrNull(const std::string& text) {
     return text.empty() ? Json() : Json(text);
 }
@@ -111,6 +131,15 @@ void JsonFormat::writeConversion(const Conversion& conversion) {
            {"unit", conversion.unit},
            {"value", conversion.number ? Json(*conversion.number) : Json()},
            {"error", textOrNull(conversion.error)}});
+}
+
+void JsonFormat::writeProcesses(const std::vector<Process>& processes) {
+    Json all = Json::array();
+    for (const Process& process : processes)
+        all.push_back({{"handle", process.handle},
+                       {"information", partOrNull(process.information)},
+                       {"statistics", partOrNull(process.statistics)}});
+    write({{"format_version", formatVersion}, {"processes", std::move(all)}});
 }
 
 void JsonFormat::write(const Json& document) {

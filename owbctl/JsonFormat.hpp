@@ -24,6 +24,7 @@ public:
     void endGroups() override;
     void writeWrite(const Write& write) override;
     void writeConversion(const Conversion& conversion) override;
+    void writeProcesses(const std::vector<Process>& processes) override;
 
 private:
     void write(const nlohmann::ordered_json& document);

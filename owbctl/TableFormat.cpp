@@ -1,6 +1,7 @@
 #include "TableFormat.hpp"
 
 #include "Catalogue.hpp"
+#include "ProcessTable.hpp"
 #include "Table.hpp"
 #include "Text.hpp"
 
@@ -126,6 +127,10 @@ void TableFormat::writeWrite(const Write& write) {
 void TableFormat::writeConversion(const Conversion& conversion) {
     if (conversion.number)
         m_output.write(std::to_string(*conversion.number) + '\n');
+}
+
+void TableFormat::writeProcesses(const std::vector<Process>& processes) {
+    m_output.write(processTable(processes).text(m_output.terminalWidth()));
 }
 
 } // namespace owbctl

@@ -18,6 +18,7 @@ public:
     void endGroups() override {}
     void writeWrite(const Write& write) override;
     void writeConversion(const Conversion& conversion) override;
+    void writeProcesses(const std::vector<Process>& processes) override;
 
 private:
     Output& m_output;

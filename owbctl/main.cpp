@@ -17,6 +17,7 @@
 
 #include <iostream>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -81,7 +82,10 @@ int execute(const CLI::App& app, const Words& words, Format& format) {
         return showConversion(isDate ? convertDate(words.time) : convertInterval(words.time, words.unit),
                               format);
     }
-    format.writeCatalogue();
+    if (app.got_subcommand("processes"))
+        format.writeProcesses(readProcesses());
+    else
+        format.writeCatalogue();
     return 0;
 }
 

@@ -6,7 +6,8 @@ std::vector<std::unique_ptr<Provider>> makeProviders(const Host& host) {
     std::vector<std::unique_ptr<Provider>> providers;
     for (const auto make :
          {makeChassis, makeSystem, makeOperatingSystem, makeTCPProtocolEndpoint, makeTCPStatisticalData,
-          makeUDPStatisticalData, makeIPProtocolEndpoint, makeIPStatisticalData, makeICMPStatisticalData})
+          makeUDPStatisticalData, makeIPProtocolEndpoint, makeIPStatisticalData, makeICMPStatisticalData,
+          makeUnixProcess, makeUnixProcessStatisticalInformation})
         providers.push_back(make(host));
     return providers;
 }

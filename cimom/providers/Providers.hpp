@@ -18,6 +18,8 @@ std::unique_ptr<Provider> makeUDPStatisticalData(const Host& host);
 std::unique_ptr<Provider> makeIPProtocolEndpoint(const Host& host);
 std::unique_ptr<Provider> makeIPStatisticalData(const Host& host);
 std::unique_ptr<Provider> makeICMPStatisticalData(const Host& host);
+std::unique_ptr<Provider> makeUnixProcess(const Host& host);
+std::unique_ptr<Provider> makeUnixProcessStatisticalInformation(const Host& host);
 
 /** A provider for every class that is served. */
 std::vector<std::unique_ptr<Provider>> makeProviders(const Host& host);

@@ -83,6 +83,7 @@ TEST(Providers, EveryClassIsServedOnce) {
         classes += std::string(provider->declaration().name) + " ";
     EXPECT_EQ("QAV_K70Chassis QAV_System QAV_OperatingSystem QAV_TCPProtocolEndpoint QAV_TCPStatisticalData "
               "QAV_UDPStatisticalData "
-              "QAV_IPProtocolEndpoint QAV_IPStatisticalData QAV_ICMPStatisticalData ",
+              "QAV_IPProtocolEndpoint QAV_IPStatisticalData QAV_ICMPStatisticalData "
+              "QAV_UnixProcess QAV_UnixProcessStatisticalInformation ",
               classes);
 }

@@ -138,6 +138,12 @@ TEST(SetFailure, AMissingRowStandsInTheJsonDocumentToo) {
     EXPECT_EQ(document.at("error"), "there is no such row, or no value was taken; rows with values: 1");
 }
 
+TEST(SetFailure, AWordInBracketsIsNotSeveralWords) {
+    const support::ProgramResult result = owbctl({"set", "2", "0", "[3=x,5=y]"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "owbctl: '[3=x,5=y]' is in brackets\ntry 'owbctl --help'\n");
+}
+
 TEST(SetFailure, WrongUsageIsNoticedBeforeTheObjectManagerIsAsked) {
     const std::vector<std::vector<std::string>> wrong = {{},
                                                          {"2"},

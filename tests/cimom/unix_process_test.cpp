@@ -1,0 +1,131 @@
+#include "HostTree.hpp"
+#include "inventory/ProcessTree.hpp"
+#include "providers/Providers.hpp"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+using namespace cimom;
+using namespace OpenWBEM;
+using namespace std::string_literals;
+
+namespace {
+
+class ProcessClasses : public testing::Test {
+protected:
+    CIMInstance process() const { return onlyInstance(*makeUnixProcess(m_tree.host())); }
+    CIMInstance statistics() const {
+        return onlyInstance(*makeUnixProcessStatisticalInformation(m_tree.host()));
+    }
+
+    const HostTree m_tree;
+    const ProcessTree m_processes{m_tree.realPath("/proc")};
+};
+
+CIMDataType typeOf(const CIMInstance& instance, const char* property) {
+    return instance.getProperty(property).getValue().getCIMDataType();
+}
+
+MadeProcess example() {
+    MadeProcess process;
+    process.name = "daemon";
+    process.state = "R";
+    process.userTime = "250";
+    process.systemTime = "50";
+    process.cmdline = "daemon\0-a\0x\0"s;
+    return process;
+}
+
+} // namespace
+
+TEST_F(ProcessClasses, KeysAreTheHandleAndTheClass) {
+    m_processes.add("7");
+    EXPECT_EQ("QAV_UnixProcess", process().getClassName());
+    EXPECT_EQ("CreationClassName Handle", names(process().getKeyValuePairs()));
+    EXPECT_EQ("CreationClassName Name Handle ModulePath Parameters RunType ExecutionState",
+              names(process().getProperties()));
+    EXPECT_EQ("QAV_UnixProcessStatisticalInformation", statistics().getClassName());
+    EXPECT_EQ("CreationClassName Handle", names(statistics().getKeyValuePairs()));
+    EXPECT_EQ("CreationClassName Handle RealStack RealData RealText TotalCPUTime",
+              names(statistics().getProperties()));
+}
+
+TEST_F(ProcessClasses, DescribeAProcess) {
+    m_processes.add("4711", example());
+    const CIMInstance instance = process();
+    EXPECT_EQ("QAV_UnixProcess", text(instance, "CreationClassName"));
+    EXPECT_EQ("daemon", text(instance, "Name"));
+    EXPECT_EQ("4711", text(instance, "Handle"));
+    EXPECT_EQ("/usr/bin/prog", text(instance, "ModulePath"));
+    EXPECT_EQ("4", text(instance, "RunType"));
+    EXPECT_EQ("3", text(instance, "ExecutionState"));
+    StringArray parameters;
+    instance.getProperty("Parameters").getValue().get(parameters);
+    ASSERT_EQ(2U, parameters.size());
+    EXPECT_EQ("-a", parameters[0]);
+    EXPECT_EQ("x", parameters[1]);
+}
+
+TEST_F(ProcessClasses, AskTheSoftwareInventoryOfTheSameHost) {
+    m_processes.add("4711", example());
+    m_tree.write("/kq/bin/softinv", "#!/bin/sh\necho daemon 1.0 x Operating System\n");
+    ASSERT_EQ(0, ::chmod(m_tree.realPath("/kq/bin/softinv").c_str(), 0755));
+    EXPECT_EQ("2", text(process(), "RunType"));
+}
+
+TEST_F(ProcessClasses, TellWhatAProcessUses) {
+    m_processes.add("4711", example());
+    const CIMInstance instance = statistics();
+    EXPECT_EQ("QAV_UnixProcessStatisticalInformation", text(instance, "CreationClassName"));
+    EXPECT_EQ("4711", text(instance, "Handle"));
+    EXPECT_EQ("132", text(instance, "RealStack"));
+    EXPECT_EQ("300", text(instance, "RealData"));
+    EXPECT_EQ("1600", text(instance, "RealText"));
+    EXPECT_EQ("00000000000003.000000:000", text(instance, "TotalCPUTime"));
+}
+
+TEST_F(ProcessClasses, ValuesHaveTheTypesThatTheClassesDeclare) {
+    m_processes.add("7", example());
+    const CIMInstance described = process();
+    EXPECT_EQ(CIMDataType::STRING, typeOf(described, "Handle").getType());
+    EXPECT_EQ(CIMDataType::STRING, typeOf(described, "Parameters").getType());
+    EXPECT_EQ(CIMDataType::UINT16, typeOf(described, "RunType").getType());
+    EXPECT_EQ(CIMDataType::UINT16, typeOf(described, "ExecutionState").getType());
+    const CIMInstance measured = statistics();
+    for (const char* const size : {"RealStack", "RealData", "RealText"})
+        EXPECT_EQ(CIMDataType::UINT64, typeOf(measured, size).getType()) << size;
+    EXPECT_EQ(CIMDataType::DATETIME, typeOf(measured, "TotalCPUTime").getType());
+}
+
+TEST_F(ProcessClasses, AThreadOfTheKernelHasNeitherPathNorParametersNorSizes) {
+    m_processes.add("2", kernelThread("kthreadd"));
+    EXPECT_EQ("", text(process(), "ModulePath"));
+    StringArray parameters(1, "before");
+    process().getProperty("Parameters").getValue().get(parameters);
+    EXPECT_EQ(0U, parameters.size());
+    EXPECT_EQ("0", text(statistics(), "RealText"));
+}
+
+TEST_F(ProcessClasses, HaveAnInstanceForEveryProcess) {
+    for (const char* const id : {"7", "8", "9"})
+        m_processes.add(id);
+    m_processes.add("self");
+    EXPECT_EQ(3U, makeUnixProcess(m_tree.host())->instances().size());
+    EXPECT_EQ(3U, makeUnixProcessStatisticalInformation(m_tree.host())->instances().size());
+}
+
+TEST_F(ProcessClasses, OfTwoHostsAreToldApart) {
+    const HostTree other;
+    ProcessTree(other.realPath("/proc")).add("8");
+    m_processes.add("7");
+    const std::unique_ptr<Provider> provider = makeUnixProcess(m_tree.host());
+    const std::unique_ptr<Provider> otherProvider = makeUnixProcess(other.host());
+    EXPECT_EQ("7", text(onlyInstance(*provider), "Handle"));
+    EXPECT_EQ("8", text(onlyInstance(*otherProvider), "Handle"));
+    EXPECT_EQ("7", text(onlyInstance(*provider), "Handle"));
+}
+
+TEST_F(ProcessClasses, HaveNoInstancesWithoutProc) {
+    EXPECT_TRUE(makeUnixProcess(m_tree.host())->instances().empty());
+    EXPECT_TRUE(makeUnixProcessStatisticalInformation(m_tree.host())->instances().empty());
+}

@@ -1,0 +1,91 @@
+#include "ProcessTable.hpp"
+
+#include <gtest/gtest.h>
+
+namespace owbctl {
+namespace {
+
+ProcessInformation sleeping() {
+    return {"bash", "/usr/bin/bash", {"-c", "echo"}, "4", "2"};
+}
+
+ProcessStatistics small() {
+    return {"00000000000007.250000:000", "2368", "948", "132"};
+}
+
+TEST(ProcessTable, AProcessIsALineOfWordsTimesAndSizes) {
+    EXPECT_EQ(
+        processTable({{"1", sleeping(), small()}, {"4711", sleeping(), small()}}).text(),
+        "Handle  State  Kind         CPU time  Text kB  Data kB  Stack kB  Name  Program and parameters\n"
+        "     1  ready  application  00:00:07     2368      948       132  bash  /usr/bin/bash -c echo\n"
+        "  4711  ready  application  00:00:07     2368      948       132  bash  /usr/bin/bash -c echo\n");
+}
+
+// One cell of a table of one process.
+std::string cell(const Process& process, const std::string& column) {
+    const std::string text = processTable({process}).text();
+    const std::size_t line = text.find('\n') + 1;
+    const std::size_t begin = line + text.find(column);
+    return text.substr(begin, text.find("  ", begin) - begin);
+}
+
+std::string state(const std::string& code) {
+    ProcessInformation information = sleeping();
+    information.executionState = code;
+    return cell({"1", information, small()}, "State");
+}
+
+TEST(ProcessTable, StatesAreWords) {
+    EXPECT_EQ(state("0"), "unknown");
+    EXPECT_EQ(state("2"), "ready");
+    EXPECT_EQ(state("3"), "running");
+    EXPECT_EQ(state("4"), "stopped");
+    EXPECT_EQ(state("5"), "waiting");
+    EXPECT_EQ(state("7"), "zombie");
+    EXPECT_EQ(state("odd"), "odd");
+}
+
+TEST(ProcessTable, KindsAreWords) {
+    const auto kind = [](const std::string& code) {
+        ProcessInformation information = sleeping();
+        information.runType = code;
+        return cell({"1", information, small()}, "Kind");
+    };
+    EXPECT_EQ(kind("2"), "system");
+    EXPECT_EQ(kind("3"), "driver");
+    EXPECT_EQ(kind("4"), "application");
+}
+
+TEST(ProcessTable, DaysStandBeforeTheTime) {
+    const auto time = [](const std::string& interval) {
+        ProcessStatistics statistics = small();
+        statistics.cpuTime = interval;
+        return cell({"1", sleeping(), statistics}, "CPU time");
+    };
+    EXPECT_EQ(time("00000000235959.999999:000"), "23:59:59");
+    EXPECT_EQ(time("00000001000000.000000:000"), "1-00:00:00");
+    EXPECT_EQ(time("00049710062815.000000:000"), "49710-06:28:15");
+    EXPECT_EQ(time("odd"), "odd");
+}
+
+TEST(ProcessTable, WhatOneReadingLacksIsADash) {
+    EXPECT_EQ(
+        processTable({{"1", sleeping(), std::nullopt}, {"2", std::nullopt, small()}}).text(),
+        "Handle  State  Kind         CPU time  Text kB  Data kB  Stack kB  Name  Program and parameters\n"
+        "     1  ready  application  -               -        -         -  bash  /usr/bin/bash -c echo\n"
+        "     2  -      -            00:00:07     2368      948       132  -     -\n");
+}
+
+TEST(ProcessTable, AKernelThreadHasNoProgram) {
+    const ProcessInformation thread = {"kthreadd", "", {}, "4", "2"};
+    EXPECT_EQ(cell({"2", thread, small()}, "Program"), "-\n");
+}
+
+TEST(ProcessTable, ControlCharactersAreShownAsTheyAreEscaped) {
+    const ProcessInformation odd = {"a\nb", "/bin/\x1b[31m", {"c\td"}, "4", "2"};
+    EXPECT_EQ(cell({"2", odd, small()}, "Program"), "/bin/\\x1b[31m c\\td\n");
+    EXPECT_EQ(cell({"2", odd, small()}, "Name"), "a\\nb");
+}
+
+} // namespace
+} // namespace owbctl
