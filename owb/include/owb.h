@@ -270,10 +270,10 @@ long OWB_getInstance(long group, char* objectPath, long row, _qHead* q);
  * as a string, whatever the type of the property.
  *
  *   group  0 to OWB_MAX_GROUP; items of other groups are left out
- *   q      the queue. Items and their order stay. When instances were visited, each item's `selected` has
- *          been overwritten and the cursor is on the head. Of two items for one property the later one
- * counts; the array position has no part in a write. A nominator that the group does not have is traced and
- * left out.
+ *   q      the queue. Items and their order stay. When instances were visited, each item's `selected`
+ *          has been overwritten and the cursor is on the head. Of two items for one property the later
+ *          one counts; the array position has no part in a write. A nominator that the group does not
+ *          have is traced and left out.
  *
  * Returns
  *   OWB_DONE           every instance was visited, or the queue is empty. This does not say that the CIMOM
@@ -296,9 +296,9 @@ long OWB_setGroup(long group, _qHead* q);
 /*
  * Seconds from 1970-01-01 00:00:00 UTC to a CIM date.
  *
- *   text   yyyymmddhhmmss.mmmmmmsutc (DSP0004): local time, microseconds, the sign and minutes of its offset
- *          from UTC. An asterisk counts as 0, which no month and no day may be. English dates like "Thu Jan 1
- * 00:00:00 UTC 1970" are taken as well. Microseconds are dropped.
+ *   text   yyyymmddhhmmss.mmmmmmsutc (DSP0004): local time, microseconds, the sign and minutes of its
+ *          offset from UTC. An asterisk counts as 0, which no month and no day may be. English dates
+ *          like "Thu Jan 1 00:00:00 UTC 1970" are taken as well. Microseconds are dropped.
  *
  * Returns 0, with a trace, for null, for a text that is no date, and for a moment before 1970 or from
  * 2038-01-19 03:14:08 UTC on.
@@ -309,8 +309,9 @@ long OWB_calcTimeEpoch(char* text);
  * Length of a CIM interval.
  *
  *   text   ddddddddhhmmss.mmmmmm:000 (DSP0004): days, hours, minutes, seconds, microseconds. Fields are
- *          not checked: blanks and a sign may stand in front, and what is no digit ends one. A CIM date is
- * taken too, its day of the month as days. unit   of the result
+ *          not checked: blanks and a sign may stand in front, and what is no digit ends one. A CIM date
+ *          is taken too, its day of the month as days.
+ *   unit   of the result
  *
  * The result is cut to 32 bits, so it wraps: microseconds beyond 2147.483647 seconds, milliseconds beyond
  * 24.8 days, hundredths beyond 248 days, seconds beyond 68 years. Returns 0, with a trace, for null, another
