@@ -8,15 +8,6 @@
 namespace owbctl {
 namespace {
 
-using ValuesByNominator = std::map<long, std::vector<std::string>>;
-
-std::map<long, ValuesByNominator> valuesByRow(const Queue& queue) {
-    std::map<long, ValuesByNominator> rows;
-    for (const _qItem* item = queue.begin(); item != queue.end(); item = item->next)
-        rows[item->row][item->nom].emplace_back(item->val);
-    return rows;
-}
-
 std::vector<Property> inTableOrder(const std::vector<const ExtItem*>& descriptions,
                                    ValuesByNominator& values) {
     std::vector<Property> properties;
@@ -46,7 +37,7 @@ const Row* Group::find(long row) const {
 std::vector<Row> rowsOf(long group, const Queue& queue) {
     const std::vector<const ExtItem*> descriptions = propertiesOf(group);
     std::vector<Row> rows;
-    for (auto& [row, values] : valuesByRow(queue))
+    for (auto& [row, values] : valuesByRow(queue, group))
         rows.push_back({row, inTableOrder(descriptions, values)});
     return rows;
 }

@@ -7,37 +7,25 @@
 namespace owbctl {
 namespace {
 
-// Items of one row, by nominator.
-using Values = std::map<long, std::vector<std::string>>;
-
 constexpr long informationGroup = 16;
 constexpr long statisticsGroup = 22;
 constexpr long informationHandle = 2;
 constexpr long statisticsHandle = 12;
 
-std::string text(const Values& values, long nominator) {
+std::string text(const ValuesByNominator& values, long nominator) {
     const auto found = values.find(nominator);
     return found == values.end() ? std::string() : found->second.front();
 }
 
-ProcessInformation information(const Values& values) {
+ProcessInformation information(const ValuesByNominator& values) {
     const auto parameters = values.find(4);
     return {text(values, 1), text(values, 3),
             parameters == values.end() ? std::vector<std::string>() : parameters->second, text(values, 5),
             text(values, 6)};
 }
 
-ProcessStatistics statistics(const Values& values) {
+ProcessStatistics statistics(const ValuesByNominator& values) {
     return {text(values, 7), text(values, 9), text(values, 10), text(values, 11)};
-}
-
-std::map<long, Values> rowsOfGroup(const Queue& queue, long group) {
-    std::map<long, Values> rows;
-    for (const _qItem* item = queue.begin(); item != queue.end(); item = item->next) {
-        if (item->group == group)
-            rows[item->row][item->nom].emplace_back(item->val);
-    }
-    return rows;
 }
 
 } // namespace
@@ -47,12 +35,12 @@ std::vector<Process> readProcesses() {
     OWB_getSWRun(queue.head());
     std::vector<Process> processes;
     std::map<std::string, std::size_t> places;
-    for (const auto& [row, values] : rowsOfGroup(queue, informationGroup)) {
+    for (const auto& [row, values] : valuesByRow(queue, informationGroup)) {
         const std::string handle = text(values, informationHandle);
         places[handle] = processes.size();
         processes.push_back({handle, information(values), std::nullopt});
     }
-    for (const auto& [row, values] : rowsOfGroup(queue, statisticsGroup)) {
+    for (const auto& [row, values] : valuesByRow(queue, statisticsGroup)) {
         const std::string handle = text(values, statisticsHandle);
         const auto place = places.find(handle);
         if (place != places.end())

@@ -19,4 +19,13 @@ Queue::~Queue() {
     }
 }
 
+std::map<long, ValuesByNominator> valuesByRow(const Queue& queue, long group) {
+    std::map<long, ValuesByNominator> rows;
+    for (const _qItem* item = queue.begin(); item != queue.end(); item = item->next) {
+        if (item->group == group)
+            rows[item->row][item->nom].emplace_back(item->val);
+    }
+    return rows;
+}
+
 } // namespace owbctl

@@ -3,6 +3,10 @@
 
 #include <owb.h>
 
+#include <map>
+#include <string>
+#include <vector>
+
 namespace owbctl {
 
 /** An item queue of the library, empty at first, which frees its items. Not copyable: items point at the
@@ -24,6 +28,12 @@ public:
 private:
     _qHead m_head;
 };
+
+/** Item texts of one row by nominator; those of an array in their order. */
+using ValuesByNominator = std::map<long, std::vector<std::string>>;
+
+/** The items of `group` in a queue, by row. */
+std::map<long, ValuesByNominator> valuesByRow(const Queue& queue, long group);
 
 } // namespace owbctl
 #endif
