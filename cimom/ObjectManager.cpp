@@ -55,25 +55,26 @@ ObjectManager::ObjectManager(std::vector<std::unique_ptr<Provider>> providers, S
     : m_providers(std::move(providers))
     , m_siteValues(std::move(siteValues)) {}
 
-std::vector<CIMInstance> ObjectManager::enumerateInstances(const std::string& nameSpace,
-                                                           const CIMName& className,
-                                                           const PropertyList* wanted) const {
+InstanceSource ObjectManager::enumerateInstances(const std::string& nameSpace, const CIMName& className,
+                                                 const PropertyList* wanted) const {
     const Provider& provider = providerOf(nameSpace, className);
-    std::vector<CIMInstance> instances = instancesOf(provider);
-    if (wanted) {
-        const std::set<CIMName> names = declaredNames(*wanted, provider.declaration());
-        for (CIMInstance& instance : instances)
+    InstanceSource next = instancesOf(provider);
+    if (!wanted)
+        return next;
+    return [next = std::move(next), names = declaredNames(*wanted, provider.declaration())] {
+        CIMInstance instance = next();
+        if (instance)
             keepWanted(instance, names);
-    }
-    return instances;
+        return instance;
+    };
 }
 
-std::vector<CIMObjectPath> ObjectManager::enumerateInstanceNames(const std::string& nameSpace,
-                                                                 const CIMName& className) const {
-    std::vector<CIMObjectPath> paths;
-    for (const CIMInstance& instance : providerOf(nameSpace, className).instances())
-        paths.push_back(pathOf(instance));
-    return paths;
+PathSource ObjectManager::enumerateInstanceNames(const std::string& nameSpace,
+                                                 const CIMName& className) const {
+    return [next = instancesOf(providerOf(nameSpace, className))] {
+        const CIMInstance instance = next();
+        return instance ? pathOf(instance) : CIMObjectPath(CIMNULL);
+    };
 }
 
 CIMInstance ObjectManager::getInstance(const std::string& nameSpace, const CIMObjectPath& path,
@@ -115,26 +116,33 @@ const Provider& ObjectManager::providerOf(const std::string& nameSpace, const CI
 }
 
 /** What the provider tells, and over it what the site has written. */
-std::vector<CIMInstance> ObjectManager::instancesOf(const Provider& provider) const {
-    std::vector<CIMInstance> instances = provider.instances();
+InstanceSource ObjectManager::instancesOf(const Provider& provider) const {
     const std::vector<PropertyDeclaration>& properties = provider.declaration().properties;
+    InstanceSource next = provider.instances();
     if (std::none_of(properties.begin(), properties.end(), isOfTheSite))
-        return instances;
-    for (CIMInstance& instance : instances) {
-        const SiteValues::Values* const written = m_siteValues.find(pathOf(instance).modelPath().c_str());
-        if (!written)
-            continue;
-        for (const PropertyDeclaration& declared : properties) {
-            const auto value = written->find(declared.name);
-            if (isOfTheSite(declared) && value != written->end())
-                instance.setProperty(property(declared, value->second));
-        }
+        return next;
+    return [this, next = std::move(next), &provider] {
+        CIMInstance instance = next();
+        if (instance)
+            layWritten(instance, provider.declaration());
+        return instance;
+    };
+}
+
+void ObjectManager::layWritten(CIMInstance& instance, const ClassDeclaration& declaration) const {
+    const SiteValues::Values* const written = m_siteValues.find(pathOf(instance).modelPath().c_str());
+    if (!written)
+        return;
+    for (const PropertyDeclaration& declared : declaration.properties) {
+        const auto value = written->find(declared.name);
+        if (isOfTheSite(declared) && value != written->end())
+            instance.setProperty(property(declared, value->second));
     }
-    return instances;
 }
 
 CIMInstance ObjectManager::instanceAt(const CIMObjectPath& path, const Provider& provider) const {
-    for (CIMInstance& instance : instancesOf(provider)) {
+    const InstanceSource next = instancesOf(provider);
+    while (const CIMInstance instance = next()) {
         if (pathOf(instance) == path)
             return instance;
     }

@@ -15,6 +15,9 @@ namespace cimom {
 /** Names of the properties that a client wants. */
 using PropertyList = std::vector<OpenWBEM::CIMName>;
 
+/** Hands out paths as InstanceSource hands out instances. */
+using PathSource = std::function<OpenWBEM::CIMObjectPath()>;
+
 /**
  * The CIM operations on the classes of the providers, which all live in namespace root/cimv2 and have no
  * subclasses. Instances carry what their provider tells and what the site has written.
@@ -28,17 +31,15 @@ public:
                            SiteValues siteValues = SiteValues());
 
     /**
-     * All instances of a class.
+     * All instances of a class. The source may be used as long as the object manager lives.
      *
      * @param wanted the properties that the instances shall carry, all when null; names of others are ignored
      */
-    std::vector<OpenWBEM::CIMInstance> enumerateInstances(const std::string& nameSpace,
-                                                          const OpenWBEM::CIMName& className,
-                                                          const PropertyList* wanted) const;
+    InstanceSource enumerateInstances(const std::string& nameSpace, const OpenWBEM::CIMName& className,
+                                      const PropertyList* wanted) const;
 
     /** The paths of all instances of a class. */
-    std::vector<OpenWBEM::CIMObjectPath> enumerateInstanceNames(const std::string& nameSpace,
-                                                                const OpenWBEM::CIMName& className) const;
+    PathSource enumerateInstanceNames(const std::string& nameSpace, const OpenWBEM::CIMName& className) const;
 
     /**
      * The instance with the keys of a path, whose own namespace is ignored, and so are keys that the class
@@ -64,7 +65,8 @@ public:
 
 private:
     const Provider& providerOf(const std::string& nameSpace, const OpenWBEM::CIMName& className) const;
-    std::vector<OpenWBEM::CIMInstance> instancesOf(const Provider& provider) const;
+    InstanceSource instancesOf(const Provider& provider) const;
+    void layWritten(OpenWBEM::CIMInstance& instance, const ClassDeclaration& declaration) const;
     OpenWBEM::CIMInstance instanceAt(const OpenWBEM::CIMObjectPath& path, const Provider& provider) const;
 
     std::vector<std::unique_ptr<Provider>> m_providers;

@@ -1,7 +1,7 @@
 #ifndef CIMOM_PROVIDER_HPP_INCLUDED
 #define CIMOM_PROVIDER_HPP_INCLUDED
+#include "InstanceSource.hpp"
 #include "OW_CIMDataType.hpp"
-#include "OW_CIMInstance.hpp"
 
 #include <vector>
 
@@ -23,6 +23,8 @@ struct PropertyDeclaration {
     OpenWBEM::CIMDataType::Type type;
     Role role = Role::state;
     bool isArray = false;
+    /** Of a reference, the class of the instances that it leads to. */
+    const char* referenceClass = "";
 
     OpenWBEM::CIMDataType dataType() const;
 };
@@ -40,8 +42,9 @@ public:
 
     /** The class; the same as long as the provider lives. */
     virtual const ClassDeclaration& declaration() const = 0;
-    /** All instances as they are at this moment, each with every declared property. */
-    virtual std::vector<OpenWBEM::CIMInstance> instances() const = 0;
+    /** All instances, as they are at this moment or when their turn comes, each with every declared property.
+     */
+    virtual InstanceSource instances() const = 0;
 
 protected:
     Provider() = default;

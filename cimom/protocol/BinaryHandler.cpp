@@ -51,11 +51,11 @@ Writer done() {
     return out;
 }
 
-template <class Objects>
-std::string enumeration(const Objects& objects, UInt8 begin, UInt8 end) {
+template <class Source>
+std::string enumeration(const Source& next, UInt8 begin, UInt8 end) {
     Writer out = done();
     out.u8(begin);
-    for (const auto& object : objects)
+    while (const auto object = next())
         binary::write(out, object);
     out.u8(end);
     out.u8(end);

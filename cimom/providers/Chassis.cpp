@@ -15,7 +15,7 @@ public:
 
     const ClassDeclaration& declaration() const override { return m_declaration; }
 
-    std::vector<CIMInstance> instances() const override {
+    InstanceSource instances() const override {
         InstanceBuilder instance(m_declaration);
         // The tag is the same whatever the firmware says and whoever may read that: what the site writes to
         // the instance must find it again.
@@ -29,7 +29,7 @@ public:
             .set("PartNumber", dmi("product_sku"))
             // DSP0134, System Enclosure or Chassis Types: 3 is a desktop, 23 a rack mount chassis.
             .set("PhysicalType", m_host.readNumber<UInt16>(folder + "chassis_type"));
-        return {instance.build()};
+        return only(instance.build());
     }
 
 private:

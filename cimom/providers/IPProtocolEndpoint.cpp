@@ -16,7 +16,7 @@ public:
 
     const ClassDeclaration& declaration() const override { return m_declaration; }
 
-    std::vector<CIMInstance> instances() const override {
+    InstanceSource instances() const override {
         const SnmpFile file(m_host);
         InstanceBuilder instance(m_declaration);
         instance.set("CreationClassName", CIMValue(m_declaration.name))
@@ -26,7 +26,7 @@ public:
             .set("DefaultTTL", file.get<UInt32>("Ip", "DefaultTTL"))
             // In seconds. The column ReasmTimeout counts the reassemblies that timed out.
             .set("ReassemblyTimeout", m_host.readNumber<UInt32>("/proc/sys/net/ipv4/ipfrag_time"));
-        return {instance.build()};
+        return only(instance.build());
     }
 
 private:

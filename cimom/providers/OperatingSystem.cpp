@@ -67,7 +67,7 @@ public:
 
     const ClassDeclaration& declaration() const override { return m_declaration; }
 
-    std::vector<CIMInstance> instances() const override {
+    InstanceSource instances() const override {
         InstanceBuilder instance(m_declaration);
         instance.set("CreationClassName", CIMValue(m_declaration.name))
             .set("Name", m_host.name())
@@ -76,7 +76,7 @@ public:
             .set("NumberOfUsers", users(m_host))
             .set("NumberOfProcesses", processes(m_host))
             .set("MaxNumberOfProcesses", m_host.readNumber<UInt32>("/proc/sys/kernel/pid_max"));
-        return {instance.build()};
+        return only(instance.build());
     }
 
 private:

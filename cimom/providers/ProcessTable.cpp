@@ -2,6 +2,7 @@
 
 #include "Sources.hpp"
 
+#include <memory>
 #include <utility>
 
 namespace cimom {
@@ -15,17 +16,18 @@ ProcessTable::ProcessTable(ClassDeclaration declaration, QAV_UnixProcessAPI::tPr
     , m_folder(host.realPath("/proc"))
     , m_softwareInventory(host.realPath("/kq/bin/softinv")) {}
 
-std::vector<CIMInstance> ProcessTable::instances() const {
+InstanceSource ProcessTable::instances() const {
     inventory::procFolder = m_folder.c_str();
     inventory::softwareInventory = m_softwareInventory.c_str();
-    QAV_UnixProcessAPI processes;
-    processes.init(m_type);
-    std::vector<CIMInstance> all;
-    for (processes.begin(); processes.hasNext();) {
-        processes.next();
-        all.push_back(instance(processes));
-    }
-    return all;
+    const auto processes = std::make_shared<QAV_UnixProcessAPI>();
+    processes->init(m_type);
+    processes->begin();
+    return [this, processes] {
+        if (!processes->hasNext())
+            return CIMInstance(CIMNULL);
+        processes->next();
+        return instance(*processes);
+    };
 }
 
 } // namespace cimom

@@ -5,7 +5,6 @@
 #include "QAV_UnixProcessAPI.hpp"
 
 #include <string>
-#include <vector>
 
 namespace cimom {
 
@@ -15,7 +14,7 @@ public:
     ProcessTable(ClassDeclaration declaration, QAV_UnixProcessAPI::tProcessInfoType type, const Host& host);
 
     const ClassDeclaration& declaration() const override { return m_declaration; }
-    std::vector<OpenWBEM::CIMInstance> instances() const override;
+    InstanceSource instances() const override;
 
 protected:
     /** Instance of the process at the cursor. */

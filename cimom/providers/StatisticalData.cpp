@@ -20,7 +20,7 @@ StatisticalData::StatisticalData(const char* className, std::string protocol, st
         m_declaration.properties.push_back({counter.property, counter.type});
 }
 
-std::vector<CIMInstance> StatisticalData::instances() const {
+InstanceSource StatisticalData::instances() const {
     const SnmpFile file(m_host);
     InstanceBuilder instance(m_declaration);
     instance.set("InstanceID", CIMValue(m_instanceID.c_str()));
@@ -32,7 +32,7 @@ std::vector<CIMInstance> StatisticalData::instances() const {
         else
             instance.set(counter.property, file.get<UInt64>(m_protocol, counter.column));
     }
-    return {instance.build()};
+    return only(instance.build());
 }
 
 } // namespace cimom

@@ -28,7 +28,7 @@ public:
                     std::vector<Counter> counters, const Host& host);
 
     const ClassDeclaration& declaration() const override { return m_declaration; }
-    std::vector<OpenWBEM::CIMInstance> instances() const override;
+    InstanceSource instances() const override;
 
 private:
     ClassDeclaration m_declaration;

@@ -88,7 +88,7 @@ public:
 
     const ClassDeclaration& declaration() const override { return m_declaration; }
 
-    std::vector<CIMInstance> instances() const override {
+    InstanceSource instances() const override {
         InstanceBuilder instance(m_declaration);
         instance.set("Name", m_host.name())
             .set("CreationClassName", CIMValue(m_declaration.name))
@@ -97,7 +97,7 @@ public:
             .set("Description", description(m_host))
             .set("SystemVersion", version(m_host))
             .set("LastChangeTime", lastChange(m_host));
-        return {instance.build()};
+        return only(instance.build());
     }
 
 private:

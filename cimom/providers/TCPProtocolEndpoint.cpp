@@ -17,11 +17,10 @@ public:
 
     const ClassDeclaration& declaration() const override { return m_declaration; }
 
-    std::vector<CIMInstance> instances() const override {
-        std::vector<CIMInstance> all = {settings()};
-        for (const TCPConnection& each : tcpConnections(m_host))
-            all.push_back(connection(each));
-        return all;
+    InstanceSource instances() const override {
+        return chained(only(settings()), eachOf(tcpConnections(m_host), [this](const TCPConnection& each) {
+                           return connection(each);
+                       }));
     }
 
 private:

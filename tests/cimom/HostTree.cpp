@@ -26,8 +26,16 @@ TimeZone::~TimeZone() {
     ::tzset();
 }
 
+std::vector<CIMInstance> allInstances(const cimom::Provider& provider) {
+    const cimom::InstanceSource next = provider.instances();
+    std::vector<CIMInstance> all;
+    while (const CIMInstance instance = next())
+        all.push_back(instance);
+    return all;
+}
+
 CIMInstance onlyInstance(const cimom::Provider& provider) {
-    const std::vector<CIMInstance> all = provider.instances();
+    const std::vector<CIMInstance> all = allInstances(provider);
     EXPECT_EQ(1u, all.size());
     return all.empty() ? CIMInstance() : all.front();
 }

@@ -5,6 +5,7 @@
 #include "support/TempDir.hpp"
 
 #include <string>
+#include <vector>
 
 /** The files of a host that a test invents. */
 class HostTree {
@@ -34,6 +35,9 @@ public:
     TimeZone(const TimeZone&) = delete;
     TimeZone& operator=(const TimeZone&) = delete;
 };
+
+/** All instances of a class. */
+std::vector<OpenWBEM::CIMInstance> allInstances(const cimom::Provider& provider);
 
 /** The instance of a class that has one. */
 OpenWBEM::CIMInstance onlyInstance(const cimom::Provider& provider);

@@ -15,14 +15,13 @@ public:
         : m_colours(std::move(colours)) {}
 
     const cimom::ClassDeclaration& declaration() const override { return m_declaration; }
-    std::vector<OpenWBEM::CIMInstance> instances() const override {
-        std::vector<OpenWBEM::CIMInstance> all;
-        for (const std::string& colour : m_colours)
-            all.push_back(cimom::InstanceBuilder(m_declaration)
-                              .set("Colour", std::optional<std::string>(colour))
-                              .set("Watts", OpenWBEM::CIMValue(OpenWBEM::UInt16{60}))
-                              .build());
-        return all;
+    cimom::InstanceSource instances() const override {
+        return cimom::eachOf(m_colours, [this](const std::string& colour) {
+            return cimom::InstanceBuilder(m_declaration)
+                .set("Colour", std::optional<std::string>(colour))
+                .set("Watts", OpenWBEM::CIMValue(OpenWBEM::UInt16{60}))
+                .build();
+        });
     }
 
 private:
@@ -41,11 +40,11 @@ private:
 class SocketProvider : public cimom::Provider {
 public:
     const cimom::ClassDeclaration& declaration() const override { return m_declaration; }
-    std::vector<OpenWBEM::CIMInstance> instances() const override {
-        return {cimom::InstanceBuilder(m_declaration)
-                    .set("Wall", OpenWBEM::CIMValue("north"))
-                    .set("Number", OpenWBEM::CIMValue(OpenWBEM::UInt32{7}))
-                    .build()};
+    cimom::InstanceSource instances() const override {
+        return cimom::only(cimom::InstanceBuilder(m_declaration)
+                               .set("Wall", OpenWBEM::CIMValue("north"))
+                               .set("Number", OpenWBEM::CIMValue(OpenWBEM::UInt32{7}))
+                               .build());
     }
 
 private:
@@ -59,9 +58,7 @@ private:
 class BrokenProvider : public cimom::Provider {
 public:
     const cimom::ClassDeclaration& declaration() const override { return m_declaration; }
-    std::vector<OpenWBEM::CIMInstance> instances() const override {
-        throw std::runtime_error("the lamp is broken");
-    }
+    cimom::InstanceSource instances() const override { throw std::runtime_error("the lamp is broken"); }
 
 private:
     cimom::ClassDeclaration m_declaration{"QAV_Broken", {}};

@@ -1,4 +1,5 @@
 // One instance, and the names of all.
+#include "Collected.hpp"
 #include "Failure.hpp"
 #include "LampProvider.hpp"
 #include "Naming.hpp"
@@ -87,7 +88,8 @@ TEST(Instance, OnlyTheWantedPropertiesAreThere) {
 }
 
 TEST(InstanceNames, AreThePathsOfAllInstances) {
-    const auto names = lampManager({"red", "green"}).enumerateInstanceNames("/root/cimv2", "qav_lamp");
+    const auto names =
+        collected(lampManager({"red", "green"}).enumerateInstanceNames("/root/cimv2", "qav_lamp"));
     ASSERT_EQ(2u, names.size());
     EXPECT_EQ("/root/cimv2:QAV_Lamp.Colour=\"red\"", names[0].toString());
     EXPECT_EQ("/root/cimv2:QAV_Lamp.Colour=\"green\"", names[1].toString());
@@ -95,7 +97,7 @@ TEST(InstanceNames, AreThePathsOfAllInstances) {
 
 TEST(InstanceNames, EachNamesItsInstance) {
     const ObjectManager manager = lampManager({"red", "green"});
-    for (const CIMObjectPath& name : manager.enumerateInstanceNames("root/cimv2", "QAV_Socket"))
+    for (const CIMObjectPath& name : collected(manager.enumerateInstanceNames("root/cimv2", "QAV_Socket")))
         EXPECT_EQ(name, pathOf(manager.getInstance("root/cimv2", name, nullptr)));
 }
 

@@ -1,3 +1,4 @@
+#include "Collected.hpp"
 #include "Failure.hpp"
 #include "LampProvider.hpp"
 #include "OW_CIMClass.hpp"
@@ -44,7 +45,8 @@ protected:
         CIMObjectPath path("QAV_Lamp");
         path.setKeyValue("Colour", CIMValue(colour));
         const CIMInstance one = manager.getInstance("root/cimv2", path, nullptr);
-        for (const CIMInstance& each : manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr)) {
+        for (const CIMInstance& each :
+             collected(manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr))) {
             if (each.getPropertyValue("Colour").toString() == colour) {
                 EXPECT_EQ(one.toString(), each.toString());
             }
@@ -91,7 +93,7 @@ TEST_F(Modify, NullAndTheEmptyTextAreValuesOfTheirOwn) {
 
 TEST_F(Modify, APropertyWrittenNullKeepsItsType) {
     modify({{"Room", null()}});
-    const auto all = manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr);
+    const auto all = collected(manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr));
     EXPECT_EQ(CIMDataType::STRING, all.at(0).getProperty("Room").getDataType().getType());
     EXPECT_EQ("Room", all.at(0).getProperties()[3].getName()) << "and its place";
 }

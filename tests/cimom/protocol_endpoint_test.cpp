@@ -39,7 +39,7 @@ TEST(TCPProtocolEndpoint, TheFirstInstanceHasTheSettingsAndNoConnection) {
     HostTree tree;
     tree.write("/proc/net/snmp", "Tcp: RtoAlgorithm RtoMin RtoMax MaxConn\nTcp: 1 200 120000 -1\n");
     tree.write("/proc/net/tcp", tcpTable);
-    const CIMInstance settings = makeTCPProtocolEndpoint(tree.host())->instances().at(0);
+    const CIMInstance settings = allInstances(*makeTCPProtocolEndpoint(tree.host())).at(0);
     EXPECT_EQ("CreationClassName Name TimeoutAlgorithm TimeoutMin TimeoutMax MaxConnections ConnectionState "
               "LocalAddress LocalPort RemoteAddress RemotePort",
               names(settings.getProperties()));
@@ -56,7 +56,7 @@ TEST(TCPProtocolEndpoint, TheFirstInstanceHasTheSettingsAndNoConnection) {
 TEST(TCPProtocolEndpoint, FurtherInstancesAreConnectionsWithoutSettings) {
     HostTree tree;
     tree.write("/proc/net/tcp", tcpTable);
-    const std::vector<CIMInstance> all = makeTCPProtocolEndpoint(tree.host())->instances();
+    const std::vector<CIMInstance> all = allInstances(*makeTCPProtocolEndpoint(tree.host()));
     ASSERT_EQ(2u, all.size());
     EXPECT_EQ("CreationClassName Name", names(all[1].getKeyValuePairs()));
     EXPECT_EQ("127.0.0.1:8080-192.168.0.2:54321", text(all[1], "Name"));

@@ -110,8 +110,8 @@ TEST_F(ProcessClasses, HaveAnInstanceForEveryProcess) {
     for (const char* const id : {"7", "8", "9"})
         m_processes.add(id);
     m_processes.add("self");
-    EXPECT_EQ(3U, makeUnixProcess(m_tree.host())->instances().size());
-    EXPECT_EQ(3U, makeUnixProcessStatisticalInformation(m_tree.host())->instances().size());
+    EXPECT_EQ(3U, allInstances(*makeUnixProcess(m_tree.host())).size());
+    EXPECT_EQ(3U, allInstances(*makeUnixProcessStatisticalInformation(m_tree.host())).size());
 }
 
 TEST_F(ProcessClasses, OfTwoHostsAreToldApart) {
@@ -126,6 +126,6 @@ TEST_F(ProcessClasses, OfTwoHostsAreToldApart) {
 }
 
 TEST_F(ProcessClasses, HaveNoInstancesWithoutProc) {
-    EXPECT_TRUE(makeUnixProcess(m_tree.host())->instances().empty());
-    EXPECT_TRUE(makeUnixProcessStatisticalInformation(m_tree.host())->instances().empty());
+    EXPECT_TRUE(allInstances(*makeUnixProcess(m_tree.host())).empty());
+    EXPECT_TRUE(allInstances(*makeUnixProcessStatisticalInformation(m_tree.host())).empty());
 }
