@@ -1,9 +1,9 @@
 // owbcimomd: serves the data of this host to CIM clients on a Unix-domain socket.
 
-#include "Host.hpp"
 #include "Log.hpp"
 #include "ObjectManager.hpp"
 #include "Text.hpp"
+#include "host/Host.hpp"
 #include "http/Server.hpp"
 #include "protocol/BinaryHandler.hpp"
 #include "providers/Providers.hpp"

@@ -1,6 +1,6 @@
 #include "InstanceBuilder.hpp"
+#include "host/SnmpFile.hpp"
 #include "providers/Providers.hpp"
-#include "providers/SnmpFile.hpp"
 
 namespace cimom {
 

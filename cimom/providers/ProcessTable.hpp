@@ -1,8 +1,8 @@
 #ifndef CIMOM_PROVIDERS_PROCESS_TABLE_HPP_INCLUDED
 #define CIMOM_PROVIDERS_PROCESS_TABLE_HPP_INCLUDED
-#include "Host.hpp"
 #include "Provider.hpp"
 #include "QAV_UnixProcessAPI.hpp"
+#include "host/Host.hpp"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "providers/StatisticalData.hpp"
 
 #include "InstanceBuilder.hpp"
-#include "providers/SnmpFile.hpp"
+#include "host/SnmpFile.hpp"
 
 #include <utility>
 

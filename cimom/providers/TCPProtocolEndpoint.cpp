@@ -1,7 +1,7 @@
 #include "InstanceBuilder.hpp"
+#include "host/SnmpFile.hpp"
+#include "host/TCPConnections.hpp"
 #include "providers/Providers.hpp"
-#include "providers/SnmpFile.hpp"
-#include "providers/TCPConnections.hpp"
 
 namespace cimom {
 

@@ -1,5 +1,5 @@
 #include "HostTree.hpp"
-#include "providers/TCPConnections.hpp"
+#include "host/TCPConnections.hpp"
 
 #include <gtest/gtest.h>
 

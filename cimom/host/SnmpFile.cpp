@@ -1,4 +1,4 @@
-#include "providers/SnmpFile.hpp"
+#include "host/SnmpFile.hpp"
 
 #include <algorithm>
 #include <string_view>

@@ -1,7 +1,7 @@
-#ifndef CIMOM_PROVIDERS_TCP_CONNECTIONS_HPP_INCLUDED
-#define CIMOM_PROVIDERS_TCP_CONNECTIONS_HPP_INCLUDED
-#include "Host.hpp"
+#ifndef CIMOM_HOST_TCP_CONNECTIONS_HPP_INCLUDED
+#define CIMOM_HOST_TCP_CONNECTIONS_HPP_INCLUDED
 #include "OW_Types.hpp"
+#include "host/Host.hpp"
 
 #include <string>
 #include <vector>

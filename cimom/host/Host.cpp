@@ -1,4 +1,4 @@
-#include "Host.hpp"
+#include "host/Host.hpp"
 
 #include "Descriptor.hpp"
 

@@ -1,5 +1,5 @@
-#ifndef CIMOM_HOST_HPP_INCLUDED
-#define CIMOM_HOST_HPP_INCLUDED
+#ifndef CIMOM_HOST_HOST_HPP_INCLUDED
+#define CIMOM_HOST_HOST_HPP_INCLUDED
 #include "Text.hpp"
 
 #include <ctime>

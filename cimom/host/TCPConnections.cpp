@@ -1,4 +1,4 @@
-#include "providers/TCPConnections.hpp"
+#include "host/TCPConnections.hpp"
 
 #include <arpa/inet.h>
 #include <cstring>

@@ -1,7 +1,7 @@
-#ifndef CIMOM_PROVIDERS_SNMP_FILE_HPP_INCLUDED
-#define CIMOM_PROVIDERS_SNMP_FILE_HPP_INCLUDED
-#include "Host.hpp"
+#ifndef CIMOM_HOST_SNMP_FILE_HPP_INCLUDED
+#define CIMOM_HOST_SNMP_FILE_HPP_INCLUDED
 #include "Text.hpp"
+#include "host/Host.hpp"
 
 #include <map>
 #include <optional>
