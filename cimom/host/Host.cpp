@@ -3,11 +3,13 @@
 #include "Descriptor.hpp"
 
 #include <cerrno>
+#include <climits>
 #include <dirent.h>
 #include <fcntl.h>
 #include <memory>
 #include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 namespace cimom {
@@ -31,6 +33,11 @@ std::string withoutSlashAtEnd(std::string path) {
 }
 
 } // namespace
+
+bool FileVersion::operator==(const FileVersion& other) const {
+    return modified.tv_sec == other.modified.tv_sec && modified.tv_nsec == other.modified.tv_nsec &&
+           size == other.size && inode == other.inode;
+}
 
 Host::Host(std::string root)
     : m_root(withoutSlashAtEnd(std::move(root))) {}
@@ -71,11 +78,31 @@ std::optional<std::vector<std::string>> Host::listDirectory(const std::string& p
     return names;
 }
 
-std::optional<std::timespec> Host::modificationTime(const std::string& path) const {
+std::optional<FileVersion> Host::fileVersion(const std::string& path) const {
     struct stat status;
     if (::stat(realPath(path).c_str(), &status) != 0)
         return absent(path);
-    return status.st_mtim;
+    return FileVersion{status.st_mtim, status.st_size, status.st_ino};
+}
+
+std::optional<std::timespec> Host::modificationTime(const std::string& path) const {
+    const std::optional<FileVersion> version = fileVersion(path);
+    return version ? std::optional<std::timespec>(version->modified) : std::nullopt;
+}
+
+std::optional<std::string> Host::readLink(const std::string& path) const {
+    char target[PATH_MAX];
+    const ssize_t size = ::readlink(realPath(path).c_str(), target, sizeof target);
+    if (size < 0)
+        return absent(path);
+    return std::string(target, static_cast<std::size_t>(size));
+}
+
+std::optional<struct statvfs> Host::fileSystemStatus(const std::string& path) const {
+    struct statvfs status;
+    if (::statvfs(realPath(path).c_str(), &status) != 0)
+        return absent(path);
+    return status;
 }
 
 std::optional<std::string> Host::name() const {

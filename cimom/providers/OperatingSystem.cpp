@@ -1,5 +1,8 @@
 #include "InstanceBuilder.hpp"
 #include "LocalTime.hpp"
+#include "host/Disks.hpp"
+#include "host/FileSystems.hpp"
+#include "host/Residence.hpp"
 #include "providers/Providers.hpp"
 
 #include <algorithm>
@@ -59,6 +62,17 @@ std::optional<UInt32> processes(const Host& host) {
     return static_cast<UInt32>(std::count_if(names->begin(), names->end(), isProcess));
 }
 
+/** Index of the disk that the host boots from, see DeviceIndexes; RFC 2790, hrSystemInitialLoadDevice. */
+std::optional<UInt32> bootDevice(const Host& host) {
+    const std::vector<Disk> all = disks(host);
+    for (const FileSystem& fileSystem : fileSystems(host)) {
+        const Disk* const disk = fileSystem.isBootable ? diskOf(fileSystem.mount, all, host) : nullptr;
+        if (disk)
+            return disk->deviceIndex;
+    }
+    return std::nullopt;
+}
+
 /** One instance: the running system. */
 class OperatingSystem : public Provider {
 public:
@@ -73,6 +87,9 @@ public:
             .set("Name", m_host.name())
             .set("LastBootUpTime", bootTime(m_host))
             .set("LocalDateTime", CIMValue(now()))
+            .set("_INIT_LOAD_DEVICE", bootDevice(m_host))
+            // RFC 2790, hrSystemInitialLoadParameters: of the kernel, proc(5).
+            .set("_INIT_LOAD_PARAMETERS", m_host.readLine("/proc/cmdline"))
             .set("NumberOfUsers", users(m_host))
             .set("NumberOfProcesses", processes(m_host))
             .set("MaxNumberOfProcesses", m_host.readNumber<UInt32>("/proc/sys/kernel/pid_max"));
@@ -85,6 +102,8 @@ private:
                                           {"Name", CIMDataType::STRING, Role::key},
                                           {"LastBootUpTime", CIMDataType::DATETIME},
                                           {"LocalDateTime", CIMDataType::DATETIME},
+                                          {"_INIT_LOAD_DEVICE", CIMDataType::UINT32},
+                                          {"_INIT_LOAD_PARAMETERS", CIMDataType::STRING},
                                           {"NumberOfUsers", CIMDataType::UINT32},
                                           {"NumberOfProcesses", CIMDataType::UINT32},
                                           {"MaxNumberOfProcesses", CIMDataType::UINT32}}};

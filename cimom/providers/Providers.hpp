@@ -18,8 +18,25 @@ std::unique_ptr<Provider> makeUDPStatisticalData(const Host& host);
 std::unique_ptr<Provider> makeIPProtocolEndpoint(const Host& host);
 std::unique_ptr<Provider> makeIPStatisticalData(const Host& host);
 std::unique_ptr<Provider> makeICMPStatisticalData(const Host& host);
+std::unique_ptr<Provider> makeLANEndpoint(const Host& host);
+std::unique_ptr<Provider> makeLANEndpointNetworkPortAssociation(const Host& host);
+std::unique_ptr<Provider> makeNetworkPortStatistics(const Host& host);
+std::unique_ptr<Provider> makeSoftwareIdentity(const Host& host);
+std::unique_ptr<Provider> makeExpansionChassis(const Host& host);
+std::unique_ptr<Provider> makeLogicalModule(const Host& host);
+std::unique_ptr<Provider> makeLogicalModuleLocation(const Host& host);
+std::unique_ptr<Provider> makeModuleLocation(const Host& host);
+std::unique_ptr<Provider> makePackageDependency(const Host& host);
 std::unique_ptr<Provider> makeUnixProcess(const Host& host);
 std::unique_ptr<Provider> makeUnixProcessStatisticalInformation(const Host& host);
+std::unique_ptr<Provider> makeStorageExtent(const Host& host);
+std::unique_ptr<Provider> makeFileSystem(const Host& host);
+std::unique_ptr<Provider> makeDiskPartition(const Host& host);
+std::unique_ptr<Provider> makeMediaAccessDevice(const Host& host);
+std::unique_ptr<Provider> makeResidesOnPartition(const Host& host);
+std::unique_ptr<Provider> makeResidesOnExtent(const Host& host);
+std::unique_ptr<Provider> makeHRDevice(const Host& host);
+std::unique_ptr<Provider> makeHRNetwork(const Host& host);
 
 /** A provider for every class that is served. */
 std::vector<std::unique_ptr<Provider>> makeProviders(const Host& host);

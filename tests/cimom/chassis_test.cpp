@@ -20,7 +20,8 @@ TEST(Chassis, PropertiesComeKeysFirst) {
     EXPECT_EQ("QAV_K70Chassis", chassis.getClassName());
     EXPECT_EQ("Tag CreationClassName", names(chassis.getKeyValuePairs()));
     EXPECT_EQ("Tag CreationClassName Model VendorEquipmentType ElementName Version SerialNumber Manufacturer "
-              "PartNumber OtherIdentifyingInfo UserTracking CanBeFRUed PhysicalType Location PresentStatus",
+              "PartNumber OtherIdentifyingInfo UserTracking CanBeFRUed PhysicalType Location _INDEX "
+              "_CONTAINED_IN PresentStatus",
               names(chassis.getProperties()));
 }
 
@@ -52,9 +53,17 @@ TEST(Chassis, WhatTheFirmwareDoesNotTellIsNull) {
     tree.write("/sys/class/dmi/id/chassis_type", "rack\n");
     const CIMInstance chassis = chassisOf(tree);
     for (const CIMProperty& property : chassis.getProperties()) {
-        const bool isKey = property.getName() == "Tag" || property.getName() == "CreationClassName";
-        EXPECT_EQ(isKey, static_cast<bool>(property.getValue())) << property.getName();
+        bool isOurs = false;
+        for (const char* const name : {"Tag", "CreationClassName", "_INDEX", "_CONTAINED_IN"})
+            isOurs = isOurs || property.getName() == name;
+        EXPECT_EQ(isOurs, static_cast<bool>(property.getValue())) << property.getName();
     }
+}
+
+TEST(Chassis, IsTheFirstEntityAndInNoOther) {
+    HostTree tree;
+    EXPECT_EQ("1", text(chassisOf(tree), "_INDEX"));
+    EXPECT_EQ("0", text(chassisOf(tree), "_CONTAINED_IN"));
 }
 
 TEST(Chassis, TheSiteMayWriteNamesAndPlaces) {

@@ -6,6 +6,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 
 using namespace cimom;
 
@@ -104,6 +105,27 @@ TEST(Host, AFolderListsAllButItselfAndItsParent) {
     std::vector<std::string> names = tree.host().listDirectory("/proc").value();
     std::sort(names.begin(), names.end());
     EXPECT_EQ((std::vector<std::string>{"1", "stat"}), names);
+}
+
+TEST(Host, ALinkTellsWhereItLeadsEvenWhenNothingIsThere) {
+    HostTree tree;
+    tree.write("/file", "");
+    ASSERT_EQ(0, ::symlink("../../sda1", tree.realPath("/link").c_str()));
+    EXPECT_EQ("../../sda1", tree.host().readLink("/link"));
+    EXPECT_FALSE(tree.host().readLink("/file"));
+    EXPECT_FALSE(tree.host().readLink("/nothing"));
+}
+
+TEST(Host, SizesAreThoseOfTheFileSystemThatHoldsTheFile) {
+    HostTree tree;
+    tree.write("/folder/file", "");
+    struct statvfs expected;
+    ASSERT_EQ(0, ::statvfs(tree.realPath("/folder").c_str(), &expected));
+    const std::optional<struct statvfs> found = tree.host().fileSystemStatus("/folder");
+    ASSERT_TRUE(found);
+    EXPECT_EQ(expected.f_fsid, found->f_fsid);
+    EXPECT_EQ(expected.f_blocks, found->f_blocks);
+    EXPECT_FALSE(tree.host().fileSystemStatus("/nothing"));
 }
 
 TEST(Text, LinesAndWordsAreSplitWhateverSeparatesThem) {

@@ -1,5 +1,6 @@
 #include "HostTree.hpp"
 #include "OW_CIMDateTime.hpp"
+#include "StorageTree.hpp"
 #include "providers/Providers.hpp"
 
 #include <cstring>
@@ -37,7 +38,8 @@ TEST(OperatingSystem, PropertiesComeKeysFirst) {
     tree.write("/proc/sys/kernel/hostname", "box\n");
     const CIMInstance os = osOf(tree);
     EXPECT_EQ("CreationClassName Name", names(os.getKeyValuePairs()));
-    EXPECT_EQ("CreationClassName Name LastBootUpTime LocalDateTime NumberOfUsers NumberOfProcesses "
+    EXPECT_EQ("CreationClassName Name LastBootUpTime LocalDateTime _INIT_LOAD_DEVICE "
+              "_INIT_LOAD_PARAMETERS NumberOfUsers NumberOfProcesses "
               "MaxNumberOfProcesses",
               names(os.getProperties()));
     EXPECT_EQ("QAV_OperatingSystem", text(os, "CreationClassName"));
@@ -102,4 +104,25 @@ TEST(OperatingSystem, ProcessesAreTheFoldersNamedByANumber) {
     tree.write("/proc/sys/kernel/pid_max", "4194304\n");
     EXPECT_EQ("3", text(osOf(tree), "NumberOfProcesses"));
     EXPECT_EQ("4194304", text(osOf(tree), "MaxNumberOfProcesses"));
+}
+
+TEST(OperatingSystem, IsLoadedFromTheDiskOfTheFileSystemThatBoots) {
+    StorageTree tree;
+    tree.writeDisk("sda", "8:0", "1000");
+    tree.writeDisk("sdb", "8:16", "1000");
+    tree.writePartition("sdb", "sdb2", "8:18", "2", "100");
+    EXPECT_EQ("(null)", text(osOf(tree), "_INIT_LOAD_DEVICE"));
+    tree.writeMounts(
+        {{27, 1, "8:0", "/", "ext4", "/dev/sda"}, {28, 27, "8:18", "/boot", "ext4", "/dev/sdb2"}});
+    const CIMInstance disk = instanceWhere(*makeMediaAccessDevice(tree.host()), "DeviceID", "sdb");
+    EXPECT_EQ(text(disk, "_HR_DEVICE_INDEX"), text(osOf(tree), "_INIT_LOAD_DEVICE"));
+    tree.writeMounts({{27, 1, "0:30", "/", "overlay", "overlay"}});
+    EXPECT_EQ("(null)", text(osOf(tree), "_INIT_LOAD_DEVICE"));
+}
+
+TEST(OperatingSystem, ItsParametersAreTheKernels) {
+    HostTree tree;
+    EXPECT_EQ("(null)", text(osOf(tree), "_INIT_LOAD_PARAMETERS"));
+    tree.write("/proc/cmdline", "root=/dev/sda quiet\n");
+    EXPECT_EQ("root=/dev/sda quiet", text(osOf(tree), "_INIT_LOAD_PARAMETERS"));
 }

@@ -1,0 +1,105 @@
+#include "host/RpmDatabase.hpp"
+
+#include <memory>
+#include <sblim_utilities.h>
+
+namespace cimom {
+namespace {
+
+// The present place of the database and the older one, which may be a link to the other.
+const char* const folders[] = {"/usr/lib/sysimage/rpm", "/var/lib/rpm"};
+
+// SQLite with the changes that it has not written back yet, ndb, Berkeley DB.
+const char* const databases[] = {"rpmdb.sqlite", "rpmdb.sqlite-wal", "Packages.db", "Packages"};
+
+struct FreeLines {
+    void operator()(char** lines) const { ::freeresultbuf(lines); }
+};
+
+/** A word of a command line of sh(1). */
+std::string quoted(const std::string& word) {
+    std::string result = "'";
+    for (const char c : word)
+        result += c == '\'' ? "'\\''" : std::string(1, c);
+    return result + "'";
+}
+
+/** The folder of the database; absent when there is none. */
+std::optional<std::string> databaseFolder(const Host& host) {
+    for (const std::string folder : folders) {
+        for (const std::string file : databases) {
+            if (host.fileVersion(folder + "/" + file))
+                return folder;
+        }
+    }
+    return std::nullopt;
+}
+
+/** The groups of old distributions; newer ones have no groups. */
+SoftwareKind kindOf(std::string_view group) {
+    if (group == "System Environment/Kernel")
+        return SoftwareKind::operatingSystem;
+    const std::string_view top = group.substr(0, group.find('/'));
+    return top == "Applications" || top == "Amusements" ? SoftwareKind::application : SoftwareKind::unknown;
+}
+
+/** Parts of a line between tabs, of which some may be empty. */
+std::vector<std::string_view> columnsOf(std::string_view line) {
+    std::vector<std::string_view> columns;
+    for (;;) {
+        const std::size_t tab = line.find('\t');
+        columns.push_back(line.substr(0, tab));
+        if (tab == std::string_view::npos)
+            return columns;
+        line.remove_prefix(tab + 1);
+    }
+}
+
+/** What has no architecture is no software: the keys that packages are signed with. */
+std::optional<SoftwarePackage> parsePackage(std::string_view line) {
+    enum Column { name, version, architecture, installed, group, count };
+    const std::vector<std::string_view> columns = columnsOf(line);
+    if (columns.size() != count || columns[name].empty() || columns[version].empty() ||
+        columns[architecture].empty() || columns[architecture] == "(none)")
+        return std::nullopt;
+    std::optional<std::timespec> time;
+    if (const std::optional<std::time_t> seconds = number<std::time_t>(columns[installed]))
+        time = std::timespec{*seconds, 0};
+    const std::string versionedName = std::string(columns[name]).append("-").append(columns[version]);
+    return SoftwarePackage{"rpm:" + versionedName + "." + std::string(columns[architecture]),
+                           std::string(columns[name]), std::string(columns[version]), time,
+                           kindOf(columns[group])};
+}
+
+} // namespace
+
+std::vector<std::string> rpmDatabaseFiles() {
+    std::vector<std::string> files;
+    for (const std::string folder : folders) {
+        for (const char* const file : databases)
+            files.push_back(folder + "/" + file);
+    }
+    return files;
+}
+
+std::optional<std::vector<SoftwarePackage>> rpmPackages(const Host& host) {
+    const std::optional<std::string> folder = databaseFolder(host);
+    if (!folder)
+        return std::nullopt;
+    const std::string command =
+        quoted(host.realPath("/usr/bin/rpm")) + " --dbpath " + quoted(host.realPath(*folder)) +
+        R"( -qa --qf '%{NAME}\t%{VERSION}-%{RELEASE}\t%{ARCH}\t%{INSTALLTIME}\t%{GROUP}\n')";
+    char** printed = nullptr;
+    const int status = ::runcommand(command.c_str(), nullptr, &printed, nullptr);
+    const std::unique_ptr<char*, FreeLines> lines(printed);
+    if (status != 0 || !lines)
+        return std::nullopt;
+    std::vector<SoftwarePackage> packages;
+    for (char** line = lines.get(); *line; ++line) {
+        if (std::optional<SoftwarePackage> package = parsePackage(*line))
+            packages.push_back(std::move(*package));
+    }
+    return packages;
+}
+
+} // namespace cimom
