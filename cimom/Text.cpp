@@ -18,6 +18,10 @@ std::vector<std::string_view> split(std::string_view text, const char* separator
     return parts;
 }
 
+bool isControl(char c) {
+    return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
+}
+
 } // namespace
 
 std::string_view trimmed(std::string_view text) {
@@ -35,9 +39,12 @@ std::vector<std::string_view> words(std::string_view line) {
     return split(line, blanks);
 }
 
+bool holdsControls(std::string_view text) {
+    return std::any_of(text.begin(), text.end(), isControl);
+}
+
 std::string onOneLine(std::string text) {
     const std::size_t longest = 1024;
-    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; };
     text.resize(std::min(text.size(), longest));
     std::replace_if(text.begin(), text.end(), isControl, ' ');
     return text;

@@ -17,6 +17,9 @@ std::vector<std::string_view> lines(std::string_view text);
 /** The words of a line, which blanks and tabs separate. */
 std::vector<std::string_view> words(std::string_view line);
 
+/** Whether there is a control character of ASCII in a text. */
+bool holdsControls(std::string_view text);
+
 /**
  * A text for one line of a log or of HTTP. It may hold what a client sent, whose line ends must not become
  * ours: control characters become blanks. Cut after 1024 bytes, since readers limit the length of a line.

@@ -1,0 +1,116 @@
+#include "passwd/NewPassword.hpp"
+
+#include "Text.hpp"
+#include "users/PasswordHash.hpp"
+
+#include <cerrno>
+#include <csignal>
+#include <iostream>
+#include <stdexcept>
+#include <system_error>
+#include <termios.h>
+#include <unistd.h>
+
+namespace cimom {
+namespace {
+
+const int terminal = STDIN_FILENO;
+
+volatile std::sig_atomic_t endedBy = 0;
+
+void noteSignal(int number) {
+    endedBy = number;
+}
+
+/** Has signals interrupt reads for a scope, and then do what they would have done. */
+class SignalsNoted {
+public:
+    SignalsNoted() {
+        struct sigaction note {};
+        note.sa_handler = noteSignal; // without SA_RESTART
+        for (std::size_t i = 0; i < count; ++i)
+            ::sigaction(numbers[i], &note, &m_before[i]);
+    }
+    ~SignalsNoted() {
+        for (std::size_t i = 0; i < count; ++i)
+            ::sigaction(numbers[i], &m_before[i], nullptr);
+        if (endedBy != 0)
+            std::raise(endedBy);
+    }
+    SignalsNoted(const SignalsNoted&) = delete;
+    SignalsNoted& operator=(const SignalsNoted&) = delete;
+
+private:
+    static constexpr std::size_t count = 4;
+    static constexpr int numbers[count] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM};
+    struct sigaction m_before[count];
+};
+
+/** Does not show what is typed for a scope. */
+class EchoOff {
+public:
+    EchoOff() {
+        if (::tcgetattr(terminal, &m_before) != 0)
+            throw std::system_error(errno, std::generic_category(), "terminal");
+        termios hidden = m_before;
+        hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        hidden.c_lflag |= ECHONL;
+        ::tcsetattr(terminal, TCSAFLUSH, &hidden);
+    }
+    ~EchoOff() { ::tcsetattr(terminal, TCSAFLUSH, &m_before); }
+    EchoOff(const EchoOff&) = delete;
+    EchoOff& operator=(const EchoOff&) = delete;
+
+private:
+    termios m_before;
+};
+
+/** A line of standard input without its end; its bytes one by one, so that nothing behind it is taken. */
+std::string readLine() {
+    std::string line;
+    for (char c = '\0';;) {
+        const ssize_t size = ::read(STDIN_FILENO, &c, 1);
+        if (size < 0)
+            throw std::system_error(errno, std::generic_category(), "standard input");
+        if (size == 0 && line.empty())
+            throw std::runtime_error("password: no input");
+        if (size == 0 || c == '\n')
+            return line;
+        line += c;
+        if (line.size() > longestPassword)
+            throw std::runtime_error("password: longer than " + std::to_string(longestPassword) + " bytes");
+    }
+}
+
+std::string ask(const char* prompt) {
+    std::cerr << prompt << std::flush;
+    return readLine();
+}
+
+std::string askTwice() {
+    const SignalsNoted signals;
+    const EchoOff hidden;
+    std::string password = ask("New password: ");
+    std::string again = ask("Once more: ");
+    const bool areSame = password == again;
+    wipe(again);
+    if (areSame)
+        return password;
+    wipe(password);
+    throw std::runtime_error("password: the two differ");
+}
+
+} // namespace
+
+std::string newPassword() {
+    std::string password = ::isatty(terminal) != 0 ? askTwice() : readLine();
+    if (password.empty())
+        throw std::runtime_error("password: empty");
+    if (holdsControls(password)) {
+        wipe(password);
+        throw std::runtime_error("password: holds a control character");
+    }
+    return password;
+}
+
+} // namespace cimom

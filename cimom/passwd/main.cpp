@@ -1,0 +1,75 @@
+// owbcimom-passwd: sets the passwords of the users who may log in to owbcimomd.
+
+#include "passwd/NewPassword.hpp"
+#include "users/PasswordHash.hpp"
+#include "users/UsersFile.hpp"
+
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <iostream>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+using cimom::HashMethod;
+using cimom::Users;
+
+struct Options {
+    std::string file;
+    std::string user;
+    bool remove = false;
+    std::string method = "yescrypt";
+};
+
+void remove(const Options& options) {
+    cimom::changeUsers(options.file, [&options](Users& users) {
+        if (!users.remove(options.user))
+            throw std::runtime_error(options.file + ": there is no user \"" + options.user + "\"");
+    });
+}
+
+void set(const Options& options) {
+    // A name that cannot be is told before the password is asked for.
+    Users().set(options.user, std::string());
+    std::string password = cimom::newPassword();
+    const std::string hash =
+        cimom::hashOf(password, options.method == "sha512" ? HashMethod::sha512 : HashMethod::yescrypt);
+    cimom::wipe(password);
+    cimom::changeUsers(options.file, [&](Users& users) { users.set(options.user, hash); });
+}
+
+void define(CLI::App& app, Options& options) {
+    app.add_option("FILE", options.file, "File of the users; made when there is none")->required();
+    app.add_option("USER", options.user, "Name of the user")->required();
+    auto* const remove = app.add_flag("--delete", options.remove, "Delete the user");
+    app.add_option("--method", options.method, "How the password is hashed")
+        ->check(CLI::IsMember({"yescrypt", "sha512"}))
+        ->capture_default_str()
+        ->excludes(remove);
+    app.set_version_flag("--version", "owbcimom-passwd " OWBCIMOMD_VERSION);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    Options options;
+    CLI::App app(
+        "Sets the password of a user who may log in to owbcimomd. It is asked for on the terminal, or "
+        "is a line of standard input.",
+        "owbcimom-passwd");
+    define(app, options);
+    try {
+        app.parse(argc, argv);
+        options.remove ? remove(options) : set(options);
+        return 0;
+    } catch (const CLI::Success& e) {
+        return app.exit(e);
+    } catch (const CLI::ParseError& e) {
+        std::cerr << "owbcimom-passwd: command line: " << e.what() << std::endl;
+        return 2;
+    } catch (const std::exception& e) {
+        std::cerr << "owbcimom-passwd: " << e.what() << std::endl;
+        return 1;
+    }
+}

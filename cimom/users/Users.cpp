@@ -1,0 +1,109 @@
+#include "users/Users.hpp"
+
+#include "Text.hpp"
+#include "users/PasswordHash.hpp"
+
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <sstream>
+
+namespace cimom {
+namespace {
+
+/** RFC 7617: a name that holds a colon cannot be told from its password. */
+void checkName(const std::string& name) {
+    if (name.empty())
+        throw std::runtime_error("user name: empty");
+    if (name.front() == '#')
+        throw std::runtime_error("user name: begins with #, as comments do");
+    if (name.find(':') != std::string::npos)
+        throw std::runtime_error("user name: holds a colon");
+    if (holdsControls(name))
+        throw std::runtime_error("user name: holds a control character");
+}
+
+} // namespace
+
+Users::Users(const std::string& text) {
+    std::map<std::string, unsigned> firstLines; // by user
+    std::istringstream lines(text);
+    std::string line;
+    for (unsigned number = 1; std::getline(lines, line); ++number) {
+        try {
+            m_lines.push_back(lineOf(line));
+        } catch (const std::runtime_error& e) {
+            throw Error(number, e.what());
+        }
+        const std::string& name = m_lines.back().name;
+        const auto [first, isNew] = firstLines.emplace(name, number);
+        if (!name.empty() && !isNew)
+            throw Error(number,
+                        "user \"" + name + "\" comes twice, first on line " + std::to_string(first->second));
+    }
+}
+
+Users::Line Users::lineOf(const std::string& text) {
+    if (holdsControls(text))
+        throw std::runtime_error("a control character");
+    if (text.empty() || text.front() == '#')
+        return {std::string(), text};
+    const std::size_t colon = text.find(':');
+    if (colon == std::string::npos)
+        throw std::runtime_error("no colon between a user and a hash");
+    const Line line{text.substr(0, colon), text.substr(colon + 1)};
+    checkName(line.name);
+    const std::string fault = faultOfHash(line.rest);
+    if (!fault.empty())
+        throw std::runtime_error("the hash of user \"" + line.name + "\" " + fault);
+    return line;
+}
+
+bool Users::matches(const std::string& user, const std::string& password) const {
+    const auto known = find(user);
+    const std::string& hash = known == m_lines.end() ? anyHash(user) : known->rest;
+    const bool isRight = isPasswordOf(hash, password);
+    return known != m_lines.end() && isRight;
+}
+
+/** The hash of somebody, always the same one for a name; empty when there are no users. */
+const std::string& Users::anyHash(const std::string& user) const {
+    std::vector<const std::string*> hashes;
+    for (const Line& line : m_lines) {
+        if (!line.name.empty())
+            hashes.push_back(&line.rest);
+    }
+    static const std::string none;
+    return hashes.empty() ? none : *hashes[std::hash<std::string>()(user) % hashes.size()];
+}
+
+void Users::set(const std::string& user, const std::string& hash) {
+    checkName(user);
+    const auto known = find(user);
+    if (known == m_lines.end())
+        m_lines.push_back({user, hash});
+    else
+        m_lines[static_cast<std::size_t>(known - m_lines.begin())].rest = hash;
+}
+
+bool Users::remove(const std::string& user) {
+    const auto known = find(user);
+    if (known == m_lines.end())
+        return false;
+    m_lines.erase(known);
+    return true;
+}
+
+std::vector<Users::Line>::const_iterator Users::find(const std::string& user) const {
+    return std::find_if(m_lines.begin(), m_lines.end(),
+                        [&user](const Line& line) { return !line.name.empty() && line.name == user; });
+}
+
+std::string Users::text() const {
+    std::string text;
+    for (const Line& line : m_lines)
+        text += (line.name.empty() ? "" : line.name + ":") + line.rest + "\n";
+    return text;
+}
+
+} // namespace cimom

@@ -1,0 +1,60 @@
+#include "users/UsersFile.hpp"
+
+#include "LockFile.hpp"
+#include "RegularFile.hpp"
+
+#include <cerrno>
+#include <filesystem>
+#include <optional>
+#include <stdexcept>
+#include <system_error>
+
+namespace cimom {
+namespace {
+
+void checkAccess(mode_t mode, const std::string& path) {
+    if ((mode & (S_IWGRP | S_IWOTH)) != 0)
+        throw std::runtime_error(path + ": users other than its owner can write it");
+    if ((mode & S_IROTH) != 0)
+        throw std::runtime_error(path + ": all users can read it");
+}
+
+Users usersOf(const RegularFile& file, const std::string& path) {
+    checkAccess(file.status.st_mode, path);
+    try {
+        return Users(file.content);
+    } catch (const Users::Error& e) {
+        throw std::runtime_error(path + ":" + std::to_string(e.line()) + ": " + e.what());
+    }
+}
+
+LockFile lockFor(const std::string& path) {
+    try {
+        return LockFile(path + ".lock");
+    } catch (const std::system_error& e) {
+        if (e.code() == std::errc::operation_would_block)
+            throw std::runtime_error(path + ": it is being changed by another process");
+        throw;
+    }
+}
+
+} // namespace
+
+Users readUsers(const std::string& path) {
+    const std::optional<RegularFile> file = readRegularFile(path);
+    if (!file)
+        throw std::system_error(ENOENT, std::generic_category(), path);
+    return usersOf(*file, path);
+}
+
+void changeUsers(const std::string& path, const std::function<void(Users&)>& change) {
+    // Of a link the file that it leads to is replaced.
+    const std::string real = std::filesystem::weakly_canonical(path).string();
+    const LockFile lock = lockFor(real);
+    const std::optional<RegularFile> file = readRegularFile(real);
+    Users users = file ? usersOf(*file, real) : Users();
+    change(users);
+    replaceRegularFile(real, users.text(), file ? &file->status : nullptr);
+}
+
+} // namespace cimom
