@@ -13,10 +13,10 @@ const char* const onlyNameSpace = "root/cimv2";
 
 namespace {
 
-/** The value of the property of a name; null when there is none. */
+/** The value of the property of a name that has one; else null. */
 CIMValue valueOf(const CIMPropertyArray& properties, const CIMName& name) {
     for (const CIMProperty& property : properties) {
-        if (property && CIMName(property.getName()) == name)
+        if (property && property.getValue() && CIMName(property.getName()) == name)
             return property.getValue();
     }
     return CIMValue(CIMNULL);

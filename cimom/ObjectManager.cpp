@@ -29,14 +29,17 @@ std::set<CIMName> declaredNames(const PropertyList& listed, const ClassDeclarati
     return names;
 }
 
-void keepWanted(CIMInstance& instance, const std::set<CIMName>& wanted) {
-    const CIMPropertyArray all = instance.getProperties();
+CIMPropertyArray wantedOf(const CIMPropertyArray& all, const std::set<CIMName>& wanted) {
     CIMPropertyArray kept;
     for (const CIMProperty& property : all) {
         if (wanted.count(property.getName()) > 0)
             kept.push_back(property);
     }
-    instance.setProperties(kept);
+    return kept;
+}
+
+void keepWanted(CIMInstance& instance, const std::set<CIMName>& wanted) {
+    instance.setProperties(wantedOf(instance.getProperties(), wanted));
 }
 
 bool isOfTheSite(const PropertyDeclaration& declared) {
@@ -53,7 +56,20 @@ CIMProperty property(const PropertyDeclaration& declared, const std::optional<st
 
 ObjectManager::ObjectManager(std::vector<std::unique_ptr<Provider>> providers, SiteValues siteValues)
     : m_providers(std::move(providers))
-    , m_siteValues(std::move(siteValues)) {}
+    , m_classes(declarations())
+    , m_siteValues(std::move(siteValues))
+    , m_siteInstances(std::make_shared<const SiteInstances>()) {}
+
+std::vector<const ClassDeclaration*> ObjectManager::declarations() const {
+    std::vector<const ClassDeclaration*> all;
+    for (const std::unique_ptr<Provider>& provider : m_providers)
+        all.push_back(&provider->declaration());
+    return all;
+}
+
+void ObjectManager::setSiteInstances(SiteInstances instances) {
+    m_siteInstances = std::make_shared<const SiteInstances>(std::move(instances));
+}
 
 InstanceSource ObjectManager::enumerateInstances(const std::string& nameSpace, const CIMName& className,
                                                  const PropertyList* wanted) const {
@@ -80,18 +96,50 @@ PathSource ObjectManager::enumerateInstanceNames(const std::string& nameSpace,
 CIMInstance ObjectManager::getInstance(const std::string& nameSpace, const CIMObjectPath& path,
                                        const PropertyList* wanted) const {
     const Provider& provider = providerOf(nameSpace, path.getClassName());
-    CIMInstance instance = instanceAt(pathNamedBy(path.getKeys(), provider.declaration()), provider);
+    CIMInstance instance = instanceAt(m_classes.canonical(path), provider);
     if (wanted)
         keepWanted(instance, declaredNames(*wanted, provider.declaration()));
     return instance;
 }
 
+CIMValue ObjectManager::getProperty(const std::string& nameSpace, const CIMObjectPath& path,
+                                    const CIMName& property) const {
+    if (!find(providerOf(nameSpace, path.getClassName()).declaration(), property))
+        OW_THROWCIMMSG(CIMException::NO_SUCH_PROPERTY, property.toString().c_str());
+    return getInstance(nameSpace, path, nullptr).getPropertyValue(property);
+}
+
+CIMClass ObjectManager::getClass(const std::string& nameSpace, const CIMName& className,
+                                 const ClassDetails& details, const PropertyList* wanted) const {
+    const ClassDeclaration& declaration = providerOf(nameSpace, className).declaration();
+    CIMClass result = classObject(declaration, details);
+    if (wanted)
+        result.setProperties(wantedOf(result.getAllProperties(), declaredNames(*wanted, declaration)));
+    return result;
+}
+
+std::vector<CIMClass> ObjectManager::enumerateClasses(const std::string& nameSpace, const CIMName& superClass,
+                                                      const ClassDetails& details) const {
+    requireNameSpace(nameSpace);
+    std::vector<CIMClass> classes;
+    if (superClass != CIMName()) {
+        providerOf(nameSpace, superClass);
+        return classes;
+    }
+    for (const std::unique_ptr<Provider>& provider : m_providers)
+        classes.push_back(classObject(provider->declaration(), details));
+    return classes;
+}
+
 void ObjectManager::modifyInstance(const std::string& nameSpace, const CIMInstance& modified,
                                    const PropertyList* listed, Access access) {
     if (access != Access::write)
-        OW_THROWCIMMSG(CIMException::ACCESS_DENIED, "only root and the object manager's own user may write");
+        OW_THROWCIMMSG(CIMException::ACCESS_DENIED,
+                       "only root, the object manager's own user and who logs in may write");
     const Provider& provider = providerOf(nameSpace, modified.getClassName());
-    const CIMObjectPath path = pathNamedBy(modified.getProperties(), provider.declaration());
+    CIMPropertyArray named = modified.getKeyValuePairs();
+    named.appendArray(modified.getProperties());
+    const CIMObjectPath path = m_classes.canonical(CIMObjectPath(modified.getClassName(), named));
     const CIMInstance present = instanceAt(path, provider);
     const SiteValues::Values changes = valuesToWrite(modified, listed, present, provider.declaration());
     try {
@@ -103,10 +151,14 @@ void ObjectManager::modifyInstance(const std::string& nameSpace, const CIMInstan
     }
 }
 
-const Provider& ObjectManager::providerOf(const std::string& nameSpace, const CIMName& className) const {
+void ObjectManager::requireNameSpace(const std::string& nameSpace) const {
     const std::string name = nameSpace.substr(std::min(nameSpace.find_first_not_of('/'), nameSpace.size()));
     if (CIMName(name.c_str()) != CIMName(onlyNameSpace))
         OW_THROWCIMMSG(CIMException::INVALID_NAMESPACE, name.c_str());
+}
+
+const Provider& ObjectManager::providerOf(const std::string& nameSpace, const CIMName& className) const {
+    requireNameSpace(nameSpace);
     for (const std::unique_ptr<Provider>& provider : m_providers) {
         if (className == CIMName(provider->declaration().name))
             return *provider;
@@ -115,16 +167,26 @@ const Provider& ObjectManager::providerOf(const std::string& nameSpace, const CI
     OW_THROWCIMMSG(CIMException::INVALID_CLASS, description.c_str());
 }
 
-/** What the provider tells, and over it what the site has written. */
+/** What the provider tells, but for the instances that the site declares. */
+InstanceSource ObjectManager::liveInstancesOf(const Provider& provider) const {
+    return [next = provider.instances(), site = m_siteInstances] {
+        CIMInstance instance = next();
+        while (instance && site->find(pathOf(instance)))
+            instance = next();
+        return instance;
+    };
+}
+
+/** Live ones and the site's, and over them what has been written. */
 InstanceSource ObjectManager::instancesOf(const Provider& provider) const {
-    const std::vector<PropertyDeclaration>& properties = provider.declaration().properties;
-    InstanceSource next = provider.instances();
-    if (std::none_of(properties.begin(), properties.end(), isOfTheSite))
+    const ClassDeclaration& declaration = provider.declaration();
+    InstanceSource next = chained(liveInstancesOf(provider), m_siteInstances->instances(declaration));
+    if (std::none_of(declaration.properties.begin(), declaration.properties.end(), isOfTheSite))
         return next;
-    return [this, next = std::move(next), &provider] {
+    return [this, next = std::move(next), &declaration] {
         CIMInstance instance = next();
         if (instance)
-            layWritten(instance, provider.declaration());
+            layWritten(instance, declaration);
         return instance;
     };
 }

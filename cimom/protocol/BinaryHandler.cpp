@@ -8,6 +8,7 @@
 #include "protocol/OperationNames.hpp"
 
 #include <exception>
+#include <utility>
 
 namespace cimom {
 
@@ -38,114 +39,242 @@ std::optional<PropertyList> propertyListArgument(Reader& in) {
     return names;
 }
 
-/** Flags that change nothing for classes without subclasses and qualifiers: deep, local only and the like. */
+/** Flags that change nothing for classes without subclasses: deep, local only and the like. */
 void ignoreFlags(Reader& in, int count) {
     for (; count > 0; --count)
         booleanArgument(in);
 }
 
-/** A reply that says that the operation was carried out, and whose result is to follow. */
-Writer done() {
-    Writer out;
-    out.u8(static_cast<UInt8>(binary::Result::ok));
-    return out;
+ClassDetails classDetails(Reader& in) {
+    ClassDetails details;
+    details.qualifiers = booleanArgument(in);
+    details.origin = booleanArgument(in);
+    return details;
 }
 
-template <class Source>
-std::string enumeration(const Source& next, UInt8 begin, UInt8 end) {
-    Writer out = done();
-    out.u8(begin);
-    while (const auto object = next())
-        binary::write(out, object);
-    out.u8(end);
-    out.u8(end);
-    return out.release();
+const PropertyList* pointer(const std::optional<PropertyList>& list) {
+    return list ? &*list : nullptr;
 }
 
-std::string enumerateInstances(Reader& in, const ObjectManager& manager) {
-    const String nameSpace = stringArgument(in);
-    const CIMName className = stringArgument(in);
-    ignoreFlags(in, 4);
-    const std::optional<PropertyList> wanted = propertyListArgument(in);
-    return enumeration(manager.enumerateInstances(nameSpace.c_str(), className, wanted ? &*wanted : nullptr),
-                       binary::sig::instanceEnumeration, binary::sig::endOfInstances);
+/** A name as an element of an enumeration. */
+void write(Writer& out, const String& name) {
+    out.stringArgument(name);
 }
+using binary::write;
 
-std::string enumerateInstanceNames(Reader& in, const ObjectManager& manager) {
-    const String nameSpace = stringArgument(in);
-    const CIMName className = stringArgument(in);
-    return enumeration(manager.enumerateInstanceNames(nameSpace.c_str(), className),
-                       binary::sig::pathEnumeration, binary::sig::endOfPaths);
-}
+/** One request: reads its arguments and carries it out. */
+class Call {
+public:
+    Call(std::string_view request, ObjectManager& manager, Access access)
+        : m_in(request.data(), request.size())
+        , m_manager(manager)
+        , m_access(access) {}
 
-std::string getInstance(Reader& in, const ObjectManager& manager) {
-    const String nameSpace = stringArgument(in);
-    const CIMObjectPath path = binary::ObjectReader(in).objectPath();
-    ignoreFlags(in, 3);
-    const std::optional<PropertyList> wanted = propertyListArgument(in);
-    Writer out = done();
-    binary::write(out, manager.getInstance(nameSpace.c_str(), path, wanted ? &*wanted : nullptr));
-    return out.release();
-}
+    /** The reply; what makes the operation fail is in it. */
+    OperationReply reply() {
+        try {
+            carryOut();
+        } catch (const CIMException& e) {
+            fail(e, binary::Result::exception);
+        } catch (const std::exception& e) {
+            fail(e, binary::Result::error);
+        }
+        return std::move(m_reply);
+    }
 
-std::string modifyInstance(Reader& in, ObjectManager& manager, Access access) {
-    const String nameSpace = stringArgument(in);
-    const CIMInstance modified = binary::ObjectReader(in).instance();
-    ignoreFlags(in, 1);
-    const std::optional<PropertyList> listed = propertyListArgument(in);
-    manager.modifyInstance(nameSpace.c_str(), modified, listed ? &*listed : nullptr, access);
-    return done().release();
-}
+private:
+    void carryOut();
+    void enumerateClasses();
+    void enumerateClassNames();
+    void enumerateInstances();
+    void enumerateInstanceNames();
+    void getClass();
+    void getInstance();
+    void getProperty();
+    void modifyInstance();
 
-/** The reply to a request; empty when its operation has no name. Throws what makes it fail. */
-std::string carryOut(Reader& in, ObjectManager& manager, Access access) {
-    const UInt32 version = in.u32();
+    std::string nameSpaceArgument() { return stringArgument(m_in).c_str(); }
+    CIMName classArgument() {
+        const String name = stringArgument(m_in);
+        m_reply.title += std::string(" ") + name.c_str();
+        return name;
+    }
+    CIMObjectPath pathArgument() {
+        const CIMObjectPath path = binary::ObjectReader(m_in).objectPath();
+        m_reply.title += std::string(" ") + path.getClassName().c_str();
+        return path;
+    }
+
+    /** The reply to an operation that returns nothing, and the beginning of others. */
+    Writer done() {
+        Writer out;
+        out.u8(static_cast<UInt8>(binary::Result::ok));
+        return out;
+    }
+    template <class Source>
+    void replyBy(Source next, UInt8 begin, UInt8 end);
+    template <class Object>
+    void replyBy(const std::vector<Object>& objects, UInt8 begin, UInt8 end);
+    void fail(const std::exception& e, binary::Result result);
+
+    Reader m_in;
+    ObjectManager& m_manager;
+    Access m_access;
+    OperationReply m_reply;
+};
+
+void Call::carryOut() {
+    const UInt32 version = m_in.u32();
     if (version < binary::lowestVersion || version > binary::version)
         OW_THROWCIMMSG(CIMException::FAILED, "general error (Incompatible version)");
-    const UInt8 operation = in.u8();
+    const UInt8 operation = m_in.u8();
+    const char* const name = operationName(operation);
+    m_reply.title = name ? name : "unknown operation " + std::to_string(operation);
     switch (static_cast<binary::Operation>(operation)) {
+    case binary::Operation::enumerateClasses:
+        return enumerateClasses();
+    case binary::Operation::enumerateClassNames:
+        return enumerateClassNames();
     case binary::Operation::enumerateInstances:
-        return enumerateInstances(in, manager);
+        return enumerateInstances();
     case binary::Operation::enumerateInstanceNames:
-        return enumerateInstanceNames(in, manager);
+        return enumerateInstanceNames();
+    case binary::Operation::getClass:
+        return getClass();
     case binary::Operation::getInstance:
-        return getInstance(in, manager);
+        return getInstance();
     case binary::Operation::modifyInstance:
-        return modifyInstance(in, manager, access);
+        return modifyInstance();
+    case binary::Operation::getProperty:
+        return getProperty();
     }
-    if (const char* const name = operationName(operation))
+    if (name)
         OW_THROWCIMMSG(CIMException::NOT_SUPPORTED, name);
-    return std::string();
+    // An unknown operation is answered by nothing.
 }
 
-OperationReply failure(const CIMException& e) {
-    Writer out;
-    out.u8(static_cast<UInt8>(binary::Result::exception));
-    out.u16(static_cast<UInt16>(e.getErrNo()));
-    out.string(e.getMessage());
-    const char* const description = e.getDescription();
-    return {out.release(),
-            OperationError{static_cast<unsigned>(e.getErrNo()), description ? description : ""}};
+void Call::enumerateClasses() {
+    const std::string nameSpace = nameSpaceArgument();
+    const CIMName className = classArgument();
+    ignoreFlags(m_in, 2);
+    replyBy(m_manager.enumerateClasses(nameSpace, className, classDetails(m_in)),
+            binary::sig::classEnumeration, binary::sig::endOfClasses);
 }
 
-OperationReply failure(const std::exception& e) {
+void Call::enumerateClassNames() {
+    const std::string nameSpace = nameSpaceArgument();
+    const CIMName className = classArgument();
+    ignoreFlags(m_in, 1);
+    std::vector<String> names;
+    for (const CIMClass& each : m_manager.enumerateClasses(nameSpace, className, ClassDetails()))
+        names.push_back(each.getName());
+    replyBy(names, binary::sig::stringEnumeration, binary::sig::endOfStrings);
+}
+
+void Call::enumerateInstances() {
+    const std::string nameSpace = nameSpaceArgument();
+    const CIMName className = classArgument();
+    ignoreFlags(m_in, 4);
+    const std::optional<PropertyList> wanted = propertyListArgument(m_in);
+    replyBy(m_manager.enumerateInstances(nameSpace, className, pointer(wanted)),
+            binary::sig::instanceEnumeration, binary::sig::endOfInstances);
+}
+
+void Call::enumerateInstanceNames() {
+    const std::string nameSpace = nameSpaceArgument();
+    const CIMName className = classArgument();
+    replyBy(m_manager.enumerateInstanceNames(nameSpace, className), binary::sig::pathEnumeration,
+            binary::sig::endOfPaths);
+}
+
+void Call::getClass() {
+    const std::string nameSpace = nameSpaceArgument();
+    const CIMName className = classArgument();
+    ignoreFlags(m_in, 1);
+    const ClassDetails details = classDetails(m_in);
+    const std::optional<PropertyList> wanted = propertyListArgument(m_in);
+    Writer out = done();
+    write(out, m_manager.getClass(nameSpace, className, details, pointer(wanted)));
+    m_reply.body = out.release();
+}
+
+void Call::getInstance() {
+    const std::string nameSpace = nameSpaceArgument();
+    const CIMObjectPath path = pathArgument();
+    ignoreFlags(m_in, 3);
+    const std::optional<PropertyList> wanted = propertyListArgument(m_in);
+    Writer out = done();
+    write(out, m_manager.getInstance(nameSpace, path, pointer(wanted)));
+    m_reply.body = out.release();
+}
+
+void Call::getProperty() {
+    const std::string nameSpace = nameSpaceArgument();
+    const CIMObjectPath path = pathArgument();
+    const CIMValue value = m_manager.getProperty(nameSpace, path, stringArgument(m_in));
+    Writer out = done();
+    out.booleanArgument(static_cast<bool>(value));
+    if (value)
+        write(out, value);
+    m_reply.body = out.release();
+}
+
+void Call::modifyInstance() {
+    const std::string nameSpace = nameSpaceArgument();
+    const CIMInstance modified = binary::ObjectReader(m_in).instance();
+    m_reply.title += std::string(" ") + modified.getClassName().c_str();
+    ignoreFlags(m_in, 1);
+    const std::optional<PropertyList> listed = propertyListArgument(m_in);
+    m_manager.modifyInstance(nameSpace, modified, pointer(listed), m_access);
+    m_reply.body = done().release();
+}
+
+/** Replies by an enumeration of what a source hands out. */
+template <class Source>
+void Call::replyBy(Source next, UInt8 begin, UInt8 end) {
+    Writer out = done();
+    out.u8(begin);
+    m_reply.body = out.release();
+    m_reply.more = [next = std::move(next), end](std::string& body) {
+        Writer piece;
+        const auto object = next();
+        if (object) {
+            write(piece, object);
+        } else {
+            piece.u8(end);
+            piece.u8(end);
+        }
+        body += piece.bytes();
+        return static_cast<bool>(object);
+    };
+}
+
+template <class Object>
+void Call::replyBy(const std::vector<Object>& objects, UInt8 begin, UInt8 end) {
+    Writer out = done();
+    out.u8(begin);
+    for (const Object& object : objects)
+        write(out, object);
+    out.u8(end);
+    out.u8(end);
+    m_reply.body = out.release();
+}
+
+void Call::fail(const std::exception& e, binary::Result result) {
     Writer out;
-    out.u8(static_cast<UInt8>(binary::Result::error));
+    out.u8(static_cast<UInt8>(result));
+    m_reply.error = operationError(e);
+    if (result == binary::Result::exception)
+        out.u16(static_cast<UInt16>(m_reply.error->code));
     out.string(e.what());
-    return {out.release(), OperationError{CIMException::FAILED, e.what()}};
+    m_reply.body = out.release();
+    m_reply.more = nullptr;
 }
 
 } // namespace
 
 OperationReply BinaryHandler::handle(std::string_view request, Access access) const {
-    Reader in(request.data(), request.size());
-    try {
-        return {carryOut(in, m_manager, access), std::nullopt};
-    } catch (const CIMException& e) {
-        return failure(e);
-    } catch (const std::exception& e) {
-        return failure(e);
-    }
+    return Call(request, m_manager, access).reply();
 }
 
 } // namespace cimom

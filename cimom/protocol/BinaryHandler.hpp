@@ -1,40 +1,19 @@
 #ifndef CIMOM_PROTOCOL_BINARY_HANDLER_HPP_INCLUDED
 #define CIMOM_PROTOCOL_BINARY_HANDLER_HPP_INCLUDED
 #include "ObjectManager.hpp"
-
-#include <optional>
-#include <string>
-#include <string_view>
+#include "protocol/Handler.hpp"
 
 namespace cimom {
 
-/** Why an operation failed, for a client that is told so beside the body of the reply. */
-struct OperationError {
-    /** Status code of DSP0200. */
-    unsigned code;
-    std::string description;
-};
-
-/** The outcome of an operation. */
-struct OperationReply {
-    /** The whole reply; of a failed operation the error in the form that stands in for the result. */
-    std::string body;
-    /** Set when the operation failed. */
-    std::optional<OperationError> error;
-};
-
-/** Carries out requests in the binary protocol. */
-class BinaryHandler {
+/** Carries out requests in the binary protocol. Bytes after the arguments of an operation are ignored. */
+class BinaryHandler : public Handler {
 public:
     /** @param manager must outlive the handler */
     explicit BinaryHandler(ObjectManager& manager)
         : m_manager(manager) {}
 
-    /**
-     * @param request the body of the request; bytes after the arguments of its operation are ignored
-     * @param access what the client may do
-     */
-    OperationReply handle(std::string_view request, Access access) const;
+    const char* contentType() const override { return "application/x-owbinary; charset=\"utf-8\""; }
+    OperationReply handle(std::string_view request, Access access) const override;
 
 private:
     ObjectManager& m_manager;

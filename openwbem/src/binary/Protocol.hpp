@@ -12,10 +12,14 @@ const UInt32 version = 3000008;       // written by every client
 const UInt32 lowestVersion = 3000007; // of a request that an object manager understands
 
 enum class Operation : UInt8 {
+    enumerateClasses = 23,
+    enumerateClassNames = 24,
     enumerateInstances = 25,
     enumerateInstanceNames = 26,
+    getClass = 28,
     getInstance = 29,
-    modifyInstance = 35
+    modifyInstance = 35,
+    getProperty = 37
 };
 
 enum class Result : UInt8 { ok = 0, error = 1, exception = 2 };
@@ -44,6 +48,10 @@ const UInt8 instanceEnumeration = 'o';
 const UInt8 endOfInstances = 0x98; // stands twice at the end of an instance enumeration
 const UInt8 pathEnumeration = 'n';
 const UInt8 endOfPaths = 0x97; // likewise
+const UInt8 classEnumeration = 'i';
+const UInt8 endOfClasses = 0x96; // likewise
+const UInt8 stringEnumeration = 's';
+const UInt8 endOfStrings = 0x9a; // likewise
 } // namespace sig
 
 const UInt32 instanceVersion = 1;        // written

@@ -1,0 +1,138 @@
+#include "protocol/XmlRequest.hpp"
+
+#include "OW_CIMException.hpp"
+#include "OW_Exception.hpp"
+#include "OW_XMLParseException.hpp"
+#include "io/Window.hpp"
+#include "protocol/Handler.hpp"
+#include "xml/ObjectReader.hpp"
+#include "xml/TextValue.hpp"
+#include "xml/Tokenizer.hpp"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace cimom {
+
+using namespace OpenWBEM;
+using xml::Tag;
+
+namespace {
+
+[[noreturn]] void refuse(const char* cimError) {
+    throw UnreadableRequest(400, "Bad request", cimError);
+}
+
+[[noreturn]] void refuseAsNotImplemented(const char* cimError) {
+    throw UnreadableRequest(501, "Not implemented", cimError);
+}
+
+/** Reads one document. */
+class Reading {
+public:
+    Reading(std::string_view document, XmlRequest& request)
+        : m_window(document.data(), document.size())
+        , m_in(m_window)
+        , m_objects(m_in)
+        , m_request(request) {}
+
+    void read() {
+        enter("CIM");
+        requireVersion("CIMVERSION", {"2.0", "2.1", "2.2"}, "unsupported-cim-version");
+        requireVersion("DTDVERSION", {"2.0", "2.1"}, "unsupported-dtd-version");
+        enter("MESSAGE");
+        m_request.messageId = m_in.attribute("ID");
+        if (next() == "MULTIREQ")
+            refuseAsNotImplemented("multiple-requests-unsupported");
+        require(m_in.name() == "SIMPLEREQ");
+        const std::string_view call = next();
+        m_request.isExtrinsic = call == "METHODCALL";
+        require(m_request.isExtrinsic || call == "IMETHODCALL");
+        m_request.operation = m_in.attribute("NAME");
+        readCall();
+        // A write must not be carried out when the end of its request has not come.
+        while (m_in.next() != Tag::none) {
+        }
+    }
+
+private:
+    static void require(bool isSo) {
+        if (!isSo)
+            refuse("request-not-loosely-valid");
+    }
+    /** Passes to the next tag, which must start an element, and gives its name. */
+    std::string_view next() {
+        require(m_in.next() == Tag::start);
+        return m_in.name();
+    }
+    void enter(const char* element) { require(next() == element); }
+
+    void requireVersion(const char* attribute, std::initializer_list<std::string_view> understood,
+                        const char* cimError) {
+        const std::string_view version = m_in.attribute(attribute);
+        if (std::find(understood.begin(), understood.end(), version) == understood.end())
+            refuseAsNotImplemented(cimError);
+    }
+
+    void readCall() {
+        while (m_in.next() == Tag::start) {
+            if (m_in.name() == "LOCALNAMESPACEPATH")
+                m_request.nameSpace = m_objects.objectPath().getNameSpace().c_str();
+            else if (m_in.name() == "IPARAMVALUE")
+                readArgument();
+            else
+                m_in.skip();
+        }
+    }
+
+    void readArgument() {
+        XmlArgument argument;
+        argument.name = m_in.attribute("NAME");
+        while (m_in.next() == Tag::start) {
+            const std::string_view name = m_in.name();
+            if (name == "VALUE")
+                argument.text = m_objects.value(CIMDataType::STRING).toString().c_str();
+            else if (name == "VALUE.ARRAY")
+                argument.list = names();
+            else if (name == "CLASSNAME")
+                argument.className = m_objects.objectPath().getClassName().c_str();
+            else if (name == "INSTANCENAME")
+                argument.path = m_objects.objectPath();
+            else if (name == "VALUE.NAMEDINSTANCE")
+                argument.instance = m_objects.namedInstance();
+            else
+                m_in.skip();
+        }
+        m_request.arguments.push_back(std::move(argument));
+    }
+
+    PropertyList names() {
+        StringArray texts;
+        m_objects.value(CIMDataType::STRING).get(texts);
+        return PropertyList(texts.begin(), texts.end());
+    }
+
+    io::Window m_window;
+    xml::Tokenizer m_in;
+    xml::ObjectReader m_objects;
+    XmlRequest& m_request;
+};
+
+} // namespace
+
+const XmlArgument* XmlRequest::find(std::string_view name) const {
+    const auto found = std::find_if(arguments.begin(), arguments.end(), [name](const XmlArgument& argument) {
+        return xml::equalsIgnoreCase(argument.name, name);
+    });
+    return found == arguments.end() ? nullptr : &*found;
+}
+
+void readXmlRequest(std::string_view document, XmlRequest& request) {
+    try {
+        Reading(document, request).read();
+    } catch (const XMLParseException&) {
+        refuse("request-not-well-formed");
+    }
+}
+
+} // namespace cimom

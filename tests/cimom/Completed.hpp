@@ -1,0 +1,13 @@
+#ifndef TESTS_CIMOM_COMPLETED_HPP
+#define TESTS_CIMOM_COMPLETED_HPP
+#include "protocol/Handler.hpp"
+
+/** A reply whose body is whole. */
+inline cimom::OperationReply completed(cimom::OperationReply reply) {
+    while (reply.more && reply.more(reply.body)) {
+    }
+    reply.more = nullptr;
+    return reply;
+}
+
+#endif
