@@ -1,9 +1,10 @@
 #ifndef CIMOM_HTTP_REQUEST_RULES_HPP_INCLUDED
 #define CIMOM_HTTP_REQUEST_RULES_HPP_INCLUDED
+#include "http/Limits.hpp"
+
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
 #include <boost/system/error_code.hpp>
-#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -11,34 +12,41 @@ namespace cimom {
 
 using RequestParser = boost::beast::http::request_parser<boost::beast::http::string_body>;
 
-/** The largest head of a request, and the largest body, in bytes. */
-const std::uint32_t headLimit = 16 * 1024;
-const std::uint64_t bodyLimit = 1024ULL * 1024;
-
 /** What an error answer says: `<status> <reason>: <detail>`. */
 struct Refusal {
     unsigned status;
     const char* reason;
     std::string detail;
+    /** A header of the answer, and its value; null for none. */
+    const char* header = nullptr;
+    std::string value{};
 };
+
+/** The protocols that requests come in. */
+enum class Protocol { binary, xml };
 
 /** What of a request's head decides how it is answered. */
 struct RequestHead {
+    Protocol protocol;
     bool isMPost;
-    /** The client reads chunks and trailers. */
+    /** The client reads chunks. */
+    bool takesChunks;
+    /** The client reads what stands behind the last chunk. */
     bool takesTrailers;
     /** The connection stays open for a further request. */
     bool keepsAlive;
+    /** Value of the header Authorization. */
+    std::string authorization;
 };
 
-/** Reads the head of a request that has been parsed. */
+/** Reads the head of a request that refusalOf() has nothing against. */
 RequestHead requestHead(const RequestParser& parser);
 
 /** Why a request is refused for its head; nothing when it is fine. */
 std::optional<Refusal> refusalOf(const RequestParser& parser);
 
 /** Why a request is refused that could not be read; nothing when the connection broke. */
-std::optional<Refusal> refusalOf(const boost::system::error_code& error);
+std::optional<Refusal> refusalOf(const boost::system::error_code& error, const Limits& limits);
 
 } // namespace cimom
 #endif

@@ -1,11 +1,13 @@
 #ifndef CIMOM_HTTP_SESSION_HPP_INCLUDED
 #define CIMOM_HTTP_SESSION_HPP_INCLUDED
-#include "Access.hpp"
-#include "http/ReplyFormat.hpp"
+#include "http/Limits.hpp"
+#include "http/Peer.hpp"
+#include "http/ReplyStream.hpp"
 #include "http/RequestRules.hpp"
-#include "protocol/BinaryHandler.hpp"
+#include "protocol/Handler.hpp"
+#include "users/PasswordCheck.hpp"
 
-#include <boost/asio/local/stream_protocol.hpp>
+#include <boost/asio/generic/stream_protocol.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <chrono>
@@ -13,65 +15,96 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 
 namespace cimom {
 
-/** How long a client may take. */
-struct SessionLimits {
-    /** Until its next request begins. It is then told by status 408. */
-    std::chrono::milliseconds idle = std::chrono::seconds(300);
-    /** For one request to arrive whole, and again for its reply to be taken. */
-    std::chrono::milliseconds request = std::chrono::seconds(60);
-};
+class Session;
+
+/** Tells later whether a user has a password, see PasswordCheck::check(). */
+using CheckPassword =
+    std::function<void(const std::string& user, const std::string& password, PasswordCheck::Done done)>;
 
 /** What the sessions of an object manager share. */
 struct SessionContext {
-    const BinaryHandler& handler;
-    ReplyFormat& format;
-    SessionLimits limits;
+    const Handler& binary;
+    const Handler& xml;
+    Limits limits;
+    /** Null when nobody may log in. */
+    CheckPassword checkPassword{};
+    /** Requests that are answered well are logged, too. */
+    bool isVerbose = false;
+
+    /** Those that are open. */
+    std::set<Session*> sessions{};
+    /** Of the last answer. */
+    unsigned answers = 0;
 };
 
 /**
  * One connection: reads requests and answers them, one after the other, until the client closes or is
  * refused. It keeps itself alive as long as the connection is open. An exception of a handler, which passes
  * through the io_context, ends its session and closes the connection.
+ *
+ * A client on the network may write once it has logged in by the header Authorization of its request, scheme
+ * Basic; one that has not is asked to by status 401 when it tries to write.
  */
 class Session : public std::enable_shared_from_this<Session> {
 public:
-    using Socket = boost::asio::local::stream_protocol::socket;
+    using Socket = boost::asio::generic::stream_protocol::socket;
 
-    /** What the client may do depends on the user that it connected as, see accessOfPeer(). */
-    Session(Socket socket, std::shared_ptr<const SessionContext> context);
+    Session(Socket socket, std::shared_ptr<SessionContext> context);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
     /** Reads and answers requests. */
     void start();
     /** Says why the client is not served, in the place of an answer, and closes the connection. */
     void refuse(const Refusal& refusal);
+    /** Closes the connection, but not before the answer that is under way has been sent. */
+    void finish();
 
 private:
     using Error = boost::system::error_code;
 
+    // Reading
     void awaitRequest();
-    /** What follows a read: the next step, or an end to the connection. */
-    std::function<void(const Error&, std::size_t)> whenRead(void (Session::*next)());
+    std::function<void(const Error&, std::size_t)> whenRead(void (Session::*next)(std::size_t size));
     void readHead();
-    void readBody();
-    void answer();
-    void send(std::string reply, bool thenContinue);
+    void readBody(std::size_t headSize);
     void onReadError(const Error& error);
+
+    // Answering
+    void answer(std::size_t);
+    void logIn(const std::string& authorization);
+    void onChecked(Verdict verdict);
+    void refuseLogin(const char* why);
+    void carryOut(Access access);
+    void sendNext();
+    void onSent();
+
+    void send(std::string bytes, void (Session::*next)());
     void onTimeout();
     void limitTime(std::chrono::milliseconds time);
     void close();
 
     Socket m_socket;
-    Access m_access;
-    std::shared_ptr<const SessionContext> m_context;
+    const Peer m_peer;
+    std::shared_ptr<SessionContext> m_context;
     boost::asio::steady_timer m_timer;
     boost::beast::flat_buffer m_buffer;
-    std::optional<RequestParser> m_parser; // of the request that is being read
-    std::string m_reply;                   // that is being sent, else empty
+    std::optional<RequestParser> m_parser; // of the request that is being read or answered
+    std::optional<RequestHead> m_request;  // that is being answered
+    std::optional<ReplyStream> m_reply;    // that is being sent
+    std::string m_title;                   // of what is being answered, and for whom
+    bool m_hasFailed = false;              // which has been logged
+    std::string m_accepted;                // the header by which the client has logged in
+    std::string m_sent;                    // bytes on their way to the client, else empty
     bool m_isUnderstood = false;           // the client has sent a head that could be read
     bool m_isRefusing = false;             // nothing is read any more
+    bool m_isLast = false;                 // the answer that is under way
 };
 
 } // namespace cimom

@@ -10,6 +10,7 @@
 #include <boost/beast/http/string_body.hpp>
 #include <cerrno>
 #include <cstring>
+#include <netinet/in.h>
 #include <stdexcept>
 #include <sys/socket.h>
 #include <sys/time.h>
@@ -37,6 +38,25 @@ int connectTo(const std::string& path) {
     fail("connect");
 }
 
+int connectTo(std::uint16_t port, int family) {
+    const int descriptor = ::socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in ipv4{};
+    ipv4.sin_family = AF_INET;
+    ipv4.sin_port = htons(port);
+    ipv4.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    sockaddr_in6 ipv6{};
+    ipv6.sin6_family = AF_INET6;
+    ipv6.sin6_port = htons(port);
+    ipv6.sin6_addr = in6addr_loopback;
+    const int result = family == AF_INET
+                           ? ::connect(descriptor, reinterpret_cast<const sockaddr*>(&ipv4), sizeof ipv4)
+                           : ::connect(descriptor, reinterpret_cast<const sockaddr*>(&ipv6), sizeof ipv6);
+    if (result == 0)
+        return descriptor;
+    ::close(descriptor);
+    fail("connect");
+}
+
 std::string flag(bool value) {
     return std::string("h") + (value ? '\1' : '\0');
 }
@@ -50,6 +70,9 @@ std::string enumerateHead(const std::string& className, const std::string& nameS
 
 Client::Client(const std::string& socketPath)
     : Client(connectTo(socketPath)) {}
+
+Client::Client(std::uint16_t port, int family)
+    : Client(connectTo(port, family)) {}
 
 Client::Client(int descriptor)
     : m_descriptor(descriptor) {
@@ -127,6 +150,17 @@ std::string operationBody(unsigned operation, unsigned version) {
 std::string httpRequest(const std::string& body, const std::string& lines, const std::string& method) {
     return method + " /cimom HTTP/1.1\r\nHost: localhost\r\nContent-Type: application/x-owbinary\r\n" +
            lines + "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+}
+
+std::string xmlRequest(const std::string& operation, const std::string& arguments, const std::string& lines) {
+    const std::string body = "<?xml version=\"1.0\"?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE "
+                             "ID=\"1\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ><IMETHODCALL NAME=\"" +
+                             operation +
+                             "\"><LOCALNAMESPACEPATH><NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"cimv2\"/>"
+                             "</LOCALNAMESPACEPATH>" +
+                             arguments + "</IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>";
+    return "POST /cimom HTTP/1.1\r\nHost: localhost\r\nContent-Type: application/xml\r\n" + lines +
+           "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
 }
 
 std::vector<OpenWBEM::CIMInstance> instancesIn(const std::string& body) {

@@ -2,8 +2,10 @@
 #define TESTS_CIMOM_CLIENT_HPP
 #include "OW_CIMInstance.hpp"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <sys/socket.h>
 #include <vector>
 
 /** A reply as it arrived, and what HTTP makes of it. */
@@ -26,6 +28,8 @@ class Client {
 public:
     /** Connects to a Unix-domain socket. */
     explicit Client(const std::string& socketPath);
+    /** Connects to a port of the loopback address, of IPv4 or of IPv6. */
+    explicit Client(std::uint16_t port, int family = AF_INET);
     /** Takes a connected socket over. */
     explicit Client(int descriptor);
     ~Client();
@@ -59,6 +63,10 @@ std::string operationBody(unsigned operation, unsigned version = 3000008);
 /** A request whose client takes trailers. Further lines of the head may be given, each with its end. */
 std::string httpRequest(const std::string& body, const std::string& lines = "TE: trailers\r\n",
                         const std::string& method = "M-POST");
+
+/** A request in CIM-XML for an operation with arguments, as one IPARAMVALUE after the other. */
+std::string xmlRequest(const std::string& operation, const std::string& arguments,
+                       const std::string& lines = "");
 
 /** The instances in the body of a good reply to an enumeration; throws IOException when it is anything else.
  */

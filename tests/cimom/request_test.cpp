@@ -64,10 +64,10 @@ TEST_F(Requests, AnUnknownNamespaceIsToldInTrailers) {
 }
 
 TEST_F(Requests, AnOperationThatIsNotOfferedIsToldInTrailers) {
-    const Reply reply = replyTo(httpRequest(operationBody(28)));
+    const Reply reply = replyTo(httpRequest(operationBody(20)));
     EXPECT_EQ(200u, reply.status);
     EXPECT_TRUE(reply.hasLine("01-CIMStatusCode: 7"));
-    EXPECT_TRUE(reply.hasLine("01-CIMStatusDescription: GetClass"));
+    EXPECT_TRUE(reply.hasLine("01-CIMStatusDescription: DeleteClass"));
 }
 
 TEST_F(Requests, AnUnknownOperationIsAnsweredByAnEmptyBodyWithoutTrailers) {

@@ -1,6 +1,9 @@
 #include "Client.hpp"
 #include "LampProvider.hpp"
+#include "http/ListeningSocket.hpp"
 #include "http/Server.hpp"
+#include "protocol/BinaryHandler.hpp"
+#include "protocol/XmlHandler.hpp"
 #include "support/TempDir.hpp"
 
 #include <boost/asio/io_context.hpp>
@@ -13,6 +16,8 @@ namespace {
 /** A server that takes two connections, in the thread of the test: it works while it is told to. */
 class ServerTest : public ::testing::Test {
 protected:
+    ServerTest() { m_server.listen(m_socket.duplicate(), AF_UNIX); }
+
     /** Does all that the clients have given cause to. */
     void work() {
         while (m_io.poll() > 0) {
@@ -30,17 +35,19 @@ protected:
     }
 
 private:
-    static ServerLimits twoConnections() {
-        ServerLimits limits;
+    SessionContext twoConnections() {
+        Limits limits;
         limits.connections = 2;
-        return limits;
+        return {m_binary, m_xml, limits};
     }
 
     support::TempDir m_folder;
     ObjectManager m_manager = lampManager({"red"});
-    const BinaryHandler m_handler{m_manager};
+    const BinaryHandler m_binary{m_manager};
+    const XmlHandler m_xml{m_manager};
     boost::asio::io_context m_io{1};
-    Server m_server{m_io, m_folder.file("socket"), 0600, m_handler, twoConnections()};
+    const ListeningSocket m_socket{m_folder.file("socket"), 0600};
+    Server m_server{m_io, twoConnections()};
 };
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "Client.hpp"
 #include "LampProvider.hpp"
 #include "http/Session.hpp"
+#include "protocol/BinaryHandler.hpp"
+#include "protocol/XmlHandler.hpp"
 
 #include <boost/asio/io_context.hpp>
 #include <gtest/gtest.h>
@@ -21,13 +23,13 @@ protected:
     }
 
     /** Returns when the session has ended. */
-    void run(SessionLimits limits) {
+    void run(const Limits& limits) {
         ObjectManager manager = lampManager(colours);
-        const BinaryHandler handler(manager);
-        ReplyFormat format;
-        const auto context = std::make_shared<const SessionContext>(SessionContext{handler, format, limits});
+        const BinaryHandler binary(manager);
+        const XmlHandler xml(manager);
+        const auto context = std::make_shared<SessionContext>(SessionContext{binary, xml, limits});
         boost::asio::io_context io(1);
-        Session::Socket socket(io, boost::asio::local::stream_protocol(), m_ends[1]);
+        Session::Socket socket(io, boost::asio::generic::stream_protocol(AF_UNIX, 0), m_ends[1]);
         std::make_shared<Session>(std::move(socket), context)->start();
         io.run();
     }
@@ -39,8 +41,15 @@ private:
     int m_ends[2];
 };
 
-const SessionLimits shortIdle{10ms, 60s};
-const SessionLimits shortRequest{60s, 10ms};
+Limits limits(std::chrono::milliseconds idle, std::chrono::milliseconds request) {
+    Limits result;
+    result.idle = idle;
+    result.request = request;
+    return result;
+}
+
+const Limits shortIdle = limits(10ms, 60s);
+const Limits shortRequest = limits(60s, 10ms);
 
 } // namespace
 
@@ -77,7 +86,7 @@ TEST_F(SessionTest, ABodyThatStopsHalfwayTimesOut) {
 
 TEST_F(SessionTest, ARequestThatComesWhenItsTimeIsUpIsAnsweredBeforeTheEndOrNotAtAll) {
     client->send(httpRequest(enumerateBody("QAV_Lamp")));
-    run({0ms, 60s});
+    run(limits(0ms, 60s));
     Reply last = client->receive();
     if (last.status == 200)
         last = client->receive();
@@ -96,7 +105,7 @@ TEST_F(SessionTest, AClientThatGoesWhileItIsAnsweredEndsItsSessionOnly) {
     colours = {std::string(4 * 1024 * 1024, 'x')};
     client->send(httpRequest(enumerateBody("QAV_Lamp")));
     client.reset();
-    run({60s, 60s});
+    run(limits(60s, 60s));
 }
 
 TEST_F(SessionTest, RequestsThatComeAtOnceAreAnsweredInTurn) {

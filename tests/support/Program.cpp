@@ -113,6 +113,10 @@ std::string Daemon::nextErrorLine() {
             m_unread.erase(0, end + 1);
             return line;
         }
+        const int longest = 60 * 1000;
+        pollfd errors{m_errors, POLLIN, 0};
+        if (::poll(&errors, 1, longest) == 0)
+            return "(no line within a minute)";
         char buffer[4096];
         const ssize_t n = ::read(m_errors, buffer, sizeof buffer);
         if (n <= 0)

@@ -25,7 +25,8 @@ public:
     Daemon(const Daemon&) = delete;
     Daemon& operator=(const Daemon&) = delete;
 
-    /** Waits for the next line of its error output; "" when it has ended. Without the line end. */
+    /** Waits for the next line of its error output; "" when it has ended, another text when none comes for a
+     * minute. Without the line end. */
     std::string nextErrorLine();
     void signal(int number) const;
     /** Waits for its end; the exit code as in ProgramResult. */

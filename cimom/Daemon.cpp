@@ -1,0 +1,155 @@
+#include "Daemon.hpp"
+
+#include "Log.hpp"
+#include "Notification.hpp"
+#include "ObjectManager.hpp"
+#include "host/Host.hpp"
+#include "http/ListeningSocket.hpp"
+#include "http/Server.hpp"
+#include "protocol/BinaryHandler.hpp"
+#include "protocol/XmlHandler.hpp"
+#include "providers/Providers.hpp"
+#include "site/SiteInstances.hpp"
+#include "state/SiteValues.hpp"
+#include "users/PasswordCheck.hpp"
+#include "users/UsersFile.hpp"
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/signal_set.hpp>
+#include <csignal>
+#include <exception>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <sys/socket.h>
+#include <utility>
+
+namespace cimom {
+namespace {
+
+SiteValues siteValues(const std::string& path) {
+    if (path.empty())
+        throw std::runtime_error("state file: no name; give one by --state");
+    return SiteValues(std::make_unique<StateFile>(path));
+}
+
+/** Lets a run of the io_context go on behind an exception, which ends the session that it comes from and no
+ * other. */
+template <class Run>
+void withoutExceptions(Run run) {
+    for (bool isDone = false; !isDone;) {
+        try {
+            run();
+            isDone = true;
+        } catch (const std::exception& e) {
+            log(std::string("connection closed: ") + e.what());
+        }
+    }
+}
+
+/** An object manager and what it is served by. */
+class Daemon {
+public:
+    explicit Daemon(const Options& options)
+        : m_options(options)
+        , m_host(options.root)
+        , m_manager(makeProviders(m_host), siteValues(options.state))
+        // Before a socket is made, so that no signal can leave its file behind.
+        , m_stopSignals(m_io, SIGTERM, SIGINT)
+        , m_reloadSignal(m_io, SIGHUP)
+        , m_passwords(m_io, m_users)
+        , m_server(m_io, context()) {
+        readFiles();
+    }
+
+    void run() {
+        m_stopSignals.async_wait([this](const boost::system::error_code&, int) { m_io.stop(); });
+        awaitReload();
+        m_socket.emplace(m_options.socket, m_options.socketMode);
+        m_server.listen(m_socket->duplicate(), AF_UNIX);
+        const std::string places = m_options.socket + listenOnNetwork();
+        std::cerr << "owbcimomd: ready on " << places << std::endl;
+        notifyServiceManager("READY=1");
+        withoutExceptions([this] { m_io.run(); });
+        finish();
+    }
+
+private:
+    /** Listens on the addresses of the network, and says which. */
+    std::string listenOnNetwork() {
+        std::string places;
+        for (const NetworkAddress& address : m_options.listen) {
+            const NetworkSocket network = listenOn(address);
+            m_server.listen(network.descriptor, address.address.ss_family);
+            places += " and " + textOf(network.at);
+        }
+        return places;
+    }
+
+    SessionContext context() {
+        SessionContext context{m_binary, m_xml, m_options.limits};
+        context.isVerbose = m_options.isVerbose;
+        if (!m_options.users.empty())
+            context.checkPassword = [this](const std::string& user, const std::string& password,
+                                           PasswordCheck::Done done) {
+                m_passwords.check(user, password, std::move(done));
+            };
+        return context;
+    }
+
+    /** The site's files, all or none of them. */
+    void readFiles() {
+        Users users = m_options.users.empty() ? Users() : readUsers(m_options.users);
+        if (!m_options.instances.empty())
+            m_manager.setSiteInstances(SiteInstances(m_options.instances, m_manager.declarations()));
+        m_users = std::move(users);
+    }
+
+    void awaitReload() {
+        m_reloadSignal.async_wait([this](const boost::system::error_code& error, int) {
+            if (error)
+                return;
+            awaitReload();
+            try {
+                readFiles();
+                log("read the site's files again");
+            } catch (const std::exception& e) {
+                log(std::string("the site's files stay as they were: ") + e.what());
+            }
+        });
+    }
+
+    /** Lets the answers under way be sent, for a while. */
+    void finish() {
+        notifyServiceManager("STOPPING=1");
+        m_socket.reset(); // or the kernel would go on to take connections
+        m_server.stop();
+        m_reloadSignal.cancel();
+        m_io.restart();
+        const auto end = std::chrono::steady_clock::now() + m_options.stopTime;
+        withoutExceptions([this, end] { m_io.run_until(end); });
+    }
+
+    const Options& m_options;
+    const Host m_host;
+    ObjectManager m_manager;
+    const BinaryHandler m_binary{m_manager};
+    const XmlHandler m_xml{m_manager};
+    boost::asio::io_context m_io{1};
+    boost::asio::signal_set m_stopSignals;
+    boost::asio::signal_set m_reloadSignal;
+    Users m_users;
+    PasswordCheck m_passwords;
+    std::optional<ListeningSocket> m_socket;
+    Server m_server;
+};
+
+} // namespace
+
+void serve(const Options& options) {
+    Daemon(options).run();
+}
+
+} // namespace cimom

@@ -1,0 +1,95 @@
+#include "http/NetworkAddress.hpp"
+
+#include "Text.hpp"
+
+#include <arpa/inet.h>
+#include <cerrno>
+#include <cstdint>
+#include <system_error>
+#include <unistd.h>
+
+namespace cimom {
+namespace {
+
+template <class Address>
+Address& as(sockaddr_storage& storage) {
+    return reinterpret_cast<Address&>(storage);
+}
+
+std::optional<NetworkAddress> ipv4(const std::string& text, std::uint16_t port) {
+    NetworkAddress result;
+    auto& address = as<sockaddr_in>(result.address);
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    result.size = sizeof address;
+    if (::inet_pton(AF_INET, text.c_str(), &address.sin_addr) != 1)
+        return std::nullopt;
+    return result;
+}
+
+std::optional<NetworkAddress> ipv6(const std::string& text, std::uint16_t port) {
+    NetworkAddress result;
+    auto& address = as<sockaddr_in6>(result.address);
+    address.sin6_family = AF_INET6;
+    address.sin6_port = htons(port);
+    result.size = sizeof address;
+    if (::inet_pton(AF_INET6, text.c_str(), &address.sin6_addr) != 1)
+        return std::nullopt;
+    return result;
+}
+
+[[noreturn]] void fail(const NetworkAddress& address) {
+    throw std::system_error(errno, std::generic_category(), textOf(address));
+}
+
+} // namespace
+
+std::optional<NetworkAddress> networkAddress(const std::string& text) {
+    const std::size_t colon = text.rfind(':');
+    const std::string address = colon == std::string::npos ? "" : text.substr(0, colon);
+    const auto port = number<std::uint16_t>(text.substr(colon == std::string::npos ? 0 : colon + 1));
+    if (!port)
+        return std::nullopt;
+    if (address.empty())
+        return ipv4("127.0.0.1", *port);
+    if (address.front() == '[' && address.back() == ']')
+        return ipv6(address.substr(1, address.size() - 2), *port);
+    return ipv4(address, *port);
+}
+
+std::string textOf(const NetworkAddress& address) {
+    char text[INET6_ADDRSTRLEN] = "";
+    if (address.address.ss_family == AF_INET6) {
+        const auto& ipv6 = reinterpret_cast<const sockaddr_in6&>(address.address);
+        ::inet_ntop(AF_INET6, &ipv6.sin6_addr, text, sizeof text);
+        return "[" + std::string(text) + "]:" + std::to_string(ntohs(ipv6.sin6_port));
+    }
+    const auto& ipv4 = reinterpret_cast<const sockaddr_in&>(address.address);
+    ::inet_ntop(AF_INET, &ipv4.sin_addr, text, sizeof text);
+    return std::string(text) + ":" + std::to_string(ntohs(ipv4.sin_port));
+}
+
+NetworkSocket listenOn(const NetworkAddress& address) {
+    const int family = address.address.ss_family;
+    const int descriptor = ::socket(family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+    if (descriptor < 0)
+        fail(address);
+    const int yes = 1;
+    // The port of an object manager that has just ended can be had again at once.
+    ::setsockopt(descriptor, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    // [::] is every address of IPv6; that of IPv4 is 0.0.0.0.
+    if (family == AF_INET6)
+        ::setsockopt(descriptor, IPPROTO_IPV6, IPV6_V6ONLY, &yes, sizeof yes);
+    NetworkSocket result{descriptor, address};
+    const auto* const where = reinterpret_cast<const sockaddr*>(&address.address);
+    if (::bind(descriptor, where, address.size) != 0 || ::listen(descriptor, SOMAXCONN) != 0 ||
+        ::getsockname(descriptor, reinterpret_cast<sockaddr*>(&result.at.address), &result.at.size) != 0) {
+        const int error = errno;
+        ::close(descriptor);
+        errno = error;
+        fail(address);
+    }
+    return result;
+}
+
+} // namespace cimom

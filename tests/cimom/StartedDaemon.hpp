@@ -1,0 +1,56 @@
+#ifndef TESTS_CIMOM_STARTED_DAEMON_HPP
+#define TESTS_CIMOM_STARTED_DAEMON_HPP
+#include "Client.hpp"
+#include "support/Program.hpp"
+#include "support/TempDir.hpp"
+
+#include <cstdint>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+/** A test that starts object managers with options of its own. */
+class StartedDaemon : public ::testing::Test {
+protected:
+    /** Starts one; it is ready then. */
+    void start(const std::vector<std::string>& options = {}) {
+        std::vector<std::string> command = {OWBCIMOMD, "--socket", socketPath(), "--state",
+                                            m_folder.file("state")};
+        command.insert(command.end(), options.begin(), options.end());
+        m_daemon = std::make_unique<support::Daemon>(command);
+        const std::string ready = m_daemon->nextErrorLine();
+        ASSERT_EQ("owbcimomd: ready on " + socketPath(), ready.substr(0, ready.find(" and ")));
+        const std::size_t port = ready.rfind(':');
+        if (ready.find(" and ") != std::string::npos)
+            m_port = static_cast<std::uint16_t>(std::stoul(ready.substr(port + 1)));
+    }
+
+    support::Daemon& daemon() { return *m_daemon; }
+    const support::TempDir& folder() const { return m_folder; }
+    std::string socketPath() const { return m_folder.file("socket"); }
+    /** Where it listens on the network, if it has been told to: the last of its ports. */
+    std::uint16_t port() const { return m_port; }
+
+    /** A folder of site files whose QAV_System has as many instances more. */
+    std::string systems(std::size_t count) const {
+        std::string all;
+        for (std::size_t i = 0; i < count; ++i)
+            all += (all.empty() ? "" : ",\n") + std::string("{\"Name\": \"box-") + std::to_string(i) +
+                   "\", \"CreationClassName\": \"QAV_System\", \"Description\": \"" + std::string(200, 'x') +
+                   "\"}";
+        m_folder.write("site/systems.json", "{\"QAV_System\": [" + all + "]}");
+        return m_folder.file("site");
+    }
+    /** Number of instances of QAV_System that a client is told. */
+    std::size_t count(Client& client) const {
+        return instancesIn(client.exchange(httpRequest(enumerateBody("QAV_System"))).body).size();
+    }
+
+private:
+    support::TempDir m_folder;
+    std::unique_ptr<support::Daemon> m_daemon;
+    std::uint16_t m_port = 0;
+};
+
+#endif

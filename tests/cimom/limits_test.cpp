@@ -1,0 +1,95 @@
+// What clients may take of an object manager that is told less than it allows by default.
+#include "StartedDaemon.hpp"
+
+namespace {
+
+/** A request to enumerate a class whose head, or whose body, has a size. */
+std::string withHead(std::size_t size) {
+    const std::string body = enumerateBody("QAV_System");
+    const std::string shortest = httpRequest(body, "X-Filler: \r\n");
+    const std::size_t head = shortest.size() - body.size();
+    return httpRequest(body, "X-Filler: " + std::string(size - head, 'x') + "\r\n");
+}
+
+std::string withBody(std::size_t size) {
+    std::string body = enumerateBody("QAV_System");
+    body.resize(size, '\0'); // bytes after the arguments are ignored
+    return httpRequest(body);
+}
+
+class LimitsTest : public StartedDaemon {
+protected:
+    unsigned statusOf(const std::string& request) { return Client(socketPath()).exchange(request).status; }
+};
+
+} // namespace
+
+TEST_F(LimitsTest, Connections) {
+    start({"--max-connections", "2"});
+    Client first(socketPath());
+    auto second = std::make_unique<Client>(socketPath());
+    EXPECT_EQ(1u, count(first));
+    EXPECT_EQ(1u, count(*second));
+    Client third(socketPath());
+    EXPECT_EQ(503u, third.receive().status);
+    EXPECT_EQ("owbcimomd: uid " + std::to_string(::geteuid()) +
+                  ": refused: 503 Service unavailable: connection queue full",
+              daemon().nextErrorLine());
+    EXPECT_EQ(1u, count(first));
+}
+
+TEST_F(LimitsTest, ConnectionsOfAllSocketsTogether) {
+    start({"--max-connections", "2", "--listen", "0"});
+    Client local(socketPath());
+    Client onNetwork(port());
+    EXPECT_EQ(1u, count(local));
+    EXPECT_EQ(1u, count(onNetwork));
+    EXPECT_EQ(503u, Client(port()).receive().status);
+    EXPECT_EQ(503u, Client(socketPath()).receive().status);
+}
+
+TEST_F(LimitsTest, HeadSize) {
+    start({"--max-head", "512"});
+    EXPECT_EQ(200u, statusOf(withHead(512)));
+    EXPECT_EQ(431u, statusOf(withHead(513)));
+    EXPECT_EQ("owbcimomd: uid " + std::to_string(::geteuid()) +
+                  ": refused: 431 Request header fields too large: The header exceeds 512 bytes.",
+              daemon().nextErrorLine());
+}
+
+TEST_F(LimitsTest, BodySize) {
+    start({"--max-body", "1000"});
+    EXPECT_EQ(200u, statusOf(withBody(1000)));
+    EXPECT_EQ(413u, statusOf(withBody(1001)));
+}
+
+TEST_F(LimitsTest, IdleTime) {
+    start({"--idle-time", "1"});
+    Client client(socketPath());
+    EXPECT_EQ(1u, count(client));
+    EXPECT_EQ(408u, client.receive().status);
+    EXPECT_TRUE(client.isClosedByPeer());
+}
+
+TEST_F(LimitsTest, RequestTime) {
+    start({"--request-time", "1"});
+    Client patient(socketPath());
+    Client stuck(socketPath());
+    EXPECT_EQ(1u, count(patient));
+    stuck.send(httpRequest(enumerateBody("QAV_System")).substr(0, 50));
+    EXPECT_EQ(408u, stuck.receive().status);
+    EXPECT_TRUE(stuck.isClosedByPeer());
+    EXPECT_EQ(1u, count(patient)) << "who waits between requests may wait longer";
+}
+
+TEST_F(LimitsTest, AnUnusableOneIsAnErrorOfTheCommandLine) {
+    for (const char* const option :
+         {"--max-connections", "--max-head", "--max-body", "--idle-time", "--request-time", "--stop-time"}) {
+        for (const char* const value : {"-1", "x", "99999999999"}) {
+            const support::ProgramResult result = support::runProgram({OWBCIMOMD, option, value});
+            EXPECT_EQ(2, result.exitCode) << option << " " << value;
+            EXPECT_EQ(0u, result.err.find(std::string("owbcimomd: command line: ")));
+            EXPECT_NE(std::string::npos, result.err.find(option));
+        }
+    }
+}

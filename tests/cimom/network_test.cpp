@@ -1,0 +1,159 @@
+// Clients that come over the network.
+#include "OW_WBEMFlags.hpp"
+#include "StartedDaemon.hpp"
+#include "binary/Request.hpp"
+
+#include <sys/stat.h>
+
+using namespace OpenWBEM;
+
+namespace {
+
+// Of the user "agent", whose password is "secret".
+const char* const hashes =
+    "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5Rj/j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n";
+
+const std::string agent = "Authorization: Basic YWdlbnQ6c2VjcmV0\r\n"; // agent:secret
+
+class Network : public StartedDaemon {
+protected:
+    std::string usersFile() const {
+        const std::string path = folder().write("users", hashes);
+        ::chmod(path.c_str(), 0600);
+        return path;
+    }
+    void startWithUsers() { start({"--listen", "0", "--users", usersFile(), "--instances", systems(1)}); }
+
+    /** What a client writes to the first instance of the site files. */
+    static std::string writeRequest(const char* contact, const std::string& lines = "") {
+        return xmlRequest(
+            "ModifyInstance",
+            "<IPARAMVALUE NAME=\"ModifiedInstance\"><VALUE.NAMEDINSTANCE><INSTANCENAME "
+            "CLASSNAME=\"QAV_System\"><KEYBINDING NAME=\"Name\"><KEYVALUE>box-0</KEYVALUE></KEYBINDING>"
+            "<KEYBINDING NAME=\"CreationClassName\"><KEYVALUE>QAV_System</KEYVALUE></KEYBINDING>"
+            "</INSTANCENAME><INSTANCE CLASSNAME=\"QAV_System\"><PROPERTY NAME=\"PrimaryOwnerContact\" "
+            "TYPE=\"string\"><VALUE>" +
+                std::string(contact) + "</VALUE></PROPERTY></INSTANCE></VALUE.NAMEDINSTANCE></IPARAMVALUE>",
+            lines);
+    }
+    std::string contact() const {
+        const Reply reply = Client(socketPath()).exchange(httpRequest(enumerateBody("QAV_System")));
+        for (const CIMInstance& instance : instancesIn(reply.body)) {
+            if (instance.getPropertyValue("Name").toString() == "box-0")
+                return instance.getPropertyValue("PrimaryOwnerContact").toString().c_str();
+        }
+        return "(no instance)";
+    }
+};
+
+bool isDone(const Reply& reply) {
+    return reply.status == 200 && reply.body.find("<IMETHODRESPONSE NAME=\"ModifyInstance\">"
+                                                  "</IMETHODRESPONSE>") != std::string::npos;
+}
+
+} // namespace
+
+TEST_F(Network, NobodyListensUnlessTold) {
+    start();
+    EXPECT_EQ(0, port());
+}
+
+TEST_F(Network, BothProtocolsAreSpokenOnBothSockets) {
+    start({"--listen", "0", "--instances", systems(2)});
+    Client onNetwork(port());
+    Client local(socketPath());
+    for (Client* client : {&onNetwork, &local}) {
+        EXPECT_EQ(3u, count(*client));
+        const Reply reply = client->exchange(
+            xmlRequest("EnumerateInstanceNames",
+                       "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"QAV_System\"/></IPARAMVALUE>"));
+        EXPECT_TRUE(reply.hasLine("Content-Type: application/xml; charset=\"utf-8\""));
+        EXPECT_NE(std::string::npos, reply.body.find("box-1"));
+    }
+}
+
+TEST_F(Network, ItListensOnEveryAddressThatItIsTold) {
+    start({"--listen", "127.0.0.1:0", "--listen", "[::1]:0", "--instances", systems(0)});
+    Client client(port(), AF_INET6);
+    EXPECT_EQ(1u, count(client));
+}
+
+TEST_F(Network, AnAddressThatIsTakenEndsIt) {
+    start({"--listen", "0"});
+    support::Daemon second({OWBCIMOMD, "--socket", folder().file("second"), "--state",
+                            folder().file("state2"), "--listen", std::to_string(port())});
+    EXPECT_EQ("owbcimomd: 127.0.0.1:" + std::to_string(port()) + ": Address already in use",
+              second.nextErrorLine());
+    EXPECT_EQ(1, second.wait());
+}
+
+TEST_F(Network, WithoutUsersNobodyMayWrite) {
+    start({"--listen", "0", "--instances", systems(1)});
+    for (const std::string& lines : {std::string(), agent}) {
+        const Reply reply = Client(port()).exchange(writeRequest("me", lines));
+        EXPECT_EQ(200u, reply.status);
+        EXPECT_NE(std::string::npos, reply.body.find("<ERROR CODE=\"2\""));
+    }
+    EXPECT_EQ("(null)", contact());
+}
+
+TEST_F(Network, WhoHasNotLoggedInIsAskedToBeforeAWrite) {
+    startWithUsers();
+    for (const char* const lines : {"", "Authorization: OWLocal uid=\"0\"\r\n"}) {
+        Client client(port());
+        EXPECT_EQ(2u, count(client)) << "but not before a read";
+        const Reply reply = client.exchange(writeRequest("me", lines));
+        EXPECT_EQ(401u, reply.status);
+        EXPECT_EQ("Unauthorized: log in to write", reply.reason);
+        EXPECT_TRUE(reply.hasLine("WWW-Authenticate: Basic realm=\"owbcimomd\""));
+        EXPECT_TRUE(client.isClosedByPeer());
+    }
+    EXPECT_EQ("(null)", contact());
+}
+
+TEST_F(Network, WhoHasLoggedInMayWrite) {
+    startWithUsers();
+    EXPECT_TRUE(isDone(Client(port()).exchange(writeRequest("me", agent))));
+    EXPECT_EQ("me", contact());
+}
+
+TEST_F(Network, ALoginHoldsForRequestsThatRepeatIt) {
+    startWithUsers();
+    Client client(port());
+    EXPECT_TRUE(isDone(client.exchange(writeRequest("me", agent))));
+    EXPECT_TRUE(isDone(client.exchange(writeRequest("you", agent))));
+    EXPECT_EQ("you", contact());
+    EXPECT_EQ(401u, client.exchange(writeRequest("him")).status);
+    EXPECT_EQ("you", contact());
+}
+
+TEST_F(Network, AWrongPasswordIsRefusedWhateverIsAsked) {
+    startWithUsers();
+    for (const char* const wrong : {"YWdlbnQ6c2VjcmV1", "YWdlbnQ6", "bm9ib2R5OnNlY3JldA==", "rubbish!"}) {
+        Client client(port());
+        const std::string line = std::string("Authorization: Basic ") + wrong + "\r\n";
+        const Reply reply =
+            client.exchange(httpRequest(enumerateBody("QAV_System"), "TE: trailers\r\n" + line));
+        EXPECT_EQ(401u, reply.status) << wrong;
+        EXPECT_EQ("Unauthorized: wrong name or password", reply.reason);
+        EXPECT_TRUE(client.isClosedByPeer());
+        EXPECT_EQ(401u, Client(port()).exchange(writeRequest("me", line)).status);
+    }
+    EXPECT_EQ("(null)", contact());
+}
+
+TEST_F(Network, ALocalClientIsKnownByItsUserWhateverItSays) {
+    startWithUsers();
+    EXPECT_TRUE(isDone(
+        Client(socketPath()).exchange(writeRequest("me", "Authorization: Basic YWdlbnQ6c2VjcmV1\r\n"))));
+    EXPECT_EQ("me", contact());
+}
+
+TEST_F(Network, AUsersFileThatIsWrongEndsIt) {
+    const std::string users = folder().write("users", "agent\n");
+    ::chmod(users.c_str(), 0600);
+    support::Daemon daemon(
+        {OWBCIMOMD, "--socket", socketPath(), "--state", folder().file("state"), "--users", users});
+    EXPECT_EQ(0u, daemon.nextErrorLine().find("owbcimomd: " + users + ":1: "));
+    EXPECT_EQ(1, daemon.wait());
+}

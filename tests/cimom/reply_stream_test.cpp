@@ -1,0 +1,149 @@
+#include "http/ReplyStream.hpp"
+
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+using namespace cimom;
+
+namespace {
+
+const RequestHead oldClient{Protocol::binary, false, false, false, false, ""};
+const RequestHead plainClient{Protocol::binary, false, true, false, true, ""};
+const RequestHead trailerClient{Protocol::binary, true, true, true, true, ""};
+
+/** A reply of a first byte and as many further elements of a size. */
+OperationReply elements(std::size_t count, std::size_t size) {
+    OperationReply reply;
+    reply.body = "<";
+    reply.more = [count, size](std::string& body) mutable {
+        if (count == 0) {
+            body += ">";
+            return false;
+        }
+        --count;
+        body.append(size, 'x');
+        return true;
+    };
+    return reply;
+}
+
+/** One that fails behind some elements. */
+OperationReply failing(std::size_t count, std::size_t size) {
+    OperationReply reply;
+    reply.more = [count, size](std::string& body) mutable {
+        if (count-- == 0)
+            throw std::runtime_error("the lamp is broken");
+        body.append(size, 'x');
+        return true;
+    };
+    return reply;
+}
+
+OperationReply failed() {
+    OperationReply reply;
+    reply.body = "error in the body";
+    reply.error = OperationError{5, "QAV_Nope"};
+    return reply;
+}
+
+std::vector<std::string> pieces(OperationReply reply, const RequestHead& client) {
+    ReplyStream stream(std::move(reply), client, "text/x", "07");
+    std::vector<std::string> all;
+    for (std::string piece = stream.next(); !piece.empty(); piece = stream.next())
+        all.push_back(piece);
+    EXPECT_EQ("", stream.next()) << "the end lasts";
+    return all;
+}
+
+std::string bodyOf(const std::string& reply) {
+    return reply.substr(reply.find("\r\n\r\n") + 4);
+}
+
+bool hasLine(const std::string& reply, const std::string& line) {
+    return reply.find("\r\n" + line + "\r\n") != std::string::npos;
+}
+
+std::string ended(const std::string& reply, std::size_t size) {
+    return reply.substr(reply.size() - std::min(size, reply.size()));
+}
+
+} // namespace
+
+TEST(ReplyStream, AShortReplyHasALength) {
+    for (const RequestHead& client : {oldClient, plainClient}) {
+        const std::vector<std::string> all = pieces(elements(2, 3), client);
+        ASSERT_EQ(1u, all.size());
+        EXPECT_TRUE(hasLine(all[0], "Content-Length: 8"));
+        EXPECT_TRUE(hasLine(all[0], "Content-Type: text/x"));
+        EXPECT_TRUE(hasLine(all[0], "07-CIMOperation: MethodResponse"));
+        EXPECT_EQ("<xxxxxx>", bodyOf(all[0]));
+    }
+}
+
+TEST(ReplyStream, AShortReplyIsChunkedForWhoTakesTrailers) {
+    const std::vector<std::string> all = pieces(elements(2, 3), trailerClient);
+    ASSERT_EQ(1u, all.size());
+    EXPECT_TRUE(hasLine(all[0], "Transfer-Encoding: chunked"));
+    EXPECT_TRUE(hasLine(all[0], "Trailer: 07-CIMError, 07-CIMStatusCode, 07-CIMStatusDescription"));
+    EXPECT_EQ(std::string::npos, all[0].find("Content-Length"));
+    EXPECT_EQ("8\r\n<xxxxxx>\r\n0\r\n\r\n", bodyOf(all[0]));
+}
+
+TEST(ReplyStream, ALongReplyIsMadePieceByPiece) {
+    const std::vector<std::string> all = pieces(elements(40, 10000), trailerClient);
+    ASSERT_EQ(6u, all.size());
+    for (const std::string& piece : all)
+        EXPECT_GT(ReplyStream::pieceSize + 10000 + 1000, piece.size());
+    EXPECT_EQ(0u, bodyOf(all[0]).find("1000\r\n<xxx"));
+    EXPECT_EQ(0u, all[1].find("1000\r\nxxx"));
+    EXPECT_EQ(">\r\n0\r\n\r\n", ended(all[5], 8));
+}
+
+TEST(ReplyStream, ALongReplyIsChunkedWithoutTrailersForOthers) {
+    const std::vector<std::string> all = pieces(elements(40, 10000), plainClient);
+    ASSERT_EQ(6u, all.size());
+    EXPECT_TRUE(hasLine(all[0], "Transfer-Encoding: chunked"));
+    EXPECT_EQ(std::string::npos, all[0].find("Trailer"));
+    EXPECT_EQ(std::string::npos, all[0].find("Content-Length"));
+    EXPECT_EQ(">\r\n0\r\n\r\n", ended(all[5], 8));
+}
+
+TEST(ReplyStream, ALongReplyToAnOldClientEndsWithTheConnection) {
+    const std::vector<std::string> all = pieces(elements(40, 10000), oldClient);
+    ASSERT_EQ(6u, all.size());
+    EXPECT_EQ(std::string::npos, all[0].find("Transfer-Encoding"));
+    EXPECT_EQ(std::string::npos, all[0].find("Content-Length"));
+    std::string body = bodyOf(all[0]);
+    for (std::size_t i = 1; i < all.size(); ++i)
+        body += all[i];
+    EXPECT_EQ("<" + std::string(400000, 'x') + ">", body);
+}
+
+TEST(ReplyStream, AReplyOfOnePieceHasALengthAndOneMoreElementNone) {
+    EXPECT_TRUE(hasLine(pieces(elements(1, ReplyStream::pieceSize - 2), plainClient).at(0),
+                        "Content-Length: " + std::to_string(ReplyStream::pieceSize)));
+    EXPECT_TRUE(hasLine(pieces(elements(1, ReplyStream::pieceSize), plainClient).at(0),
+                        "Transfer-Encoding: chunked"));
+}
+
+TEST(ReplyStream, AFailureStandsInTheTrailersOrInTheBody) {
+    const std::string trailers = pieces(failed(), trailerClient).at(0);
+    EXPECT_EQ("0\r\n07-CIMStatusCode: 5\r\n07-CIMStatusDescription: QAV_Nope\r\n\r\n", bodyOf(trailers));
+    EXPECT_EQ("error in the body", bodyOf(pieces(failed(), plainClient).at(0)));
+    EXPECT_TRUE(hasLine(pieces(failed(), oldClient).at(0), "Content-Length: 17"));
+}
+
+TEST(ReplyStream, AFailureHalfwayStandsInTheTrailersBehindWhatWasSent) {
+    const std::vector<std::string> all = pieces(failing(10, 10000), trailerClient);
+    ASSERT_EQ(2u, all.size());
+    EXPECT_EQ("0\r\n07-CIMStatusCode: 1\r\n07-CIMStatusDescription: the lamp is broken\r\n\r\n", all[1]);
+}
+
+TEST(ReplyStream, AFailureHalfwayThrowsForWhoTakesNoTrailers) {
+    for (const RequestHead& client : {oldClient, plainClient}) {
+        ReplyStream late(failing(10, 10000), client, "text/x", "07");
+        EXPECT_FALSE(late.next().empty());
+        EXPECT_THROW(late.next(), std::runtime_error);
+        EXPECT_EQ("the lamp is broken", late.error()->description);
+    }
+}
