@@ -334,15 +334,6 @@ TEST_F(EndToEnd, WhenTheSystemChanged) {
     });
 }
 
-TEST_F(EndToEnd, AGroupThatIsNotServedIsAnException) {
-    run([] {
-        TestQueue q;
-        EXPECT_EQ(OWB_EXCEPTION, OWB_getGroup(30, q.head()));
-        EXPECT_EQ(Items{}, q.items());
-        EXPECT_EQ(OWB_DONE, OWB_getGroup(4, q.head())) << "and does no harm";
-    });
-}
-
 TEST_F(EndToEnd, ARestartIsNotNoticed) {
     const support::TempDir folder;
     support::inChild(folder.path(), [] {

@@ -1,0 +1,553 @@
+// Every group through the library and a real object manager: what this host has against this test's own
+// reading of it, and what a host may have and this one lacks against the site's files.
+#include "owb.h"
+
+#include "TestQueue.hpp"
+#include "support/Child.hpp"
+#include "support/Manager.hpp"
+
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <mntent.h>
+#include <net/if.h>
+#include <net/if_arp.h>
+#include <set>
+#include <sstream>
+#include <string>
+#include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <sys/statvfs.h>
+#include <sys/sysinfo.h>
+#include <unistd.h>
+
+namespace {
+
+/** The values of a row by property; those of an array with a comma between them. */
+using Row = std::map<std::string, std::string>;
+
+std::vector<Row> rowsOf(long group) {
+    TestQueue q;
+    EXPECT_EQ(OWB_DONE, OWB_getGroup(group, q.head())) << group;
+    std::map<long, Row> rows;
+    for (const _qItem* item = q->first; item != q.end(); item = item->next) {
+        std::string& value = rows[item->row][OWB_propertyName(item->group, item->nom)];
+        value += (value.empty() ? "" : ",") + std::string(item->val);
+    }
+    std::vector<Row> all;
+    for (auto& [number, row] : rows)
+        all.push_back(std::move(row));
+    return all;
+}
+
+/** The row whose property has a value; an empty one when there is none. */
+Row rowWith(const std::vector<Row>& rows, const std::string& property, const std::string& value) {
+    for (const Row& row : rows) {
+        const auto found = row.find(property);
+        if (found != row.end() && found->second == value)
+            return row;
+    }
+    ADD_FAILURE() << "no row with " << property << " " << value;
+    return Row();
+}
+
+std::set<std::string> values(const std::vector<Row>& rows, const std::string& property) {
+    std::set<std::string> all;
+    for (const Row& row : rows) {
+        const auto found = row.find(property);
+        if (found != row.end())
+            all.insert(found->second);
+    }
+    return all;
+}
+
+std::string lines(const std::string& path) {
+    std::ifstream in(path);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+std::string firstLine(const std::string& path) {
+    const std::string all = lines(path);
+    return all.substr(0, all.find('\n'));
+}
+
+/** Network interfaces by number, as the kernel tells them to if_nameindex(3). */
+std::map<std::string, std::string> interfaces() {
+    std::map<std::string, std::string> all;
+    struct if_nameindex* const names = ::if_nameindex();
+    for (const struct if_nameindex* each = names; each && each->if_index != 0; ++each)
+        all[std::to_string(each->if_index)] = each->if_name;
+    ::if_freenameindex(names);
+    return all;
+}
+
+ifreq asked(const std::string& interface, unsigned long question) {
+    ifreq request{};
+    interface.copy(request.ifr_name, IFNAMSIZ - 1);
+    const int socket = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    EXPECT_EQ(0, ::ioctl(socket, question, &request)) << interface;
+    ::close(socket);
+    return request;
+}
+
+/** What /proc/net/dev counts for an interface, in the order of its columns. */
+std::vector<unsigned long long> counters(const std::string& interface) {
+    std::ifstream in("/proc/net/dev");
+    for (std::string line; std::getline(in, line);) {
+        std::istringstream fields(line);
+        std::string name;
+        std::getline(fields >> std::ws, name, ':');
+        if (name != interface)
+            continue;
+        std::vector<unsigned long long> all;
+        for (unsigned long long value = 0; fields >> value;)
+            all.push_back(value);
+        return all;
+    }
+    return {};
+}
+
+class EveryGroup : public testing::Test {
+protected:
+    /** Runs a body in a child that reads from an object manager of its own. */
+    static void run(const std::function<void()>& body, const std::vector<std::string>& options = {}) {
+        support::Manager manager(options);
+        EXPECT_EQ("", support::inChild(manager.folder().path(), [&] {
+                      OWB_URLSet(manager.url().c_str());
+                      body();
+                  }));
+        EXPECT_EQ(0, manager.end(SIGTERM));
+    }
+};
+
+TEST_F(EveryGroup, IsReadWithoutAFailure) {
+    run([] {
+        for (long group = 0; group <= 30; ++group) {
+            TestQueue q;
+            EXPECT_EQ(OWB_DONE, OWB_getGroup(group, q.head())) << group;
+            EXPECT_TRUE(q.isConsistent());
+        }
+    });
+}
+
+TEST_F(EveryGroup, Memory) {
+    run([] {
+        struct sysinfo system;
+        ASSERT_EQ(0, ::sysinfo(&system));
+        const Row memory = rowWith(rowsOf(3), "DeviceID", "memory");
+        EXPECT_EQ("2", memory.at("StorageType")); // RFC 2790, hrStorageRam
+        EXPECT_EQ(1ULL * system.totalram * system.mem_unit / std::stoull(memory.at("Blocksize")),
+                  std::stoull(memory.at("NumberOfBlocks")));
+        EXPECT_LT(std::stoull(memory.at("StorageUsed")), std::stoull(memory.at("NumberOfBlocks")));
+    });
+}
+
+TEST_F(EveryGroup, TheRootFileSystem) {
+    run([] {
+        struct statvfs status;
+        ASSERT_EQ(0, ::statvfs("/", &status));
+        const std::vector<Row> fileSystems = rowsOf(20);
+        const Row root = rowWith(fileSystems, "Root", "/");
+        std::string type;
+        FILE* const mounts = ::setmntent("/proc/self/mounts", "r");
+        while (const mntent* const each = ::getmntent(mounts)) {
+            if (std::strcmp(each->mnt_dir, "/") == 0)
+                type = each->mnt_type; // the last one counts
+        }
+        ::endmntent(mounts);
+        EXPECT_EQ(type, root.at("FileSystemType"));
+        EXPECT_EQ(status.f_flag & ST_RDONLY ? "true" : "false", root.at("ReadOnly"));
+        EXPECT_EQ("", root.at("RemoteMountPoint"));
+        EXPECT_EQ(1U, values(fileSystems, "Bootable").count("true"));
+
+        const Row extent = rowWith(rowsOf(3), "_INDEX", root.at("StorageIndex"));
+        EXPECT_EQ(status.f_frsize, std::stoul(extent.at("Blocksize")));
+        EXPECT_EQ(status.f_blocks, std::stoull(extent.at("NumberOfBlocks")));
+        EXPECT_EQ("/", extent.at("Purpose"));
+
+        const Row residence =
+            rowWith(rowsOf(24), "Dependent",
+                    "/root/cimv2:QAV_FileSystem.CreationClassName=\"QAV_FileSystem\",Name=\"/\"");
+        EXPECT_EQ("/root/cimv2:QAV_StorageExtent.CreationClassName=\"QAV_StorageExtent\",DeviceID=\"" +
+                      extent.at("DeviceID") + "\"",
+                  residence.at("Antecedent"));
+    });
+}
+
+// Those that /proc/partitions lists with their sizes, by the same name.
+TEST_F(EveryGroup, DisksAndPartitions) {
+    run([] {
+        const std::vector<Row> partitions = rowsOf(19);
+        const std::vector<Row> disks = rowsOf(18);
+        const std::vector<Row> devices = rowsOf(21);
+        std::size_t expectedPartitions = 0;
+        std::istringstream all(lines("/proc/partitions"));
+        std::string ignored;
+        std::getline(all, ignored);
+        std::string name;
+        for (std::string major, minor, kilobytes; all >> major >> minor >> kilobytes >> name;) {
+            if (::access(("/sys/class/block/" + name + "/partition").c_str(), F_OK) == 0) {
+                ++expectedPartitions;
+                EXPECT_EQ(kilobytes, rowWith(partitions, "DeviceID", name).at("Size"));
+                continue;
+            }
+            const Row device = rowWith(devices, "_HR_DEVICE_INDEX",
+                                       rowWith(disks, "MaxMediaSize", kilobytes).at("_HR_DEVICE_INDEX"));
+            EXPECT_EQ("6", device.at("_HR_DEVICE_TYPE")); // RFC 2790, hrDeviceDiskStorage
+        }
+        EXPECT_EQ(expectedPartitions, partitions.size());
+        EXPECT_GE(expectedPartitions, values(rowsOf(23), "Antecedent").size());
+    });
+}
+
+TEST_F(EveryGroup, Processors) {
+    run([] {
+        const std::vector<Row> devices = rowsOf(21);
+        const auto isProcessor = [](const Row& row) { return row.at("_HR_DEVICE_TYPE") == "3"; };
+        EXPECT_EQ(::sysconf(_SC_NPROCESSORS_CONF),
+                  std::count_if(devices.begin(), devices.end(), isProcessor));
+        EXPECT_EQ(devices.size(), values(devices, "_HR_DEVICE_INDEX").size()) << "an index names one device";
+    });
+}
+
+TEST_F(EveryGroup, NetworkInterfaces) {
+    run([] {
+        const std::map<std::string, std::string> names = interfaces();
+        const std::vector<Row> endpoints = rowsOf(9);
+        const std::vector<Row> networks = rowsOf(25);
+        const std::vector<Row> devices = rowsOf(21);
+        EXPECT_EQ(names.size(), endpoints.size());
+        EXPECT_EQ(names.size(), networks.size());
+        for (const auto& [index, name] : names) {
+            const Row endpoint = rowWith(endpoints, "_INDEX", index);
+            EXPECT_EQ(name, endpoint.at("Name"));
+            EXPECT_EQ(firstLine("/proc/sys/kernel/hostname"), endpoint.at("SystemName"));
+            EXPECT_EQ(std::to_string(asked(name, SIOCGIFMTU).ifr_mtu), endpoint.at("MaxDataSize"));
+            const bool isUp = (asked(name, SIOCGIFFLAGS).ifr_flags & IFF_UP) != 0;
+            EXPECT_EQ(isUp ? "2" : "3", endpoint.at("EnabledState"));
+            const sockaddr hardware = asked(name, SIOCGIFHWADDR).ifr_hwaddr;
+            if (hardware.sa_family == ARPHRD_ETHER) {
+                std::string address;
+                for (int i = 0; i < 6; ++i) {
+                    char octet[3];
+                    std::snprintf(octet, sizeof octet, "%02x", hardware.sa_data[i] & 0xFF);
+                    address += octet;
+                }
+                EXPECT_EQ(address, endpoint.at("MACAddress"));
+            }
+            const Row network = rowWith(networks, "_HR_NETWORK_INDEX", index);
+            const Row device = rowWith(devices, "_HR_DEVICE_INDEX", network.at("_HR_DEVICE_INDEX"));
+            EXPECT_EQ("4", device.at("_HR_DEVICE_TYPE")); // RFC 2790, hrDeviceNetwork
+        }
+    });
+}
+
+TEST_F(EveryGroup, CountersOfNetworkInterfaces) {
+    run([] {
+        const std::map<std::string, std::size_t> columns = {
+            {"InOctets", 0},  {"InErrors", 2},     {"InDiscards", 3}, {"InNUcastPkts", 7},
+            {"OutOctets", 8}, {"OutUcastPkts", 9}, {"OutErrors", 10}, {"OutDiscards", 11}};
+        for (const auto& [index, name] : interfaces()) {
+            const std::vector<unsigned long long> before = counters(name);
+            const Row row = rowWith(rowsOf(10), "InstanceID", name);
+            const std::vector<unsigned long long> after = counters(name);
+            for (const auto& [property, column] : columns) {
+                EXPECT_LE(before.at(column), std::stoull(row.at(property))) << name << " " << property;
+                EXPECT_GE(after.at(column), std::stoull(row.at(property))) << name << " " << property;
+            }
+        }
+    });
+}
+
+TEST_F(EveryGroup, EndpointsAndPorts) {
+    run([] {
+        const std::vector<Row> pairs = rowsOf(8);
+        EXPECT_EQ(interfaces().size(), pairs.size());
+        for (const auto& [index, name] : interfaces()) {
+            const Row pair = rowWith(pairs, "Antecedent",
+                                     "/root/cimv2:QAV_NetworkPortStatistics.InstanceID=\"" + name + "\"");
+            EXPECT_EQ("/root/cimv2:QAV_LANEndpoint.SystemCreationClassName=\"QAV_System\",SystemName=\"" +
+                          firstLine("/proc/sys/kernel/hostname") +
+                          "\",CreationClassName=\"QAV_LANEndpoint\",Name=\"" + name + "\"",
+                      pair.at("Dependent"));
+        }
+    });
+}
+
+TEST_F(EveryGroup, InstalledPackages) {
+    const support::ProgramResult listed =
+        support::runProgram({"/usr/bin/dpkg-query", "-W", "-f=${db:Status-Status} ${Package}-${Version}\\n"});
+    ASSERT_EQ(0, listed.exitCode) << listed.err;
+    std::set<std::string> expected;
+    std::istringstream packages(listed.out);
+    for (std::string status, name; packages >> status >> name;) {
+        if (status == "installed")
+            expected.insert(name);
+    }
+    run([&] {
+        const std::vector<Row> rows = rowsOf(15);
+        EXPECT_EQ(expected, values(rows, "Name"));
+        EXPECT_EQ(rows.size(),
+                  static_cast<std::size_t>(std::count_if(rows.begin(), rows.end(), [](const Row& row) {
+                      return row.count("InstalledDate") == 1;
+                  })));
+    });
+}
+
+TEST_F(EveryGroup, ModulesAndTheirPlaces) {
+    run([] {
+        const std::vector<Row> modules = rowsOf(27);
+        const std::vector<Row> locations = rowsOf(30);
+        const std::vector<Row> packages = rowsOf(28);
+        const std::vector<Row> places = rowsOf(29);
+        EXPECT_EQ(modules.size(), values(modules, "_INDEX").size());
+        EXPECT_EQ(modules.size(), locations.size());
+        EXPECT_EQ(modules.size(), packages.size());
+        EXPECT_EQ(modules.size(), places.size());
+        for (const Row& module : modules) {
+            const std::string path = "/root/cimv2:QAV_XRULogicalModule.CreationClassName=\""
+                                     "QAV_XRULogicalModule\",DeviceID=\"" +
+                                     module.at("DeviceID") + "\"";
+            EXPECT_EQ("/root/cimv2:QAV_K70Chassis.Tag=\"Chassis\",CreationClassName=\"QAV_K70Chassis\"",
+                      rowWith(packages, "Dependent", path).at("Antecedent"));
+            const std::string place = rowWith(places, "SystemElement", path).at("SameElement");
+            const std::string before = "/root/cimv2:QAV_CoreTelephony_ModuleLocation.Key=\"";
+            ASSERT_EQ(before, place.substr(0, before.size()));
+            rowWith(locations, "Key", place.substr(before.size(), place.size() - before.size() - 1));
+            // Cards are PCI devices; of these, bridges are none.
+            const std::string pci = "pci:";
+            if (module.at("DeviceID").compare(0, pci.size(), pci) == 0) {
+                const std::string folder = "/sys/bus/pci/devices/" + module.at("DeviceID").substr(pci.size());
+                EXPECT_NE("0x06", firstLine(folder + "/class").substr(0, 4)) << folder;
+                EXPECT_EQ(firstLine(folder + "/vendor").substr(2) + ":" +
+                              firstLine(folder + "/device").substr(2),
+                          module.at("VendorEquipmentType"));
+            }
+        }
+    });
+}
+
+/** A value for a property of the site's files, in JSON, and as an agent reads it. */
+struct Value {
+    std::string json;
+    std::string text;
+};
+
+std::string quoted(const std::string& text) {
+    std::string result = "\"";
+    for (const char c : text)
+        result += (c == '"' || c == '\\' ? "\\" : "") + std::string(1, c);
+    return result + "\"";
+}
+
+/** Classes with what identifies their instances, and the kinds of the properties that are no texts: a number,
+ * "flag", "time", "list" of numbers, or the value itself. */
+struct ServedClass {
+    const char* name;
+    std::map<std::string, std::string> keys;
+    std::map<std::string, std::string> kinds;
+};
+
+const char* const number = "number";
+
+std::map<std::string, std::string> numbers(const std::vector<std::string>& properties) {
+    std::map<std::string, std::string> kinds;
+    for (const std::string& property : properties)
+        kinds[property] = number;
+    return kinds;
+}
+
+const std::string chassisPath =
+    "/root/cimv2:QAV_K70Chassis.Tag=\"Chassis\",CreationClassName=\"QAV_K70Chassis\"";
+const std::string modulePath =
+    "/root/cimv2:QAV_XRULogicalModule.CreationClassName=\"QAV_XRULogicalModule\",DeviceID=\"x\"";
+const std::string locationPath = "/root/cimv2:QAV_CoreTelephony_ModuleLocation.Key=\"x\"";
+const std::string fileSystemPath =
+    "/root/cimv2:QAV_FileSystem.CreationClassName=\"QAV_FileSystem\",Name=\"/x\"";
+const std::string partitionPath =
+    "/root/cimv2:QAV_DiskPartition.CreationClassName=\"QAV_DiskPartition\",DeviceID=\"x1\"";
+const std::string extentPath =
+    "/root/cimv2:QAV_StorageExtent.CreationClassName=\"QAV_StorageExtent\",DeviceID=\"x\"";
+const std::string endpointPath =
+    "/root/cimv2:QAV_LANEndpoint.SystemCreationClassName=\"QAV_System\",SystemName="
+    "\"box\",CreationClassName=\"QAV_LANEndpoint\",Name=\"eth9\"";
+const std::string portPath = "/root/cimv2:QAV_NetworkPortStatistics.InstanceID=\"eth9\"";
+
+// The host of the test has a name and nothing else. The instances of its own have these keys, so that those
+// of the site take their place.
+const std::vector<ServedClass> classes = {
+    {"QAV_K70Chassis",
+     {{"Tag", "Chassis"}, {"CreationClassName", "QAV_K70Chassis"}},
+     {{"CanBeFRUed", "flag"}, {"PhysicalType", number}, {"_INDEX", number}, {"_CONTAINED_IN", number}}},
+    {"QAV_System",
+     {{"Name", "box"}, {"CreationClassName", "QAV_System"}},
+     {{"SysServices", number}, {"LastChangeTime", "time"}}},
+    {"QAV_StorageExtent",
+     {{"CreationClassName", "QAV_StorageExtent"}},
+     {{"StorageType", number},
+      {"Blocksize", number},
+      {"NumberOfBlocks", number},
+      {"StorageUsed", number},
+      {"AllocationFailures", number},
+      {"DeviceID", "memory"},
+      {"_INDEX", number}}},
+    {"QAV_OperatingSystem",
+     {{"CreationClassName", "QAV_OperatingSystem"}, {"Name", "box"}},
+     {{"_INIT_LOAD_DEVICE", number},
+      {"LastBootUpTime", "time"},
+      {"LocalDateTime", "time"},
+      {"NumberOfUsers", number},
+      {"NumberOfProcesses", number},
+      {"MaxNumberOfProcesses", number}}},
+    {"QAV_TCPProtocolEndpoint",
+     {{"CreationClassName", "QAV_TCPProtocolEndpoint"}, {"Name", "TCP"}},
+     numbers({"TimeoutAlgorithm", "TimeoutMin", "TimeoutMax", "MaxConnections", "ConnectionState",
+              "LocalPort", "RemotePort"})},
+    {"QAV_LANEndpointNetworkPortAssociation", {}, {{"Dependent", endpointPath}, {"Antecedent", portPath}}},
+    {"QAV_LANEndpoint",
+     {},
+     {{"_INDEX", number},
+      {"TimeOfLastStateChange", "time"},
+      {"OperationalStatus", "list"},
+      {"EnabledState", number},
+      {"Speed", number},
+      {"MaxDataSize", number},
+      {"ProtocolIFType", number}}},
+    {"QAV_NetworkPortStatistics",
+     {},
+     numbers({"InOctets", "InUcastPkts", "InNUcastPkts", "InDiscards", "InErrors", "InUnknownProtos",
+              "OutOctets", "OutUcastPkts", "OutNUcastPkts", "OutDiscards", "OutErrors", "OutQLen"})},
+    {"QAV_IPProtocolEndpoint",
+     {{"CreationClassName", "QAV_IPProtocolEndpoint"}, {"Name", "IP"}},
+     numbers({"Forwarding", "DefaultTTL", "ReassemblyTimeout"})},
+    {"QAV_TCPStatisticalData", {{"InstanceID", "TCP"}}, {{"*", number}}},
+    {"QAV_ICMPStatisticalData", {{"InstanceID", "ICMP"}}, {{"*", number}}},
+    {"QAV_IPStatisticalData", {{"InstanceID", "IP"}}, {{"*", number}}},
+    {"QAV_UDPStatisticalData", {{"InstanceID", "UDP"}}, {{"*", number}}},
+    {"QAV_SoftwareIdentity", {{"InstanceID", "x"}}, {{"Classifications", "list"}, {"InstalledDate", "time"}}},
+    {"QAV_MediaAccessDevice",
+     {{"CreationClassName", "QAV_MediaAccessDevice"}, {"DeviceID", "x"}},
+     {{"Capabilities", "list"},
+      {"StorageType", number},
+      {"MaxMediaSize", number},
+      {"_HR_DEVICE_INDEX", number},
+      {"OperationalStatus", "list"},
+      {"Errors", number}}},
+    {"QAV_DiskPartition",
+     {{"CreationClassName", "QAV_DiskPartition"}},
+     numbers({"Index", "Size", "HR_DEVICE_INDEX"})},
+    {"QAV_FileSystem",
+     {{"CreationClassName", "QAV_FileSystem"}, {"Name", "/x"}},
+     {{"Index", number},
+      {"ReadOnly", "flag"},
+      {"Bootable", "flag"},
+      {"StorageIndex", number},
+      {"LastFullBackupDate", "time"},
+      {"LastPartialBackupDate", "time"}}},
+    {"HR_DEVICE",
+     {{"DeviceID", "x"}},
+     numbers({"_HR_DEVICE_INDEX", "_HR_DEVICE_TYPE", "_HR_DEVICE_STATUS", "_HR_DEVICE_ERRORS"})},
+    {"HR_NETWORK", {{"DeviceID", "x"}}, numbers({"_HR_NETWORK_INDEX", "_HR_DEVICE_INDEX"})},
+    {"QAV_ResidesOnPartition", {}, {{"Dependent", fileSystemPath}, {"Antecedent", partitionPath}}},
+    {"QAV_ResidesOnExtent", {}, {{"Dependent", fileSystemPath}, {"Antecedent", extentPath}}},
+    {"QAV_K70ExpansionChassis",
+     {{"CreationClassName", "QAV_K70ExpansionChassis"}},
+     {{"CanBeFRUed", "flag"}, {"PhysicalType", number}, {"_INDEX", number}}},
+    {"QAV_XRULogicalModule",
+     {{"CreationClassName", "QAV_XRULogicalModule"}},
+     {{"CanBeFRUed", "flag"}, {"PhysicalType", number}, {"_INDEX", number}, {"_CONTAINED_IN", number}}},
+    {"QAV_XRUPackageDependency", {}, {{"Dependent", modulePath}, {"Antecedent", chassisPath}}},
+    {"QAV_XRULogicalModuleLocation", {}, {{"SameElement", locationPath}, {"SystemElement", modulePath}}},
+    {"QAV_CoreTelephony_ModuleLocation", {}, {}},
+};
+
+/** A value of a property's kind that no other property of the group has. */
+Value valueOf(const ServedClass& served, const std::string& property, long nom) {
+    const auto all = served.kinds.find("*");
+    const auto own = served.kinds.find(property);
+    const std::string kind = all != served.kinds.end()   ? all->second
+                             : own != served.kinds.end() ? own->second
+                                                         : "text";
+    const std::string some = std::to_string(100 + nom);
+    if (kind == number)
+        return {some, some};
+    if (kind == "flag")
+        return {"true", "true"};
+    if (kind == "time")
+        return {"\"202611211234" + some.substr(1) + ".000000+000\"",
+                "202611211234" + some.substr(1) + ".000000+000"};
+    if (kind == "list")
+        return {"[" + some + ", 7]", some + ",7"};
+    if (kind != "text")
+        return {quoted(kind), kind};
+    return {quoted("value " + some), "value " + some};
+}
+
+const ServedClass& classOf(long group) {
+    return *std::find_if(classes.begin(), classes.end(), [group](const ServedClass& served) {
+        return std::strcmp(served.name, ExtGroupCimClass[group]) == 0;
+    });
+}
+
+/** What the agent is to read for a group: every property that the table names for it. */
+Row expectedRow(long group) {
+    Row row;
+    for (const ExtItem* item = ExtItemList; item->group >= 0; ++item) {
+        if (item->group == group)
+            row[item->property] = valueOf(classOf(group), item->property, item->nom).text;
+    }
+    return row;
+}
+
+bool isOfProcesses(long group) {
+    return group == 16 || group == 22; // which the library reads itself
+}
+
+/** A document with an instance of every class, which has every property that the tables name for it. */
+std::string everyClass() {
+    std::map<std::string, std::map<std::string, std::string>> instances;
+    for (const ServedClass& served : classes) {
+        for (const auto& [key, value] : served.keys)
+            instances[served.name][key] = quoted(value);
+    }
+    for (const ExtItem* item = ExtItemList; item->group >= 0; ++item) {
+        if (!isOfProcesses(item->group))
+            instances[ExtGroupCimClass[item->group]][item->property] =
+                valueOf(classOf(item->group), item->property, item->nom).json;
+    }
+    std::string document;
+    for (const auto& [name, properties] : instances) {
+        document += (document.empty() ? "{" : ",\n") + quoted(name) + ": [{";
+        std::string separator;
+        for (const auto& [property, value] : properties) {
+            document += separator + quoted(property) + ": " + value;
+            separator = ", ";
+        }
+        document += "}]";
+    }
+    return document + "}\n";
+}
+
+// A class that several groups share has the values of the last of them that names a property.
+TEST_F(EveryGroup, HasEveryPropertyOfItsTableWhenTheSiteDeclaresIt) {
+    const support::TempDir folder;
+    folder.write("root/proc/sys/kernel/hostname", "box\n");
+    folder.write("site/all.json", everyClass());
+    run(
+        [] {
+            for (long group = 0; group <= 30; ++group) {
+                if (isOfProcesses(group))
+                    continue;
+                const std::vector<Row> rows = rowsOf(group);
+                ASSERT_EQ(1U, rows.size()) << group;
+                EXPECT_EQ(expectedRow(group), rows[0]) << group << " " << ExtGroupCimClass[group];
+            }
+        },
+        {"--root", folder.file("root"), "--instances", folder.file("site")});
+}
+
+} // namespace
