@@ -24,6 +24,10 @@ std::string checkGroup(const std::string& text) {
     return "'" + text + "' is no group number (0 to " + std::to_string(OWB_MAX_GROUP) + ")";
 }
 
+std::string checkGroups(const std::string& text) {
+    return text == everyGroup ? std::string() : checkGroup(text);
+}
+
 std::string checkRow(const std::string& text) {
     return decimal(text) ? std::string() : "'" + text + "' is no row number";
 }
@@ -34,10 +38,10 @@ std::string checkUrl(const std::string& text) {
 
 void describeGet(CLI::App& app, Words& words) {
     CLI::App* const get = app.add_subcommand("get", "Read groups from the object manager");
-    get->add_option("GROUP", words.groups, "Number of a group, 0 to 30; may be repeated")
+    get->add_option("GROUP", words.groups, "Number of a group, 0 to 30, or all; may be repeated")
         ->required()
         ->type_name("")
-        ->check(checkGroup);
+        ->check(checkGroups);
 }
 
 void describeInstance(CLI::App& app, Words& words) {

@@ -10,12 +10,15 @@
 
 namespace owbctl {
 
+/** Stands for all groups, by their numbers. */
+constexpr const char* everyGroup = "all";
+
 /** The words of the command line, for all commands. Groups and rows are decimal numbers in their range. */
 struct Words {
     std::string url = OWB_URLGet();
     bool json = false;
 
-    /** Of `get`. */
+    /** Of `get`; may be everyGroup. */
     std::vector<std::string> groups;
     /** Of `instance`, empty when not given, and of `set`. */
     std::string group;

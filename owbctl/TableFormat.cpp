@@ -16,9 +16,24 @@ std::string rowsText(const std::vector<Row>& rows) {
     return rows.front().number == 0 ? "1 row" : "row " + std::to_string(rows.front().number);
 }
 
+/** Items of the queue that the rows were made of. */
+std::size_t itemCount(const std::vector<Row>& rows) {
+    std::size_t count = 0;
+    for (const Row& row : rows) {
+        for (const Property& property : row.properties)
+            count += property.values.size();
+    }
+    return count;
+}
+
+std::string itemsText(const std::vector<Row>& rows) {
+    const std::size_t count = itemCount(rows);
+    return std::to_string(count) + (count == 1 ? " item" : " items");
+}
+
 std::string heading(const Group& group) {
     return "Group " + std::to_string(group.number) + "  " + group.className + "  (" + rowsText(group.rows) +
-           (group.status == OWB_DONE ? "" : ", incomplete") + ")\n";
+           ", " + itemsText(group.rows) + (group.status == OWB_DONE ? "" : ", incomplete") + ")\n";
 }
 
 std::string cell(const std::vector<std::string>& values) {

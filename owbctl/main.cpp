@@ -50,10 +50,19 @@ long number(const std::string& checked) {
     return decimal(checked).value();
 }
 
+void addEveryGroup(std::vector<long>& groups) {
+    for (long group = 0; group <= OWB_MAX_GROUP; ++group)
+        groups.push_back(group);
+}
+
 std::vector<long> groupsToGet(const Words& words) {
     std::vector<long> groups;
-    for (const std::string& text : words.groups)
-        groups.push_back(number(text));
+    for (const std::string& text : words.groups) {
+        if (text == everyGroup)
+            addEveryGroup(groups);
+        else
+            groups.push_back(number(text));
+    }
     return groups;
 }
 

@@ -33,7 +33,7 @@ TEST(Failure, TheRestOfTheGroupsIsReadAllTheSame) {
     const support::ProgramResult result =
         get({support::Step::answer(cimErrorReply(5, "no such class")), instances({})}, {"4", "14"});
     EXPECT_EQ(result.exitCode, 15);
-    EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows)\nno data\n");
+    EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n");
 }
 
 TEST(Failure, SeveralFailedGroupsHaveALineEachAndOneHint) {

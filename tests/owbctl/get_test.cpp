@@ -2,6 +2,8 @@
 #include "Owbctl.hpp"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <vector>
 
 namespace owbctl_test {
 namespace {
@@ -22,7 +24,7 @@ TEST(Get, ASingleRowHasOnePropertyALineInTableOrder) {
             {"4"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
-    EXPECT_EQ(result.out, "Group 4  QAV_OperatingSystem  (1 row)\n"
+    EXPECT_EQ(result.out, "Group 4  QAV_OperatingSystem  (1 row, 2 items)\n"
                           "LastBootUpTime  20260101000000.000000+060\n"
                           "NumberOfUsers   7\n");
 }
@@ -31,7 +33,7 @@ TEST(Get, SeveralRowsMakeATableOfThePropertiesThatAnyRowHas) {
     const support::ProgramResult result =
         get({instances({connection(80, "::1"), connection(50123, "192.0.2.1")})}, {"7"});
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows)\n"
+    EXPECT_EQ(result.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows, 4 items)\n"
                           "Row  LocalAddress  LocalPort\n"
                           "  0  ::1                  80\n"
                           "  1  192.0.2.1         50123\n");
@@ -41,7 +43,7 @@ TEST(Get, AValueThatARowLacksIsADash) {
     const std::string other =
         instance("QAV_TCPProtocolEndpoint", {property("LocalPort", UINT32, bigEndian(1, 4))});
     const support::ProgramResult result = get({instances({connection(80, "::1"), other})}, {"7"});
-    EXPECT_EQ(result.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows)\n"
+    EXPECT_EQ(result.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows, 3 items)\n"
                           "Row  LocalAddress  LocalPort\n"
                           "  0  ::1                  80\n"
                           "  1  -                     1\n");
@@ -51,12 +53,12 @@ TEST(Get, ARowWithoutValuesKeepsItsNumber) {
     const std::string empty = instance("QAV_TCPProtocolEndpoint", {nullProperty("LocalPort", UINT32)});
     const support::ProgramResult several =
         get({instances({connection(80, "::1"), empty, connection(81, "::1")})}, {"7"});
-    EXPECT_EQ(several.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows)\n"
+    EXPECT_EQ(several.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows, 4 items)\n"
                            "Row  LocalAddress  LocalPort\n"
                            "  0  ::1                  80\n"
                            "  2  ::1                  81\n");
     const support::ProgramResult one = get({instances({empty, connection(81, "::1")})}, {"7"});
-    EXPECT_EQ(one.out, "Group 7  QAV_TCPProtocolEndpoint  (row 1)\n"
+    EXPECT_EQ(one.out, "Group 7  QAV_TCPProtocolEndpoint  (row 1, 2 items)\n"
                        "LocalAddress  ::1\n"
                        "LocalPort     81\n");
 }
@@ -64,33 +66,46 @@ TEST(Get, ARowWithoutValuesKeepsItsNumber) {
 TEST(Get, AGroupWithoutRowsHasNoData) {
     const support::ProgramResult result = get({instances({})}, {"14"});
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows)\nno data\n");
+    EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n");
 }
 
 TEST(Get, ArrayElementsAreSeparatedByCommas) {
     const support::ProgramResult result =
         get({instanceOf({arrayProperty("OtherIdentifyingInfo", STRING, {text("one"), text("two")})})}, {"0"});
-    EXPECT_EQ(result.out, "Group 0  QAV_K70Chassis  (1 row)\nOtherIdentifyingInfo  one, two\n");
+    EXPECT_EQ(result.out, "Group 0  QAV_K70Chassis  (1 row, 2 items)\nOtherIdentifyingInfo  one, two\n");
 }
 
 TEST(Get, GroupsComeInTheGivenOrderAsOftenAsTheyAreGiven) {
     const support::ProgramResult result = get({instances({})}, {"14", "4", "14"});
-    EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows)\nno data\n\n"
-                          "Group 4  QAV_OperatingSystem  (0 rows)\nno data\n\n"
-                          "Group 14  QAV_UDPStatisticalData  (0 rows)\nno data\n");
+    EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n\n"
+                          "Group 4  QAV_OperatingSystem  (0 rows, 0 items)\nno data\n\n"
+                          "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n");
+}
+
+TEST(Get, AllIsEveryGroupInTheOrderOfTheirNumbers) {
+    const support::ProgramResult result = get({instances({})}, {"14", "all", "--json"});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    const nlohmann::json document = nlohmann::json::parse(result.out);
+    std::vector<int> numbers;
+    for (const nlohmann::json& group : document["groups"])
+        numbers.push_back(group["group"]);
+    std::vector<int> expected{14};
+    for (int number = 0; number <= 30; ++number)
+        expected.push_back(number);
+    EXPECT_EQ(numbers, expected);
 }
 
 TEST(Get, ControlCharactersNeitherBreakTheTableNorReachTheTerminal) {
     const support::ProgramResult result =
         get({instanceOf({stringProperty("SystemName", "a\nb\tc\rd\x1b[31me\x7f\xc2\x9b")})}, {"2"});
-    EXPECT_EQ(result.out, "Group 2  QAV_System  (1 row)\n"
+    EXPECT_EQ(result.out, "Group 2  QAV_System  (1 row, 1 item)\n"
                           "SystemName  a\\nb\\tc\\rd\\x1b[31me\\x7f\\xc2\\x9b\n");
 }
 
 TEST(Get, ColumnsAreAlignedByCharactersNotBytes) {
     const support::ProgramResult result =
         get({instances({connection(80, "d\xc3\xbcne"), connection(443, "sand-sand-sand")})}, {"7"});
-    EXPECT_EQ(result.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows)\n"
+    EXPECT_EQ(result.out, "Group 7  QAV_TCPProtocolEndpoint  (2 rows, 4 items)\n"
                           "Row  LocalAddress    LocalPort\n"
                           "  0  d\xc3\xbcne                   80\n"
                           "  1  sand-sand-sand        443\n");
@@ -100,7 +115,7 @@ TEST(Get, LinesOfTheLibraryAboutDuplicatesGoToStandardError) {
     const support::ProgramResult result =
         get({instanceOf({stringProperty("SystemName", "one"), stringProperty("SystemName", "two")})}, {"2"});
     EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.out, "Group 2  QAV_System  (1 row)\nSystemName  one, two\n");
+    EXPECT_EQ(result.out, "Group 2  QAV_System  (1 row, 2 items)\nSystemName  one, two\n");
     EXPECT_NE(result.err, "");
 }
 

@@ -39,10 +39,10 @@ TEST(Instance, ItIsReadAsEachGroupOfItsClass) {
         owbctlAt({found(someProperties())}, {"instance", "QAV_System.Name=\"x\""});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
-    EXPECT_EQ(result.out, "Group 1  QAV_System  (1 row)\n"
+    EXPECT_EQ(result.out, "Group 1  QAV_System  (1 row, 1 item)\n"
                           "LastChangeTime  then\n"
                           "\n"
-                          "Group 2  QAV_System  (1 row)\n"
+                          "Group 2  QAV_System  (1 row, 1 item)\n"
                           "Description  a thing\n");
 }
 
@@ -50,7 +50,7 @@ TEST(Instance, TheClassIsFoundInAnyCaseBehindANamespace) {
     const support::ProgramResult result =
         owbctlAt({found(someProperties())}, {"instance", "root/cimv2.1:qav_SYSTEM.Name=\"a.b:c\""});
     EXPECT_EQ(result.exitCode, 0) << result.err;
-    EXPECT_EQ(result.out.rfind("Group 1  QAV_System  (1 row)\n", 0), 0u) << result.out;
+    EXPECT_EQ(result.out.rfind("Group 1  QAV_System  (1 row, 1 item)\n", 0), 0u) << result.out;
 }
 
 TEST(Instance, TheObjectManagerIsAskedForThePath) {
@@ -68,7 +68,7 @@ TEST(Instance, AGivenGroupIsTheOnlyOneWhateverTheClass) {
     const support::ProgramResult result =
         owbctlAt({found(someProperties())}, {"instance", "--group", "2", "Another_Class.Name=\"x\""});
     EXPECT_EQ(result.exitCode, 0) << result.err;
-    EXPECT_EQ(result.out, "Group 2  QAV_System  (1 row)\nDescription  a thing\n");
+    EXPECT_EQ(result.out, "Group 2  QAV_System  (1 row, 1 item)\nDescription  a thing\n");
 }
 
 TEST(Instance, TheRowIsZero) {

@@ -23,7 +23,7 @@ std::string tableOf(const Group& group) {
 TEST(TableFormat, RowsThatArrivedBeforeAFailureAreShownAsIncomplete) {
     const Row row{0, {{propertiesOf(2).front(), {"one"}}}};
     EXPECT_EQ(tableOf({2, "QAV_System", OWB_EXCEPTION, {row}}),
-              "Group 2  QAV_System  (1 row, incomplete)\nSystemName  one\n");
+              "Group 2  QAV_System  (1 row, 1 item, incomplete)\nSystemName  one\n");
 }
 
 TEST(TableFormat, AFailureWithoutRowsIsNotTakenForAnEmptyGroup) {
