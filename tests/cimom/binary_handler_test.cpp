@@ -3,14 +3,17 @@
 #include "LampProvider.hpp"
 #include "OW_WBEMFlags.hpp"
 #include "binary/ObjectReader.hpp"
+#include "binary/Reader.hpp"
 #include "binary/Request.hpp"
 #include "protocol/BinaryHandler.hpp"
 #include "support/Wire.hpp"
+#include "types/ObjectData.hpp"
 
 #include <gtest/gtest.h>
 
 using namespace cimom;
 using namespace OpenWBEM;
+using binary::Reader;
 using support::wire::bigEndian;
 using support::wire::text;
 
@@ -46,6 +49,17 @@ std::string modifyBody(const CIMInstance& instance, const StringArray* propertie
 std::string exceptionBody(unsigned code, const std::string& message) {
     return '\2' + bigEndian(code, 2) + text(message);
 }
+
+/** Flags as arguments of an operation. */
+std::string flags(std::initializer_list<char> values) {
+    std::string all;
+    for (const char value : values)
+        all += std::string("h") + value;
+    return all;
+}
+
+/** The list of properties that is none. */
+const std::string allProperties = "h\1";
 
 } // namespace
 
@@ -100,6 +114,66 @@ TEST(BinaryHandler, AnInstanceHoldsOnlyTheListedProperties) {
     const OperationReply reply = replyTo(getBody("QAV_Lamp.Colour=\"green\"", &listed));
     binary::Reader in(reply.body.data() + 1, reply.body.size() - 1);
     EXPECT_EQ(1u, binary::ObjectReader(in).instance().getProperties().size());
+}
+
+TEST(BinaryHandler, AClassIsItsDeclaration) {
+    const OperationReply reply =
+        replyTo(operationBody(28) + 'j' + text("qav_socket") + flags({0, 1, 1}) + allProperties);
+    EXPECT_EQ("GetClass qav_socket", reply.title);
+    Reader in(reply.body.data(), reply.body.size());
+    in.expect(0);
+    const CIMClass object = binary::ObjectReader(in).classObject();
+    EXPECT_TRUE(in.atEnd());
+    EXPECT_EQ("QAV_Socket", object.getName());
+    ASSERT_EQ(3u, object.getAllProperties().size());
+    EXPECT_EQ("QAV_Socket", ObjectAccess::declaration(object.getAllProperties()[0]).originClass);
+    EXPECT_EQ(1u, ObjectAccess::declaration(object.getAllProperties()[0]).qualifiers.size());
+}
+
+TEST(BinaryHandler, AClassHasTheDetailsThatAreAskedFor) {
+    const std::string name = 'j' + text("QAV_Socket");
+    const std::string list = std::string("h\0k\1", 4) + text("LABEL");
+    const OperationReply reply = replyTo(operationBody(28) + name + flags({1, 0, 0}) + list);
+    // Neither a superclass nor an association, but with keys; no qualifiers, one property, no methods.
+    const std::string property = "R" + text("Label") + std::string(2, '\0') +
+                                 std::string("D\x09\x01\0\0", 5) +
+                                 std::string("\x84\xFF\xFF\xFF\xFF\0\0\0", 8);
+    EXPECT_EQ(std::string(1, '\0') + "C" + text("QAV_Socket") + std::string("\0\0\1\0\1", 5) + property +
+                  '\0',
+              reply.body);
+}
+
+TEST(BinaryHandler, ClassesStandBetweenTheirMarks) {
+    const OperationReply reply = replyTo(operationBody(23) + 'j' + text("") + flags({1, 0, 0, 0}));
+    Reader in(reply.body.data(), reply.body.size());
+    in.expect(0);
+    in.expect(0x69);
+    binary::ObjectReader objects(in);
+    std::string names;
+    while (in.peek() != 0x96)
+        names += objects.classObject().getName().c_str() + std::string(" ");
+    EXPECT_EQ("QAV_Broken QAV_Lamp QAV_Socket ", names);
+    EXPECT_EQ("\x96\x96", reply.body.substr(reply.body.size() - 2));
+    EXPECT_EQ(std::string("\0i\x96\x96", 4),
+              replyTo(operationBody(23) + 'j' + text("QAV_Lamp") + flags({0, 0, 1, 1})).body)
+        << "it has no subclasses";
+}
+
+TEST(BinaryHandler, ClassNamesStandBetweenTheirMarks) {
+    EXPECT_EQ(std::string("\0s", 2) + 'j' + text("QAV_Broken") + 'j' + text("QAV_Lamp") + 'j' +
+                  text("QAV_Socket") + "\x9A\x9A",
+              replyTo(operationBody(24) + 'j' + text("") + flags({0})).body);
+}
+
+TEST(BinaryHandler, APropertyIsItsValueOrNone) {
+    const std::string path = getBody("QAV_Lamp.Colour=\"red\"");
+    // What stands between the namespace of the request and the flags of GetInstance is the path.
+    const std::string begin = operationBody(29);
+    const std::string object = path.substr(begin.size(), path.size() - begin.size() - 8);
+    EXPECT_EQ(std::string("\0h\1V\3\0\0\x3C", 8),
+              replyTo(operationBody(37) + object + 'j' + text("watts")).body);
+    EXPECT_EQ(std::string("\0h\0", 3), replyTo(operationBody(37) + object + 'j' + text("LitSince")).body);
+    EXPECT_EQ("12 Volts", error(replyTo(operationBody(37) + object + 'j' + text("Volts"))));
 }
 
 TEST(BinaryHandler, AModificationIsAnsweredByOneByte) {
