@@ -86,12 +86,12 @@ std::string ReplyStream::content() {
     return piece;
 }
 
-/** What stands behind the body. */
+/** What stands behind the body. Of a client that takes no trailers no reply in chunks ends in an error. */
 std::string ReplyStream::ended() const {
     if (!isChunked(m_framing))
         return std::string();
     http::fields trailers;
-    if (m_reply.error && m_framing == Framing::chunksAndTrailers) {
+    if (m_reply.error) {
         trailers.set(m_number + "-CIMStatusCode", std::to_string(m_reply.error->code));
         if (!m_reply.error->description.empty())
             trailers.set(m_number + "-CIMStatusDescription", onOneLine(m_reply.error->description));

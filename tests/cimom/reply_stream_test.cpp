@@ -133,6 +133,19 @@ TEST(ReplyStream, AFailureStandsInTheTrailersOrInTheBody) {
     EXPECT_TRUE(hasLine(pieces(failed(), oldClient).at(0), "Content-Length: 17"));
 }
 
+TEST(ReplyStream, ALongFailureHasNoTrailersForWhoTakesNone) {
+    OperationReply reply = failed();
+    reply.body = std::string(2 * ReplyStream::pieceSize, 'x');
+    const std::string whole = pieces(std::move(reply), plainClient).at(0);
+    EXPECT_EQ(std::string::npos, whole.find("CIMStatusCode"));
+}
+
+TEST(ReplyStream, AFailureWithoutADescriptionHasNone) {
+    OperationReply reply = failed();
+    reply.error->description.clear();
+    EXPECT_EQ("0\r\n07-CIMStatusCode: 5\r\n\r\n", bodyOf(pieces(std::move(reply), trailerClient).at(0)));
+}
+
 TEST(ReplyStream, AFailureHalfwayStandsInTheTrailersBehindWhatWasSent) {
     const std::vector<std::string> all = pieces(failing(10, 10000), trailerClient);
     ASSERT_EQ(2u, all.size());

@@ -15,9 +15,8 @@ protected:
             folder().write("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5Rj/"
                                     "j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n"); // "secret"
         ::chmod(users.c_str(), 0600);
-        folder().write(
-            "site/chassis.json",
-            R"({"QAV_K70Chassis": [{"Tag": "shelf 2", "CreationClassName": "QAV_K70Chassis",
+        folder().write("site/chassis.json",
+                       R"({"QAV_K70Chassis": [{"Tag": "shelf 2", "CreationClassName": "QAV_K70Chassis",
                            "Model": "K70", "Version": "<&>", "CanBeFRUed": true, "PhysicalType": 23}],
                            "QAV_UnixProcess": [{"CreationClassName": "QAV_UnixProcess", "Handle": "none",
                            "Parameters": ["one", "", "three, four"]}],

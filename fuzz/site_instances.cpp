@@ -1,0 +1,116 @@
+// A file of the instances that a site declares. Those that it declares are found by their paths, and the
+// client library understands them in both protocols.
+#include "InstanceSource.hpp"
+#include "Naming.hpp"
+#include "OW_WBEMFlags.hpp"
+#include "ObjectManager.hpp"
+#include "binary/Request.hpp"
+#include "cimom/ClientReading.hpp"
+#include "cimom/Completed.hpp"
+#include "protocol/BinaryHandler.hpp"
+#include "protocol/XmlHandler.hpp"
+#include "support/TempDir.hpp"
+#include "xml/Request.hpp"
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+using namespace cimom;
+using namespace OpenWBEM;
+
+namespace {
+
+using Type = CIMDataType;
+
+const ClassDeclaration all{"All",
+                           {{"Id", Type::STRING, Role::key},
+                            {"U8", Type::UINT8},
+                            {"S8", Type::SINT8},
+                            {"U16", Type::UINT16},
+                            {"S16", Type::SINT16},
+                            {"U32", Type::UINT32, Role::key},
+                            {"S32", Type::SINT32},
+                            {"U64", Type::UINT64},
+                            {"S64", Type::SINT64},
+                            {"R32", Type::REAL32},
+                            {"R64", Type::REAL64},
+                            {"B", Type::BOOLEAN},
+                            {"C", Type::CHAR16},
+                            {"D", Type::DATETIME},
+                            {"Us", Type::UINT16, Role::state, true},
+                            {"Rs", Type::REAL64, Role::state, true},
+                            {"Ss", Type::STRING, Role::state, true},
+                            {"Ds", Type::DATETIME, Role::state, true},
+                            {"Note", Type::STRING, Role::site}}};
+const ClassDeclaration link{"Link",
+                            {{"From", Type::REFERENCE, Role::key, false, "All"},
+                             {"To", Type::REFERENCE, Role::key, false, "Link"},
+                             {"Others", Type::REFERENCE, Role::state, true, "All"}}};
+
+/** A class that has no instances but the site's. */
+class SiteProvider : public Provider {
+public:
+    explicit SiteProvider(const ClassDeclaration& declaration)
+        : m_declaration(declaration) {}
+
+    const ClassDeclaration& declaration() const override { return m_declaration; }
+    InstanceSource instances() const override {
+        return [] { return CIMInstance(CIMNULL); };
+    }
+
+private:
+    const ClassDeclaration& m_declaration;
+};
+
+ObjectManager siteManager() {
+    std::vector<std::unique_ptr<Provider>> providers;
+    providers.push_back(std::make_unique<SiteProvider>(all));
+    providers.push_back(std::make_unique<SiteProvider>(link));
+    return ObjectManager(std::move(providers));
+}
+
+void requireFound(const SiteInstances& site, const ClassDeclaration& declaration) {
+    const InstanceSource next = site.instances(declaration);
+    while (const CIMInstance instance = next()) {
+        if (!site.find(pathOf(instance)))
+            std::abort();
+    }
+}
+
+void requireUnderstood(ObjectManager& manager, const ClassDeclaration& declaration) {
+    const auto deep = WBEMFlags::E_DEEP;
+    const auto whole = WBEMFlags::E_NOT_LOCAL_ONLY;
+    const auto bare = WBEMFlags::E_EXCLUDE_QUALIFIERS;
+    const auto anonymous = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN;
+    const std::string body =
+        binary::enumerateInstances(onlyNameSpace, declaration.name, deep, whole, bare, anonymous, nullptr);
+    readAsBinaryClient(completed(BinaryHandler(manager).handle(body, Access::read)));
+    const std::string document =
+        xml::enumerateInstances(1, onlyNameSpace, declaration.name, deep, whole, bare, anonymous, nullptr)
+            .body;
+    readAsXmlClient(completed(XmlHandler(manager).handle(document, Access::read)), document);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const support::TempDir folder;
+    folder.write("site.json", std::string(reinterpret_cast<const char*>(data), size));
+    ObjectManager manager = siteManager();
+    try {
+        const SiteInstances site(folder.path(), manager.declarations());
+        requireFound(site, all);
+        requireFound(site, link);
+        manager.setSiteInstances(site);
+    } catch (const std::runtime_error&) {
+        return 0;
+    }
+    requireUnderstood(manager, all);
+    requireUnderstood(manager, link);
+    return 0;
+}

@@ -1,0 +1,128 @@
+// Clients that send the object manager what makes no sense, and those beside them that do not.
+#include "BentRequests.hpp"
+#include "Client.hpp"
+#include "StartedDaemon.hpp"
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <memory>
+#include <stdexcept>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+/** A connection that is written to without a thought for what comes back. */
+class HostileConnection {
+public:
+    explicit HostileConnection(const std::string& path)
+        : m_descriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        path.copy(address.sun_path, sizeof address.sun_path - 1);
+        if (::connect(m_descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+            throw std::runtime_error("connect");
+    }
+    ~HostileConnection() { ::close(m_descriptor); }
+    HostileConnection(const HostileConnection&) = delete;
+    HostileConnection& operator=(const HostileConnection&) = delete;
+
+    void send(const std::string& bytes) const {
+        ::send(m_descriptor, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+    }
+    /** Says that no more will come, and waits for the end of the connection. */
+    void finish() const {
+        ::shutdown(m_descriptor, SHUT_WR);
+        char ignored[65536];
+        while (::recv(m_descriptor, ignored, sizeof ignored, 0) > 0) {
+        }
+    }
+
+private:
+    int m_descriptor;
+};
+
+class HostileClients : public StartedDaemon {
+protected:
+    void SetUp() override {
+        folder().write("host/proc/sys/kernel/hostname", "box.example.org\n");
+        start({"--root", folder().file("host"), "--max-connections", "200"});
+        // Or the daemon would wait for somebody to read what it logs.
+        m_reader = std::thread([this] {
+            while (!daemon().nextErrorLine().empty()) {
+            }
+        });
+    }
+    void TearDown() override {
+        daemon().signal(SIGTERM);
+        m_reader.join();
+        EXPECT_EQ(0, daemon().wait());
+    }
+
+    /** Sends bent and broken requests, each on a connection of its own, one after the other. */
+    void send(int requests) {
+        for (int i = 0; i < requests; ++i) {
+            const std::string& request = m_recorded[m_dice.below(m_recorded.size())];
+            const HostileConnection connection(socketPath());
+            connection.send(i % 2 == 0 ? bent(request, m_dice)
+                                       : request.substr(0, m_dice.below(request.size())));
+            connection.finish();
+        }
+    }
+
+    std::string hostName() const {
+        Client client(socketPath());
+        const auto found = instancesIn(client.exchange(httpRequest(enumerateBody("QAV_System"))).body);
+        return found.size() == 1 ? found[0].getPropertyValue("Name").toString().c_str() : "not one instance";
+    }
+
+    /** Kilobytes of memory that the daemon has. */
+    long residentSize() {
+        std::ifstream status("/proc/" + std::to_string(daemon().pid()) + "/status");
+        for (std::string line; std::getline(status, line);) {
+            if (line.compare(0, 6, "VmRSS:") == 0)
+                return std::atol(line.c_str() + 6);
+        }
+        ADD_FAILURE() << "no VmRSS";
+        return 0;
+    }
+
+    const std::vector<std::string>& recorded() const { return m_recorded; }
+
+private:
+    const std::vector<std::string> m_recorded = recordedRequests();
+    Dice m_dice;
+    std::thread m_reader;
+};
+
+} // namespace
+
+TEST_F(HostileClients, DoNotKeepOthersFromTheirAnswers) {
+    EXPECT_EQ("box.example.org", hostName());
+    std::vector<std::unique_ptr<HostileConnection>> open;
+    for (std::size_t i = 0; i < 100; ++i) {
+        const std::string& request = recorded()[i % recorded().size()];
+        open.push_back(std::make_unique<HostileConnection>(socketPath()));
+        open.back()->send(request.substr(0, request.size() * i / 100));
+    }
+    EXPECT_EQ("box.example.org", hostName());
+    send(300);
+    EXPECT_EQ("box.example.org", hostName());
+    open.clear();
+    EXPECT_EQ("box.example.org", hostName());
+}
+
+// The sanitizers keep what has been freed.
+#ifndef __SANITIZE_ADDRESS__
+TEST_F(HostileClients, LeaveNothingInMemory) {
+    send(300); // after which there is all the memory that the first of each kind takes
+    const long before = residentSize();
+    send(1000);
+    EXPECT_EQ("box.example.org", hostName());
+    EXPECT_GT(before + 2048, residentSize());
+}
+#endif

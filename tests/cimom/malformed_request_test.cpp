@@ -1,0 +1,207 @@
+// Recorded requests that are broken off or bent: they end in a reply, a refusal or a closed connection, in
+// little memory, and a request that has not come whole changes nothing.
+#include "BentRequests.hpp"
+#include "ClientReading.hpp"
+#include "Completed.hpp"
+#include "Naming.hpp"
+#include "RecordedSchema.hpp"
+#include "SessionRun.hpp"
+#include "Unlogged.hpp"
+#include "openwbem/Memory.hpp"
+#include "openwbem/Record.hpp"
+#include "support/Child.hpp"
+#include "support/TempDir.hpp"
+
+#include <algorithm>
+#include <boost/asio/buffer.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/string_body.hpp>
+#include <gtest/gtest.h>
+#include <set>
+
+using namespace cimom;
+using namespace OpenWBEM;
+namespace http = boost::beast::http;
+
+namespace {
+
+std::set<std::string> recordedBodies(bool isXml) {
+    std::set<std::string> bodies;
+    for (const std::string& request : recordedRequests()) {
+        const std::string body = record::bodyOf(request);
+        if ((body[0] == '<') == isXml)
+            bodies.insert(body);
+    }
+    return bodies;
+}
+
+/** Without QAV_Many, whose replies take long. */
+ObjectManager manager() {
+    std::vector<ClassDeclaration> classes = recordedClasses();
+    classes.erase(
+        std::remove_if(classes.begin(), classes.end(),
+                       [](const ClassDeclaration& each) { return std::string(each.name) == "QAV_Many"; }),
+        classes.end());
+    return recordedManager(std::move(classes));
+}
+
+/** All instances of the class that can be written to, as one text. */
+std::string written(const ObjectManager& manager) {
+    std::string all;
+    const InstanceSource next = manager.enumerateInstances(onlyNameSpace, "QAV_K70Chassis", nullptr);
+    while (const CIMInstance instance = next())
+        all += instance.toString().c_str();
+    return all;
+}
+
+/** `<status> <reason>: <CIMError>` of a document that is refused, "<code>" of an error, "good". */
+std::string outcomeOf(const Handler& handler, const std::string& body, Access access = Access::write) {
+    const Unlogged unlogged;
+    try {
+        const OperationReply reply = completed(handler.handle(body, access));
+        if (dynamic_cast<const BinaryHandler*>(&handler))
+            readAsBinaryClient(reply);
+        else
+            readAsXmlClient(reply, body);
+        return reply.error ? std::to_string(reply.error->code) : "good";
+    } catch (const UnreadableRequest& e) {
+        return std::to_string(e.status()) + " " + e.reason() + ": " + e.what();
+    }
+}
+
+/** The status of each reply that has come over a connection; 0 at the end for bytes that are none. */
+std::vector<unsigned> statuses(const std::string& received) {
+    std::vector<unsigned> all;
+    for (std::size_t at = 0; at < received.size();) {
+        http::response_parser<http::string_body> parser;
+        parser.eager(true);
+        parser.body_limit(boost::none);
+        boost::system::error_code error;
+        at += parser.put(boost::asio::buffer(received.data() + at, received.size() - at), error);
+        if (!parser.is_done() && !parser.chunked() && !parser.content_length())
+            parser.put_eof(error); // as for a client that cannot be told otherwise
+        all.push_back(!error && parser.is_done() ? parser.get().result_int() : 0);
+        if (error)
+            break;
+    }
+    return all;
+}
+
+/** In which the bodies of a few requests fit, and no more. */
+const unsigned long fewMegabytes = 8UL << 20;
+
+/** Runs a body with no memory to waste. */
+void inLittleMemory(const std::function<void()>& body) {
+    const support::TempDir folder;
+    support::inChild(folder.path(), [&] {
+        limitMemory(fewMegabytes);
+        body();
+    });
+}
+
+} // namespace
+
+TEST(MalformedRequests, ThereAreManyToStartFrom) {
+    EXPECT_EQ(56u, recordedRequests().size());
+    EXPECT_EQ(22u, recordedBodies(true).size());
+    EXPECT_EQ(21u, recordedBodies(false).size());
+}
+
+TEST(MalformedRequests, ABinaryBodyThatBreaksOffIsAnErrorAndChangesNothing) {
+    ObjectManager objects = manager();
+    const BinaryHandler handler(objects);
+    const std::string before = written(objects);
+    for (const std::string& body : recordedBodies(false)) {
+        for (std::size_t size = 0; size < body.size(); ++size)
+            EXPECT_EQ("1", outcomeOf(handler, body.substr(0, size))) << size << " of " << body;
+    }
+    EXPECT_EQ(before, written(objects));
+}
+
+TEST(MalformedRequests, ADocumentThatBreaksOffIsRefusedAndChangesNothing) {
+    ObjectManager objects = manager();
+    const XmlHandler handler(objects);
+    const std::string before = written(objects);
+    for (const std::string& body : recordedBodies(true)) {
+        for (std::size_t size = 0; size <= body.rfind('>'); ++size)
+            EXPECT_EQ(0u, outcomeOf(handler, body.substr(0, size)).find("400 Bad request: request-not-"))
+                << body.substr(0, size);
+    }
+    EXPECT_EQ(before, written(objects));
+}
+
+TEST(MalformedRequests, ABentBodyIsAnsweredOrRefused) {
+    const std::set<std::string> expected = {"good",
+                                            "1",
+                                            "2",
+                                            "3",
+                                            "4",
+                                            "5",
+                                            "6",
+                                            "7",
+                                            "12",
+                                            "13",
+                                            "400 Bad request: request-not-loosely-valid",
+                                            "400 Bad request: request-not-well-formed",
+                                            "501 Not implemented: multiple-requests-unsupported",
+                                            "501 Not implemented: unsupported-cim-version",
+                                            "501 Not implemented: unsupported-dtd-version"};
+    Dice dice;
+    ObjectManager objects = manager();
+    const BinaryHandler binary(objects);
+    const XmlHandler xml(objects);
+    std::set<std::string> outcomes;
+    for (const bool isXml : {false, true}) {
+        const Handler& handler = isXml ? static_cast<const Handler&>(xml) : binary;
+        for (const std::string& body : recordedBodies(isXml)) {
+            for (int i = 0; i < 100; ++i) {
+                const Access access = i % 2 == 0 ? Access::write : Access::read;
+                const std::string outcome = outcomeOf(handler, bent(body, dice), access);
+                EXPECT_EQ(1u, expected.count(outcome)) << outcome;
+                outcomes.insert(outcome);
+            }
+        }
+    }
+    EXPECT_LE(10u, outcomes.size()) << "the bends reach far";
+}
+
+TEST(MalformedRequests, AConnectionThatEndsWithinARequestIsToldSoAndEnds) {
+    ObjectManager objects = manager();
+    const std::string before = written(objects);
+    inLittleMemory([&] {
+        const Unlogged unlogged;
+        SessionRun session(objects);
+        // Every third place, which is another one in each request: their heads are nearly the same.
+        std::size_t first = 1;
+        for (const std::string& request : recordedRequests()) {
+            for (std::size_t size = first; size < request.size(); size += 3)
+                EXPECT_EQ(std::vector<unsigned>{400}, statuses(session.answerTo(request.substr(0, size))))
+                    << request.substr(0, size);
+            EXPECT_EQ(std::vector<unsigned>{200}, statuses(session.answerTo(request)));
+            first = first % 3 + 1;
+        }
+        EXPECT_EQ("", session.answerTo(""));
+    });
+    EXPECT_EQ(before, written(objects));
+}
+
+TEST(MalformedRequests, ABentRequestIsAnsweredOrRefused) {
+    const std::set<unsigned> expected = {200, 400, 405, 411, 413, 415, 431, 501, 505};
+    ObjectManager objects = manager();
+    inLittleMemory([&] {
+        const Unlogged unlogged;
+        Dice dice;
+        SessionRun session(objects);
+        std::set<unsigned> seen;
+        for (const std::string& request : recordedRequests()) {
+            for (int i = 0; i < 50; ++i) {
+                const std::string received = session.answerTo(bent(request, dice));
+                for (const unsigned status : statuses(received)) {
+                    EXPECT_EQ(1u, expected.count(status)) << received;
+                    seen.insert(status);
+                }
+            }
+        }
+        EXPECT_LE(5u, seen.size()) << "the bends reach far";
+    });
+}

@@ -1,0 +1,233 @@
+// Every recorded request, once more: the recorded client gets the same from our object manager as it got
+// from its own, as the client library understands both. Where ours answers otherwise, the test says why.
+#include "Naming.hpp"
+#include "RecordedSchema.hpp"
+#include "SessionRun.hpp"
+#include "Understood.hpp"
+#include "Unlogged.hpp"
+#include "openwbem/Record.hpp"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <regex>
+#include <sstream>
+
+using namespace cimom;
+using namespace OpenWBEM;
+using record::Conversation;
+
+namespace {
+
+struct Exchange {
+    std::string request;
+    std::string reply;
+};
+
+/** The requests of a conversation and their replies, without those that were told to log in first: a local
+ * client is known by its user, and is never told so by us. */
+std::vector<Exchange> exchanges(const Conversation& conversation) {
+    const std::vector<std::string> requests = record::splitReplies(conversation.sent());
+    const std::vector<std::string> replies = record::splitReplies(conversation.received());
+    EXPECT_EQ(requests.size(), replies.size());
+    std::vector<Exchange> all;
+    for (std::size_t i = 0; i < std::min(requests.size(), replies.size()); ++i) {
+        if (replies[i].find("HTTP/1.1 401 ") != 0)
+            all.push_back({requests[i], replies[i]});
+    }
+    return all;
+}
+
+/** What our object manager answers to all requests, sent at once. */
+std::vector<std::string> ourReplies(ObjectManager& manager, const std::vector<Exchange>& all) {
+    const Unlogged unlogged;
+    std::string sent;
+    for (const Exchange& each : all)
+        sent += each.request;
+    return record::splitReplies(SessionRun(manager).answerTo(sent));
+}
+
+Understood ourAnswer(ObjectManager& manager, const std::string& request) {
+    const Unlogged unlogged;
+    return understood(request, SessionRun(manager).answerTo(request));
+}
+
+/** An instance in the words of the record, its properties in the order of their names, and its keys. In the
+ * recorded object manager a write changes the order of properties, and in ours it does not. */
+std::string text(const CIMInstance& instance) {
+    std::ostringstream words;
+    record::print(words, instance);
+    std::istringstream in(words.str());
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);)
+        lines.push_back(line);
+    std::sort(lines.begin(), lines.end());
+    std::string result =
+        CIMObjectPath(instance.getClassName(), instance.getKeyValuePairs()).modelPath().c_str();
+    for (const std::string& line : lines)
+        result += "\n" + line;
+    return result;
+}
+
+std::vector<std::string> texts(const std::vector<CIMInstance>& instances) {
+    std::vector<std::string> all;
+    for (const CIMInstance& each : instances)
+        all.push_back(text(each));
+    return all;
+}
+
+/** The values that the instances hold are the same to the last bit. */
+void expectSameValues(const CIMInstance& expected, const CIMInstance& found) {
+    for (const CIMProperty& property : expected.getProperties()) {
+        const CIMValue value = found.getPropertyValue(property.getName());
+        ASSERT_EQ(static_cast<bool>(property.getValue()), static_cast<bool>(value));
+        EXPECT_TRUE(!value || property.getValue() == value) << property.getName();
+    }
+}
+
+/** Our object manager knows no subclasses: an enumeration (enum_Base, enum_shallow) holds the instances of
+ * the class itself. */
+bool isOfSubclass(const CIMInstance& instance) {
+    return instance.getClassName() == "QAV_Derived";
+}
+
+void expectSame(Understood expected, const Understood& found) {
+    expected.instances.erase(
+        std::remove_if(expected.instances.begin(), expected.instances.end(), isOfSubclass),
+        expected.instances.end());
+    EXPECT_EQ(expected.error, found.error);
+    ASSERT_EQ(texts(expected.instances), texts(found.instances));
+    for (std::size_t i = 0; i < found.instances.size(); ++i)
+        expectSameValues(expected.instances[i], found.instances[i]);
+}
+
+/** The conversations of which a request has been answered. */
+std::vector<Conversation> answeredConversations() {
+    std::vector<Conversation> chosen;
+    for (const Conversation& each : record::conversations()) {
+        if (!exchanges(each).empty())
+            chosen.push_back(each);
+    }
+    return chosen;
+}
+
+const Conversation bareWrites[] = {{"ow-uds-anon/modify_bare_ok"}, {"xml-tcp-anon/modify_bare_ok"}};
+
+/** A property of the instance that the recorded client writes to. */
+std::string written(const ObjectManager& manager, const char* property) {
+    const CIMInstance chassis = manager.getInstance(
+        onlyNameSpace,
+        CIMObjectPath::parse("QAV_K70Chassis.Tag=\"chassis-1\",CreationClassName=\"QAV_K70Chassis\""),
+        nullptr);
+    const CIMValue value = chassis.getPropertyValue(property);
+    return value ? value.toString().c_str() : "NULL";
+}
+
+std::string replaced(std::string text, const std::string& part, const std::string& with) {
+    const std::size_t at = text.find(part);
+    return at == std::string::npos ? text : text.replace(at, part.size(), with);
+}
+
+/** A recorded write of ElementName as one of CanBeFRUed. */
+std::string writingABoolean(const std::string& request) {
+    std::string body = record::bodyOf(request);
+    std::string head = request.substr(0, request.size() - body.size());
+    const std::string length = "Content-Length: ";
+    head = replaced(head, length + std::to_string(body.size()), length + std::to_string(body.size() - 1));
+    body = replaced(body,
+                    "\x0b"
+                    "ElementName",
+                    "\x0a"
+                    "CanBeFRUed");
+    return head + replaced(body, "\"ElementName\"", "\"CanBeFRUed\"");
+}
+
+/** What writes of earlier conversations have left to one that writes: it reads the instance first. */
+std::vector<CIMInstance> leftByWritesBefore(const Conversation& conversation, const Exchange& first) {
+    if (conversation.folder.find("/modify_") == std::string::npos)
+        return {};
+    return understood(first.request, first.reply).instances;
+}
+
+class RecordedRequest : public testing::TestWithParam<Conversation> {};
+
+} // namespace
+
+TEST_P(RecordedRequest, IsAnsweredAsRecorded) {
+    const std::vector<Exchange> all = exchanges(GetParam());
+    ObjectManager manager = recordedManager(recordedClasses(), leftByWritesBefore(GetParam(), all[0]));
+    const std::vector<std::string> replies = ourReplies(manager, all);
+    ASSERT_EQ(all.size(), replies.size());
+    for (std::size_t i = 0; i < all.size(); ++i)
+        expectSame(understood(all[i].request, all[i].reply), understood(all[i].request, replies[i]));
+}
+
+INSTANTIATE_TEST_SUITE_P(Conversations, RecordedRequest, testing::ValuesIn(answeredConversations()),
+                         [](const auto& test) {
+                             return std::regex_replace(test.param.folder, std::regex("[^A-Za-z0-9]"), "_");
+                         });
+
+TEST(RecordedRequests, AreAllThere) {
+    std::size_t requests = 0;
+    std::size_t instances = 0;
+    std::size_t errors = 0;
+    for (const Conversation& conversation : answeredConversations()) {
+        for (const Exchange& each : exchanges(conversation)) {
+            const Understood answer = understood(each.request, each.reply);
+            ++requests;
+            instances += answer.instances.size();
+            errors += answer.error.empty() ? 0 : 1;
+        }
+    }
+    EXPECT_EQ(63u, answeredConversations().size());
+    EXPECT_EQ(75u, requests);
+    EXPECT_EQ(3084u, instances);
+    EXPECT_EQ(15u, errors);
+}
+
+TEST(RecordedRequests, OfALocalClientAreAnsweredWhateverItsLogin) {
+    const Conversation anonymous{"ow-uds-anon/enum_OperatingSystem"};
+    for (const char* const group : {"ow-uds-basic-badpw", "ow-uds-nocreds-refused"}) {
+        const Conversation refused{std::string(group) + "/enum_OperatingSystem"};
+        EXPECT_TRUE(exchanges(refused).empty());
+        ObjectManager manager = recordedManager(recordedClasses());
+        for (const std::string& request : record::splitReplies(refused.sent()))
+            expectSame(understood(anonymous.sent(), anonymous.received()), ourAnswer(manager, request));
+    }
+}
+
+// The recorded object manager takes a write for the whole instance, and clears what it does not name.
+TEST(RecordedRequests, AWriteChangesWhatItNamesAndNothingElse) {
+    for (const Conversation& conversation : bareWrites) {
+        ObjectManager manager = recordedManager(recordedClasses());
+        EXPECT_EQ("NULL", written(manager, "ElementName")) << conversation;
+        EXPECT_EQ("", ourAnswer(manager, conversation.sent()).error) << conversation;
+        EXPECT_EQ("bare", written(manager, "ElementName")) << conversation;
+        EXPECT_EQ("false", written(manager, "CanBeFRUed")) << conversation;
+    }
+}
+
+// The recorded object manager takes a write of any property.
+TEST(RecordedRequests, AWriteOfTheHostsStateIsRefused) {
+    for (const Conversation& conversation : bareWrites) {
+        std::vector<ClassDeclaration> classes = recordedClasses();
+        for (ClassDeclaration& declaration : classes) {
+            for (PropertyDeclaration& property : declaration.properties)
+                property.role = property.role == Role::site ? Role::state : property.role;
+        }
+        ObjectManager manager = recordedManager(std::move(classes));
+        EXPECT_EQ("7 ElementName", ourAnswer(manager, conversation.sent()).error) << conversation;
+        EXPECT_EQ("NULL", written(manager, "ElementName")) << conversation;
+    }
+}
+
+// The recorded object manager has code 1 for it. The recorded client notices itself what is no boolean, and
+// sends nothing.
+TEST(RecordedRequests, AWriteOfAValueThatDoesNotConvertIsRefused) {
+    for (const Conversation& conversation : bareWrites) {
+        ObjectManager manager = recordedManager(recordedClasses());
+        EXPECT_EQ("13 CanBeFRUed: general error (Unable to convert \"bare\" into bool)",
+                  ourAnswer(manager, writingABoolean(conversation.sent())).error)
+            << conversation;
+        EXPECT_EQ("false", written(manager, "CanBeFRUed")) << conversation;
+    }
+}
