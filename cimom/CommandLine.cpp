@@ -1,6 +1,6 @@
 #include "CommandLine.hpp"
 
-#include "Text.hpp"
+#include "system/Text.hpp"
 
 #include <CLI/CLI.hpp>
 #include <cstdlib>

@@ -2,7 +2,7 @@
 
 #include "CommandLine.hpp"
 #include "Daemon.hpp"
-#include "Log.hpp"
+#include "system/Log.hpp"
 
 #include <csignal>
 #include <exception>

@@ -1,12 +1,12 @@
 // A file of the instances that a site declares. Those that it declares are found by their paths, and the
 // client library understands them in both protocols.
-#include "InstanceSource.hpp"
-#include "Naming.hpp"
 #include "OW_WBEMFlags.hpp"
-#include "ObjectManager.hpp"
 #include "binary/Request.hpp"
 #include "cimom/ClientReading.hpp"
 #include "cimom/Completed.hpp"
+#include "objects/InstanceSource.hpp"
+#include "objects/Naming.hpp"
+#include "objects/ObjectManager.hpp"
 #include "protocol/BinaryHandler.hpp"
 #include "protocol/XmlHandler.hpp"
 #include "support/TempDir.hpp"

@@ -1,6 +1,6 @@
 #include "host/DeviceNumber.hpp"
 
-#include "Text.hpp"
+#include "system/Text.hpp"
 
 #include <tuple>
 

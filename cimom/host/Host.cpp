@@ -1,6 +1,6 @@
 #include "host/Host.hpp"
 
-#include "Descriptor.hpp"
+#include "system/Descriptor.hpp"
 
 #include <cerrno>
 #include <climits>

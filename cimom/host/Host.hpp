@@ -1,6 +1,6 @@
 #ifndef CIMOM_HOST_HOST_HPP_INCLUDED
 #define CIMOM_HOST_HOST_HPP_INCLUDED
-#include "Text.hpp"
+#include "system/Text.hpp"
 
 #include <ctime>
 #include <optional>

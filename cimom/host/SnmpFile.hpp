@@ -1,7 +1,7 @@
 #ifndef CIMOM_HOST_SNMP_FILE_HPP_INCLUDED
 #define CIMOM_HOST_SNMP_FILE_HPP_INCLUDED
-#include "Text.hpp"
 #include "host/Host.hpp"
+#include "system/Text.hpp"
 
 #include <map>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "http/Credentials.hpp"
 
-#include "Text.hpp"
+#include "system/Text.hpp"
 
 #include <boost/beast/core/detail/base64.hpp>
 #include <boost/beast/core/string.hpp>

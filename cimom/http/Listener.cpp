@@ -1,6 +1,6 @@
 #include "http/Listener.hpp"
 
-#include "Log.hpp"
+#include "system/Log.hpp"
 
 #include <fcntl.h>
 #include <netinet/in.h>

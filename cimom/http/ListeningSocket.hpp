@@ -1,6 +1,6 @@
 #ifndef CIMOM_HTTP_LISTENING_SOCKET_HPP_INCLUDED
 #define CIMOM_HTTP_LISTENING_SOCKET_HPP_INCLUDED
-#include "LockFile.hpp"
+#include "system/LockFile.hpp"
 
 #include <string>
 #include <sys/stat.h>

@@ -1,6 +1,6 @@
 #include "http/NetworkAddress.hpp"
 
-#include "Text.hpp"
+#include "system/Text.hpp"
 
 #include <arpa/inet.h>
 #include <cerrno>

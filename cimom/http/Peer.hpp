@@ -1,6 +1,6 @@
 #ifndef CIMOM_HTTP_PEER_HPP_INCLUDED
 #define CIMOM_HTTP_PEER_HPP_INCLUDED
-#include "Access.hpp"
+#include "objects/Access.hpp"
 
 #include <string>
 

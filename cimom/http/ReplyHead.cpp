@@ -1,6 +1,6 @@
 #include "http/ReplyHead.hpp"
 
-#include "Text.hpp"
+#include "system/Text.hpp"
 
 #include <boost/beast/http/empty_body.hpp>
 #include <boost/beast/http/message.hpp>

@@ -1,6 +1,6 @@
 #include "http/ReplyStream.hpp"
 
-#include "Text.hpp"
+#include "system/Text.hpp"
 
 #include <algorithm>
 #include <boost/asio/buffer.hpp>

@@ -1,6 +1,6 @@
 #include "http/RequestRules.hpp"
 
-#include "Text.hpp"
+#include "system/Text.hpp"
 
 #include <boost/beast/core/string.hpp>
 #include <boost/beast/http/error.hpp>

@@ -1,8 +1,8 @@
 #include "http/Session.hpp"
 
-#include "Log.hpp"
 #include "OW_CIMException.hpp"
 #include "http/Credentials.hpp"
+#include "system/Log.hpp"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/write.hpp>
@@ -122,9 +122,8 @@ void Session::logIn(const std::string& authorization) {
         return;
     }
     limitTime(m_context->limits.request);
-    m_context->checkPassword(
-        given->user, given->password,
-        [self = shared_from_this()](Verdict verdict) { self->onChecked(verdict); });
+    m_context->checkPassword(given->user, given->password,
+                             [self = shared_from_this()](Verdict verdict) { self->onChecked(verdict); });
 }
 
 void Session::onChecked(Verdict verdict) {

@@ -1,6 +1,6 @@
 #include "passwd/NewPassword.hpp"
 
-#include "Text.hpp"
+#include "system/Text.hpp"
 #include "users/PasswordHash.hpp"
 
 #include <cerrno>

@@ -1,6 +1,6 @@
 #ifndef CIMOM_PROTOCOL_HANDLER_HPP_INCLUDED
 #define CIMOM_PROTOCOL_HANDLER_HPP_INCLUDED
-#include "Access.hpp"
+#include "objects/Access.hpp"
 
 #include <exception>
 #include <functional>

@@ -1,6 +1,6 @@
 #ifndef CIMOM_PROTOCOL_XML_HANDLER_HPP_INCLUDED
 #define CIMOM_PROTOCOL_XML_HANDLER_HPP_INCLUDED
-#include "ObjectManager.hpp"
+#include "objects/ObjectManager.hpp"
 #include "protocol/Handler.hpp"
 
 namespace cimom {

@@ -1,6 +1,6 @@
 #include "providers/Association.hpp"
 
-#include "InstanceBuilder.hpp"
+#include "objects/InstanceBuilder.hpp"
 
 namespace cimom {
 

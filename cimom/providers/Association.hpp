@@ -1,7 +1,7 @@
 #ifndef CIMOM_PROVIDERS_ASSOCIATION_HPP_INCLUDED
 #define CIMOM_PROVIDERS_ASSOCIATION_HPP_INCLUDED
 #include "OW_CIMObjectPath.hpp"
-#include "Provider.hpp"
+#include "objects/Provider.hpp"
 
 #include <functional>
 #include <utility>

@@ -1,6 +1,6 @@
 #include "host/ExpansionChassis.hpp"
-#include "InstanceBuilder.hpp"
 #include "host/Module.hpp"
+#include "objects/InstanceBuilder.hpp"
 #include "providers/Providers.hpp"
 
 namespace cimom {

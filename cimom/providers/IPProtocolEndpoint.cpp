@@ -1,5 +1,5 @@
-#include "InstanceBuilder.hpp"
 #include "host/SnmpFile.hpp"
+#include "objects/InstanceBuilder.hpp"
 #include "providers/Providers.hpp"
 
 namespace cimom {

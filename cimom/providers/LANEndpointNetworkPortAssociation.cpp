@@ -1,4 +1,4 @@
-#include "Naming.hpp"
+#include "objects/Naming.hpp"
 #include "providers/Association.hpp"
 #include "providers/NetworkPorts.hpp"
 #include "providers/Providers.hpp"

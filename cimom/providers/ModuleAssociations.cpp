@@ -1,4 +1,4 @@
-#include "Naming.hpp"
+#include "objects/Naming.hpp"
 #include "providers/Association.hpp"
 #include "providers/Modules.hpp"
 #include "providers/Providers.hpp"

@@ -1,7 +1,7 @@
 #ifndef CIMOM_PROVIDERS_MODULES_HPP_INCLUDED
 #define CIMOM_PROVIDERS_MODULES_HPP_INCLUDED
-#include "InstanceBuilder.hpp"
 #include "host/Module.hpp"
+#include "objects/InstanceBuilder.hpp"
 
 namespace cimom {
 

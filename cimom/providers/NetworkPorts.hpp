@@ -1,7 +1,7 @@
 #ifndef CIMOM_PROVIDERS_NETWORK_PORTS_HPP_INCLUDED
 #define CIMOM_PROVIDERS_NETWORK_PORTS_HPP_INCLUDED
-#include "InstanceBuilder.hpp"
 #include "host/NetworkInterfaces.hpp"
+#include "objects/InstanceBuilder.hpp"
 
 #include <optional>
 #include <string>

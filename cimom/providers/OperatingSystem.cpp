@@ -1,9 +1,9 @@
-#include "InstanceBuilder.hpp"
-#include "LocalTime.hpp"
 #include "host/Disks.hpp"
 #include "host/FileSystems.hpp"
 #include "host/Residence.hpp"
+#include "objects/InstanceBuilder.hpp"
 #include "providers/Providers.hpp"
+#include "system/LocalTime.hpp"
 
 #include <algorithm>
 #include <cstring>

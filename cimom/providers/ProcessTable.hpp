@@ -1,8 +1,8 @@
 #ifndef CIMOM_PROVIDERS_PROCESS_TABLE_HPP_INCLUDED
 #define CIMOM_PROVIDERS_PROCESS_TABLE_HPP_INCLUDED
-#include "Provider.hpp"
 #include "QAV_UnixProcessAPI.hpp"
 #include "host/Host.hpp"
+#include "objects/Provider.hpp"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #ifndef CIMOM_PROVIDERS_PROVIDERS_HPP_INCLUDED
 #define CIMOM_PROVIDERS_PROVIDERS_HPP_INCLUDED
-#include "Provider.hpp"
 #include "host/Host.hpp"
+#include "objects/Provider.hpp"
 
 #include <memory>
 #include <vector>

@@ -1,5 +1,5 @@
-#include "Naming.hpp"
 #include "host/Storages.hpp"
+#include "objects/Naming.hpp"
 #include "providers/Association.hpp"
 #include "providers/Providers.hpp"
 #include "providers/Storage.hpp"

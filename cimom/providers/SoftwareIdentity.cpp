@@ -1,7 +1,7 @@
-#include "InstanceBuilder.hpp"
-#include "LocalTime.hpp"
 #include "host/SoftwareInventory.hpp"
+#include "objects/InstanceBuilder.hpp"
 #include "providers/Providers.hpp"
+#include "system/LocalTime.hpp"
 
 namespace cimom {
 

@@ -1,7 +1,7 @@
 #include "providers/StatisticalData.hpp"
 
-#include "InstanceBuilder.hpp"
 #include "host/SnmpFile.hpp"
+#include "objects/InstanceBuilder.hpp"
 
 #include <utility>
 

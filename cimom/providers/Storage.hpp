@@ -1,8 +1,8 @@
 #ifndef CIMOM_PROVIDERS_STORAGE_HPP_INCLUDED
 #define CIMOM_PROVIDERS_STORAGE_HPP_INCLUDED
-#include "InstanceBuilder.hpp"
 #include "host/Disks.hpp"
 #include "host/FileSystems.hpp"
+#include "objects/InstanceBuilder.hpp"
 
 #include <string>
 

@@ -1,6 +1,6 @@
-#include "InstanceBuilder.hpp"
-#include "LocalTime.hpp"
+#include "objects/InstanceBuilder.hpp"
 #include "providers/Providers.hpp"
+#include "system/LocalTime.hpp"
 
 #include <tuple>
 

@@ -1,6 +1,6 @@
-#include "InstanceBuilder.hpp"
 #include "host/SnmpFile.hpp"
 #include "host/TCPConnections.hpp"
+#include "objects/InstanceBuilder.hpp"
 #include "providers/Providers.hpp"
 
 namespace cimom {

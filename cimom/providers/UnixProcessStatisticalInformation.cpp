@@ -1,4 +1,4 @@
-#include "InstanceBuilder.hpp"
+#include "objects/InstanceBuilder.hpp"
 #include "providers/ProcessTable.hpp"
 #include "providers/Providers.hpp"
 

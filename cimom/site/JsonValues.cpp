@@ -3,7 +3,7 @@
 #include "OW_CIMDateTime.hpp"
 #include "OW_CIMException.hpp"
 #include "OW_CIMObjectPath.hpp"
-#include "Text.hpp"
+#include "system/Text.hpp"
 #include "types/Utf8.hpp"
 
 #include <charconv>

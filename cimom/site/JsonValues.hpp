@@ -1,8 +1,8 @@
 #ifndef CIMOM_SITE_JSON_VALUES_HPP_INCLUDED
 #define CIMOM_SITE_JSON_VALUES_HPP_INCLUDED
 #include "OW_CIMValue.hpp"
-#include "Provider.hpp"
-#include "ServedClasses.hpp"
+#include "objects/Provider.hpp"
+#include "objects/ServedClasses.hpp"
 #include "json/Document.hpp"
 
 namespace cimom {

@@ -1,9 +1,9 @@
 #include "site/SiteInstances.hpp"
 
-#include "Naming.hpp"
 #include "OW_CIMException.hpp"
-#include "RegularFile.hpp"
+#include "objects/Naming.hpp"
 #include "site/JsonValues.hpp"
+#include "system/RegularFile.hpp"
 #include "json/Document.hpp"
 
 #include <cerrno>

@@ -1,9 +1,9 @@
 #ifndef CIMOM_SITE_SITE_INSTANCES_HPP_INCLUDED
 #define CIMOM_SITE_SITE_INSTANCES_HPP_INCLUDED
-#include "InstanceSource.hpp"
 #include "OW_CIMObjectPath.hpp"
-#include "Provider.hpp"
-#include "ServedClasses.hpp"
+#include "objects/InstanceSource.hpp"
+#include "objects/Provider.hpp"
+#include "objects/ServedClasses.hpp"
 
 #include <map>
 #include <memory>

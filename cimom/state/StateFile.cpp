@@ -1,6 +1,6 @@
 #include "state/StateFile.hpp"
 
-#include "RegularFile.hpp"
+#include "system/RegularFile.hpp"
 
 #include <cerrno>
 #include <filesystem>

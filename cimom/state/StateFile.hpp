@@ -1,6 +1,6 @@
 #ifndef CIMOM_STATE_STATE_FILE_HPP_INCLUDED
 #define CIMOM_STATE_STATE_FILE_HPP_INCLUDED
-#include "LockFile.hpp"
+#include "system/LockFile.hpp"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "users/PasswordCheck.hpp"
 
-#include "Log.hpp"
+#include "system/Log.hpp"
 #include "users/CheckingChild.hpp"
 #include "users/PasswordHash.hpp"
 

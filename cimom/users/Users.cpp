@@ -1,6 +1,6 @@
 #include "users/Users.hpp"
 
-#include "Text.hpp"
+#include "system/Text.hpp"
 #include "users/PasswordHash.hpp"
 
 #include <algorithm>

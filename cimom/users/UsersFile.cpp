@@ -1,7 +1,7 @@
 #include "users/UsersFile.hpp"
 
-#include "LockFile.hpp"
-#include "RegularFile.hpp"
+#include "system/LockFile.hpp"
+#include "system/RegularFile.hpp"
 
 #include <cerrno>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #ifndef TESTS_CIMOM_HOST_TREE_HPP
 #define TESTS_CIMOM_HOST_TREE_HPP
-#include "Provider.hpp"
 #include "host/Host.hpp"
+#include "objects/Provider.hpp"
 #include "support/TempDir.hpp"
 
 #include <string>

@@ -1,7 +1,7 @@
 #ifndef TESTS_CIMOM_LAMP_PROVIDER_HPP
 #define TESTS_CIMOM_LAMP_PROVIDER_HPP
-#include "InstanceBuilder.hpp"
-#include "ObjectManager.hpp"
+#include "objects/InstanceBuilder.hpp"
+#include "objects/ObjectManager.hpp"
 
 #include <memory>
 #include <stdexcept>

@@ -1,8 +1,8 @@
 #include "RecordedSchema.hpp"
 
-#include "InstanceBuilder.hpp"
-#include "Naming.hpp"
 #include "Understood.hpp"
+#include "objects/InstanceBuilder.hpp"
+#include "objects/Naming.hpp"
 #include "openwbem/Record.hpp"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #ifndef TESTS_CIMOM_RECORDED_SCHEMA_HPP
 #define TESTS_CIMOM_RECORDED_SCHEMA_HPP
 // The classes and instances that the recorded conversations are about, for an object manager of ours.
-#include "ObjectManager.hpp"
+#include "objects/ObjectManager.hpp"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #ifndef TESTS_CIMOM_SESSION_RUN_HPP
 #define TESTS_CIMOM_SESSION_RUN_HPP
-#include "ObjectManager.hpp"
 #include "http/Session.hpp"
+#include "objects/ObjectManager.hpp"
 #include "protocol/BinaryHandler.hpp"
 #include "protocol/XmlHandler.hpp"
 

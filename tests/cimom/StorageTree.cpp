@@ -2,7 +2,7 @@
 
 #include "OW_CIMObjectPath.hpp"
 #include "OW_CIMProperty.hpp"
-#include "ObjectManager.hpp"
+#include "objects/ObjectManager.hpp"
 #include "providers/Providers.hpp"
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "Access.hpp"
+#include "objects/Access.hpp"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

@@ -1,5 +1,5 @@
 #include "HostTree.hpp"
-#include "Text.hpp"
+#include "system/Text.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>

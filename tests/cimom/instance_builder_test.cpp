@@ -1,5 +1,5 @@
 #include "HostTree.hpp"
-#include "InstanceBuilder.hpp"
+#include "objects/InstanceBuilder.hpp"
 
 #include <gtest/gtest.h>
 #include <stdexcept>

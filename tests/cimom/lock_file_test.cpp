@@ -1,6 +1,6 @@
-#include "LockFile.hpp"
 #include "http/ListeningSocket.hpp"
 #include "support/TempDir.hpp"
+#include "system/LockFile.hpp"
 
 #include <fcntl.h>
 #include <filesystem>

@@ -1,6 +1,6 @@
-#include "Naming.hpp"
-#include "ObjectManager.hpp"
 #include "SmbiosTable.hpp"
+#include "objects/Naming.hpp"
+#include "objects/ObjectManager.hpp"
 #include "providers/Providers.hpp"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "http/NetworkAddress.hpp"
 
-#include "Descriptor.hpp"
+#include "system/Descriptor.hpp"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "HostTree.hpp"
-#include "ObjectManager.hpp"
 #include "host/NetworkInterfaces.hpp"
+#include "objects/ObjectManager.hpp"
 #include "providers/Providers.hpp"
 
 #include <gtest/gtest.h>

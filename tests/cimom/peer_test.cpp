@@ -1,7 +1,7 @@
 #include "http/NetworkAddress.hpp"
 #include "http/Peer.hpp"
 
-#include "Descriptor.hpp"
+#include "system/Descriptor.hpp"
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>

@@ -1,10 +1,10 @@
 // Every recorded request, once more: the recorded client gets the same from our object manager as it got
 // from its own, as the client library understands both. Where ours answers otherwise, the test says why.
-#include "Naming.hpp"
 #include "RecordedSchema.hpp"
 #include "SessionRun.hpp"
 #include "Understood.hpp"
 #include "Unlogged.hpp"
+#include "objects/Naming.hpp"
 #include "openwbem/Record.hpp"
 
 #include <algorithm>

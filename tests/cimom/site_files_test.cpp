@@ -1,7 +1,7 @@
 #include "Collected.hpp"
-#include "Naming.hpp"
 #include "OW_CIMProperty.hpp"
 #include "OW_CIMValue.hpp"
+#include "objects/Naming.hpp"
 #include "site/SiteInstances.hpp"
 #include "support/TempDir.hpp"
 #include "types/ObjectData.hpp"

@@ -2,7 +2,7 @@
 #include "Collected.hpp"
 #include "Failure.hpp"
 #include "LampProvider.hpp"
-#include "Naming.hpp"
+#include "objects/Naming.hpp"
 #include "support/TempDir.hpp"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "HostTree.hpp"
-#include "ObjectManager.hpp"
-#include "Text.hpp"
+#include "objects/ObjectManager.hpp"
 #include "providers/Providers.hpp"
+#include "system/Text.hpp"
 
 #include <cstdio>
 #include <gtest/gtest.h>

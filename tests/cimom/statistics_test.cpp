@@ -1,6 +1,6 @@
 #include "HostTree.hpp"
-#include "Text.hpp"
 #include "providers/Providers.hpp"
+#include "system/Text.hpp"
 
 #include <gtest/gtest.h>
 

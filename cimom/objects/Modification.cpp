@@ -1,0 +1,76 @@
+#include "objects/Modification.hpp"
+
+#include "OW_CIMException.hpp"
+#include "objects/Naming.hpp"
+#include "system/Log.hpp"
+#include "types/Utf8.hpp"
+
+#include <set>
+#include <string>
+
+namespace cimom {
+
+using namespace OpenWBEM;
+
+namespace {
+
+bool isSame(const CIMValue& a, const CIMValue& b) {
+    return a && b ? a == b : !a && !b;
+}
+
+bool isUtf8(const std::string& text) {
+    const char* at = text.c_str();
+    while (at < text.c_str() + text.size()) {
+        const char32_t code = takeUtf8(at);
+        if (code >= malformedByte && code <= malformedByte + 0xFF)
+            return false;
+    }
+    return true;
+}
+
+/** A value as the site's values are kept: as text, which is UTF-8 as all texts of CIM are. */
+std::optional<std::string> textOf(const CIMValue& value, const PropertyDeclaration& declared) {
+    if (!value)
+        return std::nullopt;
+    const String text = value.toString();
+    std::string bytes(text.c_str(), text.length());
+    if (!isUtf8(bytes))
+        OW_THROWCIMMSG(CIMException::TYPE_MISMATCH, (std::string(declared.name) + ": not UTF-8").c_str());
+    return bytes;
+}
+
+/** One line, however many there are. */
+void logLeftOut(const std::string& names, const CIMInstance& present) {
+    if (!names.empty())
+        log("ModifyInstance " + std::string(pathOf(present).toString().c_str()) +
+            ": left out, since the class has no such property: " + names);
+}
+
+} // namespace
+
+SiteValues::Values valuesToWrite(const CIMInstance& request, const PropertyList* listed,
+                                 const CIMInstance& present, const ClassDeclaration& declaration) {
+    const std::set<CIMName> wanted =
+        listed ? std::set<CIMName>(listed->begin(), listed->end()) : std::set<CIMName>();
+    SiteValues::Values changes;
+    std::string leftOut;
+    for (const CIMProperty& property : request.getProperties()) {
+        const CIMName name = property.getName();
+        if (listed && wanted.count(name) == 0)
+            continue;
+        const PropertyDeclaration* const declared = find(declaration, name);
+        if (!declared) {
+            leftOut += (leftOut.empty() ? "\"" : ", \"") + std::string(name.toString().c_str()) + "\"";
+            continue;
+        }
+        const CIMValue value = converted(property.getValue(), *declared);
+        if (declared->role == Role::site)
+            changes[declared->name] = textOf(value, *declared);
+        else if (!isSame(value, present.getPropertyValue(name)))
+            OW_THROWCIMMSG(CIMException::NOT_SUPPORTED, declared->name);
+    }
+    logLeftOut(leftOut, present);
+    return changes;
+}
+
+} // namespace cimom

@@ -1,0 +1,53 @@
+#include "system/Text.hpp"
+
+#include <algorithm>
+
+namespace cimom {
+namespace {
+
+const char* const blanks = " \t\r\n";
+
+std::vector<std::string_view> split(std::string_view text, const char* separators) {
+    std::vector<std::string_view> parts;
+    std::size_t begin = text.find_first_not_of(separators);
+    while (begin != std::string_view::npos) {
+        const std::size_t end = std::min(text.find_first_of(separators, begin), text.size());
+        parts.push_back(text.substr(begin, end - begin));
+        begin = text.find_first_not_of(separators, end);
+    }
+    return parts;
+}
+
+bool isControl(char c) {
+    return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
+}
+
+} // namespace
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(blanks);
+    if (begin == std::string_view::npos)
+        return {};
+    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+}
+
+std::vector<std::string_view> lines(std::string_view text) {
+    return split(text, "\n");
+}
+
+std::vector<std::string_view> words(std::string_view line) {
+    return split(line, blanks);
+}
+
+bool holdsControls(std::string_view text) {
+    return std::any_of(text.begin(), text.end(), isControl);
+}
+
+std::string onOneLine(std::string text) {
+    const std::size_t longest = 1024;
+    text.resize(std::min(text.size(), longest));
+    std::replace_if(text.begin(), text.end(), isControl, ' ');
+    return text;
+}
+
+} // namespace cimom
