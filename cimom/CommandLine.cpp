@@ -3,6 +3,7 @@
 #include "system/Text.hpp"
 
 #include <CLI/CLI.hpp>
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
 #include <optional>
@@ -94,6 +95,13 @@ void addLimits(CLI::App& app, Options& options, Texts& texts) {
         ->capture_default_str();
 }
 
+/** What all clients may send at the same time must leave room in the memory of a 32-bit process. */
+void checkTogether(const Limits& limits) {
+    const std::uint64_t most = 1024ULL * 1024 * 1024;
+    if (limits.connections * limits.body > most)
+        throw CLI::ValidationError("--max-connections times --max-body is more than 1 GiB");
+}
+
 void convert(const Texts& texts, Options& options) {
     options.socketMode = *fileMode(texts.socketMode);
     for (const std::string& address : texts.listen)
@@ -112,6 +120,7 @@ Options readCommandLine(int argc, char** argv) {
     addSockets(app, options, texts);
     addFiles(app, options);
     addLimits(app, options, texts);
+    app.final_callback([&options] { checkTogether(options.limits); });
     app.add_flag("--verbose", options.isVerbose, "Log every request");
     app.set_version_flag("--version", "owbcimomd " OWBCIMOMD_VERSION);
     try {

@@ -18,7 +18,7 @@
 #include <boost/asio/signal_set.hpp>
 #include <csignal>
 #include <exception>
-#include <iostream>
+#include <malloc.h>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -44,7 +44,7 @@ void withoutExceptions(Run run) {
             run();
             isDone = true;
         } catch (const std::exception& e) {
-            log(std::string("connection closed: ") + e.what());
+            logWithoutMemory("connection closed", e.what());
         }
     }
 }
@@ -70,7 +70,7 @@ public:
         m_socket.emplace(m_options.socket, m_options.socketMode);
         m_server.listen(m_socket->duplicate(), AF_UNIX);
         const std::string places = m_options.socket + listenOnNetwork();
-        std::cerr << "owbcimomd: ready on " << places << std::endl;
+        log("ready on " + places);
         notifyServiceManager("READY=1");
         withoutExceptions([this] { m_io.run(); });
         finish();
@@ -99,12 +99,13 @@ private:
         return context;
     }
 
-    /** The site's files, all or none of them. */
+    /** Reads the site's files, all or none of them. */
     void readFiles() {
         Users users = m_options.users.empty() ? Users() : readUsers(m_options.users);
         if (!m_options.instances.empty())
             m_manager.setSiteInstances(SiteInstances(m_options.instances, m_manager.declarations()));
         m_users = std::move(users);
+        m_server.forgetLogins();
     }
 
     void awaitReload() {
@@ -118,6 +119,7 @@ private:
             } catch (const std::exception& e) {
                 log(std::string("the site's files stay as they were: ") + e.what());
             }
+            ::malloc_trim(0); // of what was read and what it has replaced
         });
     }
 

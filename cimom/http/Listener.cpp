@@ -22,6 +22,9 @@ void prepare(int socket) {
     // The pieces of a reply go out at once; fails on a Unix-domain socket, which knows no delay.
     const int yes = 1;
     ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
+    // Else the kernel would keep megabytes for a client that does not read.
+    const int bytes = 2 * ReplyStream::pieceSize;
+    ::setsockopt(socket, SOL_SOCKET, SO_SNDBUF, &bytes, sizeof bytes);
 }
 
 } // namespace
@@ -31,6 +34,7 @@ Listener::Listener(asio::io_context& io, int socket, int family,
     : m_acceptor(io, asio::generic::stream_protocol(family, 0), socket)
     , m_pause(io)
     , m_onConnection(std::move(onConnection)) {
+    m_acceptor.non_blocking(true);
     accept();
 }
 
@@ -51,9 +55,26 @@ void Listener::accept() {
         }
         // First, so that an exception ends this connection only.
         accept();
-        prepare(socket.native_handle());
-        m_onConnection(std::move(socket));
+        take(std::move(socket));
+        takeOthers();
     });
+}
+
+/** Takes some of those that wait as well: the next turn may be long in coming when many are being served. */
+void Listener::takeOthers() {
+    for (int i = 0; i < 64; ++i) {
+        Session::Socket socket(m_acceptor.get_executor());
+        error_code error;
+        m_acceptor.accept(socket, error);
+        if (error)
+            return; // there are no more, or the next turn will tell
+        take(std::move(socket));
+    }
+}
+
+void Listener::take(Session::Socket socket) {
+    prepare(socket.native_handle());
+    m_onConnection(std::move(socket));
 }
 
 void Listener::retryAccept() {

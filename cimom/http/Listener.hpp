@@ -26,6 +26,8 @@ private:
     using Acceptor = boost::asio::basic_socket_acceptor<boost::asio::generic::stream_protocol>;
 
     void accept();
+    void takeOthers();
+    void take(Session::Socket socket);
     void retryAccept();
 
     Acceptor m_acceptor;

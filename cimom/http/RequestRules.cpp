@@ -51,6 +51,12 @@ std::optional<Refusal> refusalOf(const RequestParser& parser) {
         return Refusal{405, "Method not allowed", "Method not allowed by server: " + method};
     if (!parser.chunked() && !parser.content_length())
         return Refusal{411, "Length required", "No Content-Length or Transfer-Encoding was specified."};
+    const std::string coding = valueOf(parser, http::field::transfer_encoding);
+    if (!coding.empty() && !iequals(coding, "chunked"))
+        return Refusal{501, "Not implemented", "Transfer-Encoding \"" + coding + "\" is not supported."};
+    const std::string encoding = valueOf(parser, http::field::content_encoding);
+    if (!encoding.empty() && !iequals(encoding, "identity"))
+        return Refusal{406, "Not acceptable", "Content-Encoding \"" + encoding + "\" is not supported."};
     const std::string contentType = valueOf(parser, http::field::content_type);
     if (!protocolOf(contentType))
         return Refusal{415, "Unsupported media type",

@@ -30,13 +30,30 @@ void Server::listen(int socket, int family) {
                              [this](Session::Socket connection) { serve(std::move(connection)); });
 }
 
+/** Whether a session that has just begun is one of those that are served. */
+bool Server::hasPlaceFor(const Session& session) const {
+    const std::set<Session*>& all = m_context->sessions;
+    if (!session.isOnNetwork())
+        return all.size() <= m_connectionLimit;
+    // Whoever can reach a port must not shut out the agents of this host.
+    const std::size_t keptForLocal = (m_connectionLimit + 3) / 4;
+    const auto onNetwork =
+        std::count_if(all.begin(), all.end(), [](const Session* each) { return each->isOnNetwork(); });
+    return all.size() <= m_connectionLimit &&
+           static_cast<std::size_t>(onNetwork) + keptForLocal <= m_connectionLimit;
+}
+
 void Server::serve(Session::Socket socket) {
-    const bool isOneTooMany = m_context->sessions.size() >= m_connectionLimit;
     const auto session = std::make_shared<Session>(std::move(socket), m_context);
-    if (isOneTooMany)
-        session->refuse({503, "Service unavailable", "connection queue full"});
-    else
+    if (hasPlaceFor(*session))
         session->start();
+    else
+        session->refuse({503, "Service unavailable", "connection queue full"});
+}
+
+void Server::forgetLogins() {
+    for (Session* const session : m_context->sessions)
+        session->forgetLogin();
 }
 
 void Server::stop() {

@@ -25,8 +25,11 @@ public:
      * been sent. The io_context has nothing more to do for the server when that is done.
      */
     void stop();
+    /** Asks the clients that have logged in to do so again: the users may be others now. */
+    void forgetLogins();
 
 private:
+    bool hasPlaceFor(const Session& session) const;
     void serve(Session::Socket socket);
 
     boost::asio::io_context& m_io;

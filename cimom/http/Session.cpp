@@ -117,7 +117,7 @@ void Session::logIn(const std::string& authorization) {
         carryOut(m_peer.access);
         return;
     }
-    if (authorization == m_accepted) {
+    if (authorization == m_accepted) { // never empty: it holds credentials
         carryOut(Access::write);
         return;
     }
@@ -192,6 +192,10 @@ void Session::onSent() {
 void Session::refuse(const Refusal& refusal) {
     log(m_peer.name + ": refused: " + std::to_string(refusal.status) + " " + refusal.reason + ": " +
         refusal.detail);
+    sendRefusal(refusal);
+}
+
+void Session::sendRefusal(const Refusal& refusal) {
     m_isRefusing = true;
     send(refusalHead(refusal, m_isUnderstood), &Session::close);
 }
@@ -235,7 +239,12 @@ void Session::onTimeout() {
     }
     Error ignored;
     m_socket.cancel(ignored);
-    refuse({408, "Request timeout", "Timeout waiting for request."});
+    const Refusal refusal{408, "Request timeout", "Timeout waiting for request."};
+    const bool isIdle = !m_parser;
+    if (isIdle) // which is no failure
+        sendRefusal(refusal);
+    else
+        refuse(refusal);
 }
 
 void Session::close() {

@@ -65,6 +65,10 @@ public:
     void refuse(const Refusal& refusal);
     /** Closes the connection, but not before the answer that is under way has been sent. */
     void finish();
+    /** Asks the client to log in anew before its next write. */
+    void forgetLogin() { m_accepted.clear(); }
+    /** Whether the client came over the network. */
+    bool isOnNetwork() const { return m_peer.isOnNetwork; }
 
 private:
     using Error = boost::system::error_code;
@@ -87,6 +91,7 @@ private:
 
     void send(std::string bytes, void (Session::*next)());
     void onTimeout();
+    void sendRefusal(const Refusal& refusal);
     void limitTime(std::chrono::milliseconds time);
     void close();
 

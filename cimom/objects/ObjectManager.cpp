@@ -203,10 +203,16 @@ void ObjectManager::layWritten(CIMInstance& instance, const ClassDeclaration& de
 }
 
 CIMInstance ObjectManager::instanceAt(const CIMObjectPath& path, const Provider& provider) const {
-    const InstanceSource next = instancesOf(provider);
-    while (const CIMInstance instance = next()) {
-        if (pathOf(instance) == path)
-            return instance;
+    if (CIMInstance declared = m_siteInstances->find(path)) {
+        layWritten(declared, provider.declaration());
+        return declared;
+    }
+    const InstanceSource next = provider.instances();
+    while (CIMInstance live = next()) {
+        if (pathOf(live) == path) {
+            layWritten(live, provider.declaration());
+            return live;
+        }
     }
     OW_THROWCIMMSG(CIMException::NOT_FOUND, path.toString().c_str());
 }

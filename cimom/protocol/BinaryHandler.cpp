@@ -8,6 +8,7 @@
 #include "protocol/OperationNames.hpp"
 
 #include <exception>
+#include <stdexcept>
 #include <utility>
 
 namespace cimom {
@@ -126,7 +127,7 @@ private:
 void Call::carryOut() {
     const UInt32 version = m_in.u32();
     if (version < binary::lowestVersion || version > binary::version)
-        OW_THROWCIMMSG(CIMException::FAILED, "general error (Incompatible version)");
+        throw std::runtime_error("general error (Incompatible version)");
     const UInt8 operation = m_in.u8();
     const char* const name = operationName(operation);
     m_reply.title = name ? name : "unknown operation " + std::to_string(operation);

@@ -111,6 +111,9 @@ OperationReply Call::carryOut() {
         if (m_request.isExtrinsic || !xml::equalsIgnoreCase(operation.name, m_request.operation))
             continue;
         requireKnown(operation.parameters);
+        for (const char* const name :
+             {"LocalOnly", "DeepInheritance", "IncludeQualifiers", "IncludeClassOrigin"})
+            flag(name, true); // those that change nothing must be right, too
         return (this->*operation.carryOut)();
     }
     OW_THROWCIMMSG(CIMException::NOT_SUPPORTED, m_request.operation.c_str());

@@ -219,7 +219,7 @@ SiteInstances::SiteInstances(const std::string& folder, const std::vector<const 
     for (const std::string& path : filesOf(folder))
         reader.read(path);
     m_byClass = reader.all();
-    ::malloc_trim(0); // a document takes more memory than its instances, and is not needed any more
+    ::malloc_trim(0); // a document takes more memory than its instances
 }
 
 InstanceSource SiteInstances::instances(const ClassDeclaration& declaration) const {

@@ -35,12 +35,24 @@ bool isStill(int descriptor, const std::string& path) {
            opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
 }
 
+/** Whether nobody can tell, as of a file whose time is beyond what this program knows. */
+bool isUnknown(int descriptor) {
+    struct stat opened;
+    return ::fstat(descriptor, &opened) != 0;
+}
+
 } // namespace
 
 LockFile::LockFile(std::string path)
     : m_path(std::move(path))
     , m_descriptor(openLocked(m_path)) {
     while (!isStill(m_descriptor, m_path)) {
+        if (isUnknown(m_descriptor)) {
+            const int error = errno;
+            ::close(m_descriptor);
+            errno = error;
+            fail(m_path);
+        }
         ::close(m_descriptor);
         m_descriptor = openLocked(m_path);
     }

@@ -25,7 +25,7 @@ int sendTo(const std::string& name, const std::string& message) {
     const auto size = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + name.size());
     const Descriptor socket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
     const auto* const to = reinterpret_cast<const sockaddr*>(&address);
-    if (::sendto(socket.number(), message.data(), message.size(), MSG_NOSIGNAL, to, size) < 0)
+    if (::sendto(socket.number(), message.data(), message.size(), MSG_NOSIGNAL | MSG_DONTWAIT, to, size) < 0)
         return errno;
     return 0;
 }

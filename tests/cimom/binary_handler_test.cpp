@@ -206,7 +206,7 @@ TEST(BinaryHandler, TheVersionBeforeIsUnderstoodAndOthersAreNot) {
     for (const unsigned version : {0u, 3000006u, 3000009u}) {
         const OperationReply reply = replyTo(operationBody(20, version));
         EXPECT_EQ("1 general error (Incompatible version)", error(reply)) << version;
-        EXPECT_EQ(exceptionBody(1, "general error (Incompatible version)"), reply.body) << version;
+        EXPECT_EQ('\1' + text("general error (Incompatible version)"), reply.body) << version;
     }
 }
 

@@ -87,6 +87,15 @@ TEST_F(Http, OtherContentTypesAreNotSupported) {
                   with(good, "Content-Type: " + type + "\r\n", ""));
 }
 
+TEST_F(Http, EncodingsAreNotSupported) {
+    expectRefusal("HTTP/1.1 501 Not implemented: Transfer-Encoding \"gzip, chunked\" is not supported.",
+                  with(good, "Content-Length: ", "Transfer-Encoding: gzip, chunked\r\nX-Length: "));
+    expectRefusal("HTTP/1.1 406 Not acceptable: Content-Encoding \"deflate\" is not supported.",
+                  with(good, "TE: trailers", "Content-Encoding: deflate"));
+    EXPECT_EQ(200u,
+              Client(socketPath()).exchange(with(good, "TE: trailers", "Content-Encoding: Identity")).status);
+}
+
 TEST_F(Http, BlanksAndTabsAroundAContentTypeDoNotMatter) {
     const std::string type = "application/x-owbinary";
     const std::string spaced = with(good, type, "Application/X-owbinary\t ; charset=\"utf-8\"");

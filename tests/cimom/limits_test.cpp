@@ -48,6 +48,31 @@ TEST_F(LimitsTest, ConnectionsOfAllSocketsTogether) {
     EXPECT_EQ(503u, Client(socketPath()).receive().status);
 }
 
+TEST_F(LimitsTest, AQuarterOfTheConnectionsIsKeptForLocalClients) {
+    start({"--max-connections", "8", "--listen", "0"});
+    std::vector<std::unique_ptr<Client>> onNetwork;
+    for (int i = 0; i < 6; ++i) {
+        onNetwork.push_back(std::make_unique<Client>(port()));
+        EXPECT_EQ(1u, count(*onNetwork.back())) << i;
+    }
+    EXPECT_EQ(503u, Client(port()).receive().status);
+    Client first(socketPath());
+    Client second(socketPath());
+    EXPECT_EQ(1u, count(first));
+    EXPECT_EQ(1u, count(second));
+    EXPECT_EQ(503u, Client(socketPath()).receive().status);
+}
+
+TEST_F(LimitsTest, LocalClientsMayHaveAllConnections) {
+    start({"--max-connections", "4", "--listen", "0"});
+    std::vector<std::unique_ptr<Client>> local;
+    for (int i = 0; i < 4; ++i) {
+        local.push_back(std::make_unique<Client>(socketPath()));
+        EXPECT_EQ(1u, count(*local.back())) << i;
+    }
+    EXPECT_EQ(503u, Client(socketPath()).receive().status);
+}
+
 TEST_F(LimitsTest, HeadSize) {
     start({"--max-head", "512"});
     EXPECT_EQ(200u, statusOf(withHead(512)));
@@ -69,6 +94,9 @@ TEST_F(LimitsTest, IdleTime) {
     EXPECT_EQ(1u, count(client));
     EXPECT_EQ(408u, client.receive().status);
     EXPECT_TRUE(client.isClosedByPeer());
+    Client(socketPath()).exchange(httpRequest(enumerateBody("QAV_Nope")));
+    EXPECT_NE(std::string::npos, daemon().nextErrorLine().find("QAV_Nope"))
+        << "the first line: it is no failure";
 }
 
 TEST_F(LimitsTest, RequestTime) {
@@ -80,6 +108,14 @@ TEST_F(LimitsTest, RequestTime) {
     EXPECT_EQ(408u, stuck.receive().status);
     EXPECT_TRUE(stuck.isClosedByPeer());
     EXPECT_EQ(1u, count(patient)) << "who waits between requests may wait longer";
+}
+
+TEST_F(LimitsTest, AllThatClientsMaySendTogetherIsBounded) {
+    const support::ProgramResult result =
+        support::runProgram({OWBCIMOMD, "--max-connections", "1025", "--max-body", "1048576"});
+    EXPECT_EQ(2, result.exitCode);
+    EXPECT_EQ("owbcimomd: command line: --max-connections times --max-body is more than 1 GiB\n", result.err);
+    start({"--max-connections", "1024", "--max-body", "1048576"});
 }
 
 TEST_F(LimitsTest, AnUnusableOneIsAnErrorOfTheCommandLine) {

@@ -1,4 +1,5 @@
 #include "http/ListeningSocket.hpp"
+#include "support/Program.hpp"
 #include "support/TempDir.hpp"
 #include "system/LockFile.hpp"
 
@@ -31,6 +32,18 @@ TEST(LockFile, OneHolderKeepsOthersOut) {
         EXPECT_EQ(std::errc::operation_would_block, e.code());
     }
     EXPECT_TRUE(exists(folder.file("lock")));
+}
+
+TEST(LockFile, AFileWhoseTimeIsNotKnownIsReported) {
+    support::TempDir folder;
+    const std::string path = folder.write("lock", "");
+    ASSERT_EQ(0, support::runProgram({"/usr/bin/touch", "-d", "2040-01-01", path}).exitCode);
+    try {
+        const LockFile lock(path);
+    } catch (const std::system_error& e) {
+        EXPECT_EQ(std::errc::value_too_large, e.code());
+        EXPECT_EQ(0u, std::string(e.what()).find(path));
+    }
 }
 
 TEST(LockFile, TheFileGoesWithItsHolder) {

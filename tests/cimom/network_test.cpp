@@ -3,6 +3,7 @@
 #include "StartedDaemon.hpp"
 #include "binary/Request.hpp"
 
+#include <csignal>
 #include <sys/stat.h>
 
 using namespace OpenWBEM;
@@ -124,6 +125,20 @@ TEST_F(Network, ALoginHoldsForRequestsThatRepeatIt) {
     EXPECT_TRUE(isDone(client.exchange(writeRequest("you", agent))));
     EXPECT_EQ("you", contact());
     EXPECT_EQ(401u, client.exchange(writeRequest("him")).status);
+    EXPECT_EQ("you", contact());
+}
+
+TEST_F(Network, ALoginEndsWhenTheUsersAreReadAgain) {
+    startWithUsers();
+    Client client(port());
+    EXPECT_TRUE(isDone(client.exchange(writeRequest("me", agent))));
+    daemon().signal(SIGHUP);
+    EXPECT_EQ("owbcimomd: read the site's files again", daemon().nextErrorLine());
+    EXPECT_TRUE(isDone(client.exchange(writeRequest("you", agent)))) << "the user is still there";
+    folder().write("users", "# nobody\n");
+    daemon().signal(SIGHUP);
+    EXPECT_EQ("owbcimomd: read the site's files again", daemon().nextErrorLine());
+    EXPECT_EQ(401u, client.exchange(writeRequest("him", agent)).status);
     EXPECT_EQ("you", contact());
 }
 

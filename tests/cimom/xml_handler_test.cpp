@@ -277,6 +277,12 @@ TEST(XmlHandler, AFlagIsTrueOrFalse) {
               errorOf("GetClass", className("QAV_Lamp") + argument("IncludeQualifiers", "<VALUE>1</VALUE>")));
 }
 
+TEST(XmlHandler, AFlagThatChangesNothingIsTrueOrFalseToo) {
+    EXPECT_EQ(
+        "4 LocalOnly is neither true nor false",
+        errorOf("EnumerateInstances", className("QAV_Lamp") + argument("LocalOnly", "<VALUE>yes</VALUE>")));
+}
+
 TEST(XmlHandler, TheNamespaceIsThatOfTheRequest) {
     EXPECT_EQ("3 root", error(replyTo(call("EnumerateInstances", className("QAV_Lamp"),
                                            "<NAMESPACE NAME=\"root\"/>"))));
