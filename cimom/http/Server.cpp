@@ -52,8 +52,7 @@ void Server::serve(Session::Socket socket) {
 }
 
 void Server::forgetLogins() {
-    for (Session* const session : m_context->sessions)
-        session->forgetLogin();
+    ++m_context->usersVersion;
 }
 
 void Server::stop() {

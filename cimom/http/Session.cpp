@@ -117,16 +117,18 @@ void Session::logIn(const std::string& authorization) {
         carryOut(m_peer.access);
         return;
     }
-    if (authorization == m_accepted) { // never empty: it holds credentials
+    const unsigned version = m_context->usersVersion;
+    if (authorization == m_accepted && version == m_acceptedVersion) {
         carryOut(Access::write);
         return;
     }
     limitTime(m_context->limits.request);
-    m_context->checkPassword(given->user, given->password,
-                             [self = shared_from_this()](Verdict verdict) { self->onChecked(verdict); });
+    m_context->checkPassword(
+        given->user, given->password,
+        [self = shared_from_this(), version](Verdict verdict) { self->onChecked(verdict, version); });
 }
 
-void Session::onChecked(Verdict verdict) {
+void Session::onChecked(Verdict verdict, unsigned usersVersion) {
     if (m_isRefusing)
         return;
     if (verdict == Verdict::wrong) {
@@ -135,6 +137,7 @@ void Session::onChecked(Verdict verdict) {
         refuse({503, "Service unavailable", "the password could not be checked"});
     } else {
         m_accepted = m_request->authorization;
+        m_acceptedVersion = usersVersion;
         carryOut(Access::write);
     }
 }

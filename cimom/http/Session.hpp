@@ -33,6 +33,8 @@ struct SessionContext {
     Limits limits;
     /** Null when nobody may log in. */
     CheckPassword checkPassword{};
+    /** Goes up when the users have been read again, which ends all logins. */
+    unsigned usersVersion = 0;
     /** Requests that are answered well are logged, too. */
     bool isVerbose = false;
 
@@ -65,8 +67,6 @@ public:
     void refuse(const Refusal& refusal);
     /** Closes the connection, but not before the answer that is under way has been sent. */
     void finish();
-    /** Asks the client to log in anew before its next write. */
-    void forgetLogin() { m_accepted.clear(); }
     /** Whether the client came over the network. */
     bool isOnNetwork() const { return m_peer.isOnNetwork; }
 
@@ -83,7 +83,7 @@ private:
     // Answering
     void answer(std::size_t);
     void logIn(const std::string& authorization);
-    void onChecked(Verdict verdict);
+    void onChecked(Verdict verdict, unsigned usersVersion);
     void refuseLogin(const char* why);
     void carryOut(Access access);
     void sendNext();
@@ -106,6 +106,7 @@ private:
     std::string m_title;                   // of what is being answered, and for whom
     bool m_hasFailed = false;              // which has been logged
     std::string m_accepted;                // the header by which the client has logged in
+    unsigned m_acceptedVersion = 0;        // of the users that it was checked against
     std::string m_sent;                    // bytes on their way to the client, else empty
     bool m_isUnderstood = false;           // the client has sent a head that could be read
     bool m_isRefusing = false;             // nothing is read any more
