@@ -5,6 +5,7 @@
 #include "binary/ObjectWriter.hpp"
 #include "binary/Protocol.hpp"
 #include "binary/Reader.hpp"
+#include "protocol/Arguments.hpp"
 #include "protocol/OperationNames.hpp"
 
 #include <exception>
@@ -51,10 +52,6 @@ ClassDetails classDetails(Reader& in) {
     details.qualifiers = booleanArgument(in);
     details.origin = booleanArgument(in);
     return details;
-}
-
-const PropertyList* pointer(const std::optional<PropertyList>& list) {
-    return list ? &*list : nullptr;
 }
 
 /** A name as an element of an enumeration. */

@@ -2,6 +2,7 @@
 
 #include "OW_CIMClass.hpp"
 #include "OW_CIMException.hpp"
+#include "protocol/Arguments.hpp"
 #include "protocol/XmlRequest.hpp"
 #include "protocol/XmlText.hpp"
 #include "xml/Entities.hpp"
@@ -30,10 +31,6 @@ void writeClassName(std::string& out, const String& name) {
     out += "<CLASSNAME";
     appendAttribute(out, "NAME", xml::view(name));
     out += "/>";
-}
-
-const PropertyList* pointer(const std::optional<PropertyList>& list) {
-    return list ? &*list : nullptr;
 }
 
 /** One request: reads its arguments and carries it out. */
