@@ -19,10 +19,6 @@ bool isWritable() {
     return ::poll(&errors, 1, 0) == 1 && (errors.revents & POLLOUT) != 0;
 }
 
-bool isControl(char c) {
-    return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
-}
-
 unsigned long lost = 0; // lines since the last one that was written
 
 bool write(const char* line) {

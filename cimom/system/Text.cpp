@@ -18,10 +18,6 @@ std::vector<std::string_view> split(std::string_view text, const char* separator
     return parts;
 }
 
-bool isControl(char c) {
-    return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
-}
-
 } // namespace
 
 std::string_view trimmed(std::string_view text) {
@@ -37,6 +33,10 @@ std::vector<std::string_view> lines(std::string_view text) {
 
 std::vector<std::string_view> words(std::string_view line) {
     return split(line, blanks);
+}
+
+bool isControl(char c) {
+    return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
 }
 
 bool holdsControls(std::string_view text) {

@@ -17,6 +17,9 @@ std::vector<std::string_view> lines(std::string_view text);
 /** The words of a line, which blanks and tabs separate. */
 std::vector<std::string_view> words(std::string_view line);
 
+/** Whether a byte is a control character of ASCII. */
+bool isControl(char c);
+
 /** Whether there is a control character of ASCII in a text. */
 bool holdsControls(std::string_view text);
 
