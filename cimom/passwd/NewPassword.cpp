@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <csignal>
 #include <iostream>
+#include <poll.h>
 #include <stdexcept>
 #include <system_error>
 #include <termios.h>
@@ -22,12 +23,17 @@ void noteSignal(int number) {
     endedBy = number;
 }
 
-/** Has signals interrupt reads for a scope, and then do what they would have done. */
+/** Has signals arrive only in waitForInput() for a scope, end that, and then do what they would have done. */
 class SignalsNoted {
 public:
     SignalsNoted() {
         struct sigaction note {};
-        note.sa_handler = noteSignal; // without SA_RESTART
+        note.sa_handler = noteSignal;
+        sigset_t held;
+        ::sigemptyset(&held);
+        for (const int number : numbers)
+            ::sigaddset(&held, number);
+        ::sigprocmask(SIG_BLOCK, &held, &m_maskBefore);
         for (std::size_t i = 0; i < count; ++i)
             ::sigaction(numbers[i], &note, &m_before[i]);
     }
@@ -36,6 +42,14 @@ public:
             ::sigaction(numbers[i], &m_before[i], nullptr);
         if (endedBy != 0)
             std::raise(endedBy);
+        ::sigprocmask(SIG_SETMASK, &m_maskBefore, nullptr);
+    }
+    /** Waits for a byte or the end of standard input. Throws std::system_error when a signal comes instead.
+     */
+    void waitForInput() const {
+        pollfd input{STDIN_FILENO, POLLIN, 0};
+        if (::ppoll(&input, 1, nullptr, &m_maskBefore) < 0)
+            throw std::system_error(errno, std::generic_category(), "standard input");
     }
     SignalsNoted(const SignalsNoted&) = delete;
     SignalsNoted& operator=(const SignalsNoted&) = delete;
@@ -44,6 +58,7 @@ private:
     static constexpr std::size_t count = 4;
     static constexpr int numbers[count] = {SIGHUP, SIGINT, SIGQUIT, SIGTERM};
     struct sigaction m_before[count];
+    sigset_t m_maskBefore;
 };
 
 /** Does not show what is typed for a scope. */
@@ -82,16 +97,18 @@ std::string readLine() {
     }
 }
 
-std::string ask(const char* prompt) {
+// A terminal hands out whole lines, so it is enough to wait once.
+std::string ask(const char* prompt, const SignalsNoted& signals) {
     std::cerr << prompt << std::flush;
+    signals.waitForInput();
     return readLine();
 }
 
 std::string askTwice() {
     const SignalsNoted signals;
     const EchoOff hidden;
-    std::string password = ask("New password: ");
-    std::string again = ask("Once more: ");
+    std::string password = ask("New password: ", signals);
+    std::string again = ask("Once more: ", signals);
     const bool areSame = password == again;
     wipe(again);
     if (areSame)
