@@ -1,87 +1,86 @@
 // owbctl: reads and writes groups through libowb and prints them.
+#include "agent/Catalogue.hpp"
+#include "agent/Status.hpp"
+#include "agent/Trace.hpp"
+#include "arguments/Assignment.hpp"
+#include "arguments/CommandLine.hpp"
+#include "arguments/Completion.hpp"
+#include "arguments/GroupNames.hpp"
+#include "arguments/Number.hpp"
+#include "arguments/Usage.hpp"
+#include "commands/DoctorCommand.hpp"
+#include "commands/GetCommand.hpp"
+#include "commands/InstanceCommand.hpp"
+#include "commands/SetCommand.hpp"
+#include "commands/TimeCommand.hpp"
+#include "commands/WatchCommand.hpp"
+#include "formats/CsvFormat.hpp"
+#include "formats/JsonFormat.hpp"
+#include "formats/LineFormat.hpp"
+#include "formats/TableFormat.hpp"
+#include "output/Deadline.hpp"
+#include "output/Output.hpp"
+#include "output/Text.hpp"
 
-#include "CommandLine.hpp"
-#include "InstanceCommand.hpp"
-#include "JsonFormat.hpp"
-#include "Number.hpp"
-#include "Output.hpp"
-#include "SetCommand.hpp"
-#include "ShowGroups.hpp"
-#include "Status.hpp"
-#include "TableFormat.hpp"
-#include "Text.hpp"
-#include "TimeCommand.hpp"
-#include "Usage.hpp"
-
-#include <owb.h>
-
+#include <exception>
 #include <iostream>
 #include <memory>
 #include <sstream>
-#include <string>
-#include <vector>
 
 namespace owbctl {
 namespace {
 
-int refuse(const std::string& why) {
-    std::cerr << "owbctl: " << printable(why) << "\ntry 'owbctl --help'\n";
-    return exitUsage;
-}
-
-/** Ends the program as CLI11 asks for: help and version to standard output, a usage error to standard error.
- */
-int leave(const CLI::App& app, const CLI::ParseError& reason, Output& output) {
-    if (reason.get_exit_code() != 0)
-        return refuse(reason.what());
-    std::ostringstream text;
-    app.exit(reason, text, text);
-    output.write(text.str());
-    return 0;
-}
+const char* const programName = "owbctl";
 
 std::unique_ptr<Format> makeFormat(const Words& words, Output& output) {
-    if (words.json)
+    if (words.output == "json")
         return std::make_unique<JsonFormat>(output, withoutPassword(words.url));
+    if (words.output == "csv")
+        return std::make_unique<CsvFormat>(output);
+    if (words.output == "line")
+        return std::make_unique<LineFormat>(output);
     return std::make_unique<TableFormat>(output);
 }
 
-long number(const std::string& checked) {
-    return decimal(checked).value();
+std::optional<long> numberOrNone(const std::string& checked) {
+    return checked.empty() ? std::nullopt : decimal(checked);
 }
 
-void addEveryGroup(std::vector<long>& groups) {
-    for (long group = 0; group <= OWB_MAX_GROUP; ++group)
-        groups.push_back(group);
+long groupOf(const Words& words) {
+    return groupsNamed(words.group).front();
 }
 
-std::vector<long> groupsToGet(const Words& words) {
-    std::vector<long> groups;
-    for (const std::string& text : words.groups) {
-        if (text == everyGroup)
-            addEveryGroup(groups);
-        else
-            groups.push_back(number(text));
-    }
-    return groups;
+std::vector<Version> versions() {
+    return {{programName, OWBCTL_VERSION},
+            {"libowb", OWB_version(nullptr, nullptr)},
+            {"client library", OWBCTL_CLIENT_IS_BUNDLED ? "bundled" : "of the system"}};
 }
 
 InstanceQuery instanceQuery(const Words& words) {
     std::vector<long> groups =
-        words.group.empty() ? groupsOfPath(words.path) : std::vector<long>{number(words.group)};
-    return {words.path, std::move(groups), number(words.row)};
+        words.group.empty() ? groupsOfPath(words.path) : std::vector<long>{groupOf(words)};
+    return {words.path, std::move(groups), numberOrNone(words.row).value_or(0)};
 }
 
 WriteRequest writeRequest(const Words& words) {
-    const long group = number(words.group);
-    return {group, number(words.row), parseAssignments(group, words.assignments)};
+    const long group = groupOf(words);
+    return {group, decimal(words.row).value(), parseAssignments(group, words.assignments)};
 }
 
-int execute(const CLI::App& app, const Words& words, Format& format) {
-    OWB_URLSet(words.url.c_str());
+/** The trace of this command: the one asked for, and where the library's reasons are needed one in memory. */
+std::unique_ptr<Trace> makeTrace(const CLI::App& app, const Words& words) {
+    if (!words.trace.empty())
+        return std::make_unique<Trace>(words.trace);
+    return app.got_subcommand("doctor") ? std::make_unique<Trace>() : nullptr;
+}
+
+int execute(const CLI::App& app, const Words& words, const Output& output, const Trace* trace,
+            Format& format) {
     const std::string url = withoutPassword(words.url);
     if (app.got_subcommand("get"))
-        return showGroups(groupsToGet(words), readGroup, format, url);
+        return getGroups({groupsNamed(words.groups), words.properties, numberOrNone(words.row)}, format, url);
+    if (app.got_subcommand("watch"))
+        return watchGroup({groupOf(words), words.interval, numberOrNone(words.count)}, format, output, url);
     if (app.got_subcommand("instance"))
         return showInstance(instanceQuery(words), format, url);
     if (app.got_subcommand("set"))
@@ -91,25 +90,74 @@ int execute(const CLI::App& app, const Words& words, Format& format) {
         return showConversion(isDate ? convertDate(words.time) : convertInterval(words.time, words.unit),
                               format);
     }
+    if (app.got_subcommand("doctor"))
+        return showChecks(words.url, *trace, format);
     if (app.got_subcommand("processes"))
         format.writeProcesses(readProcesses());
+    else if (app.got_subcommand("version"))
+        format.writeVersions(versions());
     else
-        format.writeCatalogue();
+        format.writeCatalogue(words.groups.empty() ? everyGroup() : groupsNamed(words.groups));
     return 0;
 }
 
-int run(int argc, char** argv) {
-    Output output;
+void bound(const Words& words, const Output& output) {
+    std::ostringstream message;
+    message << "no end within " << words.timeout << " s";
+    endAfter(words.timeout, "owbctl: " + message.str() + '\n',
+             words.output == "json" ? jsonError(message.str(), exitTimeout) : std::string(), output);
+}
+
+int carryOut(const CLI::App& app, const Words& words, Output& output) {
+    const std::unique_ptr<Trace> trace = makeTrace(app, words);
+    const auto setUrl = [&words] { OWB_URLSet(words.url.c_str()); };
+    if (trace != nullptr)
+        trace->begin(setUrl);
+    else
+        setUrl();
+    if (words.timeout > 0)
+        bound(words, output);
+    return execute(app, words, output, trace.get(), *makeFormat(words, output));
+}
+
+int complete(const CLI::App& app, int argc, char** argv, Output& output) {
+    for (const std::string& word : completions(app, std::vector<std::string>(argv + 2, argv + argc)))
+        output.write(word + '\n');
+    return 0;
+}
+
+/** Says why there is no data, on standard error, and in JSON where that was asked for. */
+int fail(const std::string& why, int status, bool inJson, Output& output) {
+    std::cerr << programName << ": " << printable(why) << '\n';
+    if (status == exitUsage)
+        std::cerr << "try 'owbctl --help'\n";
+    if (inJson && !output.isBegun())
+        output.write(jsonError(why, status));
+    return status;
+}
+
+int run(int argc, char** argv, Output& output) {
     Words words;
-    CLI::App app("Reads and writes the data of a CIM object manager through libowb.", "owbctl");
+    CLI::App app("Reads and writes the data of a CIM object manager through libowb.", programName);
     describe(app, words);
+    // For the shell's completion, and so no command of the user's.
+    if (argc > 1 && std::string(argv[1]) == "complete")
+        return complete(app, argc, argv, output);
+    const bool inJson = asksForJson(argc, argv);
     try {
         parse(app, argc, argv);
-        return execute(app, words, *makeFormat(words, output));
+        return carryOut(app, words, output);
+    } catch (const CLI::Success& wanted) { // help or version
+        std::ostringstream text;
+        app.exit(wanted, text, text);
+        output.write(text.str());
+        return 0;
     } catch (const CLI::ParseError& reason) {
-        return leave(app, reason, output);
+        return fail(reason.what(), exitUsage, inJson, output);
     } catch (const UsageError& reason) {
-        return refuse(reason.what());
+        return fail(reason.what(), exitUsage, inJson, output);
+    } catch (const std::exception& reason) {
+        return fail(reason.what(), exitFailed, inJson, output);
     }
 }
 
@@ -118,8 +166,9 @@ int run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     try {
-        return owbctl::run(argc, argv);
-    } catch (const std::exception& error) {
+        owbctl::Output output;
+        return owbctl::run(argc, argv, output);
+    } catch (const std::exception& error) { // there is no standard output, or not any more
         std::cerr << "owbctl: " << error.what() << '\n';
         return owbctl::exitFailed;
     }

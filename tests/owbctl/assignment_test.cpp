@@ -1,5 +1,5 @@
-#include "Assignment.hpp"
-#include "Usage.hpp"
+#include "arguments/Assignment.hpp"
+#include "arguments/Usage.hpp"
 
 #include <gtest/gtest.h>
 

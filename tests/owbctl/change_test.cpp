@@ -1,4 +1,4 @@
-#include "Change.hpp"
+#include "agent/Change.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // CIM times as numbers, and when a zero is to be believed.
-#include "Conversion.hpp"
+#include "agent/Conversion.hpp"
 
 #include <gtest/gtest.h>
 

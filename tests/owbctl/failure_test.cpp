@@ -18,7 +18,7 @@ TEST(Failure, NobodyAtTheSocketGivesStatus15AndNamesGroupAndUrl) {
               0u)
         << result.err;
     EXPECT_NE(result.err.find("(status 5)\n"), std::string::npos);
-    EXPECT_NE(result.err.find("is owbcimomd running"), std::string::npos) << "the hint";
+    EXPECT_NE(result.err.find("'owbctl doctor' with the same URL says why"), std::string::npos);
 }
 
 TEST(Failure, AMalformedUrlGivesStatus15) {
@@ -30,17 +30,31 @@ TEST(Failure, AnErrorOfTheObjectManagerGivesStatus15) {
 }
 
 TEST(Failure, TheRestOfTheGroupsIsReadAllTheSame) {
-    const support::ProgramResult result =
-        get({support::Step::answer(cimErrorReply(5, "no such class")), instances({})}, {"4", "14"});
+    const support::Step error = support::Step::answer(cimErrorReply(5, "no such class"));
+    const support::ProgramResult result = get({error, error, instances({})}, {"4", "14"});
     EXPECT_EQ(result.exitCode, 15);
     EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n");
+}
+
+TEST(Failure, AReadIsTriedOnceMoreOnAFreshConnection) {
+    const support::ScriptedPeer peer({support::Step::answer("nonsense\r\n\r\n"), instances({})});
+    const support::ProgramResult result = owbctl({"--url", peer.url(), "get", "14"});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(peer.connections(), 2u);
+}
+
+TEST(Failure, AReadIsTriedNoMoreThanTwice) {
+    const support::ScriptedPeer peer({support::Step::answer(cimErrorReply(5, "no such class"))});
+    EXPECT_EQ(owbctl({"--url", peer.url(), "get", "14"}).exitCode, 15);
+    EXPECT_EQ(peer.requests().size(), 2u);
 }
 
 TEST(Failure, SeveralFailedGroupsHaveALineEachAndOneHint) {
     const support::ProgramResult result = owbctl({"--url", deadUrl(), "get", "4", "14"});
     EXPECT_NE(result.err.find("group 4 ("), std::string::npos);
     EXPECT_NE(result.err.find("group 14 ("), std::string::npos);
-    EXPECT_EQ(result.err.find("is owbcimomd running"), result.err.rfind("is owbcimomd running"));
+    EXPECT_EQ(result.err.find("owbctl doctor"), result.err.rfind("owbctl doctor"));
 }
 
 TEST(Failure, APasswordIsNotShown) {
@@ -52,7 +66,7 @@ TEST(Failure, APasswordIsNotShown) {
 }
 
 TEST(Failure, AFullDiskGivesStatus1AndIsTold) {
-    for (const char* const arguments : {"groups", "groups --json", "--help", "--version"}) {
+    for (const char* const arguments : {"groups", "groups -o json", "--help", "--version"}) {
         const support::ProgramResult result = shell("\"$OWBCTL\" " + std::string(arguments) + " >/dev/full");
         EXPECT_EQ(result.exitCode, 1) << arguments;
         EXPECT_EQ(result.err, "owbctl: standard output: No space left on device\n") << arguments;

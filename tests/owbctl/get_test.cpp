@@ -83,7 +83,7 @@ TEST(Get, GroupsComeInTheGivenOrderAsOftenAsTheyAreGiven) {
 }
 
 TEST(Get, AllIsEveryGroupInTheOrderOfTheirNumbers) {
-    const support::ProgramResult result = get({instances({})}, {"14", "all", "--json"});
+    const support::ProgramResult result = get({instances({})}, {"14", "all", "-ojson"});
     EXPECT_EQ(result.exitCode, 0) << result.err;
     const nlohmann::json document = nlohmann::json::parse(result.out);
     std::vector<int> numbers;
@@ -117,6 +117,46 @@ TEST(Get, LinesOfTheLibraryAboutDuplicatesGoToStandardError) {
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out, "Group 2  QAV_System  (1 row, 2 items)\nSystemName  one, two\n");
     EXPECT_NE(result.err, "");
+}
+
+TEST(Get, AClassIsEachGroupThatHasIt) {
+    const support::ProgramResult result = get({instances({})}, {"qav_operatingsystem"});
+    EXPECT_EQ(result.out, "Group 4  QAV_OperatingSystem  (0 rows, 0 items)\nno data\n\n"
+                          "Group 17  QAV_OperatingSystem  (0 rows, 0 items)\nno data\n");
+}
+
+TEST(Get, PropertiesAreChosenByNameOrNominatorInTheGroupsThatHaveThem) {
+    const support::Step system =
+        instanceOf({stringProperty("SystemName", "here"), stringProperty("PrimaryOwnerContact", "me"),
+                    stringProperty("Description", "box")});
+    EXPECT_EQ(get({system}, {"2", "14", "--property", "systemname", "0"}).out,
+              "Group 2  QAV_System  (1 row, 2 items)\n"
+              "SystemName   here\n"
+              "Description  box\n\n"
+              "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n");
+}
+
+TEST(Get, APropertyThatNoGroupHasIsRefusedBeforeAnythingIsRead) {
+    const support::ScriptedPeer peer({instances({})});
+    const support::ProgramResult result =
+        owbctl({"--url", peer.url(), "get", "14", "--property", "SystemName"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "owbctl: none of the groups has a property 'SystemName'; see 'owbctl groups'\n"
+                          "try 'owbctl --help'\n");
+    EXPECT_EQ(peer.connections(), 0u);
+}
+
+TEST(Get, ARowIsChosenByItsNumber) {
+    const support::Step two = instances({connection(80, "::1"), connection(81, "::2")});
+    EXPECT_EQ(get({two}, {"7", "--row", "1"}).out, "Group 7  QAV_TCPProtocolEndpoint  (row 1, 2 items)\n"
+                                                   "LocalAddress  ::2\n"
+                                                   "LocalPort     81\n");
+}
+
+TEST(Get, ARowThatIsNotThereGivesStatus1AndIsTold) {
+    const support::ProgramResult result = get({instances({connection(80, "::1")})}, {"7", "--row", "1"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, "owbctl: row 1: there is no such row, or it has no value\n");
 }
 
 TEST(Get, OptionsMayStandBehindTheCommandAndItsGroups) {

@@ -29,6 +29,49 @@ TEST(Groups, EachGroupHasALineWithItsClassAndItsNominators) {
     EXPECT_EQ(lines[1 + 22].substr(0, 60), "   22  QAV_UnixProcessStatisticalInformation  7=TotalCPUTime");
 }
 
+TEST(Groups, OneGroupIsShownInFull) {
+    const std::string expected = "Group 6  QAV_TCPStatisticalData  (10 properties)\n"
+                                 "Nominator  Property      Counter\n"
+                                 "        4  ActiveOpens   yes\n"
+                                 "        5  PassiveOpens  yes\n"
+                                 "        6  AttemptFails  yes\n"
+                                 "        7  EstabResets   yes\n"
+                                 "        8  CurrEstab     no\n"
+                                 "        9  InSegs        yes\n"
+                                 "       10  OutSegs       yes\n"
+                                 "       11  RetransSegs   yes\n"
+                                 "       12  InErrs        yes\n"
+                                 "       13  OutRsts       yes\n"
+                                 "Keys of a write: none\n";
+    EXPECT_EQ(owbctl({"groups", "6"}).out, expected);
+    EXPECT_EQ(owbctl({"groups", "qav_tcpSTATISTICALdata"}).out, expected);
+}
+
+TEST(Groups, SeveralGroupsAreShownOneAfterTheOther) {
+    EXPECT_EQ(owbctl({"groups", "1", "25"}).out, "Group 1  QAV_System  (1 property)\n"
+                                                 "Nominator  Property        Counter\n"
+                                                 "        0  LastChangeTime  no\n"
+                                                 "Keys of a write: none\n"
+                                                 "\n"
+                                                 "Group 25  HR_NETWORK  (2 properties)\n"
+                                                 "Nominator  Property           Counter\n"
+                                                 "        0  _HR_NETWORK_INDEX  no\n"
+                                                 "        1  _HR_DEVICE_INDEX   no\n"
+                                                 "Keys of a write: none\n");
+    EXPECT_NE(owbctl({"groups", "2"}).out.find("\nKeys of a write: Name, CreationClassName\n"),
+              std::string::npos);
+}
+
+TEST(Groups, ALineOrARecordIsOneNominator) {
+    EXPECT_EQ(owbctl({"groups", "25", "-o", "line"}).out, "25 HR_NETWORK._HR_NETWORK_INDEX = 0\n"
+                                                          "25 HR_NETWORK._HR_DEVICE_INDEX = 1\n");
+    EXPECT_EQ(owbctl({"groups", "14", "-o", "csv"}).out, "group,class,nominator,property,counter\n"
+                                                         "14,QAV_UDPStatisticalData,0,InDatagrams,yes\n"
+                                                         "14,QAV_UDPStatisticalData,1,NoPorts,yes\n"
+                                                         "14,QAV_UDPStatisticalData,2,InErrors,yes\n"
+                                                         "14,QAV_UDPStatisticalData,3,OutDatagrams,yes\n");
+}
+
 TEST(Groups, AnObjectManagerIsNotAsked) {
     EXPECT_EQ(owbctl({"groups", "--url", deadUrl()}).exitCode, 0);
 }
@@ -50,16 +93,18 @@ TEST(Groups, LinesAreWrappedToTheWidthOfATerminal) {
 }
 
 TEST(Groups, TheJsonDocumentHoldsEveryGroup) {
-    const support::ProgramResult result = owbctl({"--json", "groups"});
+    const support::ProgramResult result = owbctl({"-ojson", "groups"});
     ASSERT_EQ(result.exitCode, 0);
     const nlohmann::json document = nlohmann::json::parse(result.out);
     EXPECT_EQ(document.at("format_version"), 1);
     ASSERT_EQ(document.at("groups").size(), 31u);
     EXPECT_EQ(document["groups"][12], nlohmann::json::parse(R"({
-        "group": 12, "class": "QAV_IPProtocolEndpoint", "properties": [
-            {"nominator": 0, "name": "Forwarding"},
-            {"nominator": 1, "name": "DefaultTTL"},
-            {"nominator": 12, "name": "ReassemblyTimeout"}]})"));
+        "group": 12, "class": "QAV_IPProtocolEndpoint", "keys": [], "properties": [
+            {"nominator": 0, "name": "Forwarding", "counter": false},
+            {"nominator": 1, "name": "DefaultTTL", "counter": false},
+            {"nominator": 12, "name": "ReassemblyTimeout", "counter": false}]})"));
+    EXPECT_EQ(document["groups"][2]["keys"], nlohmann::json::array({"Name", "CreationClassName"}));
+    EXPECT_EQ(document["groups"][6]["properties"][0]["counter"], true);
 }
 
 } // namespace

@@ -22,9 +22,7 @@ const std::string pathHint =
     "owbctl: the path may be malformed, or the object manager may not have the instance: the library does "
     "not tell\n";
 const std::string hints =
-    "owbctl: is owbcimomd running, and does --url name its socket?\n"
-    "        For the cause: echo /tmp/owb.log >vdxDebug, run this again, read /tmp/owb.log\n" +
-    pathHint;
+    "        'owbctl doctor' with the same URL says why; --trace - shows what the library did\n" + pathHint;
 
 // An answer without an instance, in CIM-XML, to the message of the given number.
 support::Step nothing(const std::string& message) {
@@ -74,7 +72,7 @@ TEST(Instance, AGivenGroupIsTheOnlyOneWhateverTheClass) {
 TEST(Instance, TheRowIsZero) {
     const support::ScriptedPeer peer({found(someProperties())});
     const support::ProgramResult result =
-        owbctl({"--json", "--url", peer.url(), "instance", "QAV_System.Name=\"x\"", "--group", "2"});
+        owbctl({"-ojson", "--url", peer.url(), "instance", "QAV_System.Name=\"x\"", "--group", "2"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out, R"({
   "format_version": 1,
@@ -108,7 +106,7 @@ TEST(Instance, TheRowIsZero) {
 TEST(Instance, TheRowIsTheOneGiven) {
     const support::ProgramResult result =
         owbctlAt({found(someProperties())},
-                 {"--json", "instance", "QAV_System.Name=\"x\"", "--group", "2", "--row", "2147483647"});
+                 {"-ojson", "instance", "QAV_System.Name=\"x\"", "--group", "2", "--row", "2147483647"});
     EXPECT_EQ(nlohmann::json::parse(result.out)["groups"][0]["rows"][0]["row"], 2147483647);
 }
 
@@ -158,7 +156,7 @@ TEST(Instance, AMalformedPathFailsLikeAnUnknownInstance) {
 TEST(Instance, AFailureStandsInTheJsonDocumentToo) {
     const support::ProgramResult result =
         owbctlAt({support::Step::answer(cimErrorReply(6, "no such instance"))},
-                 {"--json", "instance", "QAV_K70Chassis.Tag=\"x\""});
+                 {"-ojson", "instance", "QAV_K70Chassis.Tag=\"x\""});
     EXPECT_EQ(result.exitCode, 15);
     const nlohmann::json groups = nlohmann::json::parse(result.out)["groups"];
     ASSERT_EQ(groups.size(), 1u);

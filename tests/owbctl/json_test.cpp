@@ -1,4 +1,4 @@
-// `owbctl get --json`: the document.
+// `owbctl get -o json`: the document.
 #include "Owbctl.hpp"
 
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ TEST(Json, TheDocumentHoldsUrlGroupsRowsAndValues) {
                              {stringProperty("Model", "M1"),
                               arrayProperty("OtherIdentifyingInfo", STRING, {text("one"), text("two")})}),
                     instance("QAV_K70Chassis", {property("Version", UINT32, bigEndian(3, 4))})})});
-    const support::ProgramResult result = owbctl({"--json", "--url", peer.url(), "get", "0"});
+    const support::ProgramResult result = owbctl({"-ojson", "--url", peer.url(), "get", "0"});
     EXPECT_EQ(result.exitCode, 0);
     json expected = json::parse(R"({"format_version": 1, "groups": [
         {"group": 0, "class": "QAV_K70Chassis", "status": 0, "error": null, "rows": [
@@ -30,20 +30,20 @@ TEST(Json, TheDocumentHoldsUrlGroupsRowsAndValues) {
 }
 
 TEST(Json, AGroupWithoutRowsHasAnEmptyArray) {
-    const support::ProgramResult result = get({instances({})}, {"14", "--json"});
+    const support::ProgramResult result = get({instances({})}, {"14", "-ojson"});
     EXPECT_EQ(json::parse(result.out)["groups"][0]["rows"], json::array());
 }
 
 TEST(Json, ControlCharactersOfAValueAreKept) {
     const std::string value = "a\nb\x1b[31m\"\\";
     const support::ProgramResult result =
-        get({instanceOf({stringProperty("SystemName", value)})}, {"2", "--json"});
+        get({instanceOf({stringProperty("SystemName", value)})}, {"2", "-ojson"});
     EXPECT_EQ(json::parse(result.out)["groups"][0]["rows"][0]["properties"][0]["values"][0], value);
 }
 
 TEST(Json, BytesThatAreNotUtf8AreReplaced) {
     const support::ProgramResult result =
-        get({instanceOf({stringProperty("SystemName", "a\xff z\xc3\xa4")})}, {"2", "--json"});
+        get({instanceOf({stringProperty("SystemName", "a\xff z\xc3\xa4")})}, {"2", "-ojson"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(json::parse(result.out)["groups"][0]["rows"][0]["properties"][0]["values"][0],
               "a\xef\xbf\xbd z\xc3\xa4");
@@ -52,14 +52,14 @@ TEST(Json, BytesThatAreNotUtf8AreReplaced) {
 TEST(Json, LinesOfTheLibraryAboutDuplicatesDoNotSpoilTheDocument) {
     const support::ProgramResult result =
         get({instanceOf({stringProperty("SystemName", "one"), stringProperty("SystemName", "two")})},
-            {"2", "--json"});
+            {"2", "-ojson"});
     EXPECT_EQ(json::parse(result.out)["groups"][0]["rows"][0]["properties"][0]["values"],
               json::array({"one", "two"}));
 }
 
 TEST(Json, AFailedReadStandsInTheDocumentToo) {
-    const support::ProgramResult result =
-        get({support::Step::answer(cimErrorReply(5, "no such class")), instances({})}, {"2", "14", "--json"});
+    const support::Step error = support::Step::answer(cimErrorReply(5, "no such class"));
+    const support::ProgramResult result = get({error, error, instances({})}, {"2", "14", "-ojson"});
     EXPECT_EQ(result.exitCode, 15);
     const json groups = json::parse(result.out)["groups"];
     ASSERT_EQ(groups.size(), 2u);
@@ -69,6 +69,25 @@ TEST(Json, AFailedReadStandsInTheDocumentToo) {
     EXPECT_EQ(groups[1]["status"], 0);
     EXPECT_TRUE(groups[1]["error"].is_null());
     EXPECT_NE(result.err.find("group 2 (QAV_System)"), std::string::npos);
+}
+
+TEST(Json, ACommandThatComesToNothingIsADocumentOfItsReason) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"get", "99", "-o", "json"},
+          {"-ojson", "fetch"},
+          {"--output=json"},
+          {"--output", "json", "get", "2", "--property", "nothing"}}) {
+        const support::ProgramResult result = owbctl(arguments);
+        EXPECT_EQ(result.exitCode, 2);
+        const json document = json::parse(result.out);
+        EXPECT_EQ(document.at("format_version"), 1);
+        EXPECT_EQ(document.at("exit_status"), 2);
+        EXPECT_EQ(result.err,
+                  "owbctl: " + document.at("error").get<std::string>() + "\ntry 'owbctl --help'\n");
+    }
+    const support::ProgramResult result = owbctl({"-ojson", "--trace", "/nowhere/log", "groups"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(json::parse(result.out).at("error"), "/nowhere/log: No such file or directory");
 }
 
 } // namespace

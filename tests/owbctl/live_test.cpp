@@ -22,7 +22,7 @@ protected:
     }
 
     json rowsOf(const std::string& group) const {
-        const support::ProgramResult result = run({"--json", "get", group});
+        const support::ProgramResult result = run({"-ojson", "get", group});
         EXPECT_EQ(result.exitCode, 0) << result.err;
         return json::parse(result.out)["groups"][0]["rows"];
     }
@@ -86,7 +86,7 @@ TEST_F(Live, AValueThatTheObjectManagerRefusesIsToldAndNothingIsWritten) {
 TEST_F(Live, AnInstanceIsReadByItsPath) {
     const std::string name = valueOf(rowsOf("2")[0], "SystemName");
     const support::ProgramResult result =
-        run({"--json", "instance", "QAV_System.Name=\"" + name + "\",CreationClassName=\"QAV_System\""});
+        run({"-ojson", "instance", "QAV_System.Name=\"" + name + "\",CreationClassName=\"QAV_System\""});
     EXPECT_EQ(result.exitCode, 0) << result.err;
     const json groups = json::parse(result.out)["groups"];
     ASSERT_EQ(groups.size(), 2u) << "both groups of the class";

@@ -1,4 +1,4 @@
-#include "Number.hpp"
+#include "arguments/Number.hpp"
 
 #include <gtest/gtest.h>
 

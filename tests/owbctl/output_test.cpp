@@ -1,4 +1,4 @@
-#include "Output.hpp"
+#include "output/Output.hpp"
 #include "support/Child.hpp"
 
 #include <gtest/gtest.h>

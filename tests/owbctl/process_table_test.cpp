@@ -1,4 +1,4 @@
-#include "ProcessTable.hpp"
+#include "formats/ProcessTable.hpp"
 
 #include <gtest/gtest.h>
 
@@ -14,11 +14,10 @@ ProcessStatistics small() {
 }
 
 TEST(ProcessTable, AProcessIsALineOfWordsTimesAndSizes) {
-    EXPECT_EQ(
-        processTable({{"1", sleeping(), small()}, {"4711", sleeping(), small()}}).text(),
-        "Handle  State  Kind         CPU time  Text kB  Data kB  Stack kB  Name  Program and parameters\n"
-        "     1  ready  application  00:00:07     2368      948       132  bash  /usr/bin/bash -c echo\n"
-        "  4711  ready  application  00:00:07     2368      948       132  bash  /usr/bin/bash -c echo\n");
+    EXPECT_EQ(processTable({{"1", sleeping(), small()}, {"4711", sleeping(), small()}}).text(),
+              "Handle  State  Kind  CPU time  Text  Data  Stack  Command\n"
+              "     1  ready  app   00:00:07  2368   948    132  /usr/bin/bash -c echo\n"
+              "  4711  ready  app   00:00:07  2368   948    132  /usr/bin/bash -c echo\n");
 }
 
 // One cell of a table of one process.
@@ -53,7 +52,7 @@ TEST(ProcessTable, KindsAreWords) {
     };
     EXPECT_EQ(kind("2"), "system");
     EXPECT_EQ(kind("3"), "driver");
-    EXPECT_EQ(kind("4"), "application");
+    EXPECT_EQ(kind("4"), "app");
 }
 
 TEST(ProcessTable, DaysStandBeforeTheTime) {
@@ -69,22 +68,22 @@ TEST(ProcessTable, DaysStandBeforeTheTime) {
 }
 
 TEST(ProcessTable, WhatOneReadingLacksIsADash) {
-    EXPECT_EQ(
-        processTable({{"1", sleeping(), std::nullopt}, {"2", std::nullopt, small()}}).text(),
-        "Handle  State  Kind         CPU time  Text kB  Data kB  Stack kB  Name  Program and parameters\n"
-        "     1  ready  application  -               -        -         -  bash  /usr/bin/bash -c echo\n"
-        "     2  -      -            00:00:07     2368      948       132  -     -\n");
+    EXPECT_EQ(processTable({{"1", sleeping(), std::nullopt}, {"2", std::nullopt, small()}}).text(),
+              "Handle  State  Kind  CPU time  Text  Data  Stack  Command\n"
+              "     1  ready  app   -            -     -      -  /usr/bin/bash -c echo\n"
+              "     2  -      -     00:00:07  2368   948    132  -\n");
 }
 
-TEST(ProcessTable, AKernelThreadHasNoProgram) {
+TEST(ProcessTable, AKernelThreadIsItsNameInBrackets) {
     const ProcessInformation thread = {"kthreadd", "", {}, "4", "2"};
-    EXPECT_EQ(cell({"2", thread, small()}, "Program"), "-\n");
+    EXPECT_EQ(cell({"2", thread, small()}, "Command"), "[kthreadd]\n");
 }
 
 TEST(ProcessTable, ControlCharactersAreShownAsTheyAreEscaped) {
     const ProcessInformation odd = {"a\nb", "/bin/\x1b[31m", {"c\td"}, "4", "2"};
-    EXPECT_EQ(cell({"2", odd, small()}, "Program"), "/bin/\\x1b[31m c\\td\n");
-    EXPECT_EQ(cell({"2", odd, small()}, "Name"), "a\\nb");
+    EXPECT_EQ(cell({"2", odd, small()}, "Command"), "/bin/\\x1b[31m c\\td\n");
+    const ProcessInformation thread = {"a\nb", "", {}, "4", "2"};
+    EXPECT_EQ(cell({"2", thread, small()}, "Command"), "[a\\nb]\n");
 }
 
 } // namespace

@@ -49,7 +49,7 @@ json processWith(const json& document, const std::string& handle) {
 
 TEST(Processes, EachIsInTheJsonDocumentWithBothParts) {
     const Sleeper stopped;
-    const support::ProgramResult result = owbctl({"processes", "--json"});
+    const support::ProgramResult result = owbctl({"processes", "-ojson"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
     const json document = json::parse(result.out);

@@ -24,8 +24,7 @@ support::ProgramResult set(const std::vector<support::Step>& answers,
 const char* const clearedWhy =
     "        Some object managers replace the whole instance on a write and clear what it does not carry.\n"
     "        To keep a value, name it in the same command.\n";
-const char* const traceHint =
-    "        For the cause: echo /tmp/owb.log >vdxDebug, run this again, read /tmp/owb.log\n";
+const char* const traceHint = "        The same command with --trace - shows the object manager's reason\n";
 
 TEST(Set, APropertyThatTookItsValueIsShownBeforeAndAfter) {
     const support::ProgramResult result =
@@ -172,7 +171,7 @@ TEST(Set, TheJsonDocumentHoldsTheChanges) {
     const support::ScriptedPeer peer(
         writeOf(chassis("1", {text("a"), text("b")}), chassis("2", {text("c")})));
     const support::ProgramResult result =
-        owbctl({"--json", "--url", peer.url(), "set", "0", "0", "OtherIdentifyingInfo=c"});
+        owbctl({"-ojson", "--url", peer.url(), "set", "0", "0", "OtherIdentifyingInfo=c"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, R"({
@@ -219,7 +218,7 @@ TEST(Set, TheJsonDocumentNamesWhatWasNotTakenAndWhatWasCleared) {
         systemOf("old", "here"),
         instanceOf({stringProperty("SystemName", "host"), stringProperty("InstalledLocation", "x")})));
     const support::ProgramResult result =
-        owbctl({"--url", peer.url(), "set", "2", "0", "SystemName=new", "5=x", "--json"});
+        owbctl({"--url", peer.url(), "set", "2", "0", "SystemName=new", "5=x", "-ojson"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err,
               std::string("owbctl: SystemName was not taken: asked for 'new', there is 'host'\n") +

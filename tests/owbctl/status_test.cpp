@@ -1,4 +1,4 @@
-#include "Status.hpp"
+#include "agent/Status.hpp"
 
 #include <gtest/gtest.h>
 #include <owb.h>

@@ -1,6 +1,6 @@
 // What no answer over the wire brings about: tables of reads that failed half-way.
-#include "Catalogue.hpp"
-#include "TableFormat.hpp"
+#include "agent/Catalogue.hpp"
+#include "formats/TableFormat.hpp"
 
 #include "support/Child.hpp"
 #include "support/TempDir.hpp"

@@ -1,4 +1,4 @@
-#include "Text.hpp"
+#include "output/Text.hpp"
 
 #include <gtest/gtest.h>
 
@@ -24,6 +24,23 @@ TEST(Printable, ControlCharactersOfBothSetsAreEscaped) {
     using namespace std::string_literals;
     EXPECT_EQ(printable("\0\n\t\r\x1b\x1f\x7f"s), "\\x00\\n\\t\\r\\x1b\\x1f\\x7f");
     EXPECT_EQ(printable("\xc2\x80\xc2\x9f\xc2\xa0"), "\\xc2\\x80\\xc2\\x9f\xc2\xa0");
+}
+
+TEST(ValidUtf8, EachSequenceThatIsNoneIsReplaced) {
+    EXPECT_EQ(validUtf8("a\x01\xc3\xa4"), "a\x01\xc3\xa4");
+    EXPECT_EQ(validUtf8("\xff\xe2\x82z"), "\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbdz");
+}
+
+TEST(Cut, AMarkStandsForWhatIsMissing) {
+    EXPECT_EQ(cut("abcd", 4), "abcd");
+    EXPECT_EQ(cut("abcd", 3), "ab\xe2\x80\xa6");
+    EXPECT_EQ(cut("\xc3\xa4\xc3\xb6\xc3\xbc", 2), "\xc3\xa4\xe2\x80\xa6");
+    EXPECT_EQ(cut("abcd", 1), "\xe2\x80\xa6");
+    EXPECT_EQ(cut("abcd", 0), "");
+}
+
+TEST(Utc, AMomentIsWrittenAsInternetTime) {
+    EXPECT_EQ(utc(1767323045), "2026-01-02T03:04:05Z");
 }
 
 TEST(Width, CountsCharacters) {

@@ -54,7 +54,7 @@ TEST(Time, ATextThatIsNoIntervalGivesStatus1AndNoNumber) {
 
 TEST(Time, TheJsonDocumentHoldsTextUnitAndValue) {
     const support::ProgramResult result =
-        owbctl({"time", "interval", "00000000000000.000000:000", "--unit", "ms", "--json"});
+        owbctl({"time", "interval", "00000000000000.000000:000", "--unit", "ms", "-ojson"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, R"({
@@ -68,7 +68,7 @@ TEST(Time, TheJsonDocumentHoldsTextUnitAndValue) {
 }
 
 TEST(Time, AFailureStandsInTheJsonDocumentToo) {
-    const support::ProgramResult result = owbctl({"--json", "time", "epoch", ""});
+    const support::ProgramResult result = owbctl({"-ojson", "time", "epoch", ""});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, "owbctl: '': no date from 1970 to 2038-01-19 03:14:07 UTC\n");
     EXPECT_EQ(result.out, R"({

@@ -2,6 +2,7 @@
 #include "Owbctl.hpp"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 namespace owbctl_test {
 namespace {
@@ -16,13 +17,13 @@ void expectUsageError(const std::vector<std::string>& arguments) {
 
 TEST(Usage, ACommandIsNeeded) {
     expectUsageError({});
-    expectUsageError({"--json"});
+    expectUsageError({"-o", "csv"});
 }
 
 TEST(Usage, UnknownWordsAreRefused) {
     expectUsageError({"fetch"});
     expectUsageError({"--bogus"});
-    expectUsageError({"groups", "4"});
+    expectUsageError({"groups", "4", "nothing"});
     expectUsageError({"get", "4", "groups"});
 }
 
@@ -37,7 +38,7 @@ TEST(Usage, AUrlNeedsItsText) {
     expectUsageError({"get", "4", "--url", ""});
 }
 
-TEST(Usage, AGroupIsADecimalNumberUpTo30) {
+TEST(Usage, AGroupIsADecimalNumberUpTo30OrAClass) {
     for (const char* const group :
          {"31", "-1", "+4", "4x", "x", "0x4", "4.0", "4,5", "", " 4", "18446744073709551620"}) {
         SCOPED_TRACE(group);
@@ -45,12 +46,38 @@ TEST(Usage, AGroupIsADecimalNumberUpTo30) {
     }
 }
 
+TEST(Usage, OneGroupIsOneNumberOrTheClassOfOneGroup) {
+    expectUsageError({"watch", "all"});
+    expectUsageError({"watch", "4", "5"});
+    const support::ProgramResult result = owbctl({"set", "QAV_OperatingSystem", "0", "NumberOfUsers=1"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "owbctl: GROUP: 'QAV_OperatingSystem' is several groups, give one of 4, 17\n"
+                          "try 'owbctl --help'\n");
+}
+
+TEST(Usage, NumbersAreInTheirRanges) {
+    expectUsageError({"watch", "4", "--interval", "0.05"});
+    expectUsageError({"watch", "4", "--interval", "1e9"});
+    expectUsageError({"watch", "4", "--interval", "soon"});
+    expectUsageError({"watch", "4", "--count", "0"});
+    expectUsageError({"watch", "4", "--count", "-1"});
+    expectUsageError({"--timeout", "0", "groups"});
+    expectUsageError({"get", "4", "--row", "-1"});
+}
+
+TEST(Usage, AFormIsOneOfFour) {
+    expectUsageError({"-o", "xml", "groups"});
+    expectUsageError({"-o", "", "groups"});
+}
+
 TEST(Usage, HelpGoesToStandardOutputAndListsTheExitStatuses) {
     const support::ProgramResult result = owbctl({"--help"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
-    for (const char* const text : {"groups", "get", "instance", "set", "time", "--url", "--json", "\n  12  ",
-                                   "\n  13  ", "\n  14  ", "\n  15  "})
+    for (const char* const text :
+         {"groups",   "get",      "watch",    "instance", "set",       "processes", "time",
+          "doctor",   "version",  "--url",    "--output", "--timeout", "--trace",   "\n   0  ",
+          "\n   1  ", "\n   2  ", "\n  12  ", "\n  13  ", "\n  14  ",  "\n  15  ",  "\n 124  "})
         EXPECT_NE(result.out.find(text), std::string::npos) << text;
 }
 
@@ -64,6 +91,23 @@ TEST(Usage, VersionIsTheLibrarysAndGoesToStandardOutput) {
     const support::ProgramResult result = owbctl({"--version"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out, "owbctl v1.12\n");
+}
+
+TEST(Usage, TheCommandVersionNamesEachComponent) {
+    EXPECT_EQ(owbctl({"version", "-o", "line"}).out.find("owbctl = 1."), 0u);
+    const std::string table = owbctl({"version"}).out;
+    EXPECT_NE(table.find("\nlibowb v1.12\nclient library bundled\n"), std::string::npos) << table;
+    EXPECT_EQ(owbctl({"version", "-o", "csv"}).out.rfind("name,version\nowbctl,1.", 0), 0u);
+    EXPECT_EQ(nlohmann::json::parse(owbctl({"version", "-o", "json"}).out)["versions"][1],
+              nlohmann::json::parse(R"({"name": "libowb", "version": "v1.12"})"));
+}
+
+TEST(Usage, TheUrlOfTheEnvironmentIsTakenUnlessAnotherIsGiven) {
+    const support::ScriptedPeer peer({instances({})});
+    EXPECT_EQ(shell("OWB_URL=" + peer.url() + " \"$OWBCTL\" get 14").exitCode, 0);
+    EXPECT_EQ(shell("OWB_URL=" + peer.url() + " \"$OWBCTL\" get 14 --url " + deadUrl()).exitCode, 15);
+    EXPECT_NE(shell("OWB_URL= \"$OWBCTL\" doctor").out.find("%2ftmp%2fOpenWBEM_UDS: "), std::string::npos)
+        << "an empty one is none";
 }
 
 TEST(Usage, AMessageShowsControlCharactersEscaped) {

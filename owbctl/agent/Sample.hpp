@@ -1,0 +1,48 @@
+#ifndef OWBCTL_AGENT_SAMPLE_HPP
+#define OWBCTL_AGENT_SAMPLE_HPP
+
+#include "agent/Group.hpp"
+
+#include <ctime>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace owbctl {
+
+/** A property in a row of a sample, beside what it was in the reading before. */
+struct Sampled {
+    Property property;
+    /** Whether the reading before had other values, or none. False in the first one. */
+    bool isChanged;
+    /** Of a counter whose growth is known. */
+    std::optional<double> perSecond;
+};
+
+/** One instance in a sample. Rows are compared by their number. */
+struct SampledRow {
+    long number;
+    std::vector<Sampled> properties;
+};
+
+/** One of several readings of a group. */
+struct Sample {
+    /** From 1. */
+    long number;
+    std::time_t time;
+    /** Of the group; without its rows, which are below. */
+    Group group;
+    std::vector<SampledRow> rows;
+};
+
+/** A reading that was made at a moment of a steady clock, in seconds. */
+struct Reading {
+    Group group;
+    double moment;
+};
+
+/** The rows of `now` beside those of `before`; null when there is nothing to compare with. */
+std::vector<SampledRow> compare(const Reading& now, const Reading* before);
+
+} // namespace owbctl
+#endif

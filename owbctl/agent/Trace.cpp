@@ -1,0 +1,97 @@
+#include "agent/Trace.hpp"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sys/mman.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace owbctl {
+namespace {
+
+int checked(int result, const std::string& what) {
+    if (result < 0)
+        throw std::system_error(errno, std::generic_category(), what);
+    return result;
+}
+
+int openTrace(const std::string& path) {
+    if (path == "-") {
+        // The library opens it anew for each line: neither may overwrite what the other has written.
+        fcntl(STDERR_FILENO, F_SETFL, fcntl(STDERR_FILENO, F_GETFL) | O_APPEND);
+        return checked(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0), "standard error");
+    }
+    // The URL is traced, maybe with a password.
+    return checked(::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0600), path);
+}
+
+std::string nameOf(int descriptor) {
+    return "/proc/self/fd/" + std::to_string(descriptor);
+}
+
+/** The current directory is a new folder with a switch file while one of these lives. */
+class SwitchFolder {
+public:
+    explicit SwitchFolder(const std::string& log)
+        : m_before(checked(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC), "current directory")) {
+        if (::mkdtemp(m_path.data()) == nullptr)
+            checked(-1, m_path);
+        std::ofstream(file()) << log << '\n';
+        checked(::chdir(m_path.c_str()), m_path);
+    }
+    ~SwitchFolder() {
+        if (::fchdir(m_before) != 0)
+            std::abort(); // it is still open: nothing but a damaged system can refuse
+        ::unlink(file().c_str());
+        ::rmdir(m_path.c_str());
+        ::close(m_before);
+    }
+    SwitchFolder(const SwitchFolder&) = delete;
+    SwitchFolder& operator=(const SwitchFolder&) = delete;
+
+private:
+    std::string file() const { return m_path + "/vdxDebug"; }
+
+    const int m_before;
+    std::string m_path = (std::filesystem::temp_directory_path() / "owbctl.XXXXXX").string();
+};
+
+} // namespace
+
+Trace::Trace(const std::string& path)
+    : Trace(openTrace(path)) {}
+
+Trace::Trace()
+    : Trace(checked(memfd_create("trace", MFD_CLOEXEC), "trace")) {}
+
+Trace::Trace(int descriptor)
+    : m_descriptor(descriptor) {}
+
+Trace::~Trace() {
+    ::close(m_descriptor);
+}
+
+void Trace::begin(const std::function<void()>& firstCall) const {
+    const SwitchFolder folder(nameOf(m_descriptor));
+    firstCall();
+}
+
+std::string Trace::lastError() const {
+    std::ifstream file(nameOf(m_descriptor));
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    // "ERROR <type> <file>:<line>  <message>"
+    const std::string mark = "ERROR ";
+    const std::size_t begin = text.rfind(mark);
+    const std::size_t type = begin + mark.size();
+    const std::size_t message = begin == std::string::npos ? begin : text.find("  ", type);
+    if (message == std::string::npos)
+        return std::string();
+    return text.substr(type, text.find(' ', type) - type) + ": " +
+           text.substr(message + 2, text.find('\n', message) - message - 2);
+}
+
+} // namespace owbctl

@@ -1,0 +1,131 @@
+#include "arguments/Completion.hpp"
+
+#include "agent/Catalogue.hpp"
+#include "arguments/CommandLine.hpp"
+#include "arguments/GroupNames.hpp"
+
+#include <algorithm>
+#include <set>
+
+namespace owbctl {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+/** What stands in front of the word to complete. */
+struct Context {
+    const CLI::App* program;
+    /** The innermost command. */
+    const CLI::App* command;
+    Strings positionals;
+    /** Which the word is a value of; null for none. */
+    const CLI::Option* option;
+};
+
+const CLI::Option* findOption(const Context& context, const std::string& name) {
+    const CLI::Option* const own = context.command->get_option_no_throw(name);
+    return own != nullptr ? own : context.program->get_option_no_throw(name);
+}
+
+const CLI::App* findCommand(const CLI::App* app, const std::string& name) {
+    const auto commands =
+        app->get_subcommands([&name](const CLI::App* each) { return each->get_name() == name; });
+    return commands.empty() ? nullptr : commands.front();
+}
+
+void takeIn(Context& context, const std::string& word) {
+    if (!word.empty() && word.front() == '-') {
+        const CLI::Option* const option = findOption(context, word);
+        const bool takesValue = option != nullptr && option->get_items_expected_max() > 0;
+        context.option = takesValue ? option : nullptr;
+    } else if (context.option != nullptr) {
+        if (context.option->get_items_expected_max() == 1)
+            context.option = nullptr;
+    } else if (const CLI::App* const command = findCommand(context.command, word)) {
+        context.command = command;
+    } else {
+        context.positionals.push_back(word);
+    }
+}
+
+Strings groupWords() {
+    Strings words;
+    std::set<std::string> classes;
+    for (const long group : everyGroup()) {
+        words.push_back(std::to_string(group));
+        classes.insert(ExtGroupCimClass[group]);
+    }
+    words.insert(words.end(), classes.begin(), classes.end());
+    return words;
+}
+
+Strings propertyWords(const Strings& groups, const std::string& suffix) {
+    Strings words;
+    for (const long group : groupsNamed(groups)) {
+        for (const ExtItem* item : propertiesOf(group))
+            words.push_back(item->property + suffix);
+    }
+    return words;
+}
+
+Strings valuesOf(const Context& context) {
+    const CLI::Option& option = *context.option;
+    if (option.check_lname("output"))
+        return outputNames;
+    if (option.check_lname("unit"))
+        return unitNames;
+    if (option.check_lname("group"))
+        return groupWords();
+    if (option.check_lname("property"))
+        return propertyWords(context.positionals, "");
+    return {};
+}
+
+Strings optionNames(const Context& context) {
+    Strings names;
+    for (const CLI::App* app : std::set<const CLI::App*>{context.command, context.program}) {
+        for (const CLI::Option* option : app->get_options()) {
+            for (const std::string& name : option->get_lnames())
+                names.push_back("--" + name);
+        }
+    }
+    return names;
+}
+
+Strings wordsOf(const Context& context) {
+    Strings words;
+    for (const CLI::App* command : context.command->get_subcommands([](const CLI::App*) { return true; }))
+        words.push_back(command->get_name());
+    const std::string command = context.command->get_name();
+    const std::size_t place = context.positionals.size();
+    if (command == "get" || command == "groups" || (command == "watch" && place == 0) ||
+        (command == "set" && place == 0))
+        words = groupWords();
+    if (command == "get")
+        words.emplace_back(allGroups);
+    if (command == "set" && place >= 2)
+        words = propertyWords({context.positionals.front()}, "=");
+    return words;
+}
+
+} // namespace
+
+std::vector<std::string> completions(const CLI::App& app, const std::vector<std::string>& words) {
+    const std::string prefix = words.empty() ? std::string() : words.back();
+    Context context{&app, &app, {}, nullptr};
+    for (std::size_t i = 0; i + 1 < words.size(); ++i)
+        takeIn(context, words[i]);
+    const bool isOption = !prefix.empty() && prefix.front() == '-';
+    Strings candidates = isOption                    ? optionNames(context)
+                         : context.option != nullptr ? valuesOf(context)
+                                                     : wordsOf(context);
+    const auto isOther = [&prefix](const std::string& word) {
+        return word.compare(0, prefix.size(), prefix) != 0;
+    };
+    candidates.erase(std::remove_if(candidates.begin(), candidates.end(), isOther), candidates.end());
+    std::sort(candidates.begin(), candidates.end());
+    candidates.erase(std::unique(candidates.begin(), candidates.end()), candidates.end());
+    return candidates;
+}
+
+} // namespace owbctl

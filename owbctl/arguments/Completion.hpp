@@ -1,0 +1,18 @@
+#ifndef OWBCTL_ARGUMENTS_COMPLETION_HPP
+#define OWBCTL_ARGUMENTS_COMPLETION_HPP
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+namespace owbctl {
+
+/**
+ * What may stand in place of the last of `words`, a command line without the program's name: every word that
+ * begins as it does. `app` takes the commands and options of the program.
+ */
+std::vector<std::string> completions(const CLI::App& app, const std::vector<std::string>& words);
+
+} // namespace owbctl
+#endif

@@ -1,0 +1,20 @@
+#ifndef OWBCTL_DOCTOR_DOCTOR_HPP
+#define OWBCTL_DOCTOR_DOCTOR_HPP
+
+#include "agent/Trace.hpp"
+#include "doctor/Check.hpp"
+
+#include <string>
+#include <vector>
+
+namespace owbctl {
+
+/**
+ * Looks at everything that a read needs: the URL, the socket, the object manager, the trace, /proc and the
+ * software inventory. `url` is the one that is set; the library must trace into `trace`, which tells why a
+ * read failed.
+ */
+std::vector<Check> examine(const std::string& url, const Trace& trace);
+
+} // namespace owbctl
+#endif

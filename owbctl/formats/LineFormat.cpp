@@ -1,0 +1,104 @@
+#include "formats/LineFormat.hpp"
+
+#include "agent/Catalogue.hpp"
+#include "formats/GroupTable.hpp"
+#include "formats/ProcessFields.hpp"
+#include "output/Text.hpp"
+
+namespace owbctl {
+namespace {
+
+std::string rowName(long group, long row) {
+    return std::to_string(group) + " " + ExtGroupCimClass[group] + "[" + std::to_string(row) + "].";
+}
+
+std::string lines(const std::string& name, const std::vector<std::string>& values) {
+    std::string text;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const std::string place = values.size() > 1 ? "[" + std::to_string(i) + "]" : "";
+        text += name + place + " = " + printable(values[i]) + '\n';
+    }
+    return text;
+}
+
+std::string line(const std::string& name, const std::string& value) {
+    return name + " = " + printable(value) + '\n';
+}
+
+} // namespace
+
+void LineFormat::writeCatalogue(const std::vector<long>& groups) {
+    std::string text;
+    for (const long group : groups) {
+        for (const ExtItem* item : propertiesOf(group))
+            text += line(std::to_string(group) + " " + ExtGroupCimClass[group] + "." + item->property,
+                         std::to_string(item->nom));
+    }
+    m_output.write(text);
+}
+
+void LineFormat::writeGroup(const Group& group) {
+    std::string text;
+    for (const Row& row : group.rows) {
+        for (const Property& property : row.properties)
+            text +=
+                lines(rowName(group.number, row.number) + property.description->property, property.values);
+    }
+    m_output.write(text);
+}
+
+void LineFormat::writeSample(const Sample& sample) {
+    std::string text;
+    for (const SampledRow& row : sample.rows) {
+        for (const Sampled& sampled : row.properties) {
+            if (sample.number > 1 && !sampled.isChanged)
+                continue;
+            const std::string suffix = mark(sampled);
+            text += rowName(sample.group.number, row.number) + sampled.property.description->property +
+                    " = " + cell(sampled.property.values) + (suffix.empty() ? "" : " " + suffix) + '\n';
+        }
+    }
+    m_output.write(text);
+}
+
+void LineFormat::writeWrite(const Write& write) {
+    std::string text;
+    for (const Change& change : write.changes) {
+        if (change.isChanged())
+            text += rowName(write.group, write.row) + change.description->property + " = " +
+                    cell(change.after) + " (was " + cell(change.before) + ")\n";
+    }
+    m_output.write(text);
+}
+
+void LineFormat::writeConversion(const Conversion& conversion) {
+    if (conversion.number)
+        m_output.write(std::to_string(*conversion.number) + '\n');
+}
+
+void LineFormat::writeProcesses(const std::vector<Process>& processes) {
+    std::string text;
+    for (const Process& process : processes) {
+        for (const ProcessField& field : fieldsOf(process))
+            text += lines(printable(process.handle) + "." + field.name, field.values);
+    }
+    m_output.write(text);
+}
+
+void LineFormat::writeChecks(const std::vector<Check>& checks) {
+    std::string text;
+    for (const Check& check : checks) {
+        text += line(check.name, std::string(wordOf(check.result)) + ": " + check.finding +
+                                     (check.advice.empty() ? "" : "; " + check.advice));
+    }
+    m_output.write(text);
+}
+
+void LineFormat::writeVersions(const std::vector<Version>& versions) {
+    std::string text;
+    for (const Version& version : versions)
+        text += line(version.name, version.version);
+    m_output.write(text);
+}
+
+} // namespace owbctl

@@ -1,0 +1,150 @@
+#include "formats/TableFormat.hpp"
+
+#include "agent/Catalogue.hpp"
+#include "agent/Counter.hpp"
+#include "formats/GroupTable.hpp"
+#include "formats/ProcessTable.hpp"
+#include "formats/Table.hpp"
+#include "output/Text.hpp"
+
+#include <algorithm>
+#include <ctime>
+
+namespace owbctl {
+namespace {
+
+std::string name(long group) {
+    return "Group " + std::to_string(group) + "  " + ExtGroupCimClass[group];
+}
+
+std::string nominators(long group) {
+    std::string text;
+    for (const ExtItem* item : propertiesOf(group))
+        text += (text.empty() ? "" : " ") + std::to_string(item->nom) + "=" + item->property;
+    return text;
+}
+
+std::string overview(const std::vector<long>& groups, std::size_t limit) {
+    Table table({"Group", "Class", "Nominators"}, Table::LastColumn::wrapped);
+    for (const long group : groups)
+        table.add({std::to_string(group), ExtGroupCimClass[group], nominators(group)});
+    return table.text(limit);
+}
+
+std::string inFull(long group, std::size_t limit) {
+    const std::vector<const ExtItem*> properties = propertiesOf(group);
+    Table table({"Nominator", "Property", "Counter"});
+    for (const ExtItem* item : properties)
+        table.add({std::to_string(item->nom), item->property, isCounter(*item) ? "yes" : "no"});
+    const std::vector<std::string> keys = keysOf(group);
+    return name(group) + "  (" + std::to_string(properties.size()) +
+           (properties.size() == 1 ? " property)\n" : " properties)\n") + table.text(limit) +
+           "Keys of a write: " + (keys.empty() ? "none" : cell(keys)) + '\n';
+}
+
+// Empty when nothing has changed.
+std::string changed(const std::vector<Change>& changes, std::size_t limit) {
+    Table table({"Property", "Asked for", "Before", "After"});
+    bool any = false;
+    for (const Change& change : changes) {
+        if (!change.isChanged())
+            continue;
+        table.add({change.description->property, change.asked ? "yes" : "no", cell(change.before),
+                   cell(change.after)});
+        any = true;
+    }
+    return any ? table.text(limit) : std::string();
+}
+
+std::string clock(std::time_t time) {
+    char text[16];
+    std::tm local{};
+    std::strftime(text, sizeof text, "%H:%M:%S", localtime_r(&time, &local));
+    return text;
+}
+
+std::string checkLines(const std::vector<Check>& checks, std::size_t limit) {
+    constexpr std::size_t resultWidth = 6;
+    std::size_t nameWidth = 0;
+    for (const Check& check : checks)
+        nameWidth = std::max(nameWidth, width(check.name) + 2);
+    const std::size_t indent = resultWidth + nameWidth;
+    std::string text;
+    for (const Check& check : checks) {
+        std::string start = wordOf(check.result);
+        start.resize(resultWidth, ' ');
+        start += check.name;
+        start.resize(indent, ' ');
+        text += start + wrapped(printable(check.finding), indent, limit) + '\n';
+        if (!check.advice.empty())
+            text += std::string(indent, ' ') + wrapped(printable(check.advice), indent, limit) + '\n';
+    }
+    return text;
+}
+
+} // namespace
+
+void TableFormat::writeCatalogue(const std::vector<long>& groups) {
+    const std::size_t limit = m_output.terminalWidth();
+    if (groups == everyGroup()) {
+        m_output.write(overview(groups, limit));
+        return;
+    }
+    for (const long group : groups)
+        m_output.write(separator() + inFull(group, limit));
+}
+
+void TableFormat::writeGroup(const Group& group) {
+    if (group.status != OWB_DONE && group.rows.empty())
+        return; // the message on standard error says all there is to say
+    m_output.write(separator() + name(group.number) + "  " + extent(group) + '\n' +
+                   groupTable(group, m_output.terminalWidth()));
+}
+
+void TableFormat::writeSample(const Sample& sample) {
+    const bool failed = sample.group.status != OWB_DONE && sample.rows.empty();
+    const std::string table = failed ? "no answer\n" : sampleTable(sample, m_output.terminalWidth());
+    const std::string text = name(sample.group.number) + "  " + clock(sample.time) + "  sample " +
+                             std::to_string(sample.number) + (failed ? "" : "  " + extent(sample.group)) +
+                             '\n' + table;
+    if (m_output.isTerminal())
+        m_output.redraw(text);
+    else
+        m_output.write(separator() + text);
+}
+
+void TableFormat::writeWrite(const Write& write) {
+    if (!write.error.empty())
+        return; // the message on standard error says all there is to say
+    const std::string table = changed(write.changes, m_output.terminalWidth());
+    m_output.write(name(write.group) + "  (row " + std::to_string(write.row) + ")\n" +
+                   (table.empty() ? "no change\n" : table));
+}
+
+void TableFormat::writeConversion(const Conversion& conversion) {
+    if (conversion.number)
+        m_output.write(std::to_string(*conversion.number) + '\n');
+}
+
+void TableFormat::writeProcesses(const std::vector<Process>& processes) {
+    m_output.write(processTable(processes).text(m_output.terminalWidth()));
+}
+
+void TableFormat::writeChecks(const std::vector<Check>& checks) {
+    m_output.write(checkLines(checks, m_output.terminalWidth()));
+}
+
+void TableFormat::writeVersions(const std::vector<Version>& versions) {
+    std::string text;
+    for (const Version& version : versions)
+        text += version.name + ' ' + version.version + '\n';
+    m_output.write(text);
+}
+
+const char* TableFormat::separator() {
+    const bool first = m_first;
+    m_first = false;
+    return first ? "" : "\n";
+}
+
+} // namespace owbctl

@@ -1,0 +1,98 @@
+#include "output/Output.hpp"
+
+#include "output/Text.hpp"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <string>
+#include <system_error>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace owbctl {
+namespace {
+
+[[noreturn]] void fail(const char* what) {
+    throw std::system_error(errno, std::generic_category(), what);
+}
+
+/** The size of a terminal; that of the oldest ones where it is not known. */
+winsize sizeOf(int terminal) {
+    winsize size{};
+    if (ioctl(terminal, TIOCGWINSZ, &size) != 0 || size.ws_col == 0 || size.ws_row == 0)
+        return {24, 80, 0, 0};
+    return size;
+}
+
+/** `text` for a terminal (ECMA-48): from its top, each line cut to its width and cleared behind its text. */
+std::string screen(std::string_view text, const winsize& size) {
+    std::size_t lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+    std::string result = "\x1b[H";
+    for (std::size_t line = 1; !text.empty(); ++line, --lines) {
+        if (line + 1 == size.ws_row && lines > 1)
+            return result + "(" + std::to_string(lines) + " more lines)\x1b[K\n\x1b[J";
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        result += cut(text.substr(0, end), size.ws_col);
+        result += "\x1b[K\n";
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return result + "\x1b[J";
+}
+
+} // namespace
+
+Output::Output()
+    : m_descriptor(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {
+    if (m_descriptor < 0)
+        fail("standard output");
+    if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0)
+        fail("standard error");
+    // The library's lines then stand in order with our own messages.
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+}
+
+Output::~Output() {
+    std::fflush(stdout);
+    dup2(m_descriptor, STDOUT_FILENO);
+    close(m_descriptor);
+}
+
+void Output::write(std::string_view text) {
+    m_isBegun = true;
+    while (!text.empty()) {
+        const ssize_t written = ::write(m_descriptor, text.data(), text.size());
+        if (written >= 0)
+            text.remove_prefix(static_cast<std::size_t>(written));
+        else if (errno == EAGAIN) // whoever shares the descriptor has made it non-blocking
+            waitWritable();
+        else if (errno != EINTR)
+            fail("standard output");
+    }
+}
+
+void Output::waitWritable() const {
+    pollfd waiting{m_descriptor, POLLOUT, 0};
+    if (poll(&waiting, 1, -1) < 0 && errno != EINTR)
+        fail("standard output");
+}
+
+void Output::redraw(std::string_view text) {
+    if (isTerminal())
+        write(screen(text, sizeOf(m_descriptor)));
+    else
+        write(text);
+}
+
+bool Output::isTerminal() const {
+    return isatty(m_descriptor) != 0;
+}
+
+std::size_t Output::terminalWidth() const {
+    return isTerminal() ? sizeOf(m_descriptor).ws_col : 0;
+}
+
+} // namespace owbctl

@@ -1,0 +1,158 @@
+// `owbctl doctor`.
+#include "Owbctl.hpp"
+#include "support/Manager.hpp"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <csignal>
+#include <map>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace owbctl_test {
+namespace {
+
+using nlohmann::json;
+
+/** The checks by their names. */
+std::map<std::string, json> checksOf(const support::ProgramResult& result) {
+    const json document = json::parse(result.out);
+    std::map<std::string, json> checks;
+    for (const json& check : document.at("checks"))
+        checks[check.at("name")] = check;
+    return checks;
+}
+
+support::ProgramResult doctor(const std::string& url) {
+    return owbctl({"--url", url, "doctor", "-o", "json"});
+}
+
+bool holds(const json& text, const std::string& part) {
+    return text.get<std::string>().find(part) != std::string::npos;
+}
+
+TEST(Doctor, AManagerThatRunsIsWell) {
+    const support::Manager manager;
+    const support::ProgramResult result = doctor(manager.url());
+    EXPECT_EQ(result.exitCode, 0) << result.out;
+    auto checks = checksOf(result);
+    EXPECT_EQ(checks["URL"]["result"], "ok");
+    EXPECT_EQ(checks["URL"]["finding"],
+              manager.url() + ": binary protocol over the socket " + manager.socketPath());
+    EXPECT_EQ(checks["URL"]["advice"], nullptr);
+    EXPECT_EQ(checks["socket"]["result"], "ok");
+    EXPECT_TRUE(holds(checks["socket"]["finding"],
+                      "served by process " +
+                          std::to_string(const_cast<support::Manager&>(manager).daemon().pid()) +
+                          " (owbcimomd) of "))
+        << checks["socket"];
+    EXPECT_EQ(checks["manager"]["result"], "ok");
+    EXPECT_TRUE(holds(checks["manager"]["finding"], "answers for group 4 (QAV_OperatingSystem) in "));
+    EXPECT_EQ(checks["/proc"]["result"], "ok");
+}
+
+TEST(Doctor, AManagerThatWasStoppedLeavesNoSocket) {
+    support::Manager manager;
+    manager.end(SIGTERM);
+    const support::ProgramResult result = doctor(manager.url());
+    EXPECT_EQ(result.exitCode, 1);
+    auto checks = checksOf(result);
+    EXPECT_EQ(checks["URL"]["result"], "ok");
+    EXPECT_EQ(checks["socket"]["result"], "fail");
+    EXPECT_EQ(checks["socket"]["finding"], manager.socketPath() + ": No such file or directory");
+    EXPECT_TRUE(holds(checks["socket"]["advice"], "Start the object manager"));
+    EXPECT_EQ(checks["manager"]["result"], "fail");
+    EXPECT_EQ(checks["manager"]["finding"],
+              "group 4 (QAV_OperatingSystem) cannot be read: SocketException: Failed to connect to: " +
+                  manager.socketPath() + ": 2(No such file or directory)")
+        << "the library's own reason";
+}
+
+TEST(Doctor, AManagerThatWasKilledLeavesASocketAtWhichNobodyListens) {
+    support::Manager manager;
+    manager.end(SIGKILL);
+    auto checks = checksOf(doctor(manager.url()));
+    EXPECT_EQ(checks["socket"]["result"], "fail");
+    EXPECT_TRUE(holds(checks["socket"]["finding"], "Connection refused: nobody listens")) << checks["socket"];
+    EXPECT_TRUE(holds(checks["socket"]["advice"], "start it again"));
+}
+
+TEST(Doctor, AFileIsNoSocket) {
+    const support::TempDir folder;
+    auto checks = checksOf(doctor(support::urlOf(folder.write("file", ""))));
+    EXPECT_EQ(checks["socket"]["finding"], folder.file("file") + ": is there, but is no socket");
+}
+
+TEST(Doctor, AMalformedUrlIsToldWithItsForm) {
+    const support::ProgramResult result = doctor("owbinary.wbem://me:secret@:1");
+    EXPECT_EQ(result.exitCode, 1);
+    auto checks = checksOf(result);
+    EXPECT_EQ(checks["URL"]["result"], "fail");
+    EXPECT_TRUE(holds(checks["URL"]["finding"], "MalformedURLException: ")) << checks["URL"];
+    EXPECT_TRUE(holds(checks["URL"]["advice"], "scheme://"));
+    EXPECT_EQ(checks.count("socket"), 0u);
+    EXPECT_EQ(checks.count("manager"), 0u);
+}
+
+TEST(Doctor, AnErrorOfTheManagerIsToldInItsWords) {
+    const support::ScriptedPeer peer(
+        {support::Step::answer(support::wire::cimErrorReply(5, "no such class"))}, support::Listening::ipv4);
+    auto checks = checksOf(doctor(peer.url()));
+    EXPECT_TRUE(holds(checks["URL"]["finding"], "binary protocol to ")) << checks["URL"];
+    EXPECT_EQ(checks.count("socket"), 0u) << "none over TCP";
+    EXPECT_EQ(checks["manager"]["result"], "fail");
+    EXPECT_TRUE(holds(checks["manager"]["finding"], "CIMException: ")) << checks["manager"];
+    EXPECT_TRUE(holds(checks["manager"]["finding"], "no such class")) << checks["manager"];
+}
+
+TEST(Doctor, AManagerWithoutTheInstanceIsAWarning) {
+    const support::ScriptedPeer peer({instances({})});
+    const support::ProgramResult result = doctor(peer.url());
+    EXPECT_EQ(result.exitCode, 0);
+    auto checks = checksOf(result);
+    EXPECT_EQ(checks["manager"]["result"], "warn");
+    EXPECT_TRUE(holds(checks["manager"]["finding"], "has no instance for group 4"));
+}
+
+TEST(Doctor, ATraceThatIsOnForAgentsIsToldWithItsLog) {
+    const support::TempDir folder;
+    const auto finding = [&folder](const std::string& content) {
+        folder.write("vdxDebug", content);
+        return checksOf(
+            shell("cd '" + folder.path() + "'; \"$OWBCTL\" --url " + deadUrl() + " doctor -o json"))["trace"];
+    };
+    const json on = finding(" " + folder.file("log") + " \nmore\n");
+    EXPECT_EQ(on["result"], "warn");
+    EXPECT_TRUE(holds(on["finding"], "on: vdxDebug, of ")) << on;
+    EXPECT_TRUE(holds(on["finding"], ", names " + folder.file("log"))) << on;
+    EXPECT_FALSE(holds(on["finding"], "cannot be written"));
+    EXPECT_TRUE(holds(finding("/nowhere/log\n")["finding"], "/nowhere/log, which cannot be written: "));
+    EXPECT_EQ(finding("")["result"], "ok") << "a switch without a log";
+}
+
+TEST(Doctor, ItsOwnTraceIsNotTakenForAnAgents) {
+    const support::TempDir folder;
+    const auto checks = checksOf(
+        shell("cd '" + folder.path() + "'; \"$OWBCTL\" --url " + deadUrl() + " doctor -o json --trace log"));
+    EXPECT_FALSE(holds(checks.at("trace")["finding"], "log"));
+    EXPECT_TRUE(holds(checks.at("manager")["finding"], "SocketException: ")) << "read from the file";
+}
+
+TEST(Doctor, AsATableACheckIsALineAndItsAdviceBelow) {
+    const support::ProgramResult result = owbctl({"--url", "x://", "doctor"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.out.rfind("fail  URL        x://: MalformedURLException: Invalid URL: x://\n"
+                               "                 Give it as scheme://",
+                               0),
+              0u)
+        << result.out;
+    EXPECT_EQ(owbctl({"--url", "x://", "doctor", "-o", "line"}).out.rfind("URL = fail: x://: ", 0), 0u);
+    EXPECT_EQ(owbctl({"--url", "x://", "doctor", "-o", "csv"})
+                  .out.rfind("name,result,finding,advice\nURL,fail,", 0),
+              0u);
+}
+
+} // namespace
+} // namespace owbctl_test

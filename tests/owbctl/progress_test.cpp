@@ -1,0 +1,35 @@
+// What a terminal shows of long work.
+#include "Owbctl.hpp"
+
+#include <gtest/gtest.h>
+
+namespace owbctl_test {
+namespace {
+
+/** Standard error of a command on a terminal, while its output goes elsewhere. */
+std::string onTerminal(const std::string& arguments) {
+    const support::ScriptedPeer peer({instances({})});
+    return shell("script -qec '\"$OWBCTL\" --url " + peer.url() + " " + arguments + " >/dev/null' /dev/null")
+        .out;
+}
+
+TEST(Progress, SeveralGroupsAreCounted) {
+    EXPECT_EQ(onTerminal("get 4 14"),
+              "\r\x1b[Kowbctl: reading group 4 (QAV_OperatingSystem), 1 of 2\r\x1b[K"
+              "\r\x1b[Kowbctl: reading group 14 (QAV_UDPStatisticalData), 2 of 2\r\x1b[K");
+}
+
+TEST(Progress, OneGroupIsRead) {
+    EXPECT_EQ(onTerminal("get 4"), "");
+}
+
+TEST(Progress, SamplesAreCounted) {
+    EXPECT_EQ(onTerminal("watch 14 --interval 0.1 --count 2"), "\r\x1b[Kowbctl: group 14, sample 1\r\x1b[K");
+}
+
+TEST(Progress, NothingReachesAFile) {
+    EXPECT_EQ(get({instances({})}, {"4", "14"}).err, "");
+}
+
+} // namespace
+} // namespace owbctl_test

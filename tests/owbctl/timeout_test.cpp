@@ -1,0 +1,47 @@
+// `--timeout`.
+#include "Owbctl.hpp"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace owbctl_test {
+namespace {
+
+TEST(Timeout, AnObjectManagerThatStaysSilentIsNotWaitedFor) {
+    const support::ProgramResult result =
+        owbctlAt({support::Step::staySilent()}, {"get", "4", "--timeout", "0.2"});
+    EXPECT_EQ(result.exitCode, 124);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "owbctl: no end within 0.2 s\n");
+}
+
+TEST(Timeout, InJsonItIsADocument) {
+    const support::ProgramResult result =
+        owbctlAt({support::Step::staySilent()}, {"get", "4", "--timeout", "0.2", "-o", "json"});
+    EXPECT_EQ(result.exitCode, 124);
+    EXPECT_EQ(nlohmann::json::parse(result.out),
+              nlohmann::json::parse(
+                  R"({"format_version": 1, "error": "no end within 0.2 s", "exit_status": 124})"));
+}
+
+TEST(Timeout, AWatchEndsBehindItsLastWholeSample) {
+    const support::ProgramResult result =
+        owbctlAt({instances({}), support::Step::staySilent()},
+                 {"watch", "14", "--interval", "0.1", "--timeout", "0.5", "-o", "json"});
+    EXPECT_EQ(result.exitCode, 124);
+    EXPECT_EQ(nlohmann::json::parse(result.out)["sample"], 1) << "one document alone";
+}
+
+TEST(Timeout, ACommandThatEndsInTimeIsNotTouched) {
+    EXPECT_EQ(owbctlAt({instances({})}, {"get", "14", "--timeout", "600"}).exitCode, 0);
+}
+
+TEST(Timeout, AParentThatIgnoresAlarmsDoesNotStopIt) {
+    const support::ScriptedPeer peer({support::Step::staySilent()});
+    const support::ProgramResult result =
+        shell("trap '' ALRM; \"$OWBCTL\" --url " + peer.url() + " get 4 --timeout 0.2");
+    EXPECT_EQ(result.exitCode, 124);
+}
+
+} // namespace
+} // namespace owbctl_test

@@ -1,0 +1,80 @@
+// `--trace`: the library's trace of one command.
+#include "Owbctl.hpp"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace owbctl_test {
+namespace {
+
+class TraceOption : public testing::Test {
+protected:
+    /** Runs a command in a folder of its own, where temporary files go as well. */
+    support::ProgramResult run(const std::string& arguments) const {
+        return shell("cd '" + m_folder.path() + "'; TMPDIR='" + m_temporary.path() + "' \"$OWBCTL\" --url " +
+                     m_peer.url() + " " + arguments);
+    }
+    std::string log() const { return support::readFile(m_folder.file("my log")); }
+
+    support::TempDir m_folder;
+    support::TempDir m_temporary;
+    support::ScriptedPeer m_peer{{instances({})}};
+};
+
+TEST_F(TraceOption, TheFileHoldsWhatTheLibraryDidForThisCommand) {
+    m_folder.write("my log", "of yesterday\n");
+    const support::ProgramResult result = run("get 14 --trace 'my log'");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(log().find("of yesterday"), std::string::npos);
+    EXPECT_NE(log().find("OWB_URLSet:149: Set URL: '" + m_peer.url() + "'\n"), std::string::npos) << log();
+    EXPECT_NE(log().find(":OWB_getGroup:"), std::string::npos) << log();
+}
+
+TEST_F(TraceOption, NobodyElseMayReadIt) {
+    run("get 14 --trace 'my log'");
+    struct stat status;
+    ASSERT_EQ(stat(m_folder.file("my log").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0600u) << "the URL may hold a password";
+}
+
+TEST_F(TraceOption, ASwitchFileForOthersIsNotFollowed) {
+    m_folder.write("vdxDebug", m_folder.file("others") + "\n");
+    run("get 14 --trace 'my log'");
+    EXPECT_FALSE(std::filesystem::exists(m_folder.file("others")));
+    EXPECT_NE(log(), "");
+    run("get 14");
+    EXPECT_TRUE(std::filesystem::exists(m_folder.file("others"))) << "without the option it counts";
+}
+
+TEST_F(TraceOption, ADashIsStandardError) {
+    const support::ProgramResult result = run("get 14 --trace -");
+    EXPECT_NE(result.err.find("OWB_URLSet:149: Set URL: '"), std::string::npos) << result.err;
+    EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n");
+}
+
+TEST_F(TraceOption, InAFileTheTraceAndMessagesDoNotOverwriteEachOther) {
+    const support::ProgramResult result =
+        shell("cd '" + m_folder.path() + "'; \"$OWBCTL\" --url " + deadUrl() + " get 14 --trace - 2>both");
+    EXPECT_EQ(result.exitCode, 15);
+    const std::string both = support::readFile(m_folder.file("both"));
+    EXPECT_NE(both.find(":OWB_URLSet:149: Set URL: '"), std::string::npos) << both;
+    EXPECT_NE(both.find("\nowbctl: group 14 (QAV_UDPStatisticalData): no answer"), std::string::npos) << both;
+}
+
+TEST_F(TraceOption, NothingIsLeftBehind) {
+    run("get 14 --trace 'my log'");
+    EXPECT_TRUE(std::filesystem::is_empty(m_temporary.path()));
+}
+
+TEST_F(TraceOption, AFileThatCannotBeWrittenIsToldBeforeAnythingIsDone) {
+    const support::ProgramResult result = run("get 14 --trace /nowhere/log");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, "owbctl: /nowhere/log: No such file or directory\n");
+    EXPECT_EQ(m_peer.connections(), 0u);
+}
+
+} // namespace
+} // namespace owbctl_test

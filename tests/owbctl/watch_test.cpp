@@ -1,0 +1,110 @@
+// `owbctl watch`.
+#include "Owbctl.hpp"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+#include <regex>
+
+namespace owbctl_test {
+namespace {
+
+using namespace support::wire;
+
+support::Step datagrams(unsigned long received, unsigned long withoutPort) {
+    return instanceOf({property("InDatagrams", UINT32, bigEndian(received, 4)),
+                       property("NoPorts", UINT32, bigEndian(withoutPort, 4))});
+}
+
+support::ProgramResult watch(const std::vector<support::Step>& answers, const std::string& count,
+                             const std::string& form) {
+    return owbctlAt(answers, {"watch", "14", "--interval", "0.1", "--count", count, "-o", form});
+}
+
+bool matches(const std::string& text, const std::string& pattern) {
+    return std::regex_match(text, std::regex(pattern));
+}
+
+TEST(Watch, EachReadingIsATableThatMarksWhatGrew) {
+    const support::ProgramResult result = watch({datagrams(5, 1), datagrams(1005, 1)}, "2", "table");
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_TRUE(matches(result.out,
+                        "Group 14  QAV_UDPStatisticalData  ..:..:..  sample 1  \\(1 row, 2 items\\)\n"
+                        "InDatagrams  5\n"
+                        "NoPorts      1\n"
+                        "\n"
+                        "Group 14  QAV_UDPStatisticalData  ..:..:..  sample 2  \\(1 row, 2 items\\)\n"
+                        "InDatagrams  1005  \\+[0-9.]+/s\n"
+                        "NoPorts      1\n"))
+        << result.out;
+}
+
+TEST(Watch, LaterLinesAreThoseThatChanged) {
+    const support::ProgramResult result = watch({datagrams(5, 1), datagrams(5, 0)}, "2", "line");
+    EXPECT_EQ(result.out, "14 QAV_UDPStatisticalData[0].InDatagrams = 5\n"
+                          "14 QAV_UDPStatisticalData[0].NoPorts = 1\n"
+                          "14 QAV_UDPStatisticalData[0].NoPorts = 0 *\n");
+}
+
+TEST(Watch, ARecordIsAValueOfASample) {
+    const support::ProgramResult result = watch({datagrams(5, 1), datagrams(6, 1)}, "2", "csv");
+    EXPECT_TRUE(matches(result.out,
+                        "sample,time,group,class,row,property,value,changed,per_second\n"
+                        "1,[-0-9T:]+Z,14,QAV_UDPStatisticalData,0,InDatagrams,5,no,\n"
+                        "1,[-0-9T:]+Z,14,QAV_UDPStatisticalData,0,NoPorts,1,no,\n"
+                        "2,[-0-9T:]+Z,14,QAV_UDPStatisticalData,0,InDatagrams,6,yes,[0-9]+\\.[0-9]+\n"
+                        "2,[-0-9T:]+Z,14,QAV_UDPStatisticalData,0,NoPorts,1,no,0.000000\n"))
+        << result.out;
+}
+
+TEST(Watch, EachSampleIsADocumentOnALine) {
+    const support::ProgramResult result = watch({datagrams(5, 1), datagrams(6, 1)}, "2", "json");
+    const std::size_t end = result.out.find('\n');
+    const nlohmann::json first = nlohmann::json::parse(result.out.substr(0, end));
+    const nlohmann::json second = nlohmann::json::parse(result.out.substr(end));
+    EXPECT_EQ(first["sample"], 1);
+    EXPECT_EQ(first["rows"][0]["properties"][0],
+              nlohmann::json::parse(R"({"name": "InDatagrams", "nominator": 0, "values": ["5"],
+                                        "changed": false, "per_second": null})"));
+    EXPECT_EQ(second["format_version"], 1);
+    EXPECT_EQ(second["sample"], 2);
+    EXPECT_EQ(second["error"], nullptr);
+    EXPECT_EQ(second["rows"][0]["properties"][0]["changed"], true);
+    EXPECT_GT(second["rows"][0]["properties"][0]["per_second"], 0);
+}
+
+TEST(Watch, AReadingThatFailsIsToldAndTheNextIsMade) {
+    const support::Step error = support::Step::answer(cimErrorReply(5, "no such class"));
+    const support::ProgramResult result =
+        watch({datagrams(5, 1), error, error, datagrams(5, 2)}, "3", "table");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_NE(result.out.find("  sample 2\nno answer\n"), std::string::npos) << result.out;
+    EXPECT_NE(result.out.find("\nNoPorts      2  +"), std::string::npos) << "beside the last good one";
+    EXPECT_EQ(result.err.rfind("owbctl: group 14 (QAV_UDPStatisticalData): no answer ", 0), 0u) << result.err;
+}
+
+TEST(Watch, TheLastReadingDecidesTheExitStatus) {
+    const support::Step error = support::Step::answer(cimErrorReply(5, "no such class"));
+    EXPECT_EQ(watch({datagrams(5, 1), error}, "2", "line").exitCode, 15);
+}
+
+TEST(Watch, OnATerminalASampleTakesThePlaceOfTheOneBefore) {
+    const support::ScriptedPeer peer({datagrams(5, 1)});
+    const std::string command =
+        "stty rows 24 cols 60 -onlcr; \"$OWBCTL\" --url " + peer.url() + " watch 14 --interval 0.1 --count 2";
+    const support::ProgramResult result = shell("script -qec '" + command + "' /dev/null");
+    const std::string samples =
+        "(\x1b\\[H.*\x1b\\[K\nInDatagrams  5\x1b\\[K\nNoPorts      1\x1b\\[K\n\x1b\\[J){2}";
+    EXPECT_TRUE(matches(result.out, samples)) << result.out;
+    EXPECT_NE(result.out.find("sample 1  (1 ro\xe2\x80\xa6\x1b"), std::string::npos) << "cut to its width";
+}
+
+TEST(Watch, LinesThatATerminalHasNoRoomForAreCounted) {
+    const support::ScriptedPeer peer({datagrams(5, 1)});
+    const std::string command =
+        "stty rows 3 cols 90 -onlcr; \"$OWBCTL\" --url " + peer.url() + " watch 14 --count 1";
+    const support::ProgramResult result = shell("script -qec '" + command + "' /dev/null");
+    EXPECT_NE(result.out.find("\x1b[K\n(2 more lines)\x1b[K\n\x1b[J"), std::string::npos) << result.out;
+}
+
+} // namespace
+} // namespace owbctl_test
