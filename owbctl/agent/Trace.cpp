@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sys/mman.h>
@@ -33,22 +32,29 @@ std::string nameOf(int descriptor) {
     return "/proc/self/fd/" + std::to_string(descriptor);
 }
 
+std::string folderForFiles() {
+    const char* const folder = std::getenv("TMPDIR");
+    return folder != nullptr && *folder != '\0' ? folder : "/tmp";
+}
+
 /** The current directory is a new folder with a switch file while one of these lives. */
 class SwitchFolder {
 public:
     explicit SwitchFolder(const std::string& log)
-        : m_before(checked(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC), "current directory")) {
-        if (::mkdtemp(m_path.data()) == nullptr)
-            checked(-1, m_path);
-        std::ofstream(file()) << log << '\n';
-        checked(::chdir(m_path.c_str()), m_path);
+        : m_before(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {
+        checked(::mkdtemp(m_path.data()) == nullptr ? -1 : 0, m_path);
+        std::ofstream file(this->file());
+        file << log << std::endl;
+        checked(file && ::chdir(m_path.c_str()) == 0 ? 0 : -1, m_path);
     }
     ~SwitchFolder() {
-        if (::fchdir(m_before) != 0)
-            std::abort(); // it is still open: nothing but a damaged system can refuse
+        // Back to a folder that may not be entered there is no way; nor can it hold a switch for this user.
+        if (::fchdir(m_before) != 0 && ::chdir("/") != 0)
+            std::abort();
         ::unlink(file().c_str());
         ::rmdir(m_path.c_str());
-        ::close(m_before);
+        if (m_before >= 0)
+            ::close(m_before);
     }
     SwitchFolder(const SwitchFolder&) = delete;
     SwitchFolder& operator=(const SwitchFolder&) = delete;
@@ -57,7 +63,7 @@ private:
     std::string file() const { return m_path + "/vdxDebug"; }
 
     const int m_before;
-    std::string m_path = (std::filesystem::temp_directory_path() / "owbctl.XXXXXX").string();
+    std::string m_path = folderForFiles() + "/owbctl.XXXXXX";
 };
 
 } // namespace

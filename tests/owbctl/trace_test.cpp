@@ -69,6 +69,20 @@ TEST_F(TraceOption, NothingIsLeftBehind) {
     EXPECT_TRUE(std::filesystem::is_empty(m_temporary.path()));
 }
 
+TEST_F(TraceOption, AFolderForASwitchThatCannotBeMadeIsTold) {
+    const support::ProgramResult result =
+        shell("TMPDIR=/proc \"$OWBCTL\" --url " + m_peer.url() + " get 14 --trace -");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_NE(result.err.find("/proc"), std::string::npos) << result.err;
+}
+
+TEST_F(TraceOption, ACurrentDirectoryThatIsGoneDoesNotMatter) {
+    const support::ProgramResult result =
+        shell("mkdir '" + m_folder.file("gone") + "'; cd '" + m_folder.file("gone") + "'; rmdir '" +
+              m_folder.file("gone") + "'; \"$OWBCTL\" --url " + m_peer.url() + " get 14 --trace -");
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+}
+
 TEST_F(TraceOption, AFileThatCannotBeWrittenIsToldBeforeAnythingIsDone) {
     const support::ProgramResult result = run("get 14 --trace /nowhere/log");
     EXPECT_EQ(result.exitCode, 1);
