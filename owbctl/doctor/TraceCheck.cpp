@@ -27,7 +27,8 @@ std::string logOf(std::ifstream& file) {
     std::getline(file, line);
     line.resize(std::min(line.size(), longestLine));
     owbStringClean(line.data(), nullptr);
-    return line.c_str();
+    line.resize(std::strlen(line.data()));
+    return line;
 }
 
 std::string whyNotWritable(const std::string& log) {
