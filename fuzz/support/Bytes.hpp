@@ -1,0 +1,57 @@
+#ifndef FUZZ_SUPPORT_BYTES_HPP
+#define FUZZ_SUPPORT_BYTES_HPP
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+namespace fuzz {
+
+/** Takes an input apart from its front. What is asked for beyond its end is 0, or empty. */
+class Bytes {
+public:
+    Bytes(const std::uint8_t* data, std::size_t size)
+        : m_next(data)
+        , m_left(size) {}
+
+    bool isEmpty() const { return m_left == 0; }
+
+    std::uint8_t next() {
+        std::uint8_t byte = 0;
+        take(&byte, 1);
+        return byte;
+    }
+    std::uint64_t number() {
+        std::uint64_t value = 0;
+        take(&value, sizeof value);
+        return value;
+    }
+    double real() {
+        double value = 0;
+        take(&value, sizeof value);
+        return value;
+    }
+    /** As many bytes as the next two say. */
+    std::string text() {
+        const std::size_t low = next();
+        std::string result(std::min(m_left, low + 256u * next()), '\0');
+        take(result.data(), result.size());
+        return result;
+    }
+
+private:
+    void take(void* to, std::size_t size) {
+        const std::size_t n = std::min(size, m_left);
+        if (n == 0)
+            return;
+        std::memcpy(to, m_next, n);
+        m_next += n;
+        m_left -= n;
+    }
+
+    const std::uint8_t* m_next;
+    std::size_t m_left;
+};
+
+} // namespace fuzz
+#endif

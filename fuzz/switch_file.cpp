@@ -1,0 +1,46 @@
+// The switch file of the trace, its log's name, and the cleaning of texts. The trace decides once a process:
+// its source is included here, so that it can be made to decide anew.
+#include "OWB_Debug.cpp"
+
+#include "support/Folder.hpp"
+
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+void check(bool is) {
+    if (!is)
+        std::abort();
+}
+
+/** Cleaning in place and into another buffer give the same, without blanks at the ends and without quotes. */
+void clean(const std::string& text) {
+    std::vector<char> source(text.c_str(), text.c_str() + text.size() + 1);
+    std::vector<char> target(source.size());
+    check(owbStringClean(source.data(), target.data()) == target.data());
+    check(owbStringClean(source.data(), nullptr) == (source.front() == '\0' ? nullptr : source.data()));
+    const std::string result = target.data();
+    check(result == source.data());
+    check(result.find('"') == std::string::npos);
+    check(result.empty() || (!isSpace(result.front()) && !isSpace(result.back())));
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const fuzz::Folder folder;
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    clean(text);
+    // The log's name is relative to this folder, or else it is a path that does not exist.
+    check(::chdir(folder.path().c_str()) == 0);
+    folder.write("vdxDebug", text.find('/') == std::string::npos ? text : "none/" + text);
+    state = UNDECIDED;
+    OWB_Debug(const_cast<char*>("file"), const_cast<char*>("function"), 1, const_cast<char*>("%s\n"),
+              text.c_str());
+    check(state == ON);
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+        std::filesystem::remove_all(entry.path());
+    return 0;
+}
