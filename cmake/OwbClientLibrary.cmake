@@ -20,8 +20,9 @@ if(OWB_CLIENT_IS_BUNDLED)
     message(STATUS "Client library: bundled")
     add_library(OpenWBEM::client ALIAS owclient)
     # In folders of its own, so that it never meets an installed original.
-    install(TARGETS owclient LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/owb)
-    install(DIRECTORY openwbem/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/owb/openwbem)
+    install(TARGETS owclient LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/owb
+            COMPONENT library NAMELINK_COMPONENT development)
+    install(DIRECTORY openwbem/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/owb/openwbem COMPONENT development)
 else()
     message(STATUS "Client library: ${OpenWBEM_LIBRARY}")
     add_library(OpenWBEM::client ALIAS OpenWBEM_installed)

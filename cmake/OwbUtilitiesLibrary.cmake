@@ -20,8 +20,9 @@ if(OWB_SBLIM_IS_BUNDLED)
     message(STATUS "Utilities library: bundled")
     add_library(Sblim::utilities ALIAS SblimUtilities)
     # Beside the bundled client library, so that it never meets an installed original.
-    install(TARGETS SblimUtilities LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/owb)
-    install(FILES sblim/include/sblim_utilities.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/owb)
+    install(TARGETS SblimUtilities LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/owb
+            COMPONENT library NAMELINK_COMPONENT development)
+    install(FILES sblim/include/sblim_utilities.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/owb COMPONENT development)
 else()
     message(STATUS "Utilities library: ${SblimUtilities_LIBRARY}")
     add_library(Sblim::utilities ALIAS SblimUtilities_installed)

@@ -7,3 +7,8 @@ set(CMAKE_CXX_FLAGS_INIT -m32)
 set(CMAKE_CROSSCOMPILING_EMULATOR "")
 # Where 32-bit libraries are: those of multilib and those of i386 packages.
 list(APPEND CMAKE_LIBRARY_PATH /usr/lib32 /lib32 /usr/lib/i386-linux-gnu)
+# Where Debian keeps 32-bit libraries, beside those of the host; below any prefix, so that packages hold what was tested.
+if(EXISTS /etc/debian_version)
+    # No PATH: CMake would take a relative one of the command line for a folder of the build.
+    set(CMAKE_INSTALL_LIBDIR lib/i386-linux-gnu CACHE STRING "Folder of libraries, below the prefix")
+endif()

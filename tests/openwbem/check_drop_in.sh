@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The bridge builds against an installed client library, in either place where its headers may be, and says what it
-# looked for when there is none: check_drop_in.sh CMAKE SOURCE_DIR TOOLCHAIN LIBOWCLIENT
+# The bridge builds against an installed client library, in either place where its headers may be, loads it when it is
+# installed itself, and says what it looked for when there is none: check_drop_in.sh CMAKE SOURCE_DIR TOOLCHAIN LIBOWCLIENT
 set -euo pipefail
 
 cmake=$1 source=$2 toolchain=$3 library=$4
@@ -36,3 +36,11 @@ for headers in include include/openwbem; do
     output=$(configure "$prefix" "$folder/$headers/build") || fail "$output"
     output=$("$cmake" --build "$folder/$headers/build" --target owb 2>&1) || fail "$output"
 done
+
+# The bridge finds the library where it was found, and none of its own is installed.
+"$cmake" --install "$folder/include/build" --prefix "$folder/installed" --component library >/dev/null
+ln -s libowclient.so "$folder/include/prefix/lib/libowclient.so.1"
+bridge=$(find "$folder/installed" -name libowb.so.1)
+[[ $(ldd "$bridge") == *"libowclient.so.1 => $folder/include/prefix/lib/libowclient.so.1 "* ]] ||
+    fail "the installed bridge loads another library: $(ldd "$bridge")"
+[[ -z $(find "$folder/installed" -name 'libowclient*') ]] || fail "a client library is installed beside the one found"

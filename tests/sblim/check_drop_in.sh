@@ -68,5 +68,8 @@ for name in libSblimUtilities.so libSblimUtilities.so.0; do
     rm -r "$prefix/build"
     expect_library "$prefix" AUTO "$prefix/lib/$name"
     output=$("$cmake" --build "$prefix/build" --target agent 2>&1) || fail "$output"
+    # To build the object manager would take minutes; how it will find the library is decided before.
+    grep -q "NEW_RPATH .*$prefix/lib[:\"]" "$prefix/build/owb/cimom/cmake_install.cmake" ||
+        fail "an installed owbcimomd would not find $prefix/lib"
     "$prefix/build/agent" || fail "the agent fails with $name"
 done

@@ -1,0 +1,66 @@
+# The packages that cpack makes: three of Debian and a tarball. They hold what is bundled: of libraries that were found
+# on the builder nobody knows which package they are from.
+set(CPACK_PACKAGE_CONTACT "owb developers <owb@owb.invalid>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # or it would stand before each description below
+set(CPACK_SYSTEM_NAME linux-i386)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+    WORLD_READ WORLD_EXECUTE)
+set(CPACK_COMPONENTS_ALL library development tools) # for Debian; the tarball holds all there is
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE i386)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+
+# Debian's tools cannot find the packages of 32-bit libraries on an amd64 host, so the packages that ours depend on are
+# named here, with the versions that first had the symbols that are used; a test compares them.
+set(libc "libc6 (>= 2.34)")
+set(libstdcxx "libgcc-s1 (>= 3.0), libstdc++6 (>= 11)")
+set(transport "zlib1g (>= 1:1.1.4)")
+if(OWB_HAS_TLS)
+    string(REGEX MATCH "^[0-9]+" openssl "${OPENSSL_VERSION}")
+    string(APPEND transport ", libssl${openssl} (>= ${OPENSSL_VERSION})")
+endif()
+set(same_version "libowb${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION})")
+
+set(control ${PROJECT_SOURCE_DIR}/packaging/debian)
+set(generated ${PROJECT_BINARY_DIR}/packaging/debian)
+configure_file(${control}/changelog.in ${generated}/changelog @ONLY)
+configure_file(${control}/shlibs.in ${generated}/shlibs @ONLY)
+
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME libowb${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS "${libc}, ${libstdcxx}, ${transport}")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${control}/triggers ${generated}/shlibs)
+set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "bridge between a management agent and a CIM object manager
+The library lets a systems-management agent read and write the data of a CIM
+object manager as numbered items, in groups, rows and nominators.
+.
+It is a 32-bit library and brings its client library along, in a folder of
+its own.")
+
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libowb-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${same_version}")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS owb-tools)
+set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "bridge between an agent and a CIM object manager - development files
+Headers, what a linker, pkg-config and CMake need, and an example for agents
+that use libowb.")
+
+set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME owb-tools)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION admin)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
+    "${same_version}, ${libc}, ${libstdcxx}, systemd | systemd-standalone-sysusers | systemd-sysusers")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_CONTROL_EXTRA ${control}/postinst ${control}/prerm ${control}/postrm)
+set(CPACK_DEBIAN_TOOLS_DESCRIPTION "CIM object manager with the data of this host, and a command line
+The object manager owbcimomd serves this host's live data to CIM clients,
+on a Unix-domain socket and over TCP. The command line owbctl reads and
+writes the data of an object manager through libowb. The program
+owbcimom-passwd keeps the passwords of clients on the network.")
+
+set(CPACK_OWB_DEBIAN_FILES ${control} ${generated})
+set(CPACK_PRE_BUILD_SCRIPTS ${control}/finish.cmake)
+include(CPack)

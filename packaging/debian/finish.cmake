@@ -1,0 +1,27 @@
+# Run by cpack before it makes the packages: gives those of Debian what they hold beyond the installed files.
+# CPACK_OWB_DEBIAN_FILES are the folders of what goes in.
+if(NOT CPACK_GENERATOR STREQUAL "DEB")
+    return()
+endif()
+
+function(compress files)
+    execute_process(COMMAND gzip -9n ${files} COMMAND_ERROR_IS_FATAL ANY)
+endfunction()
+
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+    string(TOUPPER ${component} upper)
+    set(package ${CPACK_DEBIAN_${upper}_PACKAGE_NAME})
+    set(share ${CPACK_TEMPORARY_DIRECTORY}/${component}/usr/share)
+    if(EXISTS ${share}/doc/owb)
+        file(RENAME ${share}/doc/owb ${share}/doc/${package})
+    endif()
+    list(GET CPACK_OWB_DEBIAN_FILES 0 control)
+    list(GET CPACK_OWB_DEBIAN_FILES 1 generated)
+    file(COPY ${control}/copyright ${generated}/changelog DESTINATION ${share}/doc/${package})
+    file(GLOB_RECURSE pages ${share}/man/*)
+    compress("${share}/doc/${package}/changelog;${pages}")
+    if(EXISTS ${control}/${package}.lintian-overrides)
+        file(COPY ${control}/${package}.lintian-overrides DESTINATION ${share}/lintian/overrides)
+        file(RENAME ${share}/lintian/overrides/${package}.lintian-overrides ${share}/lintian/overrides/${package})
+    endif()
+endforeach()

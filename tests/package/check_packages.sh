@@ -1,0 +1,63 @@
+#!/usr/bin/env bash
+# The packages share the files of an installation out, each to one of them, and say what they need:
+# check_packages.sh PACKAGES TREE SOURCE_DIR BUILD VERSION
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+packages=$1 tree=$2 source=$3 build=$4 version=$5
+
+package() { # NAME
+    echo "$packages/${1}_${version}_i386.deb"
+}
+
+field() { # NAME FIELD
+    dpkg-deb -f "$(package "$1")" "$2"
+}
+
+expect_field() { # NAME FIELD VALUE
+    local value
+    value=$(field "$1" "$2")
+    [[ $value == "$3" ]] || fail "$2 of $1 is \"$value\", not \"$3\""
+}
+
+for name in libowb1 libowb-dev owb-tools; do
+    mkdir "$folder/$name"
+    dpkg-deb -x "$(package "$name")" "$folder/$name"
+    files_below "$folder/$name" >"$folder/$name.files"
+    expect_field "$name" Architecture i386
+    expect_field "$name" Version "$version"
+    [[ $(dpkg-deb -c "$(package "$name")" | awk '{print $2}' | sort -u) == root/root ]] || fail "$name has a file of a user"
+    docs=$folder/$name/usr/share/doc/$name
+    [[ -s $docs/copyright ]] || fail "$name has no copyright"
+    expect "$(zcat "$docs/changelog.gz")" "owb ($version)" "the changelog of $name"
+done
+expect_field libowb-dev Depends "libowb1 (= $version)"
+expect "$(field owb-tools Depends)" "libowb1 (= $version), " "Depends of owb-tools"
+[[ $(field libowb1 Description | head -1) != $(field owb-tools Description | head -1) ]] || fail "packages have one summary"
+expect "$(dpkg-deb -I "$(package libowb1)" triggers)" "activate-noawait ldconfig" "the triggers of libowb1"
+expect "$(dpkg-deb -I "$(package libowb1)" shlibs)" "libowb 1 libowb1 (>= $version)" "shlibs of libowb1"
+
+# Who needs what: an agent that runs, one that is built, an administrator.
+expect "$(<"$folder/libowb1.files")" usr/lib/i386-linux-gnu/owb/libowclient.so.1. "the list of libowb1"
+[[ $(<"$folder/libowb1.files") != *".so"$'\n'* ]] || fail "libowb1 holds what only a linker needs"
+for file in include/owb.h lib/i386-linux-gnu/libowb.so share/pkgconfig/owb.pc share/cmake/owb/owbConfig.cmake \
+    share/doc/libowb-dev/examples/agent.c; do
+    expect "$(<"$folder/libowb-dev.files")" "usr/$file" "the list of libowb-dev"
+done
+for file in bin/owbctl sbin/owbcimomd sbin/owbcimom-passwd lib/systemd/system/owbcimomd.service \
+    lib/sysusers.d/owbcimomd.conf share/bash-completion/completions/owbctl share/man/man8/owbcimomd.8.gz; do
+    expect "$(<"$folder/owb-tools.files")" "usr/$file" "the list of owb-tools"
+done
+
+# Together they are what is installed, but for Debian's own additions, and no file is in two.
+cat "$folder"/*.files | LC_ALL=C sort >"$folder/all"
+[[ -z $(uniq -d "$folder/all") ]] || fail "in two packages: $(uniq -d "$folder/all")"
+grep -vE '/(changelog\.gz|copyright)$|^usr/share/lintian/' "$folder/all" |
+    sed -e 's|^usr/||' -e 's|^share/doc/libowb-dev/|share/doc/owb/|' -e '/\/man\//s/\.gz$//' | LC_ALL=C sort >"$folder/packaged"
+files_below "$tree" | grep -v '^share/doc/owb/copyright$' >"$folder/installed"
+diff "$folder/installed" "$folder/packaged" || fail "the packages and an installation differ"
+
+# Nobody else has the builder's folders.
+for place in "$source" "$build"; do
+    found=$(grep -rlF "$place" "$folder"/*/usr/bin "$folder"/*/usr/sbin "$folder"/*/usr/lib || true)
+    [[ -z $found ]] || fail "$place is named in $found"
+done

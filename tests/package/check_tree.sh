@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# What is installed is complete, and finds its own parts wherever it is: check_tree.sh TREE SOURCE_DIR
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+tree=$1 source=$2
+libdir=lib/i386-linux-gnu
+
+dynamic_of() { # FILE TAG
+    readelf -d "$1" | sed -n "s/.*($2).*\[\(.*\)\]/\1/p"
+}
+
+expect_dynamic() { # FILE TAG VALUE
+    local value
+    value=$(dynamic_of "$tree/$1" "$2")
+    [[ $value == "$3" ]] || fail "$2 of $1 is \"$value\", not \"$3\""
+}
+
+expect_dynamic "$libdir/libowb.so" SONAME libowb.so.1
+expect_dynamic "$libdir/owb/libowclient.so" SONAME libowclient.so.1
+expect_dynamic "$libdir/owb/libSblimUtilities.so" SONAME libSblimUtilities.so.0
+# shellcheck disable=SC2016 # for the dynamic linker
+{
+    expect_dynamic "$libdir/libowb.so" RUNPATH '$ORIGIN/owb'
+    expect_dynamic bin/owbctl RUNPATH '$ORIGIN/../'"$libdir"':$ORIGIN/../'"$libdir/owb"
+    expect_dynamic sbin/owbcimomd RUNPATH '$ORIGIN/../'"$libdir/owb"
+}
+
+# Each public header of the client library, each man page.
+diff -r "$source/openwbem/include" "$tree/include/owb/openwbem" || fail "headers differ"
+for page in "$source"/docs/man/*.[1-8]; do
+    cmp "$page" "$tree/share/man/man${page##*.}/${page##*/}" || fail "a man page is missing"
+done
+# The others; the bundled libraries are where no installed original is.
+files_below "$tree" | grep -vE '^(include/owb/openwbem|share/man)/' >"$folder/files"
+diff "$source/tests/package/files.txt" "$folder/files" || fail "other files than files.txt says are installed"
