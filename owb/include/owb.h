@@ -42,7 +42,7 @@
  * THREADS
  *   The library starts none and locks nothing. It keeps one client connection for the life of the
  *   process, so call it from one thread at a time. It touches no signal disposition, and its descriptors
- *   are closed on exec.
+ *   are closed on exec; an installed OpenWBEM in place of the bundled client library ignores SIGPIPE.
  *
  * ERRORS
  *   Request functions return a status: OWB_DONE, OWB_NO_INSTANCE, OWB_BAD_ARGUMENT, OWB_NO_CONNECTION or
@@ -58,8 +58,10 @@
  *   C, and C++ without the client library's classes:
  *       cc -m32 agent.c -lowb
  *   C++ that catches or passes those classes names the client library as well. The bundled one is in
- *   folders of its own below the prefix, PREFIX/include/owb/openwbem and PREFIX/lib/owb:
- *       c++ -m32 agent.cpp -IPREFIX/include/owb/openwbem -LPREFIX/lib/owb -lowb -lowclient
+ *   folders of its own, PREFIX/include/owb/openwbem and owb below the folder of libowb.so, LIBDIR, where the
+ *   dynamic linker does not look by itself:
+ *       c++ -m32 agent.cpp -IPREFIX/include/owb/openwbem -LLIBDIR/owb -lowb -lowclient -Wl,-rpath,LIBDIR/owb
+ *   pkg-config knows the options under the names owb and owb-client.
  *
  * The header serves C89 and C++. The target is 32-bit Linux: every long and pointer below
  * is one 32-bit word there.
@@ -288,8 +290,8 @@ long OWB_getInstance(long group, char* objectPath, long row, _qHead* q);
  * of no name and no value in their place, for the groups above none. CIMOMs that need keys refuse such a
  * request. Some CIMOMs take a request for the whole instance and clear what it does not carry.
  *
- * A request that was sent is never repeated, so after a broken connection it is not known whether it was
- * carried out. Blocks as OWB_getGroup() does, for each request.
+ * The bundled client library never repeats a request that was sent, so after a broken connection it is not
+ * known whether it was carried out. Blocks as OWB_getGroup() does, for each request.
  */
 long OWB_setGroup(long group, _qHead* q);
 
