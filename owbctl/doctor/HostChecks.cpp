@@ -41,7 +41,7 @@ Check checkSoftwareInventory() {
     if (::access(program, X_OK) == 0)
         return {Result::ok, name, std::string(program) + " can be run", {}};
     return {Result::warn, name, std::string(program) + ": " + std::strerror(errno),
-            "Nothing needs to be done where the kind of a process, group 16 RunType, is not asked for"};
+            "Only the kind of a process (group 16, RunType) needs it"};
 }
 
 } // namespace owbctl
