@@ -1,63 +1,12 @@
-// Memory that runs out: malloc() and free() of this program stand in front of the C library's.
+// Memory that runs out.
 #include "inventory/Inventory.hpp"
+#include "support/ShortMemory.hpp"
 
 #include <functional>
 #include <new>
 #include <unistd.h>
 
-namespace {
-
-int allocationsUntilFailure = -1; // -1: none fails
-int outstandingAllocations = 0;
-
-} // namespace
-
-extern "C" {
-void* __libc_malloc(std::size_t size);
-void* __libc_calloc(std::size_t count, std::size_t size);
-void* __libc_realloc(void* memory, std::size_t size);
-void __libc_free(void* memory);
-}
-
-namespace {
-
-// Whether there is memory for one allocation more.
-bool isGranted() {
-    if (allocationsUntilFailure == 0)
-        return false;
-    if (allocationsUntilFailure > 0)
-        --allocationsUntilFailure;
-    return true;
-}
-
-void* counted(void* memory) {
-    ++outstandingAllocations;
-    return memory;
-}
-
-} // namespace
-
-extern "C" {
-__attribute__((visibility("default"))) void* malloc(std::size_t size) noexcept {
-    return isGranted() ? counted(__libc_malloc(size)) : nullptr;
-}
-
-__attribute__((visibility("default"))) void* calloc(std::size_t count, std::size_t size) noexcept {
-    return isGranted() ? counted(__libc_calloc(count, size)) : nullptr;
-}
-
-__attribute__((visibility("default"))) void* realloc(void* memory, std::size_t size) noexcept {
-    if (!memory)
-        return malloc(size);
-    return isGranted() ? __libc_realloc(memory, size) : nullptr;
-}
-
-__attribute__((visibility("default"))) void free(void* memory) noexcept {
-    if (memory)
-        --outstandingAllocations;
-    __libc_free(memory);
-}
-}
+namespace memory = support::memory;
 
 namespace {
 
@@ -76,16 +25,16 @@ protected:
     // Lets an action run out of memory at each of its allocations in turn, and does it once more without.
     void expectToLoseNothing(const Action& action) {
         succeed(action); // what the C library allocates once
-        const int before = outstandingAllocations;
+        const long before = memory::outstanding();
         const int descriptor = lowestDescriptor();
         int count = 0;
         while (runsOut(action, count)) {
-            ASSERT_EQ(before, outstandingAllocations) << count;
+            ASSERT_EQ(before, memory::outstanding()) << count;
             ASSERT_EQ(descriptor, lowestDescriptor()) << count;
             ++count;
         }
         EXPECT_LT(10, count);
-        EXPECT_EQ(before, outstandingAllocations);
+        EXPECT_EQ(before, memory::outstanding());
         succeed(action);
     }
 
@@ -100,13 +49,12 @@ private:
         bool result = false;
         {
             QAV_UnixProcessAPI processes;
-            allocationsUntilFailure = allocations;
+            memory::failFrom(allocations);
             try {
                 action(processes);
             } catch (const std::bad_alloc&) {
             }
-            result = allocationsUntilFailure == 0;
-            allocationsUntilFailure = -1;
+            result = memory::suffice();
         }
         return result;
     }
@@ -150,12 +98,12 @@ TEST_F(OutOfMemory, AFillBehindProcessesThatWereReadWithoutInitLosesNothing) {
 TEST_F(OutOfMemory, TheNextFillMakesUpForOneThatRanOutOfIt) {
     QAV_UnixProcessAPI processes;
     for (int allocations = 0; allocations < 60; ++allocations) {
-        allocationsUntilFailure = allocations;
+        memory::failFrom(allocations);
         try {
             processes.init(information);
         } catch (const std::bad_alloc&) {
         }
-        allocationsUntilFailure = -1;
+        memory::suffice();
         processes.init(information);
         const std::vector<Record> records = recordsIn(processes);
         ASSERT_EQ(3U, records.size()) << allocations;
@@ -169,21 +117,20 @@ TEST_F(OutOfMemory, TheLinesOfTheToolAreReleasedWhenAFillThrows) {
     const OpenWBEM::String handle("7");
     QAV_UnixProcessAPI processes;
     processes.init(information, handle);
-    const int before = outstandingAllocations;
+    const long before = memory::outstanding();
     for (int allocations = 0;; ++allocations) {
-        allocationsUntilFailure = allocations;
+        memory::failFrom(allocations);
         bool hasThrown = false;
         try {
             processes.init(information, handle);
         } catch (const std::bad_alloc&) {
             hasThrown = true;
         }
-        const bool ranOut = allocationsUntilFailure == 0;
-        allocationsUntilFailure = -1;
+        const bool ranOut = memory::suffice();
         if (!ranOut)
             break;
         if (hasThrown) {
-            ASSERT_EQ(before, outstandingAllocations) << allocations;
+            ASSERT_EQ(before, memory::outstanding()) << allocations;
         }
     }
 }

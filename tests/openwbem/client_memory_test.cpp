@@ -1,5 +1,4 @@
-// Memory that runs out while a reply is read: malloc() and free() of this program stand in front of the C
-// library's.
+// Memory that runs out while a reply is read.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
@@ -7,41 +6,15 @@
 
 #include "Record.hpp"
 #include "support/ScriptedPeer.hpp"
+#include "support/ShortMemory.hpp"
 
 #include <gtest/gtest.h>
 #include <string>
 
 namespace {
 
-// Of this thread, the one that reads.
-thread_local long allocationsUntilFailure = -1; // -1: none fails
-thread_local long outstandingAllocations = 0;
-
-} // namespace
-
-extern "C" {
-void* __libc_malloc(std::size_t size);
-void __libc_free(void* memory);
-
-__attribute__((visibility("default"))) void* malloc(std::size_t size) noexcept {
-    if (allocationsUntilFailure == 0)
-        return nullptr;
-    if (allocationsUntilFailure > 0)
-        --allocationsUntilFailure;
-    ++outstandingAllocations;
-    return __libc_malloc(size);
-}
-
-__attribute__((visibility("default"))) void free(void* memory) noexcept {
-    if (memory)
-        --outstandingAllocations;
-    __libc_free(memory);
-}
-}
-
-namespace {
-
 using namespace OpenWBEM;
+namespace memory = support::memory;
 using support::ScriptedPeer;
 using support::Step;
 
@@ -51,7 +24,7 @@ enum class Outcome { read, refused, foreign };
 Outcome readWithout(long allocation, const char* url, const char* className) {
     CIMClient client(url, "root/cimv2");
     const String name(className);
-    allocationsUntilFailure = allocation;
+    memory::failFrom(allocation);
     Outcome outcome = Outcome::read;
     try {
         client.enumInstancesE(name);
@@ -60,7 +33,7 @@ Outcome readWithout(long allocation, const char* url, const char* className) {
     } catch (...) {
         outcome = Outcome::foreign;
     }
-    allocationsUntilFailure = -1;
+    memory::suffice();
     return outcome;
 }
 
@@ -70,10 +43,10 @@ void expectExceptionsOnly(const char* conversation, const char* scheme, const ch
     const ScriptedPeer peer({Step::answer(reply)});
     const std::string url = peer.url(scheme, "localhost");
     ASSERT_EQ(Outcome::read, readWithout(-1, url.c_str(), className));
-    const long before = outstandingAllocations;
+    const long before = memory::outstanding();
     long allocation = 0;
     while (readWithout(allocation, url.c_str(), className) == Outcome::refused) {
-        ASSERT_EQ(before, outstandingAllocations) << "allocation " << allocation;
+        ASSERT_EQ(before, memory::outstanding()) << "allocation " << allocation;
         ++allocation;
     }
     EXPECT_EQ(Outcome::read, readWithout(allocation, url.c_str(), className)) << "allocation " << allocation;

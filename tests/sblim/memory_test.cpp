@@ -1,9 +1,9 @@
-// Memory that the library takes, and memory that runs out: malloc() and its like of this program stand in
-// front of the C library's.
+// Memory that the library takes, and memory that runs out.
 #include "Run.hpp"
 
 #include "Descriptors.hpp"
 #include "support/Child.hpp"
+#include "support/ShortMemory.hpp"
 #include "support/TempDir.hpp"
 
 #include <cstdlib>
@@ -13,60 +13,7 @@
 
 namespace {
 
-// Of this thread, the one that calls.
-thread_local long allocationsUntilFailure = -1; // -1: none fails
-thread_local bool failsOnce = false;            // or from then on
-thread_local long outstandingAllocations = 0;
-
-bool mayAllocate() {
-    if (allocationsUntilFailure == 0) {
-        if (failsOnce)
-            allocationsUntilFailure = -1;
-        errno = ENOMEM;
-        return false;
-    }
-    if (allocationsUntilFailure > 0)
-        --allocationsUntilFailure;
-    return true;
-}
-
-void* counted(void* memory) {
-    if (memory)
-        ++outstandingAllocations;
-    return memory;
-}
-
-} // namespace
-
-extern "C" {
-void* __libc_malloc(std::size_t size);
-void* __libc_calloc(std::size_t count, std::size_t size);
-void* __libc_realloc(void* memory, std::size_t size);
-void __libc_free(void* memory);
-
-__attribute__((visibility("default"))) void* malloc(std::size_t size) noexcept {
-    return mayAllocate() ? counted(__libc_malloc(size)) : nullptr;
-}
-
-__attribute__((visibility("default"))) void* calloc(std::size_t count, std::size_t size) noexcept {
-    return mayAllocate() ? counted(__libc_calloc(count, size)) : nullptr;
-}
-
-__attribute__((visibility("default"))) void* realloc(void* memory, std::size_t size) noexcept {
-    if (!mayAllocate())
-        return nullptr;
-    return memory ? __libc_realloc(memory, size) : counted(__libc_malloc(size));
-}
-
-__attribute__((visibility("default"))) void free(void* memory) noexcept {
-    if (memory)
-        --outstandingAllocations;
-    __libc_free(memory);
-}
-}
-
-namespace {
-
+namespace memory = support::memory;
 using support::inChild;
 using support::TempDir;
 
@@ -83,12 +30,10 @@ long sizeInKilobytes(const std::string& name) {
     return 0;
 }
 
-/** Runs a command that reads and prints more than a pipe holds, while memory is short from one allocation on.
- */
-int runWithout(long allocation, char**& out, char**& err) {
+/** Runs a command that reads and prints more than a pipe holds. */
+int runTalkative(char**& out, char**& err) {
     char line[] = "one";
     char* input[] = {line, nullptr};
-    allocationsUntilFailure = allocation;
     return runcommand("cat; seq 100000; seq 50000 >&2; exit 3", input, &out, &err);
 }
 
@@ -105,20 +50,20 @@ void expectAllOrNothing(int status, char** out, char** err) {
 }
 
 // Lets one allocation after the other be the first that fails, until the call gets by without it.
-void expectFailuresThatLeaveNothingBehind() {
+void expectFailuresThatLeaveNothingBehind(void (*fail)(long)) {
     const std::set<int> descriptors = openDescriptors();
     int failures = 0;
     bool wasShort = true;
     for (long allocation = 0; wasShort; ++allocation) {
         SCOPED_TRACE(allocation);
-        const long before = outstandingAllocations;
+        const long before = memory::outstanding();
         char** out = nullptr;
         char** err = nullptr;
-        const int status = runWithout(allocation, out, err);
-        wasShort = allocationsUntilFailure <= 0;
-        allocationsUntilFailure = -1;
+        fail(allocation);
+        const int status = runTalkative(out, err);
+        wasShort = memory::suffice();
         expectAllOrNothing(status, out, err);
-        EXPECT_EQ(before, outstandingAllocations);
+        EXPECT_EQ(before, memory::outstanding());
         EXPECT_EQ(descriptors, openDescriptors());
         EXPECT_EQ(-1, ::waitpid(-1, nullptr, WNOHANG));
         failures += status == -1 ? 1 : 0;
@@ -127,24 +72,21 @@ void expectFailuresThatLeaveNothingBehind() {
 }
 
 TEST(Memory, WhenItRunsOutTheCallFailsAndLeavesNothingBehind) {
-    for (const bool once : {true, false}) {
+    for (const auto fail : {memory::failAt, memory::failFrom}) {
         const TempDir folder;
-        inChild(folder.path(), [once] {
-            failsOnce = once;
-            expectFailuresThatLeaveNothingBehind();
-        });
+        inChild(folder.path(), [fail] { expectFailuresThatLeaveNothingBehind(fail); });
     }
 }
 
 TEST(Memory, IsReleasedWithTheLines) {
-    const long before = outstandingAllocations;
+    const long before = memory::outstanding();
     char** out;
     char** err;
-    EXPECT_EQ(3, runWithout(-1, out, err));
-    EXPECT_EQ(before + 4, outstandingAllocations); // twice text and pointers
+    EXPECT_EQ(3, runTalkative(out, err));
+    EXPECT_EQ(before + 4, memory::outstanding()); // twice text and pointers
     freeresultbuf(out);
     freeresultbuf(err);
-    EXPECT_EQ(before, outstandingAllocations);
+    EXPECT_EQ(before, memory::outstanding());
 }
 
 TEST(Memory, ForAHundredMegabytesIsLittleMoreThanTheTextAndItsPointers) {
