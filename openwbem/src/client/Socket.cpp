@@ -21,6 +21,13 @@ namespace {
     OW_THROW(SocketException, ("Failed to connect to: " + endpoint.path + ": " + reason).c_str());
 }
 
+[[noreturn]] void throwFailed(const char* call) {
+    const int error = errno;
+    OW_THROW(
+        SocketException,
+        (std::string(call) + " failed: " + std::to_string(error) + "(" + std::strerror(error) + ")").c_str());
+}
+
 [[noreturn]] void throwTimedOut(const Endpoint& endpoint) {
     if (endpoint.path.empty())
         OW_THROW(SocketException, "SocketBaseImpl::connect() select timedout");
@@ -74,8 +81,10 @@ bool Socket::send(std::string_view bytes) {
             bytes.remove_prefix(static_cast<std::size_t>(sent));
         else if (errno == EAGAIN)
             wait(POLLOUT, Deadline("send", clientTimeouts().send));
-        else if (errno != EINTR)
+        else if (errno == EPIPE || errno == ECONNRESET)
             return false;
+        else if (errno != EINTR)
+            throwFailed("send()");
     }
     return true;
 }
@@ -99,9 +108,13 @@ bool Socket::isQuiet() {
 
 void Socket::wait(short event, const Deadline& deadline) const {
     pollfd waiting{m_descriptor.number(), event, 0};
-    while (::poll(&waiting, 1, deadline.left()) <= 0)
-        if (deadline.left() == 0)
+    for (int ready = 0; ready <= 0;) {
+        ready = ::poll(&waiting, 1, deadline.left());
+        if (ready < 0 && errno != EINTR && errno != EAGAIN)
+            throwFailed("poll()");
+        if (ready <= 0 && deadline.left() == 0)
             deadline.expire();
+    }
 }
 
 } // namespace OpenWBEM
