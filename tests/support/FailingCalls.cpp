@@ -6,6 +6,7 @@
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <fstream>
 #include <netdb.h>
 #include <poll.h>
 #include <spawn.h>
@@ -22,8 +23,11 @@ thread_local int failureError = 0;
 thread_local bool isShort = false;
 thread_local bool hasFailed = false;
 thread_local const char* failedCall = "";
+thread_local long made = 0;
+const char* countFile = nullptr;
 
 bool fails(const char* name) {
+    ++made;
     if (untilFailure < 0 || untilFailure-- > 0)
         return false;
     hasFailed = true;
@@ -51,6 +55,13 @@ __attribute__((constructor)) void readEnvironment() {
     const char* const error = std::getenv("FAIL_ERROR");
     if (call != nullptr && error != nullptr)
         support::calls::failAt(std::atol(call), std::atoi(error));
+    countFile = std::getenv("FAIL_COUNT");
+}
+
+/** Tells how many calls the main thread has made. */
+__attribute__((destructor)) void writeCount() {
+    if (countFile != nullptr)
+        std::ofstream(countFile) << made << " " << failedCall << std::endl;
 }
 
 } // namespace
