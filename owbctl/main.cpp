@@ -31,6 +31,8 @@ namespace owbctl {
 namespace {
 
 const char* const programName = "owbctl";
+/** Seconds after which a silent object manager has told enough. */
+constexpr double doctorTimeout = 60;
 
 std::unique_ptr<Format> makeFormat(const Words& words, Output& output) {
     if (words.output == "json")
@@ -67,13 +69,6 @@ WriteRequest writeRequest(const Words& words) {
     return {group, decimal(words.row).value(), parseAssignments(group, words.assignments)};
 }
 
-/** The trace of this command: the one asked for, and where the library's reasons are needed one in memory. */
-std::unique_ptr<Trace> makeTrace(const CLI::App& app, const Words& words) {
-    if (!words.trace.empty())
-        return std::make_unique<Trace>(words.trace);
-    return app.got_subcommand("doctor") ? std::make_unique<Trace>() : nullptr;
-}
-
 int execute(const CLI::App& app, const Words& words, const Output& output, const Trace* trace,
             Format& format) {
     const std::string url = withoutPassword(words.url);
@@ -101,22 +96,33 @@ int execute(const CLI::App& app, const Words& words, const Output& output, const
     return 0;
 }
 
-void bound(const Words& words, const Output& output) {
+void bound(double timeout, const Words& words, const Output& output) {
     std::ostringstream message;
-    message << "no end within " << words.timeout << " s";
-    endAfter(words.timeout, "owbctl: " + message.str() + '\n',
+    message << "no end within " << timeout << " s";
+    endAfter(timeout, "owbctl: " + message.str() + '\n',
              words.output == "json" ? jsonError(message.str(), exitTimeout) : std::string(), output);
 }
 
-int carryOut(const CLI::App& app, const Words& words, Output& output) {
-    const std::unique_ptr<Trace> trace = makeTrace(app, words);
-    const auto setUrl = [&words] { OWB_URLSet(words.url.c_str()); };
+/** Sets the URL, which is the first that the library traces; the trace that it goes into, or null. */
+std::unique_ptr<Trace> setUrl(const CLI::App& app, const Words& words) {
+    const auto set = [&words] { OWB_URLSet(words.url.c_str()); };
+    std::unique_ptr<Trace> trace;
+    if (!words.trace.empty())
+        trace = std::make_unique<Trace>(words.trace);
+    else if (app.got_subcommand("doctor")) // which needs the library's reasons
+        trace = std::make_unique<Trace>();
     if (trace != nullptr)
-        trace->begin(setUrl);
+        trace->begin(set);
     else
-        setUrl();
-    if (words.timeout > 0)
-        bound(words, output);
+        set();
+    return trace;
+}
+
+int carryOut(const CLI::App& app, const Words& words, Output& output) {
+    const double timeout = words.timeout == 0 && app.got_subcommand("doctor") ? doctorTimeout : words.timeout;
+    if (timeout > 0)
+        bound(timeout, words, output);
+    const std::unique_ptr<Trace> trace = setUrl(app, words);
     return execute(app, words, output, trace.get(), *makeFormat(words, output));
 }
 

@@ -30,8 +30,10 @@ struct Sample {
     /** From 1. */
     long number;
     std::time_t time;
-    /** Of the group; without its rows, which are below. */
+    /** Whether there was nothing to compare it with. */
+    bool isFirst;
     Group group;
+    /** The rows of the group. */
     std::vector<SampledRow> rows;
 };
 

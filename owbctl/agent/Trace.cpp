@@ -42,25 +42,32 @@ class SwitchFolder {
 public:
     explicit SwitchFolder(const std::string& log)
         : m_before(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {
-        checked(::mkdtemp(m_path.data()) == nullptr ? -1 : 0, m_path);
-        std::ofstream file(this->file());
-        file << log << std::endl;
-        checked(file && ::chdir(m_path.c_str()) == 0 ? 0 : -1, m_path);
+        checked(::mkdtemp(m_path.data()) == nullptr ? -1 : 0, "folder for the trace's switch, " + m_path);
+        std::ofstream switchFile(file());
+        switchFile << log << std::endl;
+        if (!switchFile || ::chdir(m_path.c_str()) != 0) {
+            const int error = errno;
+            remove();
+            throw std::system_error(error, std::generic_category(), "trace's switch in " + m_path);
+        }
     }
     ~SwitchFolder() {
         // Back to a folder that may not be entered there is no way; nor can it hold a switch for this user.
         if (::fchdir(m_before) != 0 && ::chdir("/") != 0)
             std::abort();
-        ::unlink(file().c_str());
-        ::rmdir(m_path.c_str());
-        if (m_before >= 0)
-            ::close(m_before);
+        remove();
     }
     SwitchFolder(const SwitchFolder&) = delete;
     SwitchFolder& operator=(const SwitchFolder&) = delete;
 
 private:
     std::string file() const { return m_path + "/vdxDebug"; }
+    void remove() const {
+        ::unlink(file().c_str());
+        ::rmdir(m_path.c_str());
+        if (m_before >= 0)
+            ::close(m_before);
+    }
 
     const int m_before;
     std::string m_path = folderForFiles() + "/owbctl.XXXXXX";

@@ -24,6 +24,7 @@ Of several groups all are read; the first one that fails decides.
 The options above may stand before or behind the command.)";
 
 constexpr double shortestInterval = 0.1;
+constexpr double shortestTimeout = 0.001;
 constexpr double longestTime = 1e6;
 
 std::string checkGroups(const std::string& text) {
@@ -49,6 +50,18 @@ std::string checkRow(const std::string& text) {
 
 std::string checkCount(const std::string& text) {
     return decimal(text).value_or(0) > 0 ? std::string() : "'" + text + "' is no number from 1 on";
+}
+
+/** A check for a time of at least `least` seconds. */
+std::function<std::string(const std::string&)> isTimeFrom(double least) {
+    return [least](const std::string& text) {
+        double seconds = 0;
+        const bool isNumber = CLI::detail::lexical_cast(text, seconds);
+        // Not a number is in no range.
+        return isNumber && seconds >= least && seconds <= longestTime
+                   ? std::string()
+                   : "'" + text + "' is no time of at least " + CLI::detail::to_string(least) + " seconds";
+    };
 }
 
 std::string checkNotEmpty(const std::string& text) {
@@ -83,7 +96,7 @@ void describeWatch(CLI::App& app, Words& words) {
         ->check(checkGroup);
     watch->add_option("--interval", words.interval, "Seconds from one reading to the next; default 2")
         ->type_name("SECONDS")
-        ->check(CLI::Range(shortestInterval, longestTime).description(""));
+        ->check(isTimeFrom(shortestInterval));
     watch->add_option("--count", words.count, "End after so many readings")
         ->type_name("N")
         ->check(checkCount);
@@ -144,7 +157,7 @@ void describeOptions(CLI::App& app, Words& words) {
         ->check(CLI::IsMember(outputNames).description(""));
     app.add_option("--timeout", words.timeout, "End after this time, whatever is not done yet")
         ->type_name("SECONDS")
-        ->check(CLI::Range(0.001, longestTime).description(""));
+        ->check(isTimeFrom(shortestTimeout));
     app.add_option("--trace", words.trace,
                    "Write the library's trace of this command to FILE; - is standard error")
         ->type_name("FILE")
@@ -155,7 +168,8 @@ void describeOptions(CLI::App& app, Words& words) {
 void refuseBrackets(int argc, char** argv) {
     for (const std::string& word : std::vector<std::string>(argv + 1, argv + argc)) {
         if (!word.empty() && word.front() == '[' && word.back() == ']')
-            throw CLI::ValidationError("'" + word + "' is in brackets");
+            throw CLI::ValidationError("'" + word +
+                                       "' begins with [ and ends with ], which the command line cannot take");
     }
 }
 

@@ -108,6 +108,19 @@ Strings wordsOf(const Context& context) {
     return words;
 }
 
+Strings candidatesFor(Context& context, const std::string& prefix) {
+    if (prefix.empty() || prefix.front() != '-')
+        return context.option != nullptr ? valuesOf(context) : wordsOf(context);
+    const std::size_t mark = prefix.find('=');
+    if (mark == std::string::npos)
+        return optionNames(context);
+    takeIn(context, prefix.substr(0, mark));
+    Strings values = context.option == nullptr ? Strings() : valuesOf(context);
+    for (std::string& value : values)
+        value.insert(0, prefix, 0, mark + 1);
+    return values;
+}
+
 } // namespace
 
 std::vector<std::string> completions(const CLI::App& app, const std::vector<std::string>& words) {
@@ -115,10 +128,7 @@ std::vector<std::string> completions(const CLI::App& app, const std::vector<std:
     Context context{&app, &app, {}, nullptr};
     for (std::size_t i = 0; i + 1 < words.size(); ++i)
         takeIn(context, words[i]);
-    const bool isOption = !prefix.empty() && prefix.front() == '-';
-    Strings candidates = isOption                    ? optionNames(context)
-                         : context.option != nullptr ? valuesOf(context)
-                                                     : wordsOf(context);
+    Strings candidates = candidatesFor(context, prefix);
     const auto isOther = [&prefix](const std::string& word) {
         return word.compare(0, prefix.size(), prefix) != 0;
     };

@@ -45,7 +45,7 @@ int watchGroup(const WatchRequest& request, Format& format, const Output& output
         progress.clear();
         const std::time_t time = std::time(nullptr);
         ++samples;
-        format.writeSample({samples, time, now.group, compare(now, before ? &*before : nullptr)});
+        format.writeSample({samples, time, !before, now.group, compare(now, before ? &*before : nullptr)});
         if (now.group.status != OWB_DONE)
             reportFailure(now.group, url);
         if (samples == request.count)

@@ -1,6 +1,7 @@
 #ifndef OWBCTL_DOCTOR_CHECK_HPP
 #define OWBCTL_DOCTOR_CHECK_HPP
 
+#include <cstddef>
 #include <string>
 
 namespace owbctl {
@@ -16,6 +17,9 @@ struct Check {
     /** Empty when there is nothing to do. */
     std::string advice;
 };
+
+/** Characters of the longest name of a check. */
+constexpr std::size_t longestCheckName = 9;
 
 /** "ok", "warn" or "fail". */
 const char* wordOf(Check::Result result);

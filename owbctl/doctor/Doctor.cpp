@@ -18,31 +18,41 @@ std::string meaningOf(const Endpoint& endpoint) {
     return protocol + " to " + endpoint.host + ", port " + endpoint.port;
 }
 
+const char* const form =
+    "Give it as scheme://[user[:password]@]host[:port]; the port of a socket is its path, with each "
+    "/ written as %2f";
+
+bool holds(const std::string& text, const char* part) {
+    return text.find(part) != std::string::npos;
+}
+
 Check checkUrl(const std::string& url) {
     const std::string why = connectAnew();
     const std::string shown = withoutPassword(url);
     if (!why.empty())
-        return {
-            Check::Result::fail, "URL", shown + ": " + why,
-            "Give it as scheme://[user[:password]@]host[:port]; the port of a socket is its path, with each "
-            "/ written as %2f"};
-    return {Check::Result::ok, "URL", shown + ": " + meaningOf(endpointOf(url)), {}};
+        return {Check::Result::fail, "URL", shown + ": " + withoutPassword(why),
+                holds(why, "MalformedURL") || holds(why, "UnescapeChar") ? form : ""};
+    const std::size_t host = url.find("://") == std::string::npos ? 0 : url.find("://") + 3;
+    const std::string finding = shown + ": " + meaningOf(endpointOf(url));
+    if (url.find(":/", host) != std::string::npos)
+        return {Check::Result::warn, "URL", finding + ", since its port is empty", form};
+    return {Check::Result::ok, "URL", finding, {}};
 }
 
 } // namespace
 
-std::vector<Check> examine(const std::string& url, const Trace& trace) {
-    std::vector<Check> checks{checkUrl(url)};
-    if (checks.front().result == Check::Result::ok) {
+void examine(const std::string& url, const Trace& trace, const std::function<void(const Check&)>& report) {
+    const Check urlCheck = checkUrl(url);
+    report(urlCheck);
+    if (urlCheck.result != Check::Result::fail) {
         const std::string socket = endpointOf(url).socketPath;
         if (!socket.empty())
-            checks.push_back(checkSocket(socket));
-        checks.push_back(checkManager(withoutPassword(url), trace));
+            report(checkSocket(socket));
+        report(checkManager(withoutPassword(url), trace));
     }
-    checks.push_back(checkTrace());
-    checks.push_back(checkProcessTable());
-    checks.push_back(checkSoftwareInventory());
-    return checks;
+    report(checkTrace());
+    report(checkProcessTable());
+    report(checkSoftwareInventory());
 }
 
 } // namespace owbctl

@@ -21,7 +21,7 @@ constexpr const char* name = "socket";
 class Socket {
 public:
     Socket()
-        : m_descriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {}
+        : m_descriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)) {}
     ~Socket() {
         if (m_descriptor >= 0)
             ::close(m_descriptor);
@@ -55,11 +55,16 @@ std::string programOf(pid_t process) {
     return command.empty() ? std::string() : " (" + command + ")";
 }
 
-Check refused(const std::string& path, int error, const std::string& owner) {
-    const std::string finding = path + ", of " + owner + ": " + std::strerror(error);
+Check refused(const std::string& path, int error, uid_t owner) {
+    const std::string finding = path + ", of " + userName(owner) + ": " + std::strerror(error);
+    const std::string remove = "; remove the socket first, as root or " + userName(owner);
     if (error == ECONNREFUSED)
         return {Result::fail, name, finding + ": nobody listens",
-                "The object manager has ended and left its socket behind: start it again"};
+                "The object manager has ended and left its socket behind: start it again" +
+                    (owner == ::geteuid() || ::geteuid() == 0 ? "" : remove)};
+    if (error == EAGAIN)
+        return {Result::fail, name, finding + ": too many wait to be served",
+                "The object manager is busy or stuck: see its log, or start it again"};
     if (error == EACCES || error == EPERM)
         return {Result::fail, name, finding,
                 "Run this as a user who may use the socket, or have its mode changed"};
@@ -83,14 +88,15 @@ Check checkSocket(const std::string& path) {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0)
         return {Result::fail, name, path + ": " + std::strerror(errno),
-                "Start the object manager, or name the socket of a running one with --url or OWB_URL"};
+                errno == EACCES
+                    ? "Run this as a user who may enter the folder"
+                    : "Start the object manager, or name the socket of a running one with --url or OWB_URL"};
     if (!S_ISSOCK(status.st_mode))
         return {Result::fail, name, path + ": is there, but is no socket",
-                "Remove it, and start the object manager"};
+                "See whether the URL names the right path"};
     const Socket socket;
     const int error = socket.connectTo(path);
-    return error != 0 ? refused(path, error, userName(status.st_uid))
-                      : served(path, status.st_uid, socket.peer());
+    return error != 0 ? refused(path, error, status.st_uid) : served(path, status.st_uid, socket.peer());
 }
 
 } // namespace owbctl

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -32,6 +33,9 @@ std::string logOf(std::ifstream& file) {
 }
 
 std::string whyNotWritable(const std::string& log) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(log, ignored))
+        return std::strerror(EISDIR);
     const bool exists = ::access(log.c_str(), F_OK) == 0;
     const std::size_t slash = log.rfind('/');
     const std::string folder = slash == std::string::npos ? "." : log.substr(0, slash + 1);
@@ -59,6 +63,11 @@ Check checkSwitch(const std::string& path, std::ifstream& file) {
 
 Check checkTrace() {
     for (const char* const path : switches) {
+        std::error_code ignored;
+        if (std::filesystem::is_fifo(path, ignored))
+            return {Result::fail, name,
+                    std::string(path) + " is a named pipe: agents stand still at their first request",
+                    "Remove it"};
         std::ifstream file(path);
         if (file)
             return checkSwitch(path, file);

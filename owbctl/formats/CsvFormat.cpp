@@ -118,13 +118,12 @@ void CsvFormat::writeProcesses(const std::vector<Process>& processes) {
     m_output.write(csv.text());
 }
 
-void CsvFormat::writeChecks(const std::vector<Check>& checks) {
+void CsvFormat::writeCheck(const Check& check) {
     Csv csv;
-    csv.header({"name", "result", "finding", "advice"});
-    for (const Check& check : checks) {
-        csv.text(check.name).text(wordOf(check.result)).text(check.finding);
-        csv.values(check.advice.empty() ? std::vector<std::string>() : std::vector{check.advice}).end();
-    }
+    if (!m_output.isBegun())
+        csv.header({"name", "result", "finding", "advice"});
+    csv.text(check.name).text(wordOf(check.result)).text(check.finding);
+    csv.values(check.advice.empty() ? std::vector<std::string>() : std::vector{check.advice}).end();
     m_output.write(csv.text());
 }
 

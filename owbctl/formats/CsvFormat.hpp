@@ -28,7 +28,8 @@ public:
     void writeWrite(const Write& write) override;
     void writeConversion(const Conversion& conversion) override;
     void writeProcesses(const std::vector<Process>& processes) override;
-    void writeChecks(const std::vector<Check>& checks) override;
+    void writeCheck(const Check& check) override;
+    void endChecks() override {}
     void writeVersions(const std::vector<Version>& versions) override;
 
 private:

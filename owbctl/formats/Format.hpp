@@ -42,7 +42,9 @@ public:
 
     virtual void writeProcesses(const std::vector<Process>& processes) = 0;
 
-    virtual void writeChecks(const std::vector<Check>& checks) = 0;
+    /** Writes one check. After the last one call endChecks(). */
+    virtual void writeCheck(const Check& check) = 0;
+    virtual void endChecks() = 0;
 
     virtual void writeVersions(const std::vector<Version>& versions) = 0;
 };

@@ -176,14 +176,15 @@ void JsonFormat::writeSample(const Sample& sample) {
                           -1));
 }
 
-void JsonFormat::writeChecks(const std::vector<Check>& checks) {
-    Json all = Json::array();
-    for (const Check& check : checks)
-        all.push_back({{"name", check.name},
-                       {"result", wordOf(check.result)},
-                       {"finding", check.finding},
-                       {"advice", textOrNull(check.advice)}});
-    write({{"format_version", formatVersion}, {"url", m_url}, {"checks", std::move(all)}});
+void JsonFormat::writeCheck(const Check& check) {
+    m_checks.push_back({{"name", check.name},
+                        {"result", wordOf(check.result)},
+                        {"finding", check.finding},
+                        {"advice", textOrNull(check.advice)}});
+}
+
+void JsonFormat::endChecks() {
+    write({{"format_version", formatVersion}, {"url", m_url}, {"checks", std::move(m_checks)}});
 }
 
 void JsonFormat::writeVersions(const std::vector<Version>& versions) {

@@ -27,7 +27,8 @@ public:
     void writeWrite(const Write& write) override;
     void writeConversion(const Conversion& conversion) override;
     void writeProcesses(const std::vector<Process>& processes) override;
-    void writeChecks(const std::vector<Check>& checks) override;
+    void writeCheck(const Check& check) override;
+    void endChecks() override;
     void writeVersions(const std::vector<Version>& versions) override;
 
 private:
@@ -37,6 +38,7 @@ private:
     Output& m_output;
     std::string m_url;
     nlohmann::ordered_json m_groups = nlohmann::ordered_json::array();
+    nlohmann::ordered_json m_checks = nlohmann::ordered_json::array();
 };
 
 /** The document, with its line feed, of a command that came to no other one. */

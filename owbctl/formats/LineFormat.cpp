@@ -51,7 +51,7 @@ void LineFormat::writeSample(const Sample& sample) {
     std::string text;
     for (const SampledRow& row : sample.rows) {
         for (const Sampled& sampled : row.properties) {
-            if (sample.number > 1 && !sampled.isChanged)
+            if (!sample.isFirst && !sampled.isChanged)
                 continue;
             const std::string suffix = mark(sampled);
             text += rowName(sample.group.number, row.number) + sampled.property.description->property +
@@ -85,13 +85,9 @@ void LineFormat::writeProcesses(const std::vector<Process>& processes) {
     m_output.write(text);
 }
 
-void LineFormat::writeChecks(const std::vector<Check>& checks) {
-    std::string text;
-    for (const Check& check : checks) {
-        text += line(check.name, std::string(wordOf(check.result)) + ": " + check.finding +
-                                     (check.advice.empty() ? "" : "; " + check.advice));
-    }
-    m_output.write(text);
+void LineFormat::writeCheck(const Check& check) {
+    m_output.write(line(check.name, std::string(wordOf(check.result)) + ": " + check.finding +
+                                        (check.advice.empty() ? "" : "; " + check.advice)));
 }
 
 void LineFormat::writeVersions(const std::vector<Version>& versions) {

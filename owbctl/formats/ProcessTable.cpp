@@ -38,12 +38,13 @@ std::string clock(const std::string& interval) {
     return days < 8 ? interval.substr(days, 8 - days) + "-" + time : time;
 }
 
-// As in ps(1): what has neither a path nor parameters, a thread of the kernel, by its name in brackets.
+// As in ps(1): of a program whose path is not known, as of a thread of the kernel, the name in brackets.
 std::string commandLine(const ProcessInformation& information) {
-    std::string text = printable(information.modulePath);
+    std::string text = information.modulePath.empty() ? "[" + printable(information.name) + "]"
+                                                      : printable(information.modulePath);
     for (const std::string& parameter : information.parameters)
-        text += (text.empty() ? "" : " ") + printable(parameter);
-    return text.empty() ? "[" + printable(information.name) + "]" : text;
+        text += " " + printable(parameter);
+    return text;
 }
 
 } // namespace

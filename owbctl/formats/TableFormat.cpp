@@ -63,22 +63,16 @@ std::string clock(std::time_t time) {
     return text;
 }
 
-std::string checkLines(const std::vector<Check>& checks, std::size_t limit) {
+std::string checkLines(const Check& check, std::size_t limit) {
     constexpr std::size_t resultWidth = 6;
-    std::size_t nameWidth = 0;
-    for (const Check& check : checks)
-        nameWidth = std::max(nameWidth, width(check.name) + 2);
-    const std::size_t indent = resultWidth + nameWidth;
-    std::string text;
-    for (const Check& check : checks) {
-        std::string start = wordOf(check.result);
-        start.resize(resultWidth, ' ');
-        start += check.name;
-        start.resize(indent, ' ');
-        text += start + wrapped(printable(check.finding), indent, limit) + '\n';
-        if (!check.advice.empty())
-            text += std::string(indent, ' ') + wrapped(printable(check.advice), indent, limit) + '\n';
-    }
+    constexpr std::size_t indent = resultWidth + longestCheckName + 2;
+    std::string text = wordOf(check.result);
+    text.resize(resultWidth, ' ');
+    text += check.name;
+    text.resize(indent, ' ');
+    text += wrapped(printable(check.finding), indent, limit) + '\n';
+    if (!check.advice.empty())
+        text += std::string(indent, ' ') + wrapped(printable(check.advice), indent, limit) + '\n';
     return text;
 }
 
@@ -130,8 +124,8 @@ void TableFormat::writeProcesses(const std::vector<Process>& processes) {
     m_output.write(processTable(processes).text(m_output.terminalWidth()));
 }
 
-void TableFormat::writeChecks(const std::vector<Check>& checks) {
-    m_output.write(checkLines(checks, m_output.terminalWidth()));
+void TableFormat::writeCheck(const Check& check) {
+    m_output.write(checkLines(check, m_output.terminalWidth()));
 }
 
 void TableFormat::writeVersions(const std::vector<Version>& versions) {

@@ -1,6 +1,9 @@
 #include "output/Deadline.hpp"
 
+#include "output/Progress.hpp"
+
 #include <csignal>
+#include <poll.h>
 #include <sys/time.h>
 #include <unistd.h>
 #include <utility>
@@ -13,27 +16,25 @@ std::string lastMessage;
 std::string lastDocument;
 const Output* lastOutput = nullptr;
 
-// Calls nothing but what signal-safety(7) allows. There is nobody left to tell of an error.
-void writeAll(int descriptor, const std::string& text) {
-    for (std::size_t done = 0; done < text.size();) {
-        const ssize_t written = ::write(descriptor, text.data() + done, text.size() - done);
-        if (written < 0)
-            return;
-        done += static_cast<std::size_t>(written);
-    }
+// Calls nothing but what signal-safety(7) allows, and waits for nobody. There is nobody left to tell of an
+// error.
+void writeIfTaken(int descriptor, const std::string& text) {
+    pollfd taking{descriptor, POLLOUT, 0};
+    if (::poll(&taking, 1, 0) == 1 && ::write(descriptor, text.data(), text.size()) < 0)
+        return;
 }
 
 void end(int) {
-    writeAll(STDERR_FILENO, lastMessage);
+    writeIfTaken(STDERR_FILENO, lastMessage);
     if (!lastOutput->isBegun())
-        writeAll(lastOutput->descriptor(), lastDocument);
+        writeIfTaken(lastOutput->descriptor(), lastDocument);
     ::_exit(exitTimeout);
 }
 
 } // namespace
 
 void endAfter(double seconds, std::string message, std::string document, const Output& output) {
-    lastMessage = std::move(message);
+    lastMessage = ::isatty(STDERR_FILENO) != 0 ? clearLine + message : std::move(message);
     lastDocument = std::move(document);
     lastOutput = &output;
     std::signal(SIGALRM, end);

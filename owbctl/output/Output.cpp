@@ -81,10 +81,7 @@ void Output::waitWritable() const {
 }
 
 void Output::redraw(std::string_view text) {
-    if (isTerminal())
-        write(screen(text, sizeOf(m_descriptor)));
-    else
-        write(text);
+    write(screen(text, sizeOf(m_descriptor)));
 }
 
 bool Output::isTerminal() const {

@@ -27,7 +27,7 @@ public:
     void write(std::string_view text);
 
     /** Shows a text on the terminal in place of what stood there; lines that it has no room for are counted
-     * on the last one. For terminals only, else as write(). */
+     * on the last one. For terminals only. */
     void redraw(std::string_view text);
 
     bool isTerminal() const;

@@ -4,12 +4,6 @@
 #include <unistd.h>
 
 namespace owbctl {
-namespace {
-
-constexpr const char* clearLine = "\r\x1b[K";
-
-} // namespace
-
 Progress::Progress()
     : m_isOn(isatty(STDERR_FILENO) != 0) {}
 

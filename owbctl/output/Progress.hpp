@@ -5,6 +5,9 @@
 
 namespace owbctl {
 
+/** Has a terminal begin its line anew (ECMA-48). */
+constexpr const char* clearLine = "\r\x1b[K";
+
 /** A line on standard error that says how far a long command has come; nothing at all when that is no
  * terminal. Gone when the object is. */
 class Progress {

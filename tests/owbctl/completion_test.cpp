@@ -38,17 +38,34 @@ TEST(Completion, PropertiesAreThoseOfTheGroup) {
 TEST(Completion, ValuesOfOptionsAreOffered) {
     EXPECT_EQ(complete({"-o", ""}), "csv\njson\nline\ntable\n");
     EXPECT_EQ(complete({"get", "4", "--output", "j"}), "json\n");
+    EXPECT_EQ(complete({"get", "4", "--output=j"}), "--output=json\n");
     EXPECT_EQ(complete({"time", "interval", "--unit", ""}), "cs\nms\ns\nus\n");
     EXPECT_EQ(complete({"--url", ""}), "");
     EXPECT_EQ(complete({"--url", "x", "gr"}), "groups\n") << "the value is no command";
 }
 
-TEST(Completion, TheShellAsksTheProgram) {
+/** What bash offers for a line of a command, its cursor at the end. */
+std::string offered(const std::string& line) {
     const support::ProgramResult result = support::runProgram(
         {"/bin/bash", "-c",
-         "source '" OWBCTL_COMPLETION "'; COMP_WORDS=('" OWBCTL "' get QAV_UDP); COMP_CWORD=2; "
-         "_owbctl '" OWBCTL "'; echo \"${COMPREPLY[@]}\"; complete -p owbctl"});
-    EXPECT_EQ(result.out, "QAV_UDPStatisticalData\ncomplete -o default -F _owbctl owbctl\n") << result.err;
+         "source '" OWBCTL_COMPLETION "'; compopt() { :; }; COMP_LINE=$1; COMP_POINT=${#1}; _owbctl '" OWBCTL
+         "'; printf '%s\\n' \"${COMPREPLY[@]}\"",
+         "bash", line});
+    EXPECT_EQ(result.err, "");
+    return result.out;
+}
+
+TEST(Completion, TheShellAsksTheProgram) {
+    EXPECT_EQ(offered("owbctl get QAV_UDP"), "QAV_UDPStatisticalData\n");
+    EXPECT_EQ(offered("owbctl watch HR_N"), "HR_NETWORK\n");
+    EXPECT_EQ(offered("owbctl time "), "epoch\ninterval\n");
+}
+
+TEST(Completion, WordsThatTheShellTakesApartAreOneToTheProgram) {
+    EXPECT_EQ(offered("owbctl --url http://h:5988 wat"), "watch\n");
+    EXPECT_EQ(offered("owbctl --output=js"), "json\n") << "what stands behind the = alone";
+    EXPECT_EQ(offered("owbctl set 2 0 PrimaryOwnerContact=Sys"), "\n") << "nothing is known of values";
+    EXPECT_EQ(offered("owbctl set 2 0 PrimaryO"), "PrimaryOwnerContact=\n");
 }
 
 } // namespace

@@ -83,6 +83,7 @@ TEST(Doctor, AFileIsNoSocket) {
     const support::TempDir folder;
     auto checks = checksOf(doctor(support::urlOf(folder.write("file", ""))));
     EXPECT_EQ(checks["socket"]["finding"], folder.file("file") + ": is there, but is no socket");
+    EXPECT_EQ(checks["socket"]["advice"], "See whether the URL names the right path");
 }
 
 TEST(Doctor, AMalformedUrlIsToldWithItsForm) {
@@ -114,6 +115,28 @@ TEST(Doctor, AManagerWithoutTheInstanceIsAWarning) {
     auto checks = checksOf(result);
     EXPECT_EQ(checks["manager"]["result"], "warn");
     EXPECT_TRUE(holds(checks["manager"]["finding"], "has no instance for group 4"));
+}
+
+TEST(Doctor, ASilentManagerIsNotWaitedForButWhatIsKnownIsTold) {
+    const support::ScriptedPeer peer({support::Step::staySilent()});
+    const support::ProgramResult result = owbctl({"--url", peer.url(), "doctor", "--timeout", "0.3"});
+    EXPECT_EQ(result.exitCode, 124);
+    EXPECT_NE(result.out.find("\nok    socket     "), std::string::npos) << result.out;
+    EXPECT_EQ(result.err, "owbctl: no end within 0.3 s\n");
+}
+
+TEST(Doctor, APathThatIsNotEncodedIsAWarning) {
+    auto checks = checksOf(doctor("http://127.0.0.1:/tmp/any"));
+    EXPECT_EQ(checks["URL"]["result"], "warn");
+    EXPECT_TRUE(holds(checks["URL"]["finding"], ", port 5988, since its port is empty")) << checks["URL"];
+}
+
+TEST(Doctor, ANamedPipeAsSwitchIsToldAndNotReadFrom) {
+    const support::TempDir folder;
+    auto checks = checksOf(shell("cd '" + folder.path() + "'; mkfifo vdxDebug; \"$OWBCTL\" --url " +
+                                 deadUrl() + " doctor -o json --timeout 20"));
+    EXPECT_EQ(checks["trace"]["result"], "fail");
+    EXPECT_TRUE(holds(checks["trace"]["finding"], "vdxDebug is a named pipe")) << checks["trace"];
 }
 
 TEST(Doctor, ATraceThatIsOnForAgentsIsToldWithItsLog) {

@@ -79,6 +79,11 @@ TEST(ProcessTable, AKernelThreadIsItsNameInBrackets) {
     EXPECT_EQ(cell({"2", thread, small()}, "Command"), "[kthreadd]\n");
 }
 
+TEST(ProcessTable, AProgramWhosePathMayNotBeReadKeepsItsName) {
+    const ProcessInformation daemon = {"sshd", "", {"-D"}, "4", "2"};
+    EXPECT_EQ(cell({"2", daemon, small()}, "Command"), "[sshd] -D\n");
+}
+
 TEST(ProcessTable, ControlCharactersAreShownAsTheyAreEscaped) {
     const ProcessInformation odd = {"a\nb", "/bin/\x1b[31m", {"c\td"}, "4", "2"};
     EXPECT_EQ(cell({"2", odd, small()}, "Command"), "/bin/\\x1b[31m c\\td\n");

@@ -141,7 +141,8 @@ TEST(SetFailure, AMissingRowStandsInTheJsonDocumentToo) {
 TEST(SetFailure, AWordInBracketsIsNotSeveralWords) {
     const support::ProgramResult result = owbctl({"set", "2", "0", "[3=x,5=y]"});
     EXPECT_EQ(result.exitCode, 2);
-    EXPECT_EQ(result.err, "owbctl: '[3=x,5=y]' is in brackets\ntry 'owbctl --help'\n");
+    EXPECT_EQ(result.err, "owbctl: '[3=x,5=y]' begins with [ and ends with ], which the command line cannot "
+                          "take\ntry 'owbctl --help'\n");
 }
 
 TEST(SetFailure, WrongUsageIsNoticedBeforeTheObjectManagerIsAsked) {

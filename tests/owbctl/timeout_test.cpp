@@ -32,6 +32,29 @@ TEST(Timeout, AWatchEndsBehindItsLastWholeSample) {
     EXPECT_EQ(nlohmann::json::parse(result.out)["sample"], 1) << "one document alone";
 }
 
+TEST(Timeout, ItHoldsFromTheFirstTraceOn) {
+    const support::TempDir folder;
+    const support::ProgramResult result =
+        shell("cd '" + folder.path() + "'; mkfifo vdxDebug; \"$OWBCTL\" groups --timeout 0.2");
+    EXPECT_EQ(result.exitCode, 124) << "a switch that nobody writes to";
+}
+
+TEST(Timeout, AFullPipeOfMessagesDoesNotHoldItUp) {
+    const support::ScriptedPeer peer({support::Step::staySilent()});
+    const support::ProgramResult result = shell(
+        "mkfifo '" + peer.socketPath() + ".pipe'; exec 3<>'" + peer.socketPath() +
+        ".pipe'; timeout 1 cat /dev/zero >&3; \"$OWBCTL\" --url " + peer.url() + " get 4 --timeout 0.2 2>&3");
+    EXPECT_EQ(result.exitCode, 124);
+}
+
+TEST(Timeout, OnATerminalTheLineOfProgressIsCleared) {
+    const support::ScriptedPeer peer({support::Step::staySilent()});
+    const std::string out = shell("script -qec '\"$OWBCTL\" --url " + peer.url() +
+                                  " get 4 14 --timeout 0.2 >/dev/null' /dev/null")
+                                .out;
+    EXPECT_NE(out.find("1 of 2\r\x1b[Kowbctl: no end within 0.2 s"), std::string::npos) << out;
+}
+
 TEST(Timeout, ACommandThatEndsInTimeIsNotTouched) {
     EXPECT_EQ(owbctlAt({instances({})}, {"get", "14", "--timeout", "600"}).exitCode, 0);
 }

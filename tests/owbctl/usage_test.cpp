@@ -62,6 +62,8 @@ TEST(Usage, NumbersAreInTheirRanges) {
     expectUsageError({"watch", "4", "--count", "0"});
     expectUsageError({"watch", "4", "--count", "-1"});
     expectUsageError({"--timeout", "0", "groups"});
+    expectUsageError({"--timeout", "nan", "groups"});
+    expectUsageError({"watch", "4", "--interval", "nan"});
     expectUsageError({"get", "4", "--row", "-1"});
 }
 

@@ -45,6 +45,13 @@ TEST(Watch, LaterLinesAreThoseThatChanged) {
                           "14 QAV_UDPStatisticalData[0].NoPorts = 0 *\n");
 }
 
+TEST(Watch, TheFirstGoodReadingIsShownWhole) {
+    const support::Step error = support::Step::answer(cimErrorReply(5, "no such class"));
+    EXPECT_EQ(watch({error, error, datagrams(5, 1)}, "3", "line").out,
+              "14 QAV_UDPStatisticalData[0].InDatagrams = 5\n"
+              "14 QAV_UDPStatisticalData[0].NoPorts = 1\n");
+}
+
 TEST(Watch, ARecordIsAValueOfASample) {
     const support::ProgramResult result = watch({datagrams(5, 1), datagrams(6, 1)}, "2", "csv");
     EXPECT_TRUE(matches(result.out,
