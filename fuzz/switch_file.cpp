@@ -19,8 +19,9 @@ void check(bool is) {
 void clean(const std::string& text) {
     std::vector<char> source(text.c_str(), text.c_str() + text.size() + 1);
     std::vector<char> target(source.size());
+    char* const inPlace = source.front() == '\0' ? nullptr : source.data();
     check(owbStringClean(source.data(), target.data()) == target.data());
-    check(owbStringClean(source.data(), nullptr) == (source.front() == '\0' ? nullptr : source.data()));
+    check(owbStringClean(source.data(), nullptr) == inPlace);
     const std::string result = target.data();
     check(result == source.data());
     check(result.find('"') == std::string::npos);
