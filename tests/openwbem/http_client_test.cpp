@@ -50,6 +50,7 @@ TEST_F(HttpWrite, IsSentOnANewConnectionWhenTheKeptOneIsSeenToHaveEnded) {
         ScriptedPeer peer({Step::answerAndClose(good + unasked), Step::answer(good)});
         HTTPClient client(urlOf(peer), ClientAuthCBIFCRef());
         EXPECT_EQ("no exception", messageOf(client, false));
+        peer.awaitEnds(1);
         EXPECT_EQ("no exception", messageOf(client, false));
         EXPECT_EQ(2U, peer.requests().size());
     }

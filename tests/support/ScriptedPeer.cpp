@@ -129,6 +129,11 @@ unsigned ScriptedPeer::connections() const {
     return m_connections;
 }
 
+void ScriptedPeer::awaitEnds(unsigned count) {
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_hasEnded.wait(lock, [this, count] { return m_ended >= count; });
+}
+
 // False when the peer is to stop.
 bool ScriptedPeer::waitReadable(int descriptor) const {
     pollfd waiting[] = {{descriptor, POLLIN, 0}, {m_stop[0], POLLIN, 0}};
@@ -148,6 +153,9 @@ void ScriptedPeer::run() {
         }
         serve(connection);
         ::close(connection);
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        ++m_ended;
+        m_hasEnded.notify_all();
     }
 }
 

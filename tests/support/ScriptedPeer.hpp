@@ -2,6 +2,7 @@
 #define TESTS_SUPPORT_SCRIPTED_PEER_HPP
 #include "support/TempDir.hpp"
 
+#include <condition_variable>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -75,6 +76,8 @@ public:
     std::vector<std::string> requests() const;
     /** Number of connections so far. */
     unsigned connections() const;
+    /** Waits until as many connections have ended. */
+    void awaitEnds(unsigned count);
 
 private:
     void run();
@@ -92,6 +95,8 @@ private:
     mutable std::mutex m_mutex;
     std::vector<std::string> m_requests;
     unsigned m_connections = 0;
+    unsigned m_ended = 0;
+    std::condition_variable m_hasEnded;
     std::thread m_thread;
 };
 
