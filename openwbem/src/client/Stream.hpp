@@ -20,8 +20,8 @@ public:
     virtual bool send(std::string_view bytes) = 0;
     /**
      * Receives up to size bytes, size being at least 1, and returns how many; 0 when the connection has
-     * ended, in whatever way. Throws SocketTimeoutException when none come before the deadline, and SocketException
-     * when it cannot be waited for them.
+     * ended, in whatever way. Throws SocketTimeoutException when none come before the deadline, and
+     * SocketException when it cannot be waited for them.
      */
     virtual std::size_t receive(char* to, std::size_t size, const Deadline& deadline) = 0;
     /** Whether nothing waits to be received, neither bytes nor the end. */
