@@ -12,6 +12,7 @@ set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 # File names in messages and debug information are relative to the source tree, whoever builds it where; ccache may hand
 # the compiler names relative to the build folder.
 file(RELATIVE_PATH source_from_build ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR})
+string(REGEX REPLACE "/$" "" source_from_build ${source_from_build})
 add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=" "-ffile-prefix-map=${source_from_build}/=")
 # /proc holds inode numbers beyond 32 bits.
 add_compile_definitions(_FILE_OFFSET_BITS=64)

@@ -9,7 +9,8 @@ command -v abidw >/dev/null || exit 77
 
 describe() {
     abidw --no-corpus-path --no-comp-dir-path --no-show-locs --headers-dir "$source/owb/include" \
-        --headers-dir "$source/inventory/include" --drop-private-types --drop-undefined-syms --exported-interfaces-only "$library"
+        --headers-dir "$source/inventory/include" --drop-private-types --drop-undefined-syms --exported-interfaces-only "$library" |
+        sed "s/ path='[^']*'//" # of the sources, as the compiler was given them
 }
 
 if [[ $update == --update ]]; then
