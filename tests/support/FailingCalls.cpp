@@ -2,15 +2,12 @@
 
 #include <cerrno>
 #include <cstdarg>
-#include <cstdlib>
 #include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <fstream>
 #include <netdb.h>
 #include <poll.h>
 #include <spawn.h>
-#include <sys/epoll.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -23,11 +20,8 @@ thread_local int failureError = 0;
 thread_local bool isShort = false;
 thread_local bool hasFailed = false;
 thread_local const char* failedCall = "";
-thread_local long made = 0;
-const char* countFile = nullptr;
 
 bool fails(const char* name) {
-    ++made;
     if (untilFailure < 0 || untilFailure-- > 0)
         return false;
     hasFailed = true;
@@ -44,24 +38,15 @@ std::size_t transferred(std::size_t size) {
     return 1;
 }
 
+bool isPolledPipe(int descriptor) {
+    struct stat status;
+    return ::fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode) &&
+           (::fcntl(descriptor, F_GETFL) & O_NONBLOCK) != 0;
+}
+
 template <class Function>
 Function* next(const char* name) {
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
-}
-
-/** Arms the library that is loaded before the others. */
-__attribute__((constructor)) void readEnvironment() {
-    const char* const call = std::getenv("FAIL_CALL");
-    const char* const error = std::getenv("FAIL_ERROR");
-    if (call != nullptr && error != nullptr)
-        support::calls::failAt(std::atol(call), std::atoi(error));
-    countFile = std::getenv("FAIL_COUNT");
-}
-
-/** Tells how many calls the main thread has made. */
-__attribute__((destructor)) void writeCount() {
-    if (countFile != nullptr)
-        std::ofstream(countFile) << made << " " << failedCall << std::endl;
 }
 
 } // namespace
@@ -74,38 +59,22 @@ __attribute__((destructor)) void writeCount() {
 
 STAND_IN(int, socket, (int domain, int type, int protocol), noexcept, -1, (domain, type, protocol))
 STAND_IN(int, connect, (int socket, const sockaddr* address, socklen_t size), , -1, (socket, address, size))
-STAND_IN(int, accept, (int socket, sockaddr* address, socklen_t* size), , -1, (socket, address, size))
-STAND_IN(int, bind, (int socket, const sockaddr* address, socklen_t size), noexcept, -1,
-         (socket, address, size))
-STAND_IN(int, listen, (int socket, int backlog), noexcept, -1, (socket, backlog))
 STAND_IN(int, setsockopt, (int socket, int level, int name, const void* value, socklen_t size), noexcept, -1,
-         (socket, level, name, value, size))
-STAND_IN(int, getsockopt, (int socket, int level, int name, void* value, socklen_t* size), noexcept, -1,
          (socket, level, name, value, size))
 STAND_IN(int, getaddrinfo, (const char* host, const char* port, const addrinfo* hints, addrinfo** result), ,
          EAI_SYSTEM, (host, port, hints, result))
 STAND_IN(int, poll, (pollfd * descriptors, nfds_t count, int timeout), , -1, (descriptors, count, timeout))
-STAND_IN(int, epoll_create1, (int flags), noexcept, -1, (flags))
-STAND_IN(int, epoll_ctl, (int epoll, int operation, int descriptor, epoll_event* event), noexcept, -1,
-         (epoll, operation, descriptor, event))
-STAND_IN(int, epoll_wait, (int epoll, epoll_event* events, int count, int timeout), , -1,
-         (epoll, events, count, timeout))
 STAND_IN(int, pipe2, (int* ends, int flags), noexcept, -1, (ends, flags))
-STAND_IN(pid_t, fork, (), noexcept, -1, ())
 STAND_IN(pid_t, waitpid, (pid_t process, int* status, int options), , -1, (process, status, options))
 STAND_IN(int, posix_spawn,
          (pid_t * process, const char* path, const posix_spawn_file_actions_t* actions,
           const posix_spawnattr_t* attributes, char* const* arguments, char* const* environment),
          , failureError, (process, path, actions, attributes, arguments, environment))
 STAND_IN(int, fstat64, (int descriptor, struct stat64* status), noexcept, -1, (descriptor, status))
-STAND_IN(int, fsync, (int descriptor), , -1, (descriptor))
-STAND_IN(int, rename, (const char* from, const char* to), noexcept, -1, (from, to))
 STAND_IN(ssize_t, readlink, (const char* path, char* buffer, std::size_t size), noexcept, -1,
          (path, buffer, size))
 STAND_IN(DIR*, opendir, (const char* path), , nullptr, (path))
 STAND_IN(dirent64*, readdir64, (DIR * folder), , nullptr, (folder))
-STAND_IN(ssize_t, read, (int descriptor, void* buffer, std::size_t size), , -1,
-         (descriptor, buffer, transferred(size)))
 STAND_IN(ssize_t, write, (int descriptor, const void* buffer, std::size_t size), , -1,
          (descriptor, buffer, transferred(size)))
 STAND_IN(ssize_t, recv, (int socket, void* buffer, std::size_t size, int flags), , -1,
@@ -120,6 +89,13 @@ extern "C" __attribute__((visibility("default"))) int open64(const char* path, i
     const int mode = va_arg(values, int); // without a mode, any number
     va_end(values);
     return fails("open64") ? -1 : real(path, flags, mode);
+}
+
+// Of a pipe that is not waited for nothing but EAGAIN is told, pipe(7).
+extern "C" __attribute__((visibility("default"))) ssize_t read(int descriptor, void* buffer,
+                                                               std::size_t size) {
+    static const auto real = next<ssize_t(int, void*, std::size_t)>("read");
+    return !isPolledPipe(descriptor) && fails("read") ? -1 : real(descriptor, buffer, transferred(size));
 }
 
 // A descriptor is closed even when close(2) fails.

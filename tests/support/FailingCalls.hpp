@@ -2,12 +2,9 @@
 #define TESTS_SUPPORT_FAILING_CALLS_HPP
 
 /**
- * System calls that fail: functions of the program, or of a library that is loaded before the others, stand
- * in front of the C library's: those for descriptors, sockets, files, folders, pipes and processes. All of it
- * is a matter of the calling thread.
- *
- * Link failing_calls, or load failing_calls_preload (LD_PRELOAD) with the environment variables FAIL_CALL and
- * FAIL_ERROR, which are the arguments of failAt().
+ * System calls that fail: functions of the program stand in front of the C library's, those that the library
+ * and what it needs call for descriptors, sockets, files, folders, pipes and processes. All of it is a matter
+ * of the calling thread. Link failing_calls.
  */
 namespace support::calls {
 
