@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 
@@ -94,6 +95,9 @@ void Trace::begin(const std::function<void()>& firstCall) const {
 }
 
 std::string Trace::lastError() const {
+    struct stat status {};
+    if (::fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+        return std::string(); // a terminal or a pipe would be waited for
     std::ifstream file(nameOf(m_descriptor));
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     // "ERROR <type> <file>:<line>  <message>"

@@ -27,7 +27,7 @@ public:
     void begin(const std::function<void()>& firstCall) const;
 
     /** What the library last traced of an exception: its type and message. Empty when there was none, or the
-     * trace cannot be read. */
+     * trace goes where it cannot be read from, as to a terminal. */
     std::string lastError() const;
 
 private:

@@ -3,7 +3,10 @@
 #include "arguments/GroupNames.hpp"
 #include "arguments/Number.hpp"
 
+#include <charconv>
 #include <cstdlib>
+#include <sstream>
+#include <system_error>
 
 namespace owbctl {
 namespace {
@@ -56,11 +59,14 @@ std::string checkCount(const std::string& text) {
 std::function<std::string(const std::string&)> isTimeFrom(double least) {
     return [least](const std::string& text) {
         double seconds = 0;
-        const bool isNumber = CLI::detail::lexical_cast(text, seconds);
-        // Not a number is in no range.
-        return isNumber && seconds >= least && seconds <= longestTime
-                   ? std::string()
-                   : "'" + text + "' is no time of at least " + CLI::detail::to_string(least) + " seconds";
+        const char* const end = text.data() + text.size();
+        const auto [rest, error] = std::from_chars(text.data(), end, seconds);
+        // What is not a number (NaN) is in no range.
+        if (error == std::errc() && rest == end && seconds >= least && seconds <= longestTime)
+            return std::string();
+        std::ostringstream why;
+        why << '\'' << text << "' is no time of at least " << least << " seconds";
+        return why.str();
     };
 }
 

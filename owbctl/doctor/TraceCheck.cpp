@@ -55,7 +55,7 @@ Check checkSwitch(const std::string& path, std::ifstream& file) {
         "on: " + start + ", names " + log + (why.empty() ? "" : ", which cannot be written: " + why);
     if (status.st_uid != 0 && status.st_uid != ::geteuid())
         return {Result::warn, name, finding,
-                "Another user has agents write where he wants: remove the switch unless that is meant"};
+                "That user decides where agents write: remove the switch unless it is meant"};
     return {Result::warn, name, finding, "Remove the switch when the trace is not needed any more: it grows"};
 }
 

@@ -163,6 +163,13 @@ TEST(Doctor, ItsOwnTraceIsNotTakenForAnAgents) {
     EXPECT_TRUE(holds(checks.at("manager")["finding"], "SocketException: ")) << "read from the file";
 }
 
+TEST(Doctor, ATraceThatCannotBeReadBackIsNotWaitedFor) {
+    const support::ProgramResult result =
+        owbctl({"--url", deadUrl(), "doctor", "-o", "json", "--trace", "-", "--timeout", "20"});
+    EXPECT_EQ(result.exitCode, 1) << "standard error is a pipe";
+    EXPECT_NE(result.err.find("ERROR SocketException "), std::string::npos) << result.err;
+}
+
 TEST(Doctor, AsATableACheckIsALineAndItsAdviceBelow) {
     const support::ProgramResult result = owbctl({"--url", "x://", "doctor"});
     EXPECT_EQ(result.exitCode, 1);
