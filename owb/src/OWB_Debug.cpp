@@ -8,7 +8,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <fcntl.h>
 #include <sys/time.h>
+#include <unistd.h>
 
 namespace {
 
@@ -51,6 +53,18 @@ void decide() {
     state = ON;
 }
 
+/* Opened for each line: the log may be moved away while the process runs. Not by stdio, which needs memory: a
+ * trace of what happens without it shall not lose its lines. */
+void append(const char* text) {
+    const int log = open(debugFileName, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
+    if (log < 0)
+        return;
+    size_t rest = std::strlen(text);
+    for (ssize_t written = 0; rest > 0 && (written = write(log, text, rest)) > 0; text += written)
+        rest -= static_cast<size_t>(written);
+    close(log);
+}
+
 void writeLine(const char* file, const char* function, unsigned long line, const char* format,
                va_list values) {
     struct timeval now = {};
@@ -67,12 +81,7 @@ void writeLine(const char* file, const char* function, unsigned long line, const
                   local.tm_min, local.tm_sec, static_cast<long>(now.tv_usec / 1000), file, function, line,
                   message);
 
-    /* Opened for each line: the log may be moved away while the process runs. */
-    std::FILE* log = std::fopen(debugFileName, "ae");
-    if (!log)
-        return;
-    std::fprintf(log, "%s", traceLine);
-    std::fclose(log);
+    append(traceLine);
 }
 
 /* Not isspace(): the vertical tab is kept, and the locale has no say. */

@@ -12,6 +12,7 @@
 #include "owb.h"
 
 #include "OWB_queue.hpp"
+#include "OWB_tables.hpp"
 #include "OWB_trace.hpp"
 
 using namespace OpenWBEM;
@@ -45,19 +46,11 @@ void copyKeys(long group, const CIMInstance& source, CIMInstance& target) {
     }
 }
 
-/* The row of ExtItemList for an item, or null. */
-const ExtItem* findItem(const _qItem& item) {
-    for (const ExtItem* row = ExtItemList; row->group >= 0; ++row)
-        if (row->group == item.group && row->nom == item.nom)
-            return row;
-    return NULL;
-}
-
 /* Every value goes as a string: the CIMOM knows the type of the property. */
 void setProperty(const _qItem& item, CIMInstance& target) {
     OWB_TRACE("OWB_setGroup", 175, "Need to set item nominator %d '%s'\n", static_cast<int>(item.nom),
               item.val);
-    const ExtItem* const known = findItem(item);
+    const ExtItem* const known = owbFindItem(item.group, item.nom);
     if (!known) {
         OWB_TRACE("OWB_setGroup", 190, "Error... cound not find CIM property\n");
         return;

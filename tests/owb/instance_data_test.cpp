@@ -10,7 +10,9 @@
 #include "Instances.hpp"
 #include "TestQueue.hpp"
 
+#include <cctype>
 #include <gtest/gtest.h>
+#include <string>
 
 namespace {
 
@@ -63,6 +65,27 @@ TEST(InstanceData, AnEmptyTextGivesAnItem) {
 
 TEST(InstanceData, NamesMatchWithoutRegardToCase) {
     EXPECT_EQ(Items{"0/10/7/0=s"}, itemsOf(0, {CIMProperty("serialnumber", CIMValue("s"))}));
+}
+
+TEST(InstanceData, EveryRowOfTheTableIsFoundInAnyCase) {
+    for (const ExtItem* row = ExtItemList; row->group >= 0; ++row) {
+        std::string lower = row->property;
+        std::string upper = row->property;
+        for (std::size_t i = 0; i < lower.size(); ++i) {
+            lower[i] = static_cast<char>(std::tolower(lower[i]));
+            upper[i] = static_cast<char>(std::toupper(upper[i]));
+        }
+        const Items expected{std::to_string(row->group) + "/" + std::to_string(row->nom) + "/7/0=v"};
+        EXPECT_EQ(expected, itemsOf(row->group, {CIMProperty(lower.c_str(), CIMValue("v"))})) << lower;
+        EXPECT_EQ(expected, itemsOf(row->group, {CIMProperty(upper.c_str(), CIMValue("v"))})) << upper;
+    }
+}
+
+TEST(InstanceData, AGroupWithoutRowsGivesNothing) {
+    for (const long group : {-2L, -1L, 31L, 1000L})
+        EXPECT_EQ(Items{},
+                  itemsOf(group, {CIMProperty("", CIMValue("v")), CIMProperty("Model", CIMValue("v"))}))
+            << group;
 }
 
 TEST(InstanceData, OnlyTheRowsOfTheGroupAreUsed) {

@@ -99,10 +99,24 @@ std::string nameOf(const testing::TestParamInfo<std::tuple<bool, bool>>& info) {
            (std::get<1>(info.param) ? "WithTheTrace" : "");
 }
 
+void trace(const char* text) {
+    OWB_Debug(const_cast<char*>("file"), const_cast<char*>("function"), 1, const_cast<char*>("%s\n"), text);
+}
+
+TEST(Trace, LosesNoLineWithoutMemory) {
+    const TraceLog log;
+    log.run([] {
+        trace("first");
+        memory::failFrom(0);
+        trace("second");
+        memory::suffice();
+    });
+    EXPECT_EQ((Lines{"1: first", "1: second"}), log.linesOf("function"));
+}
+
 TEST(EachAllocationOfTheTrace, LosesNothing) {
     const Call call{[](TestQueue&) {
-                        OWB_Debug(const_cast<char*>("file"), const_cast<char*>("function"), 1,
-                                  const_cast<char*>("%s\n"), "text");
+                        trace("text");
                         return 0;
                     },
                     {}};

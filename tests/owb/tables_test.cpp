@@ -51,6 +51,14 @@ TEST(Tables, HoldNoNominatorAndNoPropertyTwiceInAGroup) {
                 << a->group << ' ' << a->property << ' ' << b->property;
 }
 
+TEST(Tables, HoldTheRowsOfAGroupTogether) {
+    std::set<long> seen;
+    for (const ExtItem* row = ExtItemList; row->group >= 0; ++row) {
+        const bool isFirst = row == ExtItemList || row[-1].group != row->group;
+        EXPECT_EQ(isFirst, seen.insert(row->group).second) << row->group << ' ' << row->property;
+    }
+}
+
 TEST(Tables, NameTheKeysOfWrittenGroups) {
     EXPECT_EQ(8U, sizeof ExtCimKeyArray / sizeof *ExtCimKeyArray);
     for (int group = 0; group < 8; ++group) {
