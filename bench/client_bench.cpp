@@ -4,7 +4,8 @@
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
 
-#include "Machine.hpp"
+#include "BareClient.hpp"
+#include "Measure.hpp"
 #include "support/ScriptedPeer.hpp"
 #include "support/TempDir.hpp"
 
@@ -12,8 +13,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -28,11 +27,14 @@ struct Protocol {
     const char* scheme;
     const char* firstInstance;
     const char* afterLast;
+    /** What reading an instance may take, in microseconds. */
+    double aim;
 };
 
 const Protocol protocols[] = {
-    {"binary", "/ow-uds-anon/enum_Many/s2c.bin", "owbinary.wbem", "i\x01\x08QAV_Many", "\x98\x98"},
-    {"CIM-XML", "/xml-tcp-anon/enum_Many/s2c.bin", "cimxml.wbem", "<VALUE.NAMEDINSTANCE>", "</IRETURNVALUE>"},
+    {"binary", "/ow-uds-anon/enum_Many/s2c.bin", "owbinary.wbem", "i\x01\x08QAV_Many", "\x98\x98", 2},
+    {"CIM-XML", "/xml-tcp-anon/enum_Many/s2c.bin", "cimxml.wbem", "<VALUE.NAMEDINSTANCE>", "</IRETURNVALUE>",
+     6},
 };
 
 std::string bodyOf(const std::string& reply) {
@@ -85,63 +87,69 @@ struct Figures {
     long peak;
 };
 
-// With a client of its own, since the recorded reply answers the first request of one.
+// With a client of its own, since the recorded reply answers the first request of one. Times in seconds.
 Figures measureOnce(const std::string& url, std::size_t instances) {
     CIMClient client(url.c_str(), "root/cimv2");
     Figures figures{};
     const long before = statusOf("VmRSS");
-    const double start = bench::threadSeconds();
-    CIMInstanceEnumeration all = client.enumInstancesE("QAV_Many");
-    const double read = bench::threadSeconds();
+    CIMInstanceEnumeration all;
+    figures.read = bench::threadSecondsOf([&] { all = client.enumInstancesE("QAV_Many"); });
     figures.held = statusOf("VmRSS") - before;
     figures.peak = statusOf("VmHWM") - before;
     if (all.numberOfElements() != instances)
         std::abort();
-    const double taking = bench::threadSeconds();
-    CIMInstance instance;
-    while (all.hasMoreElements())
-        all.nextElement(instance);
-    const double end = bench::threadSeconds();
-    figures.read = (read - start) * 1e6 / static_cast<double>(instances);
-    figures.take = (end - taking) * 1e6 / static_cast<double>(instances);
+    figures.take = bench::threadSecondsOf([&] {
+        CIMInstance instance;
+        while (all.hasMoreElements())
+            all.nextElement(instance);
+    });
     return figures;
 }
 
-void measure(const Protocol& protocol, std::size_t instances) {
-    const std::string reply = replyOf(protocol, instances);
-    const support::ScriptedPeer peer({support::Step::answer(reply)});
-    std::fflush(stdout);
-    const pid_t child = ::fork();
-    if (child != 0) {
-        ::waitpid(child, nullptr, 0);
-        return;
-    }
+double bareSeconds(const support::ScriptedPeer& peer, const std::string& request) {
+    bench::BareClient client(peer.socketPath());
+    return bench::threadSecondsOf([&] { client.exchange(request); });
+}
+
+void printFigures(const Protocol& protocol, std::size_t instances, const support::ScriptedPeer& peer,
+                  const std::string& request) {
     const std::string url = protocol.scheme + peer.url().substr(peer.url().find("://"));
     const Figures first = measureOnce(url, instances); // the only one whose memory is new
+    std::vector<double> socket;
     std::vector<double> read;
     std::vector<double> take;
     for (int i = 0; i < 9; ++i) {
+        socket.push_back(bareSeconds(peer, request));
         const Figures figures = measureOnce(url, instances);
         read.push_back(figures.read);
         take.push_back(figures.take);
     }
-    const double bytes = static_cast<double>(reply.size()) / static_cast<double>(instances);
-    std::printf("%-8s  %9zu  %6.0f  %8.2f  %8.2f  %9ld  %9ld\n", protocol.name, instances, bytes,
-                bench::median(read), bench::median(take), first.held, first.peak);
-    std::fflush(stdout);
-    ::_exit(0);
+    const double perInstance = 1e6 / static_cast<double>(instances);
+    const double bare = bench::median(socket) * perInstance;
+    const double reading = bench::median(read) * perInstance;
+    const double taking = bench::median(take) * perInstance;
+    std::printf("| %s | %zu | %.2f | %.2f | %.1f | %.2f | %.1f | %ld | %ld |\n", protocol.name, instances,
+                bare, reading, reading / bare, taking, taking / bare, first.held, first.peak);
+    bench::printAim((std::string("reading an instance, ") + protocol.name).c_str(), "µs", protocol.aim,
+                    reading);
+}
+
+// In a process of its own, so that the peer's memory and time are not measured.
+void measure(const Protocol& protocol, std::size_t instances, const std::string& request) {
+    const support::ScriptedPeer peer({support::Step::answer(replyOf(protocol, instances))});
+    bench::inChild([&] { printFigures(protocol, instances, peer, request); });
 }
 
 } // namespace
 
 int main() {
     bench::printMachine();
-    std::printf("\nread: enumInstancesE, take: nextElement until the end; microseconds an instance\n"
-                "held: memory of the enumeration, peak: the most there was while reading; KB\n"
-                "%-8s  %9s  %6s  %8s  %8s  %9s  %9s\n",
-                "protocol", "instances", "bytes", "read", "take", "held", "peak");
+    const std::string request = bench::enumerateRequest("QAV_Many");
+    std::printf(
+        "| protocol | instances | socket, µs | read, µs | ratio | take, µs | ratio | held, KB | peak, KB |\n"
+        "|---|---:|---:|---:|---:|---:|---:|---:|---:|\n");
     for (const Protocol& protocol : protocols)
         for (const std::size_t instances : {1000U, 100000U})
-            measure(protocol, instances);
+            measure(protocol, instances, request);
     return 0;
 }

@@ -2,11 +2,10 @@
 // for the same files, and beside ps. Wall time: most of it is spent in the kernel.
 #include "owb.h"
 
-#include "Machine.hpp"
+#include "Measure.hpp"
 #include "QAV_UnixProcessAPI.hpp"
 #include "support/AgentQueue.hpp"
 
-#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -51,17 +50,6 @@ private:
     std::vector<pid_t> m_pids;
 };
 
-double now() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
-template <class Action>
-double timeOf(Action action) {
-    const double start = now();
-    action();
-    return now() - start;
-}
-
 /** Opens, reads and closes files of every process, and looks at nothing. Returns the number of processes. */
 std::size_t readBare(const std::vector<std::string>& files, bool withLink) {
     std::size_t processes = 0;
@@ -74,9 +62,12 @@ std::size_t readBare(const std::vector<std::string>& files, bool withLink) {
         char buffer[4096];
         for (const std::string& name : files) {
             const int file = ::open((path + name).c_str(), O_RDONLY | O_CLOEXEC);
-            if (file < 0 || ::read(file, buffer, sizeof buffer) < 0)
+            if (file < 0)
                 continue;
+            const bool isRead = ::read(file, buffer, sizeof buffer) >= 0;
             ::close(file);
+            if (!isRead)
+                break; // the process has ended
         }
         if (withLink && ::readlink((path + "exe").c_str(), buffer, sizeof buffer) < 0)
             continue;
@@ -87,11 +78,11 @@ std::size_t readBare(const std::vector<std::string>& files, bool withLink) {
 
 double inventoryTime(QAV_UnixProcessAPI::tProcessInfoType type) {
     QAV_UnixProcessAPI processes;
-    return timeOf([&] { processes.init(type); });
+    return bench::wallSecondsOf([&] { processes.init(type); });
 }
 
 double commandTime(const std::string& command) {
-    return timeOf([&] {
+    return bench::wallSecondsOf([&] {
         if (std::system((command + " >/dev/null").c_str()) != 0)
             std::fprintf(stderr, "inventory_bench: %s: failed\n", command.c_str());
     });
@@ -104,6 +95,7 @@ struct Pass {
     const char* ps;
 };
 
+/** Prints a line, in microseconds a process, and the aims. */
 void measure(const Pass& pass) {
     const bool withLink = pass.type == QAV_UnixProcessAPI::eProcessInformation;
     const std::size_t processes = readBare(pass.files, withLink);
@@ -111,7 +103,7 @@ void measure(const Pass& pass) {
     std::vector<double> floors;
     std::vector<double> commands;
     for (int i = 0; i < 11; ++i) { // in turn, so that what else the machine does meets all alike
-        floors.push_back(timeOf([&] { readBare(pass.files, withLink); }));
+        floors.push_back(bench::wallSecondsOf([&] { readBare(pass.files, withLink); }));
         inventories.push_back(inventoryTime(pass.type));
         commands.push_back(commandTime(pass.ps));
     }
@@ -119,18 +111,24 @@ void measure(const Pass& pass) {
     const double floor = bench::median(floors) * perProcess;
     const double inventory = bench::median(inventories) * perProcess;
     const double ps = bench::median(commands) * perProcess;
-    std::printf("%9zu  %-11s  %9.2f  %9.2f  %6.2f  %9.2f  %6.2f\n", processes, pass.name, inventory, floor,
+    std::printf("| %zu | %s | %.2f | %.2f | %.2f | %.2f | %.2f |\n", processes, pass.name, inventory, floor,
                 inventory / floor, ps, inventory / ps);
+    const std::string what = pass.name + std::string(", ") + std::to_string(processes) + " processes";
+    bench::printAim(what.c_str(), "times bare", 1.25, inventory / floor);
+    bench::printAim(what.c_str(), "times ps", 1, inventory / ps);
 }
 
-/** What the queue of all items costs beside the inventory. */
+/** Prints a line of what the queue of all items and the question for the software cost beside the passes. */
 void measureQueue() {
     support::AgentQueue queue;
-    const double all = timeOf([&] { OWB_getSWRun(queue.head()); });
+    const double all = bench::wallSecondsOf([&] { OWB_getSWRun(queue.head()); });
     const double passes = inventoryTime(QAV_UnixProcessAPI::eProcessInformation) +
                           inventoryTime(QAV_UnixProcessAPI::eStatisticalInformation);
-    std::printf("OWB_getSWRun: %ld items, %.1f ms, of it the two passes %.1f ms\n", queue->size, all * 1e3,
-                passes * 1e3);
+    // Without processes to read, what is left is the program that is asked.
+    QAV_UnixProcessAPI processes;
+    const double question = bench::wallSecondsOf([&] { processes.determineSWType("x"); });
+    std::printf("| %ld | %.1f | %.1f | %.1f %% | %.1f | %.1f %% |\n", queue->size, all * 1e3, passes * 1e3,
+                100 * passes / all, question * 1e3, 100 * question / all);
 }
 
 } // namespace
@@ -144,18 +142,21 @@ int main() {
                              QAV_UnixProcessAPI::eStatisticalInformation,
                              {"stat", "status"},
                              "ps -eo pid,time,trs,drs,size"};
+    const std::vector<std::size_t> counts = {1000, 5000};
     bench::printMachine();
-    std::printf("\nwall time, microseconds a process; bare: the same files opened, read and closed\n"
-                "%9s  %-11s  %9s  %9s  %6s  %9s  %6s\n",
-                "processes", "pass", "inventory", "bare", "ratio", "ps", "ratio");
-    for (const std::size_t count : {1000U, 5000U}) {
+    std::printf("| processes | pass | inventory, µs | bare, µs | ratio | ps, µs | ratio |\n"
+                "|---:|---|---:|---:|---:|---:|---:|\n");
+    for (const std::size_t count : counts) {
         const Sleepers sleepers(count);
         measure(information);
         measure(statistics);
+    }
+    std::printf(
+        "\n| items | OWB_getSWRun, ms | both passes, ms | share | asking for the software, ms | share |\n"
+        "|---:|---:|---:|---:|---:|---:|\n");
+    for (const std::size_t count : counts) {
+        const Sleepers sleepers(count);
         measureQueue();
     }
-    // Without processes to read, what is left is the program that is asked about the software.
-    QAV_UnixProcessAPI processes;
-    std::printf("asking /kq/bin/softinv: %.2f ms\n", timeOf([&] { processes.determineSWType("x"); }) * 1e3);
     return 0;
 }

@@ -4,14 +4,11 @@
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
 
-#include "Machine.hpp"
-#include "support/Program.hpp"
-#include "support/TempDir.hpp"
+#include "ManyPorts.hpp"
+#include "Measure.hpp"
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <string>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -19,30 +16,8 @@
 
 namespace {
 
-const int instances = 10000;
-const char* const small = "QAV_IPProtocolEndpoint";    // one instance of five properties
-const char* const large = "QAV_NetworkPortStatistics"; // 14 properties
-
-std::string siteFile() {
-    std::string all;
-    for (int i = 0; i < instances; ++i) {
-        all +=
-            (all.empty() ? "" : ",\n") + std::string("{\"InstanceID\": \"port-") + std::to_string(i) + "\"";
-        for (const char* const counter :
-             {"InOctets", "InUcastPkts", "InDiscards", "InErrors", "OutOctets", "OutUcastPkts", "OutErrors"})
-            all += std::string(", \"") + counter + "\": " + std::to_string(1000003LL * i);
-        all += "}";
-    }
-    return std::string("{\"") + large + "\": [" + all + "]}";
-}
-
-/** Processor time that a process has taken, in seconds; proc(5), schedstat. */
-double processorTime(pid_t process) {
-    double nanoseconds = 0;
-    std::ifstream("/proc/" + std::to_string(process) + "/schedstat") >> nanoseconds;
-    return nanoseconds / 1e9;
-}
-
+const int ports = 10000;
+const char* const small = "QAV_IPProtocolEndpoint"; // one instance of five properties
 double processorTimeOfChildren() {
     rusage used{};
     ::getrusage(RUSAGE_CHILDREN, &used);
@@ -63,28 +38,33 @@ double processorTimeOfChildren() {
     ::_exit(0);
 }
 
-/** Times as many clients as they share the requests, and prints a row. */
-void measure(const char* protocol, const std::string& url, pid_t manager, const char* className, int clients,
-             int requests) {
-    const double managerBefore = processorTime(manager);
+/** What the clients ask for, and how often altogether. */
+struct Load {
+    const char* className;
+    int instances;
+    int requests;
+};
+
+/** Prints a line. The clients share the requests. */
+void measure(const char* scheme, const bench::ManyPorts& manager, const Load& load, int clients) {
+    const double managerBefore = manager.processorSeconds();
     const double clientsBefore = processorTimeOfChildren();
-    const auto begin = std::chrono::steady_clock::now();
-    for (int i = 0; i < clients; ++i) {
-        if (::fork() == 0)
-            enumerate(url, className, requests / clients);
-    }
-    for (int i = 0; i < clients; ++i) {
-        int status = 0;
-        if (::wait(&status) < 0 || status != 0)
-            std::abort();
-    }
-    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    const double ofManager = processorTime(manager) - managerBefore;
+    const double seconds = bench::wallSecondsOf([&] {
+        for (int i = 0; i < clients; ++i)
+            if (::fork() == 0)
+                enumerate(manager.url(scheme), load.className, load.requests / clients);
+        for (int i = 0; i < clients; ++i) {
+            int status = 0;
+            if (::wait(&status) < 0 || status != 0)
+                std::abort();
+        }
+    });
+    const double ofManager = manager.processorSeconds() - managerBefore;
     const double ofClients = processorTimeOfChildren() - clientsBefore;
-    const double perRequest = 1e6 / requests;
-    std::printf("| %s | %s | %d | %.0f | %.0f | %.0f | %.0f | %.0f %% |\n", protocol, className, clients,
-                requests / seconds, className == large ? instances * requests / seconds : requests / seconds,
-                ofManager * perRequest, ofClients * perRequest, 100 * ofManager / (ofManager + ofClients));
+    const double perRequest = 1e6 / load.requests;
+    std::printf("| %s | %d | %d | %.0f | %.0f | %.0f | %.0f | %.2f |\n", scheme, load.instances, clients,
+                load.requests / seconds, load.instances * load.requests / seconds, ofManager * perRequest,
+                ofClients * perRequest, ofManager / ofClients);
     std::fflush(stdout);
 }
 
@@ -92,24 +72,14 @@ void measure(const char* protocol, const std::string& url, pid_t manager, const 
 
 int main() {
     bench::printMachine();
-    const support::TempDir folder;
-    folder.write("site/ports.json", siteFile());
-    support::Daemon manager({OWBCIMOMD, "--socket", folder.file("s"), "--state", folder.file("state"),
-                             "--instances", folder.file("site")});
-    if (manager.nextErrorLine().find("ready") == std::string::npos)
-        return EXIT_FAILURE;
-    std::string port;
-    for (const char c : folder.file("s"))
-        port += c == '/' ? std::string("%2f") : std::string(1, c);
-
-    std::printf("\n| protocol | class | clients | requests/s | instances/s | manager, us a request "
-                "| client, us a request | share of the manager |\n|---|---|---:|---:|---:|---:|---:|---:|\n");
-    for (const char* const protocol : {"owbinary.wbem", "cimxml.wbem"}) {
-        const std::string url = std::string(protocol) + "://localhost:" + port + "/";
-        for (const int clients : {1, 32})
-            measure(protocol, url, manager.pid(), small, clients, 9600);
-        for (const int clients : {1, 32})
-            measure(protocol, url, manager.pid(), large, clients, 64);
-    }
+    const bench::ManyPorts manager(ports);
+    const Load small = {"QAV_IPProtocolEndpoint", 1, 9600}; // five properties
+    const Load large = {bench::ManyPorts::className(), ports, 64};
+    std::printf("| protocol | instances | clients | requests/s | instances/s | manager, µs a request "
+                "| client, µs a request | manager / client |\n|---|---:|---:|---:|---:|---:|---:|---:|\n");
+    for (const char* const scheme : {"owbinary.wbem", "cimxml.wbem"})
+        for (const Load& load : {small, large})
+            for (const int clients : {1, 32})
+                measure(scheme, manager, load, clients);
     return EXIT_SUCCESS;
 }

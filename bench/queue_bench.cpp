@@ -1,9 +1,11 @@
 // Searching the agent's queue: the library's walk from both ends against a plain walk from the front. Every
 // append searches the whole queue once, so that these times are the cost of filling it.
-#include "Machine.hpp"
+#include "Measure.hpp"
 #include "support/AgentQueue.hpp"
 
 #include <cstdio>
+#include <cstdlib>
+#include <string>
 #include <vector>
 
 namespace {
@@ -30,11 +32,12 @@ void fill(AgentQueue& queue, long items) {
 // Microseconds of one search that finds nothing.
 double searchTime(AgentQueue& queue, long items, Search search) {
     const long searches = 5000000 / items;
-    const double start = bench::threadSeconds();
-    for (long i = 0; i < searches; ++i)
-        if (search(queue.head(), 10, i % 10, -1, 0) != 0)
-            std::abort();
-    return (bench::threadSeconds() - start) * 1e6 / static_cast<double>(searches);
+    const double seconds = bench::threadSecondsOf([&] {
+        for (long i = 0; i < searches; ++i)
+            if (search(queue.head(), 10, i % 10, -1, 0) != 0)
+                std::abort();
+    });
+    return seconds * 1e6 / static_cast<double>(searches);
 }
 
 struct Comparison {
@@ -44,9 +47,7 @@ struct Comparison {
 };
 
 // Medians of searches taken in turn, so that both see the same machine.
-Comparison compare(long items) {
-    AgentQueue queue;
-    fill(queue, items);
+Comparison compare(AgentQueue& queue, long items) {
     std::vector<double> plain;
     std::vector<double> own;
     std::vector<double> ratio;
@@ -58,25 +59,30 @@ Comparison compare(long items) {
     return {bench::median(plain), bench::median(own), bench::median(ratio)};
 }
 
-double fillTime(long items) {
-    return bench::medianOf(3, [items] {
-        AgentQueue queue;
-        const double start = bench::threadSeconds();
-        fill(queue, items);
-        return bench::threadSeconds() - start;
-    });
+// In a process of its own, whose memory is new at first and used later on.
+void measure(long items) {
+    AgentQueue queue;
+    for (const char* const memory : {"new", "used"}) {
+        queue.clear();
+        const double filling = bench::threadSecondsOf([&] { fill(queue, items); });
+        const Comparison search = compare(queue, items);
+        const double searches = search.own / 1e6 * static_cast<double>(items) / 2; // half full on the average
+        std::printf("| %ld | %s | %.2f | %.2f | %.2f | %.2f | %.2f |\n", items, memory, search.plain,
+                    search.own, search.ratio, filling * 1e3, filling / searches);
+        if (items == 6000)
+            bench::printAim((std::string("search of 6,000 items, memory ") + memory).c_str(), "plain walks",
+                            0.59, 1 / search.ratio);
+    }
 }
 
 } // namespace
 
 int main() {
     bench::printMachine();
-    std::printf("\n%8s  %16s  %16s  %8s  %12s\n", "items", "plain us/search", "owb us/search", "ratio",
-                "fill ms");
-    for (const long items : {100L, 1000L, 2000L, 6000L, 12000L, 24000L}) {
-        const Comparison result = compare(items);
-        std::printf("%8ld  %16.2f  %16.2f  %8.2f  %12.2f\n", items, result.plain, result.own, result.ratio,
-                    fillTime(items) * 1e3);
-    }
+    std::printf("| items | memory | plain, µs a search | owb, µs a search | plain / owb | filling, ms | "
+                "filling / searches |\n"
+                "|---:|---|---:|---:|---:|---:|---:|\n");
+    for (const long items : {100L, 1000L, 2000L, 6000L, 12000L, 24000L, 100000L})
+        bench::inChild([items] { measure(items); });
     return 0;
 }

@@ -1,65 +1,79 @@
-// What the library costs before it is used: loading it, with the libraries that it needs, and the first call.
-// Each run is a process of its own.
-#include "Machine.hpp"
+// What the library costs before it is used: loading it, with the libraries that it needs, and the first call;
+// beside loading the C++ library alone. Each run is a process of its own, which has nothing but the C library
+// before.
+#include "Measure.hpp"
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <sys/wait.h>
 #include <unistd.h>
-#include <utility>
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-double millisecondsSince(Clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+void* load(const char* library) {
+    void* const loaded = ::dlopen(library, RTLD_NOW);
+    if (loaded == nullptr) {
+        std::fprintf(stderr, "startup_bench: %s\n", ::dlerror());
+        ::_exit(EXIT_FAILURE);
+    }
+    return loaded;
 }
 
-/** Milliseconds of loading, and of loading and the first call. */
-std::pair<double, double> load() {
-    const Clock::time_point start = Clock::now();
-    void* const library = ::dlopen(OWB_LIBRARY, RTLD_NOW);
-    if (library == nullptr)
-        std::abort();
-    const double loaded = millisecondsSince(start);
-    // Decides on the trace, and looks the URL up.
-    reinterpret_cast<long (*)(const char*)>(::dlsym(library, "OWB_URLSet"))(
+void loadStandardLibrary() {
+    load("libstdc++.so.6");
+}
+
+void loadOwb() {
+    load(OWB_LIBRARY);
+}
+
+/** The first call decides on the trace. */
+void loadOwbAndCall() {
+    using URLSet = long (*)(const char*);
+    reinterpret_cast<URLSet>(::dlsym(load(OWB_LIBRARY), "OWB_URLSet"))(
         "owbinary.wbem://localhost:%2fnowhere");
-    return {loaded, millisecondsSince(start)};
 }
 
-std::pair<double, double> loadInChild() {
+/** Milliseconds of an action in a new process. */
+double timeInChild(void (*action)()) {
     int ends[2];
-    std::pair<double, double> times;
     if (::pipe(ends) != 0)
         std::abort();
+    double time = 0;
     const pid_t child = ::fork();
     if (child == 0) {
-        times = load();
-        ::_exit(::write(ends[1], &times, sizeof times) == sizeof times ? 0 : 1);
+        time = bench::wallSecondsOf(action) * 1e3;
+        ::_exit(::write(ends[1], &time, sizeof time) == sizeof time ? EXIT_SUCCESS : EXIT_FAILURE);
     }
-    if (::read(ends[0], &times, sizeof times) != sizeof times)
-        std::abort();
-    ::close(ends[0]);
     ::close(ends[1]);
+    if (::read(ends[0], &time, sizeof time) != sizeof time)
+        std::exit(EXIT_FAILURE);
+    ::close(ends[0]);
     ::waitpid(child, nullptr, 0);
-    return times;
+    return time;
 }
 
 } // namespace
 
 int main() {
     bench::printMachine();
+    std::vector<double> standard;
     std::vector<double> loading;
     std::vector<double> first;
     for (int run = 0; run < 101; ++run) {
-        const auto [loaded, called] = loadInChild();
-        loading.push_back(loaded);
-        first.push_back(called);
+        standard.push_back(timeInChild(loadStandardLibrary));
+        loading.push_back(timeInChild(loadOwb));
+        first.push_back(timeInChild(loadOwbAndCall));
     }
-    std::printf("loading %.2f ms, with the first call %.2f ms\n", bench::median(loading),
-                bench::median(first));
+    const double least = bench::median(standard);
+    const auto print = [least](const char* what, double time) {
+        std::printf("| %s | %.2f | %.2f |\n", what, time, time / least);
+    };
+    std::printf("| loading | ms | ratio |\n|---|---:|---:|\n");
+    print("`libstdc++` alone", least);
+    print("`libowb.so` and all that it needs", bench::median(loading));
+    print("the same, and the first call", bench::median(first));
+    bench::printAim("loading and the first call", "ms", 5, bench::median(first));
+    return EXIT_SUCCESS;
 }

@@ -1,12 +1,14 @@
-#include "Machine.hpp"
+#include "Measure.hpp"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <fstream>
 #include <string>
 #include <sys/utsname.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace bench {
@@ -25,8 +27,12 @@ std::string processorName() {
 void printMachine() {
     utsname system{};
     uname(&system);
-    std::printf("%s, %ld processors, Linux %s, gcc %s, %zu-bit\n", processorName().c_str(),
+    std::printf("%s, %ld processors, Linux %s, gcc %s, %zu-bit\n\n", processorName().c_str(),
                 sysconf(_SC_NPROCESSORS_ONLN), system.release, __VERSION__, sizeof(void*) * 8);
+}
+
+void printAim(const char* what, const char* unit, double most, double result) {
+    std::printf("aim | %s | %g %s | %.2f | %.2f |\n", what, most, unit, result, result / most);
 }
 
 double median(std::vector<double> results) {
@@ -39,6 +45,19 @@ double threadSeconds() {
     timespec now{};
     clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
     return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+void inChild(const std::function<void()>& measurement) {
+    std::fflush(stdout);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        measurement();
+        std::fflush(stdout);
+        ::_exit(EXIT_SUCCESS);
+    }
+    int status = 0;
+    if (::waitpid(child, &status, 0) != child || status != 0)
+        std::exit(EXIT_FAILURE);
 }
 
 } // namespace bench

@@ -1,0 +1,61 @@
+#include "ManyPorts.hpp"
+
+#include "owb.h"
+
+#include "support/ScriptedPeer.hpp"
+
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <vector>
+
+namespace bench {
+namespace {
+
+std::string siteFile(int ports) {
+    std::string all;
+    for (int i = 0; i < ports; ++i) {
+        all +=
+            (all.empty() ? "" : ",\n") + std::string("{\"InstanceID\": \"port-") + std::to_string(i) + "\"";
+        for (const char* const counter : {"InOctets", "InUcastPkts", "InNUcastPkts", "InDiscards", "InErrors",
+                                          "OutOctets", "OutUcastPkts", "OutNUcastPkts", "OutErrors"})
+            all += std::string(", \"") + counter + "\": " + std::to_string(1000003LL * i);
+        all += "}";
+    }
+    return std::string("{\"") + ManyPorts::className() + "\": [" + all + "]}";
+}
+
+std::vector<std::string> command(const support::TempDir& folder, int ports) {
+    folder.write("site/ports.json", siteFile(ports));
+    return {OWBCIMOMD,     "--socket",         folder.file("s"), "--state", folder.file("state"),
+            "--instances", folder.file("site")};
+}
+
+} // namespace
+
+const char* ManyPorts::className() {
+    return ExtGroupCimClass[group];
+}
+
+ManyPorts::ManyPorts(int ports)
+    : m_daemon(command(m_folder, ports)) {
+    const std::string line = m_daemon.nextErrorLine();
+    if (line.find("ready") == std::string::npos) {
+        std::fprintf(stderr, "bench: %s\n", line.c_str());
+        std::exit(EXIT_FAILURE);
+    }
+}
+
+std::string ManyPorts::url(const std::string& scheme) const {
+    const std::string binary = support::urlOf(socketPath());
+    return scheme + binary.substr(binary.find("://"));
+}
+
+// proc(5): the first number of schedstat, in nanoseconds.
+double ManyPorts::processorSeconds() const {
+    double nanoseconds = 0;
+    std::ifstream("/proc/" + std::to_string(pid()) + "/schedstat") >> nanoseconds;
+    return nanoseconds / 1e9;
+}
+
+} // namespace bench

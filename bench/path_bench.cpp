@@ -1,0 +1,104 @@
+// The whole path of a group read, from the real object manager over its socket into an empty queue, and where
+// its time goes.
+#include "OW_CIMClient.hpp"
+#include "OW_CIMInstance.hpp"
+#include "OW_CIMInstanceEnumeration.hpp"
+
+#include "owb.h"
+
+#include "BareClient.hpp"
+#include "ManyPorts.hpp"
+#include "Measure.hpp"
+#include "support/AgentQueue.hpp"
+
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+namespace {
+
+using bench::ManyPorts;
+using OpenWBEM::CIMInstance;
+using OpenWBEM::CIMInstanceEnumeration;
+using support::AgentQueue;
+
+CIMInstanceEnumeration enumerate() {
+    return OWB_connect(0)->enumInstancesE(ManyPorts::className());
+}
+
+/** Of the object manager, for one reply. */
+double managerSeconds(const ManyPorts& manager, bench::BareClient& client, const std::string& request) {
+    const double before = manager.processorSeconds();
+    client.exchange(request);
+    return manager.processorSeconds() - before;
+}
+
+/** Each instance into an empty queue of its own, so that no search costs anything. */
+double conversionSeconds(std::size_t instances) {
+    std::vector<CIMInstance> all(instances);
+    CIMInstanceEnumeration enumeration = enumerate();
+    for (CIMInstance& instance : all)
+        enumeration.nextElement(instance);
+    std::vector<AgentQueue> queues(instances);
+    return bench::threadSecondsOf([&] {
+        for (std::size_t i = 0; i < instances; ++i)
+            OWB_getInstanceData(ManyPorts::group, all[i], 0, queues[i].head());
+    });
+}
+
+/** Wall and processor time of the whole read. */
+struct GroupRead {
+    double wall;
+    double own;
+};
+
+GroupRead readGroup() {
+    AgentQueue queue;
+    GroupRead times{};
+    times.own = bench::threadSecondsOf([&] {
+        times.wall = bench::wallSecondsOf([&] {
+            if (OWB_getGroup(ManyPorts::group, queue.head()) != OWB_DONE)
+                std::abort();
+        });
+    });
+    return times;
+}
+
+void measure(int instances) {
+    const ManyPorts manager(instances);
+    const std::string request = bench::enumerateRequest(ManyPorts::className());
+    bench::BareClient bare(manager.socketPath());
+    OWB_URLSet(manager.url("owbinary.wbem").c_str());
+    OWB_connect(1);
+
+    const double making = bench::medianOf(11, [&] { return managerSeconds(manager, bare, request); });
+    const double socket =
+        bench::medianOf(11, [&] { return bench::threadSecondsOf([&] { bare.exchange(request); }); });
+    const double reading = bench::medianOf(11, [] { return bench::threadSecondsOf([] { enumerate(); }); });
+    const double conversion =
+        bench::medianOf(11, [&] { return conversionSeconds(static_cast<std::size_t>(instances)); });
+    const GroupRead whole = readGroup();
+
+    const double sum = making + whole.own;
+    const auto print = [&](const char* part, double seconds) {
+        std::printf("| %d | %s | %.2f | %.1f %% |\n", instances, part, seconds * 1e6 / instances,
+                    100 * seconds / sum);
+    };
+    print("manager", making);
+    print("socket", socket);
+    print("decode", reading - socket);
+    print("conversion", conversion);
+    print("queue", whole.own - reading - conversion);
+    print("all, processor time", sum);
+    print("all, by the clock", whole.wall);
+}
+
+} // namespace
+
+int main() {
+    bench::printMachine();
+    std::printf("| instances | part | µs an instance | share |\n|---:|---|---:|---:|\n");
+    for (const int instances : {100, 1000, 10000})
+        measure(instances);
+    return EXIT_SUCCESS;
+}
