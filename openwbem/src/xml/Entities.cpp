@@ -10,7 +10,7 @@ namespace {
 const unsigned highestCharacter = 127; // that a numeric reference may name
 const std::size_t shownOfReference = 16;
 
-const std::pair<std::string_view, char> namedReferences[] = {
+constexpr std::pair<std::string_view, char> namedReferences[] = {
     {"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}, {"&quot;", '"'}, {"&apos;", '\''},
 };
 
