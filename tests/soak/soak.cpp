@@ -1,5 +1,6 @@
-// soak MANAGER REQUESTS RESTARTS - an agent that runs for long: one client, many requests, an object manager
-// that is started anew every so often. Exit status 0 when nothing was lost and nothing grew.
+// soak MANAGER REQUESTS RESTART_EVERY - an agent that runs for long: one client, many requests, an object
+// manager that is started anew each time that as many were made, in turn between two of them and within a
+// write. Exit status 0 when nothing was lost, nothing grew, and no write failed but those.
 #include "support/AgentQueue.hpp"
 #include "support/Program.hpp"
 #include "support/ScriptedPeer.hpp"
@@ -10,12 +11,14 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
+#include <dlfcn.h>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <sys/socket.h>
 #include <unistd.h>
 
 namespace {
@@ -41,6 +44,14 @@ public:
             throw std::runtime_error("the object manager did not end well");
         start();
     }
+    /** So that what is sent from now on is not looked at. */
+    void stop() { m_daemon->signal(SIGSTOP); }
+    /** Ends it as a power failure does. */
+    void killAndRestart() {
+        m_daemon->signal(SIGKILL);
+        m_daemon->wait();
+        start();
+    }
 
 private:
     void start() {
@@ -55,10 +66,15 @@ private:
     std::unique_ptr<support::Daemon> m_daemon;
 };
 
+/** The manager to be killed when a request has been sent to it, and how many requests go before that. */
+Manager* doomed = nullptr;
+int requestsBefore = 0;
+
 struct Counts {
     long requests = 0;
     long items = 0;
     long restarts = 0;
+    long hitWrites = 0;
     long failedReads = 0;
     long lostRows = 0;
     long failedWrites = 0;
@@ -91,20 +107,38 @@ void read(long group, const std::string& contact, Counts& counts) {
     counts.items += queue.head()->size;
 }
 
-void write(const std::string& contact, Counts& counts) {
-    support::AgentQueue queue;
-    ++counts.requests;
-    OWB_itemAdd(queue.head(), contactGroup, contactNominator, 0, 0, contact.c_str());
-    if (OWB_setGroup(contactGroup, queue.head()) != OWB_DONE)
-        ++counts.failedWrites;
+/** Whether the object manager has the contact then: the library's status does not tell. */
+bool write(const std::string& contact, Counts& counts) {
+    support::AgentQueue written;
+    OWB_itemAdd(written.head(), contactGroup, contactNominator, 0, 0, contact.c_str());
+    support::AgentQueue now;
+    const bool isDone = OWB_setGroup(contactGroup, written.head()) == OWB_DONE &&
+                        OWB_getGroup(contactGroup, now.head()) == OWB_DONE && holds(now, contact);
+    counts.requests += 2;
+    counts.items += now.head()->size;
+    return isDone;
 }
 
-/** Each tenth request is a write, and the first behind each restart alternates between a read and a write. */
+/** A write enumerates before it modifies: the manager goes when it was asked to modify. */
+bool writeThroughRestart(Manager& manager, const std::string& contact, Counts& counts) {
+    doomed = &manager;
+    requestsBefore = 1;
+    const bool isDone = write(contact, counts);
+    if (doomed != nullptr)
+        throw std::runtime_error("a write did not send two requests");
+    ++counts.restarts;
+    ++counts.hitWrites;
+    return isDone;
+}
+
+/** Each tenth request is a write. */
 Counts run(Manager& manager, long requests, long restartEvery, long& grown, long& descriptors) {
     Counts counts;
     std::string contact;
     for (long i = 0; counts.requests < requests; ++i) {
-        if (i > 0 && i % restartEvery == 0) {
+        const bool restarts = i > 0 && i % restartEvery == 0;
+        const bool hitsWrite = restarts && i / restartEvery % 2 == 0;
+        if (restarts && !hitsWrite) {
             manager.restart();
             ++counts.restarts;
         }
@@ -112,10 +146,15 @@ Counts run(Manager& manager, long requests, long restartEvery, long& grown, long
             grown = -residentKilobytes();
             descriptors = -openDescriptors();
         }
-        if ((i + i / restartEvery) % 10 == 0)
-            write(contact = "ops" + std::to_string(i), counts);
-        else
+        if (!hitsWrite && i % 10 != 5) {
             read(groups[static_cast<std::size_t>(i) % std::size(groups)], contact, counts);
+            continue;
+        }
+        const std::string next = "ops" + std::to_string(i);
+        if (hitsWrite ? writeThroughRestart(manager, next, counts) : write(next, counts))
+            contact = next;
+        else
+            ++counts.failedWrites;
     }
     grown += residentKilobytes();
     descriptors += openDescriptors();
@@ -128,17 +167,31 @@ int soak(const std::string& program, long requests, long restartEvery) {
     long grown = 0;
     long descriptors = 0;
     const Counts counts = run(manager, requests, restartEvery, grown, descriptors);
-    std::printf("requests %ld, items %ld, restarts %ld\n"
+    std::printf("requests %ld, items %ld, restarts %ld, of them within a write %ld\n"
                 "failed reads %ld, lost rows %ld, failed writes %ld\n"
                 "grown by %ld kB and %ld descriptors\n",
-                counts.requests, counts.items, counts.restarts, counts.failedReads, counts.lostRows,
-                counts.failedWrites, grown, descriptors);
-    const bool isCalm = counts.failedReads == 0 && counts.lostRows == 0 && counts.failedWrites == 0 &&
-                        grown < growthAllowed && descriptors == 0;
+                counts.requests, counts.items, counts.restarts, counts.hitWrites, counts.failedReads,
+                counts.lostRows, counts.failedWrites, grown, descriptors);
+    const bool isCalm = counts.failedReads == 0 && counts.lostRows == 0 &&
+                        counts.failedWrites == counts.hitWrites && grown < growthAllowed && descriptors == 0;
     return isCalm ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 } // namespace
+
+// Stands in front of the C library's, for the client library.
+extern "C" __attribute__((visibility("default"))) ssize_t send(int socket, const void* bytes,
+                                                               std::size_t size, int flags) {
+    static const auto real =
+        reinterpret_cast<ssize_t (*)(int, const void*, std::size_t, int)>(::dlsym(RTLD_NEXT, "send"));
+    if (doomed == nullptr || requestsBefore-- > 0)
+        return real(socket, bytes, size, flags);
+    doomed->stop();
+    const ssize_t sent = real(socket, bytes, size, flags);
+    doomed->killAndRestart();
+    doomed = nullptr;
+    return sent;
+}
 
 int main(int argc, char** argv) {
     if (argc != 4) {
