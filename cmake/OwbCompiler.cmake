@@ -9,6 +9,9 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 
+if(CMAKE_BINARY_DIR STREQUAL PROJECT_SOURCE_DIR)
+    message(FATAL_ERROR "Build in a folder of its own: cmake --preset release")
+endif()
 # File names in messages and debug information are relative to the source tree, whoever builds it where; ccache may hand
 # the compiler names relative to the build folder.
 file(RELATIVE_PATH source_from_build ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR})

@@ -16,10 +16,9 @@ namespace {
 
 /** A true qualifier of type boolean. */
 Qualifier qualifier(const char* name) {
-    const Int32 notOverridable = 2, toSubclass = 4; // DSP0004, qualifier flavors
     Int32Array flavors;
-    flavors.push_back(notOverridable);
-    flavors.push_back(toSubclass);
+    flavors.push_back(Qualifier::NOT_OVERRIDABLE);
+    flavors.push_back(Qualifier::TO_SUBCLASS);
     Qualifier result;
     result.name = name;
     result.value = CIMValue(true);

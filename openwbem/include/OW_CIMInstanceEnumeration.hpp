@@ -3,10 +3,4 @@
 #include "OW_CIMFwd.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_Enumeration.hpp"
-
-namespace OpenWBEM {
-
-typedef Enumeration<CIMInstance> CIMInstanceEnumeration;
-
-} // namespace OpenWBEM
 #endif

@@ -1,8 +1,8 @@
 #ifndef OW_CLIENT_AUTH_CBIFC_HPP_INCLUDED
 #define OW_CLIENT_AUTH_CBIFC_HPP_INCLUDED
 #include "OW_CommonFwd.hpp"
+#include "OW_IfcsFwd.hpp"
 #include "OW_IntrusiveCountableBase.hpp"
-#include "OW_IntrusiveReference.hpp"
 
 namespace OpenWBEM {
 
@@ -19,9 +19,6 @@ public:
      */
     virtual bool getCredentials(const String& realm, String& name, String& passwd, const String& details) = 0;
 };
-
-/** A default-constructed reference means "no callback". */
-typedef IntrusiveReference<ClientAuthCBIFC> ClientAuthCBIFCRef;
 
 } // namespace OpenWBEM
 #endif

@@ -11,7 +11,6 @@ typedef Array<Char16> Char16Array;
 class Bool;
 typedef Array<Bool> BoolArray;
 class DateTime;
-class StringBuffer;
 class Exception;
 template <class T>
 class Enumeration;

@@ -142,6 +142,14 @@ TEST(Enumeration, HandsOutWhatWasAddedInItsOrder) {
     EXPECT_FALSE(all.hasMoreElements());
 }
 
+TEST(Enumeration, CopiesShareOneQueue) {
+    Enumeration<String> a;
+    a.addElement("x");
+    Enumeration<String> b = a;
+    EXPECT_EQ("x", b.nextElement());
+    EXPECT_FALSE(a.hasMoreElements());
+}
+
 TEST(Enumeration, TakingPastTheEndThrows) {
     try {
         Enumeration<String>().nextElement();

@@ -7,6 +7,8 @@
 #include "OW_CIMValue.hpp"
 #include "OW_CIMValueCast.hpp"
 
+#include "Failure.hpp"
+
 #include <gtest/gtest.h>
 #include <string>
 
@@ -26,12 +28,7 @@ CIMValue arrayValue(std::initializer_list<T> elements) {
 
 // `<type>: <message>` of what a cast throws.
 std::string errorOf(const CIMValue& value, const CIMDataType& type) {
-    try {
-        castValueToDataType(value, type);
-    } catch (const OpenWBEM::Exception& e) {
-        return e.type() + std::string(": ") + e.getMessage();
-    }
-    return "no exception";
+    return failureOf([&] { castValueToDataType(value, type); });
 }
 
 TEST(Cast, OfTheNullValueOrToNoTypeIsNull) {

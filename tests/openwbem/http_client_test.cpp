@@ -1,6 +1,7 @@
 // Requests that must not be carried out twice, and replies that are not read to their end. The public client
 // shows neither.
 #include "Clients.hpp"
+#include "Failure.hpp"
 #include "client/HTTPClient.hpp"
 
 namespace {
@@ -14,12 +15,7 @@ class Http : public testing::Test {
 protected:
     // What comes of a request whose reply is read to its end.
     static std::string messageOf(HTTPClient& client, bool mayRepeat) {
-        try {
-            client.exchange(request(mayRepeat))->finish();
-        } catch (const Exception& e) {
-            return std::string(e.type()) + ": " + e.getMessage();
-        }
-        return "no exception";
+        return failureOf([&] { client.exchange(request(mayRepeat))->finish(); });
     }
 
     static URL urlOf(const ScriptedPeer& peer) { return URL(peer.url().c_str()); }

@@ -4,6 +4,7 @@
 #include "OW_CIMInstanceEnumeration.hpp"
 #include "OW_Exception.hpp"
 
+#include "Failure.hpp"
 #include "support/Manager.hpp"
 #include "support/ScriptedPeer.hpp"
 #include "support/TempDir.hpp"
@@ -82,12 +83,7 @@ std::size_t read(CIMClient& client) {
 }
 
 std::string messageOfReading(CIMClient& client) {
-    try {
-        read(client);
-    } catch (const Exception& e) {
-        return std::string(e.type()) + ": " + e.getMessage();
-    }
-    return "no exception";
+    return failureOf([&] { read(client); });
 }
 
 TEST(Lifecycle, ARestartBetweenTwoRequestsIsNotNoticed) {

@@ -1,4 +1,3 @@
-#include "OW_ClientFwd.hpp"
 #include "OW_IntrusiveCountableBase.hpp"
 #include "OW_IntrusiveReference.hpp"
 
@@ -57,11 +56,6 @@ TEST(IntrusiveReference, CastsDown) {
     const IntrusiveReference<Base> base(new Base(alive));
     EXPECT_TRUE(derived.cast_to<Derived>() == derived);
     EXPECT_FALSE(base.cast_to<Derived>());
-}
-
-TEST(IntrusiveReference, OfACallbackNeedsOnlyItsForwardHeader) {
-    const OpenWBEM::ClientAuthCBIFCRef* const none = nullptr;
-    EXPECT_EQ(nullptr, none);
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "OW_Char16.hpp"
 #include "OW_String.hpp"
 
-#include <clocale>
 #include <cmath>
 #include <functional>
 #include <gtest/gtest.h>
@@ -116,15 +115,6 @@ TEST(StringAsReal, RefusesInfinitiesAndWhatIsNone) {
 
 TEST(StringAsReal, TakesTheGreatestReal32InEightDigits) {
     EXPECT_EQ(std::numeric_limits<Real32>::max(), String("3.4028235e+38").toReal32());
-}
-
-TEST(StringAsReal, DoesNotDependOnTheLocale) {
-    const std::string before = std::setlocale(LC_ALL, nullptr);
-    for (const char* locale : {"de_DE.UTF-8", "fr_FR.UTF-8", "C"})
-        if (std::setlocale(LC_ALL, locale)) {
-            EXPECT_EQ(1.5, String("1.5").toReal64());
-        }
-    std::setlocale(LC_ALL, before.c_str());
 }
 
 TEST(StringAsBool, IsTrueOrFalseInAnyCase) {

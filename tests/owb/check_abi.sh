@@ -7,10 +7,14 @@ baseline=$source/owb/libowb.abi
 
 command -v abidw >/dev/null || exit 77
 
+# What is declared, in the order of the text and not of the compiler's units, nor with the names that the compiler was given
+# for its sources.
 describe() {
-    abidw --no-corpus-path --no-comp-dir-path --no-show-locs --headers-dir "$source/owb/include" \
+    abidw --type-id-style hash --no-corpus-path --no-comp-dir-path --no-show-locs --headers-dir "$source/owb/include" \
         --headers-dir "$source/inventory/include" --drop-private-types --drop-undefined-syms --exported-interfaces-only "$library" |
-        sed "s/ path='[^']*'//" # of the sources, as the compiler was given them
+        sed -e "s/ path='[^']*'//" -e '/^<.*abi-corpus/d' -e '/^  <.*abi-instr/d' |
+        awk '/^    (<\/| )/ { printf "\1%s", $0; next } { printf "\n%s", $0 }' | # a declaration is one line
+        LC_ALL=C sort -u | tr '\1' '\n'
 }
 
 if [[ $update == --update ]]; then

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <gtest/gtest.h>
+#include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,7 +27,9 @@ bool hasLeaked() {
 
 [[noreturn]] void runBody(const std::string& folder, const std::function<void()>& body, std::FILE* output) {
     ::dup2(::fileno(output), STDOUT_FILENO);
-    int code = ::chdir(folder.c_str()) == 0 ? 0 : 2;
+    if (::chdir(folder.c_str()) != 0)
+        ::_exit(2);
+    int code = 0;
     try {
         body();
     } catch (const std::exception& e) {
@@ -46,8 +49,12 @@ bool hasLeaked() {
 
 std::string inChild(const std::string& folder, const std::function<void()>& body) {
     std::FILE* const output = std::tmpfile();
+    if (output == nullptr)
+        throw std::runtime_error("tmpfile failed");
     std::fflush(nullptr);
     const pid_t pid = ::fork();
+    if (pid < 0)
+        throw std::runtime_error("fork failed");
     if (pid == 0)
         runBody(folder, body, output);
     int status = 0;

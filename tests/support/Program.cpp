@@ -29,7 +29,7 @@ pid_t start(const std::vector<std::string>& words, int out, int err) {
     if (pid < 0)
         throw std::runtime_error("fork failed");
     if (pid == 0) {
-        const int in = ::open("/dev/null", O_RDONLY);
+        const int in = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
         ::dup2(in, 0);
         if (out >= 0)
             ::dup2(out, 1);

@@ -4,7 +4,7 @@
 #include "client/CookieFile.hpp"
 #include "client/Endpoint.hpp"
 
-#include <strings.h>
+#include <boost/beast/core/string.hpp>
 #include <unistd.h>
 
 namespace OpenWBEM {
@@ -27,7 +27,7 @@ std::string base64(const std::string& bytes) {
 
 bool isScheme(const std::string& challenge, const std::string& scheme) {
     const std::string word = challenge.substr(0, challenge.find(' '));
-    return ::strcasecmp(word.c_str(), scheme.c_str()) == 0;
+    return boost::beast::iequals(word, scheme);
 }
 
 // The value of a parameter `name="value"` of a challenge; "" when there is none.

@@ -22,10 +22,6 @@ bool refusesMethod(unsigned status) {
     return status == methodNotAllowed || status == notImplemented || status == notExtended;
 }
 
-[[noreturn]] void throwNoReply(const std::string& reason) {
-    OW_THROW(HTTPException, ("Unable to process request: " + reason).c_str());
-}
-
 } // namespace
 
 HTTPClient::HTTPClient(const URL& url, const ClientAuthCBIFCRef& callback)
@@ -69,7 +65,7 @@ std::unique_ptr<HTTPReply> HTTPClient::send(const HTTPRequest& request, const st
         reply = sendOn(connect(), request, authorization);
     }
     if (!reply)
-        throwNoReply("");
+        throwUnprocessed("");
     return reply;
 }
 
@@ -81,7 +77,7 @@ std::unique_ptr<HTTPReply> HTTPClient::sendOn(std::unique_ptr<Stream> connection
         auto reply = std::make_unique<HTTPReply>(std::move(connection), m_kept);
         return reply->message().readHead() ? std::move(reply) : nullptr;
     } catch (const SocketTimeoutException& e) {
-        throwNoReply(e.getMessage());
+        throwUnprocessed(e.getMessage());
     }
 }
 

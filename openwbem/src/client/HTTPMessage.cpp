@@ -35,10 +35,6 @@ const std::size_t prefixSize = 3; // of a trailer's name: two digits and a hyphe
 
 using Field = std::pair<std::string, std::string>;
 
-[[noreturn]] void throwNoReply(const std::string& reason) {
-    OW_THROW(HTTPException, ("Unable to process request: " + reason).c_str());
-}
-
 std::string joined(const std::vector<std::string>& values) {
     std::string all;
     for (const std::string& value : values)
@@ -47,6 +43,10 @@ std::string joined(const std::vector<std::string>& values) {
 }
 
 } // namespace
+
+void throwUnprocessed(const std::string& reason) {
+    OW_THROW(HTTPException, ("Unable to process request: " + reason).c_str());
+}
 
 // Keeps what Beast recognises.
 class HTTPMessage::Parser final : public http::basic_parser<false> {
@@ -121,14 +121,14 @@ bool HTTPMessage::readHead() {
     std::size_t total = 0;
     while (!m_parser->is_header_done()) {
         if (total >= headLimit)
-            throwNoReply("The head of the reply is too long");
+            throwUnprocessed("The head of the reply is too long");
         if (m_isBroken)
             throwJunk();
         const std::size_t received = receive(deadline);
         if (received == 0 && total == 0)
             return false;
         if (received == 0)
-            throwNoReply("");
+            throwUnprocessed("");
         total += received;
     }
     return true;
@@ -136,7 +136,7 @@ bool HTTPMessage::readHead() {
 
 void HTTPMessage::throwJunk() const {
     if (m_parser->m_statusLine.empty())
-        throwNoReply("");
+        throwUnprocessed("");
     OW_THROW(HTTPException, ("Received junk from server statusline = " + m_parser->m_statusLine).c_str());
 }
 

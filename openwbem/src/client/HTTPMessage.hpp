@@ -10,6 +10,9 @@
 
 namespace OpenWBEM {
 
+/** Throws the HTTPException of a request that has no good reply. */
+[[noreturn]] void throwUnprocessed(const std::string& reason);
+
 /**
  * A reply while it comes in (RFC 7230): its head, then its body, unchunked, then its trailers. Takes memory
  * for what has come only, whatever the peer announces.

@@ -49,7 +49,7 @@ void HTTPReply::expectBody() {
     const bool isGood = m_message.status() / 100 == 2 && !m_message.reason().empty();
     if (!isGood || !cimError.empty()) {
         const std::string detail = cimError.empty() ? std::string() : ":" + cimError;
-        OW_THROW(HTTPException, ("Unable to process request: " + m_message.reason() + detail).c_str());
+        throwUnprocessed(m_message.reason() + detail);
     }
     if (!m_message.isFramed())
         OW_THROW(HTTPException,
@@ -58,7 +58,7 @@ void HTTPReply::expectBody() {
     if (boost::beast::iequals(encoding, "deflate"))
         m_inflater.emplace(m_message);
     else if (!encoding.empty() && !boost::beast::iequals(encoding, "identity"))
-        OW_THROW(HTTPException, ("Unable to process request: unknown Content-Encoding " + encoding).c_str());
+        throwUnprocessed("unknown Content-Encoding " + encoding);
 }
 
 std::size_t HTTPReply::read(char* to, std::size_t size) {

@@ -6,6 +6,7 @@
 #include "OW_ClientAuthCBIFC.hpp"
 #include "OW_IntrusiveCountableBase.hpp"
 #include "Utf8.hpp"
+#include "ValueText.hpp"
 #include "detail/OW_Shared.hpp"
 
 namespace OpenWBEM {
@@ -33,7 +34,7 @@ Char16::Char16(const String& text) {
 String Char16::toString() const {
     std::string text;
     appendUtf8(text, m_value);
-    return String(text.data(), text.size());
+    return stringOf(text);
 }
 
 } // namespace OpenWBEM

@@ -7,17 +7,6 @@
 #include <algorithm>
 
 namespace OpenWBEM {
-namespace {
-
-// Works for the property array of an instance and for its const form.
-template <class Properties>
-auto find(Properties& properties, const CIMName& name) {
-    return std::find_if(properties.begin(), properties.end(), [&name](const CIMProperty& property) {
-        return property && ObjectAccess::declaration(property).name == name;
-    });
-}
-
-} // namespace
 
 CIMInstance::CIMInstance()
     : m_data(new Data) {}
@@ -65,7 +54,7 @@ CIMInstance& CIMInstance::setProperties(const CIMPropertyArray& properties) {
 
 CIMProperty CIMInstance::getProperty(const CIMName& name) const {
     const CIMPropertyArray& all = m_data->properties;
-    const auto found = find(all, name);
+    const auto found = findByName(all, name);
     return found == all.end() ? CIMProperty(CIMNULL) : *found;
 }
 
@@ -94,7 +83,7 @@ CIMInstance& CIMInstance::setProperty(const CIMName& name, const CIMValue& value
     setProperty(property);
     CIMPropertyArray& keys = m_data.edit().keys;
     if (!keys.empty()) {
-        const auto key = find(keys, name);
+        const auto key = findByName(keys, name);
         if (key != keys.end())
             key->setValue(property.getValue());
     }
@@ -105,7 +94,7 @@ CIMInstance& CIMInstance::setProperty(const CIMProperty& property) {
     if (!property)
         return *this;
     CIMPropertyArray& all = m_data.edit().properties;
-    const auto found = find(all, property.getName());
+    const auto found = findByName(all, property.getName());
     if (found == all.end())
         all.push_back(property);
     else
@@ -115,7 +104,7 @@ CIMInstance& CIMInstance::setProperty(const CIMProperty& property) {
 
 CIMInstance& CIMInstance::removeProperty(const CIMName& name) {
     CIMPropertyArray& all = m_data.edit().properties;
-    const auto found = find(all, name);
+    const auto found = findByName(all, name);
     if (found != all.end())
         all.erase(found);
     return *this;
@@ -145,7 +134,7 @@ void CIMInstance::setNull() {
 String CIMInstance::toString() const {
     std::string text;
     appendText(text, *this);
-    return String(text.data(), text.size());
+    return stringOf(text);
 }
 
 } // namespace OpenWBEM

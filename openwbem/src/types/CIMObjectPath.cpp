@@ -10,13 +10,6 @@
 namespace OpenWBEM {
 namespace {
 
-template <class Keys>
-auto find(Keys& keys, const CIMName& name) {
-    return std::find_if(keys.begin(), keys.end(), [&name](const CIMProperty& key) {
-        return ObjectAccess::declaration(key).name == name;
-    });
-}
-
 /** A key for comparing. */
 struct Key {
     String name;
@@ -120,7 +113,7 @@ CIMObjectPath& CIMObjectPath::setKeys(const CIMInstance& instance) {
 
 CIMProperty CIMObjectPath::getKey(const CIMName& name) const {
     const CIMPropertyArray& keys = m_data->keys;
-    const auto found = find(keys, name);
+    const auto found = findByName(keys, name);
     return found == keys.end() ? CIMProperty(CIMNULL) : *found;
 }
 
@@ -142,7 +135,7 @@ bool CIMObjectPath::keyHasValue(const CIMName& name) const {
 
 CIMObjectPath& CIMObjectPath::setKeyValue(const CIMName& name, const CIMValue& value) {
     CIMPropertyArray& keys = m_data.edit().keys;
-    const auto found = find(keys, name);
+    const auto found = findByName(keys, name);
     if (found != keys.end())
         found->setValue(value);
     else

@@ -281,7 +281,7 @@ String CIMValue::toString() const {
             appendText(text, content);
         }
     });
-    return String(text.data(), text.size());
+    return stringOf(text);
 }
 
 } // namespace OpenWBEM

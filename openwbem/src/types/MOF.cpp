@@ -81,16 +81,12 @@ void appendMethod(std::string& text, const Method& method) {
     text += method.parameters.empty() ? "();\n" : ");\n";
 }
 
-String toOwn(const std::string& text) {
-    return String(text.data(), text.size());
-}
-
 } // namespace
 
 String CIMValue::toMOF() const {
     std::string text;
     ValueAccess::visit(*this, [&text](const auto& content) { appendMOF(text, content); });
-    return toOwn(text);
+    return stringOf(text);
 }
 
 String CIMProperty::toMOF() const {
@@ -103,7 +99,7 @@ String CIMProperty::toMOF() const {
         text += " = ";
         append(text, m_data->value.toMOF());
     }
-    return toOwn(text + ";\n");
+    return stringOf(text + ";\n");
 }
 
 String CIMInstance::toMOF() const {
@@ -120,7 +116,7 @@ String CIMInstance::toMOF() const {
         text += "    ";
         append(text, property.getName() + " = " + value.toMOF() + ";\n");
     }
-    return toOwn(text + "};\n");
+    return stringOf(text + "};\n");
 }
 
 String CIMClass::toMOF() const {
@@ -136,7 +132,7 @@ String CIMClass::toMOF() const {
         append(text, property.toMOF());
     for (const Method& method : std::as_const(data.methods))
         appendMethod(text, method);
-    return toOwn(text + "};\n");
+    return stringOf(text + "};\n");
 }
 
 } // namespace OpenWBEM

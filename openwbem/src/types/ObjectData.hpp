@@ -10,12 +10,15 @@
 #include "OW_CIMValue.hpp"
 #include "OW_String.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace OpenWBEM {
 
 /** A qualifier, with what came with it of its type (DSP0004, qualifiers). Kept to be sent back as it came. */
 struct Qualifier {
+    enum Flavor : Int32 { NOT_OVERRIDABLE = 2, RESTRICTED = 3, TO_SUBCLASS = 4, TRANSLATABLE = 5 };
+
     CIMName name;
     CIMValue value{CIMNULL};
     CIMName typeName;
@@ -46,13 +49,12 @@ struct Declaration : detail::Counted {
 };
 
 struct CIMProperty::Data : detail::Counted {
-    Data() = default;
     Data(detail::Shared<Declaration> of, CIMValue is)
         : declaration(std::move(of))
         , value(std::move(is)) {}
 
     detail::Shared<Declaration> declaration; // never null
-    CIMValue value{CIMNULL};
+    CIMValue value;
 };
 
 /** What a path has that names no host; all such paths share the texts. */
@@ -143,6 +145,14 @@ struct ObjectAccess {
     }
     static Int32 sizeRange(const CIMDataType& type) { return type.m_sizeRange; }
 };
+
+/** The first property or key of a name in an array, const or not, or its end. Null ones have no name. */
+template <class Properties>
+auto findByName(Properties& properties, const CIMName& name) {
+    return std::find_if(properties.begin(), properties.end(), [&name](const CIMProperty& property) {
+        return property && ObjectAccess::declaration(property).name == name;
+    });
+}
 
 } // namespace OpenWBEM
 #endif

@@ -57,7 +57,7 @@ String CIMObjectPath::modelPath() const {
         if (text.size() > io::maximumText)
             OW_THROWCIMMSG(CIMException::FAILED, "object path is too long");
     }
-    return String(text.data(), text.size());
+    return stringOf(text);
 }
 
 String CIMObjectPath::escape(const String& text) {
@@ -71,7 +71,7 @@ String CIMObjectPath::escape(const String& text) {
             escaped += '\\';
         escaped += *c;
     }
-    return String(escaped.data(), escaped.size());
+    return stringOf(escaped);
 }
 
 String CIMObjectPath::unEscape(const String& text) {
@@ -81,7 +81,7 @@ String CIMObjectPath::unEscape(const String& text) {
             break;
         plain += *c;
     }
-    return String(plain.data(), plain.size());
+    return stringOf(plain);
 }
 
 } // namespace OpenWBEM

@@ -1,7 +1,8 @@
 #include "OW_URL.hpp"
 
+#include "ValueText.hpp"
+
 #include <algorithm>
-#include <cctype>
 #include <string>
 
 namespace OpenWBEM {
@@ -54,18 +55,12 @@ std::string trimmed(const std::string& text) {
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-String toOwn(const std::string& text) {
-    return String(text.data(), text.size());
-}
-
 } // namespace
 
 URL::URL(const String& given)
-    : text(toOwn(trimmed(given.c_str()))) {
+    : text(stringOf(trimmed(given.c_str()))) {
     std::string rest = text.c_str();
-    std::string schemeText = cutBefore(rest, "://");
-    std::transform(schemeText.begin(), schemeText.end(), schemeText.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const std::string schemeText = cutBefore(rest, "://");
     std::string user = cutBefore(rest, "@");
     std::string path = cutBehind(rest, "/");
     const std::string model = cutBehind(path, "/:");
@@ -76,14 +71,14 @@ URL::URL(const String& given)
         OW_THROW(MalformedURLException, message.c_str());
     }
 
-    scheme = schemeText.empty() ? String("http") : toOwn(schemeText);
-    principal = toOwn(user);
-    credential = toOwn(password);
-    host = toOwn(rest);
+    scheme = schemeText.empty() ? String("http") : stringOf(schemeText).toLowerCase();
+    principal = stringOf(user);
+    credential = stringOf(password);
+    host = stringOf(rest);
     const bool tls = scheme.endsWith("s");
-    port = portText.empty() ? String(tls ? "5989" : "5988") : toOwn(portText);
-    nameSpace = toOwn(path);
-    modelPath = toOwn(model);
+    port = portText.empty() ? String(tls ? "5989" : "5988") : stringOf(portText);
+    nameSpace = stringOf(path);
+    modelPath = stringOf(model);
 }
 
 } // namespace OpenWBEM

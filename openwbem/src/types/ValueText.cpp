@@ -99,14 +99,15 @@ void appendText(std::string& text, const CIMInstance& value) {
     text += "}\n";
 }
 
-bool parseReal(const char* text, std::size_t length, Real64& value) {
-    const char* first = text;
-    const char* const last = text + length;
+const char* numberStart(const char* first, const char* last) {
     while (first != last && (*first == ' ' || (*first >= '\t' && *first <= '\r')))
         ++first;
-    if (first != last && *first == '+' && last - first > 1 && first[1] != '-')
-        ++first;
-    const auto result = std::from_chars(first, last, value);
+    return last - first > 1 && *first == '+' && first[1] != '-' ? first + 1 : first;
+}
+
+bool parseReal(const char* text, std::size_t length, Real64& value) {
+    const char* const last = text + length;
+    const auto result = std::from_chars(numberStart(text, last), last, value);
     return result.ec == std::errc() && result.ptr == last && !std::isinf(value);
 }
 

@@ -1,6 +1,7 @@
 #ifndef OPENWBEM_VALUE_TEXT_HPP_INCLUDED
 #define OPENWBEM_VALUE_TEXT_HPP_INCLUDED
 #include "OW_CIMFwd.hpp"
+#include "OW_String.hpp"
 #include "OW_Types.hpp"
 #include "Utf8.hpp"
 
@@ -36,6 +37,13 @@ template <class T>
 void appendElementText(std::string& text, const T& value) {
     appendText(text, value);
 }
+
+inline String stringOf(const std::string& text) {
+    return String(text.data(), text.size());
+}
+
+/** Where from_chars() may begin: behind white space and a plus sign, which it does not take. */
+const char* numberStart(const char* first, const char* last);
 
 /** Reads a real written in decimal; false when the text is none or is out of range. Independent of the
  * locale. */

@@ -165,7 +165,6 @@ CIMDataType ObjectReader::declaredType() const {
 }
 
 Qualifier ObjectReader::qualifier() {
-    const Int32 notOverridable = 2, restricted = 3, translatable = 5; // DSP0004, qualifier flavors
     Qualifier result;
     result.name = toString(m_in.attribute("NAME"));
     result.typeName = result.name;
@@ -173,11 +172,11 @@ Qualifier ObjectReader::qualifier() {
     result.propagated = isTrue(m_in.attribute("PROPAGATED"));
     result.language = toString(m_in.attribute("xml:lang"));
     if (equalsIgnoreCase(m_in.attribute("OVERRIDABLE"), "false"))
-        result.flavors.push_back(notOverridable);
+        result.flavors.push_back(Qualifier::NOT_OVERRIDABLE);
     if (equalsIgnoreCase(m_in.attribute("TOSUBCLASS"), "false"))
-        result.flavors.push_back(restricted);
+        result.flavors.push_back(Qualifier::RESTRICTED);
     if (isTrue(m_in.attribute("TRANSLATABLE")))
-        result.flavors.push_back(translatable);
+        result.flavors.push_back(Qualifier::TRANSLATABLE);
     while (m_in.next() == Tag::start)
         result.value = value(result.type.getType());
     if (result.value && result.value.isArray())

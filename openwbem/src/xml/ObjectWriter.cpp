@@ -26,15 +26,14 @@ bool isEmbedded(const CIMValue& value) {
 }
 
 void writeQualifier(std::string& out, const Qualifier& qualifier) {
-    const Int32 notOverridable = 2, restricted = 3, translatable = 5; // DSP0004, qualifier flavors
     const CIMDataType type = qualifier.value ? qualifier.value.getCIMDataType() : qualifier.type;
     DeclaringElement element(out, "QUALIFIER");
     element.attribute("NAME", qualifier.name.toString())
         .attribute("TYPE", typeName(type))
         .optional("PROPAGATED", qualifier.propagated, "true")
-        .optional("OVERRIDABLE", has(qualifier.flavors, notOverridable), "false")
-        .optional("TOSUBCLASS", has(qualifier.flavors, restricted), "false")
-        .optional("TRANSLATABLE", has(qualifier.flavors, translatable), "true")
+        .optional("OVERRIDABLE", has(qualifier.flavors, Qualifier::NOT_OVERRIDABLE), "false")
+        .optional("TOSUBCLASS", has(qualifier.flavors, Qualifier::RESTRICTED), "false")
+        .optional("TRANSLATABLE", has(qualifier.flavors, Qualifier::TRANSLATABLE), "true")
         .optional("xml:lang", qualifier.language)
         .open();
     write(out, qualifier.value);

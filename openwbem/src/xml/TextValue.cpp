@@ -24,13 +24,8 @@ char lower(char c) {
 
 template <class T>
 bool parse(std::string_view text, T& number) {
-    const char* first = text.data();
-    const char* const last = first + text.size();
-    while (first != last && (*first == ' ' || (*first >= '\t' && *first <= '\r')))
-        ++first;
-    if (last - first > 1 && *first == '+' && first[1] != '-')
-        ++first;
-    const auto result = std::from_chars(first, last, number);
+    const char* const last = text.data() + text.size();
+    const auto result = std::from_chars(numberStart(text.data(), last), last, number);
     return result.ec == std::errc() && result.ptr == last;
 }
 

@@ -1,5 +1,6 @@
 // Values and paths, which hold each other.
 #include "types/ObjectData.hpp"
+#include "types/PathText.hpp"
 #include "types/ValueData.hpp"
 #include "types/ValueText.hpp"
 #include "xml/ElementWriter.hpp"
@@ -80,10 +81,6 @@ void writeKey(std::string& out, const CIMProperty& key) {
         });
 }
 
-bool isLocal(const String& host) {
-    return host.empty() || host.equalsIgnoreCase("localhost") || host == "127.0.0.1";
-}
-
 void writeObjectName(std::string& out, const CIMObjectPath& path) {
     const CIMObjectPath::Data& data = ObjectAccess::data(path);
     if (data.keys.empty())
@@ -108,9 +105,9 @@ void writeName(std::string& out, const CIMObjectPath& path) {
 
 void write(std::string& out, const CIMObjectPath& path) {
     const CIMObjectPath::Data& data = ObjectAccess::data(path);
-    if (isLocal(data.host) && data.nameSpace.empty())
+    if (isLocalHost(data.host) && data.nameSpace.empty())
         return writeObjectName(out, path);
-    if (isLocal(data.host)) {
+    if (isLocalHost(data.host)) {
         const Element element(out, data.keys.empty() ? "LOCALCLASSPATH" : "LOCALINSTANCEPATH");
         writeNameSpace(out, data.nameSpace);
         return writeObjectName(out, path);

@@ -21,16 +21,16 @@ std::ostream& operator<<(std::ostream& out, const Example& example) {
     return out << '"' << example.input << '"';
 }
 
-class DateTimeText : public testing::TestWithParam<Example> {};
+class CIMDateTimeText : public testing::TestWithParam<Example> {};
 
-TEST_P(DateTimeText, IsReadFieldByField) {
+TEST_P(CIMDateTimeText, IsReadFieldByField) {
     const CIMDateTime time{String(GetParam().input)};
     EXPECT_EQ(GetParam().isInterval, time.isInterval());
     EXPECT_STREQ(GetParam().output, time.toString().c_str());
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Examples, DateTimeText,
+    Examples, CIMDateTimeText,
     testing::Values(Example{"", true, "00000000000000.000000:000"},
                     Example{"20050102030405.678901+060", false, "20050102030405.678901+060"},
                     Example{"20050102030405.678901-300", false, "20050102030405.678901-300"},
@@ -58,9 +58,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Example{"+0000001020304.500000:000", true, "00000001020304.500000:000"},
                     Example{"20051332256199.678901+1440", false, "20051332256199.678901+1440"}));
 
-class BadDateTimeText : public testing::TestWithParam<const char*> {};
+class BadCIMDateTimeText : public testing::TestWithParam<const char*> {};
 
-TEST_P(BadDateTimeText, Throws) {
+TEST_P(BadCIMDateTimeText, Throws) {
     try {
         CIMDateTime{String(GetParam())};
         FAIL() << "no exception";
@@ -71,12 +71,12 @@ TEST_P(BadDateTimeText, Throws) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Examples, BadDateTimeText,
+INSTANTIATE_TEST_SUITE_P(Examples, BadCIMDateTimeText,
                          testing::Values("20050102030405.678901", "00000001020304.500000", "hello",
                                          "20050102030405.678901 060", "4294967296",
                                          "00000001020304.5000000:000"));
 
-TEST(DateTime, OfMicrosecondsIsAnInterval) {
+TEST(CIMDateTime, OfMicrosecondsIsAnInterval) {
     const std::pair<UInt64, const char*> examples[] = {
         {1, "00000000000000.000001:000"},
         {999999, "00000000000000.999999:000"},
@@ -94,7 +94,7 @@ TEST(DateTime, OfMicrosecondsIsAnInterval) {
         EXPECT_STREQ(text, CIMDateTime(microSeconds).toString().c_str());
 }
 
-TEST(DateTime, IsFalseWhenAllFieldsButTheOffsetAreZero) {
+TEST(CIMDateTime, IsFalseWhenAllFieldsButTheOffsetAreZero) {
     EXPECT_FALSE(CIMDateTime());
     EXPECT_FALSE(CIMDateTime(OpenWBEM::CIMNULL));
     EXPECT_FALSE(CIMDateTime(String("00000000000000.000000+060")));
