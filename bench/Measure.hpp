@@ -1,6 +1,7 @@
 #ifndef BENCH_MEASURE_HPP
 #define BENCH_MEASURE_HPP
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -22,10 +23,10 @@ double median(std::vector<double> results);
 
 /** Median of what a measurement returns when it is run a number of times, an odd one. */
 template <class Measurement>
-double medianOf(int runs, Measurement measure) {
-    std::vector<double> results;
-    for (int i = 0; i < runs; ++i)
-        results.push_back(measure());
+double medianOf(std::size_t runs, Measurement measure) {
+    std::vector<double> results(runs);
+    for (double& result : results)
+        result = measure();
     return median(std::move(results));
 }
 

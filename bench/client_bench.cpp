@@ -76,7 +76,7 @@ long statusOf(const std::string& field) {
     std::string line;
     while (std::getline(status, line))
         if (line.rfind(field + ":", 0) == 0)
-            return std::atol(line.c_str() + field.size() + 1);
+            return std::strtol(line.c_str() + field.size() + 1, nullptr, 10);
     return 0;
 }
 

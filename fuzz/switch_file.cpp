@@ -1,6 +1,6 @@
 // The switch file of the trace, its log's name, and the cleaning of texts. The trace decides once a process:
 // its source is included here, so that it can be made to decide anew.
-#include "OWB_Debug.cpp"
+#include "OWB_Debug.cpp" // NOLINT(bugprone-suspicious-include): see above
 
 #include "support/Folder.hpp"
 

@@ -36,6 +36,7 @@ std::optional<PciFunction> readFunction(const Host& host, const std::string& nam
     if (!address || !classCode || !vendor || !device)
         return std::nullopt;
     std::optional<UInt16> subsystemVendor = readHexadecimal<UInt16>(host, folder + "subsystem_vendor");
+    // NOLINTNEXTLINE(misc-redundant-expression): the check does not see what the optional is compared with
     if (subsystemVendor == 0 || subsystemVendor == 0xFFFF)
         subsystemVendor.reset();
     return PciFunction{name,

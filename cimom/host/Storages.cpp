@@ -89,6 +89,7 @@ std::vector<FileSystem> localFileSystems(const Host& host) {
             known->second = fileSystem;
     }
     std::vector<FileSystem> found;
+    found.reserve(byDevice.size());
     for (const auto& [device, fileSystem] : byDevice)
         found.push_back(fileSystem);
     return found;

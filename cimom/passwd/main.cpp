@@ -52,6 +52,7 @@ void define(CLI::App& app, Options& options) {
 
 } // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): nothing but a lack of memory can be thrown outside the try block
 int main(int argc, char** argv) {
     Options options;
     CLI::App app(

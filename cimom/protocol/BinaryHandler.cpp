@@ -93,12 +93,12 @@ private:
 
     std::string nameSpaceArgument() { return stringArgument(m_in).c_str(); }
     CIMName classArgument() {
-        const String name = stringArgument(m_in);
+        String name = stringArgument(m_in);
         m_reply.title += std::string(" ") + name.c_str();
         return name;
     }
     CIMObjectPath pathArgument() {
-        const CIMObjectPath path = binary::ObjectReader(m_in).objectPath();
+        CIMObjectPath path = binary::ObjectReader(m_in).objectPath();
         m_reply.title += std::string(" ") + path.getClassName().c_str();
         return path;
     }

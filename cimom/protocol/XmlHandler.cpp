@@ -254,9 +254,10 @@ std::string classNamed(const XmlRequest& request) {
 
 /** What stands around the outcome of an operation, up to it and behind it. */
 struct Frame {
-    explicit Frame(const XmlRequest& request) {
+    explicit Frame(const XmlRequest& request)
+        : before(
+              R"(<?xml version="1.0" encoding="utf-8" ?><CIM CIMVERSION="2.0" DTDVERSION="2.0"><MESSAGE)") {
         const std::string response = request.isExtrinsic ? "METHODRESPONSE" : "IMETHODRESPONSE";
-        before = R"(<?xml version="1.0" encoding="utf-8" ?><CIM CIMVERSION="2.0" DTDVERSION="2.0"><MESSAGE)";
         appendAttribute(before, "ID", request.messageId);
         before += R"( PROTOCOLVERSION="1.0"><SIMPLERSP><)" + response;
         appendAttribute(before, "NAME", request.operation);

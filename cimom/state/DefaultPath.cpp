@@ -13,7 +13,7 @@ std::string environment(const char* name) {
 }
 
 std::string home() {
-    const std::string wanted = environment("HOME");
+    std::string wanted = environment("HOME");
     if (!wanted.empty())
         return wanted;
     const passwd* const user = ::getpwuid(::geteuid());
@@ -23,7 +23,7 @@ std::string home() {
 std::string stateFolder() {
     if (::geteuid() == 0)
         return "/var/lib";
-    const std::string wanted = environment("XDG_STATE_HOME");
+    std::string wanted = environment("XDG_STATE_HOME");
     if (!wanted.empty() && wanted.front() == '/') // a relative one is to be ignored
         return wanted;
     const std::string folder = home();

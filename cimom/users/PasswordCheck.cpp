@@ -77,7 +77,7 @@ void PasswordCheck::check(const std::string& user, const std::string& password, 
     } else {
         boost::asio::post(m_io, [done = std::move(request.done)] { done(Verdict::unchecked); });
     }
-    wipe(request.password);
+    wipe(request.password); // NOLINT(bugprone-use-after-move): a short text is still there when it was moved
 }
 
 void PasswordCheck::start(Request& request) {

@@ -33,7 +33,7 @@ std::string newSetting(HashMethod method) {
 std::string hashOf(const std::string& password, HashMethod method) {
     if (password.size() > longestPassword)
         throw std::runtime_error("password: longer than " + std::to_string(longestPassword) + " bytes");
-    const std::string hash = crypted(password, newSetting(method));
+    std::string hash = crypted(password, newSetting(method));
     if (hash.empty())
         throw std::runtime_error("password: it cannot be hashed");
     return hash;

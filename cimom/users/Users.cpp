@@ -51,7 +51,7 @@ Users::Line Users::lineOf(const std::string& text) {
     const std::size_t colon = text.find(':');
     if (colon == std::string::npos)
         throw std::runtime_error("no colon between a user and a hash");
-    const Line line{text.substr(0, colon), text.substr(colon + 1)};
+    Line line{text.substr(0, colon), text.substr(colon + 1)};
     checkName(line.name);
     const std::string fault = faultOfHash(line.rest);
     if (!fault.empty())

@@ -95,7 +95,7 @@ public:
         return *this;
     }
     void appendArray(const Array& other) {
-        const Array copy(other); // which may be this one
+        const Array copy(other); // NOLINT(performance-unnecessary-copy-initialization): it may be this one
         insert(end(), copy.begin(), copy.end());
     }
     void pop_back() { edit().pop_back(); }

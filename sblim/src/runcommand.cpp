@@ -99,7 +99,7 @@ Reading readAll(Streams& streams, long long deadline) {
  */
 int exitStatus(const Text& told, int signal) {
     if (told.bytes() && *told.bytes() != '\0')
-        return std::atoi(told.bytes());
+        return static_cast<int>(std::strtol(told.bytes(), nullptr, 10));
     return signal > 0 ? 128 + signal : -1;
 }
 

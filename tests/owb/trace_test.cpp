@@ -161,9 +161,9 @@ TEST_F(Trace, AddsNoLineEndOfItsOwn) {
 TEST_F(Trace, BeginsALineWithTheLocalTimeInMilliseconds) {
     m_folder.write("vdxDebug", m_folder.file("log"));
     run([] {
-        ::setenv("TZ", "XYZ-5:30", 1);            // five and a half hours east of UTC
-        const timeval early = {1132918449, 8000}; // 2005-11-25 11:34:09 UTC
-        const timeval late = {1132918449, 999999};
+        ::setenv("TZ", "XYZ-5:30", 1);                   // five and a half hours east of UTC
+        static const timeval early = {1132918449, 8000}; // 2005-11-25 11:34:09 UTC
+        static const timeval late = {1132918449, 999999};
         fakedTime = &early;
         debug("a\n");
         fakedTime = &late;

@@ -58,7 +58,7 @@ public:
         other.m_data = nullptr;
     }
     ~Shared() { reset(); }
-    Shared& operator=(const Shared& other) {
+    Shared& operator=(const Shared& other) { // NOLINT(bugprone-unhandled-self-assignment): copies and swaps
         Shared(other).swap(*this);
         return *this;
     }

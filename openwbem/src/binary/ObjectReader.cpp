@@ -93,7 +93,7 @@ CIMInstance ObjectReader::bare(const CIMInstance& instance) {
 CIMObjectPath ObjectReader::objectPath() {
     const Nesting nesting(m_depth);
     auto* const data = new CIMObjectPath::Data;
-    const CIMObjectPath path = ObjectAccess::object<CIMObjectPath>(data);
+    CIMObjectPath path = ObjectAccess::object<CIMObjectPath>(data);
     m_in.expect(sig::objectPath);
     m_in.expect(sig::nameSpace);
     data->nameSpace = m_in.string();
@@ -108,7 +108,7 @@ CIMClass ObjectReader::classObject() {
     const Nesting nesting(m_depth);
     const UInt32 received = version(sig::classObject, sig::versionedClass, highestClassVersion);
     auto* const data = new CIMClass::Data;
-    const CIMClass object = ObjectAccess::object<CIMClass>(data);
+    CIMClass object = ObjectAccess::object<CIMClass>(data);
     data->name = name();
     data->superClass = name();
     data->isAssociation = m_in.boolean();
@@ -147,7 +147,7 @@ detail::Shared<Declaration> ObjectReader::declaration() {
 
 detail::Shared<Declaration> ObjectReader::newDeclaration() {
     auto* const data = new Declaration;
-    const detail::Shared<Declaration> shared(data);
+    detail::Shared<Declaration> shared(data);
     m_in.expect(sig::property);
     data->name = name();
     data->overridden = name();

@@ -76,7 +76,7 @@ std::string Authentication::answer(const std::vector<std::string>& challenges) c
         if (isScheme(challenge, "OWLocal") && m_isLocal)
             return cookieOf(challenge);
     }
-    const std::string user = introduction();
+    std::string user = introduction();
     if (user.empty())
         OW_THROW(HTTPException, "No known authentication schemes");
     return user;

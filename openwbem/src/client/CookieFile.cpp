@@ -35,7 +35,7 @@ void checkFile(const Descriptor& file, const std::string& path) {
     if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0)
         throwRefused(path, "it is open to other users");
     // The kernel's own files say that they are empty, and reading some of them changes something (proc(5)).
-    if (status.st_size < 1 || status.st_size > static_cast<off_t>(longestCookie + 1))
+    if (status.st_size < 1 || status.st_size > static_cast<off_t>(longestCookie) + 1)
         throwRefused(path, "it holds more or other than one number");
 }
 

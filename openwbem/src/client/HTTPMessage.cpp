@@ -29,7 +29,7 @@ const std::size_t unparsedLimit = 64 * 1024;
 // Bytes that may arrive for a byte of body, and so many more: what frames a body must not keep its reader
 // busy.
 const std::uint64_t framingLimit = 64;
-const std::uint64_t framingAllowance = 1024 * 1024;
+const std::uint64_t framingAllowance = 1024ULL * 1024;
 
 const std::size_t prefixSize = 3; // of a trailer's name: two digits and a hyphen
 

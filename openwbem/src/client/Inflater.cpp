@@ -14,7 +14,7 @@ const std::size_t pieceSize = 16 * 1024; // compressed bytes asked for at a time
 // is meant to exhaust memory shrinks to a thousandth. The other way round, what is to keep somebody busy
 // yields next to nothing, as empty blocks do.
 const std::uint64_t ratioLimit = 100;
-const std::uint64_t allowance = 1024 * 1024; // bytes in either direction that are not looked at
+const std::uint64_t allowance = 1024ULL * 1024; // bytes in either direction that are not looked at
 
 [[noreturn]] void throwFailed() {
     OW_THROW(IOException, "Failed reading data");

@@ -10,7 +10,7 @@ CIMClass::CIMClass()
 CIMClass::CIMClass(CIMNULL_t) {}
 CIMClass::CIMClass(const CIMName& name)
     : CIMClass() {
-    setName(name);
+    CIMClass::setName(name);
 }
 CIMClass::CIMClass(const char* name)
     : CIMClass(CIMName(name)) {}

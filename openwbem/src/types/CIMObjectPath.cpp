@@ -118,7 +118,7 @@ CIMProperty CIMObjectPath::getKey(const CIMName& name) const {
 }
 
 CIMProperty CIMObjectPath::getKeyT(const CIMName& name) const {
-    const CIMProperty key = getKey(name);
+    CIMProperty key = getKey(name);
     if (!key)
         OW_THROW(NoSuchPropertyException, name.toString().c_str());
     return key;

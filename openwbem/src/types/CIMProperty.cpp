@@ -11,7 +11,7 @@ namespace {
 
 detail::Shared<Declaration> declare(const CIMName& name, const CIMDataType& type) {
     auto* const declaration = new Declaration;
-    const detail::Shared<Declaration> shared(declaration);
+    detail::Shared<Declaration> shared(declaration);
     declaration->name = name;
     declaration->type = type;
     return shared;

@@ -13,13 +13,13 @@ namespace {
 
 // Cuts a text up to and including a mark and returns what stood before it.
 String cutBefore(String& text, std::size_t mark, std::size_t markLength = 1) {
-    const String before = text.substring(0, mark);
+    String before = text.substring(0, mark);
     text = text.substring(mark + markLength);
     return before;
 }
 
 // `<host>[:<port>]`
-void readAddress(String address, CIMObjectPath::Data& path) {
+void readAddress(const String& address, CIMObjectPath::Data& path) {
     const std::size_t colon = address.indexOf(':');
     path.host = address.substring(0, colon);
     if (path.host.equalsIgnoreCase("localhost"))

@@ -13,7 +13,7 @@ namespace {
 // An object in an object in an object is escaped as often as it is deep, so that every level unescapes what
 // the next one holds once more. All levels but the first together may take as much as this.
 const std::uint64_t unescapedPerReceived = 4;
-const std::uint64_t unescapedAnyway = 4 * 1024 * 1024;
+const std::uint64_t unescapedAnyway = 4ULL * 1024 * 1024;
 
 } // namespace
 
