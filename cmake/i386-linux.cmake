@@ -3,8 +3,6 @@ set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 set(CMAKE_C_FLAGS_INIT -m32)
 set(CMAKE_CXX_FLAGS_INIT -m32)
-# The host runs the result itself: tests need no emulator.
-set(CMAKE_CROSSCOMPILING_EMULATOR "")
 # Where 32-bit libraries are: those of multilib and those of i386 packages.
 list(APPEND CMAKE_LIBRARY_PATH /usr/lib32 /lib32 /usr/lib/i386-linux-gnu)
 # Where Debian keeps 32-bit libraries, beside those of the host; below any prefix, so that packages hold what was tested.

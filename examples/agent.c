@@ -128,9 +128,14 @@ static int showFirstInterface(_qHead* queue) {
     setUp(&links);
     if (isDone("reading the links", OWB_getGroup(NETWORK_PORT_LINKS, &links))) {
         path = valueOf(&links, NETWORK_PORT_LINKS, DEPENDENT, 0);
-        isRead = !path || isDone(path, OWB_getInstance(NETWORK_INTERFACES, path, 0, queue));
-        printf("%s:\n", path ? path : "No network interface");
-        printItems(queue);
+        if (!path) {
+            puts("There is no network interface.");
+            isRead = 1;
+        } else if (isDone(path, OWB_getInstance(NETWORK_INTERFACES, path, 0, queue))) {
+            printf("%s:\n", path);
+            printItems(queue);
+            isRead = 1;
+        }
         freeItems(queue);
     }
     freeItems(&links);

@@ -129,7 +129,8 @@ public:
 
     /*
      * Reads one process and appends it to the table, as init() does. The output of the software inventory
-     * stays held until the next init().
+     * stays held until the next init(). Behind an init() that has asked for it the run type is 4, see
+     * determineSWType().
      */
     int internalInit(tProcessInfoType type, const OpenWBEM::String& handle);
 
@@ -137,7 +138,8 @@ public:
      * Kind of a program by its command name: 2, 3 or 4, as runType. Asks the program /kq/bin/softinv, once
      * between two calls of init(): of its lines that begin with the name the last one counts, by its fourth
      * word, "Operating", "Driver" or a beginning of these. A line that begins with the name and has no fourth
-     * word ends the search with 4, and so does a program that is missing or says nothing.
+     * word ends the search with 4, and so does a program that is missing or says nothing. An init() that has
+     * asked gives the output back when it is done: from then on the kind is 4 for every name.
      */
     unsigned short determineSWType(const OpenWBEM::String& name);
 

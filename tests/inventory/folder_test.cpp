@@ -1,9 +1,11 @@
 // The folder of the processes: which of its entries are processes.
 #include "inventory/Inventory.hpp"
+#include "support/Descriptors.hpp"
 
 #include <dirent.h>
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <unistd.h>
 
 namespace {
@@ -119,12 +121,9 @@ TEST_F(Folder, ReadAgainReplacesTheTable) {
 
 TEST_F(Folder, IsClosedAgain) {
     m_tree.add("7");
-    const int before = ::dup(0);
-    ::close(before);
+    const std::set<int> before = support::openDescriptors();
     EXPECT_EQ(Texts{"7"}, found());
-    const int after = ::dup(0);
-    ::close(after);
-    EXPECT_EQ(before, after);
+    EXPECT_EQ(before, support::openDescriptors());
 }
 
 } // namespace

@@ -1,8 +1,10 @@
 // A process as a whole: which files it needs, and what each mode gathers.
 #include "inventory/Inventory.hpp"
+#include "support/Descriptors.hpp"
 
 #include <cstring>
 #include <filesystem>
+#include <set>
 #include <unistd.h>
 
 using namespace std::string_literals;
@@ -174,13 +176,10 @@ TEST_F(OneProcess, LeavesNoDescriptorOpen) {
     m_tree.remove("8", "status");
     m_tree.add("9");
     m_tree.write("9", "stat", "x");
-    const int before = ::dup(0);
-    ::close(before);
+    const std::set<int> before = support::openDescriptors();
     EXPECT_EQ(Texts{"7"}, found(information));
     EXPECT_EQ(Texts{"7"}, found(statistics));
-    const int after = ::dup(0);
-    ::close(after);
-    EXPECT_EQ(before, after);
+    EXPECT_EQ(before, support::openDescriptors());
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "OW_String.hpp"
 
 #include <gtest/gtest.h>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>

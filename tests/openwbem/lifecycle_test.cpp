@@ -10,7 +10,6 @@
 #include "support/TempDir.hpp"
 
 #include <csignal>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <string>

@@ -1,8 +1,6 @@
 // How the client tells who it is.
 #include "Clients.hpp"
 
-#include <fcntl.h>
-#include <functional>
 #include <sys/stat.h>
 
 namespace {

@@ -2,7 +2,6 @@
 #include "OW_String.hpp"
 
 #include <cmath>
-#include <functional>
 #include <gtest/gtest.h>
 #include <limits>
 #include <string>

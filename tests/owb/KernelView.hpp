@@ -5,7 +5,6 @@
 #include <set>
 #include <string>
 #include <sys/types.h>
-#include <vector>
 
 /** A process of this host as the kernel shows it in /proc, read in another way than the library's. */
 class KernelView {

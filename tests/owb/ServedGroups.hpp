@@ -7,6 +7,7 @@
 #include "support/Manager.hpp"
 
 #include <csignal>
+#include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
@@ -17,19 +18,36 @@
 /** The values of a row by property; those of an array with a comma between them. */
 using Row = std::map<std::string, std::string>;
 
+using Rows = std::map<long, Row>;
+
 /** The rows that the library reads for a group, by their numbers. */
-inline std::vector<Row> rowsOf(long group) {
+inline Rows numberedRowsOf(long group) {
     TestQueue q;
     EXPECT_EQ(OWB_DONE, OWB_getGroup(group, q.head())) << group;
-    std::map<long, Row> rows;
+    EXPECT_TRUE(q.isConsistent());
+    Rows rows;
     for (const _qItem* item = q->first; item != q.end(); item = item->next) {
+        EXPECT_EQ(group, item->group);
         std::string& value = rows[item->row][OWB_propertyName(item->group, item->nom)];
         value += (value.empty() ? "" : ",") + std::string(item->val);
     }
+    return rows;
+}
+
+/** The rows in their order. */
+inline std::vector<Row> rowsOf(long group) {
     std::vector<Row> all;
-    for (auto& [number, row] : rows)
-        all.push_back(std::move(row));
+    for (const auto& [number, row] : numberedRowsOf(group))
+        all.push_back(row);
     return all;
+}
+
+/** The first line of a file; "" when it has none. */
+inline std::string firstLine(const std::string& path) {
+    std::ifstream in(path);
+    std::string line;
+    std::getline(in, line);
+    return line;
 }
 
 /** Tests that read groups through the library from a real object manager. */

@@ -2,9 +2,7 @@
 // reading of the kernel's files. What moves is read before and after: the library's value lies between.
 #include "owb.h"
 
-#include "TestQueue.hpp"
-#include "support/Child.hpp"
-#include "support/Manager.hpp"
+#include "ServedGroups.hpp"
 
 #include <arpa/inet.h>
 #include <csignal>
@@ -23,33 +21,10 @@
 namespace {
 
 using Columns = std::map<std::string, long long>;
-// The values of one row by property name, arrays not being among the groups served.
-using Row = std::map<std::string, std::string>;
-using Rows = std::map<long, Row>;
-
-Rows rowsOf(long group) {
-    TestQueue q;
-    EXPECT_EQ(OWB_DONE, OWB_getGroup(group, q.head())) << group;
-    EXPECT_TRUE(q.isConsistent());
-    Rows rows;
-    for (const _qItem* item = q->first; item != q.end(); item = item->next) {
-        EXPECT_EQ(group, item->group);
-        rows[item->row][OWB_propertyName(item->group, item->nom)] = item->val;
-    }
-    return rows;
-}
-
 Row onlyRowOf(long group) {
-    const Rows rows = rowsOf(group);
+    const std::vector<Row> rows = rowsOf(group);
     EXPECT_EQ(1U, rows.size()) << group;
-    return rows.empty() ? Row() : rows.begin()->second;
-}
-
-std::string firstLine(const std::string& path) {
-    std::ifstream in(path);
-    std::string line;
-    std::getline(in, line);
-    return line;
+    return rows.empty() ? Row() : rows.front();
 }
 
 // The two lines of a protocol in /proc/net/snmp, by column.
@@ -75,18 +50,8 @@ Columns snmp(const std::string& protocol) {
     return Columns();
 }
 
-class EndToEnd : public testing::Test {
+class EndToEnd : public ServedGroups {
 protected:
-    // Runs a body in a child that reads from an object manager of its own.
-    void run(const std::function<void()>& body) {
-        support::Manager manager;
-        EXPECT_EQ("", support::inChild(manager.folder().path(), [&] {
-                      OWB_URLSet(manager.url().c_str());
-                      body();
-                  }));
-        EXPECT_EQ(0, manager.end(SIGTERM));
-    }
-
     // Every property of a group of counters, named as the kernel names its columns but for the exceptions
     // given.
     void expectCounters(long group, const std::string& protocol,
@@ -222,7 +187,7 @@ TEST_F(EndToEnd, TcpConnectionsOfThisTest) {
         socklen_t size = sizeof own;
         ::getsockname(client, reinterpret_cast<sockaddr*>(&own), &size);
 
-        const Rows rows = rowsOf(7);
+        const Rows rows = numberedRowsOf(7);
         const std::string here = "127.0.0.1";
         const std::string serverPort = std::to_string(port);
         const std::string clientPort = std::to_string(ntohs(own.sin_port));
@@ -254,11 +219,11 @@ TEST_F(EndToEnd, TcpListenerOverIpv6) {
     if (listener < 0)
         GTEST_SKIP() << "no IPv6 on this host";
     run([&] {
-        EXPECT_TRUE(hasRow(rowsOf(7), {{"ConnectionState", "2"},
-                                       {"LocalAddress", "::1"},
-                                       {"LocalPort", std::to_string(port)},
-                                       {"RemoteAddress", "::"},
-                                       {"RemotePort", "0"}}));
+        EXPECT_TRUE(hasRow(numberedRowsOf(7), {{"ConnectionState", "2"},
+                                               {"LocalAddress", "::1"},
+                                               {"LocalPort", std::to_string(port)},
+                                               {"RemoteAddress", "::"},
+                                               {"RemotePort", "0"}}));
     });
     ::close(listener);
 }

@@ -49,11 +49,6 @@ std::string lines(const std::string& path) {
     return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
-std::string firstLine(const std::string& path) {
-    const std::string all = lines(path);
-    return all.substr(0, all.find('\n'));
-}
-
 /** Network interfaces by number, as the kernel tells them to if_nameindex(3). */
 std::map<std::string, std::string> interfaces() {
     std::map<std::string, std::string> all;
@@ -245,6 +240,8 @@ TEST_F(EveryGroup, EndpointsAndPorts) {
 }
 
 TEST_F(EveryGroup, InstalledPackages) {
+    if (::access("/usr/bin/dpkg-query", X_OK) != 0)
+        GTEST_SKIP() << "no dpkg-query to compare with";
     const support::ProgramResult listed =
         support::runProgram({"/usr/bin/dpkg-query", "-W", "-f=${db:Status-Status} ${Package}-${Version}\\n"});
     ASSERT_EQ(0, listed.exitCode) << listed.err;

@@ -1,5 +1,6 @@
 // System calls that fail anywhere: each one of a call of the library in turn, with each error.
 #include "owb.h"
+#include "support/Descriptors.hpp"
 
 #include "MadeUpHost.hpp"
 #include "TestQueue.hpp"
@@ -46,15 +47,6 @@ Outcome make(const Call& call) {
     return {result, q.items()};
 }
 
-std::size_t openDescriptors() {
-    std::size_t count = 0;
-    DIR* const folder = ::opendir("/proc/self/fd");
-    while (::readdir(folder) != nullptr)
-        ++count;
-    ::closedir(folder);
-    return count;
-}
-
 void expectAsGood(const Outcome& outcome, const Outcome& good, const Call& call) {
     if (call.failures.count(outcome.result) == 1)
         return;
@@ -69,9 +61,10 @@ void expectAsGood(const Outcome& outcome, const Outcome& good, const Call& call)
 void expectToLoseNothing(const Call& call, int error) {
     make(call); // what is opened once a process
     const Outcome good = make(call);
-    const std::size_t before = openDescriptors();
+    const std::set<int> before = support::openDescriptors();
     bool hasFailed = true;
-    for (long n = 0; hasFailed && !testing::Test::HasFailure(); ++n) {
+    long n = 0;
+    for (; hasFailed && !testing::Test::HasFailure(); ++n) {
         calls::failAt(n, error);
         const Outcome outcome = make(call);
         hasFailed = calls::suffice();
@@ -83,9 +76,10 @@ void expectToLoseNothing(const Call& call, int error) {
         const Outcome again = make(call);
         EXPECT_EQ(good.result, again.result);
         EXPECT_EQ(good.items, again.items);
-        EXPECT_EQ(before, openDescriptors());
+        EXPECT_EQ(before, support::openDescriptors());
         EXPECT_EQ(-1, ::waitpid(-1, nullptr, WNOHANG)) << "a child is left";
     }
+    EXPECT_LT(1, n) << "no call has failed";
 }
 
 void expectToBePatient(const Call& call) {
@@ -166,7 +160,8 @@ TEST_P(FailingCall, OfTheRunningSoftware) {
         [] {
             const Outcome good = make(readSoftware);
             bool hasFailed = true;
-            for (long n = 0; hasFailed && !HasFailure(); ++n) {
+            long n = 0;
+            for (; hasFailed && !HasFailure(); ++n) {
                 calls::failAt(n, GetParam());
                 EXPECT_EQ(1, make(readSoftware).result);
                 hasFailed = calls::suffice();
@@ -175,6 +170,7 @@ TEST_P(FailingCall, OfTheRunningSoftware) {
                 const bool isLeft = std::string(calls::failed()) == "waitpid" && GetParam() != EINTR;
                 EXPECT_EQ(isLeft, ::waitpid(-1, nullptr, isLeft ? 0 : WNOHANG) > 0) << "a child";
             }
+            EXPECT_LT(1, n) << "no call has failed";
         },
         MadeUpHost::Programs::real, reason);
     if (!reason.empty())

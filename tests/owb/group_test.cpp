@@ -138,16 +138,8 @@ protected:
         expectError(error);
     }
 
-    // The place in the client library is its own affair; type and message are not.
     void expectError(const std::string& error) {
-        const Lines lines = m_trace.linesOf("OWB_getGroup");
-        ASSERT_EQ(3U, lines.size());
-        const std::string type = "287: ERROR " + error.substr(0, error.find("  "));
-        const std::string message = error.substr(error.find("  "));
-        EXPECT_EQ(type + " ", lines[1].substr(0, type.size() + 1));
-        EXPECT_TRUE(lines[1].size() >= message.size() &&
-                    lines[1].compare(lines[1].size() - message.size(), message.size(), message) == 0)
-            << lines[1];
+        EXPECT_EQ("287: ERROR " + error, withoutPlaces(m_trace.linesOf("OWB_getGroup")).at(1));
     }
 
     TraceLog m_trace;
@@ -155,56 +147,57 @@ protected:
 
 TEST_F(GroupFault, ACimErrorIsAnException) {
     expectFaultThenRows(Step::answer(wire::cimErrorReply(5, "/root/cimv2:QAV_K70Chassis")),
-                        "CIMException  class does not exist (/root/cimv2:QAV_K70Chassis)");
+                        "CIMException PLACE  class does not exist (/root/cimv2:QAV_K70Chassis)");
 }
 
 TEST_F(GroupFault, ACimErrorInTheBodyIsAnException) {
     expectFaultThenRows(Step::answer(wire::plainReply(std::string("\x02\0\x07", 3) + wire::text("not here"))),
-                        "CIMException  requested operation is not supported (not here)");
+                        "CIMException PLACE  requested operation is not supported (not here)");
 }
 
 TEST_F(GroupFault, ATextErrorInTheBodyIsAnException) {
     expectFaultThenRows(Step::answer(wire::plainReply("\x01" + wire::text("it broke"))),
-                        "IOException  it broke");
+                        "IOException PLACE  it broke");
 }
 
 TEST_F(GroupFault, AReplyCutInMidEnumerationIsAnException) {
     const std::string whole = threeChassis();
     expectFaultThenRows(Step::answerAndClose(whole.substr(0, whole.size() - 60)),
-                        "IOException  Failed reading data");
+                        "IOException PLACE  Failed reading data");
 }
 
 TEST_F(GroupFault, ABodyThatEndsInMidEnumerationIsAnException) {
     const std::string whole = wire::enumeration({chassis("a"), chassis("b")});
     expectFaultThenRows(Step::answer(wire::chunkedReply(whole.substr(0, whole.size() - 20))),
-                        "IOException  Failed reading data");
+                        "IOException PLACE  Failed reading data");
 }
 
 TEST_F(GroupFault, AnErrorBehindPartOfTheInstancesIsAnException) {
     expectFaultThenRows(
         Step::answer(wire::chunkedReply(wire::enumeration({chassis("a")}),
                                         {"07-CIMStatusCode: 1", "07-CIMStatusDescription: mid "})),
-        "CIMException  general error (mid)");
+        "CIMException PLACE  general error (mid)");
 }
 
 TEST_F(GroupFault, AConnectionClosedWithoutAnAnswerIsAnException) {
-    expectFaultThenRows(Step::close(), "HTTPException  Unable to process request: ");
+    expectFaultThenRows(Step::close(), "HTTPException PLACE  Unable to process request: ");
 }
 
 TEST_F(GroupFault, ASilentPeerIsAnExceptionAfterTheTimeout) {
     expectFaultThenRows(
         Step::staySilent(),
-        "HTTPException  Unable to process request: Client receive timeout (0 seconds) expired.");
+        "HTTPException PLACE  Unable to process request: Client receive timeout (0 seconds) expired.");
 }
 
 TEST_F(GroupFault, APeerThatFallsSilentInMidReplyIsAnException) {
     const std::string whole = threeChassis();
-    expectFaultThenRows(Step::answer(whole.substr(0, whole.size() - 60)), "IOException  Failed reading data");
+    expectFaultThenRows(Step::answer(whole.substr(0, whole.size() - 60)),
+                        "IOException PLACE  Failed reading data");
 }
 
 TEST_F(GroupFault, ARefusalIsAnException) {
     expectFaultThenRows(Step::answer(wire::statusReply("403 Forbidden: not you")),
-                        "HTTPException  Unable to process request: Forbidden: not you");
+                        "HTTPException PLACE  Unable to process request: Forbidden: not you");
 }
 
 TEST_F(GroupFault, AnObjectManagerThatIsNotThereIsAnException) {
@@ -214,10 +207,8 @@ TEST_F(GroupFault, AnObjectManagerThatIsNotThereIsAnException) {
         OWB_URLSet("owbinary.wbem://localhost:nobody");
         EXPECT_EQ(OWB_EXCEPTION, OWB_getGroup(0, q.head()));
     });
-    const std::string error = trace.linesOf("OWB_getGroup").at(1);
-    EXPECT_EQ("287: ERROR SocketException ", error.substr(0, 27));
-    EXPECT_NE(std::string::npos, error.find("  Failed to connect to: nobody: 2(No such file or directory)"))
-        << error;
+    EXPECT_EQ("287: ERROR SocketException PLACE  Failed to connect to: nobody: 2(No such file or directory)",
+              withoutPlaces(trace.linesOf("OWB_getGroup")).at(1));
 }
 
 TEST(Group, AMalformedUrlIsAnExceptionAndTheNextReadTriesAgain) {
@@ -230,9 +221,8 @@ TEST(Group, AMalformedUrlIsAnExceptionAndTheNextReadTriesAgain) {
         OWB_URLSet(peer.url().c_str());
         EXPECT_EQ(OWB_DONE, OWB_getGroup(0, q.head()));
     });
-    const std::string error = trace.linesOf("OWB_getGroup").at(1);
-    EXPECT_EQ("287: ERROR MalformedURLException ", error.substr(0, 33));
-    EXPECT_NE(std::string::npos, error.find("  Invalid URL: owbinary.wbem://")) << error;
+    EXPECT_EQ("287: ERROR MalformedURLException PLACE  Invalid URL: owbinary.wbem://",
+              withoutPlaces(trace.linesOf("OWB_getGroup")).at(1));
 }
 
 TEST(Group, ARestartedObjectManagerIsNotNoticed) {

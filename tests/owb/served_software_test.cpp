@@ -1,11 +1,9 @@
 // The running software as the real object manager serves it, against what the library reads itself.
 #include "owb.h"
 
+#include "ServedGroups.hpp"
 #include "StartedProcess.hpp"
-#include "TestQueue.hpp"
 #include "inventory/ProcessTree.hpp"
-#include "support/Child.hpp"
-#include "support/Manager.hpp"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -17,36 +15,27 @@ namespace {
 const long processGroup = 16;
 const long statisticsGroup = 22;
 
-// Values of a process by nominator and array index.
-using Row = std::map<std::pair<long, long>, std::string>;
+// By nominator and array index.
+using Values = std::map<std::pair<long, long>, std::string>;
 
 // The row of a group with a handle; empty when there is none.
-Row rowOf(TestQueue& q, long group, const std::string& handle) {
+Values rowOf(TestQueue& q, long group, const std::string& handle) {
     const long handleNom = group == processGroup ? 2 : 12;
-    std::map<long, Row> rows;
+    std::map<long, Values> rows;
     for (const _qItem* item = q->first; item != q.end(); item = item->next)
         if (item->group == group)
             rows[item->row][{item->nom, item->array}] = item->val;
     for (const auto& [number, row] : rows)
         if (row.count({handleNom, 0}) != 0 && row.at({handleNom, 0}) == handle)
             return row;
-    return Row();
+    return Values();
 }
 
-class ServedSoftware : public testing::Test {
+class ServedSoftware : public ServedGroups {
 protected:
-    // Runs a body in a child that reads from an object manager with options.
-    static void run(const std::vector<std::string>& options, const std::function<void()>& body) {
-        support::Manager manager(options);
-        EXPECT_EQ("", support::inChild(manager.folder().path(), [&] {
-                      OWB_URLSet(manager.url().c_str());
-                      body();
-                  }));
-        EXPECT_EQ(0, manager.end(SIGTERM));
-    }
     // Expects the rows of a process that rests to be the same, whoever reads them.
     static void expectSame(const std::string& handle) {
-        run({}, [&] {
+        run([&] {
             TestQueue direct;
             OWB_getSWRun(direct.head());
             TestQueue served;
@@ -99,34 +88,40 @@ TEST_F(ServedSoftware, OfAMadeUpHostIsWhatItsFilesSay) {
     process.systemTime = "50";
     process.cmdline = "daemon\0-a\0x\0"s;
     ProcessTree(root.file("proc")).add("4711", process);
-    run({"--root", root.path()}, [] {
-        EXPECT_EQ((Items{"16/1/0/0=daemon", "16/2/0/0=4711", "16/3/0/0=/usr/bin/prog", "16/4/0/0=-a",
-                         "16/4/0/1=x", "16/5/0/0=4", "16/6/0/0=2"}),
-                  itemsOf(processGroup));
-        EXPECT_EQ((Items{"22/12/0/0=4711", "22/11/0/0=132", "22/10/0/0=300", "22/9/0/0=1600",
-                         "22/7/0/0=00000000000003.000000:000"}),
-                  itemsOf(statisticsGroup));
-    });
+    run(
+        [] {
+            EXPECT_EQ((Items{"16/1/0/0=daemon", "16/2/0/0=4711", "16/3/0/0=/usr/bin/prog", "16/4/0/0=-a",
+                             "16/4/0/1=x", "16/5/0/0=4", "16/6/0/0=2"}),
+                      itemsOf(processGroup));
+            EXPECT_EQ((Items{"22/12/0/0=4711", "22/11/0/0=132", "22/10/0/0=300", "22/9/0/0=1600",
+                             "22/7/0/0=00000000000003.000000:000"}),
+                      itemsOf(statisticsGroup));
+        },
+        {"--root", root.path()});
 }
 
 TEST_F(ServedSoftware, OfAMadeUpHostWithoutProcIsNone) {
     const support::TempDir root;
-    run({"--root", root.path()}, [] {
-        EXPECT_EQ(Items{}, itemsOf(processGroup));
-        EXPECT_EQ(Items{}, itemsOf(statisticsGroup));
-    });
+    run(
+        [] {
+            EXPECT_EQ(Items{}, itemsOf(processGroup));
+            EXPECT_EQ(Items{}, itemsOf(statisticsGroup));
+        },
+        {"--root", root.path()});
 }
 
 TEST_F(ServedSoftware, OfAMadeUpHostChangesWithItsFiles) {
     const support::TempDir root;
     const ProcessTree tree(root.file("proc"));
     tree.add("2", kernelThread("kthreadd"));
-    run({"--root", root.path()}, [&] {
-        EXPECT_EQ((Items{"16/1/0/0=kthreadd", "16/2/0/0=2", "16/3/0/0=", "16/5/0/0=4", "16/6/0/0=2"}),
-                  itemsOf(processGroup));
-        tree.remove("2");
-        EXPECT_EQ(Items{}, itemsOf(processGroup));
-    });
+    run(
+        [&] {
+            EXPECT_EQ((Items{"16/1/0/0=kthreadd", "16/2/0/0=2", "16/3/0/0=", "16/5/0/0=4", "16/6/0/0=2"}),
+                      itemsOf(processGroup));
+            tree.remove("2");
+            EXPECT_EQ(Items{}, itemsOf(processGroup));
+        },
+        {"--root", root.path()});
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // The running software of a made-up host.
 #include "owb.h"
+#include "support/Descriptors.hpp"
 
 #include "MadeUpHost.hpp"
 #include "TestQueue.hpp"
@@ -8,6 +9,7 @@
 #include <dirent.h>
 #include <gtest/gtest.h>
 #include <malloc.h>
+#include <set>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -212,20 +214,14 @@ TEST_F(RunningSoftware, AsksTheSoftwareInventoryOnce) {
     });
 }
 
-int freeDescriptor() {
-    const int descriptor = ::dup(0);
-    ::close(descriptor);
-    return descriptor;
-}
-
 TEST_F(RunningSoftware, LeavesNoDescriptorAndNoChild) {
     m_host.processes().add("7");
     m_host.setTool("echo prog a b Driver\n");
     run([] {
-        const int before = freeDescriptor();
+        const std::set<int> before = support::openDescriptors();
         for (int i = 0; i < 20; ++i)
             EXPECT_EQ("16/5/0/0=3", read().at(3));
-        EXPECT_EQ(before, freeDescriptor());
+        EXPECT_EQ(before, support::openDescriptors());
         EXPECT_EQ(-1, ::waitpid(-1, nullptr, WNOHANG));
         EXPECT_EQ(ECHILD, errno);
     });
@@ -245,7 +241,7 @@ TEST_F(RunningSoftware, TenThousandCallsTakeNoMoreMemoryThanOneThousand) {
     m_host.processes().add("2", kernelThread("kthreadd"));
     run(
         [] {
-            const int before = freeDescriptor();
+            const std::set<int> before = support::openDescriptors();
             TestQueue q;
             long size = 0;
             std::size_t allocated = 0;
@@ -260,7 +256,7 @@ TEST_F(RunningSoftware, TenThousandCallsTakeNoMoreMemoryThanOneThousand) {
             EXPECT_EQ(22, q->size);
             EXPECT_EQ(allocated, ::mallinfo2().uordblks);
             EXPECT_GE(size + 1024, residentSize());
-            EXPECT_EQ(before, freeDescriptor());
+            EXPECT_EQ(before, support::openDescriptors());
         },
         "", MadeUpHost::Programs::none);
 }

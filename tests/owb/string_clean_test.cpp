@@ -1,6 +1,5 @@
 #include "owb.h"
 
-#include <cstring>
 #include <gtest/gtest.h>
 #include <string>
 

@@ -2,7 +2,6 @@
 
 #include "support/TempDir.hpp"
 
-#include <cstring>
 #include <gtest/gtest.h>
 #include <set>
 #include <sstream>

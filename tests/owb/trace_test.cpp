@@ -1,18 +1,19 @@
 // The trace looks at one file outside the current directory and at the clock. Both are replaced here by
 // definitions of the program that stand in front of the C library's.
 #include "owb.h"
+#include "support/Descriptors.hpp"
 
 #include "TraceLog.hpp"
 #include "support/CommonSwitch.hpp"
 #include "support/TempDir.hpp"
 
-#include <cstdio>
 #include <cstring>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <regex>
+#include <set>
 #include <string>
 #include <sys/time.h>
 
@@ -205,19 +206,13 @@ TEST_F(Trace, CutsALineWhosePrefixAloneIsTooLong) {
     EXPECT_EQ(std::string(1023 - 14 - 1, 'f') + "\n", logged("log"));
 }
 
-int nextDescriptor() {
-    const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
-    ::close(descriptor);
-    return descriptor;
-}
-
 TEST_F(Trace, LeaksNoDescriptorOfTheLogOrTheSwitchFile) {
     m_folder.write("vdxDebug", m_folder.file("log"));
     run([] {
-        const int before = nextDescriptor();
+        const std::set<int> before = support::openDescriptors();
         debug("x\n");
         debug("x\n");
-        EXPECT_EQ(before, nextDescriptor());
+        EXPECT_EQ(before, support::openDescriptors());
     });
 }
 

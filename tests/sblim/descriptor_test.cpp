@@ -2,8 +2,8 @@
 // library's.
 #include "Run.hpp"
 
-#include "Descriptors.hpp"
 #include "support/Child.hpp"
+#include "support/Descriptors.hpp"
 #include "support/TempDir.hpp"
 
 #include <dlfcn.h>
@@ -24,7 +24,7 @@ extern "C" __attribute__((visibility("default"))) int
 posix_spawn(pid_t* pid, const char* path, const posix_spawn_file_actions_t* actions,
             const posix_spawnattr_t* attributes, char* const words[], char* const environment[]) {
     flagsAtSpawn.clear();
-    for (const int number : openDescriptors())
+    for (const int number : support::openDescriptors())
         flagsAtSpawn[number] = ::fcntl(number, F_GETFD);
     static const auto next = reinterpret_cast<decltype(&posix_spawn)>(::dlsym(RTLD_NEXT, "posix_spawn"));
     return next(pid, path, actions, attributes, words, environment);
@@ -45,7 +45,7 @@ TEST(Descriptors, TheCommandHasItsThreeOnly) {
 }
 
 void expectSevenCloseOnExec() {
-    const std::set<int> before = openDescriptors();
+    const std::set<int> before = support::openDescriptors();
     run("true", {"input"});
     int ours = 0;
     for (const auto& [number, flags] : flagsAtSpawn) {
@@ -68,12 +68,12 @@ TEST(Descriptors, OursAreCloseOnExec) {
 }
 
 TEST(Descriptors, NoneIsLeftOpen) {
-    const std::set<int> before = openDescriptors();
+    const std::set<int> before = support::openDescriptors();
     run("echo one; echo two >&2", {"input"});
     run("no-tool-of-this-name");
     run(std::string(300000, 'x'), {"input"});
     EXPECT_EQ(-1, runcommand(nullptr, nullptr, nullptr, nullptr));
-    EXPECT_EQ(before, openDescriptors());
+    EXPECT_EQ(before, support::openDescriptors());
 }
 
 TEST(Descriptors, TheCallerMayHaveClosedItsStandardOnes) {
@@ -83,7 +83,7 @@ TEST(Descriptors, TheCallerMayHaveClosedItsStandardOnes) {
             for (int number = 0; number < 5; ++number) // with those that the shell gets besides
                 if (number > 2 || (closed & (1 << number)) != 0)
                     ::close(number);
-            const std::set<int> before = openDescriptors();
+            const std::set<int> before = support::openDescriptors();
             const Outcome result = run("cat; echo two >&2; ls /proc/$$/fd; exit 3", {"one"});
             EXPECT_EQ(3, result.status);
             EXPECT_EQ((Lines{"one", "0", "1", "2"}), result.out);
@@ -93,7 +93,7 @@ TEST(Descriptors, TheCallerMayHaveClosedItsStandardOnes) {
             EXPECT_EQ(Lines{"three"}, takeLines(lines));
             EXPECT_EQ(5, runcommand("cat; echo four; exit 5", nullptr, &lines, nullptr));
             EXPECT_EQ(Lines{"four"}, takeLines(lines));
-            EXPECT_EQ(before, openDescriptors());
+            EXPECT_EQ(before, support::openDescriptors());
         });
     }
 }
@@ -101,7 +101,7 @@ TEST(Descriptors, TheCallerMayHaveClosedItsStandardOnes) {
 TEST(Descriptors, TooFewAreAnErrorThatLeavesNothingBehind) {
     const TempDir folder;
     inChild(folder.path(), [] {
-        const std::set<int> before = openDescriptors();
+        const std::set<int> before = support::openDescriptors();
         int refused = 0;
         for (rlim_t limit = 3;; ++limit) {
             const rlimit descriptors = {limit, 1024};
@@ -111,7 +111,7 @@ TEST(Descriptors, TooFewAreAnErrorThatLeavesNothingBehind) {
             char** err = something;
             char* input[] = {nullptr};
             const int status = runcommand("exit 3", input, &out, &err);
-            EXPECT_EQ(before, openDescriptors()) << limit;
+            EXPECT_EQ(before, support::openDescriptors()) << limit;
             EXPECT_EQ(status == 3, out && err) << limit;
             freeresultbuf(out);
             freeresultbuf(err);

@@ -1,12 +1,11 @@
 // Memory that the library takes, and memory that runs out.
 #include "Run.hpp"
 
-#include "Descriptors.hpp"
 #include "support/Child.hpp"
+#include "support/Descriptors.hpp"
 #include "support/ShortMemory.hpp"
 #include "support/TempDir.hpp"
 
-#include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -51,7 +50,7 @@ void expectAllOrNothing(int status, char** out, char** err) {
 
 // Lets one allocation after the other be the first that fails, until the call gets by without it.
 void expectFailuresThatLeaveNothingBehind(void (*fail)(long)) {
-    const std::set<int> descriptors = openDescriptors();
+    const std::set<int> descriptors = support::openDescriptors();
     int failures = 0;
     bool wasShort = true;
     for (long allocation = 0; wasShort; ++allocation) {
@@ -64,7 +63,7 @@ void expectFailuresThatLeaveNothingBehind(void (*fail)(long)) {
         wasShort = memory::suffice();
         expectAllOrNothing(status, out, err);
         EXPECT_EQ(before, memory::outstanding());
-        EXPECT_EQ(descriptors, openDescriptors());
+        EXPECT_EQ(descriptors, support::openDescriptors());
         EXPECT_EQ(-1, ::waitpid(-1, nullptr, WNOHANG));
         failures += status == -1 ? 1 : 0;
     }
@@ -111,11 +110,11 @@ TEST(Memory, AndDescriptorsStayFlatOverAThousandCalls) {
     inChild(folder.path(), [] {
         for (int i = 0; i < 100; ++i)
             run("echo one; echo two", {"input"});
-        const std::set<int> descriptors = openDescriptors();
+        const std::set<int> descriptors = support::openDescriptors();
         const long resident = sizeInKilobytes("RssAnon");
         for (int i = 0; i < 1000; ++i)
             ASSERT_EQ(2U, run("echo one; echo two", {"input"}).out.size());
-        EXPECT_EQ(descriptors, openDescriptors());
+        EXPECT_EQ(descriptors, support::openDescriptors());
         EXPECT_GT(resident + 64, sizeInKilobytes("RssAnon"));
     });
 }

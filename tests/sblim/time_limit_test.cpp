@@ -2,11 +2,10 @@
 #include "Run.hpp"
 #include "TimeLimit.hpp"
 
-#include "Descriptors.hpp"
 #include "support/Child.hpp"
+#include "support/Descriptors.hpp"
 #include "support/TempDir.hpp"
 
-#include <cerrno>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <poll.h>
@@ -73,7 +72,7 @@ TEST(TimeLimit, IsThirtySeconds) {
 TEST(TimeLimit, ACommandThatNeverEndsIsKilledWithItsProcessGroupAndItsLinesAreUsed) {
     const TimeLimit limit(enoughToStart);
     const Fifo fifo;
-    const std::set<int> before = openDescriptors();
+    const std::set<int> before = support::openDescriptors();
     const Outcome result = run("exec 9>" + fifo.path() +
                                "; trap '' TERM INT HUP; echo one; printf two; echo three >&2; echo held >&9; "
                                "sleep 1000 & sleep 1000");
@@ -81,7 +80,7 @@ TEST(TimeLimit, ACommandThatNeverEndsIsKilledWithItsProcessGroupAndItsLinesAreUs
     EXPECT_EQ((Lines{"one", "two"}), result.out);
     EXPECT_EQ(Lines{"three"}, result.err);
     EXPECT_EQ("held\n", fifo.contentAtTheEnd());
-    EXPECT_EQ(before, openDescriptors());
+    EXPECT_EQ(before, support::openDescriptors());
     EXPECT_EQ(-1, ::waitpid(-1, nullptr, WNOHANG));
 }
 

@@ -2,6 +2,7 @@
 // manager that is started anew each time that as many were made, in turn between two of them and within a
 // write. Exit status 0 when nothing was lost, nothing grew, and no write failed but those.
 #include "support/AgentQueue.hpp"
+#include "support/Descriptors.hpp"
 #include "support/Program.hpp"
 #include "support/ScriptedPeer.hpp"
 #include "support/TempDir.hpp"
@@ -88,8 +89,7 @@ long residentKilobytes() {
 }
 
 long openDescriptors() {
-    const std::filesystem::directory_iterator folder("/proc/self/fd");
-    return std::distance(begin(folder), end(folder));
+    return static_cast<long>(support::openDescriptors().size());
 }
 
 bool holds(support::AgentQueue& queue, const std::string& contact) {

@@ -6,7 +6,6 @@
 #include "types/ValueText.hpp"
 
 #include <type_traits>
-#include <utility>
 
 namespace OpenWBEM {
 namespace binary {

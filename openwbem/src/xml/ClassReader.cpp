@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <utility>
 
 namespace OpenWBEM {
 namespace xml {

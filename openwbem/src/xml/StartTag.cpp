@@ -5,7 +5,6 @@
 #include "xml/Tokenizer.hpp"
 
 #include <algorithm>
-#include <cstring>
 
 namespace OpenWBEM {
 namespace xml {

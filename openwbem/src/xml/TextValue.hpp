@@ -7,7 +7,6 @@
 #include "OW_String.hpp"
 
 #include <string_view>
-#include <type_traits>
 
 namespace OpenWBEM {
 namespace xml {

@@ -1,7 +1,9 @@
-#ifndef TESTS_SBLIM_DESCRIPTORS_HPP
-#define TESTS_SBLIM_DESCRIPTORS_HPP
+#ifndef TESTS_SUPPORT_DESCRIPTORS_HPP
+#define TESTS_SUPPORT_DESCRIPTORS_HPP
 #include <fcntl.h>
 #include <set>
+
+namespace support {
 
 /** The open descriptors of this process below 1024. */
 inline std::set<int> openDescriptors() {
@@ -11,5 +13,7 @@ inline std::set<int> openDescriptors() {
             open.insert(descriptor);
     return open;
 }
+
+} // namespace support
 
 #endif
