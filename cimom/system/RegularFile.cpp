@@ -86,8 +86,12 @@ void replaceRegularFile(const std::string& path, const std::string& content, con
     if (::unlink(unfinished.c_str()) != 0 && errno != ENOENT)
         fail(unfinished);
     writeNew(unfinished, content, like);
-    if (::rename(unfinished.c_str(), path.c_str()) != 0)
+    if (::rename(unfinished.c_str(), path.c_str()) != 0) {
+        const int error = errno;
+        ::unlink(unfinished.c_str());
+        errno = error;
         fail(path);
+    }
     flush(names, folder);
 }
 

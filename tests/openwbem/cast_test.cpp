@@ -80,6 +80,12 @@ TEST(Cast, ToAStringIsTheTextOfAnything) {
               castValueToDataType(CIMValue(CIMInstance("Foo")), CIMDataType::STRING));
 }
 
+TEST(Cast, OfOneDateOfAnArrayKeepsIt) {
+    const CIMDateTime date(String("20050101123000.123456+060"));
+    EXPECT_EQ(CIMValue(date),
+              castValueToDataType(CIMValue(CIMDateTimeArray(1, date)), CIMDataType::DATETIME));
+}
+
 TEST(Cast, BetweenArraysAndSingleValues) {
     EXPECT_EQ(arrayValue<UInt16>({12}), castValueToDataType(CIMValue("12"), arrayOf(CIMDataType::UINT16)));
     EXPECT_EQ(CIMValue(UInt16(1)), castValueToDataType(arrayValue<String>({"1", "x"}), CIMDataType::UINT16));

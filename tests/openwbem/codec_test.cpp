@@ -1,4 +1,5 @@
 // The decoder and the encoder against bytes that were written by hand, and against bytes that are wrong.
+#include "OW_CIMClass.hpp"
 #include "OW_CIMDateTime.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMObjectPath.hpp"
@@ -16,6 +17,7 @@
 #include "support/TempDir.hpp"
 #include "support/Wire.hpp"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -151,6 +153,16 @@ TEST(Codec, ReadsInstancesOfEveryVersion) {
         messageOfDecoding("i\x03" + body));
 }
 
+TEST(Codec, ReadsClassesOfEveryVersion) {
+    const std::string body = wire::text("Foo") + wire::text("Base") + std::string(2, '\0') + wire::number(0) +
+                             wire::number(0) + wire::number(0);
+    for (const std::string& bytes : {"C" + body, "c\x01" + body + wire::text("en")}) {
+        binary::Reader in(bytes.data(), bytes.size());
+        EXPECT_EQ("class Foo : Base\n{\n};\n", binary::ObjectReader(in).classObject().toString());
+        EXPECT_TRUE(in.atEnd());
+    }
+}
+
 TEST(Codec, RefusesATruncatedObjectWhereverItIsCut) {
     const std::string whole = everyType();
     for (std::size_t length = 0; length < whole.size(); ++length)
@@ -198,6 +210,17 @@ TEST(Codec, ReadsRealsInTheFormsThatWritersUse) {
         EXPECT_EQ("1.5", decode(wire::instance("Foo", {wire::property("x", wire::REAL32, wire::text(text))}))
                              .getPropertyValue("x")
                              .toString());
+}
+
+TEST(Codec, ReadsAReal32ThatIsTooLargeAsInfinite) {
+    for (const char* const text : {"1e39", "-1e39"}) {
+        Real32 number = 0;
+        decode(wire::instance("Foo", {wire::property("x", wire::REAL32, wire::text(text))}))
+            .getPropertyValue("x")
+            .get(number);
+        EXPECT_TRUE(std::isinf(number)) << text;
+        EXPECT_EQ(*text == '-', std::signbit(number)) << text;
+    }
 }
 
 std::string nested(unsigned depth) {

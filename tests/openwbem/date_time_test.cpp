@@ -228,6 +228,13 @@ TEST(DateTime, IsWrittenAsAsctimeAndStrftimeDo) {
     EXPECT_EQ("Fri Dec 31 22:30:05 2004\n", time.toString(DateTime::E_UTC_TIME));
     EXPECT_EQ("2004-12-31", time.toString("%Y-%m-%d", DateTime::E_UTC_TIME));
     EXPECT_EQ("", time.toString("", DateTime::E_UTC_TIME));
+    std::string form;
+    std::string text;
+    for (int i = 0; i < 100; ++i) {
+        form += "%A";
+        text += "Friday";
+    }
+    EXPECT_EQ(text, time.toString(form.c_str(), DateTime::E_UTC_TIME).c_str()) << "longer than its form";
 }
 
 TEST(DateTime, SetToCurrentIsNotBeforeWhatWasCurrent) {

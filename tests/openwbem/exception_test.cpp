@@ -132,6 +132,33 @@ TEST(Exception, IsPrintedWithTheOneThatLedToIt) {
     EXPECT_EQ("[no file]: [no line] IOException: [no message]", textOf(IOException(nullptr, 0, nullptr)));
 }
 
+/** One that says nothing of its own class. */
+class Nameless : public OpenWBEM::Exception {
+public:
+    Nameless(const char* message, int errorCode)
+        : OpenWBEM::Exception("nameless.cpp", 7, message, errorCode, nullptr, 9) {}
+    using OpenWBEM::Exception::swap;
+};
+
+TEST(Exception, WithoutAClassOfItsOwnIsOneOfTheBase) {
+    const Nameless e("message", 3);
+    EXPECT_STREQ("Exception", e.type());
+    const std::unique_ptr<OpenWBEM::Exception> copy(e.clone());
+    EXPECT_EQ("nameless.cpp: 7 Exception: message", textOf(*copy));
+    EXPECT_EQ(3, copy->getErrorCode());
+    EXPECT_EQ(9, copy->getSubClassId());
+}
+
+TEST(Exception, IsSwappedWhole) {
+    Nameless a("a", 1);
+    Nameless b("b", 2);
+    a.swap(b);
+    EXPECT_STREQ("b", a.getMessage());
+    EXPECT_EQ(2, a.getErrorCode());
+    EXPECT_STREQ("a", b.getMessage());
+    EXPECT_EQ(1, b.getErrorCode());
+}
+
 TEST(Exception, IsCopiedWithoutThrowing) {
     EXPECT_TRUE(std::is_nothrow_copy_constructible_v<IOException>);
     EXPECT_TRUE(std::is_nothrow_copy_constructible_v<CIMException>);

@@ -1,6 +1,8 @@
 // How the client tells who it is.
 #include "Clients.hpp"
 
+#include "support/Program.hpp"
+
 #include <sys/stat.h>
 
 namespace {
@@ -120,6 +122,24 @@ TEST(Login, ReportsACookieFileThatIsMissing) {
     const support::TempDir folder;
     EXPECT_EQ("HTTPException: Unable to open local authentication file: 2(No such file or directory)",
               messageOfCookieFile(folder.file("missing")));
+}
+
+TEST(Login, ReportsACookieFileWhoseTimeIsNotKnown) {
+    const support::TempDir folder;
+    const std::string path = writeCookie(folder, "1");
+    ASSERT_EQ(0, support::runProgram({"/usr/bin/touch", "-d", "2040-01-01", path}).exitCode);
+    EXPECT_EQ("HTTPException: Unable to open local authentication file: 75(Value too large for defined data "
+              "type)",
+              messageOfCookieFile(path));
+}
+
+TEST(Login, TakesNothingOfAChallengeBehindWhereItBreaksOff) {
+    for (const char* const challenge : {"OWLocal nonce", "OWLocal nonce=b94e, cookiefile=\"/dev/null\"",
+                                        "OWLocal cookiefile=\"/dev/null"}) {
+        ScriptedPeer peer({Step::answerAndClose(unauthorized(challenge))});
+        CIMClient client(peer.url().c_str(), "root/cimv2");
+        EXPECT_EQ(refused("", "its path is not absolute"), messageOfReading(client)) << challenge;
+    }
 }
 
 TEST(Login, TakesNoCookieFileWithoutAnAbsolutePath) {

@@ -55,6 +55,17 @@ TEST(Property, HasATextForm) {
 
 TEST(Property, WithoutAValueIsAnErrorWhereOneIsNeeded) {
     EXPECT_EQ("NULLValueException: x", failureOf([] { CIMProperty("x").getValueT(); }));
+    EXPECT_EQ("7", CIMProperty("x", CIMValue("7")).getValueT().toString());
+}
+
+TEST(Element, IsEqualToOneOfItsNameWhateverItIs) {
+    const CIMProperty property("Size");
+    const CIMInstance instance("SIZE");
+    const CIMClass other("Weight");
+    EXPECT_TRUE(static_cast<const CIMElement&>(property) == static_cast<const CIMElement&>(instance));
+    EXPECT_FALSE(static_cast<const CIMElement&>(property) != static_cast<const CIMElement&>(instance));
+    EXPECT_TRUE(static_cast<const CIMElement&>(property) != static_cast<const CIMElement&>(other));
+    EXPECT_EQ("SIZE", instance.CIMElement::toString());
 }
 
 TEST(Property, CopiesShareUntilOneIsChanged) {
@@ -117,6 +128,29 @@ TEST(Instance, AMissingPropertyIsAnErrorWhereOneIsNeeded) {
         EXPECT_STREQ("x", e.getMessage());
         EXPECT_EQ(CIMInstance::E_INSTANCE_HAS_NO_SUCH_PROPERTY, e.getErrorCode());
     }
+    CIMInstance whole("Foo");
+    whole.setProperty("x", CIMValue("7"));
+    EXPECT_EQ("7", whole.getPropertyT("X").getValue().toString());
+}
+
+TEST(Instance, IsNamedAfterItsClass) {
+    CIMInstance instance("Foo");
+    EXPECT_EQ("Foo", instance.getName());
+    instance.setName("Bar");
+    EXPECT_EQ("Bar", instance.getClassName());
+}
+
+TEST(Instance, KeepsTheLanguageOfItsTexts) {
+    CIMInstance instance("Foo");
+    EXPECT_EQ("", instance.getLanguage());
+    instance.setLanguage("en");
+    EXPECT_EQ("en", instance.getLanguage());
+}
+
+TEST(Instance, ANullPropertyChangesNothing) {
+    CIMInstance instance("Foo");
+    instance.setProperty(CIMProperty("a", CIMValue("1"))).setProperty(CIMProperty(CIMNULL));
+    EXPECT_EQ("instance of Foo {\na = 1;\n}\n", instance.toString());
 }
 
 TEST(Instance, LosesAPropertyThatIsRemoved) {
@@ -167,6 +201,11 @@ TEST(Class, MadeFromANameHasNothing) {
     EXPECT_EQ(0U, instance.getProperties().size());
     EXPECT_EQ("NULLCOWIntrusiveReferenceException: NULL COWReference dereferenced",
               failureOf([] { CIMClass(CIMNULL).newInstance(); }));
+}
+
+TEST(Class, KnowsTheClassThatItIsDerivedFrom) {
+    EXPECT_FALSE(CIMClass("Foo").getSuperClass());
+    EXPECT_EQ("Base", CIMClass("Foo").setSuperClass("Base").getSuperClass().toString());
 }
 
 TEST(Class, TextFormIsItsDeclaration) {

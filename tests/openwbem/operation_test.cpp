@@ -129,6 +129,16 @@ TEST(Namespace, IsTheSameWithOrWithoutLeadingSlashesInTheBinaryProtocol) {
     }
 }
 
+TEST(Namespace, IsThatWhichWasSetLast) {
+    ScriptedPeer peer({Step::answer(one)});
+    CIMClient client(peer.url().c_str(), "root/cimv2");
+    client.setNameSpace("root/other");
+    EXPECT_EQ("root/other", client.getNameSpace());
+    client.getInstance(somePath());
+    EXPECT_NE(std::string::npos, peer.requests().at(0).find("root/other"));
+    EXPECT_EQ(std::string::npos, peer.requests().at(0).find("root/cimv2"));
+}
+
 TEST(Namespace, GoesIntoTheHeadAsItIsInCimXml) {
     ScriptedPeer peer({Step::close()});
     CIMClient client(peer.url("http", "localhost").c_str(), "/root/cimv2");

@@ -31,6 +31,13 @@ TEST(Path, CleansItsNameSpace) {
     EXPECT_EQ("", CIMObjectPath("Foo").setNameSpace("/").getNameSpace());
 }
 
+TEST(Path, HasTheHostItWasGiven) {
+    EXPECT_EQ("127.0.0.1", CIMObjectPath("Foo").getHost());
+    CIMObjectPath path("Foo");
+    path.setHost("box");
+    EXPECT_EQ("box", path.getHost());
+}
+
 TEST(Path, FindsAKeyWhateverItsCase) {
     const CIMObjectPath path = pathOf("Foo.Name=\"x\",Id=5");
     EXPECT_EQ("Name", path.getKey("NAME").getName());

@@ -185,6 +185,8 @@ TEST(String, AnIndexOutsideGivesANUL) {
     text[99] = 'x';
     EXPECT_STREQ("ab", text.c_str());
     EXPECT_EQ('\0', text[99]);
+    EXPECT_EQ('b', std::as_const(text)[1]);
+    EXPECT_EQ('\0', std::as_const(text)[2]);
     String empty("");
     empty[0] = 'x';
     EXPECT_STREQ("", String("").c_str());
@@ -249,6 +251,12 @@ TEST(String, IsPrintedInto) {
     String text("x");
     EXPECT_EQ(305, text.format("%s-%03d%300s", "ab", 7, "") - 1);
     EXPECT_TRUE(text.startsWith("ab-007 "));
+}
+
+TEST(String, ThatCannotBePrintedIntoStaysAsItWas) {
+    String text("x");
+    EXPECT_THROW(text.format("%ls", L"\u20ac"), std::bad_alloc) << "no character of the locale \"C\"";
+    EXPECT_EQ("x", text);
 }
 
 TEST(String, CountsCharactersNotBytes) {

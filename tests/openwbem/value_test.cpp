@@ -14,6 +14,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
+#include <memory>
 #include <string>
 
 namespace {
@@ -238,12 +239,20 @@ TEST(Value, SurvivesCopyingMovingAndAssigningToItself) {
     number = moved;
     CIMValue& same = moved;
     moved = same;
+    moved = std::move(same);
     EXPECT_EQ("x,x,x", text.toString());
     EXPECT_EQ("7", array.toString());
     EXPECT_EQ("some text that is longer than most", number.toString());
     EXPECT_EQ("some text that is longer than most", moved.toString());
     moved.setNull();
     EXPECT_FALSE(moved);
+}
+
+TEST(Value, TellsWhetherItIsANumber) {
+    EXPECT_TRUE(CIMValue(UInt8(1)).isNumericType());
+    EXPECT_TRUE(CIMValue(Real64(1)).isNumericType());
+    EXPECT_FALSE(CIMValue("1").isNumericType());
+    EXPECT_FALSE(CIMValue(Bool(true)).isNumericType());
 }
 
 TEST(DataType, HasANameAndIsFoundByIt) {
@@ -255,6 +264,7 @@ TEST(DataType, HasANameAndIsFoundByIt) {
     };
     for (const auto& [type, name] : names) {
         EXPECT_EQ(name, CIMDataType(type).toString());
+        EXPECT_EQ(name, CIMDataType(type).toMOF());
         EXPECT_EQ(type, CIMDataType::strToSimpleType(name));
     }
     EXPECT_EQ("string", CIMDataType(CIMDataType::EMBEDDEDINSTANCE).toString());
@@ -285,6 +295,35 @@ TEST(NullHandle, ThrowsWhenItsDataAreNeeded) {
     expectNullReference([] { CIMObjectPath(CIMNULL).toString(); });
     expectNullReference([] { CIMDateTime(CIMNULL).toString(); });
     expectNullReference([] { CIMProperty("x", CIMValue(CIMNULL)); });
+    expectNullReference([] { CIMProperty(CIMNULL).setName("x"); });
+}
+
+TEST(NullHandle, ExceptionOfItIsCopiedInItsOwnClass) {
+    try {
+        CIMProperty(CIMNULL).getName();
+        FAIL() << "no exception";
+    } catch (const OpenWBEM::Exception& e) {
+        const std::unique_ptr<OpenWBEM::Exception> copy(e.clone());
+        EXPECT_STREQ("NULLCOWIntrusiveReferenceException", copy->type());
+        EXPECT_STREQ(e.getMessage(), copy->getMessage());
+    }
+}
+
+/** Makes a handle null, which is not. */
+template <class Object>
+void expectToBecomeNull(Object object) {
+    EXPECT_TRUE(object);
+    object.setNull();
+    EXPECT_FALSE(object);
+}
+
+TEST(NullHandle, IsWhatSetNullMakes) {
+    expectToBecomeNull(CIMProperty("x"));
+    expectToBecomeNull(CIMInstance("Foo"));
+    expectToBecomeNull(CIMClass("Foo"));
+    expectToBecomeNull(CIMObjectPath("Foo"));
+    expectToBecomeNull(CIMDataType(CIMDataType::UINT8));
+    EXPECT_FALSE(CIMDataType(CIMNULL));
 }
 
 TEST(NullHandle, IsToldFromAnEmptyOne) {
@@ -293,9 +332,6 @@ TEST(NullHandle, IsToldFromAnEmptyOne) {
     EXPECT_TRUE(CIMInstance(CIMNULL) == NULL);
     EXPECT_TRUE(!CIMProperty(CIMNULL));
     EXPECT_TRUE(CIMProperty());
-    CIMInstance instance("Foo");
-    instance.setNull();
-    EXPECT_FALSE(instance);
 }
 
 } // namespace

@@ -84,7 +84,7 @@ TEST(Embedded, ObjectsComeInArrays) {
     const std::string end = "</VALUE.ARRAY></PROPERTY.ARRAY>";
     const std::string one = "<VALUE>" + escaped(inner) + "</VALUE>";
     const std::string classElement = "<VALUE>&lt;CLASS NAME=\"C\"/&gt;</VALUE>";
-    const CIMValue instances = property(begin + one + "<VALUE.NULL/>" + one + end).getValue();
+    const CIMValue instances = property(begin + one + "<VALUE.NULL/><EXTRA/>" + one + end).getValue();
     EXPECT_EQ(CIMDataType::EMBEDDEDINSTANCE, instances.getType());
     ASSERT_EQ(3U, instances.getArraySize());
     EXPECT_EQ(String("I"), instances.toCIMInstanceArray()[2].getClassName());

@@ -209,6 +209,20 @@ std::vector<const Declaration*> declarations(const std::vector<std::string>& pro
     return result;
 }
 
+TEST(XmlQualifier, KeepsAnInvisiblePropertyOutOfTheText) {
+    const CIMInstance read = instance(
+        "<INSTANCE CLASSNAME=\"C\"><PROPERTY NAME=\"hidden\" TYPE=\"string\"><QUALIFIER "
+        "NAME=\"Invisible\" TYPE=\"boolean\"><VALUE>true</VALUE></QUALIFIER><VALUE>x</VALUE></PROPERTY>"
+        "<PROPERTY NAME=\"shown\" TYPE=\"string\"><VALUE>y</VALUE></PROPERTY></INSTANCE>");
+    EXPECT_EQ("instance of C {\nshown = y;\n}\n", read.toString());
+    EXPECT_EQ("x", text(read.getPropertyValue("hidden")));
+}
+
+TEST(XmlProperty, TellsTheSizeThatItsArrayCameWith) {
+    EXPECT_EQ(4, property("<PROPERTY.ARRAY NAME=\"p\" TYPE=\"uint8\" ARRAYSIZE=\"4\"/>").getSize());
+    EXPECT_EQ(-1, property("<PROPERTY.ARRAY NAME=\"p\" TYPE=\"uint8\"/>").getSize());
+}
+
 TEST(XmlDeclaration, IsSharedByConsecutiveInstances) {
     const std::string property = "<PROPERTY NAME=\"p\" TYPE=\"uint8\"><VALUE>1</VALUE></PROPERTY>";
     CIMInstanceArray instances;
@@ -250,7 +264,8 @@ TEST(XmlClass, HasItsFeatures) {
             "PROPAGATED=\"true\">"
             "<QUALIFIER NAME=\"Q\" TYPE=\"string\"/><PARAMETER NAME=\"a\" TYPE=\"uint16\"><QUALIFIER "
             "NAME=\"In\" "
-            "TYPE=\"boolean\"/></PARAMETER><PARAMETER.ARRAY NAME=\"b\" TYPE=\"string\" ARRAYSIZE=\"3\"/>"
+            "TYPE=\"boolean\"/><EXTRA/></PARAMETER><PARAMETER.ARRAY NAME=\"b\" TYPE=\"string\" "
+            "ARRAYSIZE=\"3\"/>"
             "<PARAMETER.REFERENCE NAME=\"c\" REFERENCECLASS=\"R\"/><PARAMETER.REFARRAY "
             "NAME=\"d\"/><EXTRA/></METHOD>"
             "<EXTRA/></CLASS>",

@@ -11,6 +11,12 @@
 namespace support {
 namespace {
 
+#ifdef SUPPORT_ENDS_PROGRAMS_GENTLY
+const int endSignal = SIGTERM;
+#else
+const int endSignal = SIGKILL;
+#endif
+
 struct Pipe {
     int ends[2];
     Pipe() {
@@ -98,7 +104,7 @@ Daemon::Daemon(const std::vector<std::string>& words) {
 
 Daemon::~Daemon() {
     if (m_pid > 0) {
-        ::kill(m_pid, SIGKILL);
+        ::kill(m_pid, endSignal);
         waitFor(m_pid);
     }
     ::close(m_errors);
