@@ -1,9 +1,11 @@
 #include "support/FailingCalls.hpp"
 
+#include "support/StandIn.hpp"
+
 #include <cerrno>
 #include <cstdarg>
+#include <cstdio>
 #include <dirent.h>
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <netdb.h>
 #include <poll.h>
@@ -20,15 +22,7 @@ thread_local int failureError = 0;
 thread_local bool isShort = false;
 thread_local bool hasFailed = false;
 thread_local const char* failedCall = "";
-
-bool fails(const char* name) {
-    if (untilFailure < 0 || untilFailure-- > 0)
-        return false;
-    hasFailed = true;
-    failedCall = name;
-    errno = failureError;
-    return true;
-}
+thread_local long callsMade = 0;
 
 /** The size that a call may transfer. */
 std::size_t transferred(std::size_t size) {
@@ -44,18 +38,24 @@ bool isPolledPipe(int descriptor) {
            (::fcntl(descriptor, F_GETFL) & O_NONBLOCK) != 0;
 }
 
-template <class Function>
-Function* next(const char* name) {
-    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
-}
-
 } // namespace
 
-#define STAND_IN(Result, name, parameters, specifier, failure, arguments)                                    \
-    extern "C" __attribute__((visibility("default"))) Result name parameters specifier {                     \
-        static const auto real = next<Result parameters>(#name);                                             \
-        return fails(#name) ? (failure) : real arguments;                                                    \
-    }
+namespace support::calls {
+
+bool fails(const char* name) {
+    ++callsMade;
+    if (untilFailure < 0 || untilFailure-- > 0)
+        return false;
+    hasFailed = true;
+    failedCall = name;
+    errno = failureError;
+    return true;
+}
+
+} // namespace support::calls
+
+using support::calls::fails;
+using support::calls::next;
 
 STAND_IN(int, socket, (int domain, int type, int protocol), noexcept, -1, (domain, type, protocol))
 STAND_IN(int, connect, (int socket, const sockaddr* address, socklen_t size), , -1, (socket, address, size))
@@ -63,24 +63,37 @@ STAND_IN(int, setsockopt, (int socket, int level, int name, const void* value, s
          (socket, level, name, value, size))
 STAND_IN(int, getaddrinfo, (const char* host, const char* port, const addrinfo* hints, addrinfo** result), ,
          EAI_SYSTEM, (host, port, hints, result))
-STAND_IN(int, poll, (pollfd * descriptors, nfds_t count, int timeout), , -1, (descriptors, count, timeout))
 STAND_IN(int, pipe2, (int* ends, int flags), noexcept, -1, (ends, flags))
 STAND_IN(pid_t, waitpid, (pid_t process, int* status, int options), , -1, (process, status, options))
 STAND_IN(int, posix_spawn,
          (pid_t * process, const char* path, const posix_spawn_file_actions_t* actions,
           const posix_spawnattr_t* attributes, char* const* arguments, char* const* environment),
          , failureError, (process, path, actions, attributes, arguments, environment))
+STAND_IN(pid_t, fork, (), noexcept, -1, ())
+STAND_IN(int, bind, (int socket, const sockaddr* address, socklen_t size), noexcept, -1,
+         (socket, address, size))
+STAND_IN(int, listen, (int socket, int count), noexcept, -1, (socket, count))
+STAND_IN(int, chmod, (const char* path, mode_t mode), noexcept, -1, (path, mode))
+STAND_IN(int, rename, (const char* path, const char* other), noexcept, -1, (path, other))
+STAND_IN(int, unlink, (const char* path), noexcept, -1, (path))
+STAND_IN(int, fsync, (int descriptor), , -1, (descriptor))
+STAND_IN(int, lstat64, (const char* path, struct stat64* status), noexcept, -1, (path, status))
 STAND_IN(int, fstat64, (int descriptor, struct stat64* status), noexcept, -1, (descriptor, status))
 STAND_IN(ssize_t, readlink, (const char* path, char* buffer, std::size_t size), noexcept, -1,
          (path, buffer, size))
 STAND_IN(DIR*, opendir, (const char* path), , nullptr, (path))
 STAND_IN(dirent64*, readdir64, (DIR * folder), , nullptr, (folder))
-STAND_IN(ssize_t, write, (int descriptor, const void* buffer, std::size_t size), , -1,
-         (descriptor, buffer, transferred(size)))
 STAND_IN(ssize_t, recv, (int socket, void* buffer, std::size_t size, int flags), , -1,
          (socket, buffer, transferred(size), flags))
 STAND_IN(ssize_t, send, (int socket, const void* buffer, std::size_t size, int flags), , -1,
          (socket, buffer, transferred(size), flags))
+
+// A message that cannot be written is lost, whatever the reason; tests wait for messages.
+extern "C" __attribute__((visibility("default"))) int poll(pollfd* descriptors, nfds_t count, int timeout) {
+    static const auto real = next<int(pollfd*, nfds_t, int)>("poll");
+    const bool isForMessage = count == 1 && descriptors->fd == STDERR_FILENO;
+    return !isForMessage && fails("poll") ? -1 : real(descriptors, count, timeout);
+}
 
 extern "C" __attribute__((visibility("default"))) int open64(const char* path, int flags, ...) {
     static const auto real = next<int(const char*, int, ...)>("open64");
@@ -89,6 +102,12 @@ extern "C" __attribute__((visibility("default"))) int open64(const char* path, i
     const int mode = va_arg(values, int); // without a mode, any number
     va_end(values);
     return fails("open64") ? -1 : real(path, flags, mode);
+}
+
+extern "C" __attribute__((visibility("default"))) ssize_t write(int descriptor, const void* buffer,
+                                                                std::size_t size) {
+    static const auto real = next<ssize_t(int, const void*, std::size_t)>("write");
+    return !isPolledPipe(descriptor) && fails("write") ? -1 : real(descriptor, buffer, transferred(size));
 }
 
 // Of a pipe that is not waited for nothing but EAGAIN is told, pipe(7).
@@ -127,6 +146,10 @@ bool suffice() {
 
 const char* failed() {
     return failedCall;
+}
+
+long made() {
+    return callsMade;
 }
 
 } // namespace support::calls

@@ -20,5 +20,8 @@ bool suffice();
 /** The name of the call that failed last; empty when none has. */
 const char* failed();
 
+/** The number of calls so far. */
+long made();
+
 } // namespace support::calls
 #endif

@@ -1,0 +1,51 @@
+// Loaded before the libraries of a program as it is, lets a call of the system fail that the program's first
+// thread makes: FAIL_CALL is its number, from 0, or -1 for none, FAIL_ERROR its error number. At its end the
+// program writes to the file FAIL_COUNT how many calls it has made, and the name of the one that failed.
+#include "support/FailingCalls.hpp"
+#include "support/StandIn.hpp"
+
+#include <cstdlib>
+#include <fstream>
+#include <sys/epoll.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+long numberOf(const char* variable) {
+    const char* const text = std::getenv(variable);
+    return text != nullptr ? std::atol(text) : -1;
+}
+
+__attribute__((constructor)) void begin() {
+    support::calls::failAt(numberOf("FAIL_CALL"), static_cast<int>(numberOf("FAIL_ERROR")));
+}
+
+__attribute__((destructor)) void end() {
+    const long made = support::calls::made();
+    const char* const file = std::getenv("FAIL_COUNT");
+    if (file != nullptr)
+        std::ofstream(file) << made << " " << support::calls::failed() << std::endl;
+}
+
+} // namespace
+
+// What servers call beside what FailingCalls has.
+STAND_IN(int, accept, (int socket, sockaddr* address, socklen_t* size), , -1, (socket, address, size))
+STAND_IN(int, getsockopt, (int socket, int level, int name, void* value, socklen_t* size), noexcept, -1,
+         (socket, level, name, value, size))
+STAND_IN(int, epoll_create1, (int flags), noexcept, -1, (flags))
+STAND_IN(int, epoll_wait, (int epoll, epoll_event* events, int count, int timeout), , -1,
+         (epoll, events, count, timeout))
+STAND_IN(int, flock, (int descriptor, int operation), noexcept, -1, (descriptor, operation))
+
+// Boost.Asio takes it for granted that what it watches for itself, a pipe and a timer, is watched.
+extern "C" __attribute__((visibility("default"))) int epoll_ctl(int epoll, int operation, int descriptor,
+                                                                epoll_event* event) noexcept {
+    static const auto real = support::calls::next<int(int, int, int, epoll_event*)>("epoll_ctl");
+    struct stat status;
+    const bool isSocket = ::fstat(descriptor, &status) == 0 && S_ISSOCK(status.st_mode);
+    return isSocket && support::calls::fails("epoll_ctl") ? -1 : real(epoll, operation, descriptor, event);
+}
