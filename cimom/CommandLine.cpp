@@ -21,6 +21,11 @@ std::string checkMode(const std::string& text) {
     return fileMode(text) ? std::string() : "'" + text + "' is no file mode (octal, 0 to 0777)";
 }
 
+/** An empty one would pass for none. */
+std::string checkNotEmpty(const std::string& text) {
+    return text.empty() ? "it is empty" : std::string();
+}
+
 std::string checkAddress(const std::string& text) {
     return networkAddress(text) ? std::string()
                                 : "'" + text + "' is no ADDRESS:PORT (127.0.0.1:5988, [::1]:5988 or 5988)";
@@ -53,12 +58,14 @@ void addSockets(CLI::App& app, Options& options, Texts& texts) {
 
 void addFiles(CLI::App& app, Options& options) {
     app.add_option("--users", options.users, "Names and passwords of the TCP clients that may write")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(checkNotEmpty);
     app.add_option("--state", options.state, "File that keeps the values that clients write")
         ->type_name("FILE")
         ->capture_default_str();
     app.add_option("--instances", options.instances, "Folder of JSON files with further instances")
-        ->type_name("FOLDER");
+        ->type_name("FOLDER")
+        ->check(checkNotEmpty);
     app.add_option("--root", options.root, "Folder that holds the host's /proc, /sys, /etc and so on")
         ->type_name("FOLDER")
         ->check(CLI::ExistingDirectory)

@@ -49,7 +49,7 @@ target_link_libraries(fuzz_inventory PUBLIC fuzz_subject)
 # What owbctl prints, without what it reads.
 fuzz_sources(sources ${PROJECT_SOURCE_DIR}/owbctl owbctl_core)
 list(FILTER sources INCLUDE REGEX
-     "/owbctl/(formats/|output/(Output|Text)|agent/(Catalogue|Connection|Counter|Group|Queue|Status)|arguments/Number|doctor/Check\\.)")
+     "/owbctl/(formats/|output/(Output|Text)|agent/(Catalogue|Connection|Counter|Group|Number|Queue|Status)|doctor/Check\\.)")
 add_library(fuzz_owbctl OBJECT ${sources})
 target_include_directories(fuzz_owbctl PUBLIC ${PROJECT_SOURCE_DIR}/owbctl)
 target_link_libraries(fuzz_owbctl PUBLIC fuzz_bridge nlohmann_json::nlohmann_json)

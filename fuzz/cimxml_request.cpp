@@ -3,7 +3,6 @@
 #include "cimom/ClientReading.hpp"
 #include "cimom/Completed.hpp"
 #include "cimom/LampProvider.hpp"
-#include "cimom/Unlogged.hpp"
 #include "protocol/XmlHandler.hpp"
 
 #include <cstdint>
@@ -11,7 +10,6 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0)
         return 0;
-    const Unlogged unlogged;
     const std::string_view document(reinterpret_cast<const char*>(data + 1), size - 1);
     cimom::ObjectManager manager = lampManager({"red", "green"});
     const cimom::XmlHandler handler(manager);

@@ -48,14 +48,6 @@ std::optional<bool> isRunning(const Host& host, const std::string& device) {
     return std::nullopt;
 }
 
-/** A hexadecimal number behind "0x". */
-std::optional<UInt32> errors(const Host& host, const std::string& device) {
-    const std::optional<std::string> line = host.readLine(device + "/ioerr_cnt");
-    if (!line || line->compare(0, 2, "0x") != 0)
-        return std::nullopt;
-    return number<UInt32>(std::string_view(*line).substr(2), 16);
-}
-
 /** By the numbers of the kernel's device list (devices.txt) where these are fixed. */
 Medium medium(const std::string& name, const DeviceNumber& number, bool hasHardware) {
     switch (number.majorNumber) {
@@ -103,7 +95,7 @@ std::optional<Disk> readDisk(const Host& host, const std::string& name) {
     disk.isRemovable = flag(host, folder + "/removable");
     disk.model = model(host, device);
     disk.isRunning = isRunning(host, device);
-    disk.errors = errors(host, device);
+    disk.errors = host.readHexadecimal<UInt32>(device + "/ioerr_cnt");
     disk.partitions = partitions(host, folder);
     return disk;
 }
@@ -126,6 +118,15 @@ std::vector<Disk> disks(const Host& host) {
     for (Disk& disk : found)
         disk.deviceIndex = indexes.next(ownNumber(disk));
     return found;
+}
+
+std::string kernelName(std::string file) {
+    for (const std::string folder : {"/dev/", "../"}) {
+        while (file.compare(0, folder.size(), folder) == 0)
+            file.erase(0, folder.size());
+    }
+    std::replace(file.begin(), file.end(), '/', '!');
+    return file;
 }
 
 std::optional<UInt64> kilobytes(std::optional<UInt64> sectors) {

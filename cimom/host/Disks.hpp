@@ -65,6 +65,10 @@ struct Disk {
  */
 std::vector<Disk> disks(const Host& host);
 
+/** The kernel's name, see Partition::name, of a device file: of one in /dev, or of what a link there or in a
+ * folder below leads to. */
+std::string kernelName(std::string file);
+
 /** A number of sectors of 512 bytes in units of 1024 bytes, rounded down. */
 std::optional<OpenWBEM::UInt64> kilobytes(std::optional<OpenWBEM::UInt64> sectors);
 

@@ -1,7 +1,6 @@
 #include "host/DpkgStatus.hpp"
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 #include <utility>
 

@@ -1,10 +1,8 @@
 #ifndef CIMOM_HOST_FILE_SYSTEMS_HPP_INCLUDED
 #define CIMOM_HOST_FILE_SYSTEMS_HPP_INCLUDED
-#include "OW_Types.hpp"
 #include "host/Host.hpp"
 #include "host/Mounts.hpp"
 
-#include <string>
 #include <vector>
 
 namespace cimom {

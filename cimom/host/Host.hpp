@@ -45,6 +45,14 @@ public:
         const std::optional<std::string> line = readLine(path);
         return line ? number<T>(*line) : std::nullopt;
     }
+    /** The content of a file that holds one hexadecimal number behind "0x". */
+    template <class T>
+    std::optional<T> readHexadecimal(const std::string& path) const {
+        const std::optional<std::string> line = readLine(path);
+        if (!line || line->compare(0, 2, "0x") != 0)
+            return std::nullopt;
+        return number<T>(std::string_view(*line).substr(2), 16);
+    }
     /** Names in a folder, without "." and "..", in no order. */
     std::optional<std::vector<std::string>> listDirectory(const std::string& path) const;
     /** What a file, or what a link leads to, is at present. */

@@ -30,12 +30,9 @@ std::optional<UInt64> speed(std::optional<Int32> megabits) {
     return UInt64{1000000} * static_cast<UInt32>(*megabits);
 }
 
-/** The flag IFF_UP of the file flags, a hexadecimal number with 0x before it. */
-std::optional<bool> isEnabled(const std::optional<std::string>& flags) {
-    if (!flags || flags->compare(0, 2, "0x") != 0)
-        return std::nullopt;
-    const std::optional<UInt32> bits = number<UInt32>(std::string_view(*flags).substr(2), 16);
-    return bits ? std::optional<bool>((*bits & IFF_UP) != 0) : std::nullopt;
+/** The flag IFF_UP of the file flags. */
+std::optional<bool> isEnabled(std::optional<UInt32> flags) {
+    return flags ? std::optional<bool>((*flags & IFF_UP) != 0) : std::nullopt;
 }
 
 /** The columns of /proc/net/dev behind the colon. */
@@ -77,7 +74,7 @@ std::optional<NetworkInterface> readInterface(const Host& host, const std::strin
     NetworkInterface found{};
     found.name = name;
     found.index = *index;
-    found.isEnabled = isEnabled(host.readLine(folder + "flags"));
+    found.isEnabled = isEnabled(host.readHexadecimal<UInt32>(folder + "flags"));
     found.status = status(host.readLine(folder + "operstate"));
     found.hardwareType = host.readNumber<UInt16>(folder + "type");
     found.address = host.readLine(folder + "address");

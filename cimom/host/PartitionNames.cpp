@@ -1,7 +1,5 @@
 #include "host/PartitionNames.hpp"
 
-#include <algorithm>
-
 namespace cimom {
 
 using namespace OpenWBEM;
@@ -28,15 +26,6 @@ std::string unescaped(std::string_view name) {
         i += code ? 3 : 0;
     }
     return text;
-}
-
-/** The kernel's name of the device file that a link in a folder of /dev/disk leads to. */
-std::string kernelName(std::string target) {
-    const std::string toDevices = "../../";
-    if (target.compare(0, toDevices.size(), toDevices) == 0)
-        target.erase(0, toDevices.size());
-    std::replace(target.begin(), target.end(), '/', '!');
-    return target;
 }
 
 /** What follows the beginning of a line of a file; absent when no line begins so, or nothing follows. */

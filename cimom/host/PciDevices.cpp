@@ -10,15 +10,6 @@ using namespace OpenWBEM;
 
 namespace {
 
-/** The content of a file that holds one number, hexadecimal with 0x before it. */
-template <class T>
-std::optional<T> readHexadecimal(const Host& host, const std::string& path) {
-    const std::optional<std::string> line = host.readLine(path);
-    if (!line || line->compare(0, 2, "0x") != 0)
-        return std::nullopt;
-    return number<T>(std::string_view(*line).substr(2), 16);
-}
-
 /** Takes a part of an address away, up to a separator or the end. */
 std::string_view takePart(std::string_view& text, char separator) {
     const std::size_t end = std::min(text.find(separator), text.size());
@@ -30,12 +21,12 @@ std::string_view takePart(std::string_view& text, char separator) {
 std::optional<PciFunction> readFunction(const Host& host, const std::string& name) {
     const std::string folder = "/sys/bus/pci/devices/" + name + "/";
     const std::optional<PciAddress> address = parsePciAddress(name);
-    const std::optional<UInt32> classCode = readHexadecimal<UInt32>(host, folder + "class");
-    const std::optional<UInt16> vendor = readHexadecimal<UInt16>(host, folder + "vendor");
-    const std::optional<UInt16> device = readHexadecimal<UInt16>(host, folder + "device");
+    const std::optional<UInt32> classCode = host.readHexadecimal<UInt32>(folder + "class");
+    const std::optional<UInt16> vendor = host.readHexadecimal<UInt16>(folder + "vendor");
+    const std::optional<UInt16> device = host.readHexadecimal<UInt16>(folder + "device");
     if (!address || !classCode || !vendor || !device)
         return std::nullopt;
-    std::optional<UInt16> subsystemVendor = readHexadecimal<UInt16>(host, folder + "subsystem_vendor");
+    std::optional<UInt16> subsystemVendor = host.readHexadecimal<UInt16>(folder + "subsystem_vendor");
     // NOLINTNEXTLINE(misc-redundant-expression): the check does not see what the optional is compared with
     if (subsystemVendor == 0 || subsystemVendor == 0xFFFF)
         subsystemVendor.reset();
@@ -45,7 +36,7 @@ std::optional<PciFunction> readFunction(const Host& host, const std::string& nam
                        *vendor,
                        *device,
                        subsystemVendor,
-                       readHexadecimal<UInt8>(host, folder + "revision"),
+                       host.readHexadecimal<UInt8>(folder + "revision"),
                        host.readLine(folder + "label")};
 }
 

@@ -29,18 +29,13 @@ Place placeNamed(const std::string& name, const std::vector<Disk>& all) {
     return placeWhere(all, [&name](const auto& device) { return device.name == name; });
 }
 
-/** The kernel's name of a device file, which may be a link, as those of the device mapper are. */
-std::string kernelName(const std::string& file, const Host& host) {
-    const std::string path = host.readLink(file).value_or(file);
-    return path.substr(path.rfind('/') + 1);
-}
-
 Place placeOf(const Mount& mount, const std::vector<Disk>& all, const Host& host) {
     if (mount.device.majorNumber != 0)
         return placeWhere(all, [&mount](const auto& device) { return device.number == mount.device; });
     // A file system that may be on several devices, as btrfs, has a number of its own.
+    // Its device file may be a link, as those of the device mapper are.
     if (isBelow(mount.source, "/dev"))
-        return placeNamed(kernelName(mount.source, host), all);
+        return placeNamed(kernelName(host.readLink(mount.source).value_or(mount.source)), all);
     return {};
 }
 

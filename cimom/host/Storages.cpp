@@ -3,7 +3,6 @@
 #include "host/Disks.hpp"
 #include "host/Residence.hpp"
 
-#include <algorithm>
 #include <map>
 #include <tuple>
 

@@ -1,7 +1,6 @@
 #include "host/TCPConnections.hpp"
 
 #include <arpa/inet.h>
-#include <cstring>
 #include <map>
 #include <set>
 

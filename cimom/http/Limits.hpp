@@ -8,8 +8,8 @@ namespace cimom {
 
 /** What the clients may take, together and one by one. */
 struct Limits {
-    /** Connections at a time, a quarter of which are kept for local clients; fewer when the process may not
-     * open enough descriptors. */
+    /** Connections at a time, a quarter of which, and at least one, are kept for local clients; fewer when
+     * the process may not open enough descriptors. */
     std::size_t connections = 256;
     /** Bytes of the head of a request. */
     std::uint32_t head = 16 * 1024;

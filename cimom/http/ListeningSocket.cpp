@@ -1,5 +1,7 @@
 #include "http/ListeningSocket.hpp"
 
+#include "system/Descriptor.hpp"
+
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -57,11 +59,9 @@ int makeSocket(const std::string& path) {
 /** Connects to the socket at a path; 0 or the error. */
 int tryToConnect(const std::string& path) {
     const sockaddr_un address = addressOf(path);
-    const int descriptor = makeSocket(path);
-    const int result = ::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-    const int error = result == 0 ? 0 : errno;
-    ::close(descriptor);
-    return error;
+    const Descriptor socket(makeSocket(path));
+    const auto* const where = reinterpret_cast<const sockaddr*>(&address);
+    return ::connect(socket.number(), where, sizeof address) == 0 ? 0 : errno;
 }
 
 /** Clears the path of a socket that nobody listens on any more. */
@@ -86,15 +86,15 @@ void removeStale(const std::string& path) {
 /** Binds, sets the mode whatever the umask says, and listens: before that nobody can connect. */
 int listenAt(const std::string& path, mode_t mode) {
     const sockaddr_un address = addressOf(path);
-    const int descriptor = makeSocket(path);
-    const bool isBound = ::bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    if (isBound && ::chmod(path.c_str(), mode) == 0 && ::listen(descriptor, SOMAXCONN) == 0)
-        return descriptor;
-    const int error = errno;
+    Descriptor socket(makeSocket(path));
+    const auto* const where = reinterpret_cast<const sockaddr*>(&address);
+    const bool isBound = ::bind(socket.number(), where, sizeof address) == 0;
+    if (isBound && ::chmod(path.c_str(), mode) == 0 && ::listen(socket.number(), SOMAXCONN) == 0)
+        return socket.release();
+    const std::string why = std::strerror(errno);
     if (isBound)
         ::unlink(path.c_str());
-    ::close(descriptor);
-    fail(path, std::strerror(error));
+    fail(path, why);
 }
 
 } // namespace

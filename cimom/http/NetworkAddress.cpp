@@ -1,12 +1,13 @@
 #include "http/NetworkAddress.hpp"
 
+#include "system/Descriptor.hpp"
 #include "system/Text.hpp"
 
 #include <arpa/inet.h>
 #include <cerrno>
 #include <cstdint>
+#include <netinet/in.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace cimom {
 namespace {
@@ -71,25 +72,21 @@ std::string textOf(const NetworkAddress& address) {
 
 NetworkSocket listenOn(const NetworkAddress& address) {
     const int family = address.address.ss_family;
-    const int descriptor = ::socket(family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-    if (descriptor < 0)
+    Descriptor socket(::socket(family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    if (socket.number() < 0)
         fail(address);
     const int yes = 1;
     // The port of an object manager that has just ended can be had again at once.
-    ::setsockopt(descriptor, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    ::setsockopt(socket.number(), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
     // [::] is every address of IPv6; that of IPv4 is 0.0.0.0.
     if (family == AF_INET6)
-        ::setsockopt(descriptor, IPPROTO_IPV6, IPV6_V6ONLY, &yes, sizeof yes);
-    NetworkSocket result{descriptor, address};
+        ::setsockopt(socket.number(), IPPROTO_IPV6, IPV6_V6ONLY, &yes, sizeof yes);
+    NetworkAddress at = address;
     const auto* const where = reinterpret_cast<const sockaddr*>(&address.address);
-    if (::bind(descriptor, where, address.size) != 0 || ::listen(descriptor, SOMAXCONN) != 0 ||
-        ::getsockname(descriptor, reinterpret_cast<sockaddr*>(&result.at.address), &result.at.size) != 0) {
-        const int error = errno;
-        ::close(descriptor);
-        errno = error;
+    if (::bind(socket.number(), where, address.size) != 0 || ::listen(socket.number(), SOMAXCONN) != 0 ||
+        ::getsockname(socket.number(), reinterpret_cast<sockaddr*>(&at.address), &at.size) != 0)
         fail(address);
-    }
-    return result;
+    return {socket.release(), at};
 }
 
 } // namespace cimom

@@ -1,6 +1,5 @@
 #ifndef CIMOM_HTTP_NETWORK_ADDRESS_HPP_INCLUDED
 #define CIMOM_HTTP_NETWORK_ADDRESS_HPP_INCLUDED
-#include <netinet/in.h>
 #include <optional>
 #include <string>
 #include <sys/socket.h>

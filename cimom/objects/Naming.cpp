@@ -22,10 +22,6 @@ CIMValue valueOf(const CIMPropertyArray& properties, const CIMName& name) {
     return CIMValue(CIMNULL);
 }
 
-} // namespace
-
-namespace {
-
 /** Objects have texts too, and arrays a first element, but neither is what a property of another kind means.
  */
 bool isConvertible(const CIMValue& value, const PropertyDeclaration& declared) {

@@ -10,6 +10,7 @@
 #include "state/SiteValues.hpp"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,11 @@ namespace cimom {
 
 /** Names of the properties that a client wants. */
 using PropertyList = std::vector<OpenWBEM::CIMName>;
+
+/** A property list as ObjectManager takes it. Valid as long as the list. */
+inline const PropertyList* orNull(const std::optional<PropertyList>& list) {
+    return list ? &*list : nullptr;
+}
 
 /** Hands out paths as InstanceSource hands out instances. */
 using PathSource = std::function<OpenWBEM::CIMObjectPath()>;

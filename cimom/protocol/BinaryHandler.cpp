@@ -5,7 +5,6 @@
 #include "binary/ObjectWriter.hpp"
 #include "binary/Protocol.hpp"
 #include "binary/Reader.hpp"
-#include "protocol/Arguments.hpp"
 #include "protocol/OperationNames.hpp"
 
 #include <exception>
@@ -174,7 +173,7 @@ void Call::enumerateInstances() {
     const CIMName className = classArgument();
     ignoreFlags(m_in, 4);
     const std::optional<PropertyList> wanted = propertyListArgument(m_in);
-    replyBy(m_manager.enumerateInstances(nameSpace, className, pointer(wanted)),
+    replyBy(m_manager.enumerateInstances(nameSpace, className, orNull(wanted)),
             binary::sig::instanceEnumeration, binary::sig::endOfInstances);
 }
 
@@ -192,7 +191,7 @@ void Call::getClass() {
     const ClassDetails details = classDetails(m_in);
     const std::optional<PropertyList> wanted = propertyListArgument(m_in);
     Writer out = done();
-    write(out, m_manager.getClass(nameSpace, className, details, pointer(wanted)));
+    write(out, m_manager.getClass(nameSpace, className, details, orNull(wanted)));
     m_reply.body = out.release();
 }
 
@@ -202,7 +201,7 @@ void Call::getInstance() {
     ignoreFlags(m_in, 3);
     const std::optional<PropertyList> wanted = propertyListArgument(m_in);
     Writer out = done();
-    write(out, m_manager.getInstance(nameSpace, path, pointer(wanted)));
+    write(out, m_manager.getInstance(nameSpace, path, orNull(wanted)));
     m_reply.body = out.release();
 }
 
@@ -223,7 +222,7 @@ void Call::modifyInstance() {
     m_reply.title += std::string(" ") + modified.getClassName().c_str();
     ignoreFlags(m_in, 1);
     const std::optional<PropertyList> listed = propertyListArgument(m_in);
-    m_manager.modifyInstance(nameSpace, modified, pointer(listed), m_access);
+    m_manager.modifyInstance(nameSpace, modified, orNull(listed), m_access);
     m_reply.body = done().release();
 }
 

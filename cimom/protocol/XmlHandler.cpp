@@ -2,7 +2,6 @@
 
 #include "OW_CIMClass.hpp"
 #include "OW_CIMException.hpp"
-#include "protocol/Arguments.hpp"
 #include "protocol/XmlRequest.hpp"
 #include "protocol/XmlText.hpp"
 #include "xml/Entities.hpp"
@@ -177,7 +176,7 @@ OperationReply Call::enumerateClassNames() const {
 
 OperationReply Call::enumerateInstances() const {
     const std::optional<PropertyList> wanted = propertyList();
-    return returned(m_manager.enumerateInstances(m_request.nameSpace, className(), pointer(wanted)),
+    return returned(m_manager.enumerateInstances(m_request.nameSpace, className(), orNull(wanted)),
                     [](std::string& out, const CIMInstance& instance) { xml::writeNamed(out, instance); });
 }
 
@@ -189,14 +188,14 @@ OperationReply Call::enumerateInstanceNames() const {
 OperationReply Call::getClass() const {
     const std::optional<PropertyList> wanted = propertyList();
     std::string value;
-    xml::write(value, m_manager.getClass(m_request.nameSpace, className(), classDetails(), pointer(wanted)));
+    xml::write(value, m_manager.getClass(m_request.nameSpace, className(), classDetails(), orNull(wanted)));
     return returned(std::move(value));
 }
 
 OperationReply Call::getInstance() const {
     const std::optional<PropertyList> wanted = propertyList();
     std::string value;
-    xml::write(value, m_manager.getInstance(m_request.nameSpace, path(), pointer(wanted)));
+    xml::write(value, m_manager.getInstance(m_request.nameSpace, path(), orNull(wanted)));
     return returned(std::move(value));
 }
 
@@ -214,7 +213,7 @@ OperationReply Call::modifyInstance() const {
     if (!argument || !argument->instance)
         throwInvalidParameter("Non-optional parameter ModifiedInstance was not given");
     const std::optional<PropertyList> listed = propertyList();
-    m_manager.modifyInstance(m_request.nameSpace, argument->instance, pointer(listed), m_access);
+    m_manager.modifyInstance(m_request.nameSpace, argument->instance, orNull(listed), m_access);
     return OperationReply();
 }
 

@@ -1,7 +1,5 @@
 #include "protocol/XmlRequest.hpp"
 
-#include "OW_CIMException.hpp"
-#include "OW_Exception.hpp"
 #include "OW_XMLParseException.hpp"
 #include "io/Window.hpp"
 #include "protocol/Handler.hpp"

@@ -15,7 +15,6 @@
 #include <stdexcept>
 #include <system_error>
 #include <unordered_map>
-#include <utility>
 
 namespace cimom {
 
@@ -189,7 +188,7 @@ private:
     }
 
     const ServedClasses& m_classes;
-    std::vector<std::string> m_files; // the one that is read last
+    std::vector<std::string> m_files; // the last is the one being read
     std::map<std::string, Filled> m_filled;
 };
 

@@ -1,6 +1,7 @@
 #ifndef CIMOM_SYSTEM_DESCRIPTOR_HPP_INCLUDED
 #define CIMOM_SYSTEM_DESCRIPTOR_HPP_INCLUDED
 #include <string>
+#include <utility>
 
 namespace cimom {
 
@@ -15,6 +16,8 @@ public:
     Descriptor& operator=(const Descriptor&) = delete;
 
     int number() const { return m_number; }
+    /** Hands it out: it is the caller's to close. */
+    int release() { return std::exchange(m_number, -1); }
 
 private:
     int m_number;

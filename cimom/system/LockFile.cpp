@@ -1,5 +1,7 @@
 #include "system/LockFile.hpp"
 
+#include "system/Descriptor.hpp"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -13,18 +15,6 @@ namespace {
 
 [[noreturn]] void fail(const std::string& path) {
     throw std::system_error(errno, std::generic_category(), path);
-}
-
-int openLocked(const std::string& path) {
-    const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-    if (descriptor < 0)
-        fail(path);
-    if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0)
-        return descriptor;
-    const int error = errno;
-    ::close(descriptor);
-    errno = error;
-    fail(path);
 }
 
 /** False when the file was removed after it had been opened: its lock then keeps nobody out. */
@@ -41,22 +31,23 @@ bool isUnknown(int descriptor) {
     return ::fstat(descriptor, &opened) != 0;
 }
 
+int openLocked(const std::string& path) {
+    for (;;) {
+        Descriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+        if (file.number() < 0 || ::flock(file.number(), LOCK_EX | LOCK_NB) != 0)
+            fail(path);
+        if (isStill(file.number(), path))
+            return file.release();
+        if (isUnknown(file.number()))
+            fail(path);
+    }
+}
+
 } // namespace
 
 LockFile::LockFile(std::string path)
     : m_path(std::move(path))
-    , m_descriptor(openLocked(m_path)) {
-    while (!isStill(m_descriptor, m_path)) {
-        if (isUnknown(m_descriptor)) {
-            const int error = errno;
-            ::close(m_descriptor);
-            errno = error;
-            fail(m_path);
-        }
-        ::close(m_descriptor);
-        m_descriptor = openLocked(m_path);
-    }
-}
+    , m_descriptor(openLocked(m_path)) {}
 
 LockFile::~LockFile() {
     if (isHeld())

@@ -90,12 +90,12 @@ void PasswordCheck::start(Request& request) {
         boost::asio::post(m_io, [done = std::move(request.done)] { done(Verdict::unchecked); });
         return;
     }
-    ++m_running;
     running->run(m_limits.time, [this, done = std::move(request.done)](Verdict verdict) {
         --m_running;
         startWaiting();
         done(verdict);
     });
+    ++m_running; // unless there was no memory
 }
 
 void PasswordCheck::startWaiting() {

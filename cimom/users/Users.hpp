@@ -37,8 +37,7 @@ public:
 
     /**
      * Gives a user a hash; a new one comes last. Throws std::runtime_error when the name is empty, begins
-     * with
-     * "#", or holds a colon or a control character.
+     * with "#", or holds a colon or a control character.
      */
     void set(const std::string& user, const std::string& hash);
     /** False when the user is not there. */

@@ -1,6 +1,6 @@
 #include "agent/Catalogue.hpp"
 
-#include "arguments/Number.hpp"
+#include "agent/Number.hpp"
 
 #include <iterator>
 #include <numeric>

@@ -2,13 +2,18 @@
 #define OWBCTL_AGENT_CHANGE_HPP
 
 #include "agent/Group.hpp"
-#include "arguments/Assignment.hpp"
 
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace owbctl {
+
+/** A value that a property is to get. */
+struct Assignment {
+    const ExtItem* description;
+    std::string value;
+};
 
 /** One property of a row around a write: what it was, what was asked of it, what it is. */
 struct Change {

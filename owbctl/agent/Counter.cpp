@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cstdint>
 #include <iterator>
-#include <string_view>
 
 namespace owbctl {
 namespace {

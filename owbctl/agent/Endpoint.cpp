@@ -1,11 +1,10 @@
 #include "agent/Endpoint.hpp"
 
-#include "arguments/Number.hpp"
+#include "agent/Number.hpp"
 
 #include <OW_URL.hpp>
 
 #include <charconv>
-#include <strings.h>
 
 namespace owbctl {
 namespace {
@@ -28,8 +27,14 @@ std::string percentDecoded(const std::string& text) {
     return result;
 }
 
+/** The client library's own socket is named by the scheme, too. */
+std::string portOf(const OpenWBEM::URL& url) {
+    const bool isOwn = url.scheme == "ipc" || url.port.equalsIgnoreCase(Endpoint::ownSocket);
+    return isOwn ? Endpoint::ownSocket : url.port.c_str();
+}
+
 bool isSocket(const std::string& port) {
-    return strcasecmp(port.c_str(), "owipc") != 0 && decimal(port).value_or(highestPort + 1) > highestPort;
+    return port != Endpoint::ownSocket && decimal(port).value_or(highestPort + 1) > highestPort;
 }
 
 } // namespace
@@ -37,9 +42,19 @@ bool isSocket(const std::string& port) {
 Endpoint endpointOf(const std::string& url) {
     const OpenWBEM::URL parts(OpenWBEM::String(url.c_str()));
     const std::string scheme = parts.scheme.c_str();
-    const std::string port = parts.port.c_str();
+    const std::string port = portOf(parts);
     return {scheme.rfind("owbinary", 0) == 0 ? "binary protocol" : "CIM-XML", parts.host.c_str(), port,
             isSocket(port) ? percentDecoded(port) : std::string()};
+}
+
+std::string withoutPassword(const std::string& url) {
+    const std::size_t scheme = url.find("://");
+    const std::size_t user = scheme == std::string::npos ? 0 : scheme + 3;
+    const std::size_t userEnd = url.rfind('@'); // of a password with an @ nothing may be left
+    const std::size_t colon = url.find(':', user);
+    if (userEnd == std::string::npos || colon >= userEnd)
+        return url;
+    return url.substr(0, colon + 1) + "***" + url.substr(userEnd);
 }
 
 } // namespace owbctl

@@ -7,10 +7,12 @@ namespace owbctl {
 
 /** What a URL of an object manager names. */
 struct Endpoint {
+    static constexpr const char* ownSocket = "owipc";
+
     /** "binary protocol" or "CIM-XML". */
     const char* protocol;
     std::string host;
-    /** A number, or "owipc" for the client library's own socket; as in the URL. */
+    /** As in the URL; Endpoint::ownSocket for the client library's own socket. */
     std::string port;
     /** Of a Unix-domain socket, decoded; empty when the port is none. */
     std::string socketPath;
@@ -18,6 +20,10 @@ struct Endpoint {
 
 /** Takes apart a URL that the client library has accepted, see connectAnew(). */
 Endpoint endpointOf(const std::string& url);
+
+/** `url` with the password, if there is one, replaced by "***". For people and logs to read, not for the
+ * library. */
+std::string withoutPassword(const std::string& url);
 
 } // namespace owbctl
 #endif

@@ -5,7 +5,6 @@
 #include "agent/Status.hpp"
 
 #include <algorithm>
-#include <map>
 
 namespace owbctl {
 namespace {

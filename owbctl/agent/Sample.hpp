@@ -5,7 +5,6 @@
 
 #include <ctime>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace owbctl {

@@ -25,14 +25,4 @@ std::string failureText(long status, const std::string& url) {
     }
 }
 
-std::string withoutPassword(const std::string& url) {
-    const std::size_t scheme = url.find("://");
-    const std::size_t user = scheme == std::string::npos ? 0 : scheme + 3;
-    const std::size_t userEnd = url.rfind('@'); // of a password with an @ nothing may be left
-    const std::size_t colon = url.find(':', user);
-    if (userEnd == std::string::npos || colon >= userEnd)
-        return url;
-    return url.substr(0, colon + 1) + "***" + url.substr(userEnd);
-}
-
 } // namespace owbctl

@@ -18,9 +18,5 @@ bool mayBeUnreachable(long status);
 /** What a status of the library other than OWB_DONE means for a request to the object manager at `url`. */
 std::string failureText(long status, const std::string& url);
 
-/** `url` with the password, if there is one, replaced by "***". For people and logs to read, not for the
- * library. */
-std::string withoutPassword(const std::string& url);
-
 } // namespace owbctl
 #endif

@@ -23,7 +23,9 @@ int openTrace(const std::string& path) {
     if (path == "-") {
         // The library opens it anew for each line: neither may overwrite what the other has written.
         fcntl(STDERR_FILENO, F_SETFL, fcntl(STDERR_FILENO, F_GETFL) | O_APPEND);
-        return checked(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 0), "standard error");
+        // It cannot when this is a socket or another user's, nor may it wait for the reader of a pipe.
+        return checked(::open("/proc/self/fd/2", O_WRONLY | O_APPEND | O_CLOEXEC | O_NONBLOCK),
+                       "standard error cannot be traced to");
     }
     // The URL is traced, maybe with a password.
     return checked(::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0600), path);

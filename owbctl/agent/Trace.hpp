@@ -15,7 +15,7 @@ namespace owbctl {
 class Trace {
 public:
     /** Traces into the file at `path`, which is emptied, or to standard error for "-". Throws
-     * std::system_error when the file cannot be opened. */
+     * std::system_error when that cannot be opened. */
     explicit Trace(const std::string& path);
     /** Traces into memory. */
     Trace();

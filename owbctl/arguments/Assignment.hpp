@@ -1,18 +1,12 @@
 #ifndef OWBCTL_ARGUMENTS_ASSIGNMENT_HPP
 #define OWBCTL_ARGUMENTS_ASSIGNMENT_HPP
 
-#include <owb.h>
+#include "agent/Change.hpp"
 
 #include <string>
 #include <vector>
 
 namespace owbctl {
-
-/** A value that a property is to get. */
-struct Assignment {
-    const ExtItem* description;
-    std::string value;
-};
 
 /**
  * The assignments that texts of the form NAME=VALUE ask for, in their order. NAME is a property of `group` in

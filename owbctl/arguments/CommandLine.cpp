@@ -1,7 +1,7 @@
 #include "arguments/CommandLine.hpp"
 
+#include "agent/Number.hpp"
 #include "arguments/GroupNames.hpp"
-#include "arguments/Number.hpp"
 
 #include <charconv>
 #include <cstdlib>
@@ -30,17 +30,22 @@ constexpr double shortestInterval = 0.1;
 constexpr double shortestTimeout = 0.001;
 constexpr double longestTime = 1e6;
 
+/** @param furtherWords what else may stand in place of a number */
+std::string noGroup(const std::string& text, const std::string& furtherWords = "") {
+    return "'" + text + "' is neither a group (0 to " + std::to_string(OWB_MAX_GROUP) + furtherWords +
+           ") nor the class of one";
+}
+
 std::string checkGroups(const std::string& text) {
-    return groupsNamed(text).empty()
-               ? "'" + text + "' is neither a group (0 to " + std::to_string(OWB_MAX_GROUP) + ", or " +
-                     allGroups + ") nor the class of one"
-               : std::string();
+    return groupsNamed(text).empty() ? noGroup(text, std::string(", or ") + allGroups) : std::string();
 }
 
 std::string checkGroup(const std::string& text) {
     const std::vector<long> groups = groupsNamed(text);
-    if (groups.size() <= 1)
-        return checkGroups(text);
+    if (groups.empty())
+        return noGroup(text);
+    if (groups.size() == 1)
+        return std::string();
     std::string numbers;
     for (const long group : groups)
         numbers += (numbers.empty() ? "" : ", ") + std::to_string(group);

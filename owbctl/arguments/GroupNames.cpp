@@ -1,7 +1,7 @@
 #include "arguments/GroupNames.hpp"
 
 #include "agent/Catalogue.hpp"
-#include "arguments/Number.hpp"
+#include "agent/Number.hpp"
 
 namespace owbctl {
 

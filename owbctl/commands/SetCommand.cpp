@@ -5,7 +5,6 @@
 #include "commands/Report.hpp"
 #include "output/Text.hpp"
 
-#include <algorithm>
 #include <iostream>
 #include <new>
 

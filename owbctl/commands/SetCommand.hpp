@@ -1,7 +1,7 @@
 #ifndef OWBCTL_COMMANDS_SETCOMMAND_HPP
 #define OWBCTL_COMMANDS_SETCOMMAND_HPP
 
-#include "arguments/Assignment.hpp"
+#include "agent/Change.hpp"
 #include "formats/Format.hpp"
 
 #include <string>

@@ -2,7 +2,6 @@
 
 #include "agent/Connection.hpp"
 #include "agent/Endpoint.hpp"
-#include "agent/Status.hpp"
 #include "doctor/HostChecks.hpp"
 #include "doctor/ManagerCheck.hpp"
 #include "doctor/SocketCheck.hpp"
@@ -15,6 +14,8 @@ std::string meaningOf(const Endpoint& endpoint) {
     const std::string protocol = endpoint.protocol;
     if (!endpoint.socketPath.empty())
         return protocol + " over the socket " + endpoint.socketPath;
+    if (endpoint.port == Endpoint::ownSocket)
+        return protocol + " over the client library's own socket";
     return protocol + " to " + endpoint.host + ", port " + endpoint.port;
 }
 

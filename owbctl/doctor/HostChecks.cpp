@@ -1,6 +1,6 @@
 #include "doctor/HostChecks.hpp"
 
-#include "arguments/Number.hpp"
+#include "agent/Number.hpp"
 
 #include <cerrno>
 #include <cstring>

@@ -4,7 +4,6 @@
 #include "formats/Format.hpp"
 #include "output/Output.hpp"
 
-#include <string>
 #include <vector>
 
 namespace owbctl {

@@ -7,7 +7,6 @@
 #include "formats/Table.hpp"
 #include "output/Text.hpp"
 
-#include <algorithm>
 #include <ctime>
 
 namespace owbctl {

@@ -45,6 +45,8 @@ public:
     }
     /** Waits for the end of the connection; false when more bytes come instead. */
     bool isClosedByPeer();
+    /** The socket, for a test to wait for. */
+    int descriptor() const { return m_descriptor; }
 
 private:
     bool receiveMore();

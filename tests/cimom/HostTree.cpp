@@ -1,5 +1,6 @@
 #include "HostTree.hpp"
 
+#include "Collected.hpp"
 #include "OW_CIMProperty.hpp"
 
 #include <cstdlib>
@@ -27,11 +28,7 @@ TimeZone::~TimeZone() {
 }
 
 std::vector<CIMInstance> allInstances(const cimom::Provider& provider) {
-    const cimom::InstanceSource next = provider.instances();
-    std::vector<CIMInstance> all;
-    while (const CIMInstance instance = next())
-        all.push_back(instance);
-    return all;
+    return collected(provider.instances());
 }
 
 CIMInstance onlyInstance(const cimom::Provider& provider) {

@@ -3,7 +3,6 @@
 // The classes and instances that the recorded conversations are about, for an object manager of ours.
 #include "objects/ObjectManager.hpp"
 
-#include <string>
 #include <vector>
 
 /**

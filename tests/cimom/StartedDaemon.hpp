@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,16 @@ protected:
     std::string socketPath() const { return m_folder.file("socket"); }
     /** Where it listens on the network, if it has been told to: the last of its ports. */
     std::uint16_t port() const { return m_port; }
+    /** A value in kB of /proc/<pid>/status of the object manager. */
+    long status(const std::string& field) {
+        std::istringstream all(support::readFile("/proc/" + std::to_string(daemon().pid()) + "/status"));
+        for (std::string line; std::getline(all, line);) {
+            if (line.compare(0, field.size() + 1, field + ":") == 0)
+                return std::stol(line.substr(field.size() + 1));
+        }
+        ADD_FAILURE() << "no " << field;
+        return 0;
+    }
 
     /** A folder of site files whose QAV_System has as many instances more. */
     std::string systems(std::size_t count) const {

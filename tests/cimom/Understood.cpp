@@ -5,11 +5,8 @@
 #include "client/HTTPReply.hpp"
 #include "xml/Reply.hpp"
 
-#include <algorithm>
-#include <functional>
 #include <memory>
 #include <stdexcept>
-#include <utility>
 
 using namespace OpenWBEM;
 

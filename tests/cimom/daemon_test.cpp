@@ -200,3 +200,12 @@ TEST_F(DaemonTest, AWrongCommandLineIsReportedOnStandardError) {
         EXPECT_EQ("", result.out) << words[1];
     }
 }
+
+TEST_F(DaemonTest, AnEmptyNameOfFilesIsNotTakenForNone) {
+    for (const std::string option : {"--users", "--instances"}) {
+        const ProgramResult result = runProgram(
+            {OWBCIMOMD, "--socket", folder().file("nowhere/socket"), "--state", statePath(), option, ""});
+        EXPECT_EQ(2, result.exitCode);
+        EXPECT_EQ("owbcimomd: command line: " + option + ": it is empty\n", result.err);
+    }
+}

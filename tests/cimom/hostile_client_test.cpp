@@ -4,8 +4,6 @@
 #include "StartedDaemon.hpp"
 
 #include <csignal>
-#include <cstdlib>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <memory>
 #include <stdexcept>
@@ -80,17 +78,6 @@ protected:
         return found.size() == 1 ? found[0].getPropertyValue("Name").toString().c_str() : "not one instance";
     }
 
-    /** Kilobytes of memory that the daemon has. */
-    long residentSize() {
-        std::ifstream status("/proc/" + std::to_string(daemon().pid()) + "/status");
-        for (std::string line; std::getline(status, line);) {
-            if (line.compare(0, 6, "VmRSS:") == 0)
-                return std::atol(line.c_str() + 6);
-        }
-        ADD_FAILURE() << "no VmRSS";
-        return 0;
-    }
-
     const std::vector<std::string>& recorded() const { return m_recorded; }
 
 private:
@@ -120,9 +107,9 @@ TEST_F(HostileClients, DoNotKeepOthersFromTheirAnswers) {
 #ifndef __SANITIZE_ADDRESS__
 TEST_F(HostileClients, LeaveNothingInMemory) {
     send(300); // after which there is all the memory that the first of each kind takes
-    const long before = residentSize();
+    const long before = status("VmRSS");
     send(1000);
     EXPECT_EQ("box.example.org", hostName());
-    EXPECT_GT(before + 2048, residentSize());
+    EXPECT_GT(before + 2048, status("VmRSS"));
 }
 #endif

@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <memory>
-#include <stdexcept>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -40,6 +39,7 @@ TEST(LockFile, AFileWhoseTimeIsNotKnownIsReported) {
     ASSERT_EQ(0, support::runProgram({"/usr/bin/touch", "-d", "2040-01-01", path}).exitCode);
     try {
         const LockFile lock(path);
+        FAIL() << "locked";
     } catch (const std::system_error& e) {
         EXPECT_EQ(std::errc::value_too_large, e.code());
         EXPECT_EQ(0u, std::string(e.what()).find(path));
@@ -90,6 +90,15 @@ TEST(ListeningSocket, ItsModeDoesNotDependOnTheUmask) {
     struct stat file;
     ASSERT_EQ(0, ::stat(folder.file("socket").c_str(), &file));
     EXPECT_EQ(static_cast<mode_t>(S_IFSOCK | 0662), file.st_mode);
+}
+
+TEST(ListeningSocket, HasAPath) {
+    try {
+        const ListeningSocket socket("", 0600);
+        FAIL() << "listens";
+    } catch (const std::runtime_error& e) {
+        EXPECT_STREQ("socket: the path is empty", e.what());
+    }
 }
 
 TEST(ListeningSocket, AFileThatReplacedTheSocketStays) {

@@ -5,7 +5,6 @@
 #include "Completed.hpp"
 #include "RecordedSchema.hpp"
 #include "SessionRun.hpp"
-#include "Unlogged.hpp"
 #include "objects/Naming.hpp"
 #include "openwbem/Memory.hpp"
 #include "openwbem/Record.hpp"
@@ -56,7 +55,6 @@ std::string written(const ObjectManager& manager) {
 
 /** `<status> <reason>: <CIMError>` of a document that is refused, "<code>" of an error, "good". */
 std::string outcomeOf(const Handler& handler, const std::string& body, Access access = Access::write) {
-    const Unlogged unlogged;
     try {
         const OperationReply reply = completed(handler.handle(body, access));
         if (dynamic_cast<const BinaryHandler*>(&handler))
@@ -169,7 +167,6 @@ TEST(MalformedRequests, AConnectionThatEndsWithinARequestIsToldSoAndEnds) {
     ObjectManager objects = manager();
     const std::string before = written(objects);
     inLittleMemory([&] {
-        const Unlogged unlogged;
         SessionRun session(objects);
         // Every third place, which is another one in each request: their heads are nearly the same.
         std::size_t first = 1;
@@ -189,7 +186,6 @@ TEST(MalformedRequests, ABentRequestIsAnsweredOrRefused) {
     const std::set<unsigned> expected = {200, 400, 405, 411, 413, 415, 431, 501, 505};
     ObjectManager objects = manager();
     inLittleMemory([&] {
-        const Unlogged unlogged;
         Dice dice;
         SessionRun session(objects);
         std::set<unsigned> seen;

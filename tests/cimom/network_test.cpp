@@ -1,7 +1,5 @@
 // Clients that come over the network.
-#include "OW_WBEMFlags.hpp"
 #include "StartedDaemon.hpp"
-#include "binary/Request.hpp"
 
 #include <csignal>
 #include <sys/stat.h>

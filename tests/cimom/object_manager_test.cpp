@@ -1,6 +1,6 @@
 #include "Collected.hpp"
+#include "Failure.hpp"
 #include "LampProvider.hpp"
-#include "OW_CIMException.hpp"
 
 #include <gtest/gtest.h>
 
@@ -11,12 +11,7 @@ namespace {
 
 /** "<code> <description>" of the error that an enumeration ends in. */
 std::string errorOf(const std::string& nameSpace, const char* className) {
-    try {
-        lampManager({"red"}).enumerateInstances(nameSpace, className, nullptr);
-        return "no error";
-    } catch (const CIMException& e) {
-        return std::to_string(e.getErrNo()) + " " + e.getDescription();
-    }
+    return cimErrorOf([&] { lampManager({"red"}).enumerateInstances(nameSpace, className, nullptr); });
 }
 
 } // namespace

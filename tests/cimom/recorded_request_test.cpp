@@ -3,7 +3,6 @@
 #include "RecordedSchema.hpp"
 #include "SessionRun.hpp"
 #include "Understood.hpp"
-#include "Unlogged.hpp"
 #include "objects/Naming.hpp"
 #include "openwbem/Record.hpp"
 
@@ -39,7 +38,6 @@ std::vector<Exchange> exchanges(const Conversation& conversation) {
 
 /** What our object manager answers to all requests, sent at once. */
 std::vector<std::string> ourReplies(ObjectManager& manager, const std::vector<Exchange>& all) {
-    const Unlogged unlogged;
     std::string sent;
     for (const Exchange& each : all)
         sent += each.request;
@@ -47,7 +45,6 @@ std::vector<std::string> ourReplies(ObjectManager& manager, const std::vector<Ex
 }
 
 Understood ourAnswer(ObjectManager& manager, const std::string& request) {
-    const Unlogged unlogged;
     return understood(request, SessionRun(manager).answerTo(request));
 }
 

@@ -108,7 +108,7 @@ TEST_F(Requests, ADescriptionInTrailersIsCutAfter1024Bytes) {
     EXPECT_EQ(200u, replyTo(httpRequest(enumerateBody("QAV_System"))).status);
 }
 
-TEST_F(Requests, EveryClassIsServed) {
+TEST_F(Requests, ClassesOfOneInstanceAreServed) {
     Client client(socketPath());
     for (const char* const name :
          {"QAV_System", "QAV_OperatingSystem", "QAV_TCPStatisticalData", "QAV_TCPProtocolEndpoint",

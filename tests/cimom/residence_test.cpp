@@ -114,6 +114,16 @@ TEST(ResidesOnPartition, AFileSystemWithANumberOfItsOwnIsFoundByItsDeviceFile) {
     EXPECT_EQ("/=sdb2 /home=sda1 ", partitions(tree));
 }
 
+TEST(ResidesOnPartition, ADeviceFileInAFolderIsFoundByItsName) {
+    DiskTree tree;
+    tree.writeDisk("cciss!c0d0", "104:0", "1000");
+    tree.writePartition("cciss!c0d0", "cciss!c0d0p1", "104:1", "1", "100");
+    tree.link("/dev/array", "cciss/c0d0p1");
+    tree.writeMounts({{27, 1, "0:30", "/", "btrfs", "/dev/cciss/c0d0p1", "/@"},
+                      {28, 27, "0:31", "/home", "btrfs", "/dev/array", "/@home"}});
+    EXPECT_EQ("/=cciss!c0d0p1 /home=cciss!c0d0p1 ", partitions(tree));
+}
+
 TEST(ResidesOnExtent, IsAPairOfReferencesWhichAreItsKeys) {
     StorageTree tree;
     tree.writeMounts({{27, 1, "8:2", "/", "ext4", "/dev/sda2"}});

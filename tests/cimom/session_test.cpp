@@ -32,6 +32,7 @@ protected:
         Session::Socket socket(io, boost::asio::generic::stream_protocol(AF_UNIX, 0), m_ends[1]);
         std::make_shared<Session>(std::move(socket), context)->start();
         io.run();
+        EXPECT_TRUE(context->sessions.empty());
     }
 
     std::vector<std::string> colours = {"red"};
@@ -101,7 +102,7 @@ TEST_F(SessionTest, AReplyThatNobodyTakesIsGivenUp) {
     EXPECT_THROW(client->receive(), std::runtime_error);
 }
 
-TEST_F(SessionTest, AClientThatGoesWhileItIsAnsweredEndsItsSessionOnly) {
+TEST_F(SessionTest, AClientThatGoesWhileItIsAnsweredEndsItsSession) {
     colours = {std::string(4 * 1024 * 1024, 'x')};
     client->send(httpRequest(enumerateBody("QAV_Lamp")));
     client.reset();

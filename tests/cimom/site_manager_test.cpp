@@ -2,7 +2,6 @@
 #include "Collected.hpp"
 #include "Failure.hpp"
 #include "LampProvider.hpp"
-#include "objects/Naming.hpp"
 #include "support/TempDir.hpp"
 
 #include <gtest/gtest.h>

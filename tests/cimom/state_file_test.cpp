@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <system_error>
 #include <unistd.h>
 
 using cimom::StateFile;

@@ -7,9 +7,6 @@
 
 #include <csignal>
 #include <map>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 namespace owbctl_test {
 namespace {
@@ -34,7 +31,7 @@ bool holds(const json& text, const std::string& part) {
 }
 
 TEST(Doctor, AManagerThatRunsIsWell) {
-    const support::Manager manager;
+    support::Manager manager;
     const support::ProgramResult result = doctor(manager.url());
     EXPECT_EQ(result.exitCode, 0) << result.out;
     auto checks = checksOf(result);
@@ -44,9 +41,7 @@ TEST(Doctor, AManagerThatRunsIsWell) {
     EXPECT_EQ(checks["URL"]["advice"], nullptr);
     EXPECT_EQ(checks["socket"]["result"], "ok");
     EXPECT_TRUE(holds(checks["socket"]["finding"],
-                      "served by process " +
-                          std::to_string(const_cast<support::Manager&>(manager).daemon().pid()) +
-                          " (owbcimomd) of "))
+                      "served by process " + std::to_string(manager.daemon().pid()) + " (owbcimomd) of "))
         << checks["socket"];
     EXPECT_EQ(checks["manager"]["result"], "ok");
     EXPECT_TRUE(holds(checks["manager"]["finding"], "answers for group 4 (QAV_OperatingSystem) in "));
@@ -125,10 +120,44 @@ TEST(Doctor, ASilentManagerIsNotWaitedForButWhatIsKnownIsTold) {
     EXPECT_EQ(result.err, "owbctl: no end within 2 s\n");
 }
 
+/** Runs a doctor behind a command of the shell, with mounts of its own; skips the test where none are to be
+ * had. */
+std::map<std::string, json> checksWithMounts(const std::string& command) {
+    const support::ProgramResult result =
+        shell("exec unshare --mount sh -c '" + command + " && exec \"$OWBCTL\" --url x:// doctor -o json'");
+    return result.out.empty() ? std::map<std::string, json>() : checksOf(result);
+}
+
+TEST(Doctor, WithoutProcessesTheProcessTableIsMissed) {
+    auto checks = checksWithMounts("mount -t tmpfs none /proc");
+    if (checks.empty())
+        GTEST_SKIP() << "no mounts of one's own";
+    EXPECT_EQ(checks["/proc"]["result"], "fail");
+    EXPECT_EQ(checks["/proc"]["finding"], "no process can be read");
+    EXPECT_TRUE(holds(checks["/proc"]["advice"], "mount -t proc"));
+}
+
+TEST(Doctor, WithoutTheProcessesOfOthersItIsAWarning) {
+    auto checks = checksWithMounts("mount -t tmpfs none /proc/1");
+    if (checks.empty())
+        GTEST_SKIP() << "no mounts of one's own";
+    EXPECT_EQ(checks["/proc"]["result"], "warn");
+    EXPECT_TRUE(holds(checks["/proc"]["finding"], ", without those of other users")) << checks["/proc"];
+    EXPECT_TRUE(holds(checks["/proc"]["advice"], "hidepid")) << checks["/proc"];
+}
+
 TEST(Doctor, APathThatIsNotEncodedIsAWarning) {
     auto checks = checksOf(doctor("http://127.0.0.1:/tmp/any"));
     EXPECT_EQ(checks["URL"]["result"], "warn");
     EXPECT_TRUE(holds(checks["URL"]["finding"], ", port 5988, since its port is empty")) << checks["URL"];
+}
+
+TEST(Doctor, TheClientLibrarysOwnSocketIsNamedByPortOrScheme) {
+    for (const std::string url : {"ipc://localhost", "http://localhost:OwIpc"}) {
+        auto checks = checksOf(doctor(url));
+        EXPECT_EQ(checks["URL"]["finding"], url + ": CIM-XML over the client library's own socket");
+        EXPECT_EQ(checks.count("socket"), 0u) << "where it is the library alone knows";
+    }
 }
 
 TEST(Doctor, ANamedPipeAsSwitchIsToldAndNotReadFrom) {
@@ -152,6 +181,7 @@ TEST(Doctor, ATraceThatIsOnForAgentsIsToldWithItsLog) {
     EXPECT_TRUE(holds(on["finding"], ", names " + folder.file("log"))) << on;
     EXPECT_FALSE(holds(on["finding"], "cannot be written"));
     EXPECT_TRUE(holds(finding("/nowhere/log\n")["finding"], "/nowhere/log, which cannot be written: "));
+    EXPECT_TRUE(holds(finding(folder.path())["finding"], "which cannot be written: Is a directory"));
     EXPECT_EQ(finding("")["result"], "ok") << "a switch without a log";
 }
 

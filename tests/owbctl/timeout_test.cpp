@@ -41,10 +41,14 @@ TEST(Timeout, ItHoldsFromTheFirstTraceOn) {
 
 TEST(Timeout, AFullPipeOfMessagesDoesNotHoldItUp) {
     const support::ScriptedPeer peer({support::Step::staySilent()});
-    const support::ProgramResult result = shell(
-        "mkfifo '" + peer.socketPath() + ".pipe'; exec 3<>'" + peer.socketPath() +
-        ".pipe'; timeout 1 cat /dev/zero >&3; \"$OWBCTL\" --url " + peer.url() + " get 4 --timeout 0.2 2>&3");
+    const support::TempDir folder;
+    const support::ProgramResult result =
+        shell("cd '" + folder.path() +
+              "'; mkfifo pipe; exec 3<>pipe; LC_ALL=C dd if=/dev/zero of=pipe oflag=nonblock; " +
+              "\"$OWBCTL\" --url " + peer.url() + " get 4 --timeout 0.2 2>&3");
     EXPECT_EQ(result.exitCode, 124);
+    EXPECT_NE(result.err.find("Resource temporarily unavailable"), std::string::npos)
+        << "the pipe was not full";
 }
 
 TEST(Timeout, OnATerminalTheLineOfProgressIsCleared) {

@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace owbctl_test {
 namespace {
@@ -81,6 +83,20 @@ TEST_F(TraceOption, ACurrentDirectoryThatIsGoneDoesNotMatter) {
         shell("mkdir '" + m_folder.file("gone") + "'; cd '" + m_folder.file("gone") + "'; rmdir '" +
               m_folder.file("gone") + "'; \"$OWBCTL\" --url " + m_peer.url() + " get 14 --trace -");
     EXPECT_EQ(result.exitCode, 0) << result.err;
+}
+
+TEST_F(TraceOption, AStandardErrorThatCannotBeOpenedAnewIsToldBeforeAnythingIsDone) {
+    int ends[2]; // such as the journal gives a service
+    ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+    ASSERT_LT(ends[1], 10) << "the shell takes one digit";
+    const support::ProgramResult result = run("get 14 --trace - 2>&" + std::to_string(ends[1]));
+    close(ends[1]);
+    char text[256] = "";
+    EXPECT_GE(read(ends[0], text, sizeof text - 1), 0);
+    close(ends[0]);
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_STREQ(text, "owbctl: standard error cannot be traced to: No such device or address\n");
+    EXPECT_EQ(m_peer.connections(), 0u);
 }
 
 TEST_F(TraceOption, AFileThatCannotBeWrittenIsToldBeforeAnythingIsDone) {

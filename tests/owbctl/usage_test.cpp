@@ -55,6 +55,15 @@ TEST(Usage, OneGroupIsOneNumberOrTheClassOfOneGroup) {
                           "try 'owbctl --help'\n");
 }
 
+TEST(Usage, AllIsNamedOnlyWhereItMayBeGiven) {
+    EXPECT_EQ(owbctl({"get", "31"}).err,
+              "owbctl: GROUP: '31' is neither a group (0 to 30, or all) nor the class of one\n"
+              "try 'owbctl --help'\n");
+    EXPECT_EQ(owbctl({"watch", "31"}).err,
+              "owbctl: GROUP: '31' is neither a group (0 to 30) nor the class of one\n"
+              "try 'owbctl --help'\n");
+}
+
 TEST(Usage, NumbersAreInTheirRanges) {
     expectUsageError({"watch", "4", "--interval", "0.05"});
     expectUsageError({"watch", "4", "--interval", "1e9"});

@@ -1,4 +1,4 @@
-#include "arguments/Number.hpp"
+#include "agent/Number.hpp"
 
 #include <charconv>
 #include <climits>

@@ -1,5 +1,5 @@
-#ifndef OWBCTL_ARGUMENTS_NUMBER_HPP
-#define OWBCTL_ARGUMENTS_NUMBER_HPP
+#ifndef OWBCTL_AGENT_NUMBER_HPP
+#define OWBCTL_AGENT_NUMBER_HPP
 
 #include <optional>
 #include <string_view>
