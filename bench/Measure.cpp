@@ -32,7 +32,7 @@ void printMachine() {
 }
 
 void printAim(const char* what, const char* unit, double most, double result) {
-    std::printf("aim | %s | %g %s | %.2f | %.2f |\n", what, most, unit, result, result / most);
+    std::printf("aim | %s | %.3g %s | %.2f | %.2f |\n", what, most, unit, result, result / most);
 }
 
 double median(std::vector<double> results) {

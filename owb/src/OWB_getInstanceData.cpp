@@ -13,7 +13,6 @@
 #include "OWB_trace.hpp"
 
 #include <cstdio>
-#include <strings.h>
 
 using namespace OpenWBEM;
 
@@ -29,15 +28,24 @@ const ExtItem* rowsOf(long group) {
     return row;
 }
 
-/* Whether two letters are the same but for their case, bit 0x20: most names need no more than this look. */
-inline bool mayMatch(char a, char b) {
-    return ((a ^ b) & ~0x20) == 0;
+char lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+/* Whether two names are the same but for their case. The table is ASCII, and strcasecmp() would ask the
+ * agent's locale: in a Turkish one "I" is no capital "i". */
+bool isSameName(const char* a, const char* b) {
+    while (*a && lower(*a) == lower(*b)) {
+        ++a;
+        ++b;
+    }
+    return *a == *b;
 }
 
 /* The first of a group's rows for a property name, or null. */
 const ExtItem* findProperty(const ExtItem* rows, const char* name) {
     for (const ExtItem* row = rows; row->group >= 0 && row->group == rows->group; ++row)
-        if (mayMatch(*name, *row->property) && strcasecmp(name, row->property) == 0)
+        if (isSameName(name, row->property))
             return row;
     return NULL;
 }

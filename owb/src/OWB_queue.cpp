@@ -4,6 +4,7 @@
 #include "OWB_queue.hpp"
 #include "OWB_trace.hpp"
 
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -94,8 +95,10 @@ _qItem* makeItem(const Address& address, const char* val) {
     item->array = address.array;
     item->group = address.group;
     item->nom = address.nom;
-    item->uval = std::strtoul(val, NULL, 10);
     item->lval = std::strtol(val, NULL, 10);
+    item->uval = static_cast<unsigned long>(item->lval);
+    if (item->lval == LONG_MAX || item->lval == LONG_MIN) /* or beyond: there the two differ */
+        item->uval = std::strtoul(val, NULL, 10);
     item->val = copy;
     return item;
 }
