@@ -11,13 +11,17 @@
 #include "Instances.hpp"
 #include "TestQueue.hpp"
 #include "TraceLog.hpp"
+#include "support/Descriptors.hpp"
 #include "support/ScriptedPeer.hpp"
 #include "support/Wire.hpp"
 
+#include <cstring>
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <set>
 #include <stdexcept>
 #include <string>
+#include <sys/prctl.h>
 
 namespace {
 
@@ -64,6 +68,29 @@ __attribute__((visibility("default"))) const char* OWB_propertyName(long group, 
     ++nameLookups;
     const auto real = reinterpret_cast<const char* (*)(long, long)>(dlsym(RTLD_NEXT, "OWB_propertyName"));
     return real(group, nom);
+}
+
+// The constructors of String, with which each call from outside begins, throw for the text "alien".
+#define STRING_OF_TEXT "_ZN8OpenWBEM6StringC1EPKc"
+#define STRING_OF_BYTES "_ZN8OpenWBEM6StringC1EPKcj"
+extern "C" __attribute__((visibility("default"))) void makeString(void* string,
+                                                                  const char* text) __asm__(STRING_OF_TEXT);
+extern "C" __attribute__((visibility("default"))) void
+makeStringOfBytes(void* string, const char* text, unsigned size) __asm__(STRING_OF_BYTES);
+
+void makeString(void* string, const char* text) {
+    static const auto real = reinterpret_cast<void (*)(void*, const char*)>(dlsym(RTLD_NEXT, STRING_OF_TEXT));
+    if (text != nullptr && std::strcmp(text, "alien") == 0)
+        throw std::runtime_error(text);
+    real(string, text);
+}
+
+void makeStringOfBytes(void* string, const char* text, unsigned size) {
+    static const auto real =
+        reinterpret_cast<void (*)(void*, const char*, unsigned)>(dlsym(RTLD_NEXT, STRING_OF_BYTES));
+    if (size == 5 && std::memcmp(text, "alien", size) == 0)
+        throw std::runtime_error("alien");
+    real(string, text, size);
 }
 
 namespace {
@@ -205,6 +232,44 @@ TEST(Fault, AForeignExceptionPassesThroughAndLeavesTheItemsBefore) {
         EXPECT_EQ(OWB_DONE, OWB_getGroup(0, next.head()));
     });
     EXPECT_EQ(1U, peer.connections());
+}
+
+// A child that leaks fails under the sanitizers.
+TEST(Fault, AForeignExceptionOfAConversionOfTimesPassesThrough) {
+    TraceLog().run([] {
+        char text[] = "alien";
+        EXPECT_THROW(OWB_calcTimeEpoch(text), std::runtime_error);
+        EXPECT_THROW(OWB_calcTimeInterval(text, OWB_TIME_SECONDS), std::runtime_error);
+    });
+}
+
+TEST(Fault, AForeignExceptionOfAConnectionPassesThroughAndTheNextIsMade) {
+    const ScriptedPeer peer({Step::answer(reply({"m"}))});
+    TraceLog().run([&] {
+        TestQueue q;
+        OWB_URLSet("alien");
+        EXPECT_THROW(OWB_connect(0), std::runtime_error);
+        EXPECT_THROW(OWB_getGroup(0, q.head()), std::runtime_error);
+        EXPECT_EQ(Items{}, q.items());
+        OWB_URLSet(peer.url().c_str());
+        EXPECT_EQ(OWB_DONE, OWB_getGroup(0, q.head()));
+    });
+}
+
+TEST(Fault, AForeignExceptionOfTheRunningSoftwarePassesThrough) {
+    TraceLog().run([] {
+        TestQueue before;
+        EXPECT_EQ(1, OWB_getSWRun(before.head()));
+        const std::set<int> descriptors = support::openDescriptors();
+        ::prctl(PR_SET_NAME, "alien");
+        TestQueue during;
+        EXPECT_THROW(OWB_getSWRun(during.head()), std::runtime_error);
+        EXPECT_TRUE(during.isConsistent());
+        EXPECT_EQ(descriptors, support::openDescriptors());
+        ::prctl(PR_SET_NAME, "known");
+        TestQueue behind;
+        EXPECT_EQ(1, OWB_getSWRun(behind.head()));
+    });
 }
 
 TEST(Fault, WithoutAClientTheReadEndsWithItsOwnStatus) {
