@@ -130,8 +130,8 @@ void printFigures(const Protocol& protocol, std::size_t instances, const support
     const double taking = bench::median(take) * perInstance;
     std::printf("| %s | %zu | %.2f | %.2f | %.1f | %.2f | %.1f | %ld | %ld |\n", protocol.name, instances,
                 bare, reading, reading / bare, taking, taking / bare, first.held, first.peak);
-    bench::printAim((std::string("reading an instance, ") + protocol.name).c_str(), "µs", protocol.aim,
-                    reading);
+    const std::string what = "reading an instance of " + std::to_string(instances) + ", " + protocol.name;
+    bench::printAim(what.c_str(), "µs", protocol.aim, reading);
 }
 
 // In a process of its own, so that the peer's memory and time are not measured.

@@ -14,7 +14,6 @@
 #include <cctype>
 #include <gtest/gtest.h>
 #include <string>
-#include <strings.h>
 
 namespace {
 
@@ -85,7 +84,7 @@ TEST(InstanceData, EveryRowOfTheTableIsFoundInAnyCase) {
 
 TEST(InstanceData, NamesMatchInAnyLocale) {
     if (!support::runInLocale("tr_TR", "UTF-8", [] {
-            ASSERT_NE(0, ::strcasecmp("I", "i"));
+            ASSERT_EQ('I', std::tolower('I')) << "no capital i";
             EXPECT_EQ(Items{"0/10/7/0=s"}, itemsOf(0, {CIMProperty("SERIALNUMBER", CIMValue("s"))}));
         }))
         GTEST_SKIP() << "no sources of locales";
