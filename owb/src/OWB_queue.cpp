@@ -33,6 +33,7 @@ inline bool isAt(const _qItem* item, const Address& address) {
  * processors without this instruction pass over it.
  */
 inline void prefetch(const _qItem* item, long distance) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): what lies there need be no object
     const char* const address = reinterpret_cast<const char*>(reinterpret_cast<uintptr_t>(item) + distance);
 #ifdef __i386__
     __asm__ volatile("prefetcht0 %0" : : "m"(*address));
