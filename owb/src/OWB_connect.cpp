@@ -18,7 +18,8 @@ char* owbUrl_p = NULL;
 
 namespace {
 
-const char traceFile[] = "../../owb/src/OWB_getGroup.cpp"; /* under which those who read logs know it */
+/* Readers of logs know the lines of the connection by this file. */
+const char traceFile[] = "../../owb/src/OWB_getGroup.cpp";
 const char defaultUrl[] = "owbinary.wbem://localhost:%2ftmp%2fOpenWBEM_UDS";
 const char cimNameSpace[] = "/root/cimv2";
 

@@ -12,8 +12,8 @@
 
 namespace {
 
-const char traceFile[] =
-    "../../owb/src/OWB_getInstanceData.cpp"; /* under which those who read logs know it */
+/* Readers of logs know the queue's lines by this file. */
+const char traceFile[] = "../../owb/src/OWB_getInstanceData.cpp";
 
 struct Address {
     long group;
@@ -49,8 +49,9 @@ inline void prefetch(const _qItem* item, long distance) {
  * memory. Walking both chains at once, until the walkers meet, lets two loads wait at the same time. A match
  * of the front walker ends the walk; of the back walker's matches the last one counts.
  *
- * Processors foresee the way through new memory, where one item lies behind the other. malloc() gives memory
- * that an agent has freed out again from its end, a few items at a time; there the walk asks ahead.
+ * Processors foresee the way through new memory, where one item lies behind the other, but not through memory
+ * that an agent has freed: malloc() hands it out again from its end, a few items at a time. So the walk asks
+ * ahead, against the order of new memory.
  */
 _qItem* find(_qHead* q, const Address& address) {
     const long ahead = 1024; /* bytes; some fifteen items */
