@@ -1,5 +1,5 @@
-// The switch file of the trace, its log's name, and the cleaning of texts. The trace decides once a process:
-// its source is included here, so that it can be made to decide anew.
+// The switch file of the trace, its log's name, and the cleaning of texts. The trace reads the switch file
+// once a process; its source is included here, so that each input is read.
 #include "OWB_Debug.cpp" // NOLINT(bugprone-suspicious-include): see above
 
 #include "support/Folder.hpp"
@@ -37,10 +37,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // The log's name is relative to this folder, or else it is a path that does not exist.
     check(::chdir(folder.path().c_str()) == 0);
     folder.write("vdxDebug", text.find('/') == std::string::npos ? text : "none/" + text);
-    state = UNDECIDED;
+    char name[256] = "";
+    check(readSwitch(name, sizeof name));
+    append(name, text.c_str());
     OWB_Debug(const_cast<char*>("file"), const_cast<char*>("function"), 1, const_cast<char*>("%s\n"),
               text.c_str());
-    check(state == ON);
     for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
         std::filesystem::remove_all(entry.path());
     return 0;

@@ -83,8 +83,9 @@ extern "C" {
 /* Highest group number that a request accepts. */
 #define OWB_MAX_GROUP 30
 
-/* Unit of a length of time, see OWB_calcTimeInterval(). */
+/* Unit of a length of time, see OWB_calcTimeInterval(). A signed type. */
 typedef enum OWB_TIME_UNIT {
+    OWB_TIME_INVALID = -1,     /* no unit; makes the type signed */
     OWB_TIME_SECONDS = 1,      /* whole seconds; what is left of a second is dropped */
     OWB_TIME_HUNDREDTHS = 2,   /* hundredths of a second, rounded, halves away from zero */
     OWB_TIME_MILLISECONDS = 3, /* rounded likewise */
@@ -162,7 +163,11 @@ extern char* owbUrl_p;
  * Returns 1 when the item was appended, 0 when it was not (null argument, or no memory): the queue's items
  * are then as before. Moves q->cursor as OWB_itemExists() does, except for a null val, which leaves it. An
  * item with the same address is reported by two lines on standard output, and the new item is appended all
- * the same. Each append scans the queue once.
+ * the same.
+ *
+ * An append of the agent's own searches the whole queue, so filling a queue of n items in this way takes time
+ * in proportion to n squared. The reading functions search what they have appended for the present row,
+ * unless the queue already holds a row of the group that is as high.
  */
 long OWB_itemAdd(_qHead* q, long group, long nom, long row, long array, const char* val);
 
@@ -187,8 +192,8 @@ const char* OWB_propertyName(long group, long nom);
  *
  *   url    copied; null leaves the URL as it is. OWB_URLGet()'s own result is allowed.
  *
- * Returns 1 always; when there is no memory for the copy the URL stays as it was. A client that exists keeps
- * its URL: the new one is used from the next OWB_connect(1) on, or when the first client is made.
+ * Returns 1 always; when there is no memory for the copy the default applies. A client that exists keeps its
+ * URL: the new one is used from the next OWB_connect(1) on, or when the first client is made.
  */
 long OWB_URLSet(const char* url);
 
@@ -224,7 +229,8 @@ void OWB_Debug(char* file, char* function, unsigned long line, char* format, ...
  * each instance to the queue as rows 0, 1, 2 and so on, in the order in which the CIMOM delivers them.
  *
  *   group  0 to OWB_MAX_GROUP
- *   q      the queue; items in it stay
+ *   q      the queue; items in it stay. Functions that an agent interposes may append to it until the call
+ *          returns, but take nothing out.
  *
  * Returns
  *   OWB_DONE           the enumeration ran to its end. The class may have no instances, and an instance
@@ -353,17 +359,12 @@ int OWB_getSWRun(_qHead* q);
  * result is null when dst is null too.
  */
 char* owbStringClean(char* src, char* dst);
-#endif /* __cplusplus */
 
-#endif /* OWB_H */
-
-/*
- * A C++ agent that includes headers of the OpenWBEM client library before this one sees two functions more.
- * They are not declared otherwise, since the client library's names can be declared by its own headers only.
- * Including this header once more behind the client library's declares them too.
- */
-#if defined(__cplusplus) && defined(OW_CLIENT_API) && !defined(OWB_CLIENT_H)
-#define OWB_CLIENT_H
+/* Two functions take objects of the OpenWBEM client library: C++ agents have them where its headers can be
+ * found. */
+#ifdef __has_include
+#if __has_include(<OW_CIMClient.hpp>) && __has_include(<OW_CIMInstance.hpp>)
+extern "C++" { /* this header may be included within extern "C" */
 #include <OW_CIMClient.hpp>
 #include <OW_CIMInstance.hpp>
 
@@ -391,4 +392,9 @@ OpenWBEM::CIMClient* OWB_connect(unsigned char kill);
  * handled all the same. An exception of the instance as a whole, for a null one, reaches the caller.
  */
 int OWB_getInstanceData(long group, OpenWBEM::CIMInstance& instance, long row, _qHead* q);
-#endif /* OWB_CLIENT_H */
+} /* extern "C++" */
+#endif
+#endif
+#endif /* __cplusplus */
+
+#endif /* OWB_H */

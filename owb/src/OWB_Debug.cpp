@@ -5,20 +5,23 @@
 
 #include <cstdarg>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <fcntl.h>
 #include <sys/time.h>
 #include <unistd.h>
 
+bool owbTraceIsOff = false;
+
+/* Our OWB_Debug(), whatever an agent interposes. */
+extern "C" __attribute__((alias("OWB_Debug"), visibility("hidden"))) void
+owbOwnDebug(char* file, char* function, unsigned long line, char* format, ...);
+
 namespace {
 
-enum { UNDECIDED = 0, ON = 1, OFF = 2 };
-int state = UNDECIDED;
-char debugFileName[256];
-
-/* Formats as vsnprintf() does. A text that had to be cut, or that cannot be formatted, ends in a line end all
- * the same. */
+/* Formats as vsnprintf() does. A text that had to be cut, or that cannot be formatted, still ends in a line
+ * end. */
 void formatBounded(char* buffer, size_t size, const char* format, va_list values) {
     const int length = std::vsnprintf(buffer, size, format, values);
     if (length < 0) {
@@ -36,26 +39,23 @@ __attribute__((format(printf, 3, 4))) void formatBounded(char* buffer, size_t si
     va_end(values);
 }
 
-/* Reads the switch file, if there is one: its first line names the log file. */
-void decide() {
+/* Reads the name of the log file from the switch file. False when there is no switch file. */
+bool readSwitch(char* name, int size) {
     std::FILE* file = std::fopen("vdxDebug", "re");
     if (!file)
         file = std::fopen("/tmp/vdxDebug", "re");
-    if (!file) {
-        state = OFF;
-        return;
-    }
-    if (!std::fgets(debugFileName, sizeof debugFileName, file))
-        debugFileName[0] = '\0';
-    owbStringClean(debugFileName, NULL);
+    if (!file)
+        return false;
+    if (!std::fgets(name, size, file))
+        name[0] = '\0';
+    owbStringClean(name, NULL);
     std::fclose(file);
-    state = ON;
+    return true;
 }
 
-/* Opened for each line: the log may be moved away while the process runs. Not by stdio, which needs memory: a
- * trace of what happens without it shall not lose its lines. */
-void append(const char* text) {
-    const int log = open(debugFileName, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
+/* open/write instead of stdio: stdio allocates, and out-of-memory must still be traced. */
+void append(const char* fileName, const char* text) {
+    const int log = open(fileName, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
     if (log < 0)
         return;
     size_t rest = std::strlen(text);
@@ -64,65 +64,70 @@ void append(const char* text) {
     close(log);
 }
 
-void writeLine(const char* file, const char* function, unsigned long line, const char* format,
-               va_list values) {
-    struct timeval now = {};
-    struct tm local = {};
-    char message[1024];
-    char traceLine[1024];
-
-    gettimeofday(&now, NULL);
-    const time_t seconds = now.tv_sec;
-    tzset(); /* localtime_r() need not look at a TZ that has changed; localtime() would */
-    localtime_r(&seconds, &local);
-    formatBounded(message, sizeof message, format, values);
-    formatBounded(traceLine, sizeof traceLine, "%02d:%02d:%02d:%03ld: %s:%s:%lu: %s", local.tm_hour,
-                  local.tm_min, local.tm_sec, static_cast<long>(now.tv_usec / 1000), file, function, line,
-                  message);
-
-    append(traceLine);
-}
-
-/* Not isspace(): the vertical tab is kept, and the locale has no say. */
+/* Not isspace(): the vertical tab is kept, whatever the locale. */
 bool isSpace(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
 }
 
-} // namespace
-
-bool owbTracing() {
-    if (state == UNDECIDED)
-        decide();
-    return state == ON;
+void clean(char* text) {
+    for (size_t length = std::strlen(text); length > 0 && isSpace(text[length - 1]); --length)
+        text[length - 1] = '\0';
+    const char* from = text;
+    while (isSpace(*from))
+        ++from;
+    char* to = text;
+    for (; *from; ++from)
+        *to++ = *from == '"' ? '\'' : *from;
+    *to = '\0';
 }
 
+} // namespace
+
 extern "C" void OWB_Debug(char* file, char* function, unsigned long line, char* format, ...) {
-    if (!owbTracing())
+    enum { UNDECIDED = 0, ON = 1, OFF = 2 };
+    static int state = UNDECIDED;
+    static char debugFileName[256];
+    if (state == UNDECIDED)
+        state = readSwitch(debugFileName, sizeof debugFileName) ? ON : OFF;
+    if (state == OFF) {
+        owbTraceIsOff = &OWB_Debug == &owbOwnDebug;
         return;
+    }
+
+    char message[1024];
+    char traceLine[1024];
+    struct timeval now = {};
+    gettimeofday(&now, NULL);
+    const time_t seconds = now.tv_sec;
+    const struct tm* const local = localtime(&seconds);
+
     va_list values;
     va_start(values, format);
-    writeLine(file, function, line, format, values);
+    formatBounded(message, sizeof message, format, values);
     va_end(values);
+    formatBounded(traceLine, sizeof traceLine, "%02d:%02d:%02d:%03ld: %s:%s:%lu: %s", local->tm_hour,
+                  local->tm_min, local->tm_sec, static_cast<long>(now.tv_usec / 1000), file, function, line,
+                  message);
+    append(debugFileName, traceLine);
 }
 
 char* owbStringClean(char* src, char* dst) {
-    char* const result = dst ? dst : src;
     if (!src || !*src) {
         if (dst)
             *dst = '\0';
         return dst;
     }
-    const char* first = src;
-    const char* end = src + std::strlen(src);
-    while (end != first && isSpace(end[-1]))
-        --end;
-    while (first != end && isSpace(*first))
-        ++first;
-    const size_t length = static_cast<size_t>(end - first);
-    std::memmove(result, first, length);
-    result[length] = '\0';
-    for (char* c = result; *c; ++c)
-        if (*c == '"')
-            *c = '\'';
-    return result;
+    const size_t size = std::strlen(src) + 1;
+    char* const copy = dst ? dst : static_cast<char*>(std::malloc(size));
+    if (!copy) { /* cleaned all the same: only bytes behind its end differ */
+        clean(src);
+        return src;
+    }
+    std::memmove(copy, src, size);
+    clean(copy);
+    if (dst)
+        return dst;
+    std::strcpy(src, copy);
+    std::free(copy);
+    return src;
 }

@@ -22,7 +22,7 @@ long readInstance(CIMClient& client, long group, const char* objectPath, long ro
         client.getInstance(path, WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_EXCLUDE_QUALIFIERS,
                            WBEMFlags::E_EXCLUDE_CLASS_ORIGIN, NULL);
     if (!instance) {
-        OWB_TRACE("OWB_getInstance", 101, "ERROR - no instances of class found in CIMOM database.\n");
+        OWB_TRACE_TEXT("OWB_getInstance", 101, "ERROR - no instances of class found in CIMOM database.\n");
         return OWB_NO_INSTANCE;
     }
     const int error = OWB_getInstanceData(group, instance, row, q);
@@ -39,7 +39,7 @@ extern "C" long OWB_getInstance(long group, char* objectPath, long row, _qHead* 
     try {
         CIMClient* const client = OWB_connect(0);
         if (!client) {
-            OWB_TRACE("OWB_getInstance", 76, "no client connection\n");
+            OWB_TRACE_TEXT("OWB_getInstance", 76, "no client connection\n");
             return OWB_NO_CONNECTION;
         }
         return readInstance(*client, group, objectPath, row, q);

@@ -1,4 +1,4 @@
-/* The conversion of one CIM instance into items. */
+/* The item queue, the names of properties, and the conversion of one CIM instance into items. */
 #include "OW_Array.hpp"
 #include "OW_CIMDataType.hpp"
 #include "OW_CIMInstance.hpp"
@@ -10,9 +10,14 @@
 
 #include "owb.h"
 
+#include "OWB_queue.hpp"
 #include "OWB_trace.hpp"
 
+#include <climits>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <strings.h>
 
 using namespace OpenWBEM;
 
@@ -20,32 +25,140 @@ namespace {
 
 const char traceFile[] = "../../owb/src/OWB_getInstanceData.cpp";
 
-/* The rows of ExtItemList for a group, which stand together; the end of the list for a group without rows. */
-const ExtItem* rowsOf(long group) {
+OwbRequest* innermost_p = NULL;
+
+_qItem* firstOf(_qHead* q, const _qItem* last) {
+    return last == sentinelOf(q) ? q->first : last->next;
+}
+
+void reportDuplicate(long group, long nom, long row, long array) {
+    std::printf("ZUL: duplicate item '%s' group: %ld nom: %ld row: %ld array: %ld\n",
+                OWB_propertyName(group, nom), group, nom, row, array);
+    std::printf("\n*** EXT_DIE() called: %s:%lu ***\n\n", "OWB_itemAdd", 171UL);
+}
+
+/* An item that is not yet linked, or null when there is no memory. */
+_qItem* makeItem(long group, long nom, long row, long array, const char* val) {
+    const size_t size = std::strlen(val) + 1;
+    _qItem* const item = static_cast<_qItem*>(std::malloc(sizeof(_qItem)));
+    char* const copy = static_cast<char*>(item ? std::malloc(size) : NULL);
+    if (!copy) {
+        std::free(item);
+        return NULL;
+    }
+    item->row = row;
+    item->array = array;
+    item->group = group;
+    item->nom = nom;
+    item->uval = std::strtoul(val, NULL, 10);
+    item->lval = std::strtol(val, NULL, 10);
+    item->val = static_cast<char*>(std::memcpy(copy, val, size));
+    return item;
+}
+
+void append(_qHead* q, _qItem* item) {
+    _qItem* const sentinel = sentinelOf(q);
+    item->next = sentinel;
+    item->prev = q->last;
+    if (q->last == sentinel)
+        q->first = item;
+    else
+        q->last->next = item;
+    q->last = item;
+    ++q->size;
+}
+
+} // namespace
+
+OwbRequest::OwbRequest(_qHead* q, long group)
+    : m_outer_p(innermost_p)
+    , m_queue(q)
+    , m_group(group)
+    , m_row(LONG_MIN)
+    , m_highestRow(LONG_MIN)
+    , m_last_p(sentinelOf(q)) {
+    if (!m_outer_p || !m_outer_p->appendsTo(q, group))
+        innermost_p = this;
+}
+
+OwbRequest::~OwbRequest() {
+    innermost_p = m_outer_p;
+}
+
+_qItem* OwbRequest::startOfSearch(_qHead* q, long group, long row) {
+    const bool isRequest = innermost_p && innermost_p->appendsTo(q, group);
+    return isRequest ? innermost_p->startOfSearch(row) : sentinelOf(q);
+}
+
+_qItem* OwbRequest::startOfSearch(long row) {
+    if (row > m_row)
+        startRow(row);
+    return row > m_highestRow ? m_last_p : sentinelOf(m_queue);
+}
+
+void OwbRequest::startRow(long row) {
+    _qItem* const sentinel = sentinelOf(m_queue);
+    for (_qItem* item = firstOf(m_queue, m_last_p); item != sentinel; item = item->next) {
+        if (item->group == m_group && item->row > m_highestRow)
+            m_highestRow = item->row;
+        m_last_p = item;
+    }
+    m_row = row;
+}
+
+extern "C" long OWB_itemExists(_qHead* q, long group, long nom, long row, long array) {
+    if (!q)
+        return 0;
+    _qItem* const sentinel = sentinelOf(q);
+    _qItem* item = firstOf(q, OwbRequest::startOfSearch(q, group, row));
+    while (item != sentinel &&
+           !(item->group == group && item->nom == nom && item->row == row && item->array == array))
+        item = item->next;
+    q->cursor = item;
+    return item != sentinel;
+}
+
+extern "C" long OWB_itemAdd(_qHead* q, long group, long nom, long row, long array, const char* val) {
+    _qItem* item = NULL;
+    if (q && val) {
+        if (OWB_itemExists(q, group, nom, row, array))
+            reportDuplicate(group, nom, row, array);
+        item = makeItem(group, nom, row, array, val);
+    }
+    if (!item) {
+        OWB_TRACE("OWB_itemAdd", 203, "Failed to add item: '%s' group: %d nominator: %d row: %d array: %d\n",
+                  OWB_propertyName(group, nom), static_cast<int>(group), static_cast<int>(nom),
+                  static_cast<int>(row), static_cast<int>(array));
+        return 0;
+    }
+    append(q, item);
+    OWB_TRACE("OWB_itemAdd", 197, "Add item %lu: '%s' group: %d nom: %d row: %d array: %d val '%s'\n",
+              static_cast<unsigned long>(q->size), OWB_propertyName(group, nom), static_cast<int>(group),
+              static_cast<int>(nom), static_cast<int>(row), static_cast<int>(array), item->val);
+    return 1;
+}
+
+extern "C" const char* OWB_propertyName(long group, long nom) {
+    for (const ExtItem* row = ExtItemList; row->group != -1; ++row)
+        if (row->group == group && row->nom == nom)
+            return row->property;
+    return "NOT FOUND";
+}
+
+namespace {
+
+/* The first row of ExtItemList for a group, or the end of the list. */
+const ExtItem* firstRowOf(long group) {
     const ExtItem* row = ExtItemList;
     while (row->group >= 0 && row->group != group)
         ++row;
     return row;
 }
 
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
-/* Whether two names are the same but for their case. The table is ASCII, and strcasecmp() would ask the
- * agent's locale: in a Turkish one "I" is no capital "i". */
-bool isSameName(const char* a, const char* b) {
-    while (*a && lower(*a) == lower(*b)) {
-        ++a;
-        ++b;
-    }
-    return *a == *b;
-}
-
-/* The first of a group's rows for a property name, or null. */
-const ExtItem* findProperty(const ExtItem* rows, const char* name) {
-    for (const ExtItem* row = rows; row->group >= 0 && row->group == rows->group; ++row)
-        if (isSameName(name, row->property))
+/* The first row of the same group, from the given one on, for a property name, or null. */
+const ExtItem* findProperty(const ExtItem* first, const char* name) {
+    for (const ExtItem* row = first; row->group >= 0; ++row)
+        if (row->group == first->group && strcasecmp(name, row->property) == 0)
             return row;
     return NULL;
 }
@@ -62,13 +175,13 @@ struct Target {
 
 void addElement(const Target& target, long array, UInt16 element) {
     char text[128];
-    std::snprintf(text, sizeof text, "%u", static_cast<unsigned>(element));
+    std::sprintf(text, "%u", static_cast<unsigned>(element));
     target.add(array, text);
 }
 
 void addElement(const Target& target, long array, UInt64 element) {
     char text[128];
-    std::snprintf(text, sizeof text, "%llu", static_cast<unsigned long long>(element));
+    std::sprintf(text, "%llu", static_cast<unsigned long long>(element));
     target.add(array, text);
 }
 
@@ -97,17 +210,17 @@ void addArray(const CIMValue& value, const Target& target) {
         addElements<String>(value, target);
         break;
     default:
-        OWB_TRACE("OWB_getInstanceData", 316, "array type not handled\n");
+        OWB_TRACE_TEXT("OWB_getInstanceData", 316, "array type not handled\n");
     }
 }
 
-void addProperty(const CIMProperty& property, const ExtItem* rows, long row, _qHead* q) {
+void addProperty(const CIMProperty& property, const ExtItem* firstRow, long row, _qHead* q) {
     if (!property) {
-        OWB_TRACE("OWB_getInstanceData", 240, "ERROR: prop == NULL\n");
+        OWB_TRACE_TEXT("OWB_getInstanceData", 240, "ERROR: prop == NULL\n");
         return;
     }
     const String name = property.getName();
-    const ExtItem* const known = findProperty(rows, name.c_str());
+    const ExtItem* const known = findProperty(firstRow, name.c_str());
     if (!known) {
         OWB_TRACE("OWB_getInstanceData", 263, "Not handled: '%s'\n", name.c_str());
         return;
@@ -133,10 +246,11 @@ int OWB_getInstanceData(long group, CIMInstance& instance, long row, _qHead* q) 
     const CIMPropertyArray properties = instance.getProperties(CIMDataType::INVALID);
     OWB_TRACE("OWB_getInstanceData", 229, "got array of properties - size: %i\n",
               static_cast<int>(properties.size()));
-    const ExtItem* const rows = rowsOf(group);
+    const OwbRequest request(q, group);
+    const ExtItem* const firstRow = firstRowOf(group);
     for (CIMPropertyArray::const_iterator it = properties.begin(); it != properties.end(); ++it) {
         try {
-            addProperty(*it, rows, row, q);
+            addProperty(*it, firstRow, row, q);
         } catch (const Exception& e) {
             OWB_TRACE_EXCEPTION("OWB_getInstanceData", 337, "ERROR", e);
             result = OWB_EXCEPTION;

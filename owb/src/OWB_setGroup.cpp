@@ -12,8 +12,9 @@
 #include "owb.h"
 
 #include "OWB_queue.hpp"
-#include "OWB_tables.hpp"
 #include "OWB_trace.hpp"
+
+#include <climits>
 
 using namespace OpenWBEM;
 
@@ -21,14 +22,63 @@ namespace {
 
 const char traceFile[] = "../../owb/src/OWB_setGroup.cpp";
 
-/* Marks the items of a row of a group, and no others. Leaves the cursor on the head. Returns their number. */
-long selectItems(_qHead* q, long group, long row) {
-    long count = 0;
-    for (q->cursor = q->first; q->cursor != sentinelOf(q); q->cursor = q->cursor->next) {
-        q->cursor->selected = q->cursor->row == row && q->cursor->group == group;
-        count += q->cursor->selected;
+/*
+ * The items of a queue that are to be written, row by row. A walk that has passed the last row selects the
+ * items of the next row that has any, so that rows without items cost no walk. When the object goes, the
+ * items of the row that was visited last are selected and no others, as if every row had cost a walk.
+ */
+class Selection {
+public:
+    Selection(_qHead* q, long group)
+        : m_queue(q)
+        , m_group(group)
+        , m_visitedRow(-1)
+        , m_selectedRow(-1) {}
+    ~Selection() {
+        if (m_selectedRow != none && m_selectedRow != m_visitedRow)
+            select(m_visitedRow);
     }
-    return count;
+
+    /* Goes on to a row above the one before. Whether it has items; they are selected then. */
+    bool visit(long row) {
+        m_visitedRow = row;
+        m_queue->cursor = sentinelOf(m_queue);
+        if (row > m_selectedRow)
+            selectFrom(row);
+        return row == m_selectedRow;
+    }
+
+private:
+    static const long none = LONG_MAX; /* no instance is so far down */
+
+    void selectFrom(long row);
+    void select(long row);
+
+    _qHead* m_queue;
+    long m_group;
+    long m_visitedRow;
+    long m_selectedRow;
+};
+
+/* Selects the items of the lowest row that is not below `row`. In an ordered queue one walk does. */
+void Selection::selectFrom(long row) {
+    bool isMixed = false;
+    m_selectedRow = none;
+    for (_qItem* item = m_queue->first; item != sentinelOf(m_queue); item = item->next) {
+        const bool isCandidate = item->group == m_group && item->row >= row && item->row != none;
+        if (isCandidate && item->row < m_selectedRow) {
+            isMixed = m_selectedRow != none;
+            m_selectedRow = item->row;
+        }
+        item->selected = isCandidate && item->row == m_selectedRow;
+    }
+    if (isMixed)
+        select(m_selectedRow);
+}
+
+void Selection::select(long row) {
+    for (_qItem* item = m_queue->first; item != sentinelOf(m_queue); item = item->next)
+        item->selected = item->group == m_group && item->row == row;
 }
 
 /* The names of the keys of a group, up to a null one. A group beyond the table has none. */
@@ -46,13 +96,21 @@ void copyKeys(long group, const CIMInstance& source, CIMInstance& target) {
     }
 }
 
+/* The row of ExtItemList for a nominator of a group, or null. */
+const ExtItem* findItem(long group, long nom) {
+    for (const ExtItem* row = ExtItemList; row->group >= 0; ++row)
+        if (row->group == group && row->nom == nom)
+            return row;
+    return NULL;
+}
+
 /* Every value goes as a string: the CIMOM knows the type of the property. */
 void setProperty(const _qItem& item, CIMInstance& target) {
     OWB_TRACE("OWB_setGroup", 175, "Need to set item nominator %d '%s'\n", static_cast<int>(item.nom),
               item.val);
-    const ExtItem* const known = owbFindItem(item.group, item.nom);
+    const ExtItem* const known = findItem(item.group, item.nom);
     if (!known) {
-        OWB_TRACE("OWB_setGroup", 190, "Error... cound not find CIM property\n");
+        OWB_TRACE_TEXT("OWB_setGroup", 190, "Error... cound not find CIM property\n");
         return;
     }
     OWB_TRACE("OWB_setGroup", 183, "found CIM property name %s'\n", known->property);
@@ -76,7 +134,7 @@ void tryToWriteInstance(CIMClient& client, long group, const char* className, co
     try {
         writeInstance(client, group, className, source, q);
     } catch (const Exception& e) {
-        OWB_TRACE("OWB_setGroup", 207, "Exception setting properties\n");
+        OWB_TRACE_TEXT("OWB_setGroup", 207, "Exception setting properties\n");
         OWB_TRACE_EXCEPTION("OWB_setGroup", 208, "\n>>ERROR", e);
     }
 }
@@ -87,9 +145,10 @@ long writeInstances(CIMClient& client, long group, const char* className, _qHead
         client.enumInstancesE(className, WBEMFlags::E_DEEP, WBEMFlags::E_NOT_LOCAL_ONLY,
                               WBEMFlags::E_EXCLUDE_QUALIFIERS, WBEMFlags::E_EXCLUDE_CLASS_ORIGIN, NULL);
     if (!instances.hasMoreElements()) {
-        OWB_TRACE("OWB_setGroup", 113, "ERROR - no instances of class found in CIMOM database.\n");
+        OWB_TRACE_TEXT("OWB_setGroup", 113, "ERROR - no instances of class found in CIMOM database.\n");
         return OWB_NO_INSTANCE;
     }
+    Selection selection(q, group);
     CIMInstance instance;
     for (long rowIndex = 0; instances.hasMoreElements(); ++rowIndex) {
         instances.nextElement(instance);
@@ -98,7 +157,7 @@ long writeInstances(CIMClient& client, long group, const char* className, _qHead
          * has nothing to write. */
         if (q->first == sentinelOf(q))
             return OWB_DONE;
-        if (selectItems(q, group, rowIndex) > 0)
+        if (selection.visit(rowIndex))
             tryToWriteInstance(client, group, className, instance, q);
     }
     return OWB_DONE;
@@ -112,7 +171,7 @@ extern "C" long OWB_setGroup(long group, _qHead* q) {
     try {
         CIMClient* const client = OWB_connect(0);
         if (!client) {
-            OWB_TRACE("OWB_setGroup", 103, "no client connection\n");
+            OWB_TRACE_TEXT("OWB_setGroup", 103, "no client connection\n");
             return OWB_NO_CONNECTION;
         }
         return writeInstances(*client, group, ExtGroupCimClass[group], q);

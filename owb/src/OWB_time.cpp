@@ -45,7 +45,8 @@ UInt32 lengthIn(OWB_TIME_UNIT unit, const CIMDateTime& interval) {
     case OWB_TIME_SECONDS: /* begun seconds do not count */
         return seconds;
     default: /* nobody gets here as long as OWB_calcTimeInterval() refuses other units */
-        OWB_TRACE("OWB_calcTimeInterval", 178, "ERROR: bad OWB_TIME_UNIT passed in - assuming seconds\n");
+        OWB_TRACE_TEXT("OWB_calcTimeInterval", 178,
+                       "ERROR: bad OWB_TIME_UNIT passed in - assuming seconds\n");
         return seconds;
     }
 }
@@ -59,7 +60,8 @@ bool isUnit(long unit) {
 extern "C" long OWB_calcTimeEpoch(char* text) {
     if (!text) {
         /* The message names the other function; logs are searched for it. */
-        OWB_TRACE("OWB_calcTimeEpoch", 92, "ERROR - invalid char* string passed to calcTimeInterval()\n");
+        OWB_TRACE_TEXT("OWB_calcTimeEpoch", 92,
+                       "ERROR - invalid char* string passed to calcTimeInterval()\n");
         return 0;
     }
     try {
@@ -72,8 +74,8 @@ extern "C" long OWB_calcTimeEpoch(char* text) {
 
 extern "C" long OWB_calcTimeInterval(char* text, OWB_TIME_UNIT unit) {
     if (!text || !isUnit(unit)) {
-        OWB_TRACE("OWB_calcTimeInterval", 188,
-                  "ERROR - bad char* string or bad time unit passed to OWB_calcTimeInterval()\n");
+        OWB_TRACE_TEXT("OWB_calcTimeInterval", 188,
+                       "ERROR - bad char* string or bad time unit passed to OWB_calcTimeInterval()\n");
         return 0;
     }
     try {

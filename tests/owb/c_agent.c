@@ -2,6 +2,8 @@
  */
 #include "owb.h"
 
+typedef char time_unit_is_signed[(OWB_TIME_UNIT)-1 < 0 ? 1 : -1];
+
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>

@@ -55,6 +55,32 @@ TEST(Url, MayBeSetToItself) {
     });
 }
 
+TEST(Url, MayBeSetToAPartOfItself) {
+    TraceLog trace;
+    trace.run([] {
+        OWB_URLSet("http://host");
+        OWB_URLSet(OWB_URLGet() + 7);
+        EXPECT_STREQ("host", OWB_URLGet());
+        OWB_URLSet(OWB_URLGet() + 4);
+        EXPECT_STREQ("", OWB_URLGet());
+    });
+}
+
+TEST(Connect, TakesTheUrlThatAnAgentHasPutInPlace) {
+    TraceLog trace;
+    trace.run([] {
+        OWB_URLSet("owbinary.wbem://");
+        char own[] = "owbinary.wbem://localhost:%2ftmp%2fown";
+        char* const set = owbUrl_p;
+        owbUrl_p = own;
+        EXPECT_NE(nullptr, OWB_connect(0));
+        owbUrl_p = set;
+    });
+    EXPECT_EQ("../../owb/src/OWB_getGroup.cpp:OWB_connect:206: new connection, URL: "
+              "owbinary.wbem://localhost:%2ftmp%2fown namespace: /root/cimv2",
+              trace.lines().back());
+}
+
 TEST(Connect, MakesOneClientAndHandsItOutAgain) {
     TraceLog trace;
     trace.run([] {

@@ -49,15 +49,29 @@ TEST(OutOfMemory, AnItemWithoutMemoryIsTraced) {
               trace.linesOf("OWB_itemAdd").at(1));
 }
 
-TEST(OutOfMemory, AUrlWithoutMemoryForItsCopyLeavesTheOldOne) {
+TEST(OutOfMemory, AUrlWithoutMemoryForItsCopyLeavesTheDefault) {
     TraceLog trace;
     trace.run([] {
+        const std::string byDefault = OWB_URLGet();
         OWB_URLSet("old");
         memory::failFrom(0);
         const long result = OWB_URLSet("new");
         memory::suffice();
         EXPECT_EQ(1, result);
-        EXPECT_STREQ("old", OWB_URLGet());
+        EXPECT_EQ(byDefault, OWB_URLGet());
+    });
+    EXPECT_EQ("149: Set URL: 'owbinary.wbem://localhost:%2ftmp%2fOpenWBEM_UDS'",
+              trace.linesOf("OWB_URLSet").back());
+}
+
+TEST(OutOfMemory, AUrlIsNotLostWhenItIsSetToItself) {
+    const support::TempDir folder;
+    support::inChild(folder.path(), [] {
+        OWB_URLSet("own");
+        memory::failFrom(0);
+        OWB_URLSet(OWB_URLGet());
+        memory::suffice();
+        EXPECT_STREQ("own", OWB_URLGet());
     });
 }
 

@@ -63,6 +63,17 @@ TEST(StringClean, TheSourceStaysWhenThereIsADestination) {
     EXPECT_STREQ("  \"x\" ", src);
 }
 
+TEST(StringClean, TheWholeSourceIsCopiedBeforeItIsCleaned) {
+    char src[] = " ab ";
+    char dst[] = "12345678";
+    owbStringClean(src, dst);
+    EXPECT_EQ(std::string("ab\0\0\0"
+                          "678",
+                          8),
+              std::string(dst, 8))
+        << "and trailing white space overwritten";
+}
+
 TEST(StringClean, ATextOfOneCharacterStays) {
     EXPECT_EQ("x", cleanedInPlace("x"));
 }

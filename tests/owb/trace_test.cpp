@@ -206,6 +206,17 @@ TEST_F(Trace, CutsALineWhosePrefixAloneIsTooLong) {
     EXPECT_EQ(std::string(1023 - 14 - 1, 'f') + "\n", logged("log"));
 }
 
+TEST_F(Trace, TakesEveryConversionThatTheCLibraryKnows) {
+    m_folder.write("vdxDebug", m_folder.file("log"));
+    run([] {
+        int length = 0;
+        debug("abc%n%d\n", &length, 4);
+        EXPECT_EQ(3, length);
+        debug("%2$s %1$s\n", "a", "b");
+    });
+    EXPECT_EQ("file.cpp:function:42: abc4\nfile.cpp:function:42: b a\n", logged("log"));
+}
+
 TEST_F(Trace, LeaksNoDescriptorOfTheLogOrTheSwitchFile) {
     m_folder.write("vdxDebug", m_folder.file("log"));
     run([] {
