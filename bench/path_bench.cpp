@@ -64,7 +64,18 @@ GroupRead readGroup() {
     return times;
 }
 
-void measure(int instances) {
+GroupRead medianRead() {
+    std::vector<double> wall;
+    const double own = bench::medianOf(11, [&] {
+        const GroupRead times = readGroup();
+        wall.push_back(times.wall);
+        return times.own;
+    });
+    return {bench::median(wall), own};
+}
+
+// Microseconds an instance that the reading process takes.
+double measure(int instances) {
     const ManyPorts manager(instances);
     const std::string request = bench::enumerateRequest(ManyPorts::className());
     bench::BareClient bare(manager.socketPath());
@@ -77,7 +88,8 @@ void measure(int instances) {
     const double reading = bench::medianOf(11, [] { return bench::threadSecondsOf([] { enumerate(); }); });
     const double conversion =
         bench::medianOf(11, [&] { return conversionSeconds(static_cast<std::size_t>(instances)); });
-    const GroupRead whole = readGroup();
+    const GroupRead whole = medianRead();
+    const double queue = whole.own - reading - conversion;
 
     const double sum = making + whole.own;
     const auto print = [&](const char* part, double seconds) {
@@ -88,9 +100,12 @@ void measure(int instances) {
     print("socket", socket);
     print("decode", reading - socket);
     print("conversion", conversion);
-    print("queue", whole.own - reading - conversion);
+    print("queue", queue);
     print("all, processor time", sum);
     print("all, by the clock", whole.wall);
+    if (instances == 10000)
+        bench::printAim("queue, 10,000 instances", "of the reading process", 0.1, queue / whole.own);
+    return whole.own * 1e6 / instances;
 }
 
 } // namespace
@@ -98,7 +113,11 @@ void measure(int instances) {
 int main() {
     bench::printMachine();
     std::printf("| instances | part | µs an instance | share |\n|---:|---|---:|---:|\n");
-    for (const int instances : {100, 1000, 10000})
+    for (const int instances : {100, 1000})
         measure(instances);
+    const double ten = measure(10000);
+    const double hundred = measure(100000);
+    bench::printAim("reading a group of 10,000 instances", "µs an instance", 6, ten);
+    bench::printAim("reading a group of 100,000 instances", "times 10,000", 1.3, hundred / ten);
     return EXIT_SUCCESS;
 }
