@@ -22,7 +22,23 @@ std::string processorName() {
     return "unknown processor";
 }
 
+long statusOf(const std::string& field) {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.rfind(field + ":", 0) == 0)
+            return std::strtol(line.c_str() + field.size() + 1, nullptr, 10);
+    return 0;
+}
+
 } // namespace
+
+long residentKilobytes() {
+    return statusOf("VmRSS");
+}
+
+long peakKilobytes() {
+    return statusOf("VmHWM");
+}
 
 void printMachine() {
     utsname system{};

@@ -18,6 +18,10 @@ void printAim(const char* what, const char* unit, double most, double result);
 /** Processor time of the calling thread, in seconds. */
 double threadSeconds();
 
+/** Memory of the process, in kilobytes: now, and the most there has been (proc(5), VmRSS and VmHWM). */
+long residentKilobytes();
+long peakKilobytes();
+
 /** Median of an odd number of results. */
 double median(std::vector<double> results);
 

@@ -11,8 +11,10 @@
 #include "Measure.hpp"
 #include "support/AgentQueue.hpp"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <malloc.h>
 #include <vector>
 
 namespace {
@@ -108,10 +110,33 @@ double measure(int instances) {
     return whole.own * 1e6 / instances;
 }
 
-} // namespace
+// What a group read needs beside its items: in a process of its own, whose memory is new.
+void measureMemory(int instances) {
+    const ManyPorts manager(instances);
+    OWB_URLSet(manager.url("owbinary.wbem").c_str());
+    OWB_connect(1);
+    const long start = bench::residentKilobytes();
+    AgentQueue queue;
+    if (OWB_getGroup(ManyPorts::group, queue.head()) != OWB_DONE)
+        std::abort();
+    const long peak = bench::peakKilobytes() - start;
+    ::malloc_trim(0);
+    const long items = bench::residentKilobytes() - start;
 
-int main() {
-    bench::printMachine();
+    queue.clear();
+    ::malloc_trim(0);
+    const long empty = bench::residentKilobytes();
+    const CIMInstanceEnumeration all = enumerate();
+    const long enumeration = bench::residentKilobytes() - empty;
+
+    const double ratio = static_cast<double>(peak) / static_cast<double>(std::max(enumeration, items));
+    std::printf("| %d | %ld | %ld | %ld | %.2f |\n", instances, enumeration, items, peak, ratio);
+    if (instances == 100000)
+        bench::printAim("memory of reading a group of 100,000 instances", "of enumeration or items", 1.15,
+                        ratio);
+}
+
+void measureTime() {
     std::printf("| instances | part | µs an instance | share |\n|---:|---|---:|---:|\n");
     for (const int instances : {100, 1000})
         measure(instances);
@@ -119,5 +144,16 @@ int main() {
     const double hundred = measure(100000);
     bench::printAim("reading a group of 10,000 instances", "µs an instance", 6, ten);
     bench::printAim("reading a group of 100,000 instances", "times 10,000", 1.3, hundred / ten);
+}
+
+} // namespace
+
+int main() {
+    bench::printMachine();
+    bench::inChild(measureTime);
+    std::printf("\n| instances | enumeration, KB | items, KB | peak of OWB_getGroup, KB | of the larger |\n"
+                "|---:|---:|---:|---:|---:|\n");
+    for (const int instances : {1000, 10000, 100000})
+        bench::inChild([instances] { measureMemory(instances); });
     return EXIT_SUCCESS;
 }

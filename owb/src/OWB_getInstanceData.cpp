@@ -27,8 +27,8 @@ const char traceFile[] = "../../owb/src/OWB_getInstanceData.cpp";
 
 OwbRequest* innermost_p = NULL;
 
-_qItem* firstOf(_qHead* q, const _qItem* last) {
-    return last == sentinelOf(q) ? q->first : last->next;
+_qItem* itemAfter(_qHead* q, const _qItem* item) {
+    return item == sentinelOf(q) ? q->first : item->next;
 }
 
 void reportDuplicate(long group, long nom, long row, long array) {
@@ -98,7 +98,7 @@ _qItem* OwbRequest::startOfSearch(long row) {
 
 void OwbRequest::startRow(long row) {
     _qItem* const sentinel = sentinelOf(m_queue);
-    for (_qItem* item = firstOf(m_queue, m_last_p); item != sentinel; item = item->next) {
+    for (_qItem* item = itemAfter(m_queue, m_last_p); item != sentinel; item = item->next) {
         if (item->group == m_group && item->row > m_highestRow)
             m_highestRow = item->row;
         m_last_p = item;
@@ -110,7 +110,7 @@ extern "C" long OWB_itemExists(_qHead* q, long group, long nom, long row, long a
     if (!q)
         return 0;
     _qItem* const sentinel = sentinelOf(q);
-    _qItem* item = firstOf(q, OwbRequest::startOfSearch(q, group, row));
+    _qItem* item = itemAfter(q, OwbRequest::startOfSearch(q, group, row));
     while (item != sentinel &&
            !(item->group == group && item->nom == nom && item->row == row && item->array == array))
         item = item->next;
