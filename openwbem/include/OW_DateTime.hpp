@@ -11,8 +11,9 @@ namespace OpenWBEM {
 OW_DECLARE_EXCEPTION(DateTime)
 
 /**
- * An instant: the seconds since 1970-01-01 00:00:00 UTC, which fit a time_t and are not negative, and
- * microseconds. What would leave this range throws DateTimeException.
+ * An instant: the seconds since 1970-01-01 00:00:00 UTC, which fit in 31 bits and are not negative, and
+ * microseconds. The range ends at 2038-01-19 03:14:07 UTC, whatever the width of time_t. What would leave it
+ * throws DateTimeException. Size and layout do not depend on how the including program is compiled.
  */
 class OW_COMMON_API DateTime {
 public:
@@ -30,8 +31,9 @@ public:
      * local. DateTimeException for any other text.
      */
     explicit DateTime(const String& text);
+    /** DateTimeException when the seconds do not fit in an Int32; negative ones are not checked. */
     explicit DateTime(time_t seconds, UInt32 microseconds = 0)
-        : m_time(seconds)
+        : m_time(narrow(seconds))
         , m_microseconds(microseconds) {}
     /** Month and day count from 1. DateTimeException for a field out of its range; day 31 always is in. */
     DateTime(int year, int month, int day, int hour = 0, int minute = 0, int second = 0,
@@ -79,12 +81,13 @@ public:
     friend bool operator>=(const DateTime& a, const DateTime& b) { return !(a < b); }
 
 private:
+    static Int32 narrow(Int64 seconds);
     tm fields(ETimeOffset offset) const;
     /** Takes fields, which need not be in their ranges. */
     void set(tm fields, ETimeOffset offset);
     DateTime& add(int tm::*field, Int64 count);
 
-    time_t m_time;
+    Int32 m_time;
     UInt32 m_microseconds;
 };
 

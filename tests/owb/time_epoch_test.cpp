@@ -124,11 +124,11 @@ TEST(Epoch, OfATextThatIsNoDateIsTracedAndZero) {
 
 TEST(Epoch, OfAMomentBefore1970OrBehindTheRangeIsTracedAndZero) {
     const std::pair<const char*, const char*> examples[] = {
-        {"20380119031408.000000+000", "??? Jan 19 03:14:08 2038"},
-        {"20380119031407.000000-001", "??? Jan 19 03:15:07 2038"},
+        {"20380119031408.000000+000", "Sun Jan 19 03:14:08 2038"},
+        {"20380119031407.000000-001", "Sun Jan 19 03:15:07 2038"},
         {"19691231235959.000000+000", "Wed Dec 31 23:59:59 1969"},
         {"19700101000000.000000+001", "Wed Dec 31 23:59:00 1969"},
-        {"00000101000000.000000+000", "??? Jan  1 00:00:00 1900"}};
+        {"00000101000000.000000+000", "Sun Jan  1 00:00:00 1900"}};
     std::vector<std::pair<std::string, std::string>> failures;
     for (const auto& [text, time] : examples)
         failures.emplace_back(text, std::string("Unable to represent time \"") + time + "\n\" as a time_t");

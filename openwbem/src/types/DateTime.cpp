@@ -7,6 +7,13 @@
 #include <sys/time.h>
 
 namespace OpenWBEM {
+namespace {
+
+bool fitsInt32(Int64 seconds) {
+    return static_cast<Int32>(seconds) == seconds;
+}
+
+} // namespace
 
 DateTime::DateTime(const String& text) {
     const ReadDate date = readDate(text);
@@ -34,7 +41,7 @@ DateTime::DateTime(int year, int month, int day, int hour, int minute, int secon
 void DateTime::setToCurrent() {
     timeval now;
     gettimeofday(&now, nullptr);
-    m_time = now.tv_sec;
+    m_time = narrow(now.tv_sec);
     m_microseconds = static_cast<UInt32>(now.tv_usec);
 }
 
@@ -55,23 +62,32 @@ String DateTime::toString(const char* form, ETimeOffset offset) const {
     return String(text.data(), length - 1);
 }
 
+Int32 DateTime::narrow(Int64 seconds) {
+    if (!fitsInt32(seconds))
+        OW_THROW(DateTimeException, "Unable to represent time as a time_t");
+    return static_cast<Int32>(seconds);
+}
+
 tm DateTime::fields(ETimeOffset offset) const {
+    const time_t seconds = m_time;
     tm result{};
     if (offset == E_UTC_TIME)
-        gmtime_r(&m_time, &result);
+        gmtime_r(&seconds, &result);
     else
-        localtime_r(&m_time, &result);
+        localtime_r(&seconds, &result);
     return result;
 }
 
 void DateTime::set(tm fields, ETimeOffset offset) {
-    fields.tm_wday = -1; // stays when the instant does not fit time_t
-    const time_t seconds = offset == E_UTC_TIME ? timegm(&fields) : std::mktime(&fields);
-    if (seconds < 0) {
-        const String message = "Unable to represent time \"" + asctimeText(fields) + "\" as a time_t";
-        OW_THROW(DateTimeException, message.c_str());
+    fields.tm_wday = 0; // the message shows Sunday for an instant that does not fit, as OpenWBEM's does
+    tm normal = fields;
+    const time_t seconds = offset == E_UTC_TIME ? timegm(&normal) : std::mktime(&normal);
+    if (seconds < 0 || !fitsInt32(seconds)) {
+        // A time_t of 32 bits leaves fields that do not fit as they are.
+        const String text = asctimeText(fitsInt32(seconds) ? normal : fields);
+        OW_THROW(DateTimeException, ("Unable to represent time \"" + text + "\" as a time_t").c_str());
     }
-    m_time = seconds;
+    m_time = static_cast<Int32>(seconds);
 }
 
 DateTime& DateTime::add(int tm::*field, Int64 count) {
