@@ -70,6 +70,15 @@ TEST(StringAsInteger, MinusOneIsTheGreatestOfTheWideUnsignedTypes) {
     EXPECT_EQ("Unable to convert \"-1\" into UInt16", messageOf(&String::toUInt16, "-1"));
 }
 
+TEST(StringAsInteger, ReadsANegativeNumberAsUnsignedModulo32Bits) {
+    EXPECT_EQ(1U, String("-4294967295").toUInt32());
+    EXPECT_EQ(255, String("-4294967041").toUInt8());
+    EXPECT_EQ(65535, String("-4294901761").toUInt16());
+    EXPECT_EQ("Unable to convert \"-4294967296\" into UInt32", messageOf(&String::toUInt32, "-4294967296"));
+    EXPECT_EQ("Unable to convert \"18446744073709551615\" into UInt32",
+              messageOf(&String::toUInt32, "18446744073709551615"));
+}
+
 TEST(StringAsInteger, RefusesWhatIsOutOfRange) {
     EXPECT_EQ("Unable to convert \"256\" into UInt8", messageOf(&String::toUInt8, "256"));
     EXPECT_EQ("Unable to convert \"128\" into Int8", messageOf(&String::toInt8, "128"));

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 #include <locale.h>
 #include <string>
 
@@ -16,16 +17,37 @@ namespace {
     OW_THROW(StringConversionException, message.c_str());
 }
 
-// Reads with one of the functions of the strtol() family. Unsigned ones take a sign: -1 is their greatest.
-template <class T, class Wide>
-T integer(const String& text, bool isNull, int base, Wide (*read)(const char*, char**, int),
-          const char* type) {
+// Reads with strtoll() or strtoull(), which have 64 bits everywhere.
+template <class Wide>
+Wide wideInteger(const String& text, bool isNull, int base, Wide (*read)(const char*, char**, int),
+                 const char* type) {
     const char* const begin = text.c_str();
     char* end = const_cast<char*>(begin);
     errno = 0;
     const Wide number = read(begin, &end, base);
+    if (isNull || errno != 0 || end != begin + text.length())
+        throwConversion(text, type);
+    return number;
+}
+
+template <class T>
+T signedInteger(const String& text, bool isNull, int base, const char* type) {
+    const Int64 number = wideInteger(text, isNull, base, std::strtoll, type);
     const auto narrow = static_cast<T>(number);
-    if (isNull || errno != 0 || end != begin + text.length() || static_cast<Wide>(narrow) != number)
+    if (narrow != number)
+        throwConversion(text, type);
+    return narrow;
+}
+
+// As strtoul() reads where long has 32 bits: a negative number counts down from 2^32, so that -1 is the
+// greatest UInt32 and no UInt16.
+template <class T>
+T unsignedInteger(const String& text, bool isNull, int base, const char* type) {
+    const Int64 greatest = std::numeric_limits<UInt32>::max();
+    const Int64 number = wideInteger(text, isNull, base, std::strtoll, type);
+    const auto word = static_cast<UInt32>(number);
+    const auto narrow = static_cast<T>(word);
+    if (number < -greatest || number > greatest || narrow != word)
         throwConversion(text, type);
     return narrow;
 }
@@ -44,28 +66,28 @@ Real64 real(const String& text, bool isNull, const char* type) {
 } // namespace
 
 UInt8 String::toUInt8(int base) const {
-    return integer<UInt8>(*this, !m_text, base, std::strtoul, "UInt8");
+    return unsignedInteger<UInt8>(*this, !m_text, base, "UInt8");
 }
 Int8 String::toInt8(int base) const {
-    return integer<Int8>(*this, !m_text, base, std::strtol, "Int8");
+    return signedInteger<Int8>(*this, !m_text, base, "Int8");
 }
 UInt16 String::toUInt16(int base) const {
-    return integer<UInt16>(*this, !m_text, base, std::strtoul, "UInt16");
+    return unsignedInteger<UInt16>(*this, !m_text, base, "UInt16");
 }
 Int16 String::toInt16(int base) const {
-    return integer<Int16>(*this, !m_text, base, std::strtol, "Int16");
+    return signedInteger<Int16>(*this, !m_text, base, "Int16");
 }
 UInt32 String::toUInt32(int base) const {
-    return integer<UInt32>(*this, !m_text, base, std::strtoul, "UInt32");
+    return unsignedInteger<UInt32>(*this, !m_text, base, "UInt32");
 }
 Int32 String::toInt32(int base) const {
-    return integer<Int32>(*this, !m_text, base, std::strtol, "Int32");
+    return signedInteger<Int32>(*this, !m_text, base, "Int32");
 }
 UInt64 String::toUInt64(int base) const {
-    return integer<UInt64>(*this, !m_text, base, std::strtoull, "UInt64");
+    return wideInteger(*this, !m_text, base, std::strtoull, "UInt64");
 }
 Int64 String::toInt64(int base) const {
-    return integer<Int64>(*this, !m_text, base, std::strtoll, "Int64");
+    return wideInteger(*this, !m_text, base, std::strtoll, "Int64");
 }
 
 Real32 String::toReal32() const {
