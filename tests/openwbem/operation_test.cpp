@@ -63,10 +63,21 @@ TEST(GetInstance, ThatBringsAnotherObjectIsAnError) {
         failureOf([&] { client.getInstance(somePath()); }));
 }
 
-TEST(GetInstance, InCimXmlIsNullWhenTheReplyHasNoInstance) {
+TEST(GetInstance, InCimXmlIsNullWhenTheReplyHasNoReturnValue) {
     ScriptedPeer peer({Step::answer(xmlReply("GetInstance", ""))});
     CIMClient client(peer.url("http", "localhost").c_str(), "root/cimv2");
     EXPECT_FALSE(client.getInstance(somePath()));
+}
+
+TEST(GetInstance, InCimXmlIsAnErrorWhenTheReturnValueHasNoInstance) {
+    for (const char* value : {"<IRETURNVALUE/>", "<IRETURNVALUE></IRETURNVALUE>",
+                              "<IRETURNVALUE><CLASSNAME NAME=\"C\"/></IRETURNVALUE>"}) {
+        ScriptedPeer peer({Step::answer(xmlReply("GetInstance", value))});
+        CIMClient client(peer.url("http", "localhost").c_str(), "root/cimv2");
+        EXPECT_EQ("CIMException: invalid parameter passed to method (Not instance XML)",
+                  failureOf([&] { client.getInstance(somePath()); }))
+            << value;
+    }
 }
 
 TEST(ModifyInstance, IsNeverSentTwice) {

@@ -197,12 +197,16 @@ TEST(GetInstance, AnInstanceThatTheObjectManagerDoesNotHaveIsAnException) {
                          "CIMException PLACE  requested object could not be found (/root/cimv2:QAV_System)");
 }
 
-TEST(GetInstance, AnAnswerWithoutAnInstanceHasAStatusOfItsOwn) {
-    const std::string nothing =
+// A reply in CIM-XML, which has this in it.
+Step xmlAnswer(const std::string& content) {
+    return Step::answer(wire::plainReply(
         "<?xml version=\"1.0\" ?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE ID=\"1\" "
-        "PROTOCOLVERSION=\"1.0\"><SIMPLERSP><IMETHODRESPONSE NAME=\"GetInstance\"><IRETURNVALUE/>"
-        "</IMETHODRESPONSE></SIMPLERSP></MESSAGE></CIM>";
-    Agent agent({Step::answer(wire::plainReply(nothing))});
+        "PROTOCOLVERSION=\"1.0\"><SIMPLERSP><IMETHODRESPONSE NAME=\"GetInstance\">" +
+        content + "</IMETHODRESPONSE></SIMPLERSP></MESSAGE></CIM>"));
+}
+
+TEST(GetInstance, AnAnswerWithoutAReturnValueHasAStatusOfItsOwn) {
+    Agent agent({xmlAnswer("")});
     agent.run([&](TestQueue& q) {
         OWB_URLSet(agent.peer().url("http", "localhost").c_str());
         OWB_itemAdd(q.head(), 0, 1, 0, 0, "mine");
@@ -210,6 +214,16 @@ TEST(GetInstance, AnAnswerWithoutAnInstanceHasAStatusOfItsOwn) {
         EXPECT_EQ(Items{"0/1/0/0=mine"}, q.items());
     });
     EXPECT_EQ(Lines{"101: ERROR - no instances of class found in CIMOM database."},
+              agent.tracedBy("OWB_getInstance"));
+}
+
+TEST(GetInstance, AReturnValueWithoutAnInstanceIsAnException) {
+    Agent agent({xmlAnswer("<IRETURNVALUE/>")});
+    agent.run([&](TestQueue& q) {
+        OWB_URLSet(agent.peer().url("http", "localhost").c_str());
+        EXPECT_EQ(OWB_EXCEPTION, getInstance(2, hostPath, 0, q));
+    });
+    EXPECT_EQ(Lines{"109: ERROR CIMException PLACE  invalid parameter passed to method (Not instance XML)"},
               agent.tracedBy("OWB_getInstance"));
 }
 

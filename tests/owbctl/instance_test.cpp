@@ -28,7 +28,7 @@ const std::string hints =
 support::Step nothing(const std::string& message) {
     return support::Step::answer(plainReply(
         "<?xml version=\"1.0\" ?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE ID=\"" + message +
-        "\" PROTOCOLVERSION=\"1.0\"><SIMPLERSP><IMETHODRESPONSE NAME=\"GetInstance\"><IRETURNVALUE/>"
+        "\" PROTOCOLVERSION=\"1.0\"><SIMPLERSP><IMETHODRESPONSE NAME=\"GetInstance\">"
         "</IMETHODRESPONSE></SIMPLERSP></MESSAGE></CIM>"));
 }
 

@@ -32,7 +32,7 @@ public:
         return all;
     }
 
-    // Null when the reply has none.
+    // Null when the reply has no return value.
     CIMInstance getInstance(const String& nameSpace, const CIMObjectPath& path,
                             const ReadOptions& options) override {
         const UInt32 id = nextId();
@@ -40,7 +40,7 @@ public:
         exchange(nameSpace, id, true,
                  xml::getInstance(id, nameSpace, path, options.localOnly, options.includeQualifiers,
                                   options.includeClassOrigin, options.properties),
-                 [&instance](xml::Reply& reply) { reply.next(instance); });
+                 [&instance](xml::Reply& reply) { instance = reply.instance(); });
         return instance;
     }
 

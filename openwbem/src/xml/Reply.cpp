@@ -100,6 +100,14 @@ bool Reply::next(CIMInstance& instance) {
     return false;
 }
 
+CIMInstance Reply::instance() {
+    const bool hasReturnValue = m_isInReturnValue;
+    CIMInstance result(CIMNULL);
+    if (!next(result) && hasReturnValue)
+        throwOtherReply("Not instance XML");
+    return result;
+}
+
 void Reply::finish() {
     m_isInReturnValue = false;
     while (m_in.next() != Tag::none) {

@@ -30,6 +30,11 @@ public:
 
     /** The next instance that the operation returns, in the reply's order; false when there is none left. */
     bool next(CIMInstance& instance);
+    /**
+     * The instance of an operation that returns one, in place of next(); null when the operation returns
+     * nothing. A return value without an instance is a CIMException.
+     */
+    CIMInstance instance();
     /** Passes over what is left, up to the end of the document and of the window. */
     void finish();
 
