@@ -4,8 +4,14 @@
 #include "OW_Exception.hpp"
 #include "OW_Types.hpp"
 #include "detail/OW_Shared.hpp"
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
+#include <limits>
 #include <memory>
+#include <new>
+#include <stdexcept>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -44,51 +50,57 @@ public:
 
     Array() = default;
     /** n elements in their default state. */
-    explicit Array(size_type n)
-        : m_elements(new Elements(Vector(n))) {}
+    explicit Array(size_type n) { resize(n); }
     /** n copies of a value. */
-    Array(size_type n, const T& value)
-        : m_elements(new Elements(Vector(n, value))) {}
+    Array(size_type n, const T& value) { resize(n, value); }
     Array(int n, const T& value)
         : Array(static_cast<size_type>(n), value) {}
     Array(long n, const T& value)
         : Array(static_cast<size_type>(n), value) {}
-    template <class It>
-    Array(It first, It last)
-        : m_elements(new Elements(Vector(first, last))) {}
+    template <class It, class Category = typename std::iterator_traits<It>::iterator_category>
+    Array(It first, It last) {
+        if (std::is_base_of<std::forward_iterator_tag, Category>::value)
+            reserve(static_cast<size_type>(std::distance(first, last)));
+        std::copy(first, last, std::back_inserter(*this));
+    }
     /** Takes over a vector that new gave. */
     explicit Array(Vector* adopted)
         : Array(std::unique_ptr<Vector>(adopted)) {}
 
-    iterator begin() { return edit().begin(); }
-    iterator end() { return edit().end(); }
-    const_iterator begin() const { return read().begin(); }
-    const_iterator end() const { return read().end(); }
-    reverse_iterator rbegin() { return edit().rbegin(); }
-    reverse_iterator rend() { return edit().rend(); }
-    const_reverse_iterator rbegin() const { return read().rbegin(); }
-    const_reverse_iterator rend() const { return read().rend(); }
-    size_type size() const { return read().size(); }
-    size_type max_size() const { return read().max_size(); }
-    size_type capacity() const { return read().capacity(); }
-    bool empty() const { return read().empty(); }
+    iterator begin() { return iterator(edit(0).items()); }
+    iterator end() { return begin() + static_cast<difference_type>(size()); }
+    const_iterator begin() const { return const_iterator(items()); }
+    const_iterator end() const { return begin() + static_cast<difference_type>(size()); }
+    reverse_iterator rbegin() { return reverse_iterator(end()); }
+    reverse_iterator rend() { return reverse_iterator(begin()); }
+    const_reverse_iterator rbegin() const { return const_reverse_iterator(end()); }
+    const_reverse_iterator rend() const { return const_reverse_iterator(begin()); }
+    size_type size() const { return m_elements ? m_elements->size : 0; }
+    size_type max_size() const {
+        return (std::numeric_limits<difference_type>::max() - sizeof(Elements)) / sizeof(T);
+    }
+    size_type capacity() const { return m_elements ? m_elements->capacity : 0; }
+    bool empty() const { return size() == 0; }
 
     /** Checks the index. */
     reference operator[](size_type i) {
         check(i);
-        return edit()[i];
+        return edit(0).items()[i];
     }
     const_reference operator[](size_type i) const {
         check(i);
-        return read()[i];
+        return items()[i];
     }
-    reference front() { return edit().front(); }
-    reference back() { return edit().back(); }
-    const_reference front() const { return read().front(); }
-    const_reference back() const { return read().back(); }
+    reference front() { return *begin(); }
+    reference back() { return *(end() - 1); }
+    const_reference front() const { return *begin(); }
+    const_reference back() const { return *(end() - 1); }
 
-    void push_back(const T& value) { edit().push_back(value); }
-    void push_back(T&& value) { edit().push_back(std::move(value)); }
+    void push_back(T value) {
+        Elements& own = size() < capacity() ? edit(0) : edit(2 * size() + 1);
+        new (own.items() + own.size) T(std::move(value));
+        ++own.size;
+    }
     void append(const T& value) { push_back(value); }
     Array& operator+=(const T& value) {
         push_back(value);
@@ -98,16 +110,32 @@ public:
         const Array copy(other); // NOLINT(performance-unnecessary-copy-initialization): it may be this one
         insert(end(), copy.begin(), copy.end());
     }
-    void pop_back() { edit().pop_back(); }
-    iterator insert(iterator at, const T& value) { return edit().insert(at, value); }
+    void pop_back() {
+        Elements& own = edit(0);
+        own.items()[--own.size].~T();
+    }
+    iterator insert(iterator at, const T& value) {
+        const difference_type index = at - begin();
+        push_back(value);
+        std::rotate(begin() + index, end() - 1, end());
+        return begin() + index;
+    }
     /** At an index, which may be the size. */
     void insert(size_type i, const T& value) { insert(begin() + static_cast<difference_type>(i), value); }
     template <class It>
     void insert(iterator at, It first, It last) {
-        edit().insert(at, first, last);
+        const difference_type index = at - begin();
+        const auto before = static_cast<difference_type>(size());
+        std::copy(first, last, std::back_inserter(*this));
+        std::rotate(begin() + index, begin() + before, end());
     }
-    iterator erase(iterator at) { return edit().erase(at); }
-    iterator erase(iterator first, iterator last) { return edit().erase(first, last); }
+    iterator erase(iterator at) { return erase(at, at + 1); }
+    iterator erase(iterator first, iterator last) {
+        const difference_type index = first - begin();
+        for (iterator end = std::move(last, this->end(), first); end != this->end();)
+            pop_back();
+        return begin() + index;
+    }
     /** Checks the index. */
     void remove(size_type i) { remove(i, i + 1); }
     /** Removes the elements from first on to the one before last; both must be in range. */
@@ -118,44 +146,91 @@ public:
             erase(begin() + static_cast<difference_type>(first),
                   begin() + static_cast<difference_type>(last));
     }
-    void reserve(size_type n) { edit().reserve(n); }
-    void resize(size_type n) { edit().resize(n); }
-    void resize(size_type n, const T& value) { edit().resize(n, value); }
+    void reserve(size_type n) {
+        if (n > capacity())
+            edit(n);
+    }
+    void resize(size_type n) { resize(n, T()); }
+    void resize(size_type n, const T& value) {
+        const T copy(value); // which may be an element
+        reserve(n);
+        while (size() < n)
+            push_back(copy);
+        while (size() > n)
+            pop_back();
+    }
     void clear() { m_elements.reset(); }
     void swap(Array& other) noexcept { m_elements.swap(other.m_elements); }
 
-    friend bool operator==(const Array& a, const Array& b) { return a.read() == b.read(); }
-    friend bool operator!=(const Array& a, const Array& b) { return a.read() != b.read(); }
-    friend bool operator<(const Array& a, const Array& b) { return a.read() < b.read(); }
-    friend bool operator<=(const Array& a, const Array& b) { return a.read() <= b.read(); }
-    friend bool operator>(const Array& a, const Array& b) { return a.read() > b.read(); }
-    friend bool operator>=(const Array& a, const Array& b) { return a.read() >= b.read(); }
+    friend bool operator==(const Array& a, const Array& b) {
+        return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin());
+    }
+    friend bool operator!=(const Array& a, const Array& b) { return !(a == b); }
+    friend bool operator<(const Array& a, const Array& b) {
+        return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end());
+    }
+    friend bool operator<=(const Array& a, const Array& b) { return !(b < a); }
+    friend bool operator>(const Array& a, const Array& b) { return b < a; }
+    friend bool operator>=(const Array& a, const Array& b) { return !(a < b); }
     friend void swap(Array& a, Array& b) noexcept { a.swap(b); }
 
 private:
+    friend struct ValueAccess;
+
+    /** What copies share: one allocation with the elements, which follow. */
     struct Elements : detail::Counted {
-        explicit Elements(Vector elements)
-            : vector(std::move(elements)) {}
-        Vector vector;
+        static Elements* make(size_type capacity) {
+            return new (::operator new(sizeof(Elements) + capacity * sizeof(T))) Elements(capacity);
+        }
+        explicit Elements(size_type room)
+            : size(0)
+            , capacity(room) {}
+        Elements(const Elements&) = delete;
+        Elements& operator=(const Elements&) = delete;
+        ~Elements() override {
+            while (size > 0)
+                items()[--size].~T();
+        }
+        static void operator delete(void* memory) { ::operator delete(memory); }
+
+        T* items() { return reinterpret_cast<T*>(this + 1); }
+        const T* items() const { return reinterpret_cast<const T*>(this + 1); }
+
+        size_type size;
+        const size_type capacity;
     };
 
     explicit Array(std::unique_ptr<Vector> adopted)
-        : m_elements(new Elements(std::move(*adopted))) {}
+        : Array(std::make_move_iterator(adopted->begin()), std::make_move_iterator(adopted->end())) {}
+    explicit Array(detail::Shared<Elements> elements)
+        : m_elements(std::move(elements)) {}
 
     void check(size_type i) const {
         if (i >= size())
             detail::throwOutOfBounds(size(), i);
     }
-    const Vector& read() const {
-        if (m_elements)
-            return m_elements.read().vector;
-        static const Vector none;
-        return none;
-    }
-    Vector& edit() {
-        if (!m_elements)
-            m_elements = detail::Shared<Elements>(new Elements(Vector()));
-        return m_elements.edit().vector;
+    const T* items() const { return m_elements ? m_elements->items() : nullptr; }
+
+    /** The elements for changing: this array's own, with room for at least n. */
+    Elements& edit(size_type n) {
+        Elements* const own = m_elements.unshared();
+        if (own && n <= own->capacity)
+            return *own;
+        static_assert(sizeof(Elements) % alignof(T) == 0, "the elements follow at once");
+        if (n > max_size())
+            throw std::length_error("Array");
+        // malloc() hands out no less than room for the least.
+        const size_type least = sizeof(T) < 12 ? 12 / sizeof(T) : 1;
+        Elements* const fresh = Elements::make(std::max(std::max(n, least), size()));
+        detail::Shared<Elements> handle(fresh);
+        for (; fresh->size < size(); ++fresh->size) {
+            if (own)
+                new (fresh->items() + fresh->size) T(std::move(own->items()[fresh->size]));
+            else
+                new (fresh->items() + fresh->size) T(items()[fresh->size]);
+        }
+        m_elements.swap(handle);
+        return *fresh;
     }
 
     detail::Shared<Elements> m_elements; // null stands for an empty array

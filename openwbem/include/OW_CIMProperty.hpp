@@ -8,12 +8,12 @@
 
 namespace OpenWBEM {
 
-/** A property: name, declared type and value, which may be null. Copies share the data; the handle may be
- * null. */
+struct Declaration;
+
+/** A property: name, declared type and value, which may be null. Copies share what declares it; the property
+ * itself may be null. */
 class OW_COMMON_API CIMProperty : public CIMElement {
 public:
-    struct Data;
-
     /** No name, no type, no value; not a null handle. */
     CIMProperty();
     explicit CIMProperty(CIMNULL_t);
@@ -56,12 +56,15 @@ public:
     /** `<type> <name> = <value>;` in the form of a class's declaration. */
     String toMOF() const override;
 
-    operator detail::SafeBool() const { return detail::safeBool(static_cast<bool>(m_data)); }
-    bool operator!() const { return !m_data; }
+    operator detail::SafeBool() const { return detail::safeBool(static_cast<bool>(m_declaration)); }
+    bool operator!() const { return !m_declaration; }
 
 private:
     friend struct ObjectAccess;
-    detail::Shared<Data> m_data;
+    CIMProperty(detail::Shared<Declaration> declaration, CIMValue value) noexcept;
+
+    detail::Shared<Declaration> m_declaration; // null for the null property
+    CIMValue m_value;
 };
 
 } // namespace OpenWBEM

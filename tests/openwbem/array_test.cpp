@@ -3,6 +3,9 @@
 #include "OW_String.hpp"
 
 #include <gtest/gtest.h>
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -84,6 +87,36 @@ TEST(Array, GrowsAtItsEndAndInside) {
     a.resize(13, 9);
     EXPECT_EQ(9, a.back());
     EXPECT_GE(a.max_size(), a.capacity());
+}
+
+TEST(Array, TakesAnElementOfItsOwnAsAValue) {
+    StringArray a(1, String("x"));
+    for (int i = 0; i < 20; ++i) {
+        a.push_back(a[0]);
+        a.insert(a.begin(), a.back());
+    }
+    a.resize(100, a[0]);
+    EXPECT_EQ(StringArray(100, String("x")), a);
+}
+
+TEST(Array, IsMadeOfWhatCanBeReadOnlyOnce) {
+    std::istringstream numbers("1 2 3");
+    EXPECT_EQ(of({1, 2, 3}),
+              Int32Array(std::istream_iterator<Int32>(numbers), std::istream_iterator<Int32>()));
+    EXPECT_EQ(3, UInt8Array(2, 3)[1]) << "a number of elements and their value";
+}
+
+TEST(Array, HasRoomForWhatItIsMadeOfAndNoMore) {
+    const StringArray three(3, String("x"));
+    EXPECT_EQ(3U, three.capacity());
+    EXPECT_EQ(3U, StringArray(three.begin(), three.end()).capacity());
+}
+
+TEST(Array, RefusesMoreElementsThanMemoryCanHave) {
+    EXPECT_THROW(Int32Array(Int32Array().max_size() + 1), std::length_error);
+    Int32Array a = of({1});
+    EXPECT_THROW(a.reserve(static_cast<std::size_t>(-1)), std::length_error);
+    EXPECT_EQ(of({1}), a);
 }
 
 TEST(Array, Shrinks) {

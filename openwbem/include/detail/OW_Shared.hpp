@@ -17,7 +17,8 @@ public:
 
     void addHandle() const { m_handles.fetch_add(1, std::memory_order_relaxed); }
     void removeHandle() const {
-        if (m_handles.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        // The only handle needs no locked instruction: nobody else can make a second one.
+        if (!isShared() || m_handles.fetch_sub(1, std::memory_order_acq_rel) == 1)
             delete this;
     }
     bool isShared() const { return m_handles.load(std::memory_order_acquire) != 1; }
@@ -57,6 +58,12 @@ public:
         : m_data(other.m_data) {
         other.m_data = nullptr;
     }
+    /** A handle of another type to the same data, which is a T. */
+    template <class U>
+    explicit Shared(Shared<U> other) noexcept
+        : m_data(other.m_data) {
+        other.m_data = nullptr;
+    }
     ~Shared() { reset(); }
     Shared& operator=(const Shared& other) { // NOLINT(bugprone-unhandled-self-assignment): copies and swaps
         Shared(other).swap(*this);
@@ -85,14 +92,18 @@ public:
 
     /** The data for changing: this handle's own, cloned first where it is shared. */
     T& edit() {
-        if (!m_data)
-            throwNullReference();
-        if (m_data->isShared())
+        if (read().isShared())
             *this = Shared(new T(read()));
-        return const_cast<T&>(static_cast<const T&>(*m_data));
+        return *unshared();
+    }
+    /** The data for changing; null where there is none or it is shared. */
+    T* unshared() {
+        return m_data && !m_data->isShared() ? const_cast<T*>(static_cast<const T*>(m_data)) : nullptr;
     }
 
 private:
+    template <class U>
+    friend class Shared;
     const Counted* m_data;
 };
 

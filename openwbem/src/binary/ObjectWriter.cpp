@@ -173,7 +173,7 @@ void write(Writer& out, const CIMProperty& property) {
     out.number(static_cast<UInt32>(declaration.arraySize));
     out.boolean(declaration.propagated);
     qualifiers(out, declaration.qualifiers);
-    optionalValue(out, ObjectAccess::data(property).value);
+    optionalValue(out, ObjectAccess::value(property));
 }
 
 void write(Writer& out, const CIMValue& value) {

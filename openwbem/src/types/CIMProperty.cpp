@@ -39,89 +39,94 @@ bool isTrue(const QualifierArray& qualifiers, const CIMName& name) {
 
 CIMProperty::CIMProperty()
     : CIMProperty(CIMName()) {}
-CIMProperty::CIMProperty(CIMNULL_t) {}
+CIMProperty::CIMProperty(CIMNULL_t)
+    : m_value(CIMNULL) {}
 CIMProperty::CIMProperty(const CIMName& name)
     : CIMProperty(name, CIMDataType()) {}
 CIMProperty::CIMProperty(const char* name)
     : CIMProperty(CIMName(name)) {}
 CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value)
-    : m_data(new Data(declare(name, value.getCIMDataType()), value)) {}
+    : CIMProperty(declare(name, value.getCIMDataType()), value) {}
 CIMProperty::CIMProperty(const CIMName& name, const CIMDataType& type)
-    : m_data(new Data(declare(name, type), CIMValue(CIMNULL))) {}
+    : CIMProperty(declare(name, type), CIMValue(CIMNULL)) {}
+CIMProperty::CIMProperty(detail::Shared<Declaration> declaration, CIMValue value) noexcept
+    : m_declaration(std::move(declaration))
+    , m_value(std::move(value)) {}
 
 String CIMProperty::getName() const {
-    return m_data->declaration->name.toString();
+    return m_declaration->name.toString();
 }
 
 void CIMProperty::setName(const CIMName& name) {
-    m_data.edit().declaration.edit().name = name;
+    m_declaration.edit().name = name;
 }
 
 CIMValue CIMProperty::getValue() const {
-    return m_data->value;
+    if (!m_declaration)
+        detail::throwNullReference();
+    return m_value;
 }
 
 CIMValue CIMProperty::getValueT() const {
-    if (!m_data->value)
+    CIMValue value = getValue();
+    if (!value)
         OW_THROW(NULLValueException, getName().c_str());
-    return m_data->value;
+    return value;
 }
 
 CIMProperty& CIMProperty::setValue(const CIMValue& value) {
-    CIMValue own = cast(value, getDataType());
-    m_data.edit().value = std::move(own);
+    m_value = cast(value, getDataType());
     return *this;
 }
 
 CIMDataType CIMProperty::getDataType() const {
-    return m_data->declaration->type;
+    return m_declaration->type;
 }
 
 CIMProperty& CIMProperty::setDataType(const CIMDataType& type) {
     CIMValue own = cast(getValue(), type);
-    Data& data = m_data.edit();
-    data.declaration.edit().type = type;
-    data.value = std::move(own);
+    m_declaration.edit().type = type;
+    m_value = std::move(own);
     return *this;
 }
 
 Int32 CIMProperty::getSize() const {
-    return m_data->declaration->arraySize;
+    return m_declaration->arraySize;
 }
 
 String CIMProperty::getOriginClass() const {
-    return m_data->declaration->originClass.toString();
+    return m_declaration->originClass.toString();
 }
 
 CIMProperty& CIMProperty::setOriginClass(const CIMName& className) {
-    m_data.edit().declaration.edit().originClass = className;
+    m_declaration.edit().originClass = className;
     return *this;
 }
 
 bool CIMProperty::getPropagated() const {
-    return m_data->declaration->propagated;
+    return m_declaration->propagated;
 }
 
 CIMProperty& CIMProperty::setPropagated(bool propagated) {
-    m_data.edit().declaration.edit().propagated = propagated;
+    m_declaration.edit().propagated = propagated;
     return *this;
 }
 
 bool CIMProperty::isReference() const {
-    return m_data->declaration->type.isReferenceType();
+    return m_declaration->type.isReferenceType();
 }
 
 bool CIMProperty::isKey() const {
-    return isReference() || isTrue(m_data->declaration->qualifiers, "Key");
+    return isReference() || isTrue(m_declaration->qualifiers, "Key");
 }
 
 void CIMProperty::setNull() {
-    m_data.reset();
+    m_declaration.reset();
+    m_value.setNull();
 }
 
 String CIMProperty::toString() const {
-    const CIMValue& value = m_data->value;
-    return getDataType().toString() + ":" + getName() + "=" + (value ? value.toString() : "null");
+    return getDataType().toString() + ":" + getName() + "=" + (m_value ? m_value.toString() : "null");
 }
 
 } // namespace OpenWBEM

@@ -95,9 +95,9 @@ String CIMProperty::toMOF() const {
     appendQualifiers(text, declaration.qualifiers, "    ");
     text += "    ";
     appendTyped(text, declaration.type, declaration.name);
-    if (m_data->value) {
+    if (m_value) {
         text += " = ";
-        append(text, m_data->value.toMOF());
+        append(text, m_value.toMOF());
     }
     return stringOf(text + ";\n");
 }
@@ -110,7 +110,7 @@ String CIMInstance::toMOF() const {
     append(text, data.className.toString());
     text += "\n{\n";
     for (const CIMProperty& property : std::as_const(data.properties)) {
-        const CIMValue& value = ObjectAccess::data(property).value;
+        const CIMValue& value = ObjectAccess::value(property);
         if (!value)
             continue;
         text += "    ";

@@ -48,15 +48,6 @@ struct Declaration : detail::Counted {
     QualifierArray qualifiers;
 };
 
-struct CIMProperty::Data : detail::Counted {
-    Data(detail::Shared<Declaration> of, CIMValue is)
-        : declaration(std::move(of))
-        , value(std::move(is)) {}
-
-    detail::Shared<Declaration> declaration; // never null
-    CIMValue value;
-};
-
 /** What a path has that names no host; all such paths share the texts. */
 struct LocalAddress {
     const String protocol{"http"};
@@ -116,10 +107,7 @@ struct CIMClass::Data : detail::Counted {
  */
 struct ObjectAccess {
     static CIMProperty property(detail::Shared<Declaration> declaration, CIMValue value) {
-        CIMProperty property{CIMNULL};
-        property.m_data = detail::Shared<CIMProperty::Data>(
-            new CIMProperty::Data(std::move(declaration), std::move(value)));
-        return property;
+        return CIMProperty(std::move(declaration), std::move(value));
     }
     /** A handle of new data, which it takes over. */
     template <class Object>
@@ -133,8 +121,10 @@ struct ObjectAccess {
         return object.m_data.read();
     }
     static const Declaration& declaration(const CIMProperty& property) {
-        return property.m_data->declaration.read();
+        return property.m_declaration.read();
     }
+    /** Not for the null property. */
+    static const CIMValue& value(const CIMProperty& property) { return property.m_value; }
 
     static CIMDataType dataType(CIMDataType::Type type, Int32 size, Int32 sizeRange, const String& refClass) {
         CIMDataType result(type);

@@ -72,6 +72,8 @@ struct ValueAccess {
             std::memcpy(value.m_plain, &content, sizeof content);
         else if constexpr (std::is_same_v<T, String>)
             new (&value.m_text) String(std::move(content));
+        else if constexpr (TypeOf<T>::isArray)
+            new (&value.m_shared) detail::Shared<const detail::Counted>(std::move(content.m_elements));
         else
             new (&value.m_shared) detail::Shared<const detail::Counted>(new Boxed<T>(std::move(content)));
         value.m_type = TypeOf<T>::type;
@@ -93,6 +95,8 @@ struct ValueAccess {
             return content;
         } else if constexpr (std::is_same_v<T, String>) {
             return static_cast<const String&>(value.m_text);
+        } else if constexpr (TypeOf<T>::isArray) {
+            return T(detail::Shared<typename T::Elements>(value.m_shared));
         } else {
             return static_cast<const T&>(static_cast<const Boxed<T>&>(value.m_shared.read()).content);
         }

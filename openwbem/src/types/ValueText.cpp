@@ -90,7 +90,7 @@ void appendText(std::string& text, const CIMInstance& value) {
         const Declaration& declaration = ObjectAccess::declaration(property);
         if (isTrue(declaration.qualifiers, "Invisible"))
             continue;
-        const CIMValue& content = ObjectAccess::data(property).value;
+        const CIMValue& content = ObjectAccess::value(property);
         appendText(text, declaration.name.toString());
         text += " = ";
         appendText(text, content ? content.toString() : String("null"));

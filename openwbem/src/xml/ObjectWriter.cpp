@@ -92,12 +92,12 @@ void writeMethod(std::string& out, const Method& method) {
 } // namespace
 
 void write(std::string& out, const CIMProperty& property) {
-    const CIMProperty::Data& data = ObjectAccess::data(property);
     const Declaration& declaration = ObjectAccess::declaration(property);
+    const CIMValue& value = ObjectAccess::value(property);
     if (!declaration.name)
         OW_THROWCIMMSG(CIMException::FAILED, "property must have a name");
     // A property that was given a value before it had a type is still declared without one.
-    const CIMDataType type = declaration.type || !data.value ? declaration.type : data.value.getCIMDataType();
+    const CIMDataType type = declaration.type || !value ? declaration.type : value.getCIMDataType();
     DeclaringElement element(out, nameOf(propertyNames, type));
     element.attribute("NAME", declaration.name.toString());
     writeType(element, type);
@@ -105,9 +105,9 @@ void write(std::string& out, const CIMProperty& property) {
         .optional("PROPAGATED", declaration.propagated, "true")
         .open();
     writeQualifiers(out, declaration.qualifiers);
-    if (isEmbedded(data.value) && !isTrue(declaration.qualifiers, "EmbeddedObject"))
+    if (isEmbedded(value) && !isTrue(declaration.qualifiers, "EmbeddedObject"))
         writeEmbeddedObject(out);
-    write(out, data.value);
+    write(out, value);
 }
 
 void write(std::string& out, const CIMInstance& instance) {

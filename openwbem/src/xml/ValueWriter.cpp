@@ -67,7 +67,7 @@ const char* keyType(const CIMValue& value) {
 }
 
 void writeKey(std::string& out, const CIMProperty& key) {
-    const CIMValue& value = ObjectAccess::data(key).value;
+    const CIMValue& value = ObjectAccess::value(key);
     const Element binding(out, "KEYBINDING", "NAME", key.getName());
     if (value && value.getType() == CIMDataType::REFERENCE) {
         write(out, value);
