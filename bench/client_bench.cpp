@@ -27,14 +27,14 @@ struct Protocol {
     const char* scheme;
     const char* firstInstance;
     const char* afterLast;
-    /** What reading an instance may take, in microseconds. */
+    /** What reading an instance and taking it from the enumeration may take together, in microseconds. */
     double aim;
 };
 
 const Protocol protocols[] = {
     {"binary", "/ow-uds-anon/enum_Many/s2c.bin", "owbinary.wbem", "i\x01\x08QAV_Many", "\x98\x98", 2},
     {"CIM-XML", "/xml-tcp-anon/enum_Many/s2c.bin", "cimxml.wbem", "<VALUE.NAMEDINSTANCE>", "</IRETURNVALUE>",
-     6},
+     3.5},
 };
 
 std::string bodyOf(const std::string& reply) {
@@ -130,8 +130,9 @@ void printFigures(const Protocol& protocol, std::size_t instances, const support
     const double taking = bench::median(take) * perInstance;
     std::printf("| %s | %zu | %.2f | %.2f | %.1f | %.2f | %.1f | %ld | %ld |\n", protocol.name, instances,
                 bare, reading, reading / bare, taking, taking / bare, first.held, first.peak);
-    const std::string what = "reading an instance of " + std::to_string(instances) + ", " + protocol.name;
-    bench::printAim(what.c_str(), "µs", protocol.aim, reading);
+    const std::string what =
+        "reading and taking an instance of " + std::to_string(instances) + ", " + protocol.name;
+    bench::printAim(what.c_str(), "µs", protocol.aim, reading + taking);
 }
 
 // In a process of its own, so that the peer's memory and time are not measured.

@@ -61,7 +61,8 @@ public:
     Array(It first, It last) {
         if (std::is_base_of<std::forward_iterator_tag, Category>::value)
             reserve(static_cast<size_type>(std::distance(first, last)));
-        std::copy(first, last, std::back_inserter(*this));
+        for (; first != last; ++first)
+            emplace(*first);
     }
     /** Takes over a vector that new gave. */
     explicit Array(Vector* adopted)
@@ -96,11 +97,7 @@ public:
     const_reference front() const { return *begin(); }
     const_reference back() const { return *(end() - 1); }
 
-    void push_back(T value) {
-        Elements& own = size() < capacity() ? edit(0) : edit(2 * size() + 1);
-        new (own.items() + own.size) T(std::move(value));
-        ++own.size;
-    }
+    void push_back(T value) { emplace(std::move(value)); }
     void append(const T& value) { push_back(value); }
     Array& operator+=(const T& value) {
         push_back(value);
@@ -126,7 +123,8 @@ public:
     void insert(iterator at, It first, It last) {
         const difference_type index = at - begin();
         const auto before = static_cast<difference_type>(size());
-        std::copy(first, last, std::back_inserter(*this));
+        for (; first != last; ++first)
+            emplace(*first);
         std::rotate(begin() + index, begin() + before, end());
     }
     iterator erase(iterator at) { return erase(at, at + 1); }
@@ -210,6 +208,14 @@ private:
             detail::throwOutOfBounds(size(), i);
     }
     const T* items() const { return m_elements ? m_elements->items() : nullptr; }
+
+    /** Appends an element made of a value, which is none of this array's. */
+    template <class Value>
+    void emplace(Value&& value) {
+        Elements& own = edit(size() < capacity() ? 0 : 2 * size() + 1);
+        new (own.items() + own.size) T(std::forward<Value>(value));
+        ++own.size;
+    }
 
     /** The elements for changing: this array's own, with room for at least n. */
     Elements& edit(size_type n) {

@@ -7,7 +7,7 @@ namespace OpenWBEM {
 /** Common base of the CIM object types. */
 class OW_COMMON_API CIMBase {
 public:
-    virtual ~CIMBase();
+    virtual ~CIMBase() = default;
     /** Makes the handle null. */
     virtual void setNull() = 0;
     /** The object as text, in the form of its class. */

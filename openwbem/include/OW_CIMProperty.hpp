@@ -5,6 +5,7 @@
 #include "OW_CIMName.hpp"
 #include "OW_CIMValue.hpp"
 #include "detail/OW_Shared.hpp"
+#include <utility>
 
 namespace OpenWBEM {
 
@@ -61,7 +62,9 @@ public:
 
 private:
     friend struct ObjectAccess;
-    CIMProperty(detail::Shared<Declaration> declaration, CIMValue value) noexcept;
+    CIMProperty(detail::Shared<Declaration> declaration, CIMValue value) noexcept
+        : m_declaration(std::move(declaration))
+        , m_value(std::move(value)) {}
 
     detail::Shared<Declaration> m_declaration; // null for the null property
     CIMValue m_value;

@@ -8,6 +8,7 @@
 #include "OW_Char16.hpp"
 #include "OW_String.hpp"
 #include "detail/OW_Shared.hpp"
+#include <cstring>
 
 namespace OpenWBEM {
 
@@ -17,12 +18,24 @@ namespace OpenWBEM {
  */
 class OW_COMMON_API CIMValue : public CIMBase {
 public:
-    explicit CIMValue(CIMNULL_t);
+    explicit CIMValue(CIMNULL_t) noexcept
+        : m_type(CIMDataType::CIMNULL)
+        , m_isArray(false)
+        , m_plain() {}
     CIMValue(const CIMValue& other);
-    CIMValue(CIMValue&& other) noexcept;
-    ~CIMValue() override;
+    CIMValue(CIMValue&& other) noexcept
+        : CIMValue(CIMNULL) {
+        take(other);
+    }
+    ~CIMValue() override { destroy(); }
     CIMValue& operator=(const CIMValue& other);
-    CIMValue& operator=(CIMValue&& other) noexcept;
+    CIMValue& operator=(CIMValue&& other) noexcept {
+        if (this != &other) {
+            destroy();
+            take(other);
+        }
+        return *this;
+    }
 
     explicit CIMValue(Bool value);
     explicit CIMValue(bool value);
@@ -171,9 +184,29 @@ private:
     friend struct ValueAccess;
     enum Form { PLAIN, TEXT, SHARED };
     /** What the union holds. */
-    Form form() const;
+    Form form() const {
+        if (m_isArray)
+            return SHARED;
+        if (m_type == CIMDataType::STRING)
+            return TEXT;
+        return m_type == CIMDataType::DATETIME || m_type >= CIMDataType::REFERENCE ? SHARED : PLAIN;
+    }
     void copy(const CIMValue& other);
-    void destroy();
+    /** The value of another, which becomes null. Texts and shared data are pointers, which may stand
+     * anywhere. */
+    void take(CIMValue& other) noexcept {
+        m_type = other.m_type;
+        m_isArray = other.m_isArray;
+        std::memcpy(m_plain, other.m_plain, sizeof m_plain);
+        other.m_type = CIMDataType::CIMNULL;
+        other.m_isArray = false;
+    }
+    void destroy() noexcept {
+        if (form() == TEXT)
+            m_text.~String();
+        else if (form() == SHARED)
+            m_shared.~Shared();
+    }
     void requireValue() const;
     template <class T>
     void hold(const T& value);

@@ -137,6 +137,45 @@ TEST(Tokenizer, GivesTheBytesOfAStartTag) {
     EXPECT_EQ("C", in.tag());
 }
 
+// Name, bytes and attribute "a" of the second start tag, which is looked for by the bytes of the first.
+std::string recognised(const std::string& first, const std::string& second, std::size_t piece) {
+    PieceSource source("<A>" + first + "</T>" + second + "</T></A>", piece);
+    io::Window window(source);
+    Tokenizer in(window);
+    in.next();
+    in.next();
+    const std::string expected(in.tag());
+    in.next();
+    in.next(expected);
+    std::string seen = std::string(in.name()) + '|' + std::string(in.tag()) + '|';
+    seen += in.attribute("a");
+    in.skip();
+    EXPECT_EQ(Tag::end, in.next());
+    EXPECT_EQ(Tag::none, in.next());
+    return seen;
+}
+
+TEST(Tokenizer, ReadsATagTheSameWhetherItIsRecognisedOrNot) {
+    for (const std::size_t piece : {1U, 7U, 4096U}) {
+        EXPECT_EQ("T|T a='1' b='>'|1", recognised("<T a='1' b='>'>", "<T a='1' b='>'>", piece));
+        EXPECT_EQ("T|T a='&lt;' |<", recognised("<T a='&lt;' >", "<T a='&lt;' >", piece));
+        EXPECT_EQ("T|T|", recognised("<T>", "<T>", piece));
+        EXPECT_EQ("T|T a='1' b='2'|1", recognised("<T a='1'>", "<T a='1' b='2'>", piece));
+        EXPECT_EQ("T|T a='2'|2", recognised("<T a='1'>", "<T a='2'>", piece));
+        EXPECT_EQ("T|T a='1'|1", recognised("<T a='1' b='2'>", "<T a='1'>", piece));
+    }
+}
+
+TEST(Tokenizer, ChecksTheEndTagOfARecognisedTag) {
+    const std::string document = "<A><T a='1'></T><T a='1'></U></A>";
+    io::Window window(document.data(), document.size());
+    Tokenizer in(window);
+    for (int tags = 0; tags < 3; ++tags)
+        in.next();
+    in.next("T a='1'");
+    EXPECT_EQ("XMLParseException: Line 1: Bad end tag: expected T", failureOf([&in] { in.next(); }));
+}
+
 TEST(Tokenizer, UnderstandsTheSameHoweverTheBytesCome) {
     const std::string document =
         "<?xml version='1.0'?><!DOCTYPE CIM><A a='x>y' b=\"&lt;\"><!-- -- --><T>a&amp;b<![CDATA[]]]]></T >"

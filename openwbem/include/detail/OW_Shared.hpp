@@ -13,7 +13,7 @@ namespace detail {
 /** Base of data that handles share. The last handle deletes it, whatever it knows of the data's type. */
 class OW_COMMON_API Counted {
 public:
-    virtual ~Counted();
+    virtual ~Counted() = default;
 
     void addHandle() const { m_handles.fetch_add(1, std::memory_order_relaxed); }
     void removeHandle() const {

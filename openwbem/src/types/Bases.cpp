@@ -11,8 +11,6 @@
 
 namespace OpenWBEM {
 
-CIMBase::~CIMBase() = default;
-detail::Counted::~Counted() = default;
 IntrusiveCountableBase::~IntrusiveCountableBase() = default;
 ClientAuthCBIFC::~ClientAuthCBIFC() = default;
 

@@ -3,11 +3,13 @@
 #include "OW_DateTime.hpp"
 #include "detail/OW_Shared.hpp"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <ostream>
 #include <string>
+#include <string_view>
 
 namespace OpenWBEM {
 namespace {
@@ -15,8 +17,10 @@ namespace {
 const std::size_t deciding = 21;     // the character that tells a date from an interval
 const std::size_t lastLookedAt = 34; // text from here on is ignored
 
-int field(const std::string& text, std::size_t begin, std::size_t length) {
-    return static_cast<int>(std::strtol(text.substr(begin, length).c_str(), nullptr, 10));
+int field(std::string_view text, std::size_t begin, std::size_t length) {
+    char digits[lastLookedAt] = {}; // up to a NUL
+    text.copy(digits, std::min(length, sizeof digits - 1), begin);
+    return static_cast<int>(std::strtol(digits, nullptr, 10));
 }
 
 } // namespace
@@ -28,7 +32,7 @@ CIMDateTime::CIMDateTime(CIMNULL_t) {
 CIMDateTime::CIMDateTime(const String& string) {
     if (string.empty())
         return;
-    const std::string text = std::string(string.c_str()).substr(0, lastLookedAt);
+    const std::string_view text = std::string_view(string.c_str()).substr(0, lastLookedAt);
     const char form = text.size() > deciding ? text[deciding] : '\0';
     if (form != ':' && form != '+' && form != '-')
         OW_THROW_ERR(CIMDateTimeException, "Invalid format for date time", E_INVALID_DATE_TIME_FORMAT);
@@ -40,7 +44,7 @@ CIMDateTime::CIMDateTime(const String& string) {
         m_fields.year = static_cast<UInt16>(field(text, 0, 4));
         m_fields.month = static_cast<UInt8>(field(text, 4, 2));
         m_fields.days = static_cast<UInt32>(field(text, 6, 2));
-        m_fields.utc = static_cast<Int16>(field(text, deciding, std::string::npos));
+        m_fields.utc = static_cast<Int16>(field(text, deciding, lastLookedAt - deciding));
     }
     m_fields.hours = static_cast<UInt8>(field(text, 8, 2));
     m_fields.minutes = static_cast<UInt8>(field(text, 10, 2));

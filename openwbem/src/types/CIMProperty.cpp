@@ -49,9 +49,6 @@ CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value)
     : CIMProperty(declare(name, value.getCIMDataType()), value) {}
 CIMProperty::CIMProperty(const CIMName& name, const CIMDataType& type)
     : CIMProperty(declare(name, type), CIMValue(CIMNULL)) {}
-CIMProperty::CIMProperty(detail::Shared<Declaration> declaration, CIMValue value) noexcept
-    : m_declaration(std::move(declaration))
-    , m_value(std::move(value)) {}
 
 String CIMProperty::getName() const {
     return m_declaration->name.toString();

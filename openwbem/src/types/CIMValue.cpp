@@ -17,64 +17,13 @@ namespace {
 
 } // namespace
 
-CIMValue::CIMValue(CIMNULL_t)
-    : m_type(CIMDataType::CIMNULL)
-    , m_isArray(false)
-    , m_plain() {}
-
 CIMValue::CIMValue(const CIMValue& other)
     : CIMValue(CIMNULL) {
     copy(other);
 }
 
-CIMValue::CIMValue(CIMValue&& other) noexcept
-    : CIMValue(CIMNULL) {
-    *this = std::move(other);
-}
-
-CIMValue::~CIMValue() {
-    destroy();
-}
-
 CIMValue& CIMValue::operator=(const CIMValue& other) {
     return *this = CIMValue(other);
-}
-
-CIMValue& CIMValue::operator=(CIMValue&& other) noexcept {
-    if (this == &other)
-        return *this;
-    destroy();
-    m_type = other.m_type;
-    m_isArray = other.m_isArray;
-    switch (form()) {
-    case PLAIN:
-        std::memcpy(m_plain, other.m_plain, sizeof m_plain);
-        break;
-    case TEXT:
-        new (&m_text) String(std::move(other.m_text));
-        break;
-    case SHARED:
-        new (&m_shared) detail::Shared<const detail::Counted>(std::move(other.m_shared));
-        break;
-    }
-    other.setNull();
-    return *this;
-}
-
-CIMValue::Form CIMValue::form() const {
-    if (m_isArray)
-        return SHARED;
-    switch (m_type) {
-    case CIMDataType::STRING:
-        return TEXT;
-    case CIMDataType::DATETIME:
-    case CIMDataType::REFERENCE:
-    case CIMDataType::EMBEDDEDCLASS:
-    case CIMDataType::EMBEDDEDINSTANCE:
-        return SHARED;
-    default:
-        return PLAIN;
-    }
 }
 
 // Of a null value into a value.
@@ -90,19 +39,6 @@ void CIMValue::copy(const CIMValue& other) {
         break;
     case SHARED:
         new (&m_shared) detail::Shared<const detail::Counted>(other.m_shared);
-        break;
-    }
-}
-
-void CIMValue::destroy() {
-    switch (form()) {
-    case PLAIN:
-        break;
-    case TEXT:
-        m_text.~String();
-        break;
-    case SHARED:
-        m_shared.~Shared();
         break;
     }
 }

@@ -67,9 +67,11 @@ CIMInstance ObjectReader::instance() {
 CIMInstance ObjectReader::readInstance() {
     auto data = std::make_unique<CIMInstance::Data>();
     data->className = className(m_in.attribute("CLASSNAME"));
-    data->language = toString(m_in.attribute("xml:lang"));
+    const std::string_view language = m_in.attribute("xml:lang");
+    if (!language.empty())
+        data->language = toString(language);
     const std::size_t first = m_collected.size();
-    while (m_in.next() == Tag::start) {
+    while (m_in.next(expectedTag()) == Tag::start) {
         if (startsProperty())
             append(m_collected, property(), first);
         else if (m_in.name() == "QUALIFIER")
@@ -94,9 +96,13 @@ CIMPropertyArray ObjectReader::collected(std::size_t first) {
 
 // Most names are the one before.
 CIMName ObjectReader::className(std::string_view text) {
-    if (text != view(m_className.toString()))
+    if (text != view(m_className))
         m_className = toString(text);
     return m_className;
+}
+
+std::string_view ObjectReader::expectedTag() const {
+    return m_next < m_known.size() ? std::string_view(m_known[m_next].tag) : std::string_view();
 }
 
 bool ObjectReader::startsProperty() const {

@@ -88,6 +88,8 @@ private:
     void pathPart(CIMObjectPath::Data& path, std::string& nameSpace);
     CIMObjectPath reference();
 
+    /** Tag of the property or key that comes next, if it is as in the instance before. */
+    std::string_view expectedTag() const;
     bool startsProperty() const;
     CIMProperty property();
     CIMPropertyArray collected(std::size_t first);
@@ -113,7 +115,7 @@ private:
     std::vector<Known> m_known;           // in the order in which they were read
     std::size_t m_next = 0;               // of m_known: what the next property of an outermost object may be
     std::vector<CIMProperty> m_collected; // of the objects that are being read, the innermost last
-    CIMName m_className;                  // the one before
+    String m_className;                   // the one before
 };
 
 } // namespace xml

@@ -71,7 +71,7 @@ void ObjectReader::pathPart(CIMObjectPath::Data& path, std::string& nameSpace) {
 // Those of an INSTANCENAME, which may hold the value of a single key without its name.
 CIMPropertyArray ObjectReader::keys() {
     const std::size_t first = m_collected.size();
-    while (m_in.next() == Tag::start)
+    while (m_in.next(expectedTag()) == Tag::start)
         append(m_collected, key(), first);
     return collected(first);
 }

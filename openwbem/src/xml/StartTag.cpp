@@ -36,12 +36,27 @@ bool is(const bool (&kind)[256], char c) {
 
 } // namespace
 
+// Takes the tag of these bytes, if it comes next, with neither slash nor blank before its end.
+bool Tokenizer::recognise(std::string_view expected) {
+    const std::size_t end = 1 + expected.size();
+    if (expected.empty() || m_in.size() <= end || m_in.begin()[end] != '>' ||
+        visible().substr(1, expected.size()) != expected)
+        return false;
+    m_size = end + 1;
+    m_tag = visible().substr(1, expected.size());
+    std::size_t nameSize = 1;
+    while (is(bytes.isInName, m_in.begin()[1 + nameSize]))
+        ++nameSize;
+    m_name = m_tag.substr(0, nameSize);
+    return true;
+}
+
 // Bytes may move until all of the tag is visible: up to there its parts are known by their offsets.
 void Tokenizer::parseStartTag() {
     std::size_t at = parseName(1, "Bad tag name");
     const std::size_t nameSize = at - 1;
     m_attributeCount = 0;
-    for (;;) {
+    while (byteAt(at) != '>' && byteAt(at) != '/') {
         const std::size_t gap = at;
         at = pastBlanks(at);
         if (byteAt(at) == '>' || byteAt(at) == '/')
@@ -88,9 +103,14 @@ std::size_t Tokenizer::parseName(std::size_t at, const char* kind) {
     if (!is(bytes.startsName, byteAt(at)))
         fail(kind, std::string("Expected alpha or _; got ") + byteAt(at));
     const std::size_t begin = at;
-    while (is(bytes.isInName, byteAt(at)))
-        if (++at - begin > maximumName)
+    do {
+        require(at + 1);
+        const char* const found =
+            std::find_if_not(m_in.begin() + at, m_in.end(), [](char c) { return is(bytes.isInName, c); });
+        at = static_cast<std::size_t>(found - m_in.begin());
+        if (at - begin > maximumName)
             fail(kind, "too long");
+    } while (at == m_in.size());
     return at;
 }
 
@@ -119,7 +139,10 @@ void Tokenizer::decodeAttributes() {
     }
 }
 
-std::string_view Tokenizer::attribute(std::string_view name) const {
+std::string_view Tokenizer::attribute(std::string_view name) {
+    if (!m_isParsed)
+        parseStartTag();
+    m_isParsed = true;
     const auto end = m_attributes.begin() + static_cast<std::ptrdiff_t>(m_attributeCount);
     const auto found = std::find_if(m_attributes.begin(), end,
                                     [name](const Attribute& attribute) { return attribute.name == name; });

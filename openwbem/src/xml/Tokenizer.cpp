@@ -22,7 +22,7 @@ Tokenizer::Tokenizer(io::Window& in, unsigned firstLine)
     , m_line(firstLine)
     , m_counted(in.begin()) {}
 
-Tag Tokenizer::next() {
+Tag Tokenizer::next(std::string_view expected) {
     drop();
     if (m_isEmpty) {
         m_isEmpty = false;
@@ -37,7 +37,7 @@ Tag Tokenizer::next() {
             endTag();
             return Tag::end;
         } else {
-            startTag();
+            startTag(expected);
             return Tag::start;
         }
     }
@@ -50,24 +50,34 @@ void Tokenizer::skip() {
         next();
 }
 
-void Tokenizer::startTag() {
+void Tokenizer::startTag(std::string_view expected) {
     if (m_depth == 0 && m_hasRoot)
         fail("Text after the document", visible().substr(0, 1));
     if (m_depth == maximumNesting)
         fail("Too deep", "elements are nested too deeply");
-    parseStartTag();
+    m_isParsed = !recognise(expected);
+    if (m_isParsed)
+        parseStartTag();
     m_hasRoot = true;
-    m_names += m_name;
-    m_nameSizes[m_depth++] = static_cast<std::uint16_t>(m_name.size());
+    push(m_name);
+}
+
+void Tokenizer::push(std::string_view name) {
+    if (m_names.size() < m_namesSize + name.size())
+        m_names.resize(2 * (m_namesSize + name.size()));
+    name.copy(&m_names[m_namesSize], name.size());
+    m_namesSize += name.size();
+    m_nameSizes[m_depth++] = static_cast<std::uint16_t>(name.size());
 }
 
 void Tokenizer::endTag() {
     if (m_depth == 0)
         fail("Bad end tag", "no element is open");
-    const std::string_view name = innermost();
-    std::size_t at = 2 + name.size();
+    const std::size_t size = m_nameSizes[m_depth - 1];
+    const std::string_view name(&m_names[m_namesSize - size], size);
+    std::size_t at = 2 + size;
     require(at + 1);
-    if (visible().substr(2, name.size()) != name)
+    if (visible().substr(2, size) != name)
         fail("Bad end tag", std::string("expected ").append(name));
     while (isBlank(m_in.begin()[at]))
         require(++at + 1);
@@ -77,17 +87,10 @@ void Tokenizer::endTag() {
     pop();
 }
 
-std::string_view Tokenizer::innermost() const {
-    const std::size_t size = m_nameSizes[m_depth - 1];
-    return std::string_view(m_names).substr(m_names.size() - size);
-}
-
-void Tokenizer::pop() {
-    m_names.resize(m_names.size() - m_nameSizes[--m_depth]);
-}
-
 // Drops the text in front of the next "<" and makes that visible with the byte behind it. False at the end.
 bool Tokenizer::toMarkup() {
+    if (m_in.size() > 1 && *m_in.begin() == '<') // as mostly
+        return true;
     for (;;) {
         const std::size_t at = visible().find('<');
         const std::size_t size = at == std::string_view::npos ? m_in.size() : at;

@@ -36,8 +36,11 @@ public:
     /**
      * Passes to the next tag. `<A/>` is a start and an end. Start and end tags match; there is one document
      * element, and none comes when it has ended and nothing follows it, or when there is no document at all.
+     *
+     * @param expected tag() of an earlier tag, or empty: a start tag of these bytes is recognised, which is
+     *        faster than parsing it
      */
-    Tag next();
+    Tag next(std::string_view expected = {});
     /**
      * The text up to the next tag, references and CDATA sections decoded; to be called after a start tag.
      * Valid until the next call of a member that is not const.
@@ -51,8 +54,9 @@ public:
     std::string_view name() const { return m_name; }
     /** All of it but the brackets and the slash of an empty element. */
     std::string_view tag() const { return m_tag; }
-    /** Value of an attribute, references decoded; empty when there is no such attribute. */
-    std::string_view attribute(std::string_view name) const;
+    /** Value of an attribute, references decoded; empty when there is no such attribute. Changes nothing that
+     * the other members gave. */
+    std::string_view attribute(std::string_view name);
 
     /** Line of the token. */
     unsigned line();
@@ -70,10 +74,10 @@ private:
     };
 
     // Walking
-    void startTag();
+    void startTag(std::string_view expected);
     void endTag();
-    void pop();
-    std::string_view innermost() const;
+    void push(std::string_view name);
+    void pop() { m_namesSize -= m_nameSizes[--m_depth]; }
     bool toMarkup();
     void requireBlank(std::string_view text);
     void passOverMarkup();
@@ -83,6 +87,7 @@ private:
     void appendText(std::string_view piece);
 
     // Parsing one start tag
+    bool recognise(std::string_view expected);
     void parseStartTag();
     std::size_t parseAttribute(std::size_t at);
     std::size_t parseName(std::size_t at, const char* kind);
@@ -114,12 +119,14 @@ private:
 
     std::string_view m_name;
     std::string_view m_tag;
+    bool m_isParsed = true; // and not recognised only
     std::array<Attribute, maximumAttributes> m_attributes;
     std::size_t m_attributeCount = 0;
     std::string m_decoded; // the attribute values that hold references
     std::string m_text;
 
-    std::string m_names; // of the open elements, one behind the other
+    std::string m_names; // begins with those of the open elements, one behind the other
+    std::size_t m_namesSize = 0;
     std::array<std::uint16_t, maximumNesting> m_nameSizes;
     std::size_t m_depth = 0;
     bool m_isEmpty = false; // the start tag is an end tag as well
