@@ -1,16 +1,19 @@
-// Reading the process table of a machine with many sleeping processes, beside what the kernel itself takes
-// for the same files, and beside ps. Wall time: most of it is spent in the kernel.
+// Reading the process table of a machine with many sleeping processes, children of this program in the real
+// /proc, compared with a bare open, read and close of the same files, and with ps. Then OWB_getSWRun,
+// compared with the two passes over /proc that it makes. Wall time: most of it is spent in the kernel.
 #include "owb.h"
 
 #include "Measure.hpp"
 #include "QAV_UnixProcessAPI.hpp"
 #include "support/AgentQueue.hpp"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
+#include <functional>
 #include <string>
 #include <sys/prctl.h>
 #include <sys/wait.h>
@@ -93,42 +96,81 @@ struct Pass {
     QAV_UnixProcessAPI::tProcessInfoType type;
     std::vector<std::string> files;
     const char* ps;
+
+    bool withLink() const { return type == QAV_UnixProcessAPI::eProcessInformation; }
 };
 
-/** Prints a line, in microseconds a process, and the aims. */
-void measure(const Pass& pass) {
-    const bool withLink = pass.type == QAV_UnixProcessAPI::eProcessInformation;
-    const std::size_t processes = readBare(pass.files, withLink);
-    std::vector<double> inventories;
-    std::vector<double> floors;
-    std::vector<double> commands;
-    for (int i = 0; i < 11; ++i) { // in turn, so that what else the machine does meets all alike
-        floors.push_back(bench::wallSecondsOf([&] { readBare(pass.files, withLink); }));
-        inventories.push_back(inventoryTime(pass.type));
-        commands.push_back(commandTime(pass.ps));
+/** Seconds of several runs, each the same number of times. */
+struct Times {
+    std::vector<double> inventory;
+    std::vector<double> bare;
+    std::vector<double> ps;
+};
+
+/** In turn, so that what else the machine does affects all alike. */
+Times measure(const Pass& pass) {
+    Times times;
+    for (int i = 0; i < 11; ++i) {
+        times.bare.push_back(bench::wallSecondsOf([&] { readBare(pass.files, pass.withLink()); }));
+        times.inventory.push_back(inventoryTime(pass.type));
+        times.ps.push_back(commandTime(pass.ps));
     }
-    const double perProcess = 1e6 / static_cast<double>(processes);
-    const double floor = bench::median(floors) * perProcess;
-    const double inventory = bench::median(inventories) * perProcess;
-    const double ps = bench::median(commands) * perProcess;
-    std::printf("| %zu | %s | %.2f | %.2f | %.2f | %.2f | %.2f |\n", processes, pass.name, inventory, floor,
-                inventory / floor, ps, inventory / ps);
-    const std::string what = pass.name + std::string(", ") + std::to_string(processes) + " processes";
-    bench::printAim(what.c_str(), "times bare", 1.25, inventory / floor);
-    bench::printAim(what.c_str(), "times ps", 1, inventory / ps);
+    return times;
 }
 
-/** Prints a line of what the queue of all items and the question for the software cost beside the passes. */
-void measureQueue() {
-    support::AgentQueue queue;
-    const double all = bench::wallSecondsOf([&] { OWB_getSWRun(queue.head()); });
-    const double passes = inventoryTime(QAV_UnixProcessAPI::eProcessInformation) +
-                          inventoryTime(QAV_UnixProcessAPI::eStatisticalInformation);
+std::vector<double> sum(std::vector<double> a, const std::vector<double>& b) {
+    std::transform(a.begin(), a.end(), b.begin(), a.begin(), std::plus<>());
+    return a;
+}
+
+/** Prints a row, in microseconds a process. */
+void printRow(const char* name, std::size_t processes, const Times& times) {
+    const double perProcess = 1e6 / static_cast<double>(processes);
+    const double inventory = bench::median(times.inventory) * perProcess;
+    const double bare = bench::median(times.bare) * perProcess;
+    const double ps = bench::median(times.ps) * perProcess;
+    std::printf("| %zu | %s | %.2f | %.2f | %.2f | %.2f | %.2f |\n", processes, name, inventory, bare,
+                inventory / bare, ps, inventory / ps);
+}
+
+/** Prints a row for each pass and one for both, and the aims of both. */
+void measure(const Pass& first, const Pass& second) {
+    const std::size_t processes = readBare(first.files, first.withLink());
+    const Times a = measure(first);
+    const Times b = measure(second);
+    const Times both = {sum(a.inventory, b.inventory), sum(a.bare, b.bare), sum(a.ps, b.ps)};
+    printRow(first.name, processes, a);
+    printRow(second.name, processes, b);
+    printRow("both", processes, both);
+    const std::string what = "both passes, " + std::to_string(processes) + " processes";
+    const double inventory = bench::median(both.inventory);
+    bench::printAim(what.c_str(), "times bare", 1.35, inventory / bench::median(both.bare));
+    bench::printAim(what.c_str(), "times ps", 0.9, inventory / bench::median(both.ps));
+}
+
+/** Prints a row of what the queue of all items and the question for the software cost beside the passes. */
+void measureQueue(std::size_t processes) {
+    std::vector<double> alls;
+    std::vector<double> passesAlone;
+    long items = 0;
+    for (int i = 0; i < 3; ++i) {
+        support::AgentQueue queue;
+        alls.push_back(bench::wallSecondsOf([&] { OWB_getSWRun(queue.head()); }));
+        passesAlone.push_back(inventoryTime(QAV_UnixProcessAPI::eProcessInformation) +
+                              inventoryTime(QAV_UnixProcessAPI::eStatisticalInformation));
+        items = queue->size;
+    }
+    const double all = bench::median(alls);
+    const double passes = bench::median(passesAlone);
     // Without processes to read, what is left is the program that is asked.
-    QAV_UnixProcessAPI processes;
-    const double question = bench::wallSecondsOf([&] { processes.determineSWType("x"); });
-    std::printf("| %ld | %.1f | %.1f | %.1f %% | %.1f | %.1f %% |\n", queue->size, all * 1e3, passes * 1e3,
+    const double question = bench::medianOf(3, [] {
+        QAV_UnixProcessAPI empty;
+        return bench::wallSecondsOf([&] { empty.determineSWType("x"); });
+    });
+    std::printf("| %ld | %.1f | %.1f | %.1f %% | %.1f | %.1f %% |\n", items, all * 1e3, passes * 1e3,
                 100 * passes / all, question * 1e3, 100 * question / all);
+    const std::string what = "OWB_getSWRun, " + std::to_string(processes) + " processes";
+    bench::printAim(what.c_str(), "times both passes", 1.3, all / passes);
 }
 
 } // namespace
@@ -148,15 +190,14 @@ int main() {
                 "|---:|---|---:|---:|---:|---:|---:|\n");
     for (const std::size_t count : counts) {
         const Sleepers sleepers(count);
-        measure(information);
-        measure(statistics);
+        measure(information, statistics);
     }
     std::printf(
         "\n| items | OWB_getSWRun, ms | both passes, ms | share | asking for the software, ms | share |\n"
         "|---:|---:|---:|---:|---:|---:|\n");
     for (const std::size_t count : counts) {
         const Sleepers sleepers(count);
-        measureQueue();
+        measureQueue(count);
     }
     return 0;
 }

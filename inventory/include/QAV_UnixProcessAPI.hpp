@@ -17,14 +17,17 @@
  *       processes.end();
  *
  * WHAT IS LEFT OUT
- *   A process that ends while it is being read, one whose files may not be read, and one whose name holds
- *   a ")": of such a name the part before the ")" is taken, and the fields of its stat line are then looked
- *   for in the wrong places. "(sd-pam)" is the well-known example: it does not appear. Should the rest of
- *   the name look like the fields of a stat line, the process appears with wrong numbers.
+ *   A process that ends while it is being read, and one with a file that cannot be opened: it may not be
+ *   read, or the agent is out of descriptors or memory. Also a process whose name contains a ")", as in
+ *   "(sd-pam)": the name ends there, and the fields of the stat line behind it are missing. If the rest of
+ *   the name looks like these fields, the process appears with wrong numbers.
+ *
+ *   The first line of a stat file and of a cmdline file counts, up to 511 bytes of it. A line of a status
+ *   file that is longer counts as several.
  *
  * ERRORS
  *   None are reported. Without /proc the table is empty. Exceptions of the client library's types and
- *   std::bad_alloc pass; nothing is leaked then.
+ *   std::bad_alloc pass through; nothing is leaked.
  *
  * THREADS
  *   An object is for one thread at a time. init() in the mode eProcessInformation runs a program, waits
@@ -52,15 +55,15 @@ public:
      *   name             command name, proc(5): 15 bytes at most, 63 of a kernel thread
      *   modulePath       path of the program, at most 512 bytes; empty when it may not be read, and
      *                    for kernel threads
-     *   parameters       arguments behind the program's name, see readRunParameters()
+     *   parameters       arguments after the program's name, see readRunParameters()
      *   runType          RFC 2790, hrSWRunType: 2 operating system, 3 device driver, 4 application
      *   executionState   CIM_Process.ExecutionState: 2 ready (it sleeps), 3 running, 4 blocked
      *                    (stopped), 5 suspended blocked (waiting for a disk), 7 terminated (a
      *                    zombie), 0 unknown
      *   parentProcessID  decimal
-     *   realUserID       the effective user ID, its name notwithstanding
-     *   processGroupID   the effective group ID, likewise
-     *   totalCpuTime     interval: user and system time. A clock tick counts as 10 ms, whatever it is.
+     *   realUserID       effective user ID, despite the field's name
+     *   processGroupID   effective group ID, despite the field's name
+     *   totalCpuTime     interval: user and system time. A clock tick counts as 10 ms.
      *   realText         kB: the program and its libraries
      *   realData         kB
      *   realStack        kB
@@ -85,12 +88,12 @@ public:
     QAV_UnixProcessAPI();
     ~QAV_UnixProcessAPI();
 
-    /* Replaces the table by all processes that there are, in the order of the folder /proc. */
+    /* Replaces the table by all processes, in the order of the directory /proc. */
     void init(tProcessInfoType type);
 
     /*
-     * Adds the one process whose ID is `handle` to the table. The cursor stays. Returns 1 when it was added,
-     * 0 when it does not exist or cannot be read whole.
+     * Adds the process whose ID is `handle` to the table. The cursor stays. Returns 1 if it was added, 0 if
+     * it does not exist or cannot be read completely.
      */
     int init(tProcessInfoType type, const OpenWBEM::String& handle);
 
@@ -129,24 +132,25 @@ public:
 
     /*
      * Reads one process and appends it to the table, as init() does. The output of the software inventory
-     * stays held until the next init(). Behind an init() that has asked for it the run type is 4, see
+     * is kept until the next init(). After an init() that asked for it the run type is 4, see
      * determineSWType().
      */
     int internalInit(tProcessInfoType type, const OpenWBEM::String& handle);
 
     /*
-     * Kind of a program by its command name: 2, 3 or 4, as runType. Asks the program /kq/bin/softinv, once
-     * between two calls of init(): of its lines that begin with the name the last one counts, by its fourth
-     * word, "Operating", "Driver" or a beginning of these. A line that begins with the name and has no fourth
-     * word ends the search with 4, and so does a program that is missing or says nothing. An init() that has
-     * asked gives the output back when it is done: from then on the kind is 4 for every name.
+     * Run type of a program by its command name: 2, 3 or 4, as runType. Runs the program /kq/bin/softinv, at
+     * most once after each init(), and looks at the lines of its output that begin with the name. The last of
+     * them decides by its fourth word: "Driver" or a beginning of it is 3, "Operating" or a beginning of it
+     * is 2, any other word is 4. A line that begins with the name and has no fourth word ends the search with
+     * 4. Also 4 when the program is missing or prints nothing. An init() that has asked drops the output when
+     * it ends: from then on the type is 4 for every name.
      */
     unsigned short determineSWType(const OpenWBEM::String& name);
 
     /*
-     * Replaces the parameters of a record by what a cmdline file, proc(5), holds behind its first text. Only
+     * Replaces the parameters of a record by what a cmdline file, proc(5), holds after its first text. Only
      * its first 511 bytes count, and only up to the end of the first line and the first empty text. Returns
-     * 1; 0, leaving the record alone, when the file cannot be opened.
+     * 1; 0, leaving the record alone, if the file cannot be opened.
      */
     static int readRunParameters(const char* path, tUnixProcess& record);
 

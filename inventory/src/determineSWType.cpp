@@ -1,9 +1,10 @@
 /* Classifies a program by the output of the software inventory. */
 #include "QAV_UnixProcessAPI.hpp"
 
-#include "Scanner.hpp"
 #include "Sources.hpp"
 
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <sblim_utilities.h>
 
@@ -16,22 +17,27 @@ const unsigned short application = 4;
 
 /* Whether a word is the beginning of another, or all of it. The length of the word is taken in 16 bits. */
 template <std::size_t size>
-bool isBeginningOf(const char (&whole)[size], const char* word, std::size_t wordSize) {
-    const std::size_t length = static_cast<unsigned short>(wordSize);
+bool isBeginningOf(const char (&whole)[size], const char* word) {
+    const std::size_t length = static_cast<unsigned short>(std::strlen(word));
     return std::memcmp(word, whole, length < size ? length : size) == 0;
 }
 
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat" /* "%ms" is POSIX, not ISO C++ */
+
 /* The type that the fourth word of a line stands for; 0 when there is no fourth word. */
 unsigned short typeIn(const char* line) {
-    inventory::Scanner in(line, std::strlen(line));
-    const char* word;
-    std::size_t size;
-    if (!in.skipWord() || !in.skipWord() || !in.skipWord() || !in.word(word, size))
+    char* word;
+    if (std::sscanf(line, "%*s %*s %*s %ms", &word) != 1)
         return 0;
-    if (isBeginningOf("Driver", word, size))
-        return deviceDriver;
-    return isBeginningOf("Operating", word, size) ? operatingSystem : application;
+    const unsigned short type = isBeginningOf("Driver", word)      ? deviceDriver
+                                : isBeginningOf("Operating", word) ? operatingSystem
+                                                                   : application;
+    std::free(word);
+    return type;
 }
+
+#pragma GCC diagnostic pop
 
 } // namespace
 

@@ -1,53 +1,68 @@
 /* Reads one process. */
 #include "QAV_UnixProcessAPI.hpp"
 
-#include "ProcFile.hpp"
-#include "Scanner.hpp"
 #include "Sources.hpp"
-#include "StatLine.hpp"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-using inventory::ProcFile;
-using inventory::ProcLines;
-using inventory::Scanner;
-using inventory::StatLine;
 typedef QAV_UnixProcessAPI::tUnixProcess Process;
 
-/* Paths of the files of one process. The ID is widened with its sign, so that a negative one names nothing.
- */
-class ProcessFolder {
+/* With its end and a NUL. A longer line counts as several. */
+const int longestLine = 512;
+
+/* A file of a process, open as long as this lives. */
+class ProcFile {
 public:
-    explicit ProcessFolder(const OpenWBEM::String& handle) {
-        const long long id = std::strtol(handle.c_str(), NULL, 10);
-        char number[32];
-        std::snprintf(number, sizeof number, "/%llu/", static_cast<unsigned long long>(id));
-        m_path = inventory::procFolder;
-        m_path += number;
-        m_size = m_path.size();
+    explicit ProcFile(const std::string& path)
+        : m_file(std::fopen(path.c_str(), "re")) {
+        if (m_file)
+            std::setvbuf(m_file, m_buffer, _IOFBF, sizeof m_buffer);
     }
-    /* Valid until the next call. */
-    const char* file(const char* name) {
-        m_path.resize(m_size);
-        m_path += name;
-        return m_path.c_str();
+    ~ProcFile() {
+        if (m_file)
+            std::fclose(m_file);
     }
+
+    bool isOpen() const { return m_file != NULL; }
+    /* Reads into longestLine bytes. False at the end of the file, and when it cannot be read. */
+    bool readLine(char* line) { return std::fgets(line, longestLine, m_file) != NULL; }
 
 private:
-    std::string m_path;
-    std::string::size_type m_size;
+    ProcFile(const ProcFile&);
+    ProcFile& operator=(const ProcFile&);
+
+    std::FILE* m_file;
+    char m_buffer[4096]; /* one of stdio's own costs fstat(2), and read(2) again every 1,024 bytes */
 };
 
-OpenWBEM::String decimal(unsigned long long number) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%llu", number);
-    return OpenWBEM::String(text);
+/* What is taken of a stat file, proc(5). */
+struct Stat {
+    char name[longestLine];
+    char state;
+    unsigned long long parent;
+    unsigned long long userTime;   /* clock ticks */
+    unsigned long long systemTime; /* clock ticks */
+};
+
+/*
+ * False when the file cannot be opened or does not have all fields. The name ends at the first ")", even if
+ * the name itself contains it: the fields that follow are then wrong or missing.
+ */
+bool readStat(const std::string& path, Stat& stat) {
+    ProcFile file(path);
+    char line[longestLine];
+    if (!file.isOpen() || !file.readLine(line))
+        return false;
+    /* NOLINTNEXTLINE(cert-err34-c): a number that is too large counts as the largest. */
+    return std::sscanf(line, "%*d (%511[^)]) %c %llu %*s %*s %*s %*s %*s %*s %*s %*s %*s %llu %llu",
+                       stat.name, &stat.state, &stat.parent, &stat.userTime, &stat.systemTime) == 5;
 }
 
 /* CIM_Process.ExecutionState for a state letter. */
@@ -68,52 +83,51 @@ unsigned short executionState(char letter) {
     }
 }
 
-OpenWBEM::CIMDateTime cpuTime(const StatLine& stat) {
+OpenWBEM::CIMDateTime cpuTime(const Stat& stat) {
     const unsigned long long microsecondsPerTick =
         10000; /* agents count on it, whatever the system's tick is */
     return OpenWBEM::CIMDateTime(
         static_cast<OpenWBEM::UInt64>((stat.userTime + stat.systemTime) * microsecondsPerTick));
 }
 
-OpenWBEM::String linkTarget(const char* path) {
+OpenWBEM::String linkTarget(const std::string& path) {
     char target[512];
-    const ssize_t size = readlink(path, target, sizeof target);
+    const ssize_t size = readlink(path.c_str(), target, sizeof target);
     return size > 0 ? OpenWBEM::String(target, static_cast<std::size_t>(size)) : OpenWBEM::String();
 }
 
-/* Whether a line begins with a text. */
 template <std::size_t size>
-bool beginsWith(const char* line, std::size_t lineSize, const char (&text)[size]) {
-    return lineSize >= size - 1 && std::memcmp(line, text, size - 1) == 0;
+bool beginsWith(const char* line, const char (&key)[size]) {
+    return std::memcmp(line, key, size - 1) == 0;
 }
 
-/* The number behind the first word of a text; the value stays when there is none. */
-bool secondNumber(const char* text, std::size_t size, unsigned long long& value) {
-    Scanner in(text, size);
-    return in.skipWord() && in.number(value);
+/* The number behind the first word of a text. False, leaving the value alone, when there is none. */
+bool secondNumber(const char* text, unsigned long long& value) {
+    /* NOLINTNEXTLINE(cert-err34-c): a number that is too large counts as the largest. */
+    return std::sscanf(text, "%*s %llu", &value) == 1;
 }
 
 /* The second number of "Uid:" and "Gid:" is the effective ID, and that is what is wanted. */
-bool takeIdentity(const char* line, std::size_t size, Process& process) {
+bool takeIdentity(const char* line, Process& process) {
     const std::size_t key = sizeof "Uid:" - 1;
-    if (beginsWith(line, size, "Uid:"))
-        secondNumber(line + key, size - key, process.realUserID);
-    else if (beginsWith(line, size, "Gid:"))
-        secondNumber(line + key, size - key, process.processGroupID);
+    if (beginsWith(line, "Uid:"))
+        secondNumber(line + key, process.realUserID);
+    else if (beginsWith(line, "Gid:"))
+        secondNumber(line + key, process.processGroupID);
     else
         return false;
     return true;
 }
 
-bool takeSize(const char* line, std::size_t size, Process& process) {
+bool takeSize(const char* line, Process& process) {
     unsigned long long kilobytes = 0;
-    if (beginsWith(line, size, "VmExe:") || beginsWith(line, size, "VmLib:")) {
-        if (secondNumber(line, size, kilobytes))
+    if (beginsWith(line, "VmExe:") || beginsWith(line, "VmLib:")) {
+        if (secondNumber(line, kilobytes))
             process.realText += kilobytes;
-    } else if (beginsWith(line, size, "VmData:")) {
-        secondNumber(line, size, process.realData);
-    } else if (beginsWith(line, size, "VmStk:")) {
-        secondNumber(line, size, process.realStack);
+    } else if (beginsWith(line, "VmData:")) {
+        secondNumber(line, process.realData);
+    } else if (beginsWith(line, "VmStk:")) {
+        secondNumber(line, process.realStack);
     } else {
         return false;
     }
@@ -121,53 +135,47 @@ bool takeSize(const char* line, std::size_t size, Process& process) {
 }
 
 /* Reads a status file as far as it has lines that are wanted. False when it cannot be opened. */
-bool readStatus(const char* path, bool isInformation, Process& process) {
+bool readStatus(const std::string& path, bool isInformation, Process& process) {
     ProcFile file(path);
     if (!file.isOpen())
         return false;
+    char line[longestLine] = "";
     int missing = isInformation ? 2 : 4;
-    ProcLines lines(file);
-    const char* line;
-    std::size_t size;
-    while (missing > 0 && lines.next(line, size))
-        if (isInformation ? takeIdentity(line, size, process) : takeSize(line, size, process))
+    while (missing > 0 && file.readLine(line))
+        if (isInformation ? takeIdentity(line, process) : takeSize(line, process))
             --missing;
     return true;
 }
 
-/* Reads a stat file. The texts of the result are in the buffer. */
-bool readStat(const char* path, char (&buffer)[inventory::longestLine], StatLine& stat) {
-    ProcFile file(path);
-    if (!file.isOpen())
-        return false;
-    const std::size_t size = file.read(buffer, sizeof buffer);
-    const void* const end = std::memchr(buffer, '\n', size);
-    return parse(buffer, end ? static_cast<std::size_t>(static_cast<const char*>(end) - buffer) : size, stat);
+/* The ID is widened with its sign, so that a negative one names nothing. */
+std::string folderOf(const OpenWBEM::String& handle) {
+    const long long id = std::strtol(handle.c_str(), NULL, 10);
+    return inventory::procFolder + ("/" + std::to_string(static_cast<unsigned long long>(id)));
 }
 
 } // namespace
 
 int QAV_UnixProcessAPI::internalInit(tProcessInfoType type, const OpenWBEM::String& handle) {
-    ProcessFolder folder(handle);
-    char buffer[inventory::longestLine];
-    StatLine stat;
-    if (!readStat(folder.file("stat"), buffer, stat))
+    const std::string folder = folderOf(handle);
+    struct stat status;
+    Stat stat;
+    if (lstat(folder.c_str(), &status) != 0 || !readStat(folder + "/stat", stat))
         return 0;
     tUnixProcess process = tUnixProcess();
     process.handle = handle;
-    process.name = OpenWBEM::String(stat.name, stat.nameSize);
+    process.name = stat.name;
     const bool isInformation = type == eProcessInformation;
     if (isInformation) {
-        process.parentProcessID = decimal(stat.parent);
+        process.parentProcessID = OpenWBEM::String(static_cast<OpenWBEM::UInt64>(stat.parent));
         process.executionState = executionState(stat.state);
-        if (!readRunParameters(folder.file("cmdline"), process))
+        if (!readRunParameters((folder + "/cmdline").c_str(), process))
             return 0;
-        process.modulePath = linkTarget(folder.file("exe"));
+        process.modulePath = linkTarget(folder + "/exe");
         process.runType = determineSWType(process.name);
     } else {
         process.totalCpuTime = cpuTime(stat);
     }
-    if (!readStatus(folder.file("status"), isInformation, process))
+    if (!readStatus(folder + "/status", isInformation, process))
         return 0;
     m_processes.push_back(process);
     return 1;
@@ -177,17 +185,13 @@ int QAV_UnixProcessAPI::readRunParameters(const char* path, tUnixProcess& record
     ProcFile file(path);
     if (!file.isOpen())
         return 0;
-    char buffer[inventory::longestLine + 1];
-    std::size_t size = file.read(buffer, inventory::longestLine);
-    if (const void* const lineEnd = std::memchr(buffer, '\n', size))
-        size = static_cast<std::size_t>(static_cast<const char*>(lineEnd) + 1 - buffer);
-    buffer[size] = '\0';
+    /* Zero bytes, which separate the texts, also follow the last one: the list ends there. */
+    char texts[longestLine + 1] = "";
+    const bool isRead = file.readLine(texts);
     record.parameters.clear();
-    if (buffer[0] == '\0')
+    if (!isRead || texts[0] == '\0')
         return 1;
-    const char* const end = buffer + size;
-    for (const char* text = buffer + std::strlen(buffer) + 1; text < end && *text != '\0';
-         text += std::strlen(text) + 1)
+    for (const char* text = texts + std::strlen(texts) + 1; *text != '\0'; text += std::strlen(text) + 1)
         record.parameters.push_back(OpenWBEM::String(text));
     return 1;
 }

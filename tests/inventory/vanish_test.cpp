@@ -1,41 +1,11 @@
 // Processes that end while they are read. A pipe in the place of a file holds the reading up until the test
 // has removed what comes behind it.
 #include "inventory/Inventory.hpp"
+#include "inventory/Pipe.hpp"
 
-#include <fcntl.h>
 #include <functional>
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <thread>
-#include <unistd.h>
 
 namespace {
-
-/** A pipe in the place of a file. Before it gives its content, something happens. */
-class HeldUp {
-public:
-    HeldUp(const std::string& path, std::string content, std::function<void()> meanwhile)
-        : m_content(std::move(content))
-        , m_meanwhile(std::move(meanwhile)) {
-        EXPECT_EQ(0, ::mkfifo(path.c_str(), 0600)) << path;
-        m_thread = std::thread([this, path] { write(path); });
-    }
-    ~HeldUp() { m_thread.join(); }
-    HeldUp(const HeldUp&) = delete;
-    HeldUp& operator=(const HeldUp&) = delete;
-
-private:
-    void write(const std::string& path) const {
-        const int pipe = ::open(path.c_str(), O_WRONLY); // waits for the reader
-        m_meanwhile();
-        EXPECT_EQ(static_cast<ssize_t>(m_content.size()), ::write(pipe, m_content.data(), m_content.size()));
-        ::close(pipe);
-    }
-
-    const std::string m_content;
-    const std::function<void()> m_meanwhile;
-    std::thread m_thread;
-};
 
 class Vanishing : public Inventory {
 protected:
@@ -45,7 +15,7 @@ protected:
     int read(const std::string& name, const std::string& content, QAV_UnixProcessAPI::tProcessInfoType type,
              const std::function<void()>& meanwhile) {
         m_tree.remove("7", name);
-        const HeldUp file(m_tree.file("7", name), content, meanwhile);
+        const Pipe file(m_tree.file("7", name), {content}, meanwhile);
         return m_processes.init(type, "7");
     }
     std::function<void()> end() const {
@@ -102,7 +72,7 @@ TEST_F(Vanishing, DoesNotEndTheReadingOfTheOthers) {
     m_tree.add("8");
     m_tree.add("9");
     m_tree.remove("7", "stat");
-    const HeldUp file(m_tree.file("7", "stat"), m_process.stat("7"), end());
+    const Pipe file(m_tree.file("7", "stat"), {m_process.stat("7")}, end());
     EXPECT_EQ((Texts{"8", "9"}), found(information));
 }
 

@@ -1,0 +1,27 @@
+#ifndef TESTS_INVENTORY_PIPE_HPP
+#define TESTS_INVENTORY_PIPE_HPP
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+/**
+ * A named pipe in the place of a file. It waits for its reader, which must come, and then does what the test
+ * asks for before it writes. Each piece is a packet, pipe(2): a read gets one of them, never two.
+ */
+class Pipe {
+public:
+    Pipe(const std::string& path, std::vector<std::string> pieces, std::function<void()> meanwhile = {});
+    ~Pipe();
+    Pipe(const Pipe&) = delete;
+    Pipe& operator=(const Pipe&) = delete;
+
+private:
+    void write(const std::string& path) const;
+
+    const std::vector<std::string> m_pieces;
+    const std::function<void()> m_meanwhile;
+    std::thread m_thread;
+};
+
+#endif
