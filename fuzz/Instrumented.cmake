@@ -39,11 +39,11 @@ add_library(fuzz_bridge OBJECT ${sources})
 target_include_directories(fuzz_bridge PUBLIC ${PROJECT_SOURCE_DIR}/owb/include)
 target_link_libraries(fuzz_bridge PUBLIC fuzz_subject)
 
-# The inventory without the utilities library, whose place the target takes.
+# The inventory without its class, which runs the software inventory.
 fuzz_sources(sources ${PROJECT_SOURCE_DIR}/inventory inventory_core)
+list(FILTER sources EXCLUDE REGEX "/QAV_UnixProcessAPI")
 add_library(fuzz_inventory OBJECT ${sources})
-target_include_directories(fuzz_inventory PUBLIC ${PROJECT_SOURCE_DIR}/inventory/include ${PROJECT_SOURCE_DIR}/inventory/src
-                                                 ${PROJECT_SOURCE_DIR}/sblim/include)
+target_include_directories(fuzz_inventory PUBLIC ${PROJECT_SOURCE_DIR}/inventory/include ${PROJECT_SOURCE_DIR}/inventory/src)
 target_link_libraries(fuzz_inventory PUBLIC fuzz_subject)
 
 # What owbctl prints, without what it reads.

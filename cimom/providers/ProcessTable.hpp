@@ -17,8 +17,9 @@ public:
     InstanceSource instances() const override;
 
 protected:
-    /** Instance of the process at the cursor. */
-    virtual OpenWBEM::CIMInstance instance(const QAV_UnixProcessAPI& process) const = 0;
+    using Process = QAV_UnixProcessAPI::tUnixProcess;
+
+    virtual OpenWBEM::CIMInstance instance(const Process& process) const = 0;
 
 private:
     const ClassDeclaration m_declaration;
@@ -26,14 +27,6 @@ private:
     const std::string m_folder; // of the processes
     const std::string m_softwareInventory;
 };
-
-/** What a getter of the process table copies, as a CIM value. */
-template <class Value>
-OpenWBEM::CIMValue valueOf(const QAV_UnixProcessAPI& process, int (QAV_UnixProcessAPI::*get)(Value&) const) {
-    Value value{};
-    (process.*get)(value);
-    return OpenWBEM::CIMValue(value);
-}
 
 } // namespace cimom
 #endif

@@ -8,8 +8,6 @@ using namespace OpenWBEM;
 
 namespace {
 
-using Table = QAV_UnixProcessAPI;
-
 /** What each process is. */
 class UnixProcess : public ProcessTable {
 public:
@@ -22,18 +20,18 @@ public:
                          {"Parameters", CIMDataType::STRING, Role::state, true},
                          {"RunType", CIMDataType::UINT16},
                          {"ExecutionState", CIMDataType::UINT16}}},
-                       Table::eProcessInformation, host) {}
+                       QAV_UnixProcessAPI::eProcessInformation, host) {}
 
 protected:
-    CIMInstance instance(const Table& process) const override {
+    CIMInstance instance(const Process& process) const override {
         return InstanceBuilder(declaration())
             .set("CreationClassName", CIMValue(declaration().name))
-            .set("Name", valueOf(process, &Table::getName))
-            .set("Handle", valueOf(process, &Table::getHandle))
-            .set("ModulePath", valueOf(process, &Table::getModulePath))
-            .set("Parameters", valueOf(process, &Table::getParameters))
-            .set("RunType", valueOf(process, &Table::getRunType))
-            .set("ExecutionState", valueOf(process, &Table::getExecutionState))
+            .set("Name", CIMValue(process.name))
+            .set("Handle", CIMValue(process.handle))
+            .set("ModulePath", CIMValue(process.modulePath))
+            .set("Parameters", CIMValue(process.parameters))
+            .set("RunType", CIMValue(process.runType))
+            .set("ExecutionState", CIMValue(process.executionState))
             .build();
     }
 };

@@ -8,8 +8,6 @@ using namespace OpenWBEM;
 
 namespace {
 
-using Table = QAV_UnixProcessAPI;
-
 /** What each process uses; sizes in kB. */
 class UnixProcessStatisticalInformation : public ProcessTable {
 public:
@@ -21,17 +19,17 @@ public:
                          {"RealData", CIMDataType::UINT64},
                          {"RealText", CIMDataType::UINT64},
                          {"TotalCPUTime", CIMDataType::DATETIME}}},
-                       Table::eStatisticalInformation, host) {}
+                       QAV_UnixProcessAPI::eStatisticalInformation, host) {}
 
 protected:
-    CIMInstance instance(const Table& process) const override {
+    CIMInstance instance(const Process& process) const override {
         return InstanceBuilder(declaration())
             .set("CreationClassName", CIMValue(declaration().name))
-            .set("Handle", valueOf(process, &Table::getHandle))
-            .set("RealStack", valueOf(process, &Table::getRealStack))
-            .set("RealData", valueOf(process, &Table::getRealData))
-            .set("RealText", valueOf(process, &Table::getRealText))
-            .set("TotalCPUTime", valueOf(process, &Table::getTotalCpuTime))
+            .set("Handle", CIMValue(process.handle))
+            .set("RealStack", CIMValue(process.realStack))
+            .set("RealData", CIMValue(process.realData))
+            .set("RealText", CIMValue(process.realText))
+            .set("TotalCPUTime", CIMValue(process.totalCpuTime))
             .build();
     }
 };

@@ -1,37 +1,14 @@
-/* The table of processes and its cursor. How one process is read: internalInit.cpp; how its program is
- * classified: determineSWType.cpp. */
+/* The table of processes and its cursor. How processes are read: Processes.cpp. */
 #include "QAV_UnixProcessAPI.hpp"
 
-#include "Sources.hpp"
+#include "Processes.hpp"
+#include "SoftwareType.hpp"
 
 #include <algorithm>
 #include <climits>
-#include <cstdlib>
-#include <dirent.h>
 #include <sblim_utilities.h>
 
 namespace {
-
-class Directory {
-public:
-    explicit Directory(const char* path)
-        : m_directory(opendir(path)) {}
-    ~Directory() {
-        if (m_directory)
-            closedir(m_directory);
-    }
-    /* The next name; null at the end, and when there is no such folder. */
-    const char* next() {
-        const dirent* const entry = m_directory ? readdir(m_directory) : NULL;
-        return entry ? entry->d_name : NULL;
-    }
-
-private:
-    Directory(const Directory&);
-    Directory& operator=(const Directory&);
-
-    DIR* m_directory;
-};
 
 void release(char**& lines) {
     if (lines)
@@ -53,6 +30,11 @@ private:
     char**& m_lines;
 };
 
+/* This host, and what the program of its software inventory prints. */
+inventory::Sources sourcesOf(QAV_UnixProcessAPI& processes) {
+    return {"/proc", [&processes](const OpenWBEM::String& name) { return processes.determineSWType(name); }};
+}
+
 /* The cursor has 16 bits, so there are processes that it does not reach. */
 const short lastReachable = SHRT_MAX;
 
@@ -65,6 +47,22 @@ int copy(const QAV_UnixProcessAPI::tUnixProcess* process, Field field, Result& r
 }
 
 } // namespace
+
+int QAV_UnixProcessAPI::internalInit(tProcessInfoType type, const OpenWBEM::String& handle) {
+    return inventory::readProcess(sourcesOf(*this), type, handle, m_processes);
+}
+
+int QAV_UnixProcessAPI::readRunParameters(const char* path, tUnixProcess& record) {
+    return inventory::readParameters(path, record.parameters);
+}
+
+unsigned short QAV_UnixProcessAPI::determineSWType(const OpenWBEM::String& name) {
+    if (!m_swInventoryRead) {
+        runcommand("/kq/bin/softinv", NULL, &m_swInventory, NULL);
+        m_swInventoryRead = true;
+    }
+    return inventory::softwareType(m_swInventory, name);
+}
 
 QAV_UnixProcessAPI::QAV_UnixProcessAPI()
     : m_swInventory(NULL)
@@ -80,10 +78,7 @@ void QAV_UnixProcessAPI::init(tProcessInfoType type) {
     release(m_swInventory);
     m_swInventoryRead = false;
     const Release atEnd(m_swInventory);
-    Directory folder(inventory::procFolder);
-    while (const char* const name = folder.next())
-        if (std::strtol(name, NULL, 10) != 0)
-            internalInit(type, OpenWBEM::String(name));
+    inventory::readProcesses(sourcesOf(*this), type, m_processes);
 }
 
 int QAV_UnixProcessAPI::init(tProcessInfoType type, const OpenWBEM::String& handle) {

@@ -2,8 +2,9 @@
 #include "inventory/ProcessTree.hpp"
 #include "providers/Providers.hpp"
 
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 using namespace cimom;
 using namespace OpenWBEM;
@@ -34,6 +35,14 @@ MadeProcess example() {
     process.systemTime = "50";
     process.cmdline = "daemon\0-a\0x\0"s;
     return process;
+}
+
+/** Makes a program of a shell script the software inventory of a host. */
+void writeProgram(const Host& host, const std::string& script) {
+    const std::filesystem::path path = host.realPath("/kq/bin/softinv");
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path) << "#!/bin/sh\n" << script;
+    std::filesystem::permissions(path, std::filesystem::perms::owner_all);
 }
 
 } // namespace
@@ -68,9 +77,77 @@ TEST_F(ProcessClasses, DescribeAProcess) {
 
 TEST_F(ProcessClasses, AskTheSoftwareInventoryOfTheSameHost) {
     m_processes.add("4711", example());
-    m_tree.write("/kq/bin/softinv", "#!/bin/sh\necho daemon 1.0 x Operating System\n");
-    ASSERT_EQ(0, ::chmod(m_tree.realPath("/kq/bin/softinv").c_str(), 0755));
+    writeProgram(m_tree.host(), "echo daemon 1.0 x Operating System\n");
     EXPECT_EQ("2", text(process(), "RunType"));
+}
+
+TEST_F(ProcessClasses, BelieveTheSoftwareInventoryThatFails) {
+    m_processes.add("4711", example());
+    writeProgram(m_tree.host(), "echo daemon 1.0 x Driver\nexit 1\n");
+    EXPECT_EQ("3", text(process(), "RunType"));
+    writeProgram(m_tree.host(), "echo daemon 1.0 x Driver\nkill -KILL $$\n");
+    EXPECT_EQ("3", text(process(), "RunType"));
+}
+
+TEST_F(ProcessClasses, AreOfApplicationsWhenTheSoftwareInventoryCannotBeRun) {
+    m_processes.add("4711", example());
+    m_tree.write("/kq/bin/softinv", "#!/bin/sh\necho daemon 1.0 x Driver\n");
+    EXPECT_EQ("4", text(process(), "RunType"));
+}
+
+TEST_F(ProcessClasses, RunTheSoftwareInventoryWithoutInputForItsOutputAlone) {
+    m_processes.add("4711", example());
+    writeProgram(m_tree.host(), "read line && echo daemon a b Driver\necho daemon a b Driver >&2\n");
+    EXPECT_EQ("4", text(process(), "RunType"));
+}
+
+TEST_F(ProcessClasses, OfAHostWhoseFolderHasAnyNameAskItsSoftwareInventory) {
+    const support::TempDir folder;
+    const std::string log = folder.file("log");
+    for (const std::string name : {"a b",     " ",
+                                   "it's",    "''",
+                                   "\"",      "a;b",
+                                   "$(exit)", "`exit`",
+                                   "$HOME",   "a\nb",
+                                   "\n",      "a\\",
+                                   "*",       "#",
+                                   "~",       "&",
+                                   "|",       "-c",
+                                   "<>",      "!",
+                                   "\xff",    "a' b\"; touch $(echo '"}) {
+        const Host host(folder.file(name));
+        ProcessTree(host.realPath("/proc")).add("4711", example());
+        writeProgram(host, "echo run >>'" + log + "'\necho daemon 1.0 x Driver\n");
+        std::filesystem::remove(log);
+        EXPECT_EQ("3", text(onlyInstance(*makeUnixProcess(host)), "RunType")) << name;
+        EXPECT_EQ("run\n", support::readFile(log)) << name;
+    }
+}
+
+TEST_F(ProcessClasses, OfAHostWhoseFolderReadsAsACommandRunNone) {
+    const support::TempDir folder;
+    const std::string file = folder.file("made");
+    for (const std::string name : {";touch made;", "$(touch made)", "`touch made`", "\ntouch made\n",
+                                   "';touch made;'", "|touch made;", "&touch made&"}) {
+        // Without a program there; "made" is a name in the folder of the test.
+        const Host host(folder.file("x") + name);
+        ProcessTree(host.realPath("/proc")).add("4711", example());
+        const std::string before = std::filesystem::current_path();
+        std::filesystem::current_path(folder.path());
+        EXPECT_EQ("4", text(onlyInstance(*makeUnixProcess(host)), "RunType")) << name;
+        std::filesystem::current_path(before);
+        EXPECT_FALSE(std::filesystem::exists(file)) << name;
+    }
+}
+
+TEST_F(ProcessClasses, DoNotRunTheSoftwareInventoryForWhatAProcessUses) {
+    m_processes.add("4711", example());
+    const std::string log = m_tree.realPath("/log");
+    writeProgram(m_tree.host(), "echo run >>'" + log + "'\n");
+    statistics();
+    EXPECT_FALSE(std::filesystem::exists(log));
+    process();
+    EXPECT_EQ("run\n", support::readFile(log));
 }
 
 TEST_F(ProcessClasses, TellWhatAProcessUses) {

@@ -6,42 +6,47 @@ using namespace OpenWBEM;
 
 namespace {
 
-template <class Value>
-Value get(const QAV_UnixProcessAPI& processes, int (QAV_UnixProcessAPI::*getter)(Value&) const) {
-    Value value{};
-    EXPECT_EQ(1, (processes.*getter)(value));
-    return value;
-}
-
-std::string text(const QAV_UnixProcessAPI& processes, int (QAV_UnixProcessAPI::*getter)(String&) const) {
-    const String value = get(processes, getter);
-    return std::string(value.c_str(), value.length());
-}
-
-Texts parametersAt(const QAV_UnixProcessAPI& processes) {
-    Texts texts;
-    for (const String& parameter : get(processes, &QAV_UnixProcessAPI::getParameters))
-        texts.emplace_back(parameter.c_str(), parameter.length());
-    return texts;
+std::string text(const String& string) {
+    return std::string(string.c_str(), string.length());
 }
 
 } // namespace
 
+Record recordOf(const QAV_UnixProcessAPI::tUnixProcess& process) {
+    Texts parameters;
+    for (const String& parameter : process.parameters)
+        parameters.push_back(text(parameter));
+    return {text(process.handle),
+            text(process.name),
+            text(process.modulePath),
+            parameters,
+            process.runType,
+            process.executionState,
+            text(process.parentProcessID),
+            process.realUserID,
+            process.processGroupID,
+            process.totalCpuTime.toString().c_str(),
+            process.realText,
+            process.realData,
+            process.realStack};
+}
+
 Record recordAt(const QAV_UnixProcessAPI& processes) {
-    using Table = QAV_UnixProcessAPI;
-    return {text(processes, &Table::getHandle),
-            text(processes, &Table::getName),
-            text(processes, &Table::getModulePath),
-            parametersAt(processes),
-            get(processes, &Table::getRunType),
-            get(processes, &Table::getExecutionState),
-            text(processes, &Table::getParentProcessID),
-            get(processes, &Table::getRealUserID),
-            get(processes, &Table::getProcessGroupID),
-            get(processes, &Table::getTotalCpuTime).toString().c_str(),
-            get(processes, &Table::getRealText),
-            get(processes, &Table::getRealData),
-            get(processes, &Table::getRealStack)};
+    QAV_UnixProcessAPI::tUnixProcess process{};
+    EXPECT_EQ(1, processes.getHandle(process.handle));
+    EXPECT_EQ(1, processes.getName(process.name));
+    EXPECT_EQ(1, processes.getModulePath(process.modulePath));
+    EXPECT_EQ(1, processes.getParameters(process.parameters));
+    EXPECT_EQ(1, processes.getRunType(process.runType));
+    EXPECT_EQ(1, processes.getExecutionState(process.executionState));
+    EXPECT_EQ(1, processes.getParentProcessID(process.parentProcessID));
+    EXPECT_EQ(1, processes.getRealUserID(process.realUserID));
+    EXPECT_EQ(1, processes.getProcessGroupID(process.processGroupID));
+    EXPECT_EQ(1, processes.getTotalCpuTime(process.totalCpuTime));
+    EXPECT_EQ(1, processes.getRealText(process.realText));
+    EXPECT_EQ(1, processes.getRealData(process.realData));
+    EXPECT_EQ(1, processes.getRealStack(process.realStack));
+    return recordOf(process);
 }
 
 std::vector<Record> recordsIn(QAV_UnixProcessAPI& processes) {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/** What the getters tell of one process, as texts and numbers. */
+/** A process as texts and numbers. */
 struct Record {
     std::string handle;
     std::string name;
@@ -27,7 +27,9 @@ const QAV_UnixProcessAPI::tProcessInfoType information = QAV_UnixProcessAPI::ePr
 
 using Texts = std::vector<std::string>;
 
-/** The process at the cursor; every getter must succeed. */
+Record recordOf(const QAV_UnixProcessAPI::tUnixProcess& process);
+
+/** The process at the cursor, by the getters; every one must succeed. */
 Record recordAt(const QAV_UnixProcessAPI& processes);
 
 /** All processes of a table, by a walk. */

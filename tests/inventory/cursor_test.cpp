@@ -1,17 +1,13 @@
 // The walk through the table.
-#include "inventory/Inventory.hpp"
+#include "inventory/OwnProcess.hpp"
 
 #include <climits>
-#include <filesystem>
 
 using namespace OpenWBEM;
 
 namespace {
 
-class Cursor : public Inventory {
-protected:
-    QAV_UnixProcessAPI m_processes;
-};
+class Cursor : public OwnProcess {};
 
 template <class Value>
 void expectNothing(const QAV_UnixProcessAPI& processes, int (QAV_UnixProcessAPI::*getter)(Value&) const,
@@ -45,7 +41,7 @@ TEST_F(Cursor, OfATableThatWasNeverFilledIsOnNothing) {
 }
 
 TEST_F(Cursor, OfAnEmptyTableFindsNothing) {
-    m_processes.init(information);
+    m_processes.init(information, "none");
     m_processes.begin();
     EXPECT_EQ(0, m_processes.hasNext());
     m_processes.next();
@@ -54,20 +50,18 @@ TEST_F(Cursor, OfAnEmptyTableFindsNothing) {
 }
 
 TEST_F(Cursor, IsOnNothingUntilItIsMoved) {
-    m_tree.add("7");
-    m_processes.init(information);
+    add(handle());
     expectNothing(m_processes);
     EXPECT_EQ(1, m_processes.hasNext());
     m_processes.begin();
     expectNothing(m_processes);
     EXPECT_EQ(1, m_processes.hasNext());
     m_processes.next();
-    EXPECT_EQ("7", recordAt(m_processes).handle);
+    EXPECT_EQ(handle(), recordAt(m_processes).handle);
 }
 
 TEST_F(Cursor, BehindTheLastProcessIsOnNothing) {
-    m_tree.add("7");
-    m_processes.init(information);
+    add(handle());
     m_processes.begin();
     m_processes.next();
     EXPECT_EQ(0, m_processes.hasNext());
@@ -77,96 +71,72 @@ TEST_F(Cursor, BehindTheLastProcessIsOnNothing) {
 }
 
 TEST_F(Cursor, HasAllProcessesInTurn) {
-    for (const char* const id : {"7", "8", "9"})
-        m_processes.init(information, (m_tree.add(id), id));
+    for (const std::size_t number : {0U, 1U, 2U})
+        add(handle(number));
     m_processes.begin();
-    for (const char* const id : {"7", "8", "9"}) {
+    for (const std::size_t number : {0U, 1U, 2U}) {
         EXPECT_EQ(1, m_processes.hasNext());
         m_processes.next();
-        EXPECT_EQ(id, recordAt(m_processes).handle);
+        EXPECT_EQ(handle(number), recordAt(m_processes).handle);
     }
     EXPECT_EQ(0, m_processes.hasNext());
 }
 
 TEST_F(Cursor, GoesBackToTheBeginning) {
-    for (const char* const id : {"7", "8"})
-        m_processes.init(information, (m_tree.add(id), id));
-    EXPECT_EQ((Texts{"7", "8"}), handlesIn(m_processes));
-    EXPECT_EQ((Texts{"7", "8"}), handlesIn(m_processes));
+    add(handle());
+    add(handle(1));
+    EXPECT_EQ((Texts{handle(), handle(1)}), handlesIn(m_processes));
+    EXPECT_EQ((Texts{handle(), handle(1)}), handlesIn(m_processes));
 }
 
 TEST_F(Cursor, StaysAtTheEndOfAWalk) {
-    m_tree.add("7");
-    m_processes.init(information);
+    add(handle());
     m_processes.begin();
     m_processes.next();
     m_processes.end();
-    EXPECT_EQ("7", recordAt(m_processes).handle);
+    EXPECT_EQ(handle(), recordAt(m_processes).handle);
 }
 
 TEST_F(Cursor, MayBeMovedFarBeyondTheTable) {
-    m_tree.add("7");
-    m_processes.init(information);
+    add(handle());
     m_processes.begin();
     for (int i = 0; i < 3 * USHRT_MAX; ++i) {
         m_processes.next();
         ASSERT_EQ(0, m_processes.hasNext()) << i;
     }
     expectNothing(m_processes);
-    EXPECT_EQ(Texts{"7"}, handlesIn(m_processes));
+    EXPECT_EQ(Texts{handle()}, handlesIn(m_processes));
 }
 
 TEST_F(Cursor, GivesParametersThatAreTheCallersOwn) {
-    MadeProcess process;
-    process.cmdline = std::string("prog\0-a\0", 8);
-    m_tree.add("7", process);
-    m_processes.init(information);
+    add(handle());
     m_processes.begin();
     m_processes.next();
+    const Texts before = recordAt(m_processes).parameters;
     Array<String> parameters;
     m_processes.getParameters(parameters);
-    parameters[0] = "changed";
     parameters.push_back("more");
-    EXPECT_EQ(Texts{"-a"}, recordAt(m_processes).parameters);
+    EXPECT_EQ(before, recordAt(m_processes).parameters);
 }
 
 TEST_F(Cursor, EndsWithThe32768thOfMoreProcesses) {
-    m_tree.add("7");
-    for (int i = 0; i < 40000; ++i)
-        ASSERT_EQ(1, m_processes.internalInit(statistics, "7"));
-    int count = 0;
-    for (m_processes.begin(); m_processes.hasNext() && count <= 40000; ++count)
+    const String own = handle().c_str();
+    for (int i = 0; i < 32767; ++i)
+        ASSERT_EQ(1, m_processes.internalInit(statistics, own));
+    add(handle(1));
+    for (const int more : {0, 1, 2}) { // processes that the cursor does not reach
+        int count = 0;
+        for (m_processes.begin(); m_processes.hasNext() && count <= 32768; ++count)
+            m_processes.next();
+        EXPECT_EQ(32768, count) << more;
+        EXPECT_EQ(handle(1), recordAt(m_processes).handle) << more;
         m_processes.next();
-    EXPECT_EQ(32768, count);
-    EXPECT_EQ("7", recordAt(m_processes).handle);
-    m_processes.next();
-    EXPECT_EQ(0, m_processes.hasNext());
-    EXPECT_EQ("7", recordAt(m_processes).handle) << "it stays on the last that it reaches";
+        EXPECT_EQ(0, m_processes.hasNext()) << more;
+        EXPECT_EQ(handle(1), recordAt(m_processes).handle) << "it stays on the last that it reaches";
+        add(handle(2));
+    }
     m_processes.begin();
     EXPECT_EQ(1, m_processes.hasNext());
-}
-
-TEST_F(Cursor, ReachesTheLastOfExactly32768Processes) {
-    m_tree.add("7");
-    m_tree.add("8");
-    for (int i = 0; i < 32767; ++i)
-        ASSERT_EQ(1, m_processes.internalInit(statistics, "7"));
-    m_processes.internalInit(statistics, "8");
-    m_processes.begin();
-    for (int i = 0; i < 32768; ++i) {
-        ASSERT_EQ(1, m_processes.hasNext()) << i;
-        m_processes.next();
-    }
-    EXPECT_EQ(0, m_processes.hasNext());
-    EXPECT_EQ("8", recordAt(m_processes).handle);
-}
-
-TEST_F(Cursor, EndsWithThe32768thEntryOfAFolder) {
-    m_tree.add("1");
-    for (int i = 0; i < 40000; ++i)
-        std::filesystem::create_symlink("1", m_tree.path() + "/" + std::to_string(100000 + i));
-    m_processes.init(statistics);
-    EXPECT_EQ(32768U, handlesIn(m_processes).size());
 }
 
 } // namespace

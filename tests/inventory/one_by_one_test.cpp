@@ -1,80 +1,76 @@
-// Processes that are added to the table by their IDs.
-#include "inventory/Inventory.hpp"
+// Processes that are added to the table by their IDs, and fills that replace the table.
+#include "inventory/OwnProcess.hpp"
+
+#include <algorithm>
 
 namespace {
 
-class OneByOne : public Inventory {
-protected:
-    OneByOne() {
-        m_tree.add("7");
-        m_tree.add("8");
-    }
-
-    QAV_UnixProcessAPI m_processes;
-};
+class OneByOne : public OwnProcess {};
 
 TEST_F(OneByOne, EachIsAppended) {
-    EXPECT_EQ(1, m_processes.init(information, "8"));
-    EXPECT_EQ(1, m_processes.init(information, "7"));
-    EXPECT_EQ((Texts{"8", "7"}), handlesIn(m_processes));
+    add(handle(1));
+    add(handle());
+    EXPECT_EQ((Texts{handle(1), handle()}), handlesIn(m_processes));
 }
 
 TEST_F(OneByOne, ThatIsAddedAgainIsThereTwice) {
-    EXPECT_EQ(1, m_processes.init(information, "7"));
-    EXPECT_EQ(1, m_processes.init(information, "7"));
-    EXPECT_EQ((Texts{"7", "7"}), handlesIn(m_processes));
+    add(handle());
+    add(handle());
+    EXPECT_EQ((Texts{handle(), handle()}), handlesIn(m_processes));
 }
 
 TEST_F(OneByOne, ThatDoesNotExistLeavesTheTableAsItWas) {
-    m_processes.init(information, "7");
-    for (const char* const handle : {"9", "0", "", " ", "x", "self", "-7", "77"}) {
-        EXPECT_EQ(0, m_processes.init(information, handle)) << handle;
-        EXPECT_EQ(0, m_processes.init(statistics, handle)) << handle;
+    add(handle());
+    for (const char* const other : {"0", "", " ", "x", "self", "-7", "2147483647"}) {
+        EXPECT_EQ(0, m_processes.init(information, other)) << other;
+        EXPECT_EQ(0, m_processes.init(statistics, other)) << other;
+        EXPECT_EQ(0, m_processes.internalInit(statistics, other)) << other;
     }
-    EXPECT_EQ(Texts{"7"}, handlesIn(m_processes));
+    EXPECT_EQ(Texts{handle()}, handlesIn(m_processes));
 }
 
-TEST_F(OneByOne, ThatIsNotReadWholeLeavesTheTableAsItWas) {
-    m_tree.remove("8", "status");
-    EXPECT_EQ(0, m_processes.init(information, "8"));
-    EXPECT_EQ(0, m_processes.init(statistics, "8"));
-    EXPECT_EQ(Texts{}, handlesIn(m_processes));
+TEST_F(OneByOne, ComeAfterAWholeTable) {
+    m_processes.init(statistics);
+    add(handle(1));
+    const Texts handles = handlesIn(m_processes);
+    EXPECT_EQ(1, std::count(handles.begin(), handles.end(), handle()));
+    EXPECT_EQ(handle(1), handles.back());
 }
 
-TEST_F(OneByOne, ComeBehindAWholeTable) {
-    m_tree.remove("8");
+TEST_F(OneByOne, AreReplacedByAWholeTable) {
+    add(handle(1));
+    m_processes.init(statistics);
     m_processes.init(information);
-    m_tree.add("9");
-    EXPECT_EQ(1, m_processes.init(information, "9"));
-    EXPECT_EQ((Texts{"7", "9"}), handlesIn(m_processes));
+    const Texts handles = handlesIn(m_processes);
+    EXPECT_EQ(0, std::count(handles.begin(), handles.end(), handle(1)));
+    EXPECT_EQ(1, std::count(handles.begin(), handles.end(), handle()));
 }
 
 TEST_F(OneByOne, MayMixTheModes) {
-    EXPECT_EQ(1, m_processes.init(information, "7"));
-    EXPECT_EQ(1, m_processes.init(statistics, "7"));
+    add(handle(), information);
+    add(handle(), statistics);
     const std::vector<Record> records = recordsIn(m_processes);
     ASSERT_EQ(2U, records.size());
-    EXPECT_EQ("1", records[0].parentProcessID);
+    EXPECT_EQ(std::to_string(::getppid()), records[0].parentProcessID);
     EXPECT_EQ(0U, records[0].realText);
     EXPECT_EQ("", records[1].parentProcessID);
-    EXPECT_EQ(1600U, records[1].realText);
+    EXPECT_LT(0U, records[1].realText);
 }
 
 TEST_F(OneByOne, LeaveTheCursor) {
-    m_processes.init(information, "7");
+    add(handle());
     m_processes.begin();
     m_processes.next();
     EXPECT_EQ(0, m_processes.hasNext());
-    m_processes.init(information, "8");
-    EXPECT_EQ("7", recordAt(m_processes).handle);
+    add(handle(1));
+    EXPECT_EQ(handle(), recordAt(m_processes).handle);
     EXPECT_EQ(1, m_processes.hasNext());
 }
 
 TEST_F(OneByOne, MayBeReadWithoutInit) {
-    EXPECT_EQ(1, m_processes.internalInit(statistics, "7"));
-    EXPECT_EQ(0, m_processes.internalInit(statistics, "9"));
-    EXPECT_EQ(1, m_processes.internalInit(statistics, "8"));
-    EXPECT_EQ((Texts{"7", "8"}), handlesIn(m_processes));
+    EXPECT_EQ(1, m_processes.internalInit(statistics, handle(1).c_str()));
+    EXPECT_EQ(1, m_processes.internalInit(statistics, handle().c_str()));
+    EXPECT_EQ((Texts{handle(1), handle()}), handlesIn(m_processes));
 }
 
 } // namespace

@@ -1,155 +1,115 @@
-// How often the software inventory is run, and what becomes of its failures.
-#include "inventory/Inventory.hpp"
+// When the program of the software inventory is run, and what becomes of its output.
+#include "inventory/OwnProcess.hpp"
+#include "inventory/SoftwareProgram.hpp"
 
-#include <algorithm>
-#include <filesystem>
-#include <sys/resource.h>
+#include "support/TempDir.hpp"
 
 namespace {
 
-class Tool : public Inventory {
+class Tool : public OwnProcess {
 protected:
     Tool() {
-        setTool("echo run >> '" + m_log + "'\necho prog a b Driver\n");
-        m_tree.add("7");
-        m_tree.add("8");
+        m_program = SoftwareProgram();
+        print("Driver");
     }
-    // Number of times that the tool has run.
-    long runs() const {
-        if (!std::filesystem::exists(m_log))
-            return 0;
-        const std::string log = support::readFile(m_log);
-        return std::count(log.begin(), log.end(), '\n');
-    }
-    unsigned short typeOf(const std::string& id) const { return read(id, information).runType; }
+    // Lets the program print one kind for every name.
+    void print(const std::string& kind) { m_program.lines = {name() + " a b " + kind}; }
 
-    const std::string m_log = m_folder.file("log");
-    QAV_UnixProcessAPI m_processes;
+    static std::string name() {
+        std::string line = support::readFile("/proc/self/comm");
+        line.pop_back();
+        return line;
+    }
+    unsigned short typeOfLast() { return recordsIn(m_processes).back().runType; }
+    // The run type of this process in a table of all.
+    unsigned short ownType() {
+        for (const Record& record : recordsIn(m_processes))
+            if (record.handle == handle())
+                return record.runType;
+        return 0;
+    }
+
+    SoftwareProgram& m_program = SoftwareProgram::instance();
 };
+
+TEST_F(Tool, IsRunWithoutInputForItsOutputAlone) {
+    add(handle(), information);
+    EXPECT_EQ("/kq/bin/softinv", m_program.command);
+    EXPECT_FALSE(m_program.hasMoreThanOutput);
+}
 
 TEST_F(Tool, RunsOnceForAllProcesses) {
     m_processes.init(information);
-    EXPECT_EQ(1, runs());
-    const std::vector<Record> records = recordsIn(m_processes);
-    ASSERT_EQ(2U, records.size());
-    EXPECT_EQ(3, records[0].runType);
-    EXPECT_EQ(3, records[1].runType);
+    EXPECT_EQ(1, m_program.runs);
+    EXPECT_LT(1U, recordsIn(m_processes).size());
+    EXPECT_EQ(3, ownType());
 }
 
 TEST_F(Tool, RunsAgainForEveryFill) {
     m_processes.init(information);
     m_processes.init(information);
-    EXPECT_EQ(2, runs());
-    EXPECT_EQ(3, recordsIn(m_processes).at(1).runType);
-    m_processes.init(information, "7");
-    m_processes.init(information, "7");
-    EXPECT_EQ(4, runs());
-    EXPECT_EQ(3, recordsIn(m_processes).at(3).runType);
+    EXPECT_EQ(2, m_program.runs);
+    EXPECT_EQ(3, ownType());
+    add(handle(), information);
+    add(handle(), information);
+    EXPECT_EQ(4, m_program.runs);
+    EXPECT_EQ(3, typeOfLast());
 }
 
 TEST_F(Tool, IsReadAfreshByEveryFill) {
-    m_processes.init(information, "7");
-    setToolOutput("prog a b Oper\n");
-    m_processes.init(information, "7");
-    EXPECT_EQ(2, recordsIn(m_processes).at(1).runType);
-    setToolOutput("prog a b Driver\n");
+    add(handle(), information);
+    print("Oper");
+    add(handle(), information);
+    EXPECT_EQ(2, typeOfLast());
+    print("Driver");
     m_processes.init(information);
-    EXPECT_EQ(3, recordsIn(m_processes).at(0).runType);
+    EXPECT_EQ(3, ownType());
 }
 
 TEST_F(Tool, DoesNotRunForStatistics) {
     m_processes.init(statistics);
-    m_processes.init(statistics, "7");
-    EXPECT_EQ(3U, recordsIn(m_processes).size());
-    EXPECT_EQ(0, runs());
+    add(handle(), statistics);
+    EXPECT_EQ(0, m_program.runs);
 }
 
 TEST_F(Tool, DoesNotRunWithoutAProcess) {
-    m_tree.remove("7");
-    m_tree.remove("8", "stat");
-    m_processes.init(information);
-    EXPECT_EQ(0, m_processes.init(information, "9"));
-    EXPECT_EQ(0, runs());
+    EXPECT_EQ(0, m_processes.init(information, "none"));
+    EXPECT_EQ(0, m_program.runs);
 }
 
-TEST_F(Tool, DoesNotRunForAProcessWithoutACommandLine) {
-    m_tree.remove("7", "cmdline");
-    EXPECT_EQ(0, m_processes.init(information, "7"));
-    EXPECT_EQ(0, runs());
-}
-
-TEST_F(Tool, HasRunBeforeTheStatusIsRead) {
-    m_tree.remove("7", "status");
-    EXPECT_EQ(0, m_processes.init(information, "7"));
-    EXPECT_EQ(1, runs());
-}
-
-TEST_F(Tool, IsNotRunAgainWhenItFailed) {
-    setTool("echo run >> '" + m_log + "'\nexit 1\n");
-    m_processes.init(information);
-    EXPECT_EQ(1, runs());
-    EXPECT_EQ(4, recordsIn(m_processes).at(0).runType);
-    EXPECT_EQ(4, recordsIn(m_processes).at(1).runType);
-}
-
-TEST_F(Tool, IsNotRunAgainWhenItCouldNotBeStarted) {
-    rlimit limit{};
-    ::getrlimit(RLIMIT_NOFILE, &limit);
-    const rlimit none = {0, limit.rlim_max};
-    ::setrlimit(RLIMIT_NOFILE, &none); // no pipe to it can be made
-    EXPECT_EQ(4, m_processes.determineSWType("prog"));
-    ::setrlimit(RLIMIT_NOFILE, &limit);
-    EXPECT_EQ(4, m_processes.determineSWType("prog"));
-    EXPECT_EQ(0, runs());
-    m_processes.init(information, "7");
-    EXPECT_EQ(1, runs());
-}
-
-TEST_F(Tool, StaysHeldWhileProcessesAreReadWithoutInit) {
-    EXPECT_EQ(1, m_processes.internalInit(information, "7"));
-    EXPECT_EQ(1, m_processes.internalInit(information, "8"));
-    EXPECT_EQ(3, m_processes.determineSWType("prog"));
-    EXPECT_EQ(1, runs());
-    m_processes.init(information, "7");
-    EXPECT_EQ(2, runs());
-}
-
-TEST_F(Tool, IsNotRunBehindAFill) {
-    m_processes.init(information);
-    EXPECT_EQ(4, m_processes.determineSWType("prog")) << "what it printed is not held any more";
-    EXPECT_EQ(1, runs());
-}
-
-TEST_F(Tool, ThatIsMissingMakesEverythingAnApplication) {
-    std::filesystem::remove(m_folder.file("softinv"));
-    EXPECT_EQ(4, typeOf("7"));
-}
-
-TEST_F(Tool, ThatMayNotBeRunMakesEverythingAnApplication) {
-    std::filesystem::permissions(m_folder.file("softinv"), std::filesystem::perms::owner_read);
-    EXPECT_EQ(4, typeOf("7"));
+TEST_F(Tool, IsNotRunAgainWhenItCouldNotBeRun) {
+    m_program.isMissing = true;
+    EXPECT_EQ(4, m_processes.determineSWType(name().c_str()));
+    m_program.isMissing = false;
+    EXPECT_EQ(4, m_processes.determineSWType(name().c_str()));
+    EXPECT_EQ(1, m_program.runs);
+    add(handle(), information);
+    EXPECT_EQ(2, m_program.runs);
+    EXPECT_EQ(3, typeOfLast());
 }
 
 TEST_F(Tool, ThatPrintsNothingMakesEverythingAnApplication) {
-    setTool("exit 0\n");
-    EXPECT_EQ(4, typeOf("7"));
+    m_program.lines.clear();
+    add(handle(), information);
+    EXPECT_EQ(4, typeOfLast());
 }
 
-TEST_F(Tool, ThatFailsIsBelievedAllTheSame) {
-    setTool("echo prog a b Driver\nexit 1\n");
-    EXPECT_EQ(3, typeOf("7"));
-    setTool("echo prog a b Driver\nkill -KILL $$\n");
-    EXPECT_EQ(3, typeOf("7"));
+TEST_F(Tool, OutputIsKeptWhileProcessesAreReadWithoutInit) {
+    EXPECT_EQ(1, m_processes.internalInit(information, handle().c_str()));
+    EXPECT_EQ(1, m_processes.internalInit(information, handle(1).c_str()));
+    EXPECT_EQ(3, m_processes.determineSWType(name().c_str()));
+    EXPECT_EQ(1, m_program.runs);
+    add(handle(), information);
+    EXPECT_EQ(2, m_program.runs);
 }
 
-TEST_F(Tool, HasAnEmptyInput) {
-    setTool("read line && echo prog a b Driver || echo prog a b Oper\n");
-    EXPECT_EQ(2, typeOf("7"));
-}
-
-TEST_F(Tool, ErrorOutputDoesNotCount) {
-    setTool("echo prog a b Driver >&2\n");
-    EXPECT_EQ(4, typeOf("7"));
+TEST_F(Tool, IsNotRunAfterAFill) {
+    add(handle(), information);
+    EXPECT_EQ(4, m_processes.determineSWType(name().c_str())) << "its output is not kept any more";
+    EXPECT_EQ(1, m_program.runs);
+    m_processes.init(information);
+    EXPECT_EQ(4, m_processes.determineSWType(name().c_str()));
+    EXPECT_EQ(2, m_program.runs);
 }
 
 } // namespace

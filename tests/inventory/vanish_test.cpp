@@ -11,61 +11,63 @@ class Vanishing : public Inventory {
 protected:
     Vanishing() { m_tree.add("7"); }
 
-    // Reads the process with a file held up while something happens; returns what init() does.
-    int read(const std::string& name, const std::string& content, QAV_UnixProcessAPI::tProcessInfoType type,
-             const std::function<void()>& meanwhile) {
+    // Reads the process with a file held up while something happens; returns whether it was found.
+    bool read(const std::string& name, const std::string& content, QAV_UnixProcessAPI::tProcessInfoType type,
+              const std::function<void()>& meanwhile) {
         m_tree.remove("7", name);
         const Pipe file(m_tree.file("7", name), {content}, meanwhile);
-        return m_processes.init(type, "7");
+        return inventory::readProcess(m_sources, type, "7", m_processes);
     }
     std::function<void()> end() const {
         return [this] { m_tree.remove("7"); };
     }
 
-    QAV_UnixProcessAPI m_processes;
+    OpenWBEM::Array<inventory::Process> m_processes;
     const MadeProcess m_process;
 };
 
 TEST_F(Vanishing, APipeInThePlaceOfAFileIsReadLikeAFile) {
-    EXPECT_EQ(1, read("stat", m_process.stat("7"), information, [] {}));
-    EXPECT_EQ("prog", recordsIn(m_processes).at(0).name);
+    EXPECT_TRUE(read("stat", m_process.stat("7"), information, [] {}));
+    EXPECT_EQ("prog", recordOf(m_processes[0]).name);
 }
 
 TEST_F(Vanishing, BehindItsStatFileItIsLeftOut) {
-    EXPECT_EQ(0, read("stat", m_process.stat("7"), information, end()));
-    EXPECT_EQ(0U, recordsIn(m_processes).size());
+    EXPECT_FALSE(read("stat", m_process.stat("7"), information, end()));
+    EXPECT_EQ(0U, m_processes.size());
 }
 
 TEST_F(Vanishing, BehindItsStatFileItIsLeftOutOfTheStatisticsToo) {
-    EXPECT_EQ(0, read("stat", m_process.stat("7"), statistics, end()));
-    EXPECT_EQ(0U, recordsIn(m_processes).size());
+    EXPECT_FALSE(read("stat", m_process.stat("7"), statistics, end()));
+    EXPECT_EQ(0U, m_processes.size());
 }
 
 TEST_F(Vanishing, BehindItsCommandLineItIsLeftOut) {
-    EXPECT_EQ(0, read("cmdline", m_process.cmdline, information, end()));
-    EXPECT_EQ(0U, recordsIn(m_processes).size());
+    EXPECT_FALSE(read("cmdline", m_process.cmdline, information, end()));
+    EXPECT_EQ(0U, m_processes.size());
 }
 
 TEST_F(Vanishing, WithItsProgramItLosesThePathOnly) {
-    EXPECT_EQ(1, read("cmdline", m_process.cmdline, information, [this] { m_tree.remove("7", "exe"); }));
-    EXPECT_EQ("", recordsIn(m_processes).at(0).modulePath);
+    EXPECT_TRUE(read("cmdline", m_process.cmdline, information, [this] { m_tree.remove("7", "exe"); }));
+    EXPECT_EQ("", recordOf(m_processes[0]).modulePath);
 }
 
 TEST_F(Vanishing, WhileItsProgramIsClassifiedItIsLeftOut) {
-    setTool("rm -r '" + m_tree.path() + "/7'\n");
-    EXPECT_EQ(0, m_processes.init(information, "7"));
-    EXPECT_EQ(0U, recordsIn(m_processes).size());
+    m_sources.runType = [this](const OpenWBEM::String&) {
+        m_tree.remove("7");
+        return 4;
+    };
+    EXPECT_FALSE(isFound("7", information));
 }
 
 TEST_F(Vanishing, WhileItsStatusIsReadItIsKept) {
-    EXPECT_EQ(1, read("status", m_process.status, information, end()));
-    EXPECT_EQ(1000U, recordsIn(m_processes).at(0).realUserID);
+    EXPECT_TRUE(read("status", m_process.status, information, end()));
+    EXPECT_EQ(1000U, recordOf(m_processes[0]).realUserID);
 }
 
 TEST_F(Vanishing, AStatusThatEndsEarlyGivesWhatItHas) {
-    EXPECT_EQ(1, read("status", "Uid:\t1\t2\nGi", information, end()));
-    EXPECT_EQ(2U, recordsIn(m_processes).at(0).realUserID);
-    EXPECT_EQ(0U, recordsIn(m_processes).at(0).processGroupID);
+    EXPECT_TRUE(read("status", "Uid:\t1\t2\nGi", information, end()));
+    EXPECT_EQ(2U, recordOf(m_processes[0]).realUserID);
+    EXPECT_EQ(0U, recordOf(m_processes[0]).processGroupID);
 }
 
 TEST_F(Vanishing, DoesNotEndTheReadingOfTheOthers) {

@@ -5,6 +5,7 @@
 #include "StartedProcess.hpp"
 #include "inventory/ProcessTree.hpp"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
 
@@ -98,6 +99,16 @@ TEST_F(ServedSoftware, OfAMadeUpHostIsWhatItsFilesSay) {
                       itemsOf(statisticsGroup));
         },
         {"--root", root.path()});
+}
+
+TEST_F(ServedSoftware, OfAMadeUpHostIsClassifiedWhateverTheNameOfItsFolder) {
+    const support::TempDir folder;
+    const std::string name = "it's a \"folder\"; exit $(exit)\n";
+    ProcessTree(folder.file(name + "/proc")).add("2", kernelThread("kthreadd"));
+    const std::string program =
+        folder.write(name + "/kq/bin/softinv", "#!/bin/sh\necho kthreadd a b Driver\n");
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    run([] { EXPECT_EQ("16/5/0/0=3", itemsOf(processGroup).at(3)); }, {"--root", folder.file(name)});
 }
 
 TEST_F(ServedSoftware, OfAMadeUpHostWithoutProcIsNone) {

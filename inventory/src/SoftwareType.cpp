@@ -1,12 +1,8 @@
-/* Classifies a program by the output of the software inventory. */
-#include "QAV_UnixProcessAPI.hpp"
-
-#include "Sources.hpp"
+#include "SoftwareType.hpp"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <sblim_utilities.h>
 
 namespace {
 
@@ -41,21 +37,21 @@ unsigned short typeIn(const char* line) {
 
 } // namespace
 
-unsigned short QAV_UnixProcessAPI::determineSWType(const OpenWBEM::String& name) {
-    if (!m_swInventoryRead) {
-        runcommand(inventory::softwareInventory, NULL, &m_swInventory, NULL);
-        m_swInventoryRead = true;
-    }
-    if (!m_swInventory)
+namespace inventory {
+
+unsigned short softwareType(const char* const* lines, const OpenWBEM::String& name) {
+    if (!lines)
         return application;
     const std::size_t size = static_cast<unsigned short>(name.length());
     unsigned short result = application;
-    for (char** line = m_swInventory; *line; ++line) {
-        if (std::strncmp(*line, name.c_str(), size) != 0)
+    for (; *lines; ++lines) {
+        if (std::strncmp(*lines, name.c_str(), size) != 0)
             continue;
-        result = typeIn(*line);
+        result = typeIn(*lines);
         if (result == 0)
             return application;
     }
     return result;
 }
+
+} // namespace inventory

@@ -1,27 +1,44 @@
-/* Reads one process. */
-#include "QAV_UnixProcessAPI.hpp"
-
-#include "Sources.hpp"
+#include "Processes.hpp"
 
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <string>
+#include <dirent.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace inventory {
 namespace {
 
-typedef QAV_UnixProcessAPI::tUnixProcess Process;
+class Directory {
+public:
+    explicit Directory(const char* path)
+        : m_directory(opendir(path)) {}
+    ~Directory() {
+        if (m_directory)
+            closedir(m_directory);
+    }
+    /* The next name; null at the end, and if there is no such directory. */
+    const char* next() {
+        const dirent* const entry = m_directory ? readdir(m_directory) : NULL;
+        return entry ? entry->d_name : NULL;
+    }
 
-/* With its end and a NUL. A longer line counts as several. */
-const int longestLine = 512;
+private:
+    Directory(const Directory&);
+    Directory& operator=(const Directory&);
+
+    DIR* m_directory;
+};
+
+/* Of a line with its newline and a NUL. A longer line counts as several. */
+const int lineSize = 512;
 
 /* A file of a process, open as long as this lives. */
 class ProcFile {
 public:
-    explicit ProcFile(const std::string& path)
-        : m_file(std::fopen(path.c_str(), "re")) {
+    explicit ProcFile(const char* path)
+        : m_file(std::fopen(path, "re")) {
         if (m_file)
             std::setvbuf(m_file, m_buffer, _IOFBF, sizeof m_buffer);
     }
@@ -31,8 +48,8 @@ public:
     }
 
     bool isOpen() const { return m_file != NULL; }
-    /* Reads into longestLine bytes. False at the end of the file, and when it cannot be read. */
-    bool readLine(char* line) { return std::fgets(line, longestLine, m_file) != NULL; }
+    /* Reads into lineSize bytes. False at the end of the file, and when it cannot be read. */
+    bool readLine(char* line) { return std::fgets(line, lineSize, m_file) != NULL; }
 
 private:
     ProcFile(const ProcFile&);
@@ -44,7 +61,7 @@ private:
 
 /* What is taken of a stat file, proc(5). */
 struct Stat {
-    char name[longestLine];
+    char name[lineSize];
     char state;
     unsigned long long parent;
     unsigned long long userTime;   /* clock ticks */
@@ -55,9 +72,9 @@ struct Stat {
  * False when the file cannot be opened or does not have all fields. The name ends at the first ")", even if
  * the name itself contains it: the fields that follow are then wrong or missing.
  */
-bool readStat(const std::string& path, Stat& stat) {
+bool readStat(const char* path, Stat& stat) {
     ProcFile file(path);
-    char line[longestLine];
+    char line[lineSize];
     if (!file.isOpen() || !file.readLine(line))
         return false;
     /* NOLINTNEXTLINE(cert-err34-c): a number that is too large counts as the largest. */
@@ -90,9 +107,9 @@ OpenWBEM::CIMDateTime cpuTime(const Stat& stat) {
         static_cast<OpenWBEM::UInt64>((stat.userTime + stat.systemTime) * microsecondsPerTick));
 }
 
-OpenWBEM::String linkTarget(const std::string& path) {
+OpenWBEM::String linkTarget(const char* path) {
     char target[512];
-    const ssize_t size = readlink(path.c_str(), target, sizeof target);
+    const ssize_t size = readlink(path, target, sizeof target);
     return size > 0 ? OpenWBEM::String(target, static_cast<std::size_t>(size)) : OpenWBEM::String();
 }
 
@@ -135,11 +152,11 @@ bool takeSize(const char* line, Process& process) {
 }
 
 /* Reads a status file as far as it has lines that are wanted. False when it cannot be opened. */
-bool readStatus(const std::string& path, bool isInformation, Process& process) {
+bool readStatus(const char* path, bool isInformation, Process& process) {
     ProcFile file(path);
     if (!file.isOpen())
         return false;
-    char line[longestLine] = "";
+    char line[lineSize] = "";
     int missing = isInformation ? 2 : 4;
     while (missing > 0 && file.readLine(line))
         if (isInformation ? takeIdentity(line, process) : takeSize(line, process))
@@ -148,50 +165,66 @@ bool readStatus(const std::string& path, bool isInformation, Process& process) {
 }
 
 /* The ID is widened with its sign, so that a negative one names nothing. */
-std::string folderOf(const OpenWBEM::String& handle) {
+std::string folderOf(const Sources& sources, const OpenWBEM::String& handle) {
     const long long id = std::strtol(handle.c_str(), NULL, 10);
-    return inventory::procFolder + ("/" + std::to_string(static_cast<unsigned long long>(id)));
+    return sources.procFolder + "/" + std::to_string(static_cast<unsigned long long>(id));
+}
+
+/* What only the mode eProcessInformation gathers, up to the status file. */
+bool describe(const Sources& sources, const std::string& folder, const Stat& stat, Process& process) {
+    process.parentProcessID = OpenWBEM::String(static_cast<OpenWBEM::UInt64>(stat.parent));
+    process.executionState = executionState(stat.state);
+    if (!readParameters((folder + "/cmdline").c_str(), process.parameters))
+        return false;
+    process.modulePath = linkTarget((folder + "/exe").c_str());
+    process.runType = sources.runType(process.name);
+    return true;
 }
 
 } // namespace
 
-int QAV_UnixProcessAPI::internalInit(tProcessInfoType type, const OpenWBEM::String& handle) {
-    const std::string folder = folderOf(handle);
-    struct stat status;
-    Stat stat;
-    if (lstat(folder.c_str(), &status) != 0 || !readStat(folder + "/stat", stat))
-        return 0;
-    tUnixProcess process = tUnixProcess();
-    process.handle = handle;
-    process.name = stat.name;
-    const bool isInformation = type == eProcessInformation;
-    if (isInformation) {
-        process.parentProcessID = OpenWBEM::String(static_cast<OpenWBEM::UInt64>(stat.parent));
-        process.executionState = executionState(stat.state);
-        if (!readRunParameters((folder + "/cmdline").c_str(), process))
-            return 0;
-        process.modulePath = linkTarget(folder + "/exe");
-        process.runType = determineSWType(process.name);
-    } else {
-        process.totalCpuTime = cpuTime(stat);
-    }
-    if (!readStatus(folder + "/status", isInformation, process))
-        return 0;
-    m_processes.push_back(process);
-    return 1;
+void readProcesses(const Sources& sources, QAV_UnixProcessAPI::tProcessInfoType type,
+                   OpenWBEM::Array<Process>& table) {
+    Directory folder(sources.procFolder.c_str());
+    while (const char* const name = folder.next())
+        if (std::strtol(name, NULL, 10) != 0)
+            readProcess(sources, type, OpenWBEM::String(name), table);
 }
 
-int QAV_UnixProcessAPI::readRunParameters(const char* path, tUnixProcess& record) {
+bool readProcess(const Sources& sources, QAV_UnixProcessAPI::tProcessInfoType type,
+                 const OpenWBEM::String& handle, OpenWBEM::Array<Process>& table) {
+    const bool isInformation = type == QAV_UnixProcessAPI::eProcessInformation;
+    const std::string folder = folderOf(sources, handle);
+    struct stat status;
+    Stat stat;
+    if (lstat(folder.c_str(), &status) != 0 || !readStat((folder + "/stat").c_str(), stat))
+        return false;
+    Process process = Process();
+    process.handle = handle;
+    process.name = stat.name;
+    if (!isInformation)
+        process.totalCpuTime = cpuTime(stat);
+    else if (!describe(sources, folder, stat, process))
+        return false;
+    if (!readStatus((folder + "/status").c_str(), isInformation, process))
+        return false;
+    table.push_back(process);
+    return true;
+}
+
+bool readParameters(const char* path, OpenWBEM::StringArray& parameters) {
     ProcFile file(path);
     if (!file.isOpen())
-        return 0;
+        return false;
     /* Zero bytes, which separate the texts, also follow the last one: the list ends there. */
-    char texts[longestLine + 1] = "";
+    char texts[lineSize + 1] = "";
     const bool isRead = file.readLine(texts);
-    record.parameters.clear();
+    parameters.clear();
     if (!isRead || texts[0] == '\0')
-        return 1;
+        return true;
     for (const char* text = texts + std::strlen(texts) + 1; *text != '\0'; text += std::strlen(text) + 1)
-        record.parameters.push_back(OpenWBEM::String(text));
-    return 1;
+        parameters.push_back(OpenWBEM::String(text));
+    return true;
 }
+
+} // namespace inventory
