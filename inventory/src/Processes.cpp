@@ -78,7 +78,9 @@ bool readStat(const char* path, Stat& stat) {
     if (!file.isOpen() || !file.readLine(line))
         return false;
     /* NOLINTNEXTLINE(cert-err34-c): a number that is too large counts as the largest. */
-    return std::sscanf(line, "%*d (%511[^)]) %c %llu %*s %*s %*s %*s %*s %*s %*s %*s %*s %llu %llu",
+    return std::sscanf(line,
+                       "%*d (%511[^)]) %c %llu %*s %*s %*s %*s %*s %*s %*s %*s %*s %llu %llu "
+                       "%*s %*s %*s %*s %*s %*s %*s %*s",
                        stat.name, &stat.state, &stat.parent, &stat.userTime, &stat.systemTime) == 5;
 }
 
