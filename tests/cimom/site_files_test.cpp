@@ -200,8 +200,8 @@ TEST_F(SiteFilesTest, InstancesShareWhatTheyHaveInCommon) {
     for (std::size_t i = 0; i < lamp.properties.size(); ++i)
         EXPECT_EQ(&ObjectAccess::declaration(all[0].getProperties()[i]),
                   &ObjectAccess::declaration(all[1].getProperties()[i]));
-    EXPECT_EQ(&ObjectAccess::data(all[0].getProperties()[0]),
-              &ObjectAccess::data(all[0].getKeyValuePairs()[0]));
+    EXPECT_EQ(&ObjectAccess::declaration(all[0].getProperties()[0]),
+              &ObjectAccess::declaration(all[0].getKeyValuePairs()[0]));
 }
 
 TEST_F(SiteFilesTest, AFileThatIsNoObjectOfClassesIsRefused) {
