@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# The toolchain file compiles for 32 bits beside the flags of the command line: check_toolchain.sh CMAKE TOOLCHAIN
+set -euo pipefail
+
+cmake=$1 toolchain=$2
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+
+cat >"$folder/CMakeLists.txt" <<'END'
+cmake_minimum_required(VERSION 3.25)
+project(agent C CXX)
+include(CheckSourceCompiles)
+file(READ agent.c source)
+foreach(language IN ITEMS C CXX)
+    check_source_compiles(${language} "${source}" ${language}_CHECK_COMPILES)
+    if(NOT ${language}_CHECK_COMPILES)
+        message(FATAL_ERROR "a check in ${language} compiles otherwise than the program")
+    endif()
+endforeach()
+add_executable(c_agent agent.c)
+add_executable(cxx_agent agent.cpp)
+END
+cat >"$folder/agent.c" <<'END'
+#ifndef __i386__
+#error "-m32 is lost"
+#endif
+#ifndef OF_THE_COMMAND_LINE
+#error "the flags of the command line are lost"
+#endif
+int main(void) { return 0; }
+END
+cp "$folder/agent.c" "$folder/agent.cpp"
+
+# Twice: a later run reads the flags from the cache.
+flags=-DOF_THE_COMMAND_LINE
+output=$("$cmake" -S "$folder" -B "$folder/build" -G Ninja --toolchain "$toolchain" -DCMAKE_C_FLAGS=$flags \
+    -DCMAKE_CXX_FLAGS=$flags 2>&1 && "$cmake" "$folder/build" 2>&1 && "$cmake" --build "$folder/build" 2>&1) || {
+    echo "$output" >&2
+    exit 1
+}
