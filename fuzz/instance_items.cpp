@@ -1,11 +1,20 @@
 // An instance of any names, types and texts, turned into items, with the trace on.
+#if __has_include("OW_vector.hpp") // an Array of numbers needs it before OW_Array.hpp
+#include "OW_vector.hpp"
+#endif
+#include "OW_Array.hpp"
+#include "OW_Bool.hpp"
 #include "OW_CIMClient.hpp"
 #include "OW_CIMDateTime.hpp"
 #include "OW_CIMInstance.hpp"
+#include "OW_CIMName.hpp"
 #include "OW_CIMObjectPath.hpp"
 #include "OW_CIMProperty.hpp"
 #include "OW_CIMValue.hpp"
+#include "OW_Char16.hpp"
 #include "OW_Exception.hpp"
+#include "OW_String.hpp"
+#include "OW_Types.hpp"
 
 #include "support/Bytes.hpp"
 #include "support/Folder.hpp"

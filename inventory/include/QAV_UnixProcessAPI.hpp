@@ -36,6 +36,13 @@
 #ifndef QAV_UNIX_PROCESS_API_HPP
 #define QAV_UNIX_PROCESS_API_HPP
 
+/* OpenWBEM 3.x: an Array of a type of one's own needs OW_vector.hpp, where there is one, before OW_Array.hpp.
+ */
+#ifdef __has_include
+#if __has_include(<OW_vector.hpp>)
+#include <OW_vector.hpp>
+#endif
+#endif
 #include <OW_Array.hpp>
 #include <OW_CIMDateTime.hpp>
 #include <OW_String.hpp>

@@ -365,6 +365,9 @@ char* owbStringClean(char* src, char* dst);
 #ifdef __has_include
 #if __has_include(<OW_CIMClient.hpp>) && __has_include(<OW_CIMInstance.hpp>)
 extern "C++" { /* this header may be included within extern "C" */
+#if __has_include(<OW_vector.hpp>)
+#include <OW_vector.hpp> /* OpenWBEM 3.x: before OW_Array.hpp, for Arrays of types of one's own */
+#endif
 #include <OW_CIMClient.hpp>
 #include <OW_CIMInstance.hpp>
 

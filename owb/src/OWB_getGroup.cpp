@@ -1,5 +1,7 @@
 /* The connection, the group read, the running software, and the tables that name classes, properties and
  * keys. */
+#include "QAV_UnixProcessAPI.hpp" /* first: it knows what OW_Array.hpp needs before it */
+
 #include "OW_CIMClient.hpp"
 #include "OW_CIMDateTime.hpp"
 #include "OW_CIMInstance.hpp"
@@ -13,7 +15,6 @@
 
 #include "OWB_queue.hpp"
 #include "OWB_trace.hpp"
-#include "QAV_UnixProcessAPI.hpp"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,6 +1,11 @@
 #ifndef TESTS_OWB_INSTANCES_HPP
 #define TESTS_OWB_INSTANCES_HPP
+// OpenWBEM 3.x: an Array of numbers needs it, where there is one, before OW_Array.hpp.
+#if __has_include("OW_vector.hpp")
+#include "OW_vector.hpp"
+#endif
 #include "OW_Array.hpp"
+#include "OW_CIMFwd.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMProperty.hpp"
 

@@ -1,13 +1,22 @@
+#include "Instances.hpp" // first: it knows what OW_Array.hpp needs before it
+
+#include "OW_Array.hpp"
 #include "OW_Bool.hpp"
+#include "OW_CIMDataType.hpp"
 #include "OW_CIMDateTime.hpp"
+#include "OW_CIMFwd.hpp"
 #include "OW_CIMInstance.hpp"
+#include "OW_CIMNULL.hpp"
 #include "OW_CIMObjectPath.hpp"
 #include "OW_CIMProperty.hpp"
 #include "OW_CIMValue.hpp"
+#include "OW_Char16.hpp"
+#include "OW_Exception.hpp"
+#include "OW_String.hpp"
+#include "OW_Types.hpp"
 
 #include "owb.h"
 
-#include "Instances.hpp"
 #include "TestQueue.hpp"
 #include "support/MadeUpLocale.hpp"
 
