@@ -9,6 +9,12 @@ if(NOT OWB_OPENWBEM STREQUAL "BUNDLED")
     find_package(OpenWBEM QUIET)
     if(OpenWBEM_FOUND)
         set(OWB_CLIENT_IS_BUNDLED FALSE)
+    elseif(OpenWBEM_FAILURE AND OWB_OPENWBEM STREQUAL "SYSTEM")
+        message(FATAL_ERROR "OWB_OPENWBEM=SYSTEM, but the OpenWBEM that was found does not do for "
+                            "${CMAKE_SYSTEM_PROCESSOR}.\n${OpenWBEM_FAILURE}\n"
+                            "Name another prefix with -DOpenWBEM_ROOT=DIR, or build with -DOWB_OPENWBEM=BUNDLED.")
+    elseif(OpenWBEM_FAILURE)
+        message(STATUS "The OpenWBEM that was found does not do for ${CMAKE_SYSTEM_PROCESSOR}.\n${OpenWBEM_FAILURE}")
     elseif(OWB_OPENWBEM STREQUAL "SYSTEM")
         message(FATAL_ERROR "OWB_OPENWBEM=SYSTEM, but no OpenWBEM 3.x for ${CMAKE_SYSTEM_PROCESSOR} was found.\n"
                             "Looked for: ${OpenWBEM_LOOKED_FOR}\n"
