@@ -2,6 +2,7 @@
 
 #include "agent/Number.hpp"
 
+#include <OW_String.hpp>
 #include <OW_URL.hpp>
 
 #include <charconv>
@@ -27,10 +28,14 @@ std::string percentDecoded(const std::string& text) {
     return result;
 }
 
-/** The client library's own socket is named by the scheme, too. */
+/** The scheme names the client library's own socket, too. An installed OpenWBEM leaves the port of "host:/"
+ * empty and means the default one. */
 std::string portOf(const OpenWBEM::URL& url) {
-    const bool isOwn = url.scheme == "ipc" || url.port.equalsIgnoreCase(Endpoint::ownSocket);
-    return isOwn ? Endpoint::ownSocket : url.port.c_str();
+    if (url.scheme == "ipc" || url.port.equalsIgnoreCase(Endpoint::ownSocket))
+        return Endpoint::ownSocket;
+    if (url.port.empty())
+        return url.scheme.endsWith("s") ? "5989" : "5988";
+    return url.port.c_str();
 }
 
 bool isSocket(const std::string& port) {
