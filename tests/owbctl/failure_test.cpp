@@ -36,14 +36,6 @@ TEST(Failure, TheRestOfTheGroupsIsReadAllTheSame) {
     EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n");
 }
 
-TEST(Failure, AReadIsTriedOnceMoreOnAFreshConnection) {
-    const support::ScriptedPeer peer({support::Step::answer("nonsense\r\n\r\n"), instances({})});
-    const support::ProgramResult result = owbctl({"--url", peer.url(), "get", "14"});
-    EXPECT_EQ(result.exitCode, 0) << result.err;
-    EXPECT_EQ(result.err, "");
-    EXPECT_EQ(peer.connections(), 2u);
-}
-
 TEST(Failure, AReadIsTriedNoMoreThanTwice) {
     const support::ScriptedPeer peer({support::Step::answer(cimErrorReply(5, "no such class"))});
     EXPECT_EQ(owbctl({"--url", peer.url(), "get", "14"}).exitCode, 15);

@@ -24,14 +24,6 @@ const std::string pathHint =
 const std::string hints =
     "        'owbctl doctor' with the same URL says why; --trace - shows what the library did\n" + pathHint;
 
-// An answer without an instance, in CIM-XML, to the message of the given number.
-support::Step nothing(const std::string& message) {
-    return support::Step::answer(plainReply(
-        "<?xml version=\"1.0\" ?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE ID=\"" + message +
-        "\" PROTOCOLVERSION=\"1.0\"><SIMPLERSP><IMETHODRESPONSE NAME=\"GetInstance\">"
-        "</IMETHODRESPONSE></SIMPLERSP></MESSAGE></CIM>"));
-}
-
 TEST(Instance, ItIsReadAsEachGroupOfItsClass) {
     const support::ProgramResult result =
         owbctlAt({found(someProperties())}, {"instance", "QAV_System.Name=\"x\""});
@@ -119,26 +111,6 @@ TEST(Instance, AFailureNamesGroupAndUrlAndMentionsThePath) {
         "no answer from the object manager at " + peer.url() + ", or it reported an error (status 5)\n";
     EXPECT_EQ(result.err, "owbctl: group 1 (QAV_System): " + noAnswer +
                               "owbctl: group 2 (QAV_System): " + noAnswer + hints);
-}
-
-TEST(Instance, AnAnswerWithoutAnInstanceGivesStatus12) {
-    const support::ScriptedPeer peer({nothing("1")});
-    const std::string url = peer.url("http", "localhost");
-    const support::ProgramResult result = owbctl({"--url", url, "instance", "QAV_K70Chassis.Tag=\"x\""});
-    EXPECT_EQ(result.exitCode, 12);
-    EXPECT_EQ(result.err, "owbctl: group 0 (QAV_K70Chassis): the object manager at " + url +
-                              " gave no instance (status 2)\n" + pathHint);
-}
-
-TEST(Instance, TheFirstGroupThatFailsDecidesAndAnyMayCallForTheHint) {
-    const support::ScriptedPeer peer({support::Step::answer(statusReply("404 Not Found")), nothing("2")});
-    const std::string url = peer.url("http", "localhost");
-    const support::ProgramResult result = owbctl({"--url", url, "instance", "QAV_System.Name=\"x\""});
-    EXPECT_EQ(result.exitCode, 15);
-    EXPECT_EQ(result.err, "owbctl: group 1 (QAV_System): no answer from the object manager at " + url +
-                              ", or it reported an error (status 5)\n"
-                              "owbctl: group 2 (QAV_System): the object manager at " +
-                              url + " gave no instance (status 2)\n" + hints);
 }
 
 TEST(Instance, AMalformedPathFailsLikeAnUnknownInstance) {

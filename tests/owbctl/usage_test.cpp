@@ -107,7 +107,8 @@ TEST(Usage, VersionIsTheLibrarysAndGoesToStandardOutput) {
 TEST(Usage, TheCommandVersionNamesEachComponent) {
     EXPECT_EQ(owbctl({"version", "-o", "line"}).out.find("owbctl = 1."), 0u);
     const std::string table = owbctl({"version"}).out;
-    EXPECT_NE(table.find("\nlibowb v1.12\nclient library bundled\n"), std::string::npos) << table;
+    EXPECT_NE(table.find("\nlibowb v1.12\nclient library " OWBCTL_CLIENT_LIBRARY "\n"), std::string::npos)
+        << table;
     EXPECT_EQ(owbctl({"version", "-o", "csv"}).out.rfind("name,version\nowbctl,1.", 0), 0u);
     EXPECT_EQ(nlohmann::json::parse(owbctl({"version", "-o", "json"}).out)["versions"][1],
               nlohmann::json::parse(R"({"name": "libowb", "version": "v1.12"})"));
