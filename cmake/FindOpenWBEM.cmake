@@ -34,7 +34,7 @@ function(openwbem_describe_failure output)
         set(step link)
     endif()
     string(REGEX REPLACE "[][;]" " " output "${output}") # characters of CMake's lists
-    string(REGEX MATCHALL "[^\n]*(error|undefined reference|not found)[^\n]*" errors "${output}")
+    string(REGEX MATCHALL "[^\n]*(error|undefined reference|ld: )[^\n]*" errors "${output}")
     list(FILTER errors EXCLUDE REGEX "^collect2")
     list(SUBLIST errors 0 5 errors)
     list(JOIN errors "\n  " errors)

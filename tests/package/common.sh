@@ -1,5 +1,6 @@
 # shellcheck shell=bash disable=SC2034 # url is for those that start a daemon
-# Sourced by the tests of this folder. They work in $folder, which goes with them, as does the daemon that they start.
+# Sourced by the tests of this folder and of the build against an installed client library. They work in $folder, which goes with
+# them, as does the daemon that they start.
 set -euo pipefail
 
 folder=$(mktemp -d)

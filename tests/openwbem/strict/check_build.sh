@@ -1,0 +1,72 @@
+#!/usr/bin/env bash
+# The bridge, owbctl, the examples and the bridge's tests build against an installed client library with the original's
+# habits, and run: check_build.sh CMAKE CTEST SOURCE_DIR TOOLCHAIN PREFIX OWBCIMOMD END_TO_END_TEST
+#
+# The object manager has the bundled client library whatever the bridge is built against, so the one that is already built
+# serves here. The end-to-end tests call the bridge's C interface alone: their program is already built, too, and
+# loads this bridge.
+source "$(dirname "${BASH_SOURCE[0]}")/../../package/common.sh"
+
+cmake=$1 ctest=$2 source=$3 toolchain=$4 prefix=$5 manager=$6 end_to_end=$7
+build=$folder/build tree=$folder/tree
+libraries=(libowclient libopenwbem libowxml libowhttpclient libowhttpcommon)
+
+quietly() { # COMMAND...
+    "$@" >"$folder/output" 2>&1 || fail "$*: $(<"$folder/output")"
+}
+
+configure() { # MODE
+    # The linkers of some distributions drop by default what is not called directly.
+    quietly "$cmake" -S "$source" -B "$build" -G Ninja --toolchain "$toolchain" -DOWB_OPENWBEM="$1" \
+        -DOpenWBEM_ROOT="$prefix" -DOWB_SBLIM=BUNDLED -DOWB_BENCH=OFF -DOWB_WERROR=ON \
+        -DCMAKE_SHARED_LINKER_FLAGS=-Wl,--as-needed -DCMAKE_EXE_LINKER_FLAGS=-Wl,--as-needed
+    expect "$(<"$folder/output")" "Client library: $prefix/lib/libowclient.so" "what $1 says"
+}
+
+expect_installed_client() { # PROGRAM
+    local loaded library
+    loaded=$(ldd "$1")
+    for library in "${libraries[@]}"; do
+        expect "$loaded" "$library.so.4 => $prefix/lib/$library.so.4 " "what $1 loads"
+    done
+}
+
+targets=(owb owbctl c_agent header_alone owb_test owb_trace_test owb_memory_test owb_failing_calls_test
+    owb_software_test)
+
+configure AUTO
+quietly "$cmake" --build "$build" --target "${targets[@]}"
+configure SYSTEM
+quietly "$cmake" --build "$build" --target "${targets[@]}"
+expect "$(<"$folder/output")" "no work to do" "what SYSTEM builds behind AUTO"
+
+for component in library development; do
+    quietly "$cmake" --install "$build" --prefix "$tree" --component "$component"
+done
+quietly "$cmake" --install "$build/owbctl" --prefix "$tree"
+bridge=$(find "$tree" -name libowb.so.1)
+expect_installed_client "$bridge"
+expect_installed_client "$tree/bin/owbctl"
+[[ -z $(find "$tree" -name 'libowclient*' -o -name 'OW_*') ]] || fail "a client library is installed beside the one found"
+
+quietly "$ctest" --test-dir "$build/tests/owb" --output-on-failure --timeout 60 -j 2 -E _NOT_BUILT
+LD_LIBRARY_PATH=${bridge%/*} quietly "$end_to_end"
+
+mkdir -p "$folder/manager/sbin"
+ln -s "$manager" "$folder/manager/sbin/owbcimomd"
+start_daemon "$folder/manager"
+expect "$("$tree/bin/owbctl" --url "$url" get 4)" "Group 4  QAV_OperatingSystem  (1 row" "what owbctl reads"
+expect "$("$tree/bin/owbctl" --url "$url" version)" "client library of the system" "the versions"
+doctor=$("$tree/bin/owbctl" --url http://127.0.0.1:/tmp/any doctor || true)
+expect "$doctor" ", port 5988, since its port is empty" "what the doctor says"
+
+# As docs/client-library.md tells agents.
+export PKG_CONFIG_PATH=$tree/share/pkgconfig
+cp -r "$source/examples" "$folder/examples"
+quietly make -C "$folder/examples" CFLAGS="-Wall -Wextra -Wpedantic -Werror"
+expect "$("$folder/examples/agent" "$url" ops@example.net)" "The contact is now ops@example.net." "the agent's output"
+read -r -a owb < <(pkg-config --cflags --libs owb)
+quietly c++ -m32 -I"$prefix/include/openwbem" "$source/tests/package/client_agent.cpp" -o "$folder/client_agent" \
+    "${owb[@]}" -L"$prefix/lib" -Wl,--no-as-needed "${libraries[@]/#lib/-l}" \
+    -Wl,-rpath,"$(pkg-config --variable=libdir owb):$prefix/lib"
+quietly "$folder/client_agent"

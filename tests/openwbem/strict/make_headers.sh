@@ -1,0 +1,59 @@
+#!/usr/bin/env bash
+# Makes headers with the original's habits from ours: make_headers.sh OUR_FOLDER FOLDER. They include what their own
+# declarations need and nothing else, have no extension and no folder detail/, and OpenWBEM is an alias.
+set -euo pipefail
+
+ours=$1 folder=$2
+
+mkdir -p "$folder"
+cp "$ours"/OW_* "$folder"
+rm "$folder/OW_ClientTimeouts.hpp" # an extension
+for header in "$ours"/detail/OW_*.hpp; do
+    cp "$header" "$folder/OW_COW${header##*/OW_}"
+done
+cd "$folder"
+
+sed -i -e 's|"\.\./OW_|"OW_|' -e 's|"detail/OW_|"OW_COW|' -e 's/^namespace OpenWBEM {/namespace OpenWBEM4 {/' \
+    -e 's/^} \/\/ namespace OpenWBEM$/} \/\/ namespace OpenWBEM4/' -- *.hpp
+sed -i -e 's/^#define OW_PACKAGE .*/#define OW_PACKAGE "openwbem"/' \
+    -e 's/ __attribute__((visibility("default")))$//' \
+    -e '$i #ifdef __cplusplus\nnamespace OpenWBEM4 {}\nnamespace OpenWBEM = OpenWBEM4;\n#endif\n' OW_config.h
+
+# What a header only passes on or returns it leaves undefined.
+replace() { # HEADER INCLUDED BY
+    grep -q "^#include \"OW_$2.hpp\"$" "OW_$1.hpp" || {
+        echo "make_headers.sh: OW_$1.hpp does not include OW_$2.hpp" >&2
+        exit 1
+    }
+    sed -i "s|^#include \"OW_$2.hpp\"$|#include \"OW_$3.hpp\"|" "OW_$1.hpp"
+}
+replace CIMClass CIMName CIMFwd
+replace CIMInstance CIMName CIMFwd
+replace CIMInstance CIMProperty CIMFwd
+replace CIMObjectPath CIMName COWSafeBool
+replace CIMProperty CIMDataType CIMNULL
+replace CIMProperty CIMName COWSafeBool
+replace CIMProperty CIMValue CIMFwd
+replace CIMValue Bool CommonFwd
+replace CIMValue Char16 CommonFwd
+replace String Array Exception
+
+# Copy-on-write calls a function that OW_vector.hpp alone declares: unless an argument's namespace leads to it, it has
+# to be declared before.
+sed -i '/explicit Elements(Vector elements)/i\        Elements(const Elements& other)\n            : detail::Counted(other)\n            , vector(*std::unique_ptr<Vector>(copyForWriting(other.vector))) {}\n        virtual Elements* clone() const { return new Elements(*this); }' OW_Array.hpp
+cat >OW_vector.hpp <<'END'
+#ifndef OW_VECTOR_HPP_INCLUDED
+#define OW_VECTOR_HPP_INCLUDED
+#include "OW_config.h"
+#include <vector>
+
+namespace OpenWBEM4 {
+
+template <class T>
+std::vector<T>* copyForWriting(const std::vector<T>& shared) {
+    return new std::vector<T>(shared);
+}
+
+} // namespace OpenWBEM4
+#endif
+END
