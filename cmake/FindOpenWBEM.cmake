@@ -13,6 +13,12 @@ find_path(OpenWBEM_INCLUDE_DIR OW_CIMClient.hpp PATH_SUFFIXES openwbem)
 find_library(OpenWBEM_LIBRARY owclient)
 mark_as_advanced(OpenWBEM_INCLUDE_DIR OpenWBEM_LIBRARY)
 
+if(OpenWBEM_INCLUDE_DIR AND NOT OpenWBEM_LIBRARY)
+    string(APPEND OpenWBEM_LOOKED_FOR "\nFound only: ${OpenWBEM_INCLUDE_DIR}/OW_CIMClient.hpp")
+elseif(OpenWBEM_LIBRARY AND NOT OpenWBEM_INCLUDE_DIR)
+    string(APPEND OpenWBEM_LOOKED_FOR "\nFound only: ${OpenWBEM_LIBRARY}")
+endif()
+
 # The original needs these, which are in the same folder; where they were not built apart, they do not exist.
 set(OpenWBEM_LIBRARIES ${OpenWBEM_LIBRARY})
 set(OpenWBEM_ABSENT)
@@ -34,7 +40,7 @@ function(openwbem_describe_failure output)
         set(step link)
     endif()
     string(REGEX REPLACE "[][;]" " " output "${output}") # characters of CMake's lists
-    string(REGEX MATCHALL "[^\n]*(error|undefined reference|ld: )[^\n]*" errors "${output}")
+    string(REGEX MATCHALL "[^\n]*(error: |undefined reference|ld: )[^\n]*" errors "${output}")
     list(FILTER errors EXCLUDE REGEX "^collect2")
     list(SUBLIST errors 0 5 errors)
     list(JOIN errors "\n  " errors)

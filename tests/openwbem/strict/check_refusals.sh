@@ -32,6 +32,11 @@ mkdir "$folder/empty"
 expect_refusal "$folder/empty" "no OpenWBEM 3.x for i686 was found" \
     "OW_CIMClient.hpp in include or include/openwbem, and libowclient, below $folder/empty"
 
+mkdir "$folder/headers"
+cp -r "$prefix/include" "$folder/headers"
+expect_refusal "$folder/headers" "no OpenWBEM 3.x for i686 was found" \
+    "Found only: $folder/headers/include/openwbem/OW_CIMClient.hpp"
+
 copy_of_prefix broken
 echo '#error "of another compiler"' >>"$folder/broken/include/openwbem/OW_Array.hpp"
 broken_says=("does not do for i686" "$(found broken)" "does not compile:" 'error: #error "of another compiler"')

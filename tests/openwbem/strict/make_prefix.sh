@@ -7,7 +7,7 @@ strict=$source/tests/openwbem/strict
 
 rm -rf "$folder"
 "$strict/make_headers.sh" "$source/openwbem/include" "$folder/include/openwbem"
-"$cmake" -S "$strict/libraries" -B "$folder/build" -G Ninja --toolchain "$toolchain" -DOWB_SOURCE_DIR="$source" \
+"$cmake" -S "$strict" -B "$folder/build" -G Ninja --toolchain "$toolchain" -DOWB_SOURCE_DIR="$source" \
     -DHEADERS="$folder/include/openwbem"
 "$cmake" --build "$folder/build"
 "$cmake" --install "$folder/build" --prefix "$folder"
