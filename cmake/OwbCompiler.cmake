@@ -20,6 +20,12 @@ add_compile_options("-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=" "-ffile-prefix-m
 # /proc holds inode numbers beyond 32 bits.
 add_compile_definitions(_FILE_OFFSET_BITS=64)
 
+# Assertions are decided here for every target, whatever flags the build type has. assert() stays on: it guards memory.
+# Boost's assertions are off: Beast's HTTP parser asserts what the peer decides (the number of bytes of a last chunk that
+# have arrived), and is correct without.
+add_compile_options(-UNDEBUG)
+add_compile_definitions(BOOST_DISABLE_ASSERTS)
+
 # Link to owb_warnings from our own targets only: third-party code is compiled without.
 add_library(owb_warnings INTERFACE)
 target_compile_options(owb_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion

@@ -5,15 +5,17 @@
 #include "protocol/BinaryHandler.hpp"
 #include "protocol/XmlHandler.hpp"
 
-#include <boost/asio/buffer.hpp>
 #include <boost/asio/io_context.hpp>
-#include <boost/asio/read.hpp>
-#include <boost/asio/write.hpp>
+#include <cerrno>
+#include <exception>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <sys/socket.h>
+#include <unistd.h>
+#include <utility>
+#include <vector>
 
 /** Runs sessions, one after the other, each with a client that sends bytes, shuts its side and reads. */
 class SessionRun {
@@ -24,38 +26,102 @@ public:
         , m_xml(manager) {}
 
     /**
-     * All that a client gets for what it sends, up to the end of the connection. Returns when the session
-     * has ended, and throws std::logic_error when its connection is gone but the session is not.
+     * All that a client gets for what it sends, up to the end of the connection. The session has read each
+     * piece, and done what it can, before the next one arrives. Throws std::logic_error when the connection
+     * has ended but the session has not, or the session does nothing any more.
      */
-    std::string answerTo(std::string_view sent) {
-        namespace asio = boost::asio;
-        int ends[2];
-        if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
-            throw std::runtime_error("socketpair");
-        const asio::generic::stream_protocol local(AF_UNIX, 0);
-        Socket client(m_io, local, ends[0]);
-        std::make_shared<cimom::Session>(Socket(m_io, local, ends[1]), m_context)->start();
-        asio::async_write(client, asio::buffer(sent), [&client](const auto&, std::size_t) {
-            boost::system::error_code ignored;
-            client.shutdown(Socket::shutdown_send, ignored);
-        });
-        std::string received;
-        asio::async_read(client, asio::dynamic_buffer(received), [](const auto&, std::size_t) {});
-        m_io.restart();
-        m_io.run();
-        if (!m_context->sessions.empty())
+    std::string answerTo(const std::vector<std::string_view>& pieces) {
+        const auto context =
+            std::make_shared<cimom::SessionContext>(cimom::SessionContext{m_binary, m_xml, cimom::Limits()});
+        Connection client(m_io);
+        client.serve(context);
+        for (const std::string_view piece : pieces)
+            client.send(piece);
+        client.finish();
+        if (!context->sessions.empty())
             throw std::logic_error("the session has not ended");
-        return received;
+        return client.received();
     }
+    std::string answerTo(std::string_view sent) { return answerTo(std::vector<std::string_view>{sent}); }
 
 private:
-    using Socket = cimom::Session::Socket;
+    /** The client's end of a connection. */
+    class Connection {
+    public:
+        explicit Connection(boost::asio::io_context& io)
+            : m_io(io) {
+            if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, m_ends) != 0)
+                throw std::runtime_error("socketpair");
+        }
+        ~Connection() { ::close(m_ends[0]); }
+        Connection(const Connection&) = delete;
+        Connection& operator=(const Connection&) = delete;
+
+        void serve(const std::shared_ptr<cimom::SessionContext>& context) {
+            using Socket = cimom::Session::Socket;
+            Socket socket(m_io, boost::asio::generic::stream_protocol(AF_UNIX, 0), m_ends[1]);
+            m_io.restart();
+            std::make_shared<cimom::Session>(std::move(socket), context)->start();
+        }
+        void send(std::string_view bytes) {
+            while (!bytes.empty() && !m_isClosed) {
+                const ssize_t size = ::send(m_ends[0], bytes.data(), bytes.size(), MSG_NOSIGNAL);
+                if (size < 0 && errno != EAGAIN)
+                    return; // the session takes no more
+                bytes.remove_prefix(size > 0 ? static_cast<std::size_t>(size) : 0);
+                if (!work() && size < 0)
+                    throw std::logic_error("the session does not read");
+            }
+        }
+        /** Says that no more will come, and waits for the end of the connection. */
+        void finish() {
+            ::shutdown(m_ends[0], SHUT_WR);
+            while (!m_isClosed) {
+                if (!work())
+                    throw std::logic_error("the session does not end the connection");
+            }
+            poll();
+        }
+        const std::string& received() const { return m_received; }
+
+    private:
+        /** Lets the session do all that it can, and takes what it sends. False when nothing has happened. */
+        bool work() {
+            bool isBusy = false;
+            while (poll() || receive())
+                isBusy = true;
+            return isBusy;
+        }
+        /** As the daemon does, goes on behind an exception, which ends the session. */
+        bool poll() {
+            try {
+                return m_io.poll() > 0;
+            } catch (const std::exception&) {
+                return true;
+            }
+        }
+        bool receive() {
+            if (m_isClosed)
+                return false;
+            char bytes[65536];
+            const ssize_t size = ::recv(m_ends[0], bytes, sizeof bytes, 0);
+            if (size < 0 && errno == EAGAIN)
+                return false;
+            m_isClosed =
+                size <= 0; // a session that closes before it has read everything resets the connection
+            m_received.append(bytes, m_isClosed ? 0 : static_cast<std::size_t>(size));
+            return true;
+        }
+
+        boost::asio::io_context& m_io;
+        int m_ends[2];
+        bool m_isClosed = false;
+        std::string m_received;
+    };
 
     const cimom::BinaryHandler m_binary;
     const cimom::XmlHandler m_xml;
     boost::asio::io_context m_io{1};
-    const std::shared_ptr<cimom::SessionContext> m_context =
-        std::make_shared<cimom::SessionContext>(cimom::SessionContext{m_binary, m_xml, cimom::Limits()});
 };
 
 #endif

@@ -1,7 +1,3 @@
-// Beast asserts that five bytes of a last chunk have come when it looks at it again, which is for the peer to
-// decide, and does right without the assertion.
-#define BOOST_DISABLE_ASSERTS
-
 #include "client/HTTPMessage.hpp"
 
 #include "OW_ClientTimeouts.hpp"

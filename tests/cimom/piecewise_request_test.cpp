@@ -1,0 +1,101 @@
+// Recorded requests that arrive in pieces, and in chunks, are answered as if they came whole.
+#include "BentRequests.hpp"
+#include "Chunked.hpp"
+#include "RecordedSchema.hpp"
+#include "SessionRun.hpp"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+using namespace cimom;
+
+namespace {
+
+/** Without QAV_Many, whose replies take long. */
+ObjectManager manager() {
+    std::vector<ClassDeclaration> classes = recordedClasses();
+    classes.erase(
+        std::remove_if(classes.begin(), classes.end(),
+                       [](const ClassDeclaration& each) { return std::string(each.name) == "QAV_Many"; }),
+        classes.end());
+    return recordedManager(std::move(classes));
+}
+
+/** The reply to a request that arrives in these pieces, without its date. */
+std::string replyTo(SessionRun& session, const std::vector<std::string_view>& pieces) {
+    std::string reply = session.answerTo(pieces);
+    const std::size_t date = reply.find("Date: ");
+    if (date != std::string::npos)
+        reply.erase(date, reply.find("\r\n", date) - date);
+    return reply;
+}
+
+std::string replyTo(SessionRun& session, std::string_view request) {
+    return replyTo(session, std::vector<std::string_view>{request});
+}
+
+const char* const extensions = R"(;a;b=c; d = "e\"f;g")";
+const char* const trailers = "X-One: 1\r\nX-Folded: a\r\n b\r\nX-Empty:\r\n";
+
+} // namespace
+
+TEST(PiecewiseRequests, ARequestMayBeSplitAtEachByte) {
+    ObjectManager objects = manager();
+    SessionRun session(objects);
+    for (const std::string& request : recordedRequests()) {
+        const std::string expected = replyTo(session, request);
+        ASSERT_EQ(0u, expected.find("HTTP/1.1 200 Ok")) << request;
+        const std::string_view whole = request;
+        for (std::size_t at = 1; at < whole.size(); ++at)
+            ASSERT_EQ(expected, replyTo(session, {whole.substr(0, at), whole.substr(at)}))
+                << "split at " << at << " of " << request;
+        ASSERT_EQ(expected, replyTo(session, piecesOf(whole, 1))) << request;
+    }
+}
+
+TEST(PiecewiseRequests, ARequestMayBeChunkedInEveryWay) {
+    ObjectManager objects = manager();
+    SessionRun session(objects);
+    for (const std::string& request : recordedRequests()) {
+        const std::string expected = replyTo(session, request);
+        for (const Chunking& way :
+             {Chunking{1}, Chunking{7, "000"}, Chunking{100, "0", extensions, trailers}}) {
+            const std::string chunks = chunkedRequest(request, way);
+            ASSERT_EQ(expected, replyTo(session, chunks)) << chunks;
+            ASSERT_EQ(expected, replyTo(session, piecesOf(chunks, 1))) << "byte by byte: " << chunks;
+        }
+    }
+}
+
+// Whatever of the lines around a chunk has arrived when the server looks.
+TEST(PiecewiseRequests, ChunksMayBeSplitAtEachByteOfTheirLines) {
+    ObjectManager objects = manager();
+    SessionRun session(objects);
+    for (const std::string& request : recordedRequests()) {
+        const std::string expected = replyTo(session, request);
+        const std::string chunks = chunkedRequest(request, {100000, "", extensions, trailers});
+        const std::string_view whole = chunks;
+        const std::size_t data = whole.find(extensions) + std::string_view(extensions).size() + 2;
+        for (std::size_t at = whole.find("\r\n\r\n"); at < whole.size(); ++at) {
+            if (at == data + 1) // splits within the data of a chunk are all alike
+                at = whole.rfind(extensions) - 4;
+            ASSERT_EQ(expected, replyTo(session, {whole.substr(0, at), whole.substr(at)}))
+                << "split at " << at << " of " << chunks;
+        }
+    }
+}
+
+TEST(PiecewiseRequests, ABodyWithoutBytesIsRefusedHoweverItsLastChunkArrives) {
+    ObjectManager objects = manager();
+    SessionRun session(objects);
+    const std::string head =
+        "POST / HTTP/1.1\r\nContent-Type: application/xml\r\nTransfer-Encoding: chunked\r\n\r\n";
+    const std::string_view last = "0\r\n\r\n";
+    for (std::size_t first = 1; first < last.size(); ++first) {
+        for (std::size_t second = first; second < last.size(); ++second)
+            EXPECT_EQ(0u, replyTo(session, {head, last.substr(0, first), last.substr(first, second - first),
+                                            last.substr(second)})
+                              .find("HTTP/1.1 400 Bad request: The request has no body"))
+                << first << ", " << second;
+    }
+}
