@@ -56,17 +56,20 @@ public:
         : m_options(options)
         , m_host(options.root)
         , m_manager(makeProviders(m_host), siteValues(options.state))
+        , m_settings(settings())
         // Before a socket is made, so that no signal can leave its file behind.
         , m_stopSignals(m_io, SIGTERM, SIGINT)
         , m_reloadSignal(m_io, SIGHUP)
+        , m_countersSignal(m_io, SIGUSR1)
         , m_passwords(m_io, m_users)
-        , m_server(m_io, context()) {
+        , m_server(m_io, m_settings, m_counters, m_sessions) {
         readFiles();
     }
 
     void run() {
         m_stopSignals.async_wait([this](const boost::system::error_code&, int) { m_io.stop(); });
         awaitReload();
+        awaitCountersSignal();
         m_socket.emplace(m_options.socket, m_options.socketMode);
         m_server.listen(m_socket->duplicate(), AF_UNIX);
         const std::string places = m_options.socket + listenOnNetwork();
@@ -88,15 +91,15 @@ private:
         return places;
     }
 
-    SessionContext context() {
-        SessionContext context{m_binary, m_xml, m_options.limits};
-        context.isVerbose = m_options.isVerbose;
+    SessionSettings settings() {
+        SessionSettings settings{m_binary, m_xml, m_options.limits};
+        settings.isVerbose = m_options.isVerbose;
         if (!m_options.users.empty())
-            context.checkPassword = [this](const std::string& user, const std::string& password,
-                                           PasswordCheck::Done done) {
+            settings.checkPassword = [this](const std::string& user, const std::string& password,
+                                            PasswordCheck::Done done) {
                 m_passwords.check(user, password, std::move(done));
             };
-        return context;
+        return settings;
     }
 
     /** Reads the site's files, all or none of them. */
@@ -105,7 +108,7 @@ private:
         if (!m_options.instances.empty())
             m_manager.setSiteInstances(SiteInstances(m_options.instances, m_manager.declarations()));
         m_users = std::move(users);
-        m_server.forgetLogins();
+        m_sessions.forgetLogins();
     }
 
     void awaitReload() {
@@ -123,12 +126,25 @@ private:
         });
     }
 
+    void awaitCountersSignal() {
+        m_countersSignal.async_wait([this](const boost::system::error_code& error, int) {
+            if (error)
+                return;
+            awaitCountersSignal();
+            log("connections: " + std::to_string(m_counters.connections) + ", open " +
+                std::to_string(m_sessions.count()) + "; requests: " + std::to_string(m_counters.requests) +
+                ", failed " + std::to_string(m_counters.failed) +
+                "; refused: " + std::to_string(m_counters.refused));
+        });
+    }
+
     /** Lets the answers under way be sent, for a while. */
     void finish() {
         notifyServiceManager("STOPPING=1");
         m_socket.reset(); // or the kernel would go on to take connections
         m_server.stop();
         m_reloadSignal.cancel();
+        m_countersSignal.cancel();
         m_io.restart();
         const auto end = std::chrono::steady_clock::now() + m_options.stopTime;
         withoutExceptions([this, end] { m_io.run_until(end); });
@@ -139,9 +155,13 @@ private:
     ObjectManager m_manager;
     const BinaryHandler m_binary{m_manager};
     const XmlHandler m_xml{m_manager};
+    const SessionSettings m_settings;
+    Counters m_counters;
+    Sessions m_sessions;
     boost::asio::io_context m_io{1};
     boost::asio::signal_set m_stopSignals;
     boost::asio::signal_set m_reloadSignal;
+    boost::asio::signal_set m_countersSignal;
     Users m_users;
     PasswordCheck m_passwords;
     std::optional<ListeningSocket> m_socket;

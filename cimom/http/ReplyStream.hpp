@@ -34,6 +34,8 @@ public:
      * that the operation has failed halfway it throws: the connection must end without the rest.
      */
     std::string next();
+    /** Whether next() has handed out the end. */
+    bool isDone() const { return m_isDone; }
     /** What the operation has failed with, if it has. */
     const std::optional<OperationError>& error() const { return m_reply.error; }
 

@@ -1,9 +1,9 @@
 #include "http/Server.hpp"
 
 #include <algorithm>
+#include <memory>
 #include <sys/resource.h>
 #include <utility>
-#include <vector>
 
 namespace cimom {
 namespace {
@@ -20,10 +20,13 @@ std::size_t connectionLimit(std::size_t wanted) {
 
 } // namespace
 
-Server::Server(boost::asio::io_context& io, SessionContext context)
+Server::Server(boost::asio::io_context& io, const SessionSettings& settings, Counters& counters,
+               Sessions& sessions)
     : m_io(io)
-    , m_context(std::make_shared<SessionContext>(std::move(context)))
-    , m_connectionLimit(connectionLimit(m_context->limits.connections)) {}
+    , m_settings(settings)
+    , m_counters(counters)
+    , m_sessions(sessions)
+    , m_connectionLimit(connectionLimit(settings.limits.connections)) {}
 
 void Server::listen(int socket, int family) {
     m_listeners.emplace_back(m_io, socket, family,
@@ -32,36 +35,26 @@ void Server::listen(int socket, int family) {
 
 /** Whether a session that has just begun is one of those that are served. */
 bool Server::hasPlaceFor(const Session& session) const {
-    const std::set<Session*>& all = m_context->sessions;
+    const bool isFree = m_sessions.count() <= m_connectionLimit;
     if (!session.isOnNetwork())
-        return all.size() <= m_connectionLimit;
+        return isFree;
     // Whoever can reach a port must not shut out the agents of this host.
     const std::size_t keptForLocal = (m_connectionLimit + 3) / 4;
-    const auto onNetwork =
-        std::count_if(all.begin(), all.end(), [](const Session* each) { return each->isOnNetwork(); });
-    return all.size() <= m_connectionLimit &&
-           static_cast<std::size_t>(onNetwork) + keptForLocal <= m_connectionLimit;
+    return isFree && m_sessions.countOnNetwork() + keptForLocal <= m_connectionLimit;
 }
 
 void Server::serve(Session::Socket socket) {
-    const auto session = std::make_shared<Session>(std::move(socket), m_context);
+    const auto session = std::make_shared<Session>(std::move(socket), m_settings, m_counters, m_sessions);
     if (hasPlaceFor(*session))
         session->start();
     else
         session->refuse({503, "Service unavailable", "connection queue full"});
 }
 
-void Server::forgetLogins() {
-    ++m_context->usersVersion;
-}
-
 void Server::stop() {
     for (Listener& listener : m_listeners)
         listener.stop();
-    // A copy, since some of them end at once.
-    const std::vector<Session*> open(m_context->sessions.begin(), m_context->sessions.end());
-    for (Session* const session : open)
-        session->finish();
+    m_sessions.finish();
 }
 
 } // namespace cimom

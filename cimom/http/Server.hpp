@@ -4,8 +4,8 @@
 #include "http/Session.hpp"
 
 #include <boost/asio/io_context.hpp>
+#include <cstddef>
 #include <list>
-#include <memory>
 
 namespace cimom {
 
@@ -13,10 +13,11 @@ namespace cimom {
 class Server {
 public:
     /**
-     * @param context what its sessions share; the handlers in it must outlive the io_context. A connection
-     *                beyond its limit is told so by status 503 and closed.
+     * All must outlive the io_context. A connection beyond the limit of the settings gets status 503 and is
+     * closed.
      */
-    Server(boost::asio::io_context& io, SessionContext context);
+    Server(boost::asio::io_context& io, const SessionSettings& settings, Counters& counters,
+           Sessions& sessions);
 
     /** Accepts connections on a socket that listens, see Listener, while the io_context runs. */
     void listen(int socket, int family);
@@ -25,8 +26,6 @@ public:
      * been sent. The io_context has nothing more to do for the server when that is done.
      */
     void stop();
-    /** Asks the clients that have logged in to do so again: the users may be others now. */
-    void forgetLogins();
 
 private:
     bool hasPlaceFor(const Session& session) const;
@@ -34,7 +33,9 @@ private:
 
     boost::asio::io_context& m_io;
     std::list<Listener> m_listeners;
-    std::shared_ptr<SessionContext> m_context;
+    const SessionSettings& m_settings;
+    Counters& m_counters;
+    Sessions& m_sessions;
     std::size_t m_connectionLimit;
 };
 

@@ -17,28 +17,27 @@ namespace http = boost::beast::http;
 namespace {
 
 /** Numbers answers by two digits. */
-std::string numberOf(unsigned answer) {
+std::string numberOf(unsigned long answer) {
     const std::string digits = std::to_string(answer % 100);
     return digits.size() < 2 ? "0" + digits : digits;
 }
 
-std::string textOf(const OperationError& error) {
-    return std::to_string(error.code) + " " + error.description;
-}
-
 } // namespace
 
-Session::Session(Socket socket, std::shared_ptr<SessionContext> context)
+Session::Session(Socket socket, const SessionSettings& settings, Counters& counters, Sessions& sessions)
     : m_socket(std::move(socket))
     , m_peer(peerOf(m_socket.native_handle()))
-    , m_context(std::move(context))
+    , m_settings(settings)
+    , m_counters(counters)
+    , m_sessions(sessions)
     , m_timer(m_socket.get_executor())
-    , m_buffer(m_context->limits.head + static_cast<std::size_t>(m_context->limits.body)) {
-    m_context->sessions.insert(this);
+    , m_buffer(settings.limits.head + static_cast<std::size_t>(settings.limits.body)) {
+    m_sessions.add(*this);
+    ++m_counters.connections;
 }
 
 Session::~Session() {
-    m_context->sessions.erase(this);
+    m_sessions.remove(*this);
 }
 
 void Session::start() {
@@ -46,23 +45,46 @@ void Session::start() {
 }
 
 void Session::awaitRequest() {
+    m_state = State::idle;
     if (m_buffer.size() > 0) {
         readHead();
         return;
     }
-    limitTime(m_context->limits.idle);
+    limitTime(m_settings.limits.idle);
     m_socket.async_wait(Socket::wait_read, [self = shared_from_this()](const Error& error) {
-        if (error || self->m_isRefusing)
-            return;
-        self->readHead();
+        if (!error && self->m_state == State::idle)
+            self->readHead();
     });
 }
 
-/** What follows a read: the next step, which is told how many bytes it took, or an end to the connection. */
+void Session::readHead() {
+    m_state = State::reading;
+    m_parser.emplace();
+    m_parser->header_limit(m_settings.limits.head);
+    m_parser->body_limit(m_settings.limits.body);
+    limitTime(m_settings.limits.request);
+    http::async_read_header(m_socket, m_buffer, *m_parser, whenRead(&Session::readBody));
+}
+
+void Session::readBody(std::size_t headSize) {
+    m_isUnderstood = true;
+    if (headSize > m_settings.limits.head) { // to which the parser allows its first line besides
+        onReadError(http::error::header_limit);
+        return;
+    }
+    if (const std::optional<Refusal> refusal = refusalOf(*m_parser)) {
+        refuse(*refusal);
+        return;
+    }
+    m_request = requestHead(*m_parser);
+    http::async_read(m_socket, m_buffer, *m_parser, whenRead(&Session::answer));
+}
+
+/** What follows a read: the next step, which gets the number of bytes that the parser has taken. */
 std::function<void(const Session::Error&, std::size_t)>
 Session::whenRead(void (Session::*next)(std::size_t size)) {
     return [self = shared_from_this(), next](const Error& error, std::size_t size) {
-        if (self->m_isRefusing)
+        if (self->m_state != State::reading)
             return;
         if (error)
             self->onReadError(error);
@@ -71,75 +93,55 @@ Session::whenRead(void (Session::*next)(std::size_t size)) {
     };
 }
 
-void Session::readHead() {
-    m_parser.emplace();
-    m_parser->header_limit(m_context->limits.head);
-    m_parser->body_limit(m_context->limits.body);
-    limitTime(m_context->limits.request);
-    http::async_read_header(m_socket, m_buffer, *m_parser, whenRead(&Session::readBody));
-}
-
-void Session::readBody(std::size_t headSize) {
-    m_isUnderstood = true;
-    if (headSize > m_context->limits.head) { // to which the parser allows its first line besides
-        onReadError(http::error::header_limit);
-        return;
-    }
-    if (const std::optional<Refusal> refusal = refusalOf(*m_parser)) {
-        refuse(*refusal);
-        return;
-    }
-    http::async_read(m_socket, m_buffer, *m_parser, whenRead(&Session::answer));
-}
-
 void Session::onReadError(const Error& error) {
-    if (const std::optional<Refusal> refusal = refusalOf(error, m_context->limits))
+    if (const std::optional<Refusal> refusal = refusalOf(error, m_settings.limits))
         refuse(*refusal);
     else
         close();
 }
 
 void Session::answer(std::size_t) {
-    if (m_parser->get().body().empty()) {
+    if (m_parser->get().body().empty())
         refuse({400, "Bad request", "The request has no body"});
-        return;
-    }
-    m_request = requestHead(*m_parser);
-    if (m_peer.isOnNetwork && m_context->checkPassword)
-        logIn(m_request->authorization);
+    else if (m_peer.isOnNetwork && m_settings.checkPassword)
+        logIn();
     else
         carryOut(m_peer.access);
 }
 
-void Session::logIn(const std::string& authorization) {
-    const std::optional<Credentials> given = basicCredentials(authorization);
+void Session::logIn() {
+    const std::optional<Credentials> given = basicCredentials(m_request.authorization);
     if (!given) {
         carryOut(m_peer.access);
         return;
     }
-    const unsigned version = m_context->usersVersion;
-    if (authorization == m_accepted && version == m_acceptedVersion) {
+    if (m_request.authorization == m_accepted) {
         carryOut(Access::write);
         return;
     }
-    limitTime(m_context->limits.request);
-    m_context->checkPassword(
-        given->user, given->password,
-        [self = shared_from_this(), version](Verdict verdict) { self->onChecked(verdict, version); });
+    m_state = State::checking;
+    m_checking = m_request.authorization;
+    limitTime(m_settings.limits.request);
+    m_settings.checkPassword(given->user, given->password,
+                             [self = shared_from_this()](Verdict verdict) { self->onChecked(verdict); });
 }
 
-void Session::onChecked(Verdict verdict, unsigned usersVersion) {
-    if (m_isRefusing)
+void Session::onChecked(Verdict verdict) {
+    if (m_state != State::checking)
         return;
     if (verdict == Verdict::wrong) {
         refuseLogin("wrong name or password");
     } else if (verdict == Verdict::unchecked) {
         refuse({503, "Service unavailable", "the password could not be checked"});
     } else {
-        m_accepted = m_request->authorization;
-        m_acceptedVersion = usersVersion;
+        m_accepted = std::exchange(m_checking, std::string());
         carryOut(Access::write);
     }
+}
+
+void Session::forgetLogin() {
+    m_checking.clear();
+    m_accepted.clear();
 }
 
 void Session::refuseLogin(const char* why) {
@@ -147,23 +149,18 @@ void Session::refuseLogin(const char* why) {
 }
 
 void Session::carryOut(Access access) {
-    const bool isBinary = m_request->protocol == Protocol::binary;
-    const Handler& handler = isBinary ? m_context->binary : m_context->xml;
+    m_state = State::answering;
+    const Handler& handler = m_request.protocol == Protocol::binary ? m_settings.binary : m_settings.xml;
     try {
         OperationReply reply = handler.handle(m_parser->get().body(), access);
         m_parser.reset();
         const bool isDenied = reply.error && reply.error->code == OpenWBEM::CIMException::ACCESS_DENIED;
-        if (isDenied && m_peer.isOnNetwork && m_context->checkPassword) {
+        if (isDenied && m_peer.isOnNetwork && m_settings.checkPassword) {
             refuseLogin("log in to write");
             return;
         }
-        m_title = m_peer.name + ": " + reply.title;
-        if (reply.error)
-            log(m_title + ": " + textOf(*reply.error));
-        else if (m_context->isVerbose)
-            log(m_title);
-        m_hasFailed = reply.error.has_value();
-        m_reply.emplace(std::move(reply), *m_request, handler.contentType(), numberOf(++m_context->answers));
+        m_title = reply.title;
+        m_reply.emplace(std::move(reply), m_request, handler.contentType(), numberOf(++m_counters.requests));
     } catch (const UnreadableRequest& e) {
         refuse({e.status(), e.reason(), std::string("CIMError: ") + e.what(), "CIMError", e.what()});
         return;
@@ -173,39 +170,46 @@ void Session::carryOut(Access access) {
 
 void Session::sendNext() {
     std::string piece = m_reply->next();
-    if (m_reply->error() && !std::exchange(m_hasFailed, true))
-        log(m_title + ": " + textOf(*m_reply->error()));
-    if (!piece.empty())
-        send(std::move(piece), &Session::sendNext);
-    else
+    if (piece.empty()) {
         onSent();
+        return;
+    }
+    if (m_reply->isDone())
+        logOutcome();
+    send(std::move(piece), &Session::sendNext);
 }
 
-/** What follows an answer. */
+void Session::logOutcome() {
+    const std::optional<OperationError>& error = m_reply->error();
+    m_counters.failed += error ? 1 : 0;
+    if (error || m_settings.isVerbose)
+        log(m_peer.name + ": " + m_title +
+            (error ? ": " + std::to_string(error->code) + " " + error->description : std::string()));
+}
+
 void Session::onSent() {
-    const bool isLast = m_isLast || !m_request->keepsAlive;
     m_reply.reset();
-    m_request.reset();
-    if (isLast)
-        close();
-    else
+    if (m_request.keepsAlive)
         awaitRequest();
+    else
+        close();
 }
 
 void Session::refuse(const Refusal& refusal) {
+    ++m_counters.refused;
     log(m_peer.name + ": refused: " + std::to_string(refusal.status) + " " + refusal.reason + ": " +
         refusal.detail);
     sendRefusal(refusal);
 }
 
 void Session::sendRefusal(const Refusal& refusal) {
-    m_isRefusing = true;
+    m_state = State::refusing;
     send(refusalHead(refusal, m_isUnderstood), &Session::close);
 }
 
 void Session::send(std::string bytes, void (Session::*next)()) {
     m_sent = std::move(bytes);
-    limitTime(m_context->limits.request);
+    limitTime(m_settings.limits.request);
     asio::async_write(m_socket, asio::buffer(m_sent),
                       [self = shared_from_this(), next](const Error& error, std::size_t) {
                           self->m_sent = std::string();
@@ -216,16 +220,10 @@ void Session::send(std::string bytes, void (Session::*next)()) {
                       });
 }
 
-void Session::finish() {
-    m_isLast = true;
-    if (!m_request && m_sent.empty())
-        close();
-}
-
 void Session::limitTime(std::chrono::milliseconds time) {
     m_timer.expires_after(time);
-    // What is read or written keeps the session alive, not its timer: a session that an exception has stopped
-    // goes at once.
+    // Pending I/O owns the session; the timer holds a weak reference, so that a session which an exception
+    // has ended goes at once.
     m_timer.async_wait([weak = weak_from_this()](const Error& error) {
         const std::shared_ptr<Session> self = weak.lock();
         // The timer may have been set anew after this call of it was due.
@@ -235,22 +233,34 @@ void Session::limitTime(std::chrono::milliseconds time) {
 }
 
 void Session::onTimeout() {
-    const bool isSending = !m_sent.empty();
-    if (isSending) {
-        close();
-        return;
-    }
     Error ignored;
-    m_socket.cancel(ignored);
     const Refusal refusal{408, "Request timeout", "Timeout waiting for request."};
-    const bool isIdle = !m_parser;
-    if (isIdle) // which is no failure
+    switch (m_state) {
+    case State::idle: // which is no failure
+        m_socket.cancel(ignored);
         sendRefusal(refusal);
-    else
+        break;
+    case State::reading:
+    case State::checking:
+        m_socket.cancel(ignored);
         refuse(refusal);
+        break;
+    case State::answering:
+    case State::refusing:
+    case State::closed:
+        close();
+    }
+}
+
+void Session::finish() {
+    if (m_state == State::idle || m_state == State::reading)
+        close();
+    else
+        m_request.keepsAlive = false;
 }
 
 void Session::close() {
+    m_state = State::closed;
     m_timer.cancel();
     Error ignored;
     m_socket.shutdown(Socket::shutdown_both, ignored);

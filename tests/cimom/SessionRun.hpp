@@ -31,14 +31,13 @@ public:
      * has ended but the session has not, or the session does nothing any more.
      */
     std::string answerTo(const std::vector<std::string_view>& pieces) {
-        const auto context =
-            std::make_shared<cimom::SessionContext>(cimom::SessionContext{m_binary, m_xml, cimom::Limits()});
+        m_counters = cimom::Counters(); // replies bear numbers
         Connection client(m_io);
-        client.serve(context);
+        std::make_shared<cimom::Session>(client.served(), m_settings, m_counters, m_sessions)->start();
         for (const std::string_view piece : pieces)
             client.send(piece);
         client.finish();
-        if (!context->sessions.empty())
+        if (m_sessions.count() > 0)
             throw std::logic_error("the session has not ended");
         return client.received();
     }
@@ -57,11 +56,10 @@ private:
         Connection(const Connection&) = delete;
         Connection& operator=(const Connection&) = delete;
 
-        void serve(const std::shared_ptr<cimom::SessionContext>& context) {
-            using Socket = cimom::Session::Socket;
-            Socket socket(m_io, boost::asio::generic::stream_protocol(AF_UNIX, 0), m_ends[1]);
+        /** The other end. */
+        cimom::Session::Socket served() {
             m_io.restart();
-            std::make_shared<cimom::Session>(std::move(socket), context)->start();
+            return {m_io, boost::asio::generic::stream_protocol(AF_UNIX, 0), m_ends[1]};
         }
         void send(std::string_view bytes) {
             while (!bytes.empty() && !m_isClosed) {
@@ -121,6 +119,9 @@ private:
 
     const cimom::BinaryHandler m_binary;
     const cimom::XmlHandler m_xml;
+    const cimom::SessionSettings m_settings{m_binary, m_xml, cimom::Limits()};
+    cimom::Counters m_counters;
+    cimom::Sessions m_sessions;
     boost::asio::io_context m_io{1};
 };
 

@@ -35,19 +35,22 @@ protected:
     }
 
 private:
-    SessionContext twoConnections() {
+    static Limits twoConnections() {
         Limits limits;
         limits.connections = 2;
-        return {m_binary, m_xml, limits};
+        return limits;
     }
 
     support::TempDir m_folder;
     ObjectManager m_manager = lampManager({"red"});
     const BinaryHandler m_binary{m_manager};
     const XmlHandler m_xml{m_manager};
+    const SessionSettings m_settings{m_binary, m_xml, twoConnections()};
+    Counters m_counters;
+    Sessions m_sessions;
     boost::asio::io_context m_io{1};
     const ListeningSocket m_socket{m_folder.file("socket"), 0600};
-    Server m_server{m_io, twoConnections()};
+    Server m_server{m_io, m_settings, m_counters, m_sessions};
 };
 
 } // namespace

@@ -27,12 +27,14 @@ protected:
         ObjectManager manager = lampManager(colours);
         const BinaryHandler binary(manager);
         const XmlHandler xml(manager);
-        const auto context = std::make_shared<SessionContext>(SessionContext{binary, xml, limits});
+        const SessionSettings settings{binary, xml, limits};
+        Counters counters;
+        Sessions sessions;
         boost::asio::io_context io(1);
         Session::Socket socket(io, boost::asio::generic::stream_protocol(AF_UNIX, 0), m_ends[1]);
-        std::make_shared<Session>(std::move(socket), context)->start();
+        std::make_shared<Session>(std::move(socket), settings, counters, sessions)->start();
         io.run();
-        EXPECT_TRUE(context->sessions.empty());
+        EXPECT_EQ(0u, sessions.count());
     }
 
     std::vector<std::string> colours = {"red"};
