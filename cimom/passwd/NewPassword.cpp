@@ -107,26 +107,20 @@ std::string ask(const char* prompt, const SignalsNoted& signals) {
 std::string askTwice() {
     const SignalsNoted signals;
     const EchoOff hidden;
-    std::string password = ask("New password: ", signals);
-    std::string again = ask("Once more: ", signals);
-    const bool areSame = password == again;
-    wipe(again);
-    if (areSame)
-        return password;
-    wipe(password);
-    throw std::runtime_error("password: the two differ");
+    const std::string password = ask("New password: ", signals);
+    if (ask("Once more: ", signals) != password)
+        throw std::runtime_error("password: the two differ");
+    return password;
 }
 
 } // namespace
 
 std::string newPassword() {
-    std::string password = ::isatty(terminal) != 0 ? askTwice() : readLine();
+    const std::string password = ::isatty(terminal) != 0 ? askTwice() : readLine();
     if (password.empty())
         throw std::runtime_error("password: empty");
-    if (holdsControls(password)) {
-        wipe(password);
+    if (holdsControls(password))
         throw std::runtime_error("password: holds a control character");
-    }
     return password;
 }
 

@@ -32,10 +32,8 @@ void remove(const Options& options) {
 void set(const Options& options) {
     // A name that cannot be is told before the password is asked for.
     Users().set(options.user, std::string());
-    std::string password = cimom::newPassword();
-    const std::string hash =
-        cimom::hashOf(password, options.method == "sha512" ? HashMethod::sha512 : HashMethod::yescrypt);
-    cimom::wipe(password);
+    const HashMethod method = options.method == "sha512" ? HashMethod::sha512 : HashMethod::yescrypt;
+    const std::string hash = cimom::hashOf(cimom::newPassword(), method);
     cimom::changeUsers(options.file, [&](Users& users) { users.set(options.user, hash); });
 }
 

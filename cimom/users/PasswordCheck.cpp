@@ -2,7 +2,6 @@
 
 #include "system/Log.hpp"
 #include "users/CheckingChild.hpp"
-#include "users/PasswordHash.hpp"
 
 #include <array>
 #include <boost/asio/buffer.hpp>
@@ -63,11 +62,6 @@ PasswordCheck::PasswordCheck(boost::asio::io_context& io, const Users& users, Pa
     , m_users(users)
     , m_limits(limits) {}
 
-PasswordCheck::~PasswordCheck() {
-    for (Request& request : m_waiting)
-        wipe(request.password);
-}
-
 void PasswordCheck::check(const std::string& user, const std::string& password, Done done) {
     Request request{user, password, std::move(done)};
     if (m_running < m_limits.running) {
@@ -77,7 +71,6 @@ void PasswordCheck::check(const std::string& user, const std::string& password, 
     } else {
         boost::asio::post(m_io, [done = std::move(request.done)] { done(Verdict::unchecked); });
     }
-    wipe(request.password); // NOLINT(bugprone-use-after-move): a short text is still there when it was moved
 }
 
 void PasswordCheck::start(Request& request) {
@@ -101,7 +94,6 @@ void PasswordCheck::start(Request& request) {
 void PasswordCheck::startWaiting() {
     while (m_running < m_limits.running && !m_waiting.empty()) {
         start(m_waiting.front());
-        wipe(m_waiting.front().password);
         m_waiting.pop_front();
     }
 }

@@ -46,7 +46,6 @@ public:
                   PasswordCheckLimits limits = PasswordCheckLimits());
     PasswordCheck(const PasswordCheck&) = delete;
     PasswordCheck& operator=(const PasswordCheck&) = delete;
-    ~PasswordCheck();
 
     /**
      * Checks whether a user is there and has this password, see Users::matches(). The io_context calls

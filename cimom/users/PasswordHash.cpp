@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <crypt.h>
-#include <cstring>
 #include <regex>
 #include <stdexcept>
 #include <system_error>
@@ -54,12 +53,6 @@ std::string faultOfHash(const std::string& text) {
 
 bool isPasswordOf(const std::string& hash, const std::string& password) {
     return !hash.empty() && crypted(password, hash) == hash;
-}
-
-void wipe(std::string& password) {
-    password.resize(password.capacity()); // a text that was moved elsewhere is still there
-    ::explicit_bzero(password.data(), password.size());
-    password.clear();
 }
 
 } // namespace cimom

@@ -30,8 +30,5 @@ std::string faultOfHash(const std::string& text);
  */
 bool isPasswordOf(const std::string& hash, const std::string& password);
 
-/** Overwrites a password that is not needed any more, and empties it. */
-void wipe(std::string& password);
-
 } // namespace cimom
 #endif
