@@ -1,13 +1,14 @@
-// The body of a reply in the binary protocol. The first byte chooses what it should be.
+// The body of a reply in the binary protocol. The first byte chooses what it should be, and the next ones the
+// pieces in which it arrives.
 #include "OW_CIMInstance.hpp"
 #include "OW_Exception.hpp"
 #include "binary/Reply.hpp"
-#include "support/PieceSource.hpp"
+#include "support/Pieces.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0)
         return 0;
-    fuzz::PieceSource body(data + 1, size - 1);
+    fuzz::PieceSource body(fuzz::Pieces(data + 1, size - 1));
     try {
         if (data[0] % 2 == 0) {
             OpenWBEM::CIMInstanceEnumeration instances = OpenWBEM::binary::readInstances(body);

@@ -1,19 +1,22 @@
-// The body of a request in the binary protocol. The first byte chooses what the client may do. The client
-// library must understand the reply.
+// The body of a request in the binary protocol. The first byte chooses what the client may do, and the next
+// ones the chunks and pieces in which it arrives. The client library must understand the reply.
 #include "cimom/ClientReading.hpp"
 #include "cimom/Completed.hpp"
 #include "cimom/LampProvider.hpp"
 #include "protocol/BinaryHandler.hpp"
+#include "support/ChunkedBody.hpp"
 
 #include <cstdint>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0)
         return 0;
-    const std::string_view body(reinterpret_cast<const char*>(data + 1), size - 1);
+    const fuzz::Pieces body(data + 1, size - 1);
+    const std::string_view document = body.content();
     cimom::ObjectManager manager = lampManager({"red", "green"});
     const cimom::BinaryHandler handler(manager);
     readAsBinaryClient(
-        completed(handler.handle(body, data[0] % 2 == 0 ? cimom::Access::read : cimom::Access::write)));
+        completed(handler.handle(document, data[0] % 2 == 0 ? cimom::Access::read : cimom::Access::write)));
+    fuzz::expectSameInChunks("application/x-owbinary", body);
     return 0;
 }

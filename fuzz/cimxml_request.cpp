@@ -1,16 +1,18 @@
-// The body of a request in CIM-XML. The first byte chooses what the client may do. The client library must
-// understand the reply.
+// The body of a request in CIM-XML. The first byte chooses what the client may do, and the next ones the
+// chunks and pieces in which it arrives. The client library must understand the reply.
 #include "cimom/ClientReading.hpp"
 #include "cimom/Completed.hpp"
 #include "cimom/LampProvider.hpp"
 #include "protocol/XmlHandler.hpp"
+#include "support/ChunkedBody.hpp"
 
 #include <cstdint>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0)
         return 0;
-    const std::string_view document(reinterpret_cast<const char*>(data + 1), size - 1);
+    const fuzz::Pieces body(data + 1, size - 1);
+    const std::string_view document = body.content();
     cimom::ObjectManager manager = lampManager({"red", "green"});
     const cimom::XmlHandler handler(manager);
     try {
@@ -19,5 +21,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                         document);
     } catch (const cimom::UnreadableRequest&) {
     }
+    fuzz::expectSameInChunks("application/xml", body);
     return 0;
 }

@@ -1,26 +1,14 @@
-// A reply as it comes over a socket: head, framing, compression, trailers.
+// A reply as it comes over a connection, in pieces: head, framing, compression, trailers.
 #include "OW_Exception.hpp"
 #include "client/HTTPReply.hpp"
-#include "client/Socket.hpp"
+#include "support/Pieces.hpp"
 
 #include <cstdint>
-#include <cstdlib>
-#include <sys/socket.h>
+#include <memory>
 
 using namespace OpenWBEM;
 
 namespace {
-
-// The near end of a connection on which these bytes have come, and then the end.
-std::unique_ptr<Stream> received(const std::uint8_t* data, std::size_t size) {
-    int ends[2];
-    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
-        std::abort();
-    auto near = std::make_unique<Socket>(ends[0]);
-    const Descriptor far(ends[1]);
-    ::send(far.number(), data, size, MSG_DONTWAIT | MSG_NOSIGNAL);
-    return near;
-}
 
 void read(HTTPReply& reply) {
     if (!reply.message().readHead())
@@ -42,7 +30,7 @@ void read(HTTPReply& reply) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::unique_ptr<Stream> kept;
     try {
-        HTTPReply reply(received(data, size), kept);
+        HTTPReply reply(std::make_unique<fuzz::PieceStream>(fuzz::Pieces(data, size)), kept);
         read(reply);
     } catch (const Exception&) {
     }

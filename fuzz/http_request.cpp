@@ -1,13 +1,15 @@
-// What a client sends over a connection: requests of HTTP, one after the other.
+// What a client sends over a connection: requests of HTTP, one after the other, in pieces.
 #include "cimom/LampProvider.hpp"
 #include "cimom/SessionRun.hpp"
+#include "support/Pieces.hpp"
 
 #include <cstdint>
 #include <cstdlib>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const fuzz::Pieces pieces(data, size);
     cimom::ObjectManager manager = lampManager({"red", "green"});
-    const std::string received = SessionRun(manager).answerTo({reinterpret_cast<const char*>(data), size});
+    const std::string received = SessionRun(manager).answerTo(pieces.of(pieces.content()));
     if (!received.empty() && received.find("HTTP/1.") != 0)
         std::abort();
     return 0;

@@ -5,21 +5,19 @@
 #include <string_view>
 #include <vector>
 
-/** A way to send a body in chunks (RFC 9112, section 7.1). */
-struct Chunking {
-    /** Bytes of a chunk. */
-    std::size_t size;
-    /** What stands before the size of each chunk, behind it, and behind the last chunk. */
+/** What may be added to the lines of chunks (RFC 9112, section 7.1). */
+struct ChunkLines {
     const char* zeros = "";
     const char* extensions = "";
+    /** Lines behind the last chunk, each with its end. */
     const char* trailers = "";
 };
 
-/** A body in chunks. */
-std::string chunked(std::string_view body, const Chunking& way);
+/** One chunk; without data the last one, and the trailers. */
+std::string chunk(std::string_view data, const ChunkLines& lines = {});
 
-/** A request whose head tells the length of its body, as one in chunks. */
-std::string chunkedRequest(std::string_view request, const Chunking& way);
+/** A request whose head tells the length of its body, with the body in chunks of a size. */
+std::string chunkedRequest(std::string_view request, std::size_t size, const ChunkLines& lines = {});
 
 /** The pieces that a text falls into, all of the same size but the last. */
 std::vector<std::string_view> piecesOf(std::string_view text, std::size_t size);

@@ -37,12 +37,15 @@ std::string replyTo(SessionRun& session, std::string_view request) {
 const char* const extensions = R"(;a;b=c; d = "e\"f;g")";
 const char* const trailers = "X-One: 1\r\nX-Folded: a\r\n b\r\nX-Empty:\r\n";
 
-} // namespace
-
-TEST(PiecewiseRequests, ARequestMayBeSplitAtEachByte) {
+/** Sends each recorded request of a protocol split at each byte, and byte by byte. */
+void splitEach(Protocol protocol) {
     ObjectManager objects = manager();
     SessionRun session(objects);
     for (const std::string& request : recordedRequests()) {
+        const bool isBinary =
+            request.find("\r\nContent-Type: application/x-owbinary\r\n") != std::string::npos;
+        if (isBinary != (protocol == Protocol::binary))
+            continue;
         const std::string expected = replyTo(session, request);
         ASSERT_EQ(0u, expected.find("HTTP/1.1 200 Ok")) << request;
         const std::string_view whole = request;
@@ -53,14 +56,23 @@ TEST(PiecewiseRequests, ARequestMayBeSplitAtEachByte) {
     }
 }
 
+} // namespace
+
+TEST(PiecewiseRequests, ABinaryRequestMayBeSplitAtEachByte) {
+    splitEach(Protocol::binary);
+}
+
+TEST(PiecewiseRequests, AnXmlRequestMayBeSplitAtEachByte) {
+    splitEach(Protocol::xml);
+}
+
 TEST(PiecewiseRequests, ARequestMayBeChunkedInEveryWay) {
     ObjectManager objects = manager();
     SessionRun session(objects);
     for (const std::string& request : recordedRequests()) {
         const std::string expected = replyTo(session, request);
-        for (const Chunking& way :
-             {Chunking{1}, Chunking{7, "000"}, Chunking{100, "0", extensions, trailers}}) {
-            const std::string chunks = chunkedRequest(request, way);
+        for (const std::string& chunks : {chunkedRequest(request, 1), chunkedRequest(request, 7, {"000"}),
+                                          chunkedRequest(request, 100, {"0", extensions, trailers})}) {
             ASSERT_EQ(expected, replyTo(session, chunks)) << chunks;
             ASSERT_EQ(expected, replyTo(session, piecesOf(chunks, 1))) << "byte by byte: " << chunks;
         }
@@ -73,7 +85,7 @@ TEST(PiecewiseRequests, ChunksMayBeSplitAtEachByteOfTheirLines) {
     SessionRun session(objects);
     for (const std::string& request : recordedRequests()) {
         const std::string expected = replyTo(session, request);
-        const std::string chunks = chunkedRequest(request, {100000, "", extensions, trailers});
+        const std::string chunks = chunkedRequest(request, request.size(), {"", extensions, trailers});
         const std::string_view whole = chunks;
         const std::size_t data = whole.find(extensions) + std::string_view(extensions).size() + 2;
         for (std::size_t at = whole.find("\r\n\r\n"); at < whole.size(); ++at) {
