@@ -2,10 +2,11 @@
 
 #include "CommandLine.hpp"
 #include "Daemon.hpp"
-#include "system/Log.hpp"
+#include "system/Text.hpp"
 
 #include <csignal>
 #include <exception>
+#include <iostream>
 #include <sys/stat.h>
 
 int main(int argc, char** argv) {
@@ -22,7 +23,7 @@ int main(int argc, char** argv) {
         cimom::serve(options);
         return 0;
     } catch (const std::exception& e) {
-        cimom::log(e.what());
+        std::cerr << "owbcimomd: " << cimom::onOneAsciiLine(e.what()) << '\n';
         return 1;
     }
 }

@@ -36,9 +36,12 @@ LockFile lockFor(const std::string& path) {
     try {
         return LockFile(path + ".lock");
     } catch (const std::system_error& e) {
-        if (e.code() == std::errc::operation_would_block)
-            failTaken(path);
-        throw;
+        if (e.code() != std::errc::operation_would_block)
+            throw;
+        struct stat file;
+        if (::lstat(path.c_str(), &file) != 0 && errno == ENOENT)
+            fail(path, "no socket is there, but another process holds " + path + ".lock");
+        failTaken(path);
     }
 }
 

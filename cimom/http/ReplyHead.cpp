@@ -64,7 +64,7 @@ std::string answerHead(const RequestHead& request, const char* contentType, Fram
 }
 
 std::string refusalHead(const Refusal& refusal, bool isUnderstood) {
-    Head answer = head(refusal.status, std::string(refusal.reason) + ": " + onOneLine(refusal.detail));
+    Head answer = head(refusal.status, std::string(refusal.reason) + ": " + onOneAsciiLine(refusal.detail));
     answer.version(isUnderstood ? 11 : 10);
     if (refusal.header)
         answer.set(refusal.header, refusal.value);

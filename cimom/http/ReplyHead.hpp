@@ -28,7 +28,8 @@ std::string answerHead(const RequestHead& request, const char* contentType, Fram
                        std::size_t length, const std::string& number);
 
 /**
- * An error of HTTP, after which the connection is closed. Its detail is cut after 1024 bytes.
+ * An error of HTTP, after which the connection is closed. Its detail stands in the reason phrase, see
+ * onOneAsciiLine().
  *
  * @param isUnderstood the client has sent the head of a request that could be read, of either version of
  *                     HTTP, and is answered by HTTP/1.1; else by HTTP/1.0, which every client reads

@@ -4,11 +4,14 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <ctime>
+#include <iterator>
 #include <poll.h>
+#include <sys/stat.h>
 #include <sys/uio.h>
 #include <unistd.h>
-#include <utility>
 
 namespace cimom {
 namespace {
@@ -21,28 +24,55 @@ bool isWritable() {
 
 unsigned long lost = 0; // lines since the last one that was written
 
+bool isJournal() {
+    struct stat errors;
+    const char* const journal = std::getenv("JOURNAL_STREAM");
+    if (!journal || ::fstat(STDERR_FILENO, &errors) != 0)
+        return false;
+    char name[48];
+    std::snprintf(name, sizeof name, "%llu:%llu", static_cast<unsigned long long>(errors.st_dev),
+                  static_cast<unsigned long long>(errors.st_ino));
+    return std::strcmp(journal, name) == 0;
+}
+
+/** A time of ISO 8601, such as "2026-11-22T03:28:27+01:00 ". */
+struct TimeText {
+    TimeText() {
+        const std::time_t now = std::time(nullptr);
+        std::tm local{};
+        ::localtime_r(&now, &local);
+        char time[32] = "";
+        std::strftime(time, sizeof time, "%FT%T%z", &local);
+        const std::size_t minutes = std::strlen(time) - 2;
+        std::snprintf(text, sizeof text, "%.*s:%s ", static_cast<int>(minutes), time, time + minutes);
+    }
+    char text[40];
+};
+
 bool write(const char* line) {
-    const char* const parts[] = {"owbcimomd: ", line, "\n"};
-    iovec vectors[3];
+    const TimeText now;
+    const char* const parts[] = {isJournal() ? "" : now.text, "owbcimomd: ", line, "\n"};
+    iovec vectors[std::size(parts)];
     std::transform(std::begin(parts), std::end(parts), vectors, [](const char* part) {
         return iovec{const_cast<char*>(part), std::strlen(part)};
     });
-    return isWritable() && ::writev(STDERR_FILENO, vectors, 3) >= 0;
+    return isWritable() && ::writev(STDERR_FILENO, vectors, std::size(vectors)) >= 0;
 }
 
 } // namespace
 
-void log(std::string message) {
+void log(const std::string& message) {
     if (lost > 0 && write(("lines lost: " + std::to_string(lost)).c_str()))
         lost = 0;
-    if (!write(onOneLine(std::move(message)).c_str()))
+    if (!write(onOneAsciiLine(message).c_str()))
         ++lost;
 }
 
 void logWithoutMemory(const char* what, const char* why) noexcept {
     char line[256];
     std::snprintf(line, sizeof line, "%s: %s", what, why);
-    std::replace_if(line, line + std::strlen(line), isControl, ' ');
+    std::replace_if(
+        line, line + std::strlen(line), [](char c) { return c < ' ' || c > '~'; }, ' ');
     if (!write(line))
         ++lost;
 }

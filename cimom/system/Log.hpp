@@ -5,13 +5,15 @@
 namespace cimom {
 
 /**
- * Writes one line to standard error, behind the name of the program. The message may hold what a client sent,
- * see onOneLine(). When standard error does not take it, it is lost, and the next line that is taken comes
- * behind one that says so.
+ * Writes one line to standard error: local time, name of the program, message. Standard error that is the
+ * journal (systemd.exec(5), JOURNAL_STREAM) gets no time: the journal notes it. The message may hold what a
+ * client sent, see onOneAsciiLine(). When standard error does not take it, it is lost, and the next line that
+ * is taken comes behind one that says so.
  */
-void log(std::string message);
+void log(const std::string& message);
 
-/** The same for a line `what: why` of 255 bytes at most, when there may be no memory for more. */
+/** The same for a line `what: why` of 255 bytes at most, when there may be no memory for more. What is not
+ * printable ASCII becomes a blank. */
 void logWithoutMemory(const char* what, const char* why) noexcept;
 
 } // namespace cimom

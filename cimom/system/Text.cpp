@@ -6,6 +6,7 @@ namespace cimom {
 namespace {
 
 const char* const blanks = " \t\r\n";
+const std::size_t longestLine = 1024;
 
 std::vector<std::string_view> split(std::string_view text, const char* separators) {
     std::vector<std::string_view> parts;
@@ -44,10 +45,23 @@ bool holdsControls(std::string_view text) {
 }
 
 std::string onOneLine(std::string text) {
-    const std::size_t longest = 1024;
-    text.resize(std::min(text.size(), longest));
+    text.resize(std::min(text.size(), longestLine));
     std::replace_if(text.begin(), text.end(), isControl, ' ');
     return text;
+}
+
+std::string onOneAsciiLine(const std::string& text) {
+    const char* const digits = "0123456789abcdef";
+    std::string line;
+    for (const char c : onOneLine(text)) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x80)
+            line += c;
+        else
+            line.append("\\x").append({digits[byte / 16], digits[byte % 16]});
+    }
+    line.resize(std::min(line.size(), longestLine));
+    return line;
 }
 
 } // namespace cimom

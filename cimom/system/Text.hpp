@@ -29,6 +29,12 @@ bool holdsControls(std::string_view text);
  */
 std::string onOneLine(std::string text);
 
+/**
+ * The same in ASCII, for a log or a reason phrase, whose readers need not know UTF-8: each byte from 0x80 on
+ * becomes an escape sequence like \\xe4.
+ */
+std::string onOneAsciiLine(const std::string& text);
+
 /** The number that a text is; nothing when the text is anything else, or T cannot hold the number. */
 template <class T>
 std::optional<T> number(std::string_view text, int base = 10) {

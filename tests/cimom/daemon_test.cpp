@@ -130,6 +130,18 @@ TEST_F(DaemonTest, ASecondDaemonIsRefusedAndHarmsNothing) {
     EXPECT_TRUE(exists(path() + ".lock"));
 }
 
+TEST_F(DaemonTest, ASecondDaemonSaysThatTheSocketOfTheFirstIsGone) {
+    Daemon daemon(command());
+    daemon.nextErrorLine();
+    ASSERT_EQ(0, ::unlink(path().c_str()));
+    const ProgramResult second =
+        runProgram({OWBCIMOMD, "--socket", path(), "--state", folder().file("state of the second")});
+    EXPECT_EQ(1, second.exitCode);
+    EXPECT_EQ("owbcimomd: " + path() + ": no socket is there, but another process holds " + path() +
+                  ".lock\n",
+              second.err);
+}
+
 TEST_F(DaemonTest, ASocketOfAnotherProgramThatListensIsRefused) {
     const int listener = bindSocket(path());
     ASSERT_EQ(0, ::listen(listener, 1));

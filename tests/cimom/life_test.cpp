@@ -83,6 +83,31 @@ TEST_F(Life, ARefusalIsLogged) {
               daemon().nextErrorLine());
 }
 
+TEST_F(Life, ARefusalIsLoggedAndSentInAscii) {
+    start();
+    const Reply reply =
+        Client(socketPath())
+            .exchange("POST / HTTP/1.1\r\nContent-Type: \xc2\x9b\xff\r\nContent-Length: 1\r\n\r\n");
+    const std::string refusal = "Unsupported media type: Content-Type \"\\xc2\\x9b\\xff\" is not supported.";
+    EXPECT_EQ(refusal, reply.reason);
+    EXPECT_EQ(who() + "refused: 415 " + refusal, daemon().nextErrorLine());
+}
+
+TEST_F(Life, CountersAreLoggedWhenTold) {
+    start();
+    Client client(socketPath());
+    EXPECT_EQ(1u, count(client));
+    client.exchange(httpRequest(enumerateBody("QAV_Nope")));
+    daemon().nextErrorLine();
+    Client(socketPath()).exchange("GET / HTTP/1.1\r\nHost: x\r\nContent-Length: 0\r\n\r\n");
+    daemon().nextErrorLine();
+    EXPECT_EQ(1u, count(client)); // which comes behind the end of the other connection
+    daemon().signal(SIGUSR1);
+    EXPECT_EQ("owbcimomd: connections: 2, open 1; requests: 3, failed 1; refused: 1",
+              daemon().nextErrorLine());
+    EXPECT_EQ(1u, count(client));
+}
+
 // The sanitizers keep what has been freed.
 #ifndef __SANITIZE_ADDRESS__
 TEST_F(Life, ALongReplyTakesLittleMemory) {

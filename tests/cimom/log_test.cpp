@@ -1,13 +1,19 @@
 #include "system/Log.hpp"
 
+#include <cstdlib>
+#include <ctime>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <regex>
 #include <string>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace cimom;
 
 namespace {
+
+const char* const timeForm = R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d[+-]\d\d:\d\d )";
 
 /** Standard error as a pipe that is read when the test wants to. */
 class Errors {
@@ -36,8 +42,9 @@ public:
         }
         ::fcntl(STDERR_FILENO, F_SETFL, flags);
     }
-    /** What has been written since the last time. */
-    std::string read() const {
+    /** What has been written since the last time, without the times of the lines. */
+    std::string read() const { return std::regex_replace(readAsItIs(), std::regex(timeForm), ""); }
+    std::string readAsItIs() const {
         std::string all;
         char bytes[65536];
         for (ssize_t size = 0; (size = ::read(m_reading, bytes, sizeof bytes)) > 0;)
@@ -51,6 +58,46 @@ private:
 };
 
 } // namespace
+
+TEST(Log, ALineBeginsWithTheLocalTime) {
+    ::setenv("TZ", "XXX-5:30", 1);
+    ::tzset();
+    const Errors errors;
+    log("one");
+    ::unsetenv("TZ");
+    ::tzset();
+    const std::string line = errors.readAsItIs();
+    EXPECT_TRUE(std::regex_match(line, std::regex(std::string(timeForm) + "owbcimomd: one\n"))) << line;
+    EXPECT_EQ("+05:30", line.substr(19, 6));
+    std::tm said{};
+    ASSERT_TRUE(::strptime(line.c_str(), "%FT%T%z", &said));
+    const long offset = said.tm_gmtoff;
+    EXPECT_LE(std::abs(std::time(nullptr) - (::timegm(&said) - offset)), 60);
+}
+
+TEST(Log, TheJournalNotesTheTimeItself) {
+    const Errors errors;
+    struct stat file;
+    ASSERT_EQ(0, ::fstat(STDERR_FILENO, &file));
+    const std::string name = std::to_string(file.st_dev) + ":" + std::to_string(file.st_ino);
+    ::setenv("JOURNAL_STREAM", name.c_str(), 1);
+    log("one");
+    ::setenv("JOURNAL_STREAM", (name + "1").c_str(), 1);
+    log("two");
+    ::unsetenv("JOURNAL_STREAM");
+    const std::string lines = errors.readAsItIs();
+    EXPECT_TRUE(
+        std::regex_match(lines, std::regex("owbcimomd: one\n" + std::string(timeForm) + "owbcimomd: two\n")))
+        << lines;
+}
+
+TEST(Log, WhatIsNotAsciiIsEscaped) {
+    const Errors errors;
+    log("a\x7f\xc2\x85 \x9b[2J \xff");
+    EXPECT_EQ("owbcimomd: a \\xc2\\x85 \\x9b[2J \\xff\n", errors.read());
+    log(std::string(1000, '\xe4'));
+    EXPECT_EQ(std::string("owbcimomd: \n").size() + 1024, errors.read().size());
+}
 
 TEST(Log, ALineStandsBehindTheNameOfTheProgram) {
     const Errors errors;
@@ -72,7 +119,7 @@ TEST(Log, ALineThatNobodyTakesIsLostAndCounted) {
 
 TEST(Log, ALineWithoutMemoryIsCut) {
     const Errors errors;
-    logWithoutMemory("what", ("why\n" + std::string(300, 'y')).c_str());
+    logWithoutMemory("what", ("why\x9b" + std::string(300, 'y')).c_str());
     EXPECT_EQ("owbcimomd: what: why " + std::string(245, 'y') + "\n", errors.read());
     errors.fill();
     logWithoutMemory("what", "why");

@@ -2,6 +2,7 @@
 #include "Failure.hpp"
 #include "LampProvider.hpp"
 #include "OW_CIMClass.hpp"
+#include "support/Program.hpp"
 #include "support/TempDir.hpp"
 
 #include <filesystem>
@@ -53,12 +54,12 @@ protected:
         }
         return one.getPropertyValue(property).toString().c_str();
     }
-    /** What is logged while an action runs. */
+    /** The line that is logged while an action runs. */
     template <class Action>
     std::string logOf(Action action) {
         testing::internal::CaptureStderr();
         action();
-        return testing::internal::GetCapturedStderr();
+        return support::withoutTime(testing::internal::GetCapturedStderr());
     }
 
     ObjectManager manager = lampManager({"red", "green"});

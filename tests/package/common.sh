@@ -38,7 +38,7 @@ start_daemon() { # PREFIX
     daemon=$!
     exec 3<"$folder/log"
     read -r -t 60 line <&3 || true
-    [[ $line == "owbcimomd: ready on $socket" ]] || fail "the object manager of $1 did not start: ${line:-it said nothing}"
+    [[ $line == *" owbcimomd: ready on $socket" ]] || fail "the object manager of $1 did not start: ${line:-it said nothing}"
     url=owbinary.wbem://localhost:${socket//\//%2f}
 }
 

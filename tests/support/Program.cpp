@@ -4,6 +4,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
+#include <regex>
 #include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -95,6 +96,11 @@ ProgramResult runProgram(const std::vector<std::string>& words) {
     return result;
 }
 
+std::string withoutTime(const std::string& line) {
+    static const std::regex time(R"(^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d[+-]\d\d:\d\d )");
+    return std::regex_replace(line, time, "");
+}
+
 Daemon::Daemon(const std::vector<std::string>& words) {
     Pipe err;
     m_pid = start(words, -1, err.ends[1]);
@@ -116,7 +122,7 @@ std::string Daemon::nextErrorLine() {
         if (end != std::string::npos) {
             const std::string line = m_unread.substr(0, end);
             m_unread.erase(0, end + 1);
-            return line;
+            return withoutTime(line);
         }
         const int longest = 60 * 1000;
         pollfd errors{m_errors, POLLIN, 0};

@@ -16,6 +16,9 @@ struct ProgramResult {
 /** Runs a program to its end, without standard input. The first word is its path. */
 ProgramResult runProgram(const std::vector<std::string>& words);
 
+/** A line of the object manager's log without the time that it begins with. */
+std::string withoutTime(const std::string& line);
+
 /** A program that runs until it is told to stop; killed when still running at the end. Its error output is
  * kept. */
 class Daemon {
@@ -26,7 +29,7 @@ public:
     Daemon& operator=(const Daemon&) = delete;
 
     /** Waits for the next line of its error output; "" when it has ended, another text when none comes for a
-     * minute. Without the line end. */
+     * minute. Without the line end and the time, see withoutTime(). */
     std::string nextErrorLine();
     void signal(int number) const;
     /** Waits for its end; the exit code as in ProgramResult. */
