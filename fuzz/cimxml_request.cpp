@@ -21,6 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                         document);
     } catch (const cimom::UnreadableRequest&) {
     }
-    fuzz::expectSameInChunks("application/xml", body);
+    if (body.areSeveral()) // which takes far longer than the request itself
+        fuzz::expectSameInChunks("application/xml", body);
     return 0;
 }

@@ -28,6 +28,7 @@ public:
     }
 
     std::string_view content() const { return m_content; }
+    bool areSeveral() const { return !m_sizes.empty(); }
 
     /** The pieces of a text. */
     std::vector<std::string_view> of(std::string_view text) const {

@@ -1,6 +1,7 @@
 // Recorded requests that arrive in pieces, and in chunks, are answered as if they came whole.
 #include "BentRequests.hpp"
 #include "Chunked.hpp"
+#include "Client.hpp"
 #include "RecordedSchema.hpp"
 #include "SessionRun.hpp"
 
@@ -110,4 +111,13 @@ TEST(PiecewiseRequests, ABodyWithoutBytesIsRefusedHoweverItsLastChunkArrives) {
                               .find("HTTP/1.1 400 Bad request: The request has no body"))
                 << first << ", " << second;
     }
+}
+
+TEST(PiecewiseRequests, TrailersAddNothingToTheHead) {
+    ObjectManager objects = manager();
+    SessionRun session(objects);
+    const std::string request = xmlRequest("EnumerateClassNames", "");
+    const std::string reply = replyTo(session, request);
+    EXPECT_EQ(0u, reply.find("HTTP/1.1 200 Ok"));
+    EXPECT_EQ(reply, replyTo(session, chunkedRequest(request, 100, {"", "", "TE: trailers\r\n"})));
 }

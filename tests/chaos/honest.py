@@ -1,0 +1,63 @@
+"""Clients that ask what makes sense, and how long they wait for their answers."""
+import socket
+import time
+
+import messages
+
+XML = messages.xml_enumeration(b"QAV_System")
+BINARY = messages.binary_enumeration(b"QAV_System")
+
+
+def connect(manager, is_local):
+    if not is_local:
+        return socket.create_connection(("127.0.0.1", manager.port), 60)
+    connection = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+    connection.settimeout(60)
+    connection.connect(manager.socket)
+    return connection
+
+
+def exchange(connection, request):
+    """The reply to a request, which has a length."""
+    connection.sendall(request)
+    reply = b""
+    while True:
+        head, end, body = reply.partition(b"\r\n\r\n")
+        if end:
+            length = int(head.partition(b"\r\nContent-Length: ")[2].partition(b"\r\n")[0])
+            if len(body) >= length:
+                return reply
+        piece = connection.recv(65536)
+        if not piece:
+            raise ConnectionError("the connection ended before a whole reply: %r" % reply[:200])
+        reply += piece
+
+
+def timed(manager, kept, is_local, request):
+    """Seconds until the answer, the connection included when it is new."""
+    begin = time.monotonic()
+    connection = kept or connect(manager, is_local)
+    reply = exchange(connection, request)
+    seconds = time.monotonic() - begin
+    if not kept:
+        connection.close()
+    if not reply.startswith(b"HTTP/1.1 200 ") or manager.host not in reply:
+        raise ValueError("not the answer: %r" % reply[:200])
+    return seconds
+
+
+def run(pipe, manager, end):
+    """Asks until a time, over both sockets, both protocols, kept and new connections. Sends the seconds that the
+    answers took, sorted, or what went wrong."""
+    try:
+        kept = {is_local: connect(manager, is_local) for is_local in (True, False)}
+        times = []
+        while time.monotonic() < end:
+            for is_local in (True, False):
+                for request in (XML, BINARY):
+                    times.append(timed(manager, kept[is_local], is_local, request))
+                    times.append(timed(manager, None, is_local, request))
+            time.sleep(0.01)
+        pipe.send(sorted(times))
+    except Exception as error: # pylint: disable=broad-except # whatever it is, the summary must say it
+        pipe.send("%s: %s" % (type(error).__name__, error))

@@ -1,0 +1,151 @@
+"""Clients that send what makes no sense, in pieces, slowly, or in masses."""
+import asyncio
+import base64
+import os
+import random
+import socket
+import struct
+import time
+
+import messages
+
+LARGE = messages.xml_enumeration(b"QAV_K70Chassis")
+RECORDED = messages.recorded()
+
+
+class Client:
+    """One connection. What it sends is all that matters; it reads only so that the peer goes on."""
+
+    def __init__(self, dice, reader, writer):
+        self.dice = dice
+        self.reader = reader
+        self.writer = writer
+
+    async def send(self, data):
+        self.writer.write(data)
+        await self.writer.drain()
+
+    async def pause(self, longest):
+        await asyncio.sleep(self.dice.random() * longest)
+
+    async def read_all(self):
+        while await asyncio.wait_for(self.reader.read(65536), 5):
+            pass
+
+    def request(self):
+        return self.dice.choice(RECORDED)
+
+    async def send_pieces(self, data):
+        while data:
+            size = self.dice.choice((1, 1, 2, 3, 7, 50, 1000))
+            await self.send(data[:size])
+            data = data[size:]
+            await self.pause(0.02)
+
+    async def in_pieces(self):
+        await self.send_pieces(self.request())
+        self.writer.write_eof()
+        await self.read_all()
+
+    async def in_chunks(self):
+        extension = self.dice.choice((b"", b";a=b", b';a="' + b"x" * 500 + b'"'))
+        await self.send_pieces(messages.chunked(self.request(), self.dice.choice((1, 10, 1000)), extension))
+        self.writer.write_eof()
+        await self.read_all()
+
+    async def last_chunk(self):
+        await self.send(b"POST / HTTP/1.1\r\nContent-Type: application/xml\r\nTransfer-Encoding: chunked\r\n\r\n")
+        for piece in (b"0\r\n", b"\r", b"\n"):
+            await self.pause(0.05)
+            await self.send(piece)
+        await self.read_all()
+
+    async def bent(self):
+        data = bytearray(self.request() if self.dice.random() < 0.8 else messages.chunked(self.request(), 20))
+        for _ in range(self.dice.randint(1, 3)):
+            data[self.dice.randrange(len(data))] ^= 1 << self.dice.randrange(8)
+        await self.send_pieces(bytes(data))
+        self.writer.write_eof()
+        await self.read_all()
+
+    async def cut(self):
+        data = self.request()
+        await self.send(data[:self.dice.randrange(len(data))])
+        await self.pause(2)
+
+    async def drip(self):
+        for byte in self.request()[:self.dice.randint(1, 20)]:
+            await self.send(bytes([byte]))
+            await asyncio.sleep(1)
+
+    async def slow_reader(self):
+        await self.send(LARGE * self.dice.randint(1, 5))
+        for _ in range(self.dice.randint(1, 10)):
+            await self.reader.read(100)
+            await self.pause(1)
+
+    async def pipeline(self):
+        await self.send(self.request() * 50)
+        await self.pause(0.5)
+        # Reset the connection rather than end it.
+        self.writer.get_extra_info("socket").setsockopt(socket.SOL_SOCKET, socket.SO_LINGER,
+                                                        struct.pack("ii", 1, 0))
+
+    async def junk(self):
+        await self.send(self.dice.choice((self.dice.randbytes(2000), b"\x16\x03\x01" + self.dice.randbytes(500),
+                                          b"M-POST / HTTP/1.1\r\n" + b"X: y\r\n" * 5000,
+                                          b"POST / HTTP/1.1\r\nContent-Length: 99999999999999999999\r\n\r\n",
+                                          b"POST / HTTP/1.1\r\nContent-Type: \x9b\xff\x00\r\n\r\n")))
+        await self.pause(0.2)
+
+    async def wrong_login(self):
+        header = b"Authorization: Basic " + base64.b64encode(b"bob:" + self.dice.randbytes(5).hex().encode())
+        await self.send(messages.xml_enumeration(b"QAV_System", header + b"\r\n"))
+        await self.read_all()
+
+    async def silence(self):
+        await self.pause(3)
+
+
+# The first of each pair is how often, in relation to the others.
+WAYS = ((5, Client.in_pieces), (5, Client.in_chunks), (3, Client.last_chunk), (10, Client.bent), (5, Client.cut),
+        (3, Client.drip), (2, Client.slow_reader), (2, Client.pipeline), (5, Client.junk),
+        (1, Client.wrong_login), (2, Client.silence))
+
+
+async def connect(dice, manager):
+    if dice.random() < 0.5:
+        return await asyncio.open_unix_connection(manager.socket)
+    return await asyncio.open_connection("127.0.0.1", manager.port)
+
+
+async def one_after_the_other(dice, manager, ways, end):
+    """Connections one after the other until a time; returns their number."""
+    weights = [weight for weight, _ in ways]
+    count = 0
+    while time.monotonic() < end:
+        try:
+            reader, writer = await connect(dice, manager)
+        except OSError: # out of places: the honest clients tell whether anybody else is
+            await asyncio.sleep(0.1)
+            continue
+        count += 1
+        try:
+            _, way = dice.choices(ways, weights)[0]
+            await way(Client(dice, reader, writer))
+        except (OSError, asyncio.TimeoutError):
+            pass
+        writer.close()
+        await asyncio.sleep(0.01)
+    return count
+
+
+async def all_at_once(seed, manager, ways, clients, end):
+    return sum(await asyncio.gather(*(one_after_the_other(random.Random(f"{seed} {i}"), manager, ways, end)
+                                      for i in range(clients))))
+
+
+def run(pipe, seed, manager, ways, clients, end):
+    """A process of many clients. Sends the number of connections that they made."""
+    os.nice(10) # hostile clients are on other machines: they must not take the processor from the honest ones
+    pipe.send(asyncio.run(all_at_once(seed, manager, ways, clients, end)))
