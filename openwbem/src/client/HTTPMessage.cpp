@@ -27,7 +27,7 @@ const std::size_t unparsedLimit = 64 * 1024;
 const std::uint64_t framingLimit = 64;
 const std::uint64_t framingAllowance = 1024ULL * 1024;
 
-const std::size_t prefixSize = 3; // of a trailer's name: two digits and a hyphen
+const std::size_t prefixSize = 3; // of a trailer's name in a reply to M-POST: two digits and a hyphen
 
 using Field = std::pair<std::string, std::string>;
 
@@ -208,7 +208,8 @@ void HTTPMessage::tryReceive(const Deadline& deadline) {
 std::string HTTPMessage::trailer(const char* name) const {
     std::vector<std::string> values;
     for (const auto& [fieldName, value] : m_parser->m_trailers)
-        if (fieldName.size() > prefixSize && iequals(string_view(fieldName).substr(prefixSize), name))
+        if (iequals(fieldName, name) ||
+            (fieldName.size() > prefixSize && iequals(string_view(fieldName).substr(prefixSize), name)))
             values.push_back(value);
     return joined(values);
 }

@@ -44,7 +44,7 @@ public:
      * count. Throws IOException "Failed reading data" when it breaks off, and again at every call after.
      */
     std::size_t read(char* to, std::size_t size) override;
-    /** The value of a trailer behind the body, whose name has a prefix of three characters more. */
+    /** The value of a trailer behind the body. Its name may have a prefix of three characters (RFC 2774). */
     std::string trailer(const char* name) const;
     /** Whether the reply has ended and left the connection ready for the next request. */
     bool leavesConnection() const;

@@ -7,6 +7,7 @@
 
 #include <boost/beast/core/string.hpp>
 #include <charconv>
+#include <initializer_list>
 
 namespace OpenWBEM {
 namespace {
@@ -14,17 +15,21 @@ namespace {
 // Bytes that may follow what was decoded of a body.
 const std::size_t restLimit = 1024 * 1024;
 
-// The first of two headers that is there: old object managers use other names.
-std::string trailer(const HTTPMessage& message, const char* name, const char* oldName) {
-    const std::string value = message.trailer(name);
-    return value.empty() ? message.trailer(oldName) : value;
+// The first of some headers that is there: object managers use several names.
+std::string trailer(const HTTPMessage& message, std::initializer_list<const char*> names) {
+    for (const char* const name : names) {
+        std::string value = message.trailer(name);
+        if (!value.empty())
+            return value;
+    }
+    return std::string();
 }
 
 void throwTrailerError(const HTTPMessage& message) {
     const std::string protocolError = message.trailer("CIMError");
     if (!protocolError.empty())
         OW_THROW(CIMErrorException, protocolError.c_str());
-    const std::string code = trailer(message, "CIMStatusCode", "CIMErrorCode");
+    const std::string code = trailer(message, {"CIMStatusCode", "CIMErrorCode"});
     if (code.empty())
         return;
     int number = 0;
@@ -32,7 +37,8 @@ void throwTrailerError(const HTTPMessage& message) {
     const auto parsed = std::from_chars(code.data(), end, number);
     if (parsed.ec != std::errc() || parsed.ptr != end)
         OW_THROW(StringConversionException, ("Unable to convert \"" + code + "\" into Int32").c_str());
-    const std::string description = trailer(message, "CIMStatusDescription", "CIMErrorDescription");
+    const std::string description =
+        trailer(message, {"CIMStatusDescription", "CIMStatusCodeDescription", "CIMErrorDescription"});
     throw CIMException(__FILE__, __LINE__, static_cast<CIMException::ErrNoType>(number),
                        description.empty() ? nullptr : description.c_str());
 }
