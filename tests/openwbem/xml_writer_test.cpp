@@ -138,6 +138,29 @@ TEST(XmlWriter, WritesKeysWithTheKindOfTheirValues) {
         out);
 }
 
+TEST(XmlWriter, WritesTheTypesOfKeysWhenAsked) {
+    CIMPropertyArray inner;
+    inner.push_back(CIMProperty("n", CIMValue(UInt16(5))));
+    CIMPropertyArray keys;
+    keys.push_back(CIMProperty("s", CIMValue("a")));
+    keys.push_back(CIMProperty("d", CIMValue(CIMDateTime(UInt64(0)))));
+    keys.push_back(CIMProperty("u"));
+    keys.push_back(CIMProperty("p", CIMValue(CIMObjectPath("D", inner))));
+    const auto key = [](const char* name, const char* kind, const char* type, const char* value) {
+        return std::string("<KEYBINDING NAME=\"") + name + "\"><KEYVALUE VALUETYPE=\"" + kind + "\" TYPE=\"" +
+               type + "\">" + value + "</KEYVALUE></KEYBINDING>";
+    };
+    std::string out;
+    xml::writeName(out, CIMObjectPath("C", keys), xml::KeyType::written);
+    EXPECT_EQ("<INSTANCENAME CLASSNAME=\"C\">" + key("s", "string", "string", "a") +
+                  key("d", "string", "datetime", "00000000000000.000000:000") +
+                  key("u", "string", "string", "") +
+                  "<KEYBINDING NAME=\"p\"><VALUE.REFERENCE><INSTANCENAME CLASSNAME=\"D\">" +
+                  key("n", "numeric", "uint16", "5") +
+                  "</INSTANCENAME></VALUE.REFERENCE></KEYBINDING></INSTANCENAME>",
+              out);
+}
+
 TEST(XmlWriter, WritesAsMuchOfAPathAsItNames) {
     CIMPropertyArray keys;
     keys.push_back(CIMProperty("k", CIMValue("v")));

@@ -25,6 +25,15 @@ public:
         appendAttribute(attribute, value);
         m_out += '>';
     }
+    /** An element with two attributes. */
+    Element(std::string& out, const char* name, const char* first, const String& firstValue,
+            const char* second, const String& secondValue)
+        : Element(out, name, " ") {
+        appendAttribute(first, firstValue);
+        m_out += ' ';
+        appendAttribute(second, secondValue);
+        m_out += '>';
+    }
     // What an exception leaves behind nobody reads, and there may be no memory for more of it.
     ~Element() noexcept(false) {
         if (std::uncaught_exceptions() > m_exceptions)

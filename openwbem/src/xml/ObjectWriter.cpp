@@ -91,7 +91,7 @@ void writeMethod(std::string& out, const Method& method) {
 
 } // namespace
 
-void write(std::string& out, const CIMProperty& property) {
+void write(std::string& out, const CIMProperty& property, KeyType keyType) {
     const Declaration& declaration = ObjectAccess::declaration(property);
     const CIMValue& value = ObjectAccess::value(property);
     if (!declaration.name)
@@ -107,22 +107,22 @@ void write(std::string& out, const CIMProperty& property) {
     writeQualifiers(out, declaration.qualifiers);
     if (isEmbedded(value) && !isTrue(declaration.qualifiers, "EmbeddedObject"))
         writeEmbeddedObject(out);
-    write(out, value);
+    write(out, value, keyType);
 }
 
-void write(std::string& out, const CIMInstance& instance) {
+void write(std::string& out, const CIMInstance& instance, KeyType keyType) {
     const CIMInstance::Data& data = ObjectAccess::data(instance);
     const Element element(out, "INSTANCE", "CLASSNAME", data.className.toString());
     writeQualifiers(out, data.qualifiers);
     for (const CIMProperty& property : data.properties)
-        write(out, property);
+        write(out, property, keyType);
 }
 
-void writeNamed(std::string& out, const CIMInstance& instance) {
+void writeNamed(std::string& out, const CIMInstance& instance, KeyType keyType) {
     const CIMInstance::Data& data = ObjectAccess::data(instance);
     const Element element(out, "VALUE.NAMEDINSTANCE");
-    writeName(out, CIMObjectPath(data.className, data.keys));
-    write(out, instance);
+    writeName(out, CIMObjectPath(data.className, data.keys), keyType);
+    write(out, instance, keyType);
 }
 
 void write(std::string& out, const CIMClass& object) {

@@ -35,23 +35,24 @@ void appendContent(std::string& out, const T& value) {
 }
 
 template <class T>
-void writeElement(std::string& out, const T& value) {
+void writeElement(std::string& out, const T& value, KeyType keyType) {
     constexpr bool isReference = std::is_same_v<T, CIMObjectPath>;
     const Element element(out, isReference ? "VALUE.REFERENCE" : "VALUE");
     if constexpr (isReference)
-        write(out, value);
+        write(out, value, keyType);
     else
         appendContent(out, value);
 }
 
 template <class T>
-void writeElement(std::string& out, const Array<T>& values) {
+void writeElement(std::string& out, const Array<T>& values, KeyType keyType) {
     const Element element(out, std::is_same_v<T, CIMObjectPath> ? "VALUE.REFARRAY" : "VALUE.ARRAY");
     for (const T& value : values)
-        writeElement(out, value);
+        writeElement(out, value, keyType);
 }
 
-const char* keyType(const CIMValue& value) {
+/** VALUETYPE of a key. */
+const char* valueType(const CIMValue& value) {
     if (!value)
         return "string";
     switch (value.getType()) {
@@ -66,14 +67,7 @@ const char* keyType(const CIMValue& value) {
     }
 }
 
-void writeKey(std::string& out, const CIMProperty& key) {
-    const CIMValue& value = ObjectAccess::value(key);
-    const Element binding(out, "KEYBINDING", "NAME", key.getName());
-    if (value && value.getType() == CIMDataType::REFERENCE) {
-        write(out, value);
-        return;
-    }
-    const Element element(out, "KEYVALUE", "VALUETYPE", keyType(value));
+void appendKey(std::string& out, const CIMValue& value) {
     if (value)
         ValueAccess::visit(value, [&out](const auto& content) {
             if constexpr (!TypeOf<std::decay_t<decltype(content)>>::isArray)
@@ -81,36 +75,52 @@ void writeKey(std::string& out, const CIMProperty& key) {
         });
 }
 
-void writeObjectName(std::string& out, const CIMObjectPath& path) {
+void writeKey(std::string& out, const CIMProperty& key, KeyType keyType) {
+    const CIMValue& value = ObjectAccess::value(key);
+    const Element binding(out, "KEYBINDING", "NAME", key.getName());
+    if (value && value.getType() == CIMDataType::REFERENCE) {
+        write(out, value, keyType);
+    } else if (keyType == KeyType::omitted) {
+        const Element element(out, "KEYVALUE", "VALUETYPE", valueType(value));
+        appendKey(out, value);
+    } else {
+        const String type = value ? CIMDataType(value.getType()).toString() : String("string");
+        const Element element(out, "KEYVALUE", "VALUETYPE", valueType(value), "TYPE", type);
+        appendKey(out, value);
+    }
+}
+
+void writeObjectName(std::string& out, const CIMObjectPath& path, KeyType keyType) {
     const CIMObjectPath::Data& data = ObjectAccess::data(path);
     if (data.keys.empty())
         const Element element(out, "CLASSNAME", "NAME", data.className.toString());
     else
-        writeName(out, path);
+        writeName(out, path, keyType);
 }
 
 } // namespace
 
-void write(std::string& out, const CIMValue& value) {
+void write(std::string& out, const CIMValue& value, KeyType keyType) {
     if (value)
-        ValueAccess::visit(value, [&out](const auto& content) { writeElement(out, content); });
+        ValueAccess::visit(value,
+                           [&out, keyType](const auto& content) { writeElement(out, content, keyType); });
 }
 
-void writeName(std::string& out, const CIMObjectPath& path) {
+void writeName(std::string& out, const CIMObjectPath& path, KeyType keyType) {
     const CIMObjectPath::Data& data = ObjectAccess::data(path);
     const Element element(out, "INSTANCENAME", "CLASSNAME", data.className.toString());
     for (const CIMProperty& key : data.keys)
-        writeKey(out, key);
+        writeKey(out, key, keyType);
 }
 
-void write(std::string& out, const CIMObjectPath& path) {
+void write(std::string& out, const CIMObjectPath& path, KeyType keyType) {
     const CIMObjectPath::Data& data = ObjectAccess::data(path);
     if (isLocalHost(data.host) && data.nameSpace.empty())
-        return writeObjectName(out, path);
+        return writeObjectName(out, path, keyType);
     if (isLocalHost(data.host)) {
         const Element element(out, data.keys.empty() ? "LOCALCLASSPATH" : "LOCALINSTANCEPATH");
         writeNameSpace(out, data.nameSpace);
-        return writeObjectName(out, path);
+        return writeObjectName(out, path, keyType);
     }
     const Element element(out, data.keys.empty() ? "CLASSPATH" : "INSTANCEPATH");
     {
@@ -121,7 +131,7 @@ void write(std::string& out, const CIMObjectPath& path) {
         }
         writeNameSpace(out, data.nameSpace);
     }
-    writeObjectName(out, path);
+    writeObjectName(out, path, keyType);
 }
 
 void writeNameSpace(std::string& out, const String& nameSpace) {
