@@ -36,6 +36,14 @@ Head head(unsigned status, const std::string& reason) {
     return head;
 }
 
+/** The names of the trailers that a reply may have. */
+std::string trailerNames(Protocol protocol, const std::string& prefix) {
+    std::string names = prefix + "CIMError, " + prefix + "CIMStatusCode, " + prefix + "CIMStatusDescription";
+    if (protocol == Protocol::xml)
+        names += ", " + prefix + "CIMStatusCodeDescription";
+    return names;
+}
+
 std::string text(const Head& head) {
     std::ostringstream out;
     out << head.base();
@@ -46,20 +54,20 @@ std::string text(const Head& head) {
 
 std::string answerHead(const RequestHead& request, const char* contentType, Framing framing,
                        std::size_t length, const std::string& number) {
-    const std::string prefix = number + "-";
+    const std::string prefix = request.isExtended() ? number + "-" : std::string();
     Head answer = head(200, "Ok");
     answer.set(field::content_type, contentType);
     if (request.isMPost)
         answer.set("Ext", "");
-    answer.set("Man", "http://www.dmtf.org/cim/mapping/http/v1.0 ; ns=" + number);
+    if (request.isExtended())
+        answer.set("Man", "http://www.dmtf.org/cim/mapping/http/v1.0 ; ns=" + number);
     if (framing == Framing::chunks || framing == Framing::chunksAndTrailers)
         answer.set(field::transfer_encoding, "chunked");
     answer.set(prefix + "CIMOperation", "MethodResponse");
     if (framing == Framing::length)
         answer.set(field::content_length, std::to_string(length));
     if (framing == Framing::chunksAndTrailers)
-        answer.set(field::trailer,
-                   prefix + "CIMError, " + prefix + "CIMStatusCode, " + prefix + "CIMStatusDescription");
+        answer.set(field::trailer, trailerNames(request.protocol, prefix));
     return text(answer);
 }
 

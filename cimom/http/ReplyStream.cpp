@@ -38,8 +38,10 @@ ReplyStream::ReplyStream(OperationReply reply, const RequestHead& request, const
     , m_request(request)
     , m_contentType(contentType)
     , m_number(std::move(number)) {
-    if (m_reply.error && m_request.takesTrailers)
-        m_reply.body.clear(); // the trailers say it
+    if (m_reply.error && m_request.takesTrailers && m_request.protocol == Protocol::binary) {
+        m_reply.body.clear();
+        m_hasErrorTrailers = true;
+    }
 }
 
 std::string ReplyStream::next() {
@@ -81,22 +83,32 @@ std::string ReplyStream::content() {
         if (!m_request.takesTrailers)
             throw;
         m_reply.more = nullptr;
+        m_hasErrorTrailers = true;
         piece.clear();
     }
     return piece;
 }
 
-/** What stands behind the body. Of a client that takes no trailers no reply in chunks ends in an error. */
+/** What stands behind the body. */
 std::string ReplyStream::ended() const {
     if (!isChunked(m_framing))
         return std::string();
+    return boost::beast::buffers_to_string(http::make_chunk_last(trailers()));
+}
+
+boost::beast::http::fields ReplyStream::trailers() const {
     http::fields trailers;
-    if (m_reply.error) {
-        trailers.set(m_number + "-CIMStatusCode", std::to_string(m_reply.error->code));
-        if (!m_reply.error->description.empty())
-            trailers.set(m_number + "-CIMStatusDescription", onOneLine(m_reply.error->description));
-    }
-    return boost::beast::buffers_to_string(http::make_chunk_last(trailers));
+    if (!m_hasErrorTrailers)
+        return trailers;
+    const std::string prefix = m_request.isExtended() ? m_number + "-" : std::string();
+    const std::string description = onOneLine(m_reply.error->description);
+    trailers.set(prefix + "CIMStatusCode", std::to_string(m_reply.error->code));
+    if (description.empty())
+        return trailers;
+    trailers.set(prefix + "CIMStatusDescription", description); // the name that OpenWBEM clients know
+    if (m_request.protocol == Protocol::xml)
+        trailers.set(prefix + "CIMStatusCodeDescription", description); // the name of DSP0200
+    return trailers;
 }
 
 } // namespace cimom

@@ -4,6 +4,7 @@
 #include "http/RequestRules.hpp"
 #include "protocol/Handler.hpp"
 
+#include <boost/beast/http/fields.hpp>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -13,9 +14,10 @@ namespace cimom {
 /**
  * The reply to an operation as it goes over the connection, made piece by piece.
  *
- * For a client that takes trailers it is chunked, and an error stands in trailers, behind what had been sent
- * before. For others it has a length when it is shorter than a piece, and is chunked, or ends with the
- * connection, when it is longer; an error stands in the body.
+ * For a client that takes trailers it is chunked. An error halfway then stands in trailers, behind what had
+ * been sent before, and in the binary protocol so does an error from the beginning. For others it has a
+ * length when it is shorter than a piece, and is chunked, or ends with the connection, when it is longer. An
+ * error from the beginning otherwise stands in the body.
  */
 class ReplyStream {
 public:
@@ -43,12 +45,14 @@ private:
     Framing framing() const;
     std::string content();
     std::string ended() const;
+    boost::beast::http::fields trailers() const;
 
     OperationReply m_reply;
     RequestHead m_request;
     const char* m_contentType;
     std::string m_number;
     Framing m_framing = Framing::length;
+    bool m_hasErrorTrailers = false;
     bool m_isBegun = false;
     bool m_isDone = false;
 };

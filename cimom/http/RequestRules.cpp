@@ -27,8 +27,44 @@ std::optional<Protocol> protocolOf(std::string_view contentType) {
     return std::nullopt;
 }
 
-std::string valueOf(const RequestParser& parser, http::field name) {
+template <class Name>
+std::string valueOf(const RequestParser& parser, Name name) {
     return std::string(parser.get()[name]);
+}
+
+/** A text with the bytes that "%" and two hexadecimal digits stand for. */
+std::string unescaped(const std::string& text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const std::string_view digits = std::string_view(text).substr(i + 1, 2);
+        const std::optional<unsigned char> byte =
+            text[i] == '%' && digits.size() == 2 ? number<unsigned char>(digits, 16) : std::nullopt;
+
+        result += byte ? static_cast<char>(*byte) : text[i];
+        i += byte ? 2 : 0;
+    }
+    return result;
+}
+
+/** The prefix of the extension headers of a request by M-POST, as in "73-" (RFC 2774); else nothing. */
+std::string extensionPrefix(const RequestParser& parser) {
+    if (parser.get().method_string() != "M-POST")
+        return std::string();
+    const std::string man = valueOf(parser, "Man");
+    const std::string parameter = "ns=";
+    const std::size_t at = man.find(parameter);
+    if (at == std::string::npos)
+        return std::string();
+    const std::size_t begin = at + parameter.size();
+    return man.substr(begin, man.find_first_not_of("0123456789", begin) - begin) + "-";
+}
+
+/** The value of an extension header without its escapes; absent when there is none. */
+std::optional<std::string> extension(const RequestParser& parser, const std::string& name) {
+    const auto found = parser.get().find(extensionPrefix(parser) + name);
+    if (found == parser.get().end())
+        return std::nullopt;
+    return unescaped(std::string(found->value()));
 }
 
 } // namespace
@@ -41,14 +77,16 @@ RequestHead requestHead(const RequestParser& parser) {
             isHttp11,
             isHttp11 && http::ext_list(head[http::field::te]).exists("trailers"),
             isHttp11 && head.keep_alive(),
-            valueOf(parser, http::field::authorization)};
+            valueOf(parser, http::field::authorization),
+            {extension(parser, "CIMMethod"), extension(parser, "CIMObject")}};
 }
 
 std::optional<Refusal> refusalOf(const RequestParser& parser) {
     const auto& head = parser.get();
     const std::string method(head.method_string());
     if (method != "M-POST" && method != "POST")
-        return Refusal{405, "Method not allowed", "Method not allowed by server: " + method};
+        return Refusal{405, "Method not allowed", "Method not allowed by server: " + method, "Allow",
+                       "POST, M-POST"};
     if (!parser.chunked() && !parser.content_length())
         return Refusal{411, "Length required", "No Content-Length or Transfer-Encoding was specified."};
     const std::string coding = valueOf(parser, http::field::transfer_encoding);

@@ -1,6 +1,7 @@
 #ifndef CIMOM_HTTP_REQUEST_RULES_HPP_INCLUDED
 #define CIMOM_HTTP_REQUEST_RULES_HPP_INCLUDED
 #include "http/Limits.hpp"
+#include "protocol/Handler.hpp"
 
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
@@ -37,6 +38,11 @@ struct RequestHead {
     bool keepsAlive;
     /** Value of the header Authorization. */
     std::string authorization;
+    Announcement announced{};
+
+    /** Whether the reply has a namespace of its own for its extension headers (RFC 2774): it answers M-POST,
+     * or is in the binary protocol, whose clients look for errors nowhere else. */
+    bool isExtended() const { return isMPost || protocol == Protocol::binary; }
 };
 
 /** Reads the head of a request that refusalOf() has nothing against. */

@@ -27,6 +27,17 @@ InstanceSource eachOf(std::vector<Record> records, Make make) {
     };
 }
 
+/** Hands out the instances of a source, each after `change` has changed it. */
+template <class Change>
+InstanceSource eachWith(InstanceSource next, Change change) {
+    return [next = std::move(next), change = std::move(change)] {
+        OpenWBEM::CIMInstance instance = next();
+        if (instance)
+            change(instance);
+        return instance;
+    };
+}
+
 /** Hands out a single instance. */
 InstanceSource only(const OpenWBEM::CIMInstance& instance);
 

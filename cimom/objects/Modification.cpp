@@ -39,6 +39,14 @@ std::optional<std::string> textOf(const CIMValue& value, const PropertyDeclarati
     return bytes;
 }
 
+void requireDeclared(const PropertyList& listed, const ClassDeclaration& declaration) {
+    for (const CIMName& name : listed) {
+        if (!find(declaration, name))
+            OW_THROWCIMMSG(CIMException::INVALID_PARAMETER,
+                           ("PropertyList: the class has no property " + name.toString()).c_str());
+    }
+}
+
 /** One line, however many there are. */
 void logLeftOut(const std::string& names, const CIMInstance& present) {
     if (!names.empty())
@@ -50,6 +58,8 @@ void logLeftOut(const std::string& names, const CIMInstance& present) {
 
 SiteValues::Values valuesToWrite(const CIMInstance& request, const PropertyList* listed,
                                  const CIMInstance& present, const ClassDeclaration& declaration) {
+    if (listed)
+        requireDeclared(*listed, declaration);
     const std::set<CIMName> wanted =
         listed ? std::set<CIMName>(listed->begin(), listed->end()) : std::set<CIMName>();
     SiteValues::Values changes;

@@ -57,8 +57,9 @@ CIMObjectPath pathNamedBy(const CIMPropertyArray& properties, const ClassDeclara
         if (declared.role != Role::key)
             continue;
         const CIMValue value = converted(valueOf(properties, declared.name), declared);
-        path.setKeyValue(declared.name, value);
-        if (!value && !missing)
+        if (value)
+            path.setKeyValue(declared.name, value);
+        else if (!missing)
             missing = &declared;
     }
     if (missing) {

@@ -42,6 +42,22 @@ void keepWanted(CIMInstance& instance, const std::set<CIMName>& wanted) {
     instance.setProperties(wantedOf(instance.getProperties(), wanted));
 }
 
+void setOrigin(CIMInstance& instance, const ClassDeclaration& declaration) {
+    CIMPropertyArray properties = instance.getProperties();
+    for (CIMProperty& property : properties)
+        property.setOriginClass(declaration.name);
+    instance.setProperties(properties);
+}
+
+/** A key that the class does not have names no instance of it. */
+void requireKeysOf(const ClassDeclaration& declaration, const CIMObjectPath& path) {
+    for (const CIMProperty& key : path.getKeys()) {
+        const PropertyDeclaration* const declared = find(declaration, key.getName());
+        if (!declared || declared->role != Role::key)
+            OW_THROWCIMMSG(CIMException::NOT_FOUND, path.toString().c_str());
+    }
+}
+
 bool isOfTheSite(const PropertyDeclaration& declared) {
     return declared.role == Role::site;
 }
@@ -72,17 +88,17 @@ void ObjectManager::setSiteInstances(SiteInstances instances) {
 }
 
 InstanceSource ObjectManager::enumerateInstances(const std::string& nameSpace, const CIMName& className,
-                                                 const PropertyList* wanted) const {
+                                                 const PropertyList* wanted, ClassOrigin origin) const {
     const Provider& provider = providerOf(nameSpace, className);
     InstanceSource next = instancesOf(provider);
-    if (!wanted)
-        return next;
-    return [next = std::move(next), names = declaredNames(*wanted, provider.declaration())] {
-        CIMInstance instance = next();
-        if (instance)
-            keepWanted(instance, names);
-        return instance;
-    };
+    if (wanted)
+        next = eachWith(std::move(next), [names = declaredNames(*wanted, provider.declaration())](
+                                             CIMInstance& instance) { keepWanted(instance, names); });
+    if (origin == ClassOrigin::included)
+        next = eachWith(std::move(next), [&declaration = provider.declaration()](CIMInstance& instance) {
+            setOrigin(instance, declaration);
+        });
+    return next;
 }
 
 PathSource ObjectManager::enumerateInstanceNames(const std::string& nameSpace,
@@ -94,11 +110,14 @@ PathSource ObjectManager::enumerateInstanceNames(const std::string& nameSpace,
 }
 
 CIMInstance ObjectManager::getInstance(const std::string& nameSpace, const CIMObjectPath& path,
-                                       const PropertyList* wanted) const {
+                                       const PropertyList* wanted, ClassOrigin origin) const {
     const Provider& provider = providerOf(nameSpace, path.getClassName());
+    requireKeysOf(provider.declaration(), path);
     CIMInstance instance = instanceAt(m_classes.canonical(path), provider);
     if (wanted)
         keepWanted(instance, declaredNames(*wanted, provider.declaration()));
+    if (origin == ClassOrigin::included)
+        setOrigin(instance, provider.declaration());
     return instance;
 }
 
@@ -111,7 +130,9 @@ CIMValue ObjectManager::getProperty(const std::string& nameSpace, const CIMObjec
 
 CIMClass ObjectManager::getClass(const std::string& nameSpace, const CIMName& className,
                                  const ClassDetails& details, const PropertyList* wanted) const {
-    const ClassDeclaration& declaration = providerOf(nameSpace, className).declaration();
+    // Of DSP0200 the one operation to which an unknown class is an object that is not there.
+    const ClassDeclaration& declaration =
+        providerOf(nameSpace, className, CIMException::NOT_FOUND).declaration();
     CIMClass result = classObject(declaration, details);
     if (wanted)
         result.setProperties(wantedOf(result.getAllProperties(), declaredNames(*wanted, declaration)));
@@ -157,14 +178,15 @@ void ObjectManager::requireNameSpace(const std::string& nameSpace) const {
         OW_THROWCIMMSG(CIMException::INVALID_NAMESPACE, name.c_str());
 }
 
-const Provider& ObjectManager::providerOf(const std::string& nameSpace, const CIMName& className) const {
+const Provider& ObjectManager::providerOf(const std::string& nameSpace, const CIMName& className,
+                                          CIMException::ErrNoType whenUnknown) const {
     requireNameSpace(nameSpace);
     for (const std::unique_ptr<Provider>& provider : m_providers) {
         if (className == CIMName(provider->declaration().name))
             return *provider;
     }
     const String description = String("/") + onlyNameSpace + ":" + className.toString();
-    OW_THROWCIMMSG(CIMException::INVALID_CLASS, description.c_str());
+    OW_THROWCIMMSG(whenUnknown, description.c_str());
 }
 
 /** What the provider tells, but for the instances that the site declares. */
@@ -183,12 +205,8 @@ InstanceSource ObjectManager::instancesOf(const Provider& provider) const {
     InstanceSource next = chained(liveInstancesOf(provider), m_siteInstances->instances(declaration));
     if (std::none_of(declaration.properties.begin(), declaration.properties.end(), isOfTheSite))
         return next;
-    return [this, next = std::move(next), &declaration] {
-        CIMInstance instance = next();
-        if (instance)
-            layWritten(instance, declaration);
-        return instance;
-    };
+    return eachWith(std::move(next),
+                    [this, &declaration](CIMInstance& instance) { layWritten(instance, declaration); });
 }
 
 void ObjectManager::layWritten(CIMInstance& instance, const ClassDeclaration& declaration) const {

@@ -1,5 +1,6 @@
 #ifndef CIMOM_OBJECTS_OBJECT_MANAGER_HPP_INCLUDED
 #define CIMOM_OBJECTS_OBJECT_MANAGER_HPP_INCLUDED
+#include "OW_CIMException.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMObjectPath.hpp"
 #include "objects/Access.hpp"
@@ -18,6 +19,10 @@ namespace cimom {
 
 /** Names of the properties that a client wants. */
 using PropertyList = std::vector<OpenWBEM::CIMName>;
+
+/** Whether the properties of instances say which class they come from: their own, since none has a
+ * superclass. */
+enum class ClassOrigin { excluded, included };
 
 /** A property list as ObjectManager takes it. Valid as long as the list. */
 inline const PropertyList* orNull(const std::optional<PropertyList>& list) {
@@ -52,23 +57,25 @@ public:
      * @param wanted the properties that the instances shall carry, all when null; names of others are ignored
      */
     InstanceSource enumerateInstances(const std::string& nameSpace, const OpenWBEM::CIMName& className,
-                                      const PropertyList* wanted) const;
+                                      const PropertyList* wanted,
+                                      ClassOrigin origin = ClassOrigin::excluded) const;
 
     /** The paths of all instances of a class. */
     PathSource enumerateInstanceNames(const std::string& nameSpace, const OpenWBEM::CIMName& className) const;
 
     /**
-     * The instance with the keys of a path, whose own namespace is ignored, and so are keys that the class
-     * does not have. INVALID_PARAMETER when a key has no value, NOT_FOUND when no instance has these keys.
+     * The instance with the keys of a path, whose own namespace is ignored. INVALID_PARAMETER when a key has
+     * no value, NOT_FOUND when no instance has these keys or the class does not have one of them.
      */
     OpenWBEM::CIMInstance getInstance(const std::string& nameSpace, const OpenWBEM::CIMObjectPath& path,
-                                      const PropertyList* wanted) const;
+                                      const PropertyList* wanted,
+                                      ClassOrigin origin = ClassOrigin::excluded) const;
 
     /** The value of a property of that instance; NO_SUCH_PROPERTY when its class does not have it. */
     OpenWBEM::CIMValue getProperty(const std::string& nameSpace, const OpenWBEM::CIMObjectPath& path,
                                    const OpenWBEM::CIMName& property) const;
 
-    /** A class, with the wanted properties. */
+    /** A class, with the wanted properties. NOT_FOUND when there is none of the name. */
     OpenWBEM::CIMClass getClass(const std::string& nameSpace, const OpenWBEM::CIMName& className,
                                 const ClassDetails& details, const PropertyList* wanted) const;
 
@@ -83,9 +90,10 @@ public:
      * their properties. Properties that `modified` does not carry stay as they are; one that the class does
      * not have is left out and logged.
      *
-     * ACCESS_DENIED for a client that may not write; INVALID_PARAMETER and NOT_FOUND as getInstance();
-     * TYPE_MISMATCH for a value that does not convert; NOT_SUPPORTED for another value of a property that
-     * tells the host's state; FAILED when the values cannot be kept.
+     * ACCESS_DENIED for a client that may not write; INVALID_PARAMETER when a key has no value or the class
+     * does not have a listed property; NOT_FOUND when no instance has these keys; TYPE_MISMATCH for a value
+     * that does not convert; NOT_SUPPORTED for another value of a property that tells the host's state;
+     * FAILED when the values cannot be kept.
      *
      * @param listed the only properties that shall be written, all when null
      */
@@ -94,7 +102,9 @@ public:
 
 private:
     void requireNameSpace(const std::string& nameSpace) const;
-    const Provider& providerOf(const std::string& nameSpace, const OpenWBEM::CIMName& className) const;
+    const Provider&
+    providerOf(const std::string& nameSpace, const OpenWBEM::CIMName& className,
+               OpenWBEM::CIMException::ErrNoType whenUnknown = OpenWBEM::CIMException::INVALID_CLASS) const;
     InstanceSource liveInstancesOf(const Provider& provider) const;
     InstanceSource instancesOf(const Provider& provider) const;
     void layWritten(OpenWBEM::CIMInstance& instance, const ClassDeclaration& declaration) const;

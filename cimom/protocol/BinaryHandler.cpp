@@ -6,6 +6,7 @@
 #include "binary/Protocol.hpp"
 #include "binary/Reader.hpp"
 #include "protocol/OperationNames.hpp"
+#include "system/Text.hpp"
 
 #include <exception>
 #include <stdexcept>
@@ -44,6 +45,10 @@ std::optional<PropertyList> propertyListArgument(Reader& in) {
 void ignoreFlags(Reader& in, int count) {
     for (; count > 0; --count)
         booleanArgument(in);
+}
+
+ClassOrigin originArgument(Reader& in) {
+    return booleanArgument(in) ? ClassOrigin::included : ClassOrigin::excluded;
 }
 
 ClassDetails classDetails(Reader& in) {
@@ -171,9 +176,10 @@ void Call::enumerateClassNames() {
 void Call::enumerateInstances() {
     const std::string nameSpace = nameSpaceArgument();
     const CIMName className = classArgument();
-    ignoreFlags(m_in, 4);
+    ignoreFlags(m_in, 3);
+    const ClassOrigin origin = originArgument(m_in);
     const std::optional<PropertyList> wanted = propertyListArgument(m_in);
-    replyBy(m_manager.enumerateInstances(nameSpace, className, orNull(wanted)),
+    replyBy(m_manager.enumerateInstances(nameSpace, className, orNull(wanted), origin),
             binary::sig::instanceEnumeration, binary::sig::endOfInstances);
 }
 
@@ -198,10 +204,11 @@ void Call::getClass() {
 void Call::getInstance() {
     const std::string nameSpace = nameSpaceArgument();
     const CIMObjectPath path = pathArgument();
-    ignoreFlags(m_in, 3);
+    ignoreFlags(m_in, 2);
+    const ClassOrigin origin = originArgument(m_in);
     const std::optional<PropertyList> wanted = propertyListArgument(m_in);
     Writer out = done();
-    write(out, m_manager.getInstance(nameSpace, path, orNull(wanted)));
+    write(out, m_manager.getInstance(nameSpace, path, orNull(wanted), origin));
     m_reply.body = out.release();
 }
 
@@ -263,14 +270,15 @@ void Call::fail(const std::exception& e, binary::Result result) {
     m_reply.error = operationError(e);
     if (result == binary::Result::exception)
         out.u16(static_cast<UInt16>(m_reply.error->code));
-    out.string(e.what());
+    out.string(shortened(e.what(), longestDescription).c_str());
     m_reply.body = out.release();
     m_reply.more = nullptr;
 }
 
 } // namespace
 
-OperationReply BinaryHandler::handle(std::string_view request, Access access) const {
+// Clients announce other names for some operations (GetQualifier, ReferenceNames).
+OperationReply BinaryHandler::handle(std::string_view request, Access access, const Announcement&) const {
     return Call(request, m_manager, access).reply();
 }
 

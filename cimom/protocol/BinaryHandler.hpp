@@ -13,7 +13,8 @@ public:
         : m_manager(manager) {}
 
     const char* contentType() const override { return "application/x-owbinary; charset=\"utf-8\""; }
-    OperationReply handle(std::string_view request, Access access) const override;
+    OperationReply handle(std::string_view request, Access access,
+                          const Announcement& announced = Announcement()) const override;
 
 private:
     ObjectManager& m_manager;

@@ -1,6 +1,7 @@
 #include "protocol/Handler.hpp"
 
 #include "OW_CIMException.hpp"
+#include "system/Text.hpp"
 
 namespace cimom {
 
@@ -9,9 +10,10 @@ using OpenWBEM::CIMException;
 OperationError operationError(const std::exception& e) {
     const auto* const cim = dynamic_cast<const CIMException*>(&e);
     if (!cim)
-        return {CIMException::FAILED, e.what()};
+        return {CIMException::FAILED, shortened(e.what(), longestDescription)};
     const char* const description = cim->getDescription();
-    return {static_cast<unsigned>(cim->getErrNo()), description ? description : ""};
+    return {static_cast<unsigned>(cim->getErrNo()),
+            shortened(description ? description : "", longestDescription)};
 }
 
 } // namespace cimom

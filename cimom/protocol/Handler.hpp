@@ -2,6 +2,7 @@
 #define CIMOM_PROTOCOL_HANDLER_HPP_INCLUDED
 #include "objects/Access.hpp"
 
+#include <cstddef>
 #include <exception>
 #include <functional>
 #include <optional>
@@ -11,6 +12,9 @@
 
 namespace cimom {
 
+/** Bytes of the text that tells a client why an operation failed. */
+inline constexpr std::size_t longestDescription = 1024;
+
 /** Why an operation failed, for a client that is told so beside the body of the reply. */
 struct OperationError {
     /** Status code of DSP0200. */
@@ -18,7 +22,10 @@ struct OperationError {
     std::string description;
 };
 
-/** What an exception means for the operation that it ends: its code when it is a CIMException, else FAILED.
+/**
+ * What an exception means for the operation that it ends: its code when it is a CIMException, else FAILED.
+ * The description may quote what the client asked; it is cut to longestDescription bytes, at a whole
+ * character.
  */
 OperationError operationError(const std::exception& e);
 
@@ -56,6 +63,15 @@ private:
     const char* m_reason;
 };
 
+/** What the head of a request says about its body (DSP0200, CIM extension headers), without escapes; absent
+ * what it does not say. */
+struct Announcement {
+    /** CIMMethod: name of the operation. */
+    std::optional<std::string> method;
+    /** CIMObject: the namespace, and for a method of a class what it belongs to, with a colon before it. */
+    std::optional<std::string> object;
+};
+
 /** Carries out the requests of one protocol. */
 class Handler {
 public:
@@ -68,8 +84,10 @@ public:
      *
      * @param request the body of the request
      * @param access what the client may do
+     * @param announced what the body of a request in CIM-XML must not contradict
      */
-    virtual OperationReply handle(std::string_view request, Access access) const = 0;
+    virtual OperationReply handle(std::string_view request, Access access,
+                                  const Announcement& announced = Announcement()) const = 0;
 
 protected:
     Handler() = default;

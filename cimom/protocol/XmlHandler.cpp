@@ -8,11 +8,13 @@
 #include "xml/ObjectWriter.hpp"
 #include "xml/TextValue.hpp"
 
+#include <algorithm>
 #include <utility>
 
 namespace cimom {
 
 using namespace OpenWBEM;
+using xml::KeyType;
 
 namespace {
 
@@ -67,6 +69,9 @@ private:
     CIMName optionalClassName() const;
     CIMName className() const;
     CIMObjectPath path() const;
+    ClassOrigin classOrigin() const {
+        return flag("IncludeClassOrigin", false) ? ClassOrigin::included : ClassOrigin::excluded;
+    }
     ClassDetails classDetails() const {
         return {flag("IncludeQualifiers", true), flag("IncludeClassOrigin", false)};
     }
@@ -176,13 +181,17 @@ OperationReply Call::enumerateClassNames() const {
 
 OperationReply Call::enumerateInstances() const {
     const std::optional<PropertyList> wanted = propertyList();
-    return returned(m_manager.enumerateInstances(m_request.nameSpace, className(), orNull(wanted)),
-                    [](std::string& out, const CIMInstance& instance) { xml::writeNamed(out, instance); });
+    return returned(
+        m_manager.enumerateInstances(m_request.nameSpace, className(), orNull(wanted), classOrigin()),
+        [](std::string& out, const CIMInstance& instance) {
+            xml::writeNamed(out, instance, KeyType::written);
+        });
 }
 
 OperationReply Call::enumerateInstanceNames() const {
-    return returned(m_manager.enumerateInstanceNames(m_request.nameSpace, className()),
-                    [](std::string& out, const CIMObjectPath& each) { xml::writeName(out, each); });
+    return returned(
+        m_manager.enumerateInstanceNames(m_request.nameSpace, className()),
+        [](std::string& out, const CIMObjectPath& each) { xml::writeName(out, each, KeyType::written); });
 }
 
 OperationReply Call::getClass() const {
@@ -195,7 +204,8 @@ OperationReply Call::getClass() const {
 OperationReply Call::getInstance() const {
     const std::optional<PropertyList> wanted = propertyList();
     std::string value;
-    xml::write(value, m_manager.getInstance(m_request.nameSpace, path(), orNull(wanted)));
+    xml::write(value, m_manager.getInstance(m_request.nameSpace, path(), orNull(wanted), classOrigin()),
+               KeyType::written);
     return returned(std::move(value));
 }
 
@@ -204,7 +214,8 @@ OperationReply Call::getProperty() const {
     if (!argument || !argument->text)
         throwInvalidParameter("Non-optional parameter PropertyName was not given");
     std::string value;
-    xml::write(value, m_manager.getProperty(m_request.nameSpace, path(), CIMName(argument->text->c_str())));
+    xml::write(value, m_manager.getProperty(m_request.nameSpace, path(), CIMName(argument->text->c_str())),
+               KeyType::written);
     return returned(std::move(value));
 }
 
@@ -212,6 +223,9 @@ OperationReply Call::modifyInstance() const {
     const XmlArgument* const argument = m_request.find("ModifiedInstance");
     if (!argument || !argument->instance)
         throwInvalidParameter("Non-optional parameter ModifiedInstance was not given");
+    const CIMObjectPath& path = argument->path;
+    if (path && CIMName(path.getClassName()) != CIMName(argument->instance.getClassName()))
+        throwInvalidParameter("The object path and the instance are of different classes");
     const std::optional<PropertyList> listed = propertyList();
     m_manager.modifyInstance(m_request.nameSpace, argument->instance, orNull(listed), m_access);
     return OperationReply();
@@ -251,6 +265,21 @@ std::string classNamed(const XmlRequest& request) {
     return std::string();
 }
 
+std::string_view withoutSlashesAround(std::string_view path) {
+    const std::size_t first = std::min(path.find_first_not_of('/'), path.size());
+    return path.substr(first, path.find_last_not_of('/') + 1 - first);
+}
+
+/** Throws UnreadableRequest when the head of a request speaks of another operation or namespace (DSP0200). */
+void requireAnnounced(const XmlRequest& request, const Announcement& announced) {
+    const bool isMethod = !announced.method || xml::equalsIgnoreCase(*announced.method, request.operation);
+    const std::string_view object = announced.object ? *announced.object : request.nameSpace;
+    const std::string_view nameSpace = object.substr(0, object.find(':'));
+    if (!isMethod ||
+        !xml::equalsIgnoreCase(withoutSlashesAround(nameSpace), withoutSlashesAround(request.nameSpace)))
+        throw UnreadableRequest(400, "Bad request", "header-mismatch");
+}
+
 /** What stands around the outcome of an operation, up to it and behind it. */
 struct Frame {
     explicit Frame(const XmlRequest& request)
@@ -272,7 +301,8 @@ OperationReply failure(const std::exception& e) {
     reply.error = operationError(e);
     reply.body = "<ERROR";
     appendAttribute(reply.body, "CODE", std::to_string(reply.error->code));
-    appendAttribute(reply.body, "DESCRIPTION", reply.error->description);
+    if (!reply.error->description.empty())
+        appendAttribute(reply.body, "DESCRIPTION", reply.error->description);
     reply.body += "></ERROR>";
     return reply;
 }
@@ -299,10 +329,12 @@ OperationReply framed(OperationReply reply, const XmlRequest& request) {
 
 } // namespace
 
-OperationReply XmlHandler::handle(std::string_view document, Access access) const {
+OperationReply XmlHandler::handle(std::string_view document, Access access,
+                                  const Announcement& announced) const {
     XmlRequest request;
     try {
         readXmlRequest(document, request);
+        requireAnnounced(request, announced);
         return framed(Call(request, m_manager, access).carryOut(), request);
     } catch (const UnreadableRequest&) {
         throw;

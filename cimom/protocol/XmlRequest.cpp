@@ -8,7 +8,6 @@
 #include "xml/Tokenizer.hpp"
 
 #include <algorithm>
-#include <initializer_list>
 
 namespace cimom {
 
@@ -25,6 +24,12 @@ namespace {
     throw UnreadableRequest(501, "Not implemented", cimError);
 }
 
+/** Whether a version is 2.x or 2.x.y; minor versions only add to what is understood (DSP0200). */
+bool isVersion2(std::string_view version) {
+    return version.size() > 2 && version.substr(0, 2) == "2." &&
+           version.find_first_not_of("0123456789.", 2) == std::string_view::npos;
+}
+
 /** Reads one document. */
 class Reading {
 public:
@@ -36,8 +41,8 @@ public:
 
     void read() {
         enter("CIM");
-        requireVersion("CIMVERSION", {"2.0", "2.1", "2.2"}, "unsupported-cim-version");
-        requireVersion("DTDVERSION", {"2.0", "2.1"}, "unsupported-dtd-version");
+        requireVersion2("CIMVERSION", "unsupported-cim-version");
+        requireVersion2("DTDVERSION", "unsupported-dtd-version");
         enter("MESSAGE");
         m_request.messageId = m_in.attribute("ID");
         if (next() == "MULTIREQ")
@@ -65,10 +70,8 @@ private:
     }
     void enter(const char* element) { require(next() == element); }
 
-    void requireVersion(const char* attribute, std::initializer_list<std::string_view> understood,
-                        const char* cimError) {
-        const std::string_view version = m_in.attribute(attribute);
-        if (std::find(understood.begin(), understood.end(), version) == understood.end())
+    void requireVersion2(const char* attribute, const char* cimError) {
+        if (!isVersion2(m_in.attribute(attribute)))
             refuseAsNotImplemented(cimError);
     }
 
@@ -97,11 +100,28 @@ private:
             else if (name == "INSTANCENAME")
                 argument.path = m_objects.objectPath();
             else if (name == "VALUE.NAMEDINSTANCE")
-                argument.instance = m_objects.namedInstance();
+                readNamedInstance(argument);
             else
                 m_in.skip();
         }
         m_request.arguments.push_back(std::move(argument));
+    }
+
+    /** VALUE.NAMEDINSTANCE. The class that the name of the instance says need not be the one of the instance.
+     */
+    void readNamedInstance(XmlArgument& argument) {
+        while (m_in.next() == Tag::start) {
+            if (m_in.name() == "INSTANCENAME")
+                argument.path = m_objects.objectPath();
+            else if (m_in.name() == "INSTANCE")
+                argument.instance = m_objects.instance();
+            else
+                m_in.skip();
+        }
+        if (!argument.instance)
+            m_in.fail("Missing element", "VALUE.NAMEDINSTANCE without INSTANCE");
+        if (argument.path)
+            argument.instance.setKeys(argument.path.getKeys());
     }
 
     PropertyList names() {

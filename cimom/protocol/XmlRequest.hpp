@@ -12,13 +12,14 @@
 
 namespace cimom {
 
-/** An argument of an operation: its name, and the one of the others that its element gives a value to. */
+/** An argument of an operation: its name, and what its element gives a value to; of a VALUE.NAMEDINSTANCE
+ * path and instance, else one of them. */
 struct XmlArgument {
     std::string name;
     std::optional<std::string> text;                   // VALUE
     std::optional<PropertyList> list;                  // VALUE.ARRAY
     std::optional<std::string> className;              // CLASSNAME
-    OpenWBEM::CIMObjectPath path{OpenWBEM::CIMNULL};   // INSTANCENAME
+    OpenWBEM::CIMObjectPath path{OpenWBEM::CIMNULL};   // INSTANCENAME, also that of VALUE.NAMEDINSTANCE
     OpenWBEM::CIMInstance instance{OpenWBEM::CIMNULL}; // VALUE.NAMEDINSTANCE
 };
 

@@ -64,4 +64,14 @@ std::string onOneAsciiLine(const std::string& text) {
     return line;
 }
 
+std::string shortened(std::string text, std::size_t size) {
+    if (text.size() <= size)
+        return text;
+    const auto continuesCharacter = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; };
+    while (size > 0 && continuesCharacter(text[size]))
+        --size;
+    text.resize(size);
+    return text;
+}
+
 } // namespace cimom

@@ -1,6 +1,7 @@
 #ifndef CIMOM_SYSTEM_TEXT_HPP_INCLUDED
 #define CIMOM_SYSTEM_TEXT_HPP_INCLUDED
 #include <charconv>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,6 +35,9 @@ std::string onOneLine(std::string text);
  * becomes an escape sequence like \\xe4.
  */
 std::string onOneAsciiLine(const std::string& text);
+
+/** A text in UTF-8 cut after so many bytes at most, at the end of a character. */
+std::string shortened(std::string text, std::size_t size);
 
 /** The number that a text is; nothing when the text is anything else, or T cannot hold the number. */
 template <class T>

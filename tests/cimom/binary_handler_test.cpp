@@ -116,6 +116,16 @@ TEST(BinaryHandler, AnInstanceHoldsOnlyTheListedProperties) {
     EXPECT_EQ(1u, binary::ObjectReader(in).instance().getProperties().size());
 }
 
+TEST(BinaryHandler, PropertiesSayTheirClassWhenAsked) {
+    const std::string head = operationBody(25) + 'j' + text("QAV_Lamp");
+    const auto originIn = [&](char isWanted) {
+        const auto found = instancesIn(replyTo(head + flags({1, 0, 0, isWanted}) + allProperties).body);
+        return std::string(found.at(0).getProperty("Watts").getOriginClass().c_str());
+    };
+    EXPECT_EQ("QAV_Lamp", originIn(1));
+    EXPECT_EQ("", originIn(0));
+}
+
 TEST(BinaryHandler, AClassIsItsDeclaration) {
     const OperationReply reply =
         replyTo(operationBody(28) + 'j' + text("qav_socket") + flags({0, 1, 1}) + allProperties);
@@ -259,6 +269,12 @@ TEST(BinaryHandler, ALengthBeyondTheRequestIsAnError) {
 
 TEST(BinaryHandler, BytesAfterTheArgumentsAreIgnored) {
     EXPECT_EQ("no error", error(replyTo(enumerateBody("QAV_Lamp") + "more")));
+}
+
+TEST(BinaryHandler, AnErrorQuotesNoMoreThanAKilobyte) {
+    const OperationReply reply = replyTo(enumerateBody(std::string(100000, 'x')));
+    EXPECT_EQ("5 /root/cimv2:" + std::string(longestDescription - 12, 'x'), error(reply));
+    EXPECT_EQ(1u + 2 + 3 + longestDescription, reply.body.size()) << "mark, code, length, text";
 }
 
 TEST(BinaryHandler, AProviderThatFailsIsAnErrorWithItsReason) {

@@ -76,7 +76,7 @@ TEST(Class, WithReferencesAsKeysIsAnAssociation) {
 }
 
 TEST(Class, MustBeServed) {
-    EXPECT_EQ("5 /root/cimv2:QAV_Nope", cimErrorOf([] { classOf("QAV_Nope", plain); }));
+    EXPECT_EQ("6 /root/cimv2:QAV_Nope", cimErrorOf([] { classOf("QAV_Nope", plain); }));
     EXPECT_EQ("3 root", cimErrorOf([] { lampManager({}).getClass("root", "QAV_Lamp", plain, nullptr); }));
 }
 

@@ -76,6 +76,21 @@ TEST_F(Http, OtherMethodsAreNotAllowed) {
                   with(good, "M-POST", "post"));
 }
 
+TEST_F(Http, ARefusedMethodIsToldWhichAreAllowed) {
+    const Reply reply = Client(socketPath()).exchange("GET / HTTP/1.1\r\nHost: localhost\r\n\r\n");
+    EXPECT_TRUE(reply.hasLine("Allow: POST, M-POST"));
+}
+
+TEST_F(Http, AnErrorInXmlStandsInTheBodyEvenOfAClientThatTakesTrailers) {
+    const std::string argument =
+        "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"QAV_Nope\"/></IPARAMVALUE>";
+    const Reply reply =
+        Client(socketPath()).exchange(xmlRequest("EnumerateInstances", argument, "TE: trailers\r\n"));
+    EXPECT_NE(std::string::npos,
+              reply.body.find("<ERROR CODE=\"5\" DESCRIPTION=\"/root/cimv2:QAV_Nope\"></ERROR>"));
+    EXPECT_EQ(std::string::npos, reply.bytes.find("CIMStatusCode:"));
+}
+
 TEST_F(Http, OtherContentTypesAreNotSupported) {
     const std::string type = "application/x-owbinary";
     expectRefusal("HTTP/1.1 415 Unsupported media type: Content-Type \"text/plain; a=b\" is not supported.",

@@ -42,8 +42,12 @@ TEST(Instance, TheNamespaceOfThePathDoesNotMatter) {
     EXPECT_EQ("red", lamp("root/other:QAV_Lamp.Colour=\"red\"").getPropertyValue("Colour").toString());
 }
 
-TEST(Instance, KeysThatTheClassDoesNotHaveAreIgnored) {
-    EXPECT_EQ("red", lamp("QAV_Lamp.Size=\"5\",Colour=\"red\"").getPropertyValue("Colour").toString());
+TEST(Instance, NoneHasAKeyThatTheClassDoesNotHave) {
+    EXPECT_EQ("6 /root/cimv2:QAV_Lamp.Size=\"5\",Colour=\"red\"",
+              errorOf(path("root/cimv2:QAV_Lamp.Size=\"5\",Colour=\"red\"")));
+    EXPECT_EQ("6 /root/cimv2:QAV_Lamp.Colour=\"red\",Watts=\"60\"",
+              errorOf(path("root/cimv2:QAV_Lamp.Colour=\"red\",Watts=\"60\"")))
+        << "a property that is no key";
 }
 
 TEST(Instance, KeysAreConvertedToTheirTypesAndComeInAnyOrder) {
@@ -58,15 +62,13 @@ TEST(Instance, KeysAreConvertedToTheirTypesAndComeInAnyOrder) {
 }
 
 TEST(Instance, APathWithoutAKeyOfTheClassIsAnInvalidParameter) {
-    EXPECT_EQ("4 object path (/root/cimv2:QAV_Lamp.Colour=\"null\") has key (Colour) with NULL value",
-              errorOf(path("QAV_Lamp.Size=\"5\"")));
+    EXPECT_EQ("4 object path (/root/cimv2:QAV_Lamp) has key (Colour) with NULL value",
+              errorOf(CIMObjectPath("QAV_Lamp")));
     CIMObjectPath nullKey("QAV_Socket");
     nullKey.setKeyValue("Wall", CIMValue("north"));
     nullKey.setKeyValue("Number", CIMValue(CIMNULL));
-    EXPECT_EQ(
-        "4 object path (/root/cimv2:QAV_Socket.Wall=\"north\",Number=\"null\") has key (Number) with NULL "
-        "value",
-        errorOf(nullKey));
+    EXPECT_EQ("4 object path (/root/cimv2:QAV_Socket.Wall=\"north\") has key (Number) with NULL value",
+              errorOf(nullKey));
 }
 
 TEST(Instance, OneThatIsNotThereIsNotFound) {
@@ -85,6 +87,18 @@ TEST(Instance, OnlyTheWantedPropertiesAreThere) {
     const CIMInstance instance = lamp("QAV_Lamp.Colour=\"red\"", &wanted);
     ASSERT_EQ(1u, instance.getProperties().size());
     EXPECT_EQ("Watts", instance.getProperties()[0].getName());
+}
+
+TEST(Instance, ItsPropertiesSayTheirClassWhenAsked) {
+    const ObjectManager manager = lampManager({"red"});
+    const auto originOf = [](const CIMInstance& instance) {
+        return std::string(instance.getProperty("Watts").getOriginClass().c_str());
+    };
+    const CIMObjectPath red = path("QAV_Lamp.Colour=\"red\"");
+    EXPECT_EQ("QAV_Lamp", originOf(manager.getInstance("root/cimv2", red, nullptr, ClassOrigin::included)));
+    EXPECT_EQ("", originOf(manager.getInstance("root/cimv2", red, nullptr)));
+    const auto all = manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr, ClassOrigin::included);
+    EXPECT_EQ("QAV_Lamp", originOf(all()));
 }
 
 TEST(InstanceNames, AreThePathsOfAllInstances) {

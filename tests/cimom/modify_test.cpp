@@ -165,7 +165,7 @@ TEST_F(Modify, APropertyThatTheClassDoesNotHaveIsLeftOutAndLogged) {
 }
 
 TEST_F(Modify, OnlyListedPropertiesCount) {
-    const PropertyList listed = {"rOOM", "Nope"};
+    const PropertyList listed = {"rOOM"};
     EXPECT_EQ("", logOf([&] {
                   modify({{"Room", CIMValue("hall")},
                           {"Owner", CIMValue("me")},
@@ -180,13 +180,21 @@ TEST_F(Modify, OnlyListedPropertiesCount) {
     EXPECT_EQ("(null)", value("Owner"));
 }
 
+TEST_F(Modify, AListedNameThatTheClassDoesNotHaveIsAnInvalidParameter) {
+    const PropertyList listed = {"Room", "Nope"};
+    EXPECT_EQ("4 PropertyList: the class has no property Nope", cimErrorOf([&] {
+                  modify({{"Room", CIMValue("hall")}}, &listed);
+              }));
+    EXPECT_EQ("(null)", value("Room"));
+}
+
 TEST_F(Modify, ARequestWithoutAKeyIsAnInvalidParameter) {
     const auto error = [this](const CIMInstance& instance) {
         return cimErrorOf([&] { manager.modifyInstance("root/cimv2", instance, nullptr, Access::write); });
     };
-    EXPECT_EQ("4 object path (/root/cimv2:QAV_Lamp.Colour=\"null\") has key (Colour) with NULL value",
+    EXPECT_EQ("4 object path (/root/cimv2:QAV_Lamp) has key (Colour) with NULL value",
               error(request("QAV_Lamp", {{"Room", CIMValue("hall")}})));
-    EXPECT_EQ("4 object path (/root/cimv2:QAV_Lamp.Colour=\"null\") has key (Colour) with NULL value",
+    EXPECT_EQ("4 object path (/root/cimv2:QAV_Lamp) has key (Colour) with NULL value",
               error(request("QAV_Lamp", {{"Colour", null()}})));
     CIMInstance keyed = request("QAV_Lamp", {});
     CIMPropertyArray keys;

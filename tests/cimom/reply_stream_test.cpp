@@ -9,6 +9,8 @@ namespace {
 
 const RequestHead oldClient{Protocol::binary, false, false, false, false, ""};
 const RequestHead plainClient{Protocol::binary, false, true, false, true, ""};
+const RequestHead xmlClient{Protocol::xml, false, true, true, true, ""};
+const RequestHead extendedXmlClient{Protocol::xml, true, true, true, true, ""};
 const RequestHead trailerClient{Protocol::binary, true, true, true, true, ""};
 
 /** A reply of a first byte and as many further elements of a size. */
@@ -150,6 +152,35 @@ TEST(ReplyStream, AFailureHalfwayStandsInTheTrailersBehindWhatWasSent) {
     const std::vector<std::string> all = pieces(failing(10, 10000), trailerClient);
     ASSERT_EQ(2u, all.size());
     EXPECT_EQ("0\r\n07-CIMStatusCode: 1\r\n07-CIMStatusDescription: the lamp is broken\r\n\r\n", all[1]);
+}
+
+TEST(ReplyStream, AFailureInXmlStandsInTheBodyAlone) {
+    for (const RequestHead& client : {xmlClient, extendedXmlClient}) {
+        const std::string whole = pieces(failed(), client).at(0);
+        EXPECT_EQ("11\r\nerror in the body\r\n0\r\n\r\n", bodyOf(whole));
+    }
+}
+
+TEST(ReplyStream, AFailureHalfwayInXmlHasTrailersByTheNamesOfBothFamiliesOfClients) {
+    const std::vector<std::string> plain = pieces(failing(10, 10000), xmlClient);
+    EXPECT_TRUE(hasLine(plain.at(0), "Trailer: CIMError, CIMStatusCode, CIMStatusDescription, "
+                                     "CIMStatusCodeDescription"));
+    EXPECT_EQ("0\r\nCIMStatusCode: 1\r\nCIMStatusDescription: the lamp is broken\r\n"
+              "CIMStatusCodeDescription: the lamp is broken\r\n\r\n",
+              plain.at(1));
+    EXPECT_EQ("0\r\n07-CIMStatusCode: 1\r\n07-CIMStatusDescription: the lamp is broken\r\n"
+              "07-CIMStatusCodeDescription: the lamp is broken\r\n\r\n",
+              pieces(failing(10, 10000), extendedXmlClient).at(1));
+}
+
+TEST(ReplyStream, OnlyAReplyToMPostOrInTheBinaryProtocolIsExtended) {
+    EXPECT_TRUE(hasLine(pieces(elements(1, 1), xmlClient).at(0), "CIMOperation: MethodResponse"));
+    EXPECT_EQ(std::string::npos, pieces(elements(1, 1), xmlClient).at(0).find("Man: "));
+    const std::string man = "Man: http://www.dmtf.org/cim/mapping/http/v1.0 ; ns=07";
+    for (const RequestHead& client : {extendedXmlClient, plainClient}) {
+        EXPECT_TRUE(hasLine(pieces(elements(1, 1), client).at(0), man));
+        EXPECT_TRUE(hasLine(pieces(elements(1, 1), client).at(0), "07-CIMOperation: MethodResponse"));
+    }
 }
 
 TEST(ReplyStream, AFailureHalfwayThrowsForWhoTakesNoTrailers) {

@@ -59,7 +59,7 @@ TEST_F(Wbemcli, ReadsAClass) {
     EXPECT_TRUE(contains(found, "QAV_K70Chassis Tag=")) << found;
     EXPECT_TRUE(contains(found, ",UserTracking=")) << found;
     EXPECT_TRUE(contains(run({"-t", "gc"}, "QAV_UnixProcess"), "Parameters[]="));
-    EXPECT_TRUE(contains(run({"gc"}, "QAV_Nope"), "Cim: (5) CIM_ERR_INVALID_CLASS"));
+    EXPECT_TRUE(contains(run({"gc"}, "QAV_Nope"), "Cim: (6) CIM_ERR_NOT_FOUND"));
 }
 
 TEST_F(Wbemcli, ListsTheInstancesOfAClass) {
