@@ -3,6 +3,7 @@
 #include "agent/Connection.hpp"
 #include "agent/Endpoint.hpp"
 #include "doctor/HostChecks.hpp"
+#include "doctor/LoginCheck.hpp"
 #include "doctor/ManagerCheck.hpp"
 #include "doctor/SocketCheck.hpp"
 #include "doctor/TraceCheck.hpp"
@@ -50,6 +51,8 @@ void examine(const std::string& url, const Trace& trace, const std::function<voi
         if (!socket.empty())
             report(checkSocket(socket));
         report(checkManager(withoutPassword(url), trace));
+        if (const std::optional<Check> login = checkLogin(url))
+            report(*login);
     }
     report(checkTrace());
     report(checkProcessTable());
