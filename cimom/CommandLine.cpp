@@ -60,9 +60,11 @@ void addFiles(CLI::App& app, Options& options) {
     app.add_option("--users", options.users, "Names and passwords of the TCP clients that may write")
         ->type_name("FILE")
         ->check(checkNotEmpty);
-    app.add_option("--state", options.state, "File that keeps the values that clients write")
-        ->type_name("FILE")
-        ->capture_default_str();
+    auto* const state =
+        app.add_option("--state", options.state, "File that keeps the values that clients write")
+            ->type_name("FILE")
+            ->capture_default_str();
+    app.add_flag("--no-state", options.keepsNoState, "Let nobody write, and keep no file")->excludes(state);
     app.add_option("--instances", options.instances, "Folder of JSON files with further instances")
         ->type_name("FOLDER")
         ->check(checkNotEmpty);

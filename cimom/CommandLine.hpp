@@ -19,6 +19,8 @@ struct Options {
     /** Empty: nobody on the network may write. */
     std::string users;
     std::string state = defaultStatePath();
+    /** Nobody may write, and there is no state file. */
+    bool keepsNoState = false;
     /** Empty: there are no site files. */
     std::string instances;
     std::string root = "/";

@@ -29,10 +29,13 @@
 namespace cimom {
 namespace {
 
-SiteValues siteValues(const std::string& path) {
-    if (path.empty())
-        throw std::runtime_error("state file: no name; give one by --state");
-    return SiteValues(std::make_unique<StateFile>(path));
+/** Nothing when nobody may write. */
+std::optional<SiteValues> siteValues(const Options& options) {
+    if (options.keepsNoState)
+        return std::nullopt;
+    if (options.state.empty())
+        throw std::runtime_error("state file: no name; give one by --state, or --no-state");
+    return SiteValues(std::make_unique<StateFile>(options.state));
 }
 
 /** Lets a run of the io_context go on behind an exception, which ends the session that it comes from and no
@@ -55,7 +58,7 @@ public:
     explicit Daemon(const Options& options)
         : m_options(options)
         , m_host(options.root)
-        , m_manager(makeProviders(m_host), siteValues(options.state))
+        , m_manager(makeProviders(m_host), siteValues(options))
         , m_settings(settings())
         // Before a socket is made, so that no signal can leave its file behind.
         , m_stopSignals(m_io, SIGTERM, SIGINT)

@@ -70,7 +70,8 @@ CIMProperty property(const PropertyDeclaration& declared, const std::optional<st
 
 } // namespace
 
-ObjectManager::ObjectManager(std::vector<std::unique_ptr<Provider>> providers, SiteValues siteValues)
+ObjectManager::ObjectManager(std::vector<std::unique_ptr<Provider>> providers,
+                             std::optional<SiteValues> siteValues)
     : m_providers(std::move(providers))
     , m_classes(declarations())
     , m_siteValues(std::move(siteValues))
@@ -157,6 +158,8 @@ void ObjectManager::modifyInstance(const std::string& nameSpace, const CIMInstan
     if (access != Access::write)
         OW_THROWCIMMSG(CIMException::ACCESS_DENIED,
                        "only root, the object manager's own user and who logs in may write");
+    if (!m_siteValues)
+        OW_THROWCIMMSG(CIMException::NOT_SUPPORTED, "the object manager keeps no values (--no-state)");
     const Provider& provider = providerOf(nameSpace, modified.getClassName());
     CIMPropertyArray named = modified.getKeyValuePairs();
     named.appendArray(modified.getProperties());
@@ -164,7 +167,7 @@ void ObjectManager::modifyInstance(const std::string& nameSpace, const CIMInstan
     const CIMInstance present = instanceAt(path, provider);
     const SiteValues::Values changes = valuesToWrite(modified, listed, present, provider.declaration());
     try {
-        m_siteValues.write(path.modelPath().c_str(), changes);
+        m_siteValues->write(path.modelPath().c_str(), changes);
     } catch (const std::exception& e) {
         const std::string why = std::string("keeping the values: ") + e.what();
         log(why); // a client like the library does not tell its user
@@ -203,14 +206,16 @@ InstanceSource ObjectManager::liveInstancesOf(const Provider& provider) const {
 InstanceSource ObjectManager::instancesOf(const Provider& provider) const {
     const ClassDeclaration& declaration = provider.declaration();
     InstanceSource next = chained(liveInstancesOf(provider), m_siteInstances->instances(declaration));
-    if (std::none_of(declaration.properties.begin(), declaration.properties.end(), isOfTheSite))
+    if (!m_siteValues ||
+        std::none_of(declaration.properties.begin(), declaration.properties.end(), isOfTheSite))
         return next;
     return eachWith(std::move(next),
                     [this, &declaration](CIMInstance& instance) { layWritten(instance, declaration); });
 }
 
 void ObjectManager::layWritten(CIMInstance& instance, const ClassDeclaration& declaration) const {
-    const SiteValues::Values* const written = m_siteValues.find(pathOf(instance).modelPath().c_str());
+    const SiteValues::Values* const written =
+        m_siteValues ? m_siteValues->find(pathOf(instance).modelPath().c_str()) : nullptr;
     if (!written)
         return;
     for (const PropertyDeclaration& declared : declaration.properties) {

@@ -42,8 +42,9 @@ using PathSource = std::function<OpenWBEM::CIMObjectPath()>;
  */
 class ObjectManager {
 public:
+    /** @param siteValues what has been written; absent when nobody may write */
     explicit ObjectManager(std::vector<std::unique_ptr<Provider>> providers,
-                           SiteValues siteValues = SiteValues());
+                           std::optional<SiteValues> siteValues = SiteValues());
 
     /** The classes, as long as the object manager lives. */
     std::vector<const ClassDeclaration*> declarations() const;
@@ -92,8 +93,8 @@ public:
      *
      * ACCESS_DENIED for a client that may not write; INVALID_PARAMETER when a key has no value or the class
      * does not have a listed property; NOT_FOUND when no instance has these keys; TYPE_MISMATCH for a value
-     * that does not convert; NOT_SUPPORTED for another value of a property that tells the host's state;
-     * FAILED when the values cannot be kept.
+     * that does not convert; NOT_SUPPORTED for another value of a property that tells the host's state, and
+     * for every write when nobody may; FAILED when the values cannot be kept.
      *
      * @param listed the only properties that shall be written, all when null
      */
@@ -112,7 +113,7 @@ private:
 
     std::vector<std::unique_ptr<Provider>> m_providers;
     ServedClasses m_classes;
-    SiteValues m_siteValues;
+    std::optional<SiteValues> m_siteValues;
     std::shared_ptr<const SiteInstances> m_siteInstances; // shared with the enumerations under way
 };
 

@@ -224,7 +224,8 @@ TEST_F(Modify, ClassAndNamespaceMustBeServed) {
 
 TEST_F(Modify, WhoMayOnlyReadIsDeniedWhateverTheRequest) {
     for (const char* const className : {"QAV_Lamp", "QAV_Nope"})
-        EXPECT_EQ("2 only root, the object manager's own user and who logs in may write", cimErrorOf([&] {
+        EXPECT_EQ("2 only root, the object manager's own user and who logs in may write",
+                  cimErrorOf([&] {
                       manager.modifyInstance("root/cimv2", request(className, {{"Colour", CIMValue("red")}}),
                                              nullptr, Access::read);
                   }));
@@ -254,4 +255,17 @@ TEST_F(Modify, ValuesOutliveTheObjectManager) {
     manager = lampManager({});
     manager = start();
     EXPECT_EQ("hall", value("Room"));
+}
+
+TEST(ModifyWithoutState, NobodyMayWrite) {
+    std::vector<std::unique_ptr<Provider>> providers;
+    providers.push_back(std::make_unique<LampProvider>(std::vector<std::string>{"red"}));
+    ObjectManager manager(std::move(providers), std::nullopt);
+    CIMInstance lamp("QAV_Lamp");
+    lamp.setProperty("Colour", CIMValue("red"));
+    lamp.setProperty("Room", CIMValue("hall"));
+    EXPECT_EQ("7 the object manager keeps no values (--no-state)",
+              cimErrorOf([&] { manager.modifyInstance("root/cimv2", lamp, nullptr, Access::write); }));
+    const CIMObjectPath path = CIMObjectPath::parse("QAV_Lamp.Colour=\"red\"");
+    EXPECT_FALSE(manager.getProperty("root/cimv2", path, "Room")) << "but all may read";
 }

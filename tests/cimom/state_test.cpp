@@ -98,3 +98,20 @@ TEST(SocketMode, OtherTextsAreUsageErrors) {
                   result.err);
     }
 }
+
+TEST(StateOfNone, AUserWithoutAWritableFolderServesReaders) {
+    const TempDir folder;
+    Daemon daemon(inEnvironment({}, {OWBCIMOMD, "--socket", folder.file("socket"), "--no-state"}));
+    EXPECT_EQ("owbcimomd: ready on " + folder.file("socket"), daemon.nextErrorLine());
+    EXPECT_EQ(200u, Client(folder.file("socket")).exchange(httpRequest(enumerateBody("QAV_System"))).status);
+    std::size_t files = 0;
+    for (const auto& each : std::filesystem::directory_iterator(folder.path()))
+        files += each.path().filename().string().find("socket") == 0 ? 0 : 1;
+    EXPECT_EQ(0u, files);
+}
+
+TEST(StateOfNone, AStateFileContradictsIt) {
+    const ProgramResult result = runProgram({OWBCIMOMD, "--no-state", "--state", "any"});
+    EXPECT_EQ(2, result.exitCode);
+    EXPECT_EQ("owbcimomd: command line: --state excludes --no-state\n", result.err);
+}
