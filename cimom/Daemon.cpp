@@ -11,6 +11,7 @@
 #include "state/SiteValues.hpp"
 #include "system/Log.hpp"
 #include "system/Notification.hpp"
+#include "system/Watchdog.hpp"
 #include "users/PasswordCheck.hpp"
 #include "users/UsersFile.hpp"
 
@@ -65,6 +66,7 @@ public:
         , m_reloadSignal(m_io, SIGHUP)
         , m_countersSignal(m_io, SIGUSR1)
         , m_passwords(m_io, m_users)
+        , m_watchdog(m_io)
         , m_server(m_io, m_settings, m_counters, m_sessions) {
         readFiles();
     }
@@ -78,6 +80,7 @@ public:
         const std::string places = m_options.socket + listenOnNetwork();
         log("ready on " + places);
         notifyServiceManager("READY=1");
+        m_watchdog.start();
         withoutExceptions([this] { m_io.run(); });
         finish();
     }
@@ -148,6 +151,7 @@ private:
         m_server.stop();
         m_reloadSignal.cancel();
         m_countersSignal.cancel();
+        m_watchdog.stop();
         m_io.restart();
         const auto end = std::chrono::steady_clock::now() + m_options.stopTime;
         withoutExceptions([this, end] { m_io.run_until(end); });
@@ -167,6 +171,7 @@ private:
     boost::asio::signal_set m_countersSignal;
     Users m_users;
     PasswordCheck m_passwords;
+    Watchdog m_watchdog;
     std::optional<ListeningSocket> m_socket;
     Server m_server;
 };

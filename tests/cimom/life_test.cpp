@@ -232,6 +232,42 @@ TEST_F(Life, TheServiceManagerIsToldWhenItIsReadyAndWhenItEnds) {
     }
 }
 
+TEST_F(Life, AServiceManagerWithAWatchdogIsToldThatItLives) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const std::string name = folder().file("notify");
+    name.copy(address.sun_path, sizeof address.sun_path - 1);
+    const ServiceManager manager(address, sizeof address);
+    ::setenv("NOTIFY_SOCKET", name.c_str(), 1);
+    ::setenv("WATCHDOG_USEC", "2000", 1);
+    start();
+    ::unsetenv("WATCHDOG_USEC");
+    ::unsetenv("NOTIFY_SOCKET");
+    EXPECT_EQ("READY=1", manager.next());
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ("WATCHDOG=1", manager.next());
+    daemon().signal(SIGTERM);
+    EXPECT_EQ(0, daemon().wait());
+}
+
+TEST_F(Life, AWatchdogOfAnotherProcessIsNotToldAnything) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    const std::string name = folder().file("notify");
+    name.copy(address.sun_path, sizeof address.sun_path - 1);
+    const ServiceManager manager(address, sizeof address);
+    ::setenv("NOTIFY_SOCKET", name.c_str(), 1);
+    ::setenv("WATCHDOG_USEC", "2000", 1);
+    ::setenv("WATCHDOG_PID", "1", 1);
+    start();
+    ::unsetenv("WATCHDOG_PID");
+    ::unsetenv("WATCHDOG_USEC");
+    ::unsetenv("NOTIFY_SOCKET");
+    EXPECT_EQ("READY=1", manager.next());
+    daemon().signal(SIGTERM);
+    EXPECT_EQ("STOPPING=1", manager.next());
+}
+
 TEST_F(Life, AServiceManagerWhoseNameIsTooLongIsNoReasonToEnd) {
     const std::string name = folder().file(std::string(108, 'x'));
     ::setenv("NOTIFY_SOCKET", name.c_str(), 1);
