@@ -1,4 +1,4 @@
-#include "users/CheckingChild.hpp"
+#include "system/AnsweringChild.hpp"
 
 #include <cerrno>
 #include <csignal>
@@ -40,15 +40,25 @@ void closeAllBut(int descriptor) {
     ::close_range(number + 1, ~0U, 0);
 }
 
+bool writeAll(int descriptor, const std::string& bytes) {
+    for (std::size_t at = 0; at < bytes.size();) {
+        const ssize_t size = ::write(descriptor, bytes.data() + at, bytes.size() - at);
+        if (size < 0)
+            return false;
+        at += static_cast<std::size_t>(size);
+    }
+    return true;
+}
+
 /** The child: its signals stay blocked, since their handlers would speak for the parent. */
-[[noreturn]] void runChild(const std::function<bool()>& question, int pipe, pid_t parent) {
+[[noreturn]] void runChild(const Question& question, int pipe, pid_t parent) {
+    ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (::getppid() != parent)
         ::_exit(1);
     closeAllBut(pipe);
     try {
-        const char byte = question() ? CheckingChild::yes : 'n';
-        ::_exit(::write(pipe, &byte, 1) == 1 ? 0 : 1);
+        ::_exit(writeAll(pipe, question()) ? 0 : 1);
     } catch (const std::exception&) {
         ::_exit(1);
     }
@@ -56,7 +66,7 @@ void closeAllBut(int descriptor) {
 
 } // namespace
 
-CheckingChild::CheckingChild(const std::function<bool()>& question) {
+AnsweringChild::AnsweringChild(const Question& question) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0)
         fail("pipe");
@@ -73,26 +83,29 @@ CheckingChild::CheckingChild(const std::function<bool()>& question) {
         errno = error;
         fail("fork");
     }
+    ::setpgid(m_process, m_process); // whoever comes first, the child or its parent
 }
 
-CheckingChild::~CheckingChild() {
+AnsweringChild::~AnsweringChild() {
     if (m_answer >= 0)
         ::close(m_answer);
     kill();
     wait();
 }
 
-void CheckingChild::kill() const {
+void AnsweringChild::kill() const {
     if (m_process > 0)
-        ::kill(m_process, SIGKILL);
+        ::kill(-m_process, SIGKILL);
 }
 
-void CheckingChild::wait() {
+bool AnsweringChild::wait() {
     if (m_process == 0)
-        return;
-    while (::waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) {
+        return false;
+    int status = 0;
+    while (::waitpid(m_process, &status, 0) < 0 && errno == EINTR) {
     }
     m_process = 0;
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 } // namespace cimom
