@@ -1,0 +1,31 @@
+#ifndef CIMOM_SYSTEM_ANSWER_PENDING_HPP_INCLUDED
+#define CIMOM_SYSTEM_ANSWER_PENDING_HPP_INCLUDED
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace cimom {
+
+/** Functions that are called when a child process has answered, or has failed to. */
+using Waiting = std::vector<std::function<void()>>;
+
+/**
+ * Thrown when an operation needs an answer that a child process has not given yet. Whoever has begun the
+ * operation waits and carries it out once more: the answer is there then. It is no failure, and no
+ * std::exception, so that nobody takes it for one.
+ */
+class AnswerPending {
+public:
+    explicit AnswerPending(std::shared_ptr<Waiting> waiting)
+        : m_waiting(std::move(waiting)) {}
+
+    /** Has the io_context call a function when the wait is over. */
+    void wait(std::function<void()> then) const { m_waiting->push_back(std::move(then)); }
+
+private:
+    std::shared_ptr<Waiting> m_waiting;
+};
+
+} // namespace cimom
+#endif
