@@ -53,6 +53,16 @@ TEST(Peer, OneThatTheKernelDoesNotTellMayRead) {
     EXPECT_EQ(Access::read, peerOf(unconnected.number()).access);
 }
 
+TEST(Peer, OneOnTheNetworkIsCountedByItsAddressOrItsHalfOfIpv6) {
+    const auto addressOf = [](const char* at) {
+        const NetworkSocket listening = listenOn(*networkAddress(at));
+        const Descriptor closing(listening.descriptor);
+        return peerOf(Connection(listening).accepted).address;
+    };
+    EXPECT_EQ("127.0.0.1", addressOf("127.0.0.1:0"));
+    EXPECT_EQ("[::]", addressOf("[::1]:0"));
+}
+
 TEST(Peer, OneOnTheNetworkMayReadWhoeverItIs) {
     const NetworkSocket listening = listenOn(*networkAddress("127.0.0.1:0"));
     const Descriptor closing(listening.descriptor);
