@@ -57,9 +57,13 @@ void addSockets(CLI::App& app, Options& options, Texts& texts) {
 }
 
 void addFiles(CLI::App& app, Options& options) {
-    app.add_option("--users", options.users, "Names and passwords of the TCP clients that may write")
-        ->type_name("FILE")
-        ->check(checkNotEmpty);
+    auto* const users =
+        app.add_option("--users", options.users, "Names and passwords of the TCP clients that may log in")
+            ->type_name("FILE")
+            ->check(checkNotEmpty);
+    app.add_flag("--require-login", options.requiresLogin,
+                 "Let TCP clients read only when they have logged in")
+        ->needs(users);
     auto* const state =
         app.add_option("--state", options.state, "File that keeps the values that clients write")
             ->type_name("FILE")

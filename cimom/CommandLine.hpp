@@ -18,6 +18,8 @@ struct Options {
     std::vector<NetworkAddress> listen;
     /** Empty: nobody on the network may write. */
     std::string users;
+    /** Clients on the network must log in to read, too. Only with users. */
+    bool requiresLogin = false;
     std::string state = defaultStatePath();
     /** Nobody may write, and there is no state file. */
     bool keepsNoState = false;

@@ -12,6 +12,7 @@
 #include "system/Log.hpp"
 #include "system/Notification.hpp"
 #include "system/Watchdog.hpp"
+#include "users/Logins.hpp"
 #include "users/PasswordCheck.hpp"
 #include "users/UsersFile.hpp"
 
@@ -66,6 +67,7 @@ public:
         , m_reloadSignal(m_io, SIGHUP)
         , m_countersSignal(m_io, SIGUSR1)
         , m_passwords(m_io, m_users)
+        , m_logins(m_passwords)
         , m_watchdog(m_io)
         , m_server(m_io, m_settings, m_counters, m_sessions) {
         readFiles();
@@ -100,10 +102,11 @@ private:
     SessionSettings settings() {
         SessionSettings settings{m_binary, m_xml, m_options.limits};
         settings.isVerbose = m_options.isVerbose;
+        settings.requiresLogin = m_options.requiresLogin;
         if (!m_options.users.empty())
-            settings.checkPassword = [this](const std::string& user, const std::string& password,
-                                            PasswordCheck::Done done) {
-                m_passwords.check(user, password, std::move(done));
+            settings.logIn = [this](const std::string& address, const Credentials& given,
+                                    PasswordCheck::Done done) {
+                m_logins.logIn(address, given.user, given.password, std::move(done));
             };
         return settings;
     }
@@ -171,6 +174,7 @@ private:
     boost::asio::signal_set m_countersSignal;
     Users m_users;
     PasswordCheck m_passwords;
+    Logins m_logins;
     Watchdog m_watchdog;
     std::optional<ListeningSocket> m_socket;
     Server m_server;

@@ -1,8 +1,8 @@
 #include "http/Session.hpp"
 
 #include "OW_CIMException.hpp"
-#include "http/Credentials.hpp"
 #include "system/Log.hpp"
+#include "users/FailedLogins.hpp"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/write.hpp>
@@ -103,7 +103,7 @@ void Session::onReadError(const Error& error) {
 void Session::answer(std::size_t) {
     if (m_parser->get().body().empty())
         refuse({400, "Bad request", "The request has no body"});
-    else if (m_peer.isOnNetwork && m_settings.checkPassword)
+    else if (m_peer.isOnNetwork && m_settings.logIn)
         logIn();
     else
         carryOut(m_peer.access);
@@ -111,19 +111,23 @@ void Session::answer(std::size_t) {
 
 void Session::logIn() {
     const std::optional<Credentials> given = basicCredentials(m_request.authorization);
+    if (!given && m_settings.requiresLogin) {
+        refuseLogin("log in to read");
+        return;
+    }
     if (!given) {
         carryOut(m_peer.access);
         return;
     }
-    if (m_request.authorization == m_accepted) {
-        carryOut(Access::write);
+    if (isLoggedIn()) {
+        carryOut(m_acceptedAccess);
         return;
     }
     m_state = State::checking;
     m_checking = m_request.authorization;
     limitTime(m_settings.limits.request);
-    m_settings.checkPassword(given->user, given->password,
-                             [self = shared_from_this()](Verdict verdict) { self->onChecked(verdict); });
+    m_settings.logIn(m_peer.address, *given,
+                     [self = shared_from_this()](Verdict verdict) { self->onChecked(verdict); });
 }
 
 void Session::onChecked(Verdict verdict) {
@@ -131,11 +135,15 @@ void Session::onChecked(Verdict verdict) {
         return;
     if (verdict == Verdict::wrong) {
         refuseLogin("wrong name or password");
+    } else if (verdict == Verdict::tooOften) {
+        const std::string seconds = std::to_string(FailedLogins::period.count());
+        refuse({429, "Too many requests", "too many logins have failed", "Retry-After", seconds});
     } else if (verdict == Verdict::unchecked) {
         refuse({503, "Service unavailable", "the password could not be checked"});
     } else {
         m_accepted = std::exchange(m_checking, std::string());
-        carryOut(Access::write);
+        m_acceptedAccess = verdict == Verdict::mayWrite ? Access::write : Access::read;
+        carryOut(m_acceptedAccess);
     }
 }
 
@@ -152,20 +160,33 @@ void Session::carryOut(Access access) {
     m_state = State::answering;
     const Handler& handler = m_request.protocol == Protocol::binary ? m_settings.binary : m_settings.xml;
     try {
-        OperationReply reply = handler.handle(m_parser->get().body(), access);
+        OperationReply reply = handler.handle(m_parser->get().body(), access, m_request.announced);
         m_parser.reset();
         const bool isDenied = reply.error && reply.error->code == OpenWBEM::CIMException::ACCESS_DENIED;
-        if (isDenied && m_peer.isOnNetwork && m_settings.checkPassword) {
+        if (isDenied && m_peer.isOnNetwork && m_settings.logIn && !isLoggedIn()) {
             refuseLogin("log in to write");
             return;
         }
         m_title = reply.title;
         m_reply.emplace(std::move(reply), m_request, handler.contentType(), numberOf(++m_counters.requests));
+    } catch (const AnswerPending& answer) {
+        carryOutLater(answer, access);
+        return;
     } catch (const UnreadableRequest& e) {
         refuse({e.status(), e.reason(), std::string("CIMError: ") + e.what(), "CIMError", e.what()});
         return;
     }
     sendNext();
+}
+
+void Session::carryOutLater(const AnswerPending& answer, Access access) {
+    m_state = State::waiting;
+    // The child that works out the answer has a time limit. A timer that is due already sees the new expiry.
+    m_timer.expires_at(std::chrono::steady_clock::time_point::max());
+    answer.wait([self = shared_from_this(), access] {
+        if (self->m_state == State::waiting)
+            self->carryOut(access);
+    });
 }
 
 void Session::sendNext() {
@@ -245,6 +266,7 @@ void Session::onTimeout() {
         m_socket.cancel(ignored);
         refuse(refusal);
         break;
+    case State::waiting: // which has no time limit of its own
     case State::answering:
     case State::refusing:
     case State::closed:

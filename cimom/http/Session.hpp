@@ -6,6 +6,7 @@
 #include "http/RequestRules.hpp"
 #include "http/SessionSettings.hpp"
 #include "http/Sessions.hpp"
+#include "system/AnswerPending.hpp"
 
 #include <boost/asio/generic/stream_protocol.hpp>
 #include <boost/asio/steady_timer.hpp>
@@ -25,7 +26,10 @@ namespace cimom {
  * of a handler, which passes through the io_context, ends its session and closes the connection.
  *
  * A client on the network may write once it has logged in by the header Authorization of its request, scheme
- * Basic; one that has not is asked to by status 401 when it tries to write.
+ * Basic, unless its user may only read; one that has not is asked to by status 401 when it tries to write or,
+ * where that requires a login, to read.
+ *
+ * A request that needs the answer of a child process waits for it, and is then carried out once more.
  */
 class Session : public std::enable_shared_from_this<Session> {
 public:
@@ -58,6 +62,8 @@ private:
         reading,
         /** Waits for the check of a password. */
         checking,
+        /** Waits for a child process to work out what the reply needs. */
+        waiting,
         /** Sends the reply. */
         answering,
         /** Sends an error response, and reads nothing any more. */
@@ -72,7 +78,9 @@ private:
     void answer(std::size_t);
     void logIn();
     void onChecked(Verdict verdict);
+    bool isLoggedIn() const { return !m_accepted.empty() && m_request.authorization == m_accepted; }
     void carryOut(Access access);
+    void carryOutLater(const AnswerPending& answer, Access access);
     void sendNext();
     void onSent();
 
@@ -104,6 +112,7 @@ private:
     std::string m_sent;                    // bytes on their way to the client
     std::string m_checking;                // the header Authorization whose password is being checked
     std::string m_accepted;                // the header by which the client has logged in
+    Access m_acceptedAccess{};             // what its user may do
     bool m_isUnderstood = false;           // the client has sent a head that could be read
 };
 

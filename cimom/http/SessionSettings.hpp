@@ -1,5 +1,6 @@
 #ifndef CIMOM_HTTP_SESSION_SETTINGS_HPP_INCLUDED
 #define CIMOM_HTTP_SESSION_SETTINGS_HPP_INCLUDED
+#include "http/Credentials.hpp"
 #include "http/Limits.hpp"
 #include "protocol/Handler.hpp"
 #include "users/PasswordCheck.hpp"
@@ -9,17 +10,19 @@
 
 namespace cimom {
 
-/** Tells later whether a user has a password, see PasswordCheck::check(). */
-using CheckPassword =
-    std::function<void(const std::string& user, const std::string& password, PasswordCheck::Done done)>;
+/** Reports what a login from an address comes to, see Logins::logIn(). */
+using LogIn =
+    std::function<void(const std::string& address, const Credentials& given, PasswordCheck::Done done)>;
 
 /** How the sessions of an object manager serve their clients. Does not change while there are any. */
 struct SessionSettings {
     const Handler& binary;
     const Handler& xml;
     Limits limits;
-    /** Null when nobody may log in. */
-    CheckPassword checkPassword{};
+    /** Null when there are no logins. */
+    LogIn logIn{};
+    /** Clients on the network must log in to read, too. Only when there are logins. */
+    bool requiresLogin = false;
     /** Requests that are answered well are logged, too. */
     bool isVerbose = false;
 };

@@ -157,7 +157,7 @@ void ObjectManager::modifyInstance(const std::string& nameSpace, const CIMInstan
                                    const PropertyList* listed, Access access) {
     if (access != Access::write)
         OW_THROWCIMMSG(CIMException::ACCESS_DENIED,
-                       "only root, the object manager's own user and who logs in may write");
+                       "only root, the object manager's user and users not marked read-only may write");
     if (!m_siteValues)
         OW_THROWCIMMSG(CIMException::NOT_SUPPORTED, "the object manager keeps no values (--no-state)");
     const Provider& provider = providerOf(nameSpace, modified.getClassName());

@@ -19,6 +19,7 @@ struct Options {
     std::string file;
     std::string user;
     bool remove = false;
+    bool isReadOnly = false;
     std::string method = "yescrypt";
 };
 
@@ -34,13 +35,18 @@ void set(const Options& options) {
     Users().set(options.user, std::string());
     const HashMethod method = options.method == "sha512" ? HashMethod::sha512 : HashMethod::yescrypt;
     const std::string hash = cimom::hashOf(cimom::newPassword(), method);
-    cimom::changeUsers(options.file, [&](Users& users) { users.set(options.user, hash); });
+    cimom::changeUsers(options.file, [&](Users& users) {
+        users.set(options.user, hash);
+        if (options.isReadOnly)
+            users.restrict(options.user);
+    });
 }
 
 void define(CLI::App& app, Options& options) {
     app.add_option("FILE", options.file, "File of the users; made when there is none")->required();
     app.add_option("USER", options.user, "Name of the user")->required();
     auto* const remove = app.add_flag("--delete", options.remove, "Delete the user");
+    app.add_flag("--read-only", options.isReadOnly, "Let the user read, but not write")->excludes(remove);
     app.add_option("--method", options.method, "How the password is hashed")
         ->check(CLI::IsMember({"yescrypt", "sha512"}))
         ->capture_default_str()

@@ -80,7 +80,8 @@ public:
     /** Content-Type of the replies. */
     virtual const char* contentType() const = 0;
     /**
-     * Throws UnreadableRequest; what else goes wrong is in the reply.
+     * Throws UnreadableRequest, and AnswerPending before anything is done; what else goes wrong is in the
+     * reply.
      *
      * @param request the body of the request
      * @param access what the client may do

@@ -13,13 +13,22 @@ namespace cimom {
 namespace {
 
 // Answers of the child.
-const char* const isRight = "right";
+const char* const mayWrite = "write";
+const char* const mayRead = "read";
 const char* const isWrong = "wrong";
+
+std::string checked(const Users& users, const std::string& user, const std::string& password) {
+    if (!users.matches(user, password))
+        return isWrong;
+    return users.access(user) == Access::write ? mayWrite : mayRead;
+}
 
 Verdict verdictOf(const std::optional<std::string>& answer) {
     if (!answer)
         return Verdict::unchecked;
-    return *answer == isRight ? Verdict::right : Verdict::wrong;
+    if (*answer == mayWrite)
+        return Verdict::mayWrite;
+    return *answer == mayRead ? Verdict::mayRead : Verdict::wrong;
 }
 
 } // namespace
@@ -43,7 +52,7 @@ void PasswordCheck::check(const std::string& user, const std::string& password, 
 void PasswordCheck::start(Request& request) {
     try {
         askChild(
-            m_io, [this, &request] { return std::string(m_users.matches(request.user, request.password) ? isRight : isWrong); },
+            m_io, [this, &request] { return checked(m_users, request.user, request.password); },
             m_limits.time,
             [this, done = request.done](const std::optional<std::string>& answer) {
                 --m_running;

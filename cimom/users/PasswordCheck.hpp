@@ -13,10 +13,15 @@ namespace cimom {
 
 /** What came of the check of a password. */
 enum class Verdict {
-    right,
+    /** It is right, and its user may write. */
+    mayWrite,
+    /** It is right, and its user may only read. */
+    mayRead,
     wrong,
     /** Nobody knows: too much was to be checked at once, it took too long, or the system had no process. */
-    unchecked
+    unchecked,
+    /** It was not checked, or what came of it is not told: too many logins from there have failed. */
+    tooOften
 };
 
 /** How much PasswordCheck does. */

@@ -23,6 +23,15 @@ void checkName(const std::string& name) {
         throw std::runtime_error("user name: holds a control character");
 }
 
+const char* const readOnly = "read-only";
+
+/** What a user may do whose hash a mark follows. */
+Access markedAccess(const std::string& mark) {
+    if (mark != readOnly)
+        throw std::runtime_error("what follows the hash is not \"read-only\"");
+    return Access::read;
+}
+
 } // namespace
 
 Users::Users(const std::string& text) {
@@ -47,12 +56,15 @@ Users::Line Users::lineOf(const std::string& text) {
     if (holdsControls(text))
         throw std::runtime_error("a control character");
     if (text.empty() || text.front() == '#')
-        return {std::string(), text};
+        return {std::string(), text, Access::read};
     const std::size_t colon = text.find(':');
     if (colon == std::string::npos)
         throw std::runtime_error("no colon between a user and a hash");
-    Line line{text.substr(0, colon), text.substr(colon + 1)};
+    const std::size_t hashEnd = std::min(text.find(':', colon + 1), text.size());
+    Line line{text.substr(0, colon), text.substr(colon + 1, hashEnd - colon - 1)};
     checkName(line.name);
+    if (hashEnd < text.size())
+        line.access = markedAccess(text.substr(hashEnd + 1));
     const std::string fault = faultOfHash(line.rest);
     if (!fault.empty())
         throw std::runtime_error("the hash of user \"" + line.name + "\" " + fault);
@@ -81,9 +93,20 @@ void Users::set(const std::string& user, const std::string& hash) {
     checkName(user);
     const auto known = find(user);
     if (known == m_lines.end())
-        m_lines.push_back({user, hash});
+        m_lines.push_back({user, hash, Access::write});
     else
         m_lines[static_cast<std::size_t>(known - m_lines.begin())].rest = hash;
+}
+
+void Users::restrict(const std::string& user) {
+    const auto known = find(user);
+    if (known != m_lines.end())
+        m_lines[static_cast<std::size_t>(known - m_lines.begin())].access = Access::read;
+}
+
+Access Users::access(const std::string& user) const {
+    const auto known = find(user);
+    return known == m_lines.end() ? Access::read : known->access;
 }
 
 bool Users::remove(const std::string& user) {
@@ -101,8 +124,11 @@ std::vector<Users::Line>::const_iterator Users::find(const std::string& user) co
 
 std::string Users::text() const {
     std::string text;
-    for (const Line& line : m_lines)
-        text += (line.name.empty() ? "" : line.name + ":") + line.rest + "\n";
+    for (const Line& line : m_lines) {
+        const bool isUser = !line.name.empty();
+        text += (isUser ? line.name + ":" : "") + line.rest;
+        text += isUser && line.access == Access::read ? std::string(":") + readOnly + "\n" : "\n";
+    }
     return text;
 }
 

@@ -1,5 +1,7 @@
 #ifndef CIMOM_USERS_USERS_HPP_INCLUDED
 #define CIMOM_USERS_USERS_HPP_INCLUDED
+#include "objects/Access.hpp"
+
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -7,8 +9,9 @@
 namespace cimom {
 
 /**
- * Users and the hashes of their passwords: a text of lines `name:hash`, the hash in the form of crypt(5).
- * Empty lines, and lines that begin with "#", are comments.
+ * Users, the hashes of their passwords and what they may do: a text of lines `name:hash` or, for a user who
+ * may only read, `name:hash:read-only`, the hash in the form of crypt(5). Empty lines, and lines that begin
+ * with "#", are comments.
  */
 class Users {
 public:
@@ -35,11 +38,17 @@ public:
      */
     bool matches(const std::string& user, const std::string& password) const;
 
+    /** What a user may do: read, if there is no such user. */
+    Access access(const std::string& user) const;
+
     /**
-     * Gives a user a hash; a new one comes last. Throws std::runtime_error when the name is empty, begins
-     * with "#", or holds a colon or a control character.
+     * Gives a user a hash. A new one comes last and may write, another one may do what it could before.
+     * Throws std::runtime_error when the name is empty, begins with "#", or holds a colon or a control
+     * character.
      */
     void set(const std::string& user, const std::string& hash);
+    /** Lets a user who is there only read. */
+    void restrict(const std::string& user);
     /** False when the user is not there. */
     bool remove(const std::string& user);
 
@@ -50,6 +59,7 @@ private:
     struct Line {
         std::string name; // empty: a comment
         std::string rest; // the hash or the comment
+        Access access = Access::write;
     };
 
     static Line lineOf(const std::string& text);

@@ -205,9 +205,10 @@ TEST(BinaryHandler, AModificationIsAnsweredByOneByte) {
 
 TEST(BinaryHandler, AModificationByWhoMayOnlyReadIsDenied) {
     const OperationReply reply = replyTo(modifyBody(paintedRed("hall")), Access::read);
-    EXPECT_EQ("2 only root, the object manager's own user and who logs in may write", error(reply));
+    EXPECT_EQ("2 only root, the object manager's user and users not marked read-only may write",
+              error(reply));
     EXPECT_EQ(exceptionBody(2, "Access to CIM resource unavailable to client (only root, the object "
-                               "manager's own user and who logs in may write)"),
+                               "manager's user and users not marked read-only may write)"),
               reply.body);
 }
 

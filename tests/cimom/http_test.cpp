@@ -91,6 +91,21 @@ TEST_F(Http, AnErrorInXmlStandsInTheBodyEvenOfAClientThatTakesTrailers) {
     EXPECT_EQ(std::string::npos, reply.bytes.find("CIMStatusCode:"));
 }
 
+TEST_F(Http, AHeadThatContradictsItsXmlIsRefused) {
+    const auto exchange = [this](const std::string& method, const std::string& lines) {
+        return Client(socketPath())
+            .exchange(with(xmlRequest("EnumerateClassNames", "", lines), "POST", method));
+    };
+    EXPECT_EQ(200u, exchange("POST", "CIMMethod: EnumerateClassNames\r\nCIMObject: %72oot/cimv2\r\n").status);
+    EXPECT_EQ(400u, exchange("POST", "CIMMethod: EnumerateClass\r\n").status);
+    const std::string man = "Man: http://www.dmtf.org/cim/mapping/http/v1.0;ns=01\r\n";
+    EXPECT_EQ(200u,
+              exchange("M-POST", man + "01-CIMObject: root%2fcimv2\r\nCIMMethod: of no meaning\r\n").status);
+    const Reply refused = exchange("M-POST", man + "01-CIMObject: root%2Fcimv3\r\n");
+    EXPECT_EQ(400u, refused.status);
+    EXPECT_TRUE(refused.hasLine("CIMError: header-mismatch"));
+}
+
 TEST_F(Http, OtherContentTypesAreNotSupported) {
     const std::string type = "application/x-owbinary";
     expectRefusal("HTTP/1.1 415 Unsupported media type: Content-Type \"text/plain; a=b\" is not supported.",

@@ -224,7 +224,7 @@ TEST_F(Modify, ClassAndNamespaceMustBeServed) {
 
 TEST_F(Modify, WhoMayOnlyReadIsDeniedWhateverTheRequest) {
     for (const char* const className : {"QAV_Lamp", "QAV_Nope"})
-        EXPECT_EQ("2 only root, the object manager's own user and who logs in may write",
+        EXPECT_EQ("2 only root, the object manager's user and users not marked read-only may write",
                   cimErrorOf([&] {
                       manager.modifyInstance("root/cimv2", request(className, {{"Colour", CIMValue("red")}}),
                                              nullptr, Access::read);

@@ -16,8 +16,8 @@ const std::string agent = "Authorization: Basic YWdlbnQ6c2VjcmV0\r\n"; // agent:
 
 class Network : public StartedDaemon {
 protected:
-    std::string usersFile() const {
-        const std::string path = folder().write("users", hashes);
+    std::string usersFile(const std::string& users = hashes) const {
+        const std::string path = folder().write("users", users);
         ::chmod(path.c_str(), 0600);
         return path;
     }
@@ -160,6 +160,68 @@ TEST_F(Network, ALocalClientIsKnownByItsUserWhateverItSays) {
     EXPECT_TRUE(isDone(
         Client(socketPath()).exchange(writeRequest("me", "Authorization: Basic YWdlbnQ6c2VjcmV1\r\n"))));
     EXPECT_EQ("me", contact());
+}
+
+TEST_F(Network, WithALoginRequiredWhoHasNotLoggedInMayNotRead) {
+    start({"--listen", "0", "--require-login", "--users", usersFile(), "--instances", systems(1)});
+    Client client(port());
+    const Reply reply = client.exchange(httpRequest(enumerateBody("QAV_System")));
+    EXPECT_EQ(401u, reply.status);
+    EXPECT_EQ("Unauthorized: log in to read", reply.reason);
+    EXPECT_TRUE(reply.hasLine("WWW-Authenticate: Basic realm=\"owbcimomd\""));
+    EXPECT_EQ(401u, Client(port()).exchange(xmlRequest("EnumerateClassNames", "")).status);
+    EXPECT_EQ(401u, Client(port()).exchange(writeRequest("me")).status);
+}
+
+TEST_F(Network, WithALoginRequiredWhoHasLoggedInMayRead) {
+    start({"--listen", "0", "--require-login", "--users", usersFile(), "--instances", systems(1)});
+    Client client(port());
+    const std::string request = httpRequest(enumerateBody("QAV_System"), "TE: trailers\r\n" + agent);
+    EXPECT_EQ(2u, instancesIn(client.exchange(request).body).size());
+    EXPECT_EQ(2u, instancesIn(client.exchange(request).body).size());
+    EXPECT_TRUE(isDone(client.exchange(writeRequest("me", agent))));
+}
+
+TEST_F(Network, WithALoginRequiredALocalClientReadsAsBefore) {
+    start({"--listen", "0", "--require-login", "--users", usersFile(), "--instances", systems(1)});
+    Client local(socketPath());
+    EXPECT_EQ(2u, count(local));
+}
+
+TEST_F(Network, ALoginCannotBeRequiredWithoutUsers) {
+    const support::ProgramResult result =
+        support::runProgram({OWBCIMOMD, "--socket", socketPath(), "--listen", "0", "--require-login"});
+    EXPECT_EQ(2, result.exitCode);
+    EXPECT_EQ("owbcimomd: command line: --require-login requires --users\n", result.err);
+}
+
+TEST_F(Network, AReadOnlyUserMayReadButNotWrite) {
+    std::string users = hashes;
+    users.insert(users.size() - 1, ":read-only");
+    start({"--listen", "0", "--require-login", "--users", usersFile(users), "--instances", systems(1)});
+    Client client(port());
+    const std::string request = httpRequest(enumerateBody("QAV_System"), "TE: trailers\r\n" + agent);
+    EXPECT_EQ(2u, instancesIn(client.exchange(request).body).size());
+    const Reply reply = client.exchange(writeRequest("me", agent));
+    EXPECT_EQ(200u, reply.status) << "to log in would not help";
+    EXPECT_NE(std::string::npos, reply.body.find("<ERROR CODE=\"2\""));
+    EXPECT_EQ("(null)", contact());
+}
+
+TEST_F(Network, AfterTooManyFailedLoginsItsAddressIsRefused) {
+    start({"--listen", "0", "--users", usersFile(), "--instances", systems(1)});
+    const std::string wrong = "Authorization: Basic YWdlbnQ6c2VjcmV1\r\n";
+    for (int i = 0; i < 10; ++i)
+        EXPECT_EQ(401u, Client(port()).exchange(writeRequest("me", wrong)).status) << i;
+    for (const std::string& lines : {wrong, agent}) {
+        const Reply reply = Client(port()).exchange(writeRequest("me", lines));
+        EXPECT_EQ(429u, reply.status);
+        EXPECT_EQ("Too many requests: too many logins have failed", reply.reason);
+        EXPECT_TRUE(reply.hasLine("Retry-After: 60"));
+    }
+    EXPECT_EQ("(null)", contact());
+    Client client(port());
+    EXPECT_EQ(2u, count(client)) << "who does not log in reads as before";
 }
 
 TEST_F(Network, AUsersFileThatIsWrongEndsIt) {

@@ -137,6 +137,18 @@ TEST_F(PasswdTest, OtherUsersAndCommentsStay) {
     EXPECT_EQ(0u, readFile(path()).find("# who\nann:" + secretHash + "\nbob:$y$"));
 }
 
+TEST_F(PasswdTest, AReadOnlyUserStaysOneUntilItIsDeleted) {
+    EXPECT_EQ("", errorOf({path(), "bob", "--read-only"}, "secret", 0));
+    EXPECT_EQ(Access::read, readUsers(path()).access("bob"));
+    EXPECT_EQ("", errorOf({path(), "bob"}, "other", 0));
+    EXPECT_EQ(Access::read, readUsers(path()).access("bob")) << "a new password gives no new rights";
+    EXPECT_EQ("", errorOf({path(), "bob", "--delete"}, "", 0));
+    EXPECT_EQ("", errorOf({path(), "bob"}, "other", 0));
+    EXPECT_EQ(Access::write, readUsers(path()).access("bob"));
+    EXPECT_EQ("", errorOf({path(), "bob", "--read-only"}, "other", 0));
+    EXPECT_EQ(Access::read, readUsers(path()).access("bob"));
+}
+
 TEST_F(PasswdTest, ItDeletesAUser) {
     write("# who\nann:" + secretHash + "\nbob:" + secretHash + "\n");
     EXPECT_EQ("", errorOf({"--delete", path(), "bob"}, "", 0));

@@ -73,13 +73,17 @@ public:
         const std::size_t number = verdicts.size();
         verdicts.push_back('-');
         m_check->check(user, password, [this, number](Verdict verdict) {
-            verdicts[number] = verdict == Verdict::right ? 'r' : verdict == Verdict::wrong ? 'w' : 'u';
+            verdicts[number] = verdict == Verdict::mayWrite  ? 'r'
+                               : verdict == Verdict::mayRead ? 'o'
+                               : verdict == Verdict::wrong   ? 'w'
+                                                             : 'u';
             order += std::to_string(number);
         });
     }
 
     boost::asio::io_context io{1};
-    /** Of each check: right, wrong, unchecked, or "-" for one that has not ended. */
+    /** Of each check: right, right of a read-only user, wrong, unchecked, or "-" for one that has not ended.
+     */
     std::string verdicts;
     /** The numbers of the checks in the order of their ends. */
     std::string order;
@@ -100,6 +104,14 @@ TEST(PasswordCheck, ItTellsWhetherAPasswordIsRight) {
     checks.io.run();
     EXPECT_EQ("rww", checks.verdicts);
     EXPECT_FALSE(hasChildren());
+}
+
+TEST(PasswordCheck, ItTellsWhoMayOnlyRead) {
+    Checks checks("bob:" + cheapHash + ":read-only");
+    checks.add("bob", "secret");
+    checks.add("bob", "Secret");
+    checks.io.run();
+    EXPECT_EQ("ow", checks.verdicts);
 }
 
 TEST(PasswordCheck, NothingIsLeftOfACheckWhenItsEndIsTold) {

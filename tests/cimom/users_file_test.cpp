@@ -278,3 +278,25 @@ TEST_F(UsersFileTest, TwoChangesAtATimeKeepEachOtherOut) {
                   errorOf([&] { changeUsers(path(), [](Users&) {}); }));
     });
 }
+
+TEST(Users, MayBeMarkedAsReadOnly) {
+    const std::string text = "bob:" + secretHash + ":read-only\nann:" + secretHash + "\n";
+    const Users users(text);
+    EXPECT_EQ(Access::read, users.access("bob"));
+    EXPECT_EQ(Access::write, users.access("ann"));
+    EXPECT_EQ(Access::read, users.access("nobody"));
+    EXPECT_TRUE(users.matches("bob", "secret"));
+    EXPECT_EQ(text, users.text());
+    EXPECT_EQ("1: what follows the hash is not \"read-only\"", refusalOf("bob:" + secretHash + ":readonly"));
+    EXPECT_EQ("1: what follows the hash is not \"read-only\"", refusalOf("bob:" + secretHash + ":"));
+}
+
+TEST(Users, KeepWhatTheyMayDoWhenTheyGetANewPassword) {
+    Users users("bob:" + secretHash + ":read-only\n");
+    users.set("bob", secretYescrypt);
+    users.set("ann", secretYescrypt);
+    EXPECT_EQ("bob:" + secretYescrypt + ":read-only\nann:" + secretYescrypt + "\n", users.text());
+    users.restrict("ann");
+    users.restrict("nobody");
+    EXPECT_EQ(Access::read, users.access("ann"));
+}

@@ -243,7 +243,7 @@ TEST(XmlHandler, PropertiesOfInstancesSayTheirClassWhenAsked) {
 }
 
 TEST(XmlHandler, WhoMayOnlyReadIsDenied) {
-    EXPECT_EQ("2 only root, the object manager's own user and who logs in may write",
+    EXPECT_EQ("2 only root, the object manager's user and users not marked read-only may write",
               error(replyTo(modification(lampName("red"), room), Access::read)));
 }
 
