@@ -60,7 +60,7 @@ public:
     explicit Daemon(const Options& options)
         : m_options(options)
         , m_host(options.root)
-        , m_manager(makeProviders(m_host), siteValues(options))
+        , m_manager(makeProviders(m_host, m_io), siteValues(options))
         , m_settings(settings())
         // Before a socket is made, so that no signal can leave its file behind.
         , m_stopSignals(m_io, SIGTERM, SIGINT)
@@ -161,6 +161,8 @@ private:
     }
 
     const Options& m_options;
+    // Ends last: what waits in it is kept elsewhere, too.
+    boost::asio::io_context m_io{1};
     const Host m_host;
     ObjectManager m_manager;
     const BinaryHandler m_binary{m_manager};
@@ -168,7 +170,6 @@ private:
     const SessionSettings m_settings;
     Counters m_counters;
     Sessions m_sessions;
-    boost::asio::io_context m_io{1};
     boost::asio::signal_set m_stopSignals;
     boost::asio::signal_set m_reloadSignal;
     boost::asio::signal_set m_countersSignal;

@@ -1,7 +1,9 @@
 #include "host/RpmDatabase.hpp"
 
-#include <memory>
-#include <sblim_utilities.h>
+#include "system/Program.hpp"
+
+#include <optional>
+#include <stdexcept>
 
 namespace cimom {
 namespace {
@@ -11,18 +13,6 @@ const char* const folders[] = {"/usr/lib/sysimage/rpm", "/var/lib/rpm"};
 
 // SQLite with the changes that it has not written back yet, ndb, Berkeley DB.
 const char* const databases[] = {"rpmdb.sqlite", "rpmdb.sqlite-wal", "Packages.db", "Packages"};
-
-struct FreeLines {
-    void operator()(char** lines) const { ::freeresultbuf(lines); }
-};
-
-/** A word of a command line of sh(1). */
-std::string quoted(const std::string& word) {
-    std::string result = "'";
-    for (const char c : word)
-        result += c == '\'' ? "'\\''" : std::string(1, c);
-    return result + "'";
-}
 
 /** The folder of the database; absent when there is none. */
 std::optional<std::string> databaseFolder(const Host& host) {
@@ -82,21 +72,24 @@ std::vector<std::string> rpmDatabaseFiles() {
     return files;
 }
 
-std::optional<std::vector<SoftwarePackage>> rpmPackages(const Host& host) {
+Question rpmQuestion(const Host& host) {
     const std::optional<std::string> folder = databaseFolder(host);
     if (!folder)
-        return std::nullopt;
-    const std::string command =
-        quoted(host.realPath("/usr/bin/rpm")) + " --dbpath " + quoted(host.realPath(*folder)) +
-        R"( -qa --qf '%{NAME}\t%{VERSION}-%{RELEASE}\t%{ARCH}\t%{INSTALLTIME}\t%{GROUP}\n')";
-    char** printed = nullptr;
-    const int status = ::runcommand(command.c_str(), nullptr, &printed, nullptr);
-    const std::unique_ptr<char*, FreeLines> lines(printed);
-    if (status != 0 || !lines)
-        return std::nullopt;
+        return nullptr;
+    return [command = std::vector<std::string>{
+                host.realPath("/usr/bin/rpm"), "--dbpath", host.realPath(*folder), "-qa", "--qf",
+                R"(%{NAME}\t%{VERSION}-%{RELEASE}\t%{ARCH}\t%{INSTALLTIME}\t%{GROUP}\n)"}] {
+        ProgramOutput output = outputOf(command);
+        if (!output.hasSucceeded)
+            throw std::runtime_error("rpm has failed");
+        return std::move(output.text);
+    };
+}
+
+std::vector<SoftwarePackage> rpmPackages(const std::string& answer) {
     std::vector<SoftwarePackage> packages;
-    for (char** line = lines.get(); *line; ++line) {
-        if (std::optional<SoftwarePackage> package = parsePackage(*line))
+    for (const std::string_view line : lines(answer)) {
+        if (std::optional<SoftwarePackage> package = parsePackage(line))
             packages.push_back(std::move(*package));
     }
     return packages;

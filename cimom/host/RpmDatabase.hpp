@@ -3,7 +3,8 @@
 #include "host/Host.hpp"
 #include "host/SoftwarePackage.hpp"
 
-#include <optional>
+#include "system/AnsweringChild.hpp"
+
 #include <string>
 #include <vector>
 
@@ -13,10 +14,13 @@ namespace cimom {
 std::vector<std::string> rpmDatabaseFiles();
 
 /**
- * The installed packages as the host's /usr/bin/rpm lists them, which may take seconds. The host must have
- * a database. Absent when the program fails or has not ended after 30 s.
+ * Asks the host's /usr/bin/rpm for the installed packages, which may take seconds. It has no answer when the
+ * program fails. Null when the host has no database.
  */
-std::optional<std::vector<SoftwarePackage>> rpmPackages(const Host& host);
+Question rpmQuestion(const Host& host);
+
+/** The packages that rpm has listed. */
+std::vector<SoftwarePackage> rpmPackages(const std::string& answer);
 
 } // namespace cimom
 #endif

@@ -42,7 +42,9 @@ public:
 
     /** The class; the same as long as the provider lives. */
     virtual const ClassDeclaration& declaration() const = 0;
-    /** All instances, as they are at this moment or when their turn comes, each with every declared property.
+    /**
+     * All instances, as they are at this moment or when their turn comes, each with every declared property.
+     * Throws AnswerPending when they are told by a program that has not answered yet.
      */
     virtual InstanceSource instances() const = 0;
 

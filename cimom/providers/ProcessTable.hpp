@@ -4,6 +4,7 @@
 #include "host/Host.hpp"
 #include "objects/Provider.hpp"
 
+#include <functional>
 #include <string>
 
 namespace cimom {
@@ -18,6 +19,10 @@ public:
 
 protected:
     using Process = QAV_UnixProcessAPI::tUnixProcess;
+    using RunType = std::function<unsigned short(const OpenWBEM::String& name)>;
+
+    /** What classifies programs by their names (RFC 2790, hrSWRunType). By default all are applications. */
+    virtual RunType runType() const;
 
     virtual OpenWBEM::CIMInstance instance(const Process& process) const = 0;
 
@@ -25,7 +30,6 @@ private:
     const ClassDeclaration m_declaration;
     const QAV_UnixProcessAPI::tProcessInfoType m_type;
     const std::string m_folder; // of the processes
-    const std::string m_softwareInventory;
 };
 
 } // namespace cimom

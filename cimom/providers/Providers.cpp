@@ -2,7 +2,7 @@
 
 namespace cimom {
 
-std::vector<std::unique_ptr<Provider>> makeProviders(const Host& host) {
+std::vector<std::unique_ptr<Provider>> makeProviders(const Host& host, boost::asio::io_context& io) {
     std::vector<std::unique_ptr<Provider>> providers;
     for (const auto make : {makeChassis,
                             makeSystem,
@@ -16,13 +16,11 @@ std::vector<std::unique_ptr<Provider>> makeProviders(const Host& host) {
                             makeLANEndpoint,
                             makeLANEndpointNetworkPortAssociation,
                             makeNetworkPortStatistics,
-                            makeSoftwareIdentity,
                             makeExpansionChassis,
                             makeLogicalModule,
                             makePackageDependency,
                             makeLogicalModuleLocation,
                             makeModuleLocation,
-                            makeUnixProcess,
                             makeUnixProcessStatisticalInformation,
                             makeStorageExtent,
                             makeFileSystem,
@@ -33,6 +31,8 @@ std::vector<std::unique_ptr<Provider>> makeProviders(const Host& host) {
                             makeHRDevice,
                             makeHRNetwork})
         providers.push_back(make(host));
+    providers.push_back(makeSoftwareIdentity(host, io));
+    providers.push_back(makeUnixProcess(host, io));
     return providers;
 }
 

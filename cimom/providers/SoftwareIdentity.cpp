@@ -27,8 +27,8 @@ std::optional<UInt16Array> classifications(SoftwareKind kind) {
 /** An instance for each installed package. */
 class SoftwareIdentity : public Provider {
 public:
-    explicit SoftwareIdentity(const Host& host)
-        : m_inventory(host) {}
+    SoftwareIdentity(const Host& host, boost::asio::io_context& io)
+        : m_inventory(host, io) {}
 
     const ClassDeclaration& declaration() const override { return m_declaration; }
 
@@ -60,8 +60,8 @@ private:
 
 } // namespace
 
-std::unique_ptr<Provider> makeSoftwareIdentity(const Host& host) {
-    return std::make_unique<SoftwareIdentity>(host);
+std::unique_ptr<Provider> makeSoftwareIdentity(const Host& host, boost::asio::io_context& io) {
+    return std::make_unique<SoftwareIdentity>(host, io);
 }
 
 } // namespace cimom

@@ -1,3 +1,4 @@
+#include "host/SoftwareTypes.hpp"
 #include "objects/InstanceBuilder.hpp"
 #include "providers/ProcessTable.hpp"
 #include "providers/Providers.hpp"
@@ -11,7 +12,7 @@ namespace {
 /** What each process is. */
 class UnixProcess : public ProcessTable {
 public:
-    explicit UnixProcess(const Host& host)
+    UnixProcess(const Host& host, boost::asio::io_context& io)
         : ProcessTable({"QAV_UnixProcess",
                         {{"CreationClassName", CIMDataType::STRING, Role::key},
                          {"Name", CIMDataType::STRING},
@@ -20,9 +21,17 @@ public:
                          {"Parameters", CIMDataType::STRING, Role::state, true},
                          {"RunType", CIMDataType::UINT16},
                          {"ExecutionState", CIMDataType::UINT16}}},
-                       QAV_UnixProcessAPI::eProcessInformation, host) {}
+                       QAV_UnixProcessAPI::eProcessInformation, host)
+        , m_types(host, io) {}
 
 protected:
+    RunType runType() const override {
+        const std::shared_ptr<const SoftwareTypes> types = m_types.types();
+        if (!types)
+            return ProcessTable::runType();
+        return [types](const String& name) { return types->of(name); };
+    }
+
     CIMInstance instance(const Process& process) const override {
         return InstanceBuilder(declaration())
             .set("CreationClassName", CIMValue(declaration().name))
@@ -34,12 +43,15 @@ protected:
             .set("ExecutionState", CIMValue(process.executionState))
             .build();
     }
+
+private:
+    mutable SoftwareTypeSource m_types; // which keeps the answer of a program
 };
 
 } // namespace
 
-std::unique_ptr<Provider> makeUnixProcess(const Host& host) {
-    return std::make_unique<UnixProcess>(host);
+std::unique_ptr<Provider> makeUnixProcess(const Host& host, boost::asio::io_context& io) {
+    return std::make_unique<UnixProcess>(host, io);
 }
 
 } // namespace cimom

@@ -4,6 +4,7 @@
 #include "objects/Provider.hpp"
 #include "support/TempDir.hpp"
 
+#include <boost/asio/io_context.hpp>
 #include <string>
 #include <vector>
 
@@ -36,7 +37,10 @@ public:
     TimeZone& operator=(const TimeZone&) = delete;
 };
 
-/** All instances of a class. */
+/** The loop in which programs of the invented hosts are asked. */
+boost::asio::io_context& loop();
+
+/** All instances of a class; waits for the answer of a program. */
 std::vector<OpenWBEM::CIMInstance> allInstances(const cimom::Provider& provider);
 
 /** The instance of a class that has one. */

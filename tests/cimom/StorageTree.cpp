@@ -73,6 +73,6 @@ CIMInstance instanceWhere(const cimom::Provider& provider, const char* property,
 CIMInstance referredTo(const HostTree& tree, const CIMInstance& association, const char* reference) {
     CIMObjectPath path(CIMNULL);
     association.getProperty(reference).getValue().get(path);
-    const cimom::ObjectManager manager(cimom::makeProviders(tree.host()));
+    const cimom::ObjectManager manager(cimom::makeProviders(tree.host(), loop()));
     return manager.getInstance("root/cimv2", path, nullptr);
 }

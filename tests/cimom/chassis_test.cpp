@@ -79,7 +79,7 @@ TEST(Chassis, TheSiteMayWriteNamesAndPlaces) {
 
 TEST(Providers, WhatTheSiteMayWriteAreSingleTexts) {
     HostTree tree;
-    for (const std::unique_ptr<Provider>& provider : makeProviders(tree.host())) {
+    for (const std::unique_ptr<Provider>& provider : makeProviders(tree.host(), loop())) {
         for (const PropertyDeclaration& declared : provider->declaration().properties) {
             if (declared.role != Role::site)
                 continue;

@@ -275,7 +275,7 @@ TEST(ModuleAssociations, EachModuleLeadsToItsChassisAndItsPlace) {
     HostTree tree;
     writeDevice(tree, "0000:00:01.0");
     writeSmbiosTable(tree, memory("DIMM_A1"));
-    const ObjectManager manager(makeProviders(tree.host()));
+    const ObjectManager manager(makeProviders(tree.host(), loop()));
     const auto at = [&](const CIMInstance& instance, const char* end) {
         return manager.getInstance("root/cimv2", instance.getProperty(end).getValue().toCIMObjectPath(),
                                    nullptr);
@@ -303,7 +303,7 @@ TEST(ModuleAssociations, EachModuleLeadsToItsChassisAndItsPlace) {
 TEST(ModuleAssociations, AnAssociationIsFoundByItsReferences) {
     HostTree tree;
     writeSmbiosTable(tree, memory("DIMM_A1"));
-    const ObjectManager manager(makeProviders(tree.host()));
+    const ObjectManager manager(makeProviders(tree.host(), loop()));
     for (const auto make : {makePackageDependency, makeLogicalModuleLocation}) {
         const CIMInstance instance = onlyInstance(*make(tree.host()));
         const CIMInstance found = manager.getInstance("root/cimv2", pathOf(instance), nullptr);

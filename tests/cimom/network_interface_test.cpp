@@ -215,7 +215,7 @@ TEST(LANEndpointNetworkPortAssociation, EachEndpointLeadsToTheCountersOfItsInter
     const std::vector<CIMInstance> pairs = allInstances(*makeLANEndpointNetworkPortAssociation(tree.host()));
     ASSERT_EQ(2u, pairs.size());
     EXPECT_EQ("Dependent Antecedent", names(pairs[1].getKeyValuePairs()));
-    const ObjectManager manager(makeProviders(tree.host()));
+    const ObjectManager manager(makeProviders(tree.host(), loop()));
     const auto at = [&](const CIMInstance& pair, const char* end) {
         return manager.getInstance("root/cimv2", pair.getProperty(end).getValue().toCIMObjectPath(), nullptr);
     };

@@ -81,7 +81,7 @@ TEST(TCPProtocolEndpoint, WithoutAnyFileThereAreTheSettingsAndTheyAreNull) {
 TEST(Providers, EveryClassIsServedOnce) {
     HostTree tree;
     std::multiset<std::string> classes;
-    for (const auto& provider : makeProviders(tree.host()))
+    for (const auto& provider : makeProviders(tree.host(), loop()))
         classes.insert(provider->declaration().name);
     const std::multiset<std::string> all = {"HR_DEVICE",
                                             "HR_NETWORK",

@@ -30,7 +30,8 @@ std::string typeOf(const cimom::PropertyDeclaration& property) {
 
 int main() {
     const cimom::Host host("/"); // declarations are constant: nothing is read from it
-    for (const auto& provider : cimom::makeProviders(host)) {
+    boost::asio::io_context io;  // nor does anything run in it
+    for (const auto& provider : cimom::makeProviders(host, io)) {
         const cimom::ClassDeclaration& declaration = provider->declaration();
         for (const cimom::PropertyDeclaration& property : declaration.properties)
             std::cout << declaration.name << ' ' << property.name << ' ' << typeOf(property) << ' '
