@@ -161,15 +161,16 @@ private:
     }
 
     const Options& m_options;
-    // Ends last: what waits in it is kept elsewhere, too.
+    // Sessions leave these when they end, with the loop at the latest.
+    Counters m_counters;
+    Sessions m_sessions;
+    // Providers and children use the loop until they end.
     boost::asio::io_context m_io{1};
     const Host m_host;
     ObjectManager m_manager;
     const BinaryHandler m_binary{m_manager};
     const XmlHandler m_xml{m_manager};
     const SessionSettings m_settings;
-    Counters m_counters;
-    Sessions m_sessions;
     boost::asio::signal_set m_stopSignals;
     boost::asio::signal_set m_reloadSignal;
     boost::asio::signal_set m_countersSignal;
