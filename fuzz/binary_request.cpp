@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const cimom::BinaryHandler handler(manager);
     readAsBinaryClient(
         completed(handler.handle(document, data[0] % 2 == 0 ? cimom::Access::read : cimom::Access::write)));
-    if (body.areSeveral()) // which takes far longer than the request itself
+    if (body.areSeveral() && document.size() <= 1000) // longer ones take up to seconds
         fuzz::expectSameInChunks("application/x-owbinary", body);
     return 0;
 }

@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                         document);
     } catch (const cimom::UnreadableRequest&) {
     }
-    if (body.areSeveral()) // which takes far longer than the request itself
+    if (body.areSeveral() && document.size() <= 1000) // longer ones take up to seconds
         fuzz::expectSameInChunks("application/xml", body);
     return 0;
 }
