@@ -14,6 +14,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+using cimom::Access;
 using cimom::readUsers;
 using support::ProgramResult;
 using support::readFile;
