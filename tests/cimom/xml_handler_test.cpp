@@ -1,7 +1,5 @@
-#include "Completed.hpp"
-#include "LampProvider.hpp"
 #include "OW_WBEMFlags.hpp"
-#include "protocol/XmlHandler.hpp"
+#include "XmlCalls.hpp"
 #include "xml/Reply.hpp"
 #include "xml/Request.hpp"
 
@@ -9,39 +7,9 @@
 
 using namespace cimom;
 using namespace OpenWBEM;
+using namespace xml_calls;
 
 namespace {
-
-OperationReply replyTo(const std::string& document, Access access = Access::write) {
-    ObjectManager manager = lampManager({"red", "green"});
-    return completed(XmlHandler(manager).handle(document, access));
-}
-
-std::string error(const OperationReply& reply) {
-    return reply.error ? std::to_string(reply.error->code) + " " + reply.error->description : "no error";
-}
-
-/** A document around a call of an operation with arguments. */
-std::string call(const std::string& operation, const std::string& arguments,
-                 const std::string& nameSpace = "<NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"cimv2\"/>") {
-    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">\n"
-           "<MESSAGE ID=\"4711\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ>\n<IMETHODCALL NAME=\"" +
-           operation + "\"><LOCALNAMESPACEPATH>" + nameSpace + "</LOCALNAMESPACEPATH>\n" + arguments +
-           "</IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>\n";
-}
-
-std::string argument(const std::string& name, const std::string& value) {
-    return "<IPARAMVALUE NAME=\"" + name + "\">" + value + "</IPARAMVALUE>";
-}
-
-std::string className(const std::string& name) {
-    return argument("ClassName", "<CLASSNAME NAME=\"" + name + "\"/>");
-}
-
-std::string lampName(const std::string& colour) {
-    return "<INSTANCENAME CLASSNAME=\"QAV_Lamp\"><KEYBINDING NAME=\"Colour\"><KEYVALUE>" + colour +
-           "</KEYVALUE></KEYBINDING></INSTANCENAME>";
-}
 
 /** What an operation returned, out of the frame that must be around it. */
 std::string returned(const std::string& operation, const OperationReply& reply) {
@@ -64,36 +32,6 @@ std::string returnedBy(const std::string& operation, const std::string& argument
 std::string errorOf(const std::string& operation, const std::string& arguments) {
     return error(replyTo(call(operation, arguments)));
 }
-
-/** `<status> <reason>: <CIMError>` by which a document is refused. */
-std::string refusalOf(const std::string& document) {
-    try {
-        replyTo(document);
-        return "none";
-    } catch (const UnreadableRequest& e) {
-        return std::to_string(e.status()) + " " + e.reason() + ": " + e.what();
-    }
-}
-
-std::string replaced(std::string text, const std::string& part, const std::string& with) {
-    const std::size_t at = text.find(part);
-    EXPECT_NE(std::string::npos, at) << part;
-    return text.replace(at, part.size(), with);
-}
-
-const std::string good = call("EnumerateInstances", className("QAV_Lamp"));
-
-std::string modification(const std::string& keys, const std::string& properties,
-                         const std::string& further = "") {
-    return call("ModifyInstance",
-                argument("ModifiedInstance", "<VALUE.NAMEDINSTANCE>" + keys +
-                                                 "<INSTANCE CLASSNAME=\"QAV_Lamp\">" + properties +
-                                                 "</INSTANCE></VALUE.NAMEDINSTANCE>") +
-                    further);
-}
-
-const std::string room = "<PROPERTY NAME=\"Room\" TYPE=\"string\"><VALUE>hall</VALUE></PROPERTY>";
-const std::string owner = "<PROPERTY NAME=\"Owner\" TYPE=\"string\"><VALUE>me</VALUE></PROPERTY>";
 
 } // namespace
 
@@ -269,25 +207,6 @@ TEST(XmlHandler, AnErrorWithoutADescriptionHasNone) {
     EXPECT_EQ("<ERROR CODE=\"3\"></ERROR>", returned("EnumerateInstances", reply));
 }
 
-TEST(XmlHandler, ARequestThatItsHeadContradictsIsRefused) {
-    const auto answerTo = [](std::optional<std::string> method, std::optional<std::string> object) {
-        ObjectManager manager = lampManager({"red"});
-        try {
-            XmlHandler(manager).handle(good, Access::read, {std::move(method), std::move(object)});
-            return std::string("answered");
-        } catch (const UnreadableRequest& e) {
-            return std::to_string(e.status()) + " " + e.reason() + ": " + e.what();
-        }
-    };
-    const std::string mismatch = "400 Bad request: header-mismatch";
-    EXPECT_EQ("answered", answerTo(std::nullopt, std::nullopt));
-    EXPECT_EQ("answered", answerTo("enumerateinstances", "/Root/cimv2"));
-    EXPECT_EQ(mismatch, answerTo("GetInstance", "root/cimv2"));
-    EXPECT_EQ(mismatch, answerTo("", std::nullopt));
-    EXPECT_EQ(mismatch, answerTo("EnumerateInstances", "root/cimv3"));
-    EXPECT_EQ(mismatch, answerTo(std::nullopt, ""));
-}
-
 TEST(XmlHandler, NamesOfOperationsAndParametersMayBeInAnyCase) {
     const OperationReply reply =
         replyTo(call("enumerateINSTANCENAMES", replaced(className("QAV_Lamp"), "ClassName", "CLASSname")));
@@ -355,59 +274,4 @@ TEST(XmlHandler, BytesThatXmlForbidsDoNotReachTheReply) {
                                            "ed\xEF\xBF\xBD</VALUE>"));
     EXPECT_NE(std::string::npos,
               replyTo(call("EnumerateInstances", className("QAV_\xFE"))).body.find("QAV_\xEF\xBF\xBD"));
-}
-
-TEST(XmlHandler, ADocumentThatIsNotWellFormedIsRefused) {
-    EXPECT_EQ("400 Bad request: request-not-well-formed", refusalOf(replaced(good, "</SIMPLEREQ>", "")));
-    EXPECT_EQ("400 Bad request: request-not-well-formed", refusalOf("CIM"));
-    EXPECT_EQ("400 Bad request: request-not-well-formed", refusalOf(good + "<CIM/>"));
-}
-
-TEST(XmlHandler, ADocumentThatIsNoRequestIsRefused) {
-    const std::string loosely = "400 Bad request: request-not-loosely-valid";
-    EXPECT_EQ(loosely, refusalOf(""));
-    EXPECT_EQ(loosely, refusalOf("<HTML/>"));
-    EXPECT_EQ(loosely, refusalOf("<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"/>"));
-    EXPECT_EQ(loosely, refusalOf("<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE/></CIM>"));
-    EXPECT_EQ(loosely, refusalOf(replaced(replaced(good, "<SIMPLEREQ>", "<SIMPLERSP>"), "</SIMPLEREQ>",
-                                          "</SIMPLERSP>")));
-    EXPECT_EQ(loosely,
-              refusalOf(replaced(replaced(good, "<IMETHODCALL", "<CALL"), "</IMETHODCALL>", "</CALL>")));
-}
-
-TEST(XmlHandler, OtherVersionsAndBatchesAreNotImplemented) {
-    EXPECT_EQ("501 Not implemented: unsupported-cim-version",
-              refusalOf(replaced(good, "CIMVERSION=\"2.0\"", "CIMVERSION=\"1.0\"")));
-    for (const char* const version : {"3.0", "20.1", "2", "2.", "2.x", ""})
-        EXPECT_EQ(
-            "501 Not implemented: unsupported-dtd-version",
-            refusalOf(replaced(good, "DTDVERSION=\"2.0\"", "DTDVERSION=\"" + std::string(version) + "\"")))
-            << version;
-    EXPECT_EQ(
-        "501 Not implemented: multiple-requests-unsupported",
-        refusalOf(replaced(replaced(good, "<SIMPLEREQ>", "<MULTIREQ>"), "</SIMPLEREQ>", "</MULTIREQ>")));
-}
-
-TEST(XmlHandler, EveryVersionOfMajorTwoIsTaken) {
-    for (const char* const version : {"2.0", "2.1", "2.4", "2.3.1", "2.10"}) {
-        const auto with = [version](const char* attribute) {
-            return attribute + ("=\"" + std::string(version)) + "\"";
-        };
-        EXPECT_EQ("none", refusalOf(replaced(replaced(good, "CIMVERSION=\"2.0\"", with("CIMVERSION")),
-                                             "DTDVERSION=\"2.0\"", with("DTDVERSION"))))
-            << version;
-    }
-}
-
-TEST(XmlHandler, AWriteThatIsCutShortIsNotCarriedOut) {
-    const std::string whole = modification(lampName("red"), room);
-    ObjectManager manager = lampManager({"red"});
-    const XmlHandler handler(manager);
-    const std::size_t end = whole.find_last_of('>');
-    for (std::size_t size = 0; size <= end; ++size)
-        EXPECT_THROW(handler.handle(whole.substr(0, size), Access::write), UnreadableRequest) << size;
-    const CIMObjectPath path = CIMObjectPath::parse("QAV_Lamp.Colour=\"red\"");
-    EXPECT_FALSE(manager.getProperty("root/cimv2", path, "Room"));
-    handler.handle(whole.substr(0, end + 1), Access::write);
-    EXPECT_EQ("hall", manager.getProperty("root/cimv2", path, "Room").toString());
 }

@@ -1,0 +1,94 @@
+// Documents that are no requests, and what a request must agree with.
+#include "XmlCalls.hpp"
+
+using namespace cimom;
+using namespace OpenWBEM;
+using namespace xml_calls;
+
+namespace {
+
+/** `<status> <reason>: <CIMError>` by which a document is refused. */
+std::string refusalOf(const std::string& document) {
+    try {
+        replyTo(document);
+        return "none";
+    } catch (const UnreadableRequest& e) {
+        return std::to_string(e.status()) + " " + e.reason() + ": " + e.what();
+    }
+}
+
+} // namespace
+
+TEST(XmlRefusal, ARequestThatItsHeadContradictsIsRefused) {
+    const auto answerTo = [](std::optional<std::string> method, std::optional<std::string> object) {
+        ObjectManager manager = lampManager({"red"});
+        try {
+            XmlHandler(manager).handle(good, Access::read, {std::move(method), std::move(object)});
+            return std::string("answered");
+        } catch (const UnreadableRequest& e) {
+            return std::to_string(e.status()) + " " + e.reason() + ": " + e.what();
+        }
+    };
+    const std::string mismatch = "400 Bad request: header-mismatch";
+    EXPECT_EQ("answered", answerTo(std::nullopt, std::nullopt));
+    EXPECT_EQ("answered", answerTo("enumerateinstances", "/Root/cimv2"));
+    EXPECT_EQ(mismatch, answerTo("GetInstance", "root/cimv2"));
+    EXPECT_EQ(mismatch, answerTo("", std::nullopt));
+    EXPECT_EQ(mismatch, answerTo("EnumerateInstances", "root/cimv3"));
+    EXPECT_EQ(mismatch, answerTo(std::nullopt, ""));
+}
+
+TEST(XmlRefusal, ADocumentThatIsNotWellFormedIsRefused) {
+    EXPECT_EQ("400 Bad request: request-not-well-formed", refusalOf(replaced(good, "</SIMPLEREQ>", "")));
+    EXPECT_EQ("400 Bad request: request-not-well-formed", refusalOf("CIM"));
+    EXPECT_EQ("400 Bad request: request-not-well-formed", refusalOf(good + "<CIM/>"));
+}
+
+TEST(XmlRefusal, ADocumentThatIsNoRequestIsRefused) {
+    const std::string loosely = "400 Bad request: request-not-loosely-valid";
+    EXPECT_EQ(loosely, refusalOf(""));
+    EXPECT_EQ(loosely, refusalOf("<HTML/>"));
+    EXPECT_EQ(loosely, refusalOf("<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"/>"));
+    EXPECT_EQ(loosely, refusalOf("<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE/></CIM>"));
+    EXPECT_EQ(loosely, refusalOf(replaced(replaced(good, "<SIMPLEREQ>", "<SIMPLERSP>"), "</SIMPLEREQ>",
+                                          "</SIMPLERSP>")));
+    EXPECT_EQ(loosely,
+              refusalOf(replaced(replaced(good, "<IMETHODCALL", "<CALL"), "</IMETHODCALL>", "</CALL>")));
+}
+
+TEST(XmlRefusal, OtherVersionsAndBatchesAreNotImplemented) {
+    EXPECT_EQ("501 Not implemented: unsupported-cim-version",
+              refusalOf(replaced(good, "CIMVERSION=\"2.0\"", "CIMVERSION=\"1.0\"")));
+    for (const char* const version : {"3.0", "20.1", "2", "2.", "2.x", ""})
+        EXPECT_EQ(
+            "501 Not implemented: unsupported-dtd-version",
+            refusalOf(replaced(good, "DTDVERSION=\"2.0\"", "DTDVERSION=\"" + std::string(version) + "\"")))
+            << version;
+    EXPECT_EQ(
+        "501 Not implemented: multiple-requests-unsupported",
+        refusalOf(replaced(replaced(good, "<SIMPLEREQ>", "<MULTIREQ>"), "</SIMPLEREQ>", "</MULTIREQ>")));
+}
+
+TEST(XmlRefusal, EveryVersionOfMajorTwoIsTaken) {
+    for (const char* const version : {"2.0", "2.1", "2.4", "2.3.1", "2.10"}) {
+        const auto with = [version](const char* attribute) {
+            return attribute + ("=\"" + std::string(version)) + "\"";
+        };
+        EXPECT_EQ("none", refusalOf(replaced(replaced(good, "CIMVERSION=\"2.0\"", with("CIMVERSION")),
+                                             "DTDVERSION=\"2.0\"", with("DTDVERSION"))))
+            << version;
+    }
+}
+
+TEST(XmlRefusal, AWriteThatIsCutShortIsNotCarriedOut) {
+    const std::string whole = modification(lampName("red"), room);
+    ObjectManager manager = lampManager({"red"});
+    const XmlHandler handler(manager);
+    const std::size_t end = whole.find_last_of('>');
+    for (std::size_t size = 0; size <= end; ++size)
+        EXPECT_THROW(handler.handle(whole.substr(0, size), Access::write), UnreadableRequest) << size;
+    const CIMObjectPath path = CIMObjectPath::parse("QAV_Lamp.Colour=\"red\"");
+    EXPECT_FALSE(manager.getProperty("root/cimv2", path, "Room"));
+    handler.handle(whole.substr(0, end + 1), Access::write);
+    EXPECT_EQ("hall", manager.getProperty("root/cimv2", path, "Room").toString());
+}
