@@ -86,7 +86,7 @@ std::string contentOf(const std::string& path) {
 std::vector<Declaration> declarationsIn(const std::string& header) {
     std::string code = without(withoutComments(header), R"(#[^\n]*)");
     code = without(code, R"(__attribute__\s*\(\(.*\)\))");
-    return declarationsOf(without(code, R"(extern "C"\s*\{|\})"));
+    return declarationsOf(without(code, R"(extern "C(\+\+)?"\s*\{|\})"));
 }
 
 std::set<std::string> identifiersIn(const std::string& text) {

@@ -33,25 +33,28 @@ replace CIMInstance CIMProperty CIMFwd
 replace CIMObjectPath CIMName COWSafeBool
 replace CIMProperty CIMDataType CIMNULL
 replace CIMProperty CIMName COWSafeBool
-replace CIMProperty CIMValue CIMFwd
 replace CIMValue Bool CommonFwd
 replace CIMValue Char16 CommonFwd
 replace String Array Exception
 
 # Copy-on-write calls a function that OW_vector.hpp alone declares: unless an argument's namespace leads to it, it has
 # to be declared before.
-sed -i '/explicit Elements(Vector elements)/i\        Elements(const Elements& other)\n            : detail::Counted(other)\n            , vector(*std::unique_ptr<Vector>(copyForWriting(other.vector))) {}\n        virtual Elements* clone() const { return new Elements(*this); }' OW_Array.hpp
+copied='T(items()[fresh->size])'
+grep -qF "$copied" OW_Array.hpp || {
+    echo "make_headers.sh: OW_Array.hpp does not copy by $copied" >&2
+    exit 1
+}
+sed -i 's/T(items()\[fresh->size\])/T(copyForWriting(items()[fresh->size]))/' OW_Array.hpp
 cat >OW_vector.hpp <<'END'
 #ifndef OW_VECTOR_HPP_INCLUDED
 #define OW_VECTOR_HPP_INCLUDED
 #include "OW_config.h"
-#include <vector>
 
 namespace OpenWBEM4 {
 
 template <class T>
-std::vector<T>* copyForWriting(const std::vector<T>& shared) {
-    return new std::vector<T>(shared);
+const T& copyForWriting(const T& shared) {
+    return shared;
 }
 
 } // namespace OpenWBEM4
