@@ -31,7 +31,7 @@ expect_installed_client() { # PROGRAM
     done
 }
 
-targets=(owb owbctl c_agent header_alone owb_test owb_trace_test owb_memory_test owb_failing_calls_test
+targets=(owb owbctl c_agent header_alone header_FIRST header_LAST header_ALONE header_WITHIN_EXTERN_C owb_test owb_trace_test owb_memory_test owb_failing_calls_test
     owb_software_test)
 
 configure AUTO
