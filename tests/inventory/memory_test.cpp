@@ -40,7 +40,7 @@ void expectToLoseNothing(const std::function<void()>& action) {
         ASSERT_EQ(descriptor, lowestDescriptor()) << count;
         ++count;
     }
-    EXPECT_LT(5, count);
+    EXPECT_LT(3, count);
     EXPECT_EQ(before, memory::outstanding());
 }
 
