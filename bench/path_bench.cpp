@@ -48,52 +48,59 @@ double conversionSeconds(std::size_t instances) {
     });
 }
 
-/** Wall and processor time of the whole read. */
-struct GroupRead {
+/** What one round of measurements took, in seconds: rounds lie apart, so that the machine's drift cancels
+ * out. */
+struct Round {
+    double manager;
+    double socket;
+    double reading;
+    double conversion;
+    double whole;
     double wall;
-    double own;
+
+    double queue() const { return whole - reading - conversion; }
 };
 
-GroupRead readGroup() {
+Round measureRound(int instances, const ManyPorts& manager, bench::BareClient& bare) {
+    const std::string request = bench::enumerateRequest(ManyPorts::className());
+    Round round{};
+    round.manager = managerSeconds(manager, bare, request);
+    round.socket = bench::threadSecondsOf([&] { bare.exchange(request); });
+    round.reading = bench::threadSecondsOf([] { enumerate(); });
+    round.conversion = conversionSeconds(static_cast<std::size_t>(instances));
     AgentQueue queue;
-    GroupRead times{};
-    times.own = bench::threadSecondsOf([&] {
-        times.wall = bench::wallSecondsOf([&] {
+    round.whole = bench::threadSecondsOf([&] {
+        round.wall = bench::wallSecondsOf([&] {
             if (OWB_getGroup(ManyPorts::group, queue.head()) != OWB_DONE)
                 std::abort();
         });
     });
-    return times;
-}
-
-GroupRead medianRead() {
-    std::vector<double> wall;
-    const double own = bench::medianOf(11, [&] {
-        const GroupRead times = readGroup();
-        wall.push_back(times.wall);
-        return times.own;
-    });
-    return {bench::median(wall), own};
+    return round;
 }
 
 // Microseconds an instance that the reading process takes.
 double measure(int instances) {
     const ManyPorts manager(instances);
-    const std::string request = bench::enumerateRequest(ManyPorts::className());
     bench::BareClient bare(manager.socketPath());
     OWB_URLSet(manager.url("owbinary.wbem").c_str());
     OWB_connect(1);
 
-    const double making = bench::medianOf(11, [&] { return managerSeconds(manager, bare, request); });
-    const double socket =
-        bench::medianOf(11, [&] { return bench::threadSecondsOf([&] { bare.exchange(request); }); });
-    const double reading = bench::medianOf(11, [] { return bench::threadSecondsOf([] { enumerate(); }); });
-    const double conversion =
-        bench::medianOf(11, [&] { return conversionSeconds(static_cast<std::size_t>(instances)); });
-    const GroupRead whole = medianRead();
-    const double queue = whole.own - reading - conversion;
+    std::vector<Round> rounds(11);
+    for (Round& round : rounds)
+        round = measureRound(instances, manager, bare);
+    const auto median = [&](auto part) {
+        std::vector<double> results;
+        for (const Round& round : rounds)
+            results.push_back(part(round));
+        return bench::median(results);
+    };
+    const double making = median([](const Round& round) { return round.manager; });
+    const double socket = median([](const Round& round) { return round.socket; });
+    const double reading = median([](const Round& round) { return round.reading; });
+    const double whole = median([](const Round& round) { return round.whole; });
+    const double queue = median([](const Round& round) { return round.queue(); });
 
-    const double sum = making + whole.own;
+    const double sum = making + whole;
     const auto print = [&](const char* part, double seconds) {
         std::printf("| %d | %s | %.2f | %.1f %% |\n", instances, part, seconds * 1e6 / instances,
                     100 * seconds / sum);
@@ -101,18 +108,17 @@ double measure(int instances) {
     print("manager", making);
     print("socket", socket);
     print("decode", reading - socket);
-    print("conversion", conversion);
+    print("conversion", median([](const Round& round) { return round.conversion; }));
     print("queue", queue);
     print("all, processor time", sum);
-    print("all, by the clock", whole.wall);
+    print("all, by the clock", median([](const Round& round) { return round.wall; }));
     if (instances == 10000)
-        bench::printAim("queue, 10,000 instances", "of the reading process", 0.1, queue / whole.own);
-    return whole.own * 1e6 / instances;
+        bench::printAim("queue, 10,000 instances", "of the reading process", 0.1, queue / whole);
+    return whole * 1e6 / instances;
 }
 
-// What a group read needs beside its items: in a process of its own, whose memory is new.
-void measureMemory(int instances) {
-    const ManyPorts manager(instances);
+// What a group read needs beside its items, in memory that is new.
+void measureMemory(const ManyPorts& manager, int instances) {
     OWB_URLSet(manager.url("owbinary.wbem").c_str());
     OWB_connect(1);
     const long start = bench::residentKilobytes();
@@ -153,7 +159,10 @@ int main() {
     bench::inChild(measureTime);
     std::printf("\n| instances | enumeration, KB | items, KB | peak of OWB_getGroup, KB | of the larger |\n"
                 "|---:|---:|---:|---:|---:|\n");
-    for (const int instances : {1000, 10000, 100000})
-        bench::inChild([instances] { measureMemory(instances); });
+    for (const int instances : {1000, 10000, 100000}) {
+        const ManyPorts manager(instances); // here, since the peak of the child counts
+        ::malloc_trim(0);
+        bench::inChild([&] { measureMemory(manager, instances); });
+    }
     return EXIT_SUCCESS;
 }
