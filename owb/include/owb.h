@@ -217,6 +217,9 @@ const char* OWB_version(char* date, char* time);
  * Message and finished line are each cut to 1023 characters; a line that was cut ends in "\n" like any other.
  * A log file that cannot be opened loses the line silently. Whether tracing is on is decided by the first
  * call of the process and never again.
+ *
+ * The library calls OWB_Debug() through its symbol: an agent that defines its own receives every diagnostic,
+ * and the library then looks for no switch file.
  */
 void OWB_Debug(char* file, char* function, unsigned long line, char* format, ...)
 #ifdef __GNUC__
