@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-/** What may be added to the lines of chunks (RFC 9112, section 7.1). */
+/** What may be added to the lines of chunks (RFC 9112, 7.1). */
 struct ChunkLines {
     const char* zeros = "";
     const char* extensions = "";
