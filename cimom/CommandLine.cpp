@@ -68,7 +68,8 @@ void addFiles(CLI::App& app, Options& options) {
         app.add_option("--state", options.state, "File that keeps the values that clients write")
             ->type_name("FILE")
             ->capture_default_str();
-    app.add_flag("--no-state", options.keepsNoState, "Let nobody write, and keep no file")->excludes(state);
+    app.add_flag("--no-state", options.keepsNoState, "Refuse all writes, and keep no state file")
+        ->excludes(state);
     app.add_option("--instances", options.instances, "Folder of JSON files with further instances")
         ->type_name("FOLDER")
         ->check(checkNotEmpty);

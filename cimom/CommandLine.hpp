@@ -21,7 +21,7 @@ struct Options {
     /** Clients on the network must log in to read, too. Only with users. */
     bool requiresLogin = false;
     std::string state = defaultStatePath();
-    /** Nobody may write, and there is no state file. */
+    /** All writes are refused, and there is no state file. */
     bool keepsNoState = false;
     /** Empty: there are no site files. */
     std::string instances;

@@ -31,7 +31,7 @@
 namespace cimom {
 namespace {
 
-/** Nothing when nobody may write. */
+/** Nothing when all writes are refused. */
 std::optional<SiteValues> siteValues(const Options& options) {
     if (options.keepsNoState)
         return std::nullopt;

@@ -89,7 +89,7 @@ std::string ReplyStream::content() {
     return piece;
 }
 
-/** What stands behind the body. */
+/** What follows the body. */
 std::string ReplyStream::ended() const {
     if (!isChunked(m_framing))
         return std::string();

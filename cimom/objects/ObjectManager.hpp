@@ -42,7 +42,7 @@ using PathSource = std::function<OpenWBEM::CIMObjectPath()>;
  */
 class ObjectManager {
 public:
-    /** @param siteValues what has been written; absent when nobody may write */
+    /** @param siteValues what has been written; absent to refuse all writes */
     explicit ObjectManager(std::vector<std::unique_ptr<Provider>> providers,
                            std::optional<SiteValues> siteValues = SiteValues());
 
@@ -94,7 +94,7 @@ public:
      * ACCESS_DENIED for a client that may not write; INVALID_PARAMETER when a key has no value or the class
      * does not have a listed property; NOT_FOUND when no instance has these keys; TYPE_MISMATCH for a value
      * that does not convert; NOT_SUPPORTED for another value of a property that tells the host's state, and
-     * for every write when nobody may; FAILED when the values cannot be kept.
+     * for every write when all are refused; FAILED when the values cannot be kept.
      *
      * @param listed the only properties that shall be written, all when null
      */

@@ -13,7 +13,7 @@ using Waiting = std::vector<std::function<void()>>;
 /**
  * Thrown when an operation needs an answer that a child process has not given yet. Whoever has begun the
  * operation waits and carries it out once more: the answer is there then. It is no failure, and no
- * std::exception, so that nobody takes it for one.
+ * std::exception, so that handlers of errors do not catch it.
  */
 class AnswerPending {
 public:

@@ -22,7 +22,7 @@ public:
 
     /**
      * Checks a password. Calls `done` once, from within this call or, when the password had to be checked, as
-     * PasswordCheck::check() does. While an address is full, nobody there is told whether a password is
+     * PasswordCheck::check() does. While an address is blocked, no client there learns whether a password is
      * right, not even of a check that began before: who asks for many at a time learns no more.
      */
     void logIn(const std::string& address, const std::string& user, const std::string& password,
