@@ -11,7 +11,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <string>
 
 namespace {
@@ -70,16 +69,6 @@ std::string replyOf(const Protocol& protocol, std::size_t instances) {
     return chunked(whole + body.substr(last));
 }
 
-// A number of /proc/self/status, in kilobytes (proc(5)).
-long statusOf(const std::string& field) {
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    while (std::getline(status, line))
-        if (line.rfind(field + ":", 0) == 0)
-            return std::strtol(line.c_str() + field.size() + 1, nullptr, 10);
-    return 0;
-}
-
 struct Figures {
     double read;
     double take;
@@ -91,11 +80,11 @@ struct Figures {
 Figures measureOnce(const std::string& url, std::size_t instances) {
     CIMClient client(url.c_str(), "root/cimv2");
     Figures figures{};
-    const long before = statusOf("VmRSS");
+    const long before = bench::residentKilobytes();
     CIMInstanceEnumeration all;
     figures.read = bench::threadSecondsOf([&] { all = client.enumInstancesE("QAV_Many"); });
-    figures.held = statusOf("VmRSS") - before;
-    figures.peak = statusOf("VmHWM") - before;
+    figures.held = bench::residentKilobytes() - before;
+    figures.peak = bench::peakKilobytes() - before;
     if (all.numberOfElements() != instances)
         std::abort();
     figures.take = bench::threadSecondsOf([&] {
