@@ -161,3 +161,12 @@ ObjectManager recordedManager(std::vector<ClassDeclaration> classes, const Insta
     }
     return ObjectManager(std::move(providers));
 }
+
+ObjectManager recordedManagerOfShortReplies() {
+    std::vector<ClassDeclaration> classes = recordedClasses();
+    classes.erase(
+        std::remove_if(classes.begin(), classes.end(),
+                       [](const ClassDeclaration& each) { return std::string(each.name) == "QAV_Many"; }),
+        classes.end());
+    return recordedManager(std::move(classes));
+}

@@ -19,4 +19,7 @@ std::vector<cimom::ClassDeclaration> recordedClasses();
 cimom::ObjectManager recordedManager(std::vector<cimom::ClassDeclaration> classes,
                                      const std::vector<OpenWBEM::CIMInstance>& newer = {});
 
+/** The same without QAV_Many, whose replies take long. */
+cimom::ObjectManager recordedManagerOfShortReplies();
+
 #endif

@@ -34,16 +34,6 @@ std::set<std::string> recordedBodies(bool isXml) {
     return bodies;
 }
 
-/** Without QAV_Many, whose replies take long. */
-ObjectManager manager() {
-    std::vector<ClassDeclaration> classes = recordedClasses();
-    classes.erase(
-        std::remove_if(classes.begin(), classes.end(),
-                       [](const ClassDeclaration& each) { return std::string(each.name) == "QAV_Many"; }),
-        classes.end());
-    return recordedManager(std::move(classes));
-}
-
 /** All instances of the class that can be written to, as one text. */
 std::string written(const ObjectManager& manager) {
     std::string all;
@@ -106,7 +96,7 @@ TEST(MalformedRequests, ThereAreManyToStartFrom) {
 }
 
 TEST(MalformedRequests, ABinaryBodyThatBreaksOffIsAnErrorAndChangesNothing) {
-    ObjectManager objects = manager();
+    ObjectManager objects = recordedManagerOfShortReplies();
     const BinaryHandler handler(objects);
     const std::string before = written(objects);
     for (const std::string& body : recordedBodies(false)) {
@@ -117,7 +107,7 @@ TEST(MalformedRequests, ABinaryBodyThatBreaksOffIsAnErrorAndChangesNothing) {
 }
 
 TEST(MalformedRequests, ADocumentThatBreaksOffIsRefusedAndChangesNothing) {
-    ObjectManager objects = manager();
+    ObjectManager objects = recordedManagerOfShortReplies();
     const XmlHandler handler(objects);
     const std::string before = written(objects);
     for (const std::string& body : recordedBodies(true)) {
@@ -145,7 +135,7 @@ TEST(MalformedRequests, ABentBodyIsAnsweredOrRefused) {
                                             "501 Not implemented: unsupported-cim-version",
                                             "501 Not implemented: unsupported-dtd-version"};
     Dice dice;
-    ObjectManager objects = manager();
+    ObjectManager objects = recordedManagerOfShortReplies();
     const BinaryHandler binary(objects);
     const XmlHandler xml(objects);
     std::set<std::string> outcomes;
@@ -164,7 +154,7 @@ TEST(MalformedRequests, ABentBodyIsAnsweredOrRefused) {
 }
 
 TEST(MalformedRequests, AConnectionThatEndsWithinARequestIsToldSoAndEnds) {
-    ObjectManager objects = manager();
+    ObjectManager objects = recordedManagerOfShortReplies();
     const std::string before = written(objects);
     inLittleMemory([&] {
         SessionRun session(objects);
@@ -184,7 +174,7 @@ TEST(MalformedRequests, AConnectionThatEndsWithinARequestIsToldSoAndEnds) {
 
 TEST(MalformedRequests, ABentRequestIsAnsweredOrRefused) {
     const std::set<unsigned> expected = {200, 400, 405, 411, 413, 415, 431, 501, 505};
-    ObjectManager objects = manager();
+    ObjectManager objects = recordedManagerOfShortReplies();
     inLittleMemory([&] {
         Dice dice;
         SessionRun session(objects);

@@ -12,16 +12,6 @@ using namespace cimom;
 
 namespace {
 
-/** Without QAV_Many, whose replies take long. */
-ObjectManager manager() {
-    std::vector<ClassDeclaration> classes = recordedClasses();
-    classes.erase(
-        std::remove_if(classes.begin(), classes.end(),
-                       [](const ClassDeclaration& each) { return std::string(each.name) == "QAV_Many"; }),
-        classes.end());
-    return recordedManager(std::move(classes));
-}
-
 /** The reply to a request that arrives in these pieces, without its date. */
 std::string replyTo(SessionRun& session, const std::vector<std::string_view>& pieces) {
     std::string reply = session.answerTo(pieces);
@@ -40,7 +30,7 @@ const char* const trailers = "X-One: 1\r\nX-Folded: a\r\n b\r\nX-Empty:\r\n";
 
 /** Sends each recorded request of a protocol split at each byte, and byte by byte. */
 void splitEach(Protocol protocol) {
-    ObjectManager objects = manager();
+    ObjectManager objects = recordedManagerOfShortReplies();
     SessionRun session(objects);
     for (const std::string& request : recordedRequests()) {
         const bool isBinary =
@@ -68,7 +58,7 @@ TEST(PiecewiseRequests, AnXmlRequestMayBeSplitAtEachByte) {
 }
 
 TEST(PiecewiseRequests, ARequestMayBeChunkedInEveryWay) {
-    ObjectManager objects = manager();
+    ObjectManager objects = recordedManagerOfShortReplies();
     SessionRun session(objects);
     for (const std::string& request : recordedRequests()) {
         const std::string expected = replyTo(session, request);
@@ -82,7 +72,7 @@ TEST(PiecewiseRequests, ARequestMayBeChunkedInEveryWay) {
 
 // Whatever of the lines around a chunk has arrived when the server looks.
 TEST(PiecewiseRequests, ChunksMayBeSplitAtEachByteOfTheirLines) {
-    ObjectManager objects = manager();
+    ObjectManager objects = recordedManagerOfShortReplies();
     SessionRun session(objects);
     for (const std::string& request : recordedRequests()) {
         const std::string expected = replyTo(session, request);
@@ -99,7 +89,7 @@ TEST(PiecewiseRequests, ChunksMayBeSplitAtEachByteOfTheirLines) {
 }
 
 TEST(PiecewiseRequests, ABodyWithoutBytesIsRefusedHoweverItsLastChunkArrives) {
-    ObjectManager objects = manager();
+    ObjectManager objects = recordedManagerOfShortReplies();
     SessionRun session(objects);
     const std::string head =
         "POST / HTTP/1.1\r\nContent-Type: application/xml\r\nTransfer-Encoding: chunked\r\n\r\n";
@@ -114,7 +104,7 @@ TEST(PiecewiseRequests, ABodyWithoutBytesIsRefusedHoweverItsLastChunkArrives) {
 }
 
 TEST(PiecewiseRequests, TrailersAddNothingToTheHead) {
-    ObjectManager objects = manager();
+    ObjectManager objects = recordedManagerOfShortReplies();
     SessionRun session(objects);
     const std::string request = xmlRequest("EnumerateClassNames", "");
     const std::string reply = replyTo(session, request);
