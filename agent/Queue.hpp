@@ -1,0 +1,39 @@
+#ifndef AGENT_QUEUE_HPP
+#define AGENT_QUEUE_HPP
+
+#include <owb.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace owbctl {
+
+/** An item queue of the library, empty at first, which frees its items. Not copyable: items point at the
+ * head. */
+class Queue {
+public:
+    Queue();
+    ~Queue();
+    Queue(const Queue&) = delete;
+    Queue& operator=(const Queue&) = delete;
+
+    /** For the library's calls; never null, owned by the queue. */
+    _qHead* head() { return &m_head; }
+
+    /** First item, or end() when the queue is empty. Follow `next` up to end(). */
+    const _qItem* begin() const { return m_head.first; }
+    const _qItem* end() const { return reinterpret_cast<const _qItem*>(&m_head); }
+
+private:
+    _qHead m_head;
+};
+
+/** Item texts of one row by nominator; those of an array in their order. */
+using ValuesByNominator = std::map<long, std::vector<std::string>>;
+
+/** The items of `group` in a queue, by row. */
+std::map<long, ValuesByNominator> valuesByRow(const Queue& queue, long group);
+
+} // namespace owbctl
+#endif

@@ -1,0 +1,36 @@
+#ifndef HTTP_NETWORK_ADDRESS_HPP_INCLUDED
+#define HTTP_NETWORK_ADDRESS_HPP_INCLUDED
+#include <optional>
+#include <string>
+#include <sys/socket.h>
+
+namespace cimom {
+
+/** An address and a port to listen on. */
+struct NetworkAddress {
+    sockaddr_storage address{};
+    socklen_t size = 0;
+};
+
+/**
+ * Reads `ADDRESS:PORT`, where the address is one of IPv4, or of IPv6 in brackets; without an address
+ * (`:PORT` or `PORT`) it is the loopback address of IPv4. Nothing when the text is anything else.
+ */
+std::optional<NetworkAddress> networkAddress(const std::string& text);
+
+/** `ADDRESS:PORT`, with IPv6 addresses in brackets. */
+std::string textOf(const NetworkAddress& address);
+
+/** A TCP socket that listens, non-blocking, closed on exec. */
+struct NetworkSocket {
+    /** The caller owns and closes it. */
+    int descriptor;
+    /** Where it listens: port 0 has become a free one. */
+    NetworkAddress at;
+};
+
+/** Listens on an address. Throws std::runtime_error that says `<address>: <why>`. */
+NetworkSocket listenOn(const NetworkAddress& address);
+
+} // namespace cimom
+#endif
