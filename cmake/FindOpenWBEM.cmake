@@ -4,10 +4,8 @@
 # OpenWBEM_ROOT may name its prefix. Sets OpenWBEM_FOUND, OpenWBEM_INCLUDE_DIR and OpenWBEM_LIBRARY. For messages when
 # it is not found: OpenWBEM_LOOKED_FOR and, set only if header and library are there, OpenWBEM_FAILURE. Defines the target
 # OpenWBEM_installed.
-set(OpenWBEM_LOOKED_FOR "OW_CIMClient.hpp in include or include/openwbem, and libowclient, below")
-foreach(prefix IN ITEMS ${OpenWBEM_ROOT} $ENV{OpenWBEM_ROOT} ${CMAKE_PREFIX_PATH} ${CMAKE_SYSTEM_PREFIX_PATH})
-    string(APPEND OpenWBEM_LOOKED_FOR " ${prefix}")
-endforeach()
+include(OwbFind)
+owb_describe_search(OpenWBEM "OW_CIMClient.hpp in include or include/openwbem, and libowclient")
 
 find_path(OpenWBEM_INCLUDE_DIR OW_CIMClient.hpp PATH_SUFFIXES openwbem)
 find_library(OpenWBEM_LIBRARY owclient)
@@ -19,7 +17,7 @@ elseif(OpenWBEM_LIBRARY AND NOT OpenWBEM_INCLUDE_DIR)
     string(APPEND OpenWBEM_LOOKED_FOR "\nFound only: ${OpenWBEM_LIBRARY}")
 endif()
 
-# The original needs these, which are in the same folder; where they were not built apart, they do not exist.
+# The original's libowclient needs these libraries, in the same directory. Some builds have them all in one.
 set(OpenWBEM_LIBRARIES ${OpenWBEM_LIBRARY})
 set(OpenWBEM_ABSENT)
 cmake_path(GET OpenWBEM_LIBRARY PARENT_PATH OpenWBEM_LIBRARY_DIR)
@@ -33,7 +31,7 @@ foreach(companion IN ITEMS openwbem owxml owhttpclient owhttpcommon)
     endif()
 endforeach()
 
-# What was found, the step that failed, and the first lines of its errors.
+# Sets OpenWBEM_FAILURE: what was found, the step that failed, and the first lines of its errors.
 function(openwbem_describe_failure output)
     set(step compile)
     if(output MATCHES "Linking CXX executable")
@@ -48,7 +46,7 @@ function(openwbem_describe_failure output)
     set(absent)
     if(OpenWBEM_ABSENT)
         list(JOIN OpenWBEM_ABSENT ", " absent)
-        set(absent "\nNot beside it, and needed unless they are part of it: ${absent}")
+        set(absent "\nMissing in its directory, and needed unless it contains them: ${absent}")
     endif()
     set(OpenWBEM_FAILURE
         "Found:\n  ${OpenWBEM_INCLUDE_DIR}/OW_CIMClient.hpp\n  ${libraries}${absent}\nA program with what the bridge needs does not ${step}:\n  ${errors}"
@@ -70,16 +68,11 @@ endif()
 include(FindPackageHandleStandardArgs)
 find_package_handle_standard_args(OpenWBEM REQUIRED_VARS OpenWBEM_LIBRARY OpenWBEM_INCLUDE_DIR OpenWBEM_WORKS)
 
-# A pair that does not do must not keep the next run, with another prefix, from looking.
-if(NOT OpenWBEM_FOUND)
-    unset(OpenWBEM_INCLUDE_DIR CACHE)
-    unset(OpenWBEM_LIBRARY CACHE)
-    unset(OpenWBEM_WORKS CACHE)
-endif()
+owb_forget_failure(OpenWBEM_FOUND OpenWBEM_INCLUDE_DIR OpenWBEM_LIBRARY OpenWBEM_WORKS)
 
 if(OpenWBEM_FOUND AND NOT TARGET OpenWBEM_installed)
-    # The original's libraries have no RUNPATH: who is linked to them names them all, whether it calls them or not, and its
-    # own RUNPATH leads to them. In the cache, for whatever folder links to the target.
+    # The original's libraries have no RUNPATH. A program that links to them must list them all as needed, even those that
+    # it does not call, and find them by its own RUNPATH. Cached, for every directory that links to the target.
     set(CMAKE_CXX_LINK_LIBRARY_USING_openwbem_needed
         "LINKER:--push-state,--no-as-needed" "<LINK_ITEM>" "LINKER:--pop-state" CACHE INTERNAL "")
     set(CMAKE_CXX_LINK_LIBRARY_USING_openwbem_needed_SUPPORTED TRUE CACHE INTERNAL "")

@@ -1,8 +1,10 @@
-# Of the preset "coverage": what a process has counted is kept when it ends by _exit(2) too, as a child of a test does.
-set(folder ${PROJECT_SOURCE_DIR}/tests/coverage)
-add_library(owb_counters SHARED ${folder}/Counters.c)
-add_library(owb_announcement OBJECT ${folder}/Announcement.c)
-set_target_properties(owb_counters PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
-set_target_properties(owb_announcement PROPERTIES POSITION_INDEPENDENT_CODE ON)
-unset(folder)
-link_libraries(owb_counters $<TARGET_OBJECTS:owb_announcement>) # of every target below
+# Counts the lines that run, for gcov. A process keeps its counts when it ends by _exit(2) too, as a child of a test does:
+# owb_counters interposes _exit(), and every program and library has a copy of owb_announcement.
+set(sources ${PROJECT_SOURCE_DIR}/tests/coverage)
+add_library(owb_counters SHARED ${sources}/Counters.c)
+add_library(owb_announcement OBJECT ${sources}/Announcement.c)
+unset(sources)
+
+target_compile_options(owb_flags INTERFACE --coverage -fprofile-update=atomic)
+target_link_options(owb_flags INTERFACE --coverage)
+target_link_libraries(owb_flags INTERFACE owb_counters $<TARGET_OBJECTS:owb_announcement>)

@@ -1,22 +1,22 @@
-# The packages that cpack makes: three of Debian and a tarball. They hold what is bundled: of libraries that were found
-# on the builder nobody knows which package they are from.
+# The packages that cpack makes: three of Debian and a tarball. They hold the bundled libraries: the package of a library
+# that was found on the build machine is unknown.
 set(CPACK_PACKAGE_CONTACT "owb developers <owb@owb.invalid>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # or it would stand before each description below
-set(CPACK_SYSTEM_NAME linux-i386)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # it would precede each description below
+set(CPACK_SYSTEM_NAME linux-${OWB_DEBIAN_ARCHITECTURE})
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
     WORLD_READ WORLD_EXECUTE)
-set(CPACK_COMPONENTS_ALL library development tools) # for Debian; the tarball holds all there is
+set(CPACK_COMPONENTS_ALL library development tools) # for Debian; the tarball holds all files
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE i386)
+set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE ${OWB_DEBIAN_ARCHITECTURE})
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 
-# Debian's tools cannot find the packages of 32-bit libraries on an amd64 host, so the packages that ours depend on are
-# named here, with the versions that first had the symbols that are used; a test compares them.
+# Debian's tools cannot find the packages of 32-bit libraries on an amd64 host. So this lists the packages that ours depend
+# on, with the versions that introduced the symbols in use; a test compares them.
 set(libc "libc6 (>= 2.34)")
 set(libstdcxx "libgcc-s1 (>= 3.0), libstdc++6 (>= 11)")
 set(transport "zlib1g (>= 1:1.1.4)")

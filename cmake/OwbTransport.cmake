@@ -1,23 +1,8 @@
-# Defines owb_transport, what the client links to for compression (zlib, needed) and TLS (OpenSSL, used where a
-# build of it for the target is found). Sets OWB_HAS_TLS, for the whole build.
-include(CMakePushCheckState)
-include(CheckCXXSourceCompiles)
+# Defines owb_transport, which the client links to: zlib, required, and OpenSSL, used if one for the target is found. Sets
+# OWB_HAS_TLS, for the whole build.
+include(OwbFind)
 
 add_library(owb_transport INTERFACE)
-
-# owb_links(RESULT TARGET SOURCE): whether a program links to an imported target. Libraries are found by name, those for
-# another architecture too. Success is remembered, failure is not.
-function(owb_links result target source)
-    if(TARGET ${target})
-        cmake_push_check_state(RESET)
-        set(CMAKE_REQUIRED_LIBRARIES ${target})
-        check_cxx_source_compiles("${source}" ${result})
-        cmake_pop_check_state()
-    endif()
-    if(NOT TARGET ${target} OR NOT ${result})
-        unset(${result} CACHE)
-    endif()
-endfunction()
 
 find_package(ZLIB GLOBAL)
 owb_links(OWB_ZLIB_LINKS ZLIB::ZLIB "

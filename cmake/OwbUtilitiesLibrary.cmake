@@ -1,7 +1,6 @@
-# Defines Sblim::utilities, the library that runs commands, as OWB_SBLIM says. Sets OWB_SBLIM_IS_BUNDLED.
-if(NOT OWB_SBLIM MATCHES "^(AUTO|SYSTEM|BUNDLED)$")
-    message(FATAL_ERROR "OWB_SBLIM is '${OWB_SBLIM}'; it must be AUTO, SYSTEM or BUNDLED")
-endif()
+# Defines Sblim::utilities, the library for running commands that OWB_SBLIM chooses. Sets OWB_SBLIM_IS_BUNDLED.
+include(OwbFind)
+owb_check_choice(OWB_SBLIM)
 
 set(OWB_SBLIM_IS_BUNDLED TRUE)
 if(NOT OWB_SBLIM STREQUAL "BUNDLED")
@@ -19,8 +18,8 @@ endif()
 if(OWB_SBLIM_IS_BUNDLED)
     message(STATUS "Utilities library: bundled")
     add_library(Sblim::utilities ALIAS SblimUtilities)
-    # Beside the bundled client library, so that it never meets an installed original.
-    install(TARGETS SblimUtilities LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/owb
+    # In the directory of the bundled client library, apart from an installed original.
+    install(TARGETS SblimUtilities EXPORT owb LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/owb
             COMPONENT library NAMELINK_COMPONENT development)
     install(FILES sblim/include/sblim_utilities.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/owb COMPONENT development)
 else()

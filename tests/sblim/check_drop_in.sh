@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # An agent builds against an installed utilities library, which has no header, and the build says what it looked for when
-# there is none that does: check_drop_in.sh CMAKE SOURCE_DIR TOOLCHAIN LIBRARY C_COMPILER
+# there is none that does: check_drop_in.sh CMAKE SOURCE_DIR TOOLCHAIN LIBRARY
 set -euo pipefail
 
-cmake=$1 source=$2 toolchain=$3 library=$4 compiler=$5
+cmake=$1 source=$2 toolchain=$3 library=$4
+read -r -a target_flags <<<"$OWB_TARGET_FLAGS"
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 
@@ -33,7 +34,7 @@ expect_refusal() { # PREFIX
         fail "configuring without a library that does succeeded: $output"
     fi
     words=$(tr -s '[:space:]' ' ' <<<"$output") # the message is wrapped
-    for text in "no libSblimUtilities for i686 was found" "libSblimUtilities with runcommand() and freeresultbuf()" "$1" \
+    for text in "no libSblimUtilities for $OWB_PROCESSOR was found" "libSblimUtilities with runcommand() and freeresultbuf()" "$1" \
         "-DSblimUtilities_ROOT=DIR"; do
         [[ $words == *$text* ]] || fail "the error does not say \"$text\": $output"
     done
@@ -46,13 +47,17 @@ expect_library() { # PREFIX MODE SHOWN
 }
 
 # One without a library, one that lacks a function, and one for another architecture.
+prefixes=(none half)
 mkdir -p "$folder"/{none,half,other}/lib
 echo 'int runcommand(void) { return 0; }' >"$folder/half.c"
-"$compiler" -m32 -shared -o "$folder/half/lib/libSblimUtilities.so" "$folder/half.c"
-echo 'int runcommand(void) { return 0; } void freeresultbuf(void) {}' >"$folder/other.c"
-"$compiler" -c -m64 -ffreestanding -o "$folder/other.o" "$folder/other.c"
-ar cr "$folder/other/lib/libSblimUtilities.a" "$folder/other.o"
-for prefix in none half other; do
+"$CC" "${target_flags[@]}" -shared -o "$folder/half/lib/libSblimUtilities.so" "$folder/half.c"
+if [[ -n $OWB_WIDE_FLAGS ]]; then
+    echo 'int runcommand(void) { return 0; } void freeresultbuf(void) {}' >"$folder/other.c"
+    "$CC" -c "$OWB_WIDE_FLAGS" -ffreestanding -o "$folder/other.o" "$folder/other.c"
+    ar cr "$folder/other/lib/libSblimUtilities.a" "$folder/other.o"
+    prefixes+=(other)
+fi
+for prefix in "${prefixes[@]}"; do
     expect_refusal "$folder/$prefix"
     expect_library "$folder/$prefix" AUTO bundled # the same folder: a refusal is not remembered
 done

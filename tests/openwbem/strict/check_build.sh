@@ -8,6 +8,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/../../package/common.sh"
 
 cmake=$1 ctest=$2 source=$3 toolchain=$4 prefix=$5 manager=$6 end_to_end=$7
+read -r -a target_flags <<<"$OWB_TARGET_FLAGS"
 build=$folder/build tree=$folder/tree
 libraries=(libowclient libopenwbem libowxml libowhttpclient libowhttpcommon)
 
@@ -66,7 +67,7 @@ cp -r "$source/examples" "$folder/examples"
 quietly make -C "$folder/examples" CFLAGS="-Wall -Wextra -Wpedantic -Werror"
 expect "$("$folder/examples/agent" "$url" ops@example.net)" "The contact is now ops@example.net." "the agent's output"
 read -r -a owb < <(pkg-config --cflags --libs owb)
-quietly c++ -m32 -I"$prefix/include/openwbem" "$source/tests/package/client_agent.cpp" -o "$folder/client_agent" \
+quietly "$CXX" "${target_flags[@]}" -I"$prefix/include/openwbem" "$source/tests/package/client_agent.cpp" -o "$folder/client_agent" \
     "${owb[@]}" -L"$prefix/lib" -Wl,--no-as-needed "${libraries[@]/#lib/-l}" \
     -Wl,-rpath,"$(pkg-config --variable=libdir owb):$prefix/lib"
 quietly "$folder/client_agent"

@@ -3,9 +3,10 @@
 source "$(dirname "${BASH_SOURCE[0]}")/../../package/common.sh"
 
 prefix=$1
+read -r -a target_flags <<<"$OWB_TARGET_FLAGS"
 
 compiles() { # SOURCE
-    c++ -m32 -std=c++17 -fsyntax-only -I"$prefix/include/openwbem" -x c++ - <<<"$1" 2>"$folder/errors"
+    "$CXX" "${target_flags[@]}" -std=c++17 -fsyntax-only -I"$prefix/include/openwbem" -x c++ - <<<"$1" 2>"$folder/errors"
 }
 
 expect_refused() { # SOURCE
