@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# The toolchain file compiles for 32 bits beside the flags of the command line: check_toolchain.sh CMAKE TOOLCHAIN
+# The toolchain file compiles for 32 bits, with the flags of the command line too: check_toolchain.sh CMAKE TOOLCHAIN
 set -euo pipefail
 
 cmake=$1 toolchain=$2
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
+directory=$(mktemp -d)
+trap 'rm -rf "$directory"' EXIT
 
-cat >"$folder/CMakeLists.txt" <<'END'
+cat >"$directory/CMakeLists.txt" <<'END'
 cmake_minimum_required(VERSION 3.25)
 project(agent C CXX)
 include(CheckSourceCompiles)
@@ -20,21 +20,22 @@ endforeach()
 add_executable(c_agent agent.c)
 add_executable(cxx_agent agent.cpp)
 END
-cat >"$folder/agent.c" <<'END'
-#ifndef __i386__
-#error "-m32 is lost"
+cat >"$directory/agent.c" <<'END'
+#include <errno.h> /* includes headers of the architecture */
+#if __SIZEOF_POINTER__ != 4
+#error "the flags of the target are lost"
 #endif
 #ifndef OF_THE_COMMAND_LINE
 #error "the flags of the command line are lost"
 #endif
 int main(void) { return 0; }
 END
-cp "$folder/agent.c" "$folder/agent.cpp"
+cp "$directory/agent.c" "$directory/agent.cpp"
 
 # Twice: a later run reads the flags from the cache.
 flags=-DOF_THE_COMMAND_LINE
-output=$("$cmake" -S "$folder" -B "$folder/build" -G Ninja --toolchain "$toolchain" -DCMAKE_C_FLAGS=$flags \
-    -DCMAKE_CXX_FLAGS=$flags 2>&1 && "$cmake" "$folder/build" 2>&1 && "$cmake" --build "$folder/build" 2>&1) || {
+output=$("$cmake" -S "$directory" -B "$directory/build" -G Ninja --toolchain "$toolchain" -DCMAKE_C_FLAGS=$flags \
+    -DCMAKE_CXX_FLAGS=$flags 2>&1 && "$cmake" "$directory/build" 2>&1 && "$cmake" --build "$directory/build" 2>&1) || {
     echo "$output" >&2
     exit 1
 }

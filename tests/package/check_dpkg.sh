@@ -9,7 +9,7 @@ command -v systemd-sysusers >/dev/null || skip "there is no systemd-sysusers, wh
 root=$folder/root
 mkdir -p "$root"/{etc,var/lib/dpkg/{info,updates}}
 touch "$root/var/lib/dpkg/status"
-dpkg --root="$root" --add-architecture i386
+dpkg --root="$root" --add-architecture "$OWB_DEBIAN_ARCHITECTURE"
 
 run_dpkg() { # ARGUMENTS: without what the packages depend on, and with the maintainer scripts outside of the root
     dpkg --root="$root" --log=/dev/null --force-depends --force-script-chrootless "$@" >"$folder/dpkg" 2>&1 ||

@@ -13,7 +13,7 @@ with_make() {
 
 with_cmake() {
     "$cmake" -S "$folder/examples" -B "$folder/build" -G Ninja -DCMAKE_PREFIX_PATH="$tree" \
-        -DCMAKE_C_FLAGS="-m32 -Werror" &&
+        -DCMAKE_C_FLAGS="$OWB_TARGET_FLAGS -Werror" &&
         "$cmake" --build "$folder/build" &&
         agent=$folder/build/agent
 }

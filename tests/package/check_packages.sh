@@ -6,7 +6,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 packages=$1 tree=$2 source=$3 build=$4 version=$5
 
 package() { # NAME
-    echo "$packages/${1}_${version}_i386.deb"
+    echo "$packages/${1}_${version}_$OWB_DEBIAN_ARCHITECTURE.deb"
 }
 
 field() { # NAME FIELD
@@ -23,7 +23,7 @@ for name in libowb1 libowb-dev owb-tools; do
     mkdir "$folder/$name"
     dpkg-deb -x "$(package "$name")" "$folder/$name"
     files_below "$folder/$name" >"$folder/$name.files"
-    expect_field "$name" Architecture i386
+    expect_field "$name" Architecture "$OWB_DEBIAN_ARCHITECTURE"
     expect_field "$name" Version "$version"
     [[ $(dpkg-deb -c "$(package "$name")" | awk '{print $2}' | sort -u) == root/root ]] || fail "$name has a file of a user"
     docs=$folder/$name/usr/share/doc/$name
@@ -37,9 +37,9 @@ expect "$(dpkg-deb -I "$(package libowb1)" triggers)" "activate-noawait ldconfig
 expect "$(dpkg-deb -I "$(package libowb1)" shlibs)" "libowb 1 libowb1 (>= $version)" "shlibs of libowb1"
 
 # Who needs what: an agent that runs, one that is built, an administrator.
-expect "$(<"$folder/libowb1.files")" usr/lib/i386-linux-gnu/owb/libowclient.so.1. "the list of libowb1"
+expect "$(<"$folder/libowb1.files")" "usr/lib/$OWB_TRIPLET/owb/libowclient.so.1." "the list of libowb1"
 [[ $(<"$folder/libowb1.files") != *".so"$'\n'* ]] || fail "libowb1 holds what only a linker needs"
-for file in include/owb.h lib/i386-linux-gnu/libowb.so share/pkgconfig/owb.pc share/cmake/owb/owbConfig.cmake \
+for file in include/owb.h "lib/$OWB_TRIPLET/libowb.so" share/pkgconfig/owb.pc share/cmake/owb/owbConfig.cmake \
     share/doc/libowb-dev/examples/agent.c; do
     expect "$(<"$folder/libowb-dev.files")" "usr/$file" "the list of libowb-dev"
 done

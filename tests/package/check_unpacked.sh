@@ -12,6 +12,6 @@ start_daemon "$root/usr"
 expect "$("$root/usr/bin/owbctl" --url "$url" get 4)" LastBootUpTime "what owbctl reads"
 
 mkdir "$folder/tarball"
-tar -xzf "$packages/owb-$version-linux-i386.tar.gz" -C "$folder/tarball" --strip-components=1
+tar -xzf "$packages/owb-$version-linux-$OWB_DEBIAN_ARCHITECTURE.tar.gz" -C "$folder/tarball" --strip-components=1
 expect "$("$folder/tarball/bin/owbctl" --url "$url" get 4)" LastBootUpTime "what owbctl of the tarball reads"
 [[ -s $folder/tarball/share/doc/owb/copyright ]] || fail "the tarball has no copyright"
