@@ -26,7 +26,7 @@ MEASURED_SECONDS = 10
 
 
 class Manager:
-    """The object manager: a made-up host, one class of 3000 instances, both sockets, users."""
+    """The object manager: a fake host, one class of 3000 instances, both sockets, users."""
 
     host = b"chaos.example.org"
 

@@ -61,7 +61,7 @@ protected:
             } catch (const std::runtime_error& e) {
                 error = e.what();
             }
-            hasFailed = calls::suffice();
+            hasFailed = calls::stopFailing();
             SCOPED_TRACE(std::string("call ") + std::to_string(n) + ", " + calls::failed());
             EXPECT_TRUE(error.empty() || (hasFailed && error.find(name) == 0)) << error;
             check(calls::failed(), !error.empty());
@@ -150,7 +150,7 @@ TEST_P(FailingCall, OfTheStartOfAPasswordCheckLeavesItUnchecked) {
         Verdict verdict = Verdict::mayWrite;
         calls::failAt(std::strcmp(call, "fork") == 0 ? 1 : 0, GetParam());
         passwords.check("bob", "secret", [&](Verdict told) { verdict = told; });
-        calls::suffice();
+        calls::stopFailing();
         ASSERT_STREQ(call, calls::failed());
         io.run();
         io.restart();

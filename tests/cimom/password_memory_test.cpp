@@ -1,5 +1,5 @@
 // Memory that runs out while a password is about to be checked.
-#include "support/ShortMemory.hpp"
+#include "support/FailingAllocator.hpp"
 #include "users/PasswordCheck.hpp"
 
 #include <gtest/gtest.h>
@@ -20,10 +20,10 @@ bool isBegunWithout(long allocation, PasswordCheck& check) {
     try {
         check.check(user, password, done);
     } catch (const std::bad_alloc&) {
-        memory::suffice();
+        memory::stopFailing();
         return false;
     }
-    memory::suffice();
+    memory::stopFailing();
     return true;
 }
 

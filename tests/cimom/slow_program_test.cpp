@@ -14,7 +14,7 @@ namespace {
 class SlowProgram : public StartedDaemon {
 protected:
     SlowProgram() {
-        MadeProcess process;
+        FakeProcess process;
         process.name = "daemon";
         ProcessTree(folder().file("host/proc")).add("7", process);
         const std::string program = folder().write(

@@ -27,8 +27,8 @@ CIMDataType typeOf(const CIMInstance& instance, const char* property) {
     return instance.getProperty(property).getValue().getCIMDataType();
 }
 
-MadeProcess example() {
-    MadeProcess process;
+FakeProcess example() {
+    FakeProcess process;
     process.name = "daemon";
     process.state = "R";
     process.userTime = "250";

@@ -4,13 +4,13 @@
 #include <fstream>
 #include <stdexcept>
 
-std::string MadeProcess::stat(const std::string& id) const {
+std::string FakeProcess::stat(const std::string& id) const {
     return id + " (" + name + ") " + state + " " + parent + " 10 11 0 -1 4194560 12 13 14 15 " + userTime +
            " " + systemTime + " 16 17 20 0 1 0 18 19 20 21\n";
 }
 
-MadeProcess kernelThread(const std::string& name) {
-    MadeProcess process;
+FakeProcess kernelThread(const std::string& name) {
+    FakeProcess process;
     process.name = name;
     process.parent = "2";
     process.cmdline = "";
@@ -23,7 +23,7 @@ std::string ProcessTree::file(const std::string& id, const std::string& name) co
     return m_path + "/" + id + "/" + name;
 }
 
-void ProcessTree::add(const std::string& id, const MadeProcess& process) const {
+void ProcessTree::add(const std::string& id, const FakeProcess& process) const {
     write(id, "stat", process.stat(id));
     write(id, "cmdline", process.cmdline);
     write(id, "status", process.status);

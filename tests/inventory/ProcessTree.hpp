@@ -3,7 +3,7 @@
 #include <string>
 
 /** The files of a process, proc(5), as a test invents them. */
-struct MadeProcess {
+struct FakeProcess {
     std::string name = "prog";
     std::string state = "S";
     std::string parent = "1";
@@ -19,7 +19,7 @@ struct MadeProcess {
 };
 
 /** A thread of the kernel: no command line, no program, no sizes. */
-MadeProcess kernelThread(const std::string& name);
+FakeProcess kernelThread(const std::string& name);
 
 /** A folder like /proc that a test invents. */
 class ProcessTree {
@@ -31,7 +31,7 @@ public:
     const std::string& path() const { return m_path; }
     std::string file(const std::string& id, const std::string& name) const;
     /** Writes all files of a process. */
-    void add(const std::string& id, const MadeProcess& process = {}) const;
+    void add(const std::string& id, const FakeProcess& process = {}) const;
     /** Writes one file of a process. */
     void write(const std::string& id, const std::string& name, const std::string& content) const;
     /** Sets where the link exe of a process leads. */

@@ -23,7 +23,7 @@ TEST_F(Folder, EveryNameThatBeginsWithANumberOtherThan0IsAProcess) {
 }
 
 TEST_F(Folder, ANameIsTheHandleAsItStandsAndItsNumberTheProcess) {
-    MadeProcess process;
+    FakeProcess process;
     process.name = "hundred";
     m_tree.add("123", process);
     const Texts names = {"+123", "0123", "123", "123abc", "123.5", " 123", "\t123"};

@@ -3,7 +3,7 @@
 #include "inventory/Inventory.hpp"
 #include "inventory/OwnProcess.hpp"
 #include "inventory/SoftwareProgram.hpp"
-#include "support/ShortMemory.hpp"
+#include "support/FailingAllocator.hpp"
 
 #include <functional>
 #include <new>
@@ -26,7 +26,7 @@ bool runsOut(const std::function<void()>& action, int allocations) {
         action();
     } catch (const std::bad_alloc&) {
     }
-    return memory::suffice();
+    return memory::stopFailing();
 }
 
 /** Lets an action, which keeps nothing, run out of memory at each of its allocations in turn. */
@@ -47,7 +47,7 @@ void expectToLoseNothing(const std::function<void()>& action) {
 class OutOfMemoryForATree : public Inventory {
 protected:
     OutOfMemoryForATree() {
-        MadeProcess process;
+        FakeProcess process;
         process.cmdline = std::string("prog\0-a\0x\0", 10);
         for (const char* const id : {"7", "8", "9"})
             m_tree.add(id, process);

@@ -11,7 +11,7 @@ protected:
     }
     // The name of a process that has a name in its stat file.
     std::string nameOf(const std::string& name) const {
-        MadeProcess process;
+        FakeProcess process;
         process.name = name;
         setStat(process.stat("7"));
         const std::string result = read("7", information).name;
@@ -19,7 +19,7 @@ protected:
         return result;
     }
     bool isNamedProcessFound(const std::string& name) const {
-        MadeProcess process;
+        FakeProcess process;
         process.name = name;
         setStat(process.stat("7"));
         const bool result = isFound("7", information);
@@ -42,7 +42,7 @@ TEST_F(ProcessName, WithAClosingParenthesisLeavesTheProcessOut) {
 }
 
 TEST_F(ProcessName, ThatLooksLikeFieldsBehindItsParenthesisIsTakenForThem) {
-    MadeProcess process;
+    FakeProcess process;
     process.name = "x) R 5";
     process.userTime = "250";
     process.systemTime = "50";
@@ -56,7 +56,7 @@ TEST_F(ProcessName, ThatLooksLikeFieldsBehindItsParenthesisIsTakenForThem) {
 }
 
 TEST_F(ProcessName, WithAllFieldsBehindItsParenthesisReplacesThem) {
-    MadeProcess process;
+    FakeProcess process;
     process.name = "x) Z 5 1 2 3 4 5 6 7 8 9 300 200 ";
     setStat(process.stat("7"));
     EXPECT_EQ("5", read("7", information).parentProcessID);

@@ -27,7 +27,7 @@ TEST_F(Parameters, AreTheTextsBehindTheProgramsName) {
 }
 
 TEST_F(Parameters, ComeWithTheProcess) {
-    MadeProcess process;
+    FakeProcess process;
     process.cmdline = "prog\0-a\0x\0"s;
     m_tree.add("7", process);
     EXPECT_EQ((Texts{"-a", "x"}), read("7", information).parameters);

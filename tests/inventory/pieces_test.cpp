@@ -49,7 +49,7 @@ protected:
         return record;
     }
 
-    MadeProcess m_process;
+    FakeProcess m_process;
 };
 
 TEST_F(InPieces, AStatFileIsReadToTheEndOfItsLine) {

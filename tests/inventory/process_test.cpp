@@ -13,8 +13,8 @@ namespace {
 
 class OneProcess : public Inventory {};
 
-MadeProcess example() {
-    MadeProcess process;
+FakeProcess example() {
+    FakeProcess process;
     process.name = "daemon";
     process.state = "R";
     process.parent = "42";

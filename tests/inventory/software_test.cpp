@@ -42,7 +42,7 @@ TEST_F(SoftwareOfAProcess, IsAskedForByItsName) {
         names.push_back(name.c_str());
         return deviceDriver;
     };
-    MadeProcess process;
+    FakeProcess process;
     process.name = "other"; // its path says prog
     m_tree.add("7", process);
     EXPECT_EQ(deviceDriver, read("7", information).runType);

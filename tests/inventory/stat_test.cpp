@@ -14,7 +14,7 @@ protected:
         return read("7", type);
     }
     std::string cpuTime(const std::string& user, const std::string& system) const {
-        MadeProcess process;
+        FakeProcess process;
         process.userTime = user;
         process.systemTime = system;
         return readStat(process.stat("7"), statistics).totalCpuTime;
@@ -22,7 +22,7 @@ protected:
 };
 
 TEST_F(StatLine, GivesNameParentAndStateInOneMode) {
-    MadeProcess process;
+    FakeProcess process;
     process.name = "daemon";
     process.parent = "4711";
     const Record record = readStat(process.stat("7"), information);
@@ -33,7 +33,7 @@ TEST_F(StatLine, GivesNameParentAndStateInOneMode) {
 }
 
 TEST_F(StatLine, GivesNameAndProcessorTimeInTheOther) {
-    MadeProcess process;
+    FakeProcess process;
     process.name = "daemon";
     process.userTime = "250";
     process.systemTime = "50";
@@ -47,7 +47,7 @@ TEST_F(StatLine, EveryLetterHasItsState) {
     for (int letter = 'A'; letter <= 'z'; ++letter) {
         if (!std::isalpha(letter))
             continue;
-        MadeProcess process;
+        FakeProcess process;
         process.state = std::string(1, static_cast<char>(letter));
         unsigned short expected = 0;
         switch (letter) {

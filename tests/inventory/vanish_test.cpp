@@ -23,7 +23,7 @@ protected:
     }
 
     OpenWBEM::Array<inventory::Process> m_processes;
-    const MadeProcess m_process;
+    const FakeProcess m_process;
 };
 
 TEST_F(Vanishing, APipeInThePlaceOfAFileIsReadLikeAFile) {

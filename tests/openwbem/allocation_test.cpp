@@ -16,9 +16,9 @@ int allocations = 0;
 bool isMemoryShort = false;
 
 /** No memory is to be had while it lives. */
-struct ShortOfMemory {
-    ShortOfMemory() { isMemoryShort = true; }
-    ~ShortOfMemory() { isMemoryShort = false; }
+struct FailingAllocations {
+    FailingAllocations() { isMemoryShort = true; }
+    ~FailingAllocations() { isMemoryShort = false; }
 };
 
 } // namespace
@@ -73,11 +73,11 @@ TEST(Allocation, AnArrayTakesOneAndNoneWhenItIsEmptyOrCopied) {
     EXPECT_EQ(0, allocationsOf([&array] { const StringArray copy = array; }));
 }
 
-TEST(ShortMemory, LeavesAStringAsItWas) {
+TEST(FailingAllocator, LeavesAStringAsItWas) {
     String text("abc");
     const String copy = text;
     {
-        const ShortOfMemory now;
+        const FailingAllocations now;
         EXPECT_THROW(String("x"), std::bad_alloc);
         EXPECT_THROW(text += "x", std::bad_alloc);
         EXPECT_THROW(text[0] = 'x', std::bad_alloc);
@@ -87,8 +87,8 @@ TEST(ShortMemory, LeavesAStringAsItWas) {
     EXPECT_EQ("abc", copy);
 }
 
-TEST(ShortMemory, AnExceptionLacksItsTextsOnly) {
-    const ShortOfMemory now;
+TEST(FailingAllocator, AnExceptionLacksItsTextsOnly) {
+    const FailingAllocations now;
     try {
         OW_THROW_ERR(IOException, "a message", 5);
     } catch (const IOException& e) {
@@ -101,8 +101,8 @@ TEST(ShortMemory, AnExceptionLacksItsTextsOnly) {
     }
 }
 
-TEST(ShortMemory, ACIMExceptionTellsItsCode) {
-    const ShortOfMemory now;
+TEST(FailingAllocator, ACIMExceptionTellsItsCode) {
+    const FailingAllocations now;
     try {
         OW_THROWCIMMSG(CIMException::NOT_FOUND, "a description that is longer than most");
     } catch (const CIMException& e) {

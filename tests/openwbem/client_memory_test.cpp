@@ -5,8 +5,8 @@
 #include "OW_Exception.hpp"
 
 #include "Record.hpp"
+#include "support/FailingAllocator.hpp"
 #include "support/ScriptedPeer.hpp"
-#include "support/ShortMemory.hpp"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -33,7 +33,7 @@ Outcome readWithout(long allocation, const char* url, const char* className) {
     } catch (...) {
         outcome = Outcome::foreign;
     }
-    memory::suffice();
+    memory::stopFailing();
     return outcome;
 }
 

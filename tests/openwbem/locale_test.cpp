@@ -2,7 +2,7 @@
 #include "Clients.hpp"
 #include "OW_CIMValue.hpp"
 #include "OW_URL.hpp"
-#include "support/MadeUpLocale.hpp"
+#include "support/FakeLocale.hpp"
 
 #include <cctype>
 #include <clocale>
@@ -10,7 +10,7 @@
 namespace {
 
 TEST(Locale, WithADecimalCommaChangesNoNumber) {
-    if (!support::runInLocale("de_DE", "UTF-8", [] {
+    if (!support::runInFakeLocale("de_DE", "UTF-8", [] {
             ASSERT_STREQ(",", std::localeconv()->decimal_point);
             EXPECT_EQ("1.5", CIMValue(Real64(1.5)).toString());
             EXPECT_EQ("1.5", CIMValue(Real32(1.5F)).toString());
@@ -20,7 +20,7 @@ TEST(Locale, WithADecimalCommaChangesNoNumber) {
 }
 
 TEST(Locale, WithoutAnASCIIIChangesNoScheme) {
-    if (!support::runInLocale("tr_TR", "ISO-8859-9", [] {
+    if (!support::runInFakeLocale("tr_TR", "ISO-8859-9", [] {
             ASSERT_NE('i', std::tolower('I'));
             EXPECT_EQ("owbinary.wbem", URL("OWBINARY.WBEM://localhost").scheme);
         }))
@@ -28,7 +28,7 @@ TEST(Locale, WithoutAnASCIIIChangesNoScheme) {
 }
 
 TEST(Locale, WithoutAnASCIIIChangesNoChallenge) {
-    if (!support::runInLocale("tr_TR", "UTF-8", [] {
+    if (!support::runInFakeLocale("tr_TR", "UTF-8", [] {
             ASSERT_EQ('I', std::tolower('I')) << "no capital i";
             ScriptedPeer peer(
                 {Step::answerAndClose(wire::statusReply("401 Unauthorized", {"WWW-Authenticate: BASIC"})),

@@ -5,8 +5,8 @@
 #include "TestQueue.hpp"
 #include "TraceLog.hpp"
 #include "support/Child.hpp"
+#include "support/FailingAllocator.hpp"
 #include "support/ScriptedPeer.hpp"
-#include "support/ShortMemory.hpp"
 #include "support/TempDir.hpp"
 
 #include <functional>
@@ -39,7 +39,7 @@ inline bool runsOut(const Call& call, void (*fail)(long), long allocation, long 
         result = call.make(q);
     } catch (const std::bad_alloc&) { // passes through, as anything that is not the client library's
     }
-    const bool wasShort = support::memory::suffice();
+    const bool wasShort = support::memory::stopFailing();
     EXPECT_TRUE(result == good || call.failures.count(result) == 1) << result;
     EXPECT_TRUE(q.isConsistent());
     for (const _qItem* item = q.head()->first; item != q.end(); item = item->next)

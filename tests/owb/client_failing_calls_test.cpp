@@ -32,7 +32,7 @@ void expectToLoseNothing(const Call& call, int error) {
     for (; hasFailed && !testing::Test::HasFailure(); ++n) {
         calls::failAt(n, error);
         const Outcome outcome = make(call);
-        hasFailed = calls::suffice();
+        hasFailed = calls::stopFailing();
         SCOPED_TRACE(std::string("call ") + std::to_string(n) + ", " + calls::failed());
         expectAsGood(outcome, good, call);
         if (error == EINTR) {

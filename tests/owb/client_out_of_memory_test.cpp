@@ -1,7 +1,7 @@
 // Memory that runs out anywhere in a call that uses the client library, which loses nothing if it is the
 // bundled one.
 #include "EachAllocation.hpp"
-#include "MadeUpHost.hpp"
+#include "FakeHost.hpp"
 #include "support/Wire.hpp"
 
 #include <gtest/gtest.h>
@@ -58,7 +58,7 @@ TEST_P(EachAllocation, OfAnInterval) {
 }
 
 TEST_P(EachAllocation, OfTheRunningSoftware) {
-    const MadeUpHost host;
+    const FakeHost host;
     host.processes().add("7");
     host.processes().add("8");
     host.setTool("echo prog a b Driver\n");
@@ -67,7 +67,7 @@ TEST_P(EachAllocation, OfTheRunningSoftware) {
         [] {
             expectToLoseNothing({[](TestQueue& q) { return OWB_getSWRun(q.head()); }, {}}, failing());
         },
-        MadeUpHost::Programs::real, reason);
+        FakeHost::Programs::real, reason);
     if (!reason.empty())
         GTEST_SKIP() << reason;
 }

@@ -1,7 +1,7 @@
 // System calls that fail, each one of a call of the library in turn, with each error, or that transfer single
 // bytes.
+#include "FakeHost.hpp"
 #include "LibraryCall.hpp"
-#include "MadeUpHost.hpp"
 #include "support/Child.hpp"
 #include "support/FailingCalls.hpp"
 #include "support/TempDir.hpp"
@@ -20,9 +20,9 @@ const Call readSoftware = {[](TestQueue& q) { return OWB_getSWRun(q.head()); }, 
 
 void expectToBePatient(const Call& call) {
     const Outcome good = make(call);
-    calls::beShort();
+    calls::transferSingleBytes();
     const Outcome outcome = make(call);
-    EXPECT_TRUE(calls::suffice());
+    EXPECT_TRUE(calls::stopFailing());
     EXPECT_EQ(good.result, outcome.result);
     EXPECT_EQ(good.items, outcome.items);
 }
@@ -34,7 +34,7 @@ std::string nameOf(const testing::TestParamInfo<int>& info) {
 INSTANTIATE_TEST_SUITE_P(With, FailingCall, testing::ValuesIn(errors), nameOf);
 
 TEST_P(FailingCall, OfTheRunningSoftware) {
-    const MadeUpHost host;
+    const FakeHost host;
     host.processes().add("7");
     host.processes().add("8");
     host.setTool("echo prog a b Driver\n");
@@ -48,7 +48,7 @@ TEST_P(FailingCall, OfTheRunningSoftware) {
             for (; hasFailed && !HasFailure(); ++n) {
                 calls::failAt(n, GetParam());
                 EXPECT_EQ(1, make(readSoftware).result);
-                hasFailed = calls::suffice();
+                hasFailed = calls::stopFailing();
                 SCOPED_TRACE(std::string("call ") + std::to_string(n) + ", " + calls::failed());
                 EXPECT_EQ(good.items, make(readSoftware).items);
                 const bool isLeft = std::string(calls::failed()) == "waitpid" && GetParam() != EINTR;
@@ -56,7 +56,7 @@ TEST_P(FailingCall, OfTheRunningSoftware) {
             }
             EXPECT_LT(1, n) << "no call has failed";
         },
-        MadeUpHost::Programs::real, reason);
+        FakeHost::Programs::real, reason);
     if (!reason.empty())
         GTEST_SKIP() << reason;
 }

@@ -4,7 +4,7 @@
 #include "TestQueue.hpp"
 #include "TraceLog.hpp"
 #include "support/Child.hpp"
-#include "support/ShortMemory.hpp"
+#include "support/FailingAllocator.hpp"
 #include "support/TempDir.hpp"
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ TEST_P(OutOfMemoryForAnItem, FailsTheItemLeavesTheQueueAndLosesNothing) {
         const long before = memory::outstanding();
         memory::failFrom(GetParam());
         const long result = OWB_itemAdd(q.head(), 0, 1, 1, 0, "second");
-        memory::suffice();
+        memory::stopFailing();
         EXPECT_EQ(0, result);
         EXPECT_EQ(before, memory::outstanding());
         EXPECT_EQ(Items{"0/1/0/0=first"}, q.items());
@@ -42,7 +42,7 @@ TEST(OutOfMemory, AnItemWithoutMemoryIsTraced) {
         const std::string text(5000, 'x');
         memory::failOfSize(text.size() + 1);
         const long result = OWB_itemAdd(q.head(), 0, 1, 1, 0, text.c_str());
-        memory::suffice();
+        memory::stopFailing();
         EXPECT_EQ(0, result);
     });
     EXPECT_EQ("203: Failed to add item: 'Model' group: 0 nominator: 1 row: 1 array: 0",
@@ -56,7 +56,7 @@ TEST(OutOfMemory, AUrlWithoutMemoryForItsCopyLeavesTheDefault) {
         OWB_URLSet("old");
         memory::failFrom(0);
         const long result = OWB_URLSet("new");
-        memory::suffice();
+        memory::stopFailing();
         EXPECT_EQ(1, result);
         EXPECT_EQ(byDefault, OWB_URLGet());
     });
@@ -70,7 +70,7 @@ TEST(OutOfMemory, AUrlIsNotLostWhenItIsSetToItself) {
         OWB_URLSet("own");
         memory::failFrom(0);
         OWB_URLSet(OWB_URLGet());
-        memory::suffice();
+        memory::stopFailing();
         EXPECT_STREQ("own", OWB_URLGet());
     });
 }
@@ -90,7 +90,7 @@ TEST(OutOfMemory, ATextWithoutMemoryIsCleanedInPlaceAllTheSame) {
     char text[] = " \"x\" ";
     memory::failFrom(0);
     const char* const result = owbStringClean(text, nullptr);
-    memory::suffice();
+    memory::stopFailing();
     EXPECT_STREQ("'x'", result);
 }
 

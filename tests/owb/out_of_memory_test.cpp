@@ -24,7 +24,7 @@ TEST(Trace, LosesNoLineWithoutMemory) {
         trace("first");
         memory::failFrom(0);
         trace("second");
-        memory::suffice();
+        memory::stopFailing();
     });
     EXPECT_EQ((Lines{"1: first", "1: second"}), log.linesOf("function"));
 }

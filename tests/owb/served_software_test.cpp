@@ -81,9 +81,9 @@ TEST_F(ServedSoftware, AZombieIsTheSame) {
     expectSame(process.id());
 }
 
-TEST_F(ServedSoftware, OfAMadeUpHostIsWhatItsFilesSay) {
+TEST_F(ServedSoftware, OfAFakeHostIsWhatItsFilesSay) {
     const support::TempDir root;
-    MadeProcess process;
+    FakeProcess process;
     process.name = "daemon";
     process.userTime = "250";
     process.systemTime = "50";
@@ -101,7 +101,7 @@ TEST_F(ServedSoftware, OfAMadeUpHostIsWhatItsFilesSay) {
         {"--root", root.path()});
 }
 
-TEST_F(ServedSoftware, OfAMadeUpHostIsClassifiedWhateverTheNameOfItsFolder) {
+TEST_F(ServedSoftware, OfAFakeHostIsClassifiedWhateverTheNameOfItsFolder) {
     const support::TempDir folder;
     const std::string name = "it's a \"folder\"; exit $(exit)\n";
     ProcessTree(folder.file(name + "/proc")).add("2", kernelThread("kthreadd"));
@@ -111,7 +111,7 @@ TEST_F(ServedSoftware, OfAMadeUpHostIsClassifiedWhateverTheNameOfItsFolder) {
     run([] { EXPECT_EQ("16/5/0/0=3", itemsOf(processGroup).at(3)); }, {"--root", folder.file(name)});
 }
 
-TEST_F(ServedSoftware, OfAMadeUpHostWithoutProcIsNone) {
+TEST_F(ServedSoftware, OfAFakeHostWithoutProcIsNone) {
     const support::TempDir root;
     run(
         [] {
@@ -121,7 +121,7 @@ TEST_F(ServedSoftware, OfAMadeUpHostWithoutProcIsNone) {
         {"--root", root.path()});
 }
 
-TEST_F(ServedSoftware, OfAMadeUpHostChangesWithItsFiles) {
+TEST_F(ServedSoftware, OfAFakeHostChangesWithItsFiles) {
     const support::TempDir root;
     const ProcessTree tree(root.file("proc"));
     tree.add("2", kernelThread("kthreadd"));

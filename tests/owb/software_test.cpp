@@ -2,7 +2,7 @@
 #include "owb.h"
 #include "support/Descriptors.hpp"
 
-#include "MadeUpHost.hpp"
+#include "FakeHost.hpp"
 #include "TestQueue.hpp"
 
 #include <cerrno>
@@ -22,7 +22,7 @@ class RunningSoftware : public testing::Test {
 protected:
     // Runs a body on the host; it must not print anything but what is expected.
     void run(const std::function<void()>& body, const std::string& expectedOutput = "",
-             MadeUpHost::Programs programs = MadeUpHost::Programs::real) const {
+             FakeHost::Programs programs = FakeHost::Programs::real) const {
         std::string reason;
         const std::string output = m_host.run(body, programs, reason);
         if (!reason.empty())
@@ -30,11 +30,11 @@ protected:
         EXPECT_EQ(expectedOutput, output);
     }
 
-    const MadeUpHost m_host;
+    const FakeHost m_host;
 };
 
-MadeProcess example() {
-    MadeProcess process;
+FakeProcess example() {
+    FakeProcess process;
     process.name = "daemon";
     process.state = "R";
     process.userTime = "250";
@@ -117,14 +117,14 @@ TEST_F(RunningSoftware, ThatTellsOnlyStatisticsHasRowsOfThoseAlone) {
 TEST_F(RunningSoftware, ThatIsNoProcessIsLeftOut) {
     m_host.processes().add("self");
     m_host.processes().add("0");
-    MadeProcess process;
+    FakeProcess process;
     process.name = "(sd-pam)";
     m_host.processes().add("7", process);
     run([] { EXPECT_EQ(Items{}, read()); });
 }
 
 TEST_F(RunningSoftware, NumbersAreUnsigned) {
-    MadeProcess process = example();
+    FakeProcess process = example();
     process.state = "W";
     process.status = "VmStk: 18446744073709551615 kB\nVmData: 4294967296 kB\nVmExe: 9223372036854775808 kB\n";
     m_host.processes().add("4194304", process);
@@ -140,7 +140,7 @@ TEST_F(RunningSoftware, NumbersAreUnsigned) {
 }
 
 TEST_F(RunningSoftware, HasAsManyParametersAsFit) {
-    MadeProcess process = example();
+    FakeProcess process = example();
     process.cmdline = "p\0"s;
     for (int i = 0; i < 255; ++i)
         process.cmdline += "a\0"s;
@@ -258,7 +258,7 @@ TEST_F(RunningSoftware, TenThousandCallsTakeNoMoreMemoryThanOneThousand) {
             EXPECT_GE(size + 1024, residentSize());
             EXPECT_EQ(before, support::openDescriptors());
         },
-        "", MadeUpHost::Programs::none);
+        "", FakeHost::Programs::none);
 }
 #endif
 

@@ -3,7 +3,7 @@
 
 #include "support/Child.hpp"
 #include "support/Descriptors.hpp"
-#include "support/ShortMemory.hpp"
+#include "support/FailingAllocator.hpp"
 #include "support/TempDir.hpp"
 
 #include <fstream>
@@ -60,7 +60,7 @@ void expectFailuresThatLeaveNothingBehind(void (*fail)(long)) {
         char** err = nullptr;
         fail(allocation);
         const int status = runTalkative(out, err);
-        wasShort = memory::suffice();
+        wasShort = memory::stopFailing();
         expectAllOrNothing(status, out, err);
         EXPECT_EQ(before, memory::outstanding());
         EXPECT_EQ(descriptors, support::openDescriptors());

@@ -1,6 +1,6 @@
 #include "support/FailingCalls.hpp"
 
-#include "support/StandIn.hpp"
+#include "support/Interposer.hpp"
 
 #include <cerrno>
 #include <cstdarg>
@@ -57,38 +57,38 @@ bool fails(const char* name) {
 using support::calls::fails;
 using support::calls::next;
 
-STAND_IN(int, socket, (int domain, int type, int protocol), noexcept, -1, (domain, type, protocol))
-STAND_IN(int, connect, (int socket, const sockaddr* address, socklen_t size), , -1, (socket, address, size))
-STAND_IN(int, setsockopt, (int socket, int level, int name, const void* value, socklen_t size), noexcept, -1,
-         (socket, level, name, value, size))
-STAND_IN(int, getaddrinfo, (const char* host, const char* port, const addrinfo* hints, addrinfo** result), ,
-         EAI_SYSTEM, (host, port, hints, result))
-STAND_IN(int, pipe2, (int* ends, int flags), noexcept, -1, (ends, flags))
-STAND_IN(pid_t, waitpid, (pid_t process, int* status, int options), , -1, (process, status, options))
-STAND_IN(int, posix_spawn,
-         (pid_t * process, const char* path, const posix_spawn_file_actions_t* actions,
-          const posix_spawnattr_t* attributes, char* const* arguments, char* const* environment),
-         , failureError, (process, path, actions, attributes, arguments, environment))
-STAND_IN(pid_t, fork, (), noexcept, -1, ())
-STAND_IN(int, bind, (int socket, const sockaddr* address, socklen_t size), noexcept, -1,
-         (socket, address, size))
-STAND_IN(int, listen, (int socket, int count), noexcept, -1, (socket, count))
-STAND_IN(int, chmod, (const char* path, mode_t mode), noexcept, -1, (path, mode))
-STAND_IN(int, rename, (const char* path, const char* other), noexcept, -1, (path, other))
-STAND_IN(int, unlink, (const char* path), noexcept, -1, (path))
-STAND_IN(int, fsync, (int descriptor), , -1, (descriptor))
-STAND_IN(int, lstat64, (const char* path, struct stat64* status), noexcept, -1, (path, status))
-STAND_IN(int, fstat64, (int descriptor, struct stat64* status), noexcept, -1, (descriptor, status))
-STAND_IN(ssize_t, readlink, (const char* path, char* buffer, std::size_t size), noexcept, -1,
-         (path, buffer, size))
-STAND_IN(DIR*, opendir, (const char* path), , nullptr, (path))
-STAND_IN(dirent64*, readdir64, (DIR * folder), , nullptr, (folder))
-STAND_IN(ssize_t, recv, (int socket, void* buffer, std::size_t size, int flags), , -1,
-         (socket, buffer, transferred(size), flags))
-STAND_IN(ssize_t, send, (int socket, const void* buffer, std::size_t size, int flags), , -1,
-         (socket, buffer, transferred(size), flags))
+INTERPOSE(int, socket, (int domain, int type, int protocol), noexcept, -1, (domain, type, protocol))
+INTERPOSE(int, connect, (int socket, const sockaddr* address, socklen_t size), , -1, (socket, address, size))
+INTERPOSE(int, setsockopt, (int socket, int level, int name, const void* value, socklen_t size), noexcept, -1,
+          (socket, level, name, value, size))
+INTERPOSE(int, getaddrinfo, (const char* host, const char* port, const addrinfo* hints, addrinfo** result), ,
+          EAI_SYSTEM, (host, port, hints, result))
+INTERPOSE(int, pipe2, (int* ends, int flags), noexcept, -1, (ends, flags))
+INTERPOSE(pid_t, waitpid, (pid_t process, int* status, int options), , -1, (process, status, options))
+INTERPOSE(int, posix_spawn,
+          (pid_t * process, const char* path, const posix_spawn_file_actions_t* actions,
+           const posix_spawnattr_t* attributes, char* const* arguments, char* const* environment),
+          , failureError, (process, path, actions, attributes, arguments, environment))
+INTERPOSE(pid_t, fork, (), noexcept, -1, ())
+INTERPOSE(int, bind, (int socket, const sockaddr* address, socklen_t size), noexcept, -1,
+          (socket, address, size))
+INTERPOSE(int, listen, (int socket, int count), noexcept, -1, (socket, count))
+INTERPOSE(int, chmod, (const char* path, mode_t mode), noexcept, -1, (path, mode))
+INTERPOSE(int, rename, (const char* path, const char* other), noexcept, -1, (path, other))
+INTERPOSE(int, unlink, (const char* path), noexcept, -1, (path))
+INTERPOSE(int, fsync, (int descriptor), , -1, (descriptor))
+INTERPOSE(int, lstat64, (const char* path, struct stat64* status), noexcept, -1, (path, status))
+INTERPOSE(int, fstat64, (int descriptor, struct stat64* status), noexcept, -1, (descriptor, status))
+INTERPOSE(ssize_t, readlink, (const char* path, char* buffer, std::size_t size), noexcept, -1,
+          (path, buffer, size))
+INTERPOSE(DIR*, opendir, (const char* path), , nullptr, (path))
+INTERPOSE(dirent64*, readdir64, (DIR * folder), , nullptr, (folder))
+INTERPOSE(ssize_t, recv, (int socket, void* buffer, std::size_t size, int flags), , -1,
+          (socket, buffer, transferred(size), flags))
+INTERPOSE(ssize_t, send, (int socket, const void* buffer, std::size_t size, int flags), , -1,
+          (socket, buffer, transferred(size), flags))
 
-// A message that cannot be written is lost, whatever the reason; tests wait for messages.
+// A program may drop a message that it cannot write, but tests wait for messages: never fail this poll.
 extern "C" __attribute__((visibility("default"))) int poll(pollfd* descriptors, nfds_t count, int timeout) {
     static const auto real = next<int(pollfd*, nfds_t, int)>("poll");
     const bool isForMessage = count == 1 && descriptors->fd == STDERR_FILENO;
@@ -110,14 +110,14 @@ extern "C" __attribute__((visibility("default"))) ssize_t write(int descriptor, 
     return !isPolledPipe(descriptor) && fails("write") ? -1 : real(descriptor, buffer, transferred(size));
 }
 
-// Of a pipe that is not waited for nothing but EAGAIN is told, pipe(7).
+// The only error of a non-blocking pipe is EAGAIN, pipe(7).
 extern "C" __attribute__((visibility("default"))) ssize_t read(int descriptor, void* buffer,
                                                                std::size_t size) {
     static const auto real = next<ssize_t(int, void*, std::size_t)>("read");
     return !isPolledPipe(descriptor) && fails("read") ? -1 : real(descriptor, buffer, transferred(size));
 }
 
-// A descriptor is closed even when close(2) fails.
+// close(2) releases the descriptor even when it fails.
 extern "C" __attribute__((visibility("default"))) int close(int descriptor) {
     static const auto real = next<int(int)>("close");
     const int result = real(descriptor);
@@ -133,12 +133,12 @@ void failAt(long n, int error) {
     failureError = error;
 }
 
-void beShort() {
+void transferSingleBytes() {
     hasFailed = false;
     isShort = true;
 }
 
-bool suffice() {
+bool stopFailing() {
     untilFailure = -1;
     isShort = false;
     return hasFailed;

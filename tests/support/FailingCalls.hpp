@@ -2,20 +2,19 @@
 #define TESTS_SUPPORT_FAILING_CALLS_HPP
 
 /**
- * System calls that fail: functions of the program stand in front of the C library's, those that the library
- * and what it needs call for descriptors, sockets, files, folders, pipes and processes. All of it is a matter
- * of the calling thread. Link failing_calls.
+ * Interposes the functions of the C library that make system calls for descriptors, sockets, files,
+ * directories, pipes and processes, so that chosen calls of the calling thread fail. Link failing_calls.
  */
 namespace support::calls {
 
-/** Lets the n-th call from now fail with an error number, and no other; 0 is the next one. */
+/** Fails only the n-th call from now, with an error number; 0 is the next one. */
 void failAt(long n, int error);
 
-/** Lets each call read or write a single byte. */
-void beShort();
+/** Limits each read and write to a single byte. */
+void transferSingleBytes();
 
-/** Ends these, and tells whether a call failed, or was short, meanwhile. */
-bool suffice();
+/** Lets all calls succeed again. Returns whether one has failed or was limited. */
+bool stopFailing();
 
 /** The name of the call that failed last; empty when none has. */
 const char* failed();

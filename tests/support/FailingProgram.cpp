@@ -1,8 +1,8 @@
-// Loaded before the libraries of a program as it is, lets a call of the system fail that the program's first
-// thread makes: FAIL_CALL is its number, from 0, or -1 for none, FAIL_ERROR its error number. At its end the
-// program writes to the file FAIL_COUNT how many calls it has made, and the name of the one that failed.
+// For LD_PRELOAD: fails one system call of an unchanged program's first thread. FAIL_CALL is the index of the
+// call, from 0, or -1 for none; FAIL_ERROR is the error number. At its end the program writes the number of
+// its calls and the name of the failed one to the file FAIL_COUNT.
 #include "support/FailingCalls.hpp"
-#include "support/StandIn.hpp"
+#include "support/Interposer.hpp"
 
 #include <cstdlib>
 #include <fstream>
@@ -32,16 +32,16 @@ __attribute__((destructor)) void end() {
 
 } // namespace
 
-// What servers call beside what FailingCalls has.
-STAND_IN(int, accept, (int socket, sockaddr* address, socklen_t* size), , -1, (socket, address, size))
-STAND_IN(int, getsockopt, (int socket, int level, int name, void* value, socklen_t* size), noexcept, -1,
-         (socket, level, name, value, size))
-STAND_IN(int, epoll_create1, (int flags), noexcept, -1, (flags))
-STAND_IN(int, epoll_wait, (int epoll, epoll_event* events, int count, int timeout), , -1,
-         (epoll, events, count, timeout))
-STAND_IN(int, flock, (int descriptor, int operation), noexcept, -1, (descriptor, operation))
+// What only servers call; FailingCalls has the rest.
+INTERPOSE(int, accept, (int socket, sockaddr* address, socklen_t* size), , -1, (socket, address, size))
+INTERPOSE(int, getsockopt, (int socket, int level, int name, void* value, socklen_t* size), noexcept, -1,
+          (socket, level, name, value, size))
+INTERPOSE(int, epoll_create1, (int flags), noexcept, -1, (flags))
+INTERPOSE(int, epoll_wait, (int epoll, epoll_event* events, int count, int timeout), , -1,
+          (epoll, events, count, timeout))
+INTERPOSE(int, flock, (int descriptor, int operation), noexcept, -1, (descriptor, operation))
 
-// Boost.Asio takes it for granted that what it watches for itself, a pipe and a timer, is watched.
+// Boost.Asio does not check for errors on its own pipe and timer.
 extern "C" __attribute__((visibility("default"))) int epoll_ctl(int epoll, int operation, int descriptor,
                                                                 epoll_event* event) noexcept {
     static const auto real = support::calls::next<int(int, int, int, epoll_event*)>("epoll_ctl");

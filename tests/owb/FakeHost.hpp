@@ -1,5 +1,5 @@
-#ifndef TESTS_OWB_MADE_UP_HOST_HPP
-#define TESTS_OWB_MADE_UP_HOST_HPP
+#ifndef TESTS_OWB_FAKE_HOST_HPP
+#define TESTS_OWB_FAKE_HOST_HPP
 #include "inventory/ProcessTree.hpp"
 #include "support/TempDir.hpp"
 
@@ -10,7 +10,7 @@
  * A host with processes, and with a software inventory, that a test invents. Children of the test live on it:
  * its root folder is theirs, in a mount namespace of their own. It has no /proc until it has a process.
  */
-class MadeUpHost {
+class FakeHost {
 public:
     /** Which programs, besides the software inventory, there are. */
     enum class Programs {
@@ -18,7 +18,7 @@ public:
         real  /**< those of the real host, which cannot be written to */
     };
 
-    MadeUpHost()
+    FakeHost()
         : m_processes(m_root.file("proc")) {}
 
     const ProcessTree& processes() const { return m_processes; }

@@ -1,5 +1,5 @@
-#ifndef TESTS_SUPPORT_MADE_UP_LOCALE_HPP
-#define TESTS_SUPPORT_MADE_UP_LOCALE_HPP
+#ifndef TESTS_SUPPORT_FAKE_LOCALE_HPP
+#define TESTS_SUPPORT_FAKE_LOCALE_HPP
 #include "support/Child.hpp"
 #include "support/Program.hpp"
 #include "support/TempDir.hpp"
@@ -12,9 +12,10 @@
 
 namespace support {
 
-/** Runs the body in a child whose locale is made for it; false where the sources of locales are missing. */
-inline bool runInLocale(const std::string& name, const std::string& charset,
-                        const std::function<void()>& body) {
+/** Compiles a locale and runs the body in a child with it; false where localedef or its sources are missing.
+ */
+inline bool runInFakeLocale(const std::string& name, const std::string& charset,
+                            const std::function<void()>& body) {
     const TempDir folder;
     const std::string locale = name + "." + charset;
     if (runProgram({"/usr/bin/localedef", "-i", name, "-f", charset, folder.file(locale)}).exitCode > 1)

@@ -1,4 +1,4 @@
-#include "support/ShortMemory.hpp"
+#include "support/FailingAllocator.hpp"
 
 #include <cerrno>
 
@@ -85,7 +85,7 @@ void failOfSize(std::size_t size) {
     failingSize = size;
 }
 
-bool suffice() {
+bool stopFailing() {
     untilFailure = -1;
     failingSize = 0;
     return hasFailed;

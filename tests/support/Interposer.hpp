@@ -1,10 +1,10 @@
-#ifndef TESTS_SUPPORT_STAND_IN_HPP
-#define TESTS_SUPPORT_STAND_IN_HPP
+#ifndef TESTS_SUPPORT_INTERPOSER_HPP
+#define TESTS_SUPPORT_INTERPOSER_HPP
 #include <dlfcn.h>
 
 namespace support::calls {
 
-/** Whether this call of the system is the one to fail; errno tells why then. */
+/** Whether this call is the one to fail; sets errno if so. */
 bool fails(const char* name);
 
 template <class Function>
@@ -14,9 +14,9 @@ Function* next(const char* name) {
 
 } // namespace support::calls
 
-/** Defines a function that stands in front of the C library's of the same name and returns a failure in its
- * turn. */
-#define STAND_IN(Result, name, parameters, specifier, failure, arguments)                                    \
+/** Defines an interposer: a function with the name of one of the C library's, which fails when it is its turn
+ * and calls the C library's otherwise. */
+#define INTERPOSE(Result, name, parameters, specifier, failure, arguments)                                   \
     extern "C" __attribute__((visibility("default"))) Result name parameters specifier {                     \
         static const auto real = support::calls::next<Result parameters>(#name);                             \
         return support::calls::fails(#name) ? (failure) : real arguments;                                    \

@@ -1,4 +1,4 @@
-#include "MadeUpHost.hpp"
+#include "FakeHost.hpp"
 
 #include "support/Child.hpp"
 
@@ -91,11 +91,11 @@ private:
 
 } // namespace
 
-void MadeUpHost::setTool(const std::string& script) const {
+void FakeHost::setTool(const std::string& script) const {
     fs::permissions(m_root.write("kq/bin/softinv", "#!/bin/sh\n" + script), fs::perms::owner_all);
 }
 
-std::string MadeUpHost::run(const std::function<void()>& body, Programs programs, std::string& reason) const {
+std::string FakeHost::run(const std::function<void()>& body, Programs programs, std::string& reason) const {
     const std::string output = support::inChild("/", [&] {
         try {
             unshareMounts();
