@@ -1,4 +1,4 @@
-/* The debug trace, and the text cleaner that it needs for the name of its log file. */
+/* The trace, and owbStringClean(), which it needs for the name of its log file. */
 #include "owb.h"
 
 #include "OWB_trace.hpp"
@@ -14,14 +14,13 @@
 
 bool owbTraceIsOff = false;
 
-/* Our OWB_Debug(), whatever an agent interposes. */
+/* The library's own OWB_Debug(), even if an agent interposes that name. */
 extern "C" __attribute__((alias("OWB_Debug"), visibility("hidden"))) void
 owbOwnDebug(char* file, char* function, unsigned long line, char* format, ...);
 
 namespace {
 
-/* Formats as vsnprintf() does. A text that had to be cut, or that cannot be formatted, still ends in a line
- * end. */
+/* Formats like vsnprintf(). A truncated text, and one that cannot be formatted, still ends in "\n". */
 void formatBounded(char* buffer, size_t size, const char* format, va_list values) {
     const int length = std::vsnprintf(buffer, size, format, values);
     if (length < 0) {
@@ -39,7 +38,7 @@ __attribute__((format(printf, 3, 4))) void formatBounded(char* buffer, size_t si
     va_end(values);
 }
 
-/* Reads the name of the log file from the switch file. False when there is no switch file. */
+/* Reads the name of the log file from the switch file. False if there is no switch file. */
 bool readSwitch(char* name, int size) {
     std::FILE* file = std::fopen("vdxDebug", "re");
     if (!file)
@@ -64,7 +63,7 @@ void append(const char* fileName, const char* text) {
     close(log);
 }
 
-/* Not isspace(): the vertical tab is kept, whatever the locale. */
+/* Not isspace(): the vertical tab is kept, and the locale has no influence. */
 bool isSpace(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f';
 }
@@ -119,7 +118,7 @@ char* owbStringClean(char* src, char* dst) {
     }
     const size_t size = std::strlen(src) + 1;
     char* const copy = dst ? dst : static_cast<char*>(std::malloc(size));
-    if (!copy) { /* cleaned all the same: only bytes behind its end differ */
+    if (!copy) { /* out of memory: clean in place; the bytes after the new end then change, too */
         clean(src);
         return src;
     }

@@ -1,6 +1,5 @@
-/* The connection, the group read, the running software, and the tables that name classes, properties and
- * keys. */
-#include "QAV_UnixProcessAPI.hpp" /* first: it knows what OW_Array.hpp needs before it */
+/* The connection, the group read, the running software, and the tables of classes, properties and keys. */
+#include "QAV_UnixProcessAPI.hpp" /* first: it includes what OW_Array.hpp needs before it */
 
 #include "OW_CIMClient.hpp"
 #include "OW_CIMDateTime.hpp"
@@ -9,10 +8,10 @@
 #include "OW_ClientAuthCBIFC.hpp"
 #include "OW_Exception.hpp"
 #include "OW_String.hpp"
-#include "OW_WBEMFlags.hpp"
 
 #include "owb.h"
 
+#include "OWB_enumerate.hpp"
 #include "OWB_queue.hpp"
 #include "OWB_trace.hpp"
 
@@ -230,7 +229,7 @@ CIMClient* OWB_connect(unsigned char kill) {
     return owbCIMClient_p;
 }
 
-/* The buffers are filled and never read, on purpose: a core dump or a debugger shows the build in them. */
+/* The library fills the buffers and never reads them: a core dump or a debugger shows the build in them. */
 extern "C" const char* OWB_version(char* date, char* time) {
     static char dateStr[128];
     static char timeStr[128];
@@ -245,9 +244,7 @@ namespace {
 
 /* Appends all instances of a class, numbered from 0. */
 void readInstances(CIMClient& client, long group, const char* className, _qHead* q) {
-    CIMInstanceEnumeration instances =
-        client.enumInstancesE(className, WBEMFlags::E_DEEP, WBEMFlags::E_NOT_LOCAL_ONLY,
-                              WBEMFlags::E_EXCLUDE_QUALIFIERS, WBEMFlags::E_EXCLUDE_CLASS_ORIGIN, NULL);
+    CIMInstanceEnumeration instances = owbEnumerate(client, className);
     const OwbRequest request(q, group);
     CIMInstance instance;
     for (long row = 0; instances.hasMoreElements(); ++row) {
@@ -281,70 +278,47 @@ extern "C" long OWB_getGroup(long group, _qHead* q) {
 
 namespace {
 
-/* Appends the items of one process. */
-class ProcessItems {
-public:
-    ProcessItems(_qHead* q, long group, long row)
-        : m_queue(q)
-        , m_group(group)
-        , m_row(row) {}
-
-    void add(long nom, const String& text, long array = 0) const {
-        OWB_itemAdd(m_queue, m_group, nom, m_row, array, text.c_str());
-    }
-    void add(long nom, unsigned long long number) const {
-        char text[128];
-        std::snprintf(text, sizeof text, "%llu", number);
-        OWB_itemAdd(m_queue, m_group, nom, m_row, 0, text);
-    }
-
-private:
-    _qHead* m_queue;
-    long m_group;
-    long m_row;
-};
-
 /* QAV_UnixProcess */
-void addInformation(const QAV_UnixProcessAPI& process, const ProcessItems& items) {
+void addInformation(const QAV_UnixProcessAPI& process, const OwbRow& items) {
     String text;
     Array<String> parameters;
     unsigned short code = 0;
 
     process.getName(text);
-    items.add(1, text);
+    items.add(1, 0, text);
     process.getHandle(text);
-    items.add(2, text);
+    items.add(2, 0, text);
     process.getModulePath(text);
-    items.add(3, text);
+    items.add(3, 0, text);
     process.getParameters(parameters);
-    const Array<String>& elements = parameters; /* reading through const takes no copy of shared elements */
+    const Array<String>& elements = parameters; /* operator[] of a non-const Array copies shared elements */
     for (size_t i = 0; i < elements.size(); ++i)
-        items.add(4, elements[i], static_cast<long>(i));
+        items.add(4, static_cast<long>(i), elements[i]);
     process.getRunType(code);
-    items.add(5, code);
+    items.add(5, 0, code);
     process.getExecutionState(code);
-    items.add(6, code);
+    items.add(6, 0, code);
 }
 
 /* QAV_UnixProcessStatisticalInformation */
-void addStatistics(const QAV_UnixProcessAPI& process, const ProcessItems& items) {
+void addStatistics(const QAV_UnixProcessAPI& process, const OwbRow& items) {
     String handle;
     CIMDateTime time;
     unsigned long long kilobytes = 0;
 
     process.getHandle(handle);
-    items.add(12, handle);
+    items.add(12, 0, handle);
     process.getRealStack(kilobytes);
-    items.add(11, kilobytes);
+    items.add(11, 0, kilobytes);
     process.getRealData(kilobytes);
-    items.add(10, kilobytes);
+    items.add(10, 0, kilobytes);
     process.getRealText(kilobytes);
-    items.add(9, kilobytes);
+    items.add(9, 0, kilobytes);
     process.getTotalCpuTime(time);
-    items.add(7, time.toString());
+    items.add(7, 0, time.toString());
 }
 
-typedef void (*AddProcess)(const QAV_UnixProcessAPI& process, const ProcessItems& items);
+typedef void (*AddProcess)(const QAV_UnixProcessAPI& process, const OwbRow& items);
 
 /* Appends the items of all processes, as rows from `row` on. Returns the row after the last. */
 long addProcesses(QAV_UnixProcessAPI& processes, QAV_UnixProcessAPI::tProcessInfoType type, AddProcess add,
@@ -354,7 +328,7 @@ long addProcesses(QAV_UnixProcessAPI& processes, QAV_UnixProcessAPI::tProcessInf
     processes.begin();
     for (; processes.hasNext(); ++row) {
         processes.next();
-        add(processes, ProcessItems(q, group, row));
+        add(processes, OwbRow(q, group, row));
     }
     processes.end();
     return row;
@@ -364,7 +338,7 @@ long addProcesses(QAV_UnixProcessAPI& processes, QAV_UnixProcessAPI::tProcessInf
 
 extern "C" int OWB_getSWRun(_qHead* q) {
     QAV_UnixProcessAPI processes;
-    /* The rows run on; the handle tells which rows of the two groups are one process. */
+    /* Group 22 continues the row numbers of group 16; only the handle identifies a process in both. */
     const long next =
         addProcesses(processes, QAV_UnixProcessAPI::eProcessInformation, addInformation, 16, 0, q);
     addProcesses(processes, QAV_UnixProcessAPI::eStatisticalInformation, addStatistics, 22, next, q);

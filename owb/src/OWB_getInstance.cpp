@@ -1,4 +1,4 @@
-/* The read of one instance that the agent names. */
+/* The read of one instance by its path. */
 #include "OW_CIMClient.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMObjectPath.hpp"

@@ -37,7 +37,7 @@ void reportDuplicate(long group, long nom, long row, long array) {
     std::printf("\n*** EXT_DIE() called: %s:%lu ***\n\n", "OWB_itemAdd", 171UL);
 }
 
-/* An item that is not yet linked, or null when there is no memory. */
+/* An unlinked item; null if out of memory. */
 _qItem* makeItem(long group, long nom, long row, long array, const char* val) {
     const size_t size = std::strlen(val) + 1;
     _qItem* const item = static_cast<_qItem*>(std::malloc(sizeof(_qItem)));
@@ -138,6 +138,20 @@ extern "C" long OWB_itemAdd(_qHead* q, long group, long nom, long row, long arra
     return 1;
 }
 
+void OwbRow::add(long nom, long array, const char* text) const {
+    OWB_itemAdd(m_queue, m_group, nom, m_row, array, text);
+}
+
+void OwbRow::add(long nom, long array, const String& text) const {
+    add(nom, array, text.c_str());
+}
+
+void OwbRow::add(long nom, long array, unsigned long long number) const {
+    char text[32];
+    std::snprintf(text, sizeof text, "%llu", number);
+    add(nom, array, text);
+}
+
 extern "C" const char* OWB_propertyName(long group, long nom) {
     for (const ExtItem* row = ExtItemList; row->group != -1; ++row)
         if (row->group == group && row->nom == nom)
@@ -155,7 +169,7 @@ const ExtItem* firstRowOf(long group) {
     return row;
 }
 
-/* The first row of the same group, from the given one on, for a property name, or null. */
+/* The row of a property, looked for from the first row of its group on; null if there is none. */
 const ExtItem* findProperty(const ExtItem* first, const char* name) {
     for (const ExtItem* row = first; row->group >= 0; ++row)
         if (row->group == first->group && strcasecmp(name, row->property) == 0)
@@ -163,58 +177,32 @@ const ExtItem* findProperty(const ExtItem* first, const char* name) {
     return NULL;
 }
 
-/* Where the values of one property go. */
-struct Target {
-    _qHead* queue;
-    long group;
-    long nom;
-    long row;
-
-    void add(long array, const char* text) const { OWB_itemAdd(queue, group, nom, row, array, text); }
-};
-
-void addElement(const Target& target, long array, UInt16 element) {
-    char text[128];
-    std::sprintf(text, "%u", static_cast<unsigned>(element));
-    target.add(array, text);
-}
-
-void addElement(const Target& target, long array, UInt64 element) {
-    char text[128];
-    std::sprintf(text, "%llu", static_cast<unsigned long long>(element));
-    target.add(array, text);
-}
-
-void addElement(const Target& target, long array, const String& element) {
-    target.add(array, element.c_str());
-}
-
 template <class Element>
-void addElements(const CIMValue& value, const Target& target) {
-    Array<Element> taken;
-    value.get(taken);
-    const Array<Element>& elements = taken; /* reading through const takes no copy of shared elements */
+void addElements(const CIMValue& value, long nom, const OwbRow& items) {
+    Array<Element> array;
+    value.get(array);
+    const Array<Element>& elements = array; /* operator[] of a non-const Array copies shared elements */
     for (size_t i = 0; i < elements.size(); ++i)
-        addElement(target, static_cast<long>(i), elements[i]);
+        items.add(nom, static_cast<long>(i), elements[i]);
 }
 
-void addArray(const CIMValue& value, const Target& target) {
+void addArray(const CIMValue& value, long nom, const OwbRow& items) {
     switch (value.getType()) {
     case CIMDataType::UINT16:
-        addElements<UInt16>(value, target);
+        addElements<UInt16>(value, nom, items);
         break;
     case CIMDataType::UINT64:
-        addElements<UInt64>(value, target);
+        addElements<UInt64>(value, nom, items);
         break;
     case CIMDataType::STRING:
-        addElements<String>(value, target);
+        addElements<String>(value, nom, items);
         break;
     default:
         OWB_TRACE_TEXT("OWB_getInstanceData", 316, "array type not handled\n");
     }
 }
 
-void addProperty(const CIMProperty& property, const ExtItem* firstRow, long row, _qHead* q) {
+void addProperty(const CIMProperty& property, const ExtItem* firstRow, const OwbRow& items) {
     if (!property) {
         OWB_TRACE_TEXT("OWB_getInstanceData", 240, "ERROR: prop == NULL\n");
         return;
@@ -230,13 +218,12 @@ void addProperty(const CIMProperty& property, const ExtItem* firstRow, long row,
         OWB_TRACE("OWB_getInstanceData", 328, "WARNING: value for property %s is invalid\n", name.c_str());
         return;
     }
-    const Target target = {q, known->group, known->nom, row};
     if (!value.isArray()) {
-        target.add(0, value.toString().c_str());
+        items.add(known->nom, 0, value.toString());
         return;
     }
     OWB_TRACE("OWB_getInstanceData", 273, "Property '%s' is an array\n", known->property);
-    addArray(value, target);
+    addArray(value, known->nom, items);
 }
 
 } // namespace
@@ -248,9 +235,10 @@ int OWB_getInstanceData(long group, CIMInstance& instance, long row, _qHead* q) 
               static_cast<int>(properties.size()));
     const OwbRequest request(q, group);
     const ExtItem* const firstRow = firstRowOf(group);
+    const OwbRow items(q, group, row);
     for (CIMPropertyArray::const_iterator it = properties.begin(); it != properties.end(); ++it) {
         try {
-            addProperty(*it, firstRow, row, q);
+            addProperty(*it, firstRow, items);
         } catch (const Exception& e) {
             OWB_TRACE_EXCEPTION("OWB_getInstanceData", 337, "ERROR", e);
             result = OWB_EXCEPTION;

@@ -1,35 +1,34 @@
 #ifndef OWB_QUEUE_HPP
 #define OWB_QUEUE_HPP
-/* How the bridge's own sources walk the agent's queue. */
+/* How the bridge's own sources walk the agent's queue and append to it. */
+#include "OW_String.hpp"
+
 #include "owb.h"
 
-/* The head in its role as the sentinel of the list. */
+/* The head of a queue as the sentinel of its list. */
 inline _qItem* sentinelOf(_qHead* q) {
     return reinterpret_cast<_qItem*>(q);
 }
 
 /*
- * A request that appends rows of one group to a queue, for as long as the object lives.
+ * A request that appends rows of one group to a queue, for as long as the object lives. It limits the search
+ * for duplicates, which every append makes.
  *
- * Every append looks for a duplicate. Requests number their rows upward, and until they return only the
- * library touches the queue. So an item of a new row can only match items that were appended after that row
- * began, unless the queue held a row as high before: the search starts there, and the queue is not searched
- * again for each item. Rows that are not above all earlier ones are searched for in the whole queue.
+ * Requests number their rows upward, and until they return only the library changes the queue. An item of a
+ * row above all earlier ones can therefore only match items that were appended after the row began: the
+ * search starts there. For any other row the whole queue is searched.
  *
- * Functions that an agent interposes may append items during a request, but take none out.
+ * Functions that an agent interposes may append items during a request, but must not remove any.
  *
- * OWB_itemExists() asks the innermost request by startOfSearch(), whoever called it. A request within another
- * one for the same queue and group leaves the work to the outer one.
+ * Requests nest. OWB_itemExists() asks the innermost one; a request within another one for the same queue and
+ * group leaves the outer one in charge.
  */
 class OwbRequest {
 public:
     OwbRequest(_qHead* q, long group);
     ~OwbRequest();
 
-    /*
-     * The item after which the first item of a row and group is, if the queue has one; the sentinel to search
-     * the whole queue.
-     */
+    /* The item after which to search for items of a group and row; the sentinel for the whole queue. */
     static _qItem* startOfSearch(_qHead* q, long group, long row);
 
 private:
@@ -46,6 +45,24 @@ private:
     long m_row;        /* the row that is being appended */
     long m_highestRow; /* of the group, up to m_last_p */
     _qItem* m_last_p;  /* the last item when the row began */
+};
+
+/* Appends the items of one row of a group. Items that cannot be appended are traced and left out. */
+class OwbRow {
+public:
+    OwbRow(_qHead* q, long group, long row)
+        : m_queue(q)
+        , m_group(group)
+        , m_row(row) {}
+
+    void add(long nom, long array, const char* text) const;
+    void add(long nom, long array, const OpenWBEM::String& text) const;
+    void add(long nom, long array, unsigned long long number) const;
+
+private:
+    _qHead* m_queue;
+    long m_group;
+    long m_row;
 };
 
 #endif

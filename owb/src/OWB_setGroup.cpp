@@ -11,6 +11,7 @@
 
 #include "owb.h"
 
+#include "OWB_enumerate.hpp"
 #include "OWB_queue.hpp"
 #include "OWB_trace.hpp"
 
@@ -23,9 +24,9 @@ namespace {
 const char traceFile[] = "../../owb/src/OWB_setGroup.cpp";
 
 /*
- * The items of a queue that are to be written, row by row. A walk that has passed the last row selects the
- * items of the next row that has any, so that rows without items cost no walk. When the object goes, the
- * items of the row that was visited last are selected and no others, as if every row had cost a walk.
+ * Selects the items of one row after the other, in ascending rows. One walk of the queue finds the next row
+ * with items and selects these, so rows without items cost no walk. The destructor leaves selected what one
+ * walk for each row would have left: the items of the row visited last.
  */
 class Selection {
 public:
@@ -39,7 +40,7 @@ public:
             select(m_visitedRow);
     }
 
-    /* Goes on to a row above the one before. Whether it has items; they are selected then. */
+    /* Moves to a row above the previous one. Returns whether it has items; if so, they are selected. */
     bool visit(long row) {
         m_visitedRow = row;
         m_queue->cursor = sentinelOf(m_queue);
@@ -49,7 +50,7 @@ public:
     }
 
 private:
-    static const long none = LONG_MAX; /* no instance is so far down */
+    static const long none = LONG_MAX; /* no instance has this row */
 
     void selectFrom(long row);
     void select(long row);
@@ -60,7 +61,7 @@ private:
     long m_selectedRow;
 };
 
-/* Selects the items of the lowest row that is not below `row`. In an ordered queue one walk does. */
+/* Selects the items of the lowest row from `row` on. A queue with ascending rows needs one walk. */
 void Selection::selectFrom(long row) {
     bool isMixed = false;
     m_selectedRow = none;
@@ -81,7 +82,7 @@ void Selection::select(long row) {
         item->selected = item->group == m_group && item->row == row;
 }
 
-/* The names of the keys of a group, up to a null one. A group beyond the table has none. */
+/* The keys of a group, up to one with a null name. A group beyond the table has none. */
 const ExtCimKey* keysOf(long group) {
     static const ExtCimKey none = {NULL, NULL};
     const long groups = sizeof ExtCimKeyArray / sizeof *ExtCimKeyArray;
@@ -104,7 +105,7 @@ const ExtItem* findItem(long group, long nom) {
     return NULL;
 }
 
-/* Every value goes as a string: the CIMOM knows the type of the property. */
+/* Every value is sent as a string: the CIMOM knows the type of the property. */
 void setProperty(const _qItem& item, CIMInstance& target) {
     OWB_TRACE("OWB_setGroup", 175, "Need to set item nominator %d '%s'\n", static_cast<int>(item.nom),
               item.val);
@@ -117,7 +118,7 @@ void setProperty(const _qItem& item, CIMInstance& target) {
     target.setProperty(CIMName(known->property), CIMValue(static_cast<const char*>(item.val)));
 }
 
-/* Sends the keys of an instance and the values of the items that are selected. */
+/* Sends the keys of an instance and the values of the selected items. */
 void writeInstance(CIMClient& client, long group, const char* className, const CIMInstance& source,
                    _qHead* q) {
     CIMInstance target = CIMClass(className).newInstance();
@@ -128,7 +129,7 @@ void writeInstance(CIMClient& client, long group, const char* className, const C
     client.modifyInstance(target, WBEMFlags::E_INCLUDE_QUALIFIERS, NULL);
 }
 
-/* An instance that cannot be written is traced and passed over. */
+/* A failed write is traced, and the next instance follows. */
 void tryToWriteInstance(CIMClient& client, long group, const char* className, const CIMInstance& source,
                         _qHead* q) {
     try {
@@ -139,11 +140,9 @@ void tryToWriteInstance(CIMClient& client, long group, const char* className, co
     }
 }
 
-/* Numbers the instances of the class as a read does, and writes each one that has items. */
+/* Numbers the instances as a read does, and writes each one that has items. */
 long writeInstances(CIMClient& client, long group, const char* className, _qHead* q) {
-    CIMInstanceEnumeration instances =
-        client.enumInstancesE(className, WBEMFlags::E_DEEP, WBEMFlags::E_NOT_LOCAL_ONLY,
-                              WBEMFlags::E_EXCLUDE_QUALIFIERS, WBEMFlags::E_EXCLUDE_CLASS_ORIGIN, NULL);
+    CIMInstanceEnumeration instances = owbEnumerate(client, className);
     if (!instances.hasMoreElements()) {
         OWB_TRACE_TEXT("OWB_setGroup", 113, "ERROR - no instances of class found in CIMOM database.\n");
         return OWB_NO_INSTANCE;
@@ -153,8 +152,7 @@ long writeInstances(CIMClient& client, long group, const char* className, _qHead
     for (long rowIndex = 0; instances.hasMoreElements(); ++rowIndex) {
         instances.nextElement(instance);
         OWB_TRACE("OWB_setGroup", 121, "Found instance: %d\n", static_cast<int>(rowIndex));
-        /* Here and not before the enumeration: whether the class has instances is told even to an agent that
-         * has nothing to write. */
+        /* Not before the enumeration: a class without instances is reported even if the queue is empty. */
         if (q->first == sentinelOf(q))
             return OWB_DONE;
         if (selection.visit(rowIndex))

@@ -17,13 +17,13 @@ namespace {
 
 const char traceFile[] = "../../owb/src/OWB_time.cpp";
 
-/* A count as agents take it: 32 bits that wrap, in two's complement. */
+/* A count as agents expect it: 32 bits, two's complement, wrapping. */
 long wrapped(UInt32 count) {
     return static_cast<Int32>(count);
 }
 
-/* The microseconds of an interval in a coarser unit, halves away from zero. At most 2^32 - 1 (a text may say
- * -1), so the result always fits. */
+/* The microseconds of an interval in a coarser unit, halves rounded away from zero. The result fits: a text
+ * with -1 microseconds gives 2^32 - 1, and no text gives more. */
 UInt32 rounded(const CIMDateTime& interval, double microsecondsPerUnit) {
     return static_cast<UInt32>(std::round(interval.getMicroSeconds() / microsecondsPerUnit));
 }
@@ -42,9 +42,9 @@ UInt32 lengthIn(OWB_TIME_UNIT unit, const CIMDateTime& interval) {
         return seconds * 1000U + rounded(interval, 1000.0);
     case OWB_TIME_HUNDREDTHS:
         return seconds * 100U + rounded(interval, 10000.0);
-    case OWB_TIME_SECONDS: /* begun seconds do not count */
+    case OWB_TIME_SECONDS: /* fractions are dropped */
         return seconds;
-    default: /* nobody gets here as long as OWB_calcTimeInterval() refuses other units */
+    default: /* unreachable: OWB_calcTimeInterval() rejects other units */
         OWB_TRACE_TEXT("OWB_calcTimeInterval", 178,
                        "ERROR: bad OWB_TIME_UNIT passed in - assuming seconds\n");
         return seconds;
@@ -59,7 +59,7 @@ bool isUnit(long unit) {
 
 extern "C" long OWB_calcTimeEpoch(char* text) {
     if (!text) {
-        /* The message names the other function; logs are searched for it. */
+        /* The text names the other function; scripts search logs for it. */
         OWB_TRACE_TEXT("OWB_calcTimeEpoch", 92,
                        "ERROR - invalid char* string passed to calcTimeInterval()\n");
         return 0;

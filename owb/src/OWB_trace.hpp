@@ -1,18 +1,18 @@
 #ifndef OWB_TRACE_HPP
 #define OWB_TRACE_HPP
-/* How the bridge's own sources trace: through OWB_Debug(), at the cost of one test when tracing is off. */
+/* How the bridge's own sources trace: through OWB_Debug(). While tracing is off, a trace costs one test. */
 #include "owb.h"
 
 /*
- * Set once OWB_Debug() has found that tracing is off. Stays false when an agent interposes OWB_Debug(): it
- * then receives every diagnostic.
+ * True once the library's OWB_Debug() has found tracing off. Stays false if an agent interposes OWB_Debug():
+ * the interposer receives every diagnostic.
  */
 extern __attribute__((visibility("hidden"))) bool owbTraceIsOff;
 
 /*
- * OWB_TRACE(function, line, format, values...) traces from the source file that the constant traceFile names;
- * OWB_TRACE_TEXT(function, line, text) traces a text without values. Values are evaluated only when the trace
- * is made. OWB_Debug() changes none of its texts, despite their type.
+ * OWB_TRACE(function, line, format, values...) names the source file by the constant traceFile;
+ * OWB_TRACE_TEXT(function, line, text) traces a text without values. Values are evaluated only if OWB_Debug()
+ * is called. OWB_Debug() changes none of its texts, although their type allows it.
  */
 #define OWB_TRACE(function, line, format, ...)                                                               \
     (owbTraceIsOff ? static_cast<void>(0)                                                                    \
@@ -24,8 +24,8 @@ extern __attribute__((visibility("hidden"))) bool owbTraceIsOff;
                                const_cast<char*>(text)))
 
 /*
- * Traces an OpenWBEM::Exception: its type, where it was thrown, and its message. The line starts with a
- * literal: "ERROR", or "\n>>ERROR" where agents are used to that.
+ * Traces an OpenWBEM::Exception: its type, where it was thrown, and its message. `start` is a literal,
+ * "ERROR" or "\n>>ERROR".
  */
 #define OWB_TRACE_EXCEPTION(function, line, start, e)                                                        \
     OWB_TRACE(function, line, start " %s %s:%i  %s\n", (e).type(), (e).getFile(), (e).getLine(),             \
