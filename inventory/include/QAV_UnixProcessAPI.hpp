@@ -2,8 +2,8 @@
  * QAV_UnixProcessAPI.hpp - the processes of the local Linux system, read from /proc
  *
  * PURPOSE
- *   A table of processes that is filled in one of two modes, what describes each process or what it uses,
- *   and walked with a cursor:
+ *   A table of processes. init() fills it in one of two modes: what describes each process, or what each
+ *   process uses. A cursor iterates over it:
  *
  *       QAV_UnixProcessAPI processes;
  *       OpenWBEM::String name;
@@ -17,27 +17,26 @@
  *       processes.end();
  *
  * WHAT IS LEFT OUT
- *   A process that ends while it is being read, and one with a file that cannot be opened: it may not be
- *   read, or the agent is out of descriptors or memory. Also a process whose name contains a ")", as in
- *   "(sd-pam)": the name ends there, and the fields of the stat line behind it are missing. If the rest of
- *   the name looks like these fields, the process appears with wrong numbers.
+ *   A process that ends while it is being read. A process with a file that cannot be opened, for lack of
+ *   permission, descriptors or memory. A process whose name contains a ")", such as "(sd-pam)": the name ends
+ *   there, and the fields of the stat line after it are missing. If the rest of the name looks like these
+ *   fields, the process appears with wrong numbers.
  *
- *   The first line of a stat file and of a cmdline file counts, up to 511 bytes of it. A line of a status
- *   file that is longer counts as several.
+ *   Of a stat file and of a cmdline file, only the first 511 bytes of the first line are read. A line of a
+ *   status file that is longer than 511 bytes counts as several.
  *
  * ERRORS
  *   None are reported. Without /proc the table is empty. Exceptions of the client library's types and
- *   std::bad_alloc pass through; nothing is leaked.
+ *   std::bad_alloc pass through without leaks.
  *
  * THREADS
- *   An object is for one thread at a time. init() in the mode eProcessInformation runs a program, waits
- *   for it, at most 30 s, and reaps it.
+ *   One thread at a time may use an object. init() in the mode eProcessInformation runs a program, waits for
+ *   it, at most 30 s, and reaps it.
  */
 #ifndef QAV_UNIX_PROCESS_API_HPP
 #define QAV_UNIX_PROCESS_API_HPP
 
-/* OpenWBEM 3.x: an Array of a type of one's own needs OW_vector.hpp, where there is one, before OW_Array.hpp.
- */
+/* OpenWBEM 3.x needs OW_vector.hpp before OW_Array.hpp, for an Array of a user-defined type. */
 #ifdef __has_include
 #if __has_include(<OW_vector.hpp>)
 #include <OW_vector.hpp>
@@ -49,20 +48,20 @@
 
 class QAV_UnixProcessAPI {
 public:
-    /* What a fill of the table gathers, besides handle and name. */
+    /* What a fill of the table reads, besides handle and name. */
     enum tProcessInfoType {
         eStatisticalInformation = 0, /* processor time, sizes of text, data and stack */
         eProcessInformation = 1      /* parent, state, parameters, program, kind, user, group */
     };
 
     /*
-     * One process. What the other mode gathers is empty or 0.
+     * One process. Fields of the other mode are empty or 0.
      *
      *   handle           process ID, decimal
      *   name             command name, proc(5): 15 bytes at most, 63 of a kernel thread
-     *   modulePath       path of the program, at most 512 bytes; empty when it may not be read, and
+     *   modulePath       path of the program, at most 512 bytes; empty without permission to read it, and
      *                    for kernel threads
-     *   parameters       arguments after the program's name, see readRunParameters()
+     *   parameters       arguments after the program name, see readRunParameters()
      *   runType          RFC 2790, hrSWRunType: 2 operating system, 3 device driver, 4 application
      *   executionState   CIM_Process.ExecutionState: 2 ready (it sleeps), 3 running, 4 blocked
      *                    (stopped), 5 suspended blocked (waiting for a disk), 7 terminated (a
@@ -95,33 +94,33 @@ public:
     QAV_UnixProcessAPI();
     ~QAV_UnixProcessAPI();
 
-    /* Replaces the table by all processes, in the order of the directory /proc. */
+    /* Replaces the contents of the table by all processes, in the order of the directory /proc. */
     void init(tProcessInfoType type);
 
     /*
-     * Adds the process whose ID is `handle` to the table. The cursor stays. Returns 1 if it was added, 0 if
-     * it does not exist or cannot be read completely.
+     * Appends the process whose ID is `handle` to the table. The cursor stays. Returns 1, or 0 if the process
+     * does not exist or cannot be read completely.
      */
     int init(tProcessInfoType type, const OpenWBEM::String& handle);
 
     /* Sets the cursor before the first process. */
     void begin();
 
-    /* Moves the cursor to the next process; not beyond the 32,768th. */
+    /* Moves the cursor to the next process, at most to the 32,768th. */
     void next();
 
     /*
-     * 1 when there is a process behind the cursor, else 0. The cursor has 16 bits: a walk ends with the
-     * 32,768th process, however many there are.
+     * 1 if there is a process after the cursor, else 0. The cursor has 16 bits: an iteration ends with the
+     * 32,768th process, even if the table has more.
      */
     int hasNext();
 
-    /* Does nothing: the end of a walk. */
+    /* Ends an iteration. Does nothing. */
     void end();
 
     /*
-     * Copy one field of the process at the cursor. Return 1; 0, leaving the argument alone, when the cursor
-     * is on none.
+     * Copy one field of the process at the cursor and return 1. Without a process at the cursor, return 0 and
+     * leave the argument unchanged.
      */
     int getHandle(OpenWBEM::String& handle) const;
     int getName(OpenWBEM::String& name) const;
@@ -138,26 +137,26 @@ public:
     int getRealStack(unsigned long long& realStack) const;
 
     /*
-     * Reads one process and appends it to the table, as init() does. The output of the software inventory
-     * is kept until the next init(). After an init() that asked for it the run type is 4, see
+     * Reads one process and appends it to the table, like init(), but keeps the output of the software
+     * inventory until the next init(). After an init() that ran the inventory, the run type is 4, see
      * determineSWType().
      */
     int internalInit(tProcessInfoType type, const OpenWBEM::String& handle);
 
     /*
      * Run type of a program by its command name: 2, 3 or 4, as runType. Runs the program /kq/bin/softinv, at
-     * most once after each init(), and looks at the lines of its output that begin with the name. The last of
-     * them decides by its fourth word: "Driver" or a beginning of it is 3, "Operating" or a beginning of it
-     * is 2, any other word is 4. A line that begins with the name and has no fourth word ends the search with
-     * 4. Also 4 when the program is missing or prints nothing. An init() that has asked drops the output when
-     * it ends: from then on the type is 4 for every name.
+     * most once after each init(). Of the output lines that begin with the name, the last one decides by its
+     * fourth word: "Driver" or a prefix of it is 3, "Operating" or a prefix of it is 2, any other word is 4.
+     * A line that begins with the name and has no fourth word ends the search with 4. The result is also 4 if
+     * the program is missing or prints nothing. An init() that ran the program discards the output at its
+     * end: from then on the result is 4 for every name.
      */
     unsigned short determineSWType(const OpenWBEM::String& name);
 
     /*
-     * Replaces the parameters of a record by what a cmdline file, proc(5), holds after its first text. Only
-     * its first 511 bytes count, and only up to the end of the first line and the first empty text. Returns
-     * 1; 0, leaving the record alone, if the file cannot be opened.
+     * Replaces the parameters of a record by the texts of a cmdline file, proc(5), without the first one.
+     * Reads at most 511 bytes, up to the end of the first line or the first empty text. Returns 1. If the
+     * file cannot be opened, returns 0 and leaves the record unchanged.
      */
     static int readRunParameters(const char* path, tUnixProcess& record);
 
@@ -167,7 +166,7 @@ private:
 
     const tUnixProcess* current() const;
 
-    char** m_swInventory; /* lines of the software inventory, null-terminated; null when not held */
+    char** m_swInventory; /* lines of the software inventory, null-terminated; null if not read */
     bool m_swInventoryRead;
     OpenWBEM::Array<tUnixProcess> m_processes;
     short m_current; /* -1: before the first */

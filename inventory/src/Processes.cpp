@@ -18,7 +18,7 @@ public:
         if (m_directory)
             closedir(m_directory);
     }
-    /* The next name; null at the end, and if there is no such directory. */
+    /* The next name; null at the end, and if the directory cannot be opened. */
     const char* next() {
         const dirent* const entry = m_directory ? readdir(m_directory) : NULL;
         return entry ? entry->d_name : NULL;
@@ -31,7 +31,7 @@ private:
     DIR* m_directory;
 };
 
-/* Of a line with its newline and a NUL. A longer line counts as several. */
+/* Bytes of a line with newline and NUL. A longer line counts as several. */
 const int lineSize = 512;
 
 /* A file of a process, open as long as this lives. */
@@ -56,10 +56,10 @@ private:
     ProcFile& operator=(const ProcFile&);
 
     std::FILE* m_file;
-    char m_buffer[4096]; /* one of stdio's own costs fstat(2), and read(2) again every 1,024 bytes */
+    char m_buffer[4096]; /* stdio's own buffer costs an fstat(2), and a read(2) every 1,024 bytes */
 };
 
-/* What is taken of a stat file, proc(5). */
+/* The used fields of a stat file, proc(5). */
 struct Stat {
     char name[lineSize];
     char state;
@@ -69,8 +69,8 @@ struct Stat {
 };
 
 /*
- * False when the file cannot be opened or does not have all fields. The name ends at the first ")", even if
- * the name itself contains it: the fields that follow are then wrong or missing.
+ * False if the file cannot be opened or lacks a field. The name ends at the first ")", even if the name
+ * itself contains one: the fields after it are then wrong or missing.
  */
 bool readStat(const char* path, Stat& stat) {
     ProcFile file(path);
@@ -103,8 +103,7 @@ unsigned short executionState(char letter) {
 }
 
 OpenWBEM::CIMDateTime cpuTime(const Stat& stat) {
-    const unsigned long long microsecondsPerTick =
-        10000; /* agents count on it, whatever the system's tick is */
+    const unsigned long long microsecondsPerTick = 10000; /* agents expect it, even if the system's differs */
     return OpenWBEM::CIMDateTime(
         static_cast<OpenWBEM::UInt64>((stat.userTime + stat.systemTime) * microsecondsPerTick));
 }
@@ -120,13 +119,13 @@ bool beginsWith(const char* line, const char (&key)[size]) {
     return std::memcmp(line, key, size - 1) == 0;
 }
 
-/* The number behind the first word of a text. False, leaving the value alone, when there is none. */
+/* The number after the first word of a text. Without one, returns false and leaves the value unchanged. */
 bool secondNumber(const char* text, unsigned long long& value) {
     /* NOLINTNEXTLINE(cert-err34-c): a number that is too large counts as the largest. */
     return std::sscanf(text, "%*s %llu", &value) == 1;
 }
 
-/* The second number of "Uid:" and "Gid:" is the effective ID, and that is what is wanted. */
+/* The effective IDs: the second numbers of the lines "Uid:" and "Gid:". */
 bool takeIdentity(const char* line, Process& process) {
     const std::size_t key = sizeof "Uid:" - 1;
     if (beginsWith(line, "Uid:"))
@@ -153,7 +152,7 @@ bool takeSize(const char* line, Process& process) {
     return true;
 }
 
-/* Reads a status file as far as it has lines that are wanted. False when it cannot be opened. */
+/* Reads a status file up to the last line that is used. False if it cannot be opened. */
 bool readStatus(const char* path, bool isInformation, Process& process) {
     ProcFile file(path);
     if (!file.isOpen())
@@ -166,19 +165,19 @@ bool readStatus(const char* path, bool isInformation, Process& process) {
     return true;
 }
 
-/* The ID is widened with its sign, so that a negative one names nothing. */
-std::string folderOf(const Sources& sources, const OpenWBEM::String& handle) {
+/* The sign is extended, so that no directory has the name of a negative ID. */
+std::string directoryOf(const Sources& sources, const OpenWBEM::String& handle) {
     const long long id = std::strtol(handle.c_str(), NULL, 10);
-    return sources.procFolder + "/" + std::to_string(static_cast<unsigned long long>(id));
+    return sources.procDirectory + "/" + std::to_string(static_cast<unsigned long long>(id));
 }
 
-/* What only the mode eProcessInformation gathers, up to the status file. */
-bool describe(const Sources& sources, const std::string& folder, const Stat& stat, Process& process) {
+/* The fields of the mode eProcessInformation that are not in the status file. */
+bool describe(const Sources& sources, const std::string& directory, const Stat& stat, Process& process) {
     process.parentProcessID = OpenWBEM::String(static_cast<OpenWBEM::UInt64>(stat.parent));
     process.executionState = executionState(stat.state);
-    if (!readParameters((folder + "/cmdline").c_str(), process.parameters))
+    if (!readParameters((directory + "/cmdline").c_str(), process.parameters))
         return false;
-    process.modulePath = linkTarget((folder + "/exe").c_str());
+    process.modulePath = linkTarget((directory + "/exe").c_str());
     process.runType = sources.runType(process.name);
     return true;
 }
@@ -187,8 +186,8 @@ bool describe(const Sources& sources, const std::string& folder, const Stat& sta
 
 void readProcesses(const Sources& sources, QAV_UnixProcessAPI::tProcessInfoType type,
                    OpenWBEM::Array<Process>& table) {
-    Directory folder(sources.procFolder.c_str());
-    while (const char* const name = folder.next())
+    Directory directory(sources.procDirectory.c_str());
+    while (const char* const name = directory.next())
         if (std::strtol(name, NULL, 10) != 0)
             readProcess(sources, type, OpenWBEM::String(name), table);
 }
@@ -196,19 +195,19 @@ void readProcesses(const Sources& sources, QAV_UnixProcessAPI::tProcessInfoType 
 bool readProcess(const Sources& sources, QAV_UnixProcessAPI::tProcessInfoType type,
                  const OpenWBEM::String& handle, OpenWBEM::Array<Process>& table) {
     const bool isInformation = type == QAV_UnixProcessAPI::eProcessInformation;
-    const std::string folder = folderOf(sources, handle);
+    const std::string directory = directoryOf(sources, handle);
     struct stat status;
     Stat stat;
-    if (lstat(folder.c_str(), &status) != 0 || !readStat((folder + "/stat").c_str(), stat))
+    if (lstat(directory.c_str(), &status) != 0 || !readStat((directory + "/stat").c_str(), stat))
         return false;
     Process process = Process();
     process.handle = handle;
     process.name = stat.name;
     if (!isInformation)
         process.totalCpuTime = cpuTime(stat);
-    else if (!describe(sources, folder, stat, process))
+    else if (!describe(sources, directory, stat, process))
         return false;
-    if (!readStatus((folder + "/status").c_str(), isInformation, process))
+    if (!readStatus((directory + "/status").c_str(), isInformation, process))
         return false;
     table.push_back(process);
     return true;
@@ -218,7 +217,7 @@ bool readParameters(const char* path, OpenWBEM::StringArray& parameters) {
     ProcFile file(path);
     if (!file.isOpen())
         return false;
-    /* Zero bytes, which separate the texts, also follow the last one: the list ends there. */
+    /* Zero bytes separate the texts. The rest of the buffer is zero, too, so an empty text ends the list. */
     char texts[lineSize + 1] = "";
     const bool isRead = file.readLine(texts);
     parameters.clear();

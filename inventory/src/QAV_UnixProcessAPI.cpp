@@ -1,4 +1,4 @@
-/* The table of processes and its cursor. How processes are read: Processes.cpp. */
+/* The table of processes and its cursor. Processes.cpp reads the processes. */
 #include "QAV_UnixProcessAPI.hpp"
 
 #include "Processes.hpp"
@@ -30,12 +30,12 @@ private:
     char**& m_lines;
 };
 
-/* This host, and what the program of its software inventory prints. */
+/* The processes of this host, and the run types that its software inventory reports. */
 inventory::Sources sourcesOf(QAV_UnixProcessAPI& processes) {
     return {"/proc", [&processes](const OpenWBEM::String& name) { return processes.determineSWType(name); }};
 }
 
-/* The cursor has 16 bits, so there are processes that it does not reach. */
+/* The cursor has 16 bits: it does not reach later processes. */
 const short lastReachable = SHRT_MAX;
 
 template <class Field, class Result>

@@ -11,7 +11,8 @@ const unsigned short operatingSystem = 2;
 const unsigned short deviceDriver = 3;
 const unsigned short application = 4;
 
-/* Whether a word is the beginning of another, or all of it. The length of the word is taken in 16 bits. */
+/* Whether a word is a prefix of another or equals it. Only the low 16 bits of the length of the word count.
+ */
 template <std::size_t size>
 bool isBeginningOf(const char (&whole)[size], const char* word) {
     const std::size_t length = static_cast<unsigned short>(std::strlen(word));
@@ -21,7 +22,7 @@ bool isBeginningOf(const char (&whole)[size], const char* word) {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat" /* "%ms" is POSIX, not ISO C++ */
 
-/* The type that the fourth word of a line stands for; 0 when there is no fourth word. */
+/* The run type that the fourth word of a line denotes; 0 if the line has no fourth word. */
 unsigned short typeIn(const char* line) {
     char* word;
     if (std::sscanf(line, "%*s %*s %*s %ms", &word) != 1)

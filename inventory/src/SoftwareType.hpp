@@ -5,11 +5,10 @@
 namespace inventory {
 
 /*
- * Run type of a program by its command name, as QAV_UnixProcessAPI::determineSWType() finds it in the output
- * of the software inventory.
+ * Run type of a program by its command name, from the output of the software inventory.
+ * QAV_UnixProcessAPI::determineSWType() documents the rules.
  *
- * lines   The output, as runcommand() returns it: up to a null pointer. A null pointer instead of the array:
- *         the program printed nothing.
+ *   lines   the lines of the output, ended by a null pointer; null if the program printed nothing
  */
 unsigned short softwareType(const char* const* lines, const OpenWBEM::String& name);
 
