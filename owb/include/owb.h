@@ -41,8 +41,8 @@
  *
  * THREADS
  *   The library starts none and locks nothing. It keeps one client connection for the life of the
- *   process, so call it from one thread at a time. It touches no signal disposition, and its descriptors
- *   are closed on exec; an installed OpenWBEM in place of the bundled client library ignores SIGPIPE.
+ *   process, so call it from one thread at a time. It changes no signal disposition, and its descriptors
+ *   are closed on exec. An installed OpenWBEM client library ignores SIGPIPE.
  *
  * ERRORS
  *   Request functions return a status: OWB_DONE, OWB_NO_INSTANCE, OWB_BAD_ARGUMENT, OWB_NO_CONNECTION or
