@@ -22,7 +22,7 @@ namespace {
     std::exit(EXIT_FAILURE);
 }
 
-/** Whether a chunked reply ends here: its last chunk, and trailers or none. */
+/** Whether a chunked reply ends here, with the last chunk and optional trailers. */
 bool isEnd(const std::string& tail) {
     const std::string end = "\r\n\r\n";
     return tail.find("\r\n0\r\n") != std::string::npos && tail.size() >= end.size() &&
@@ -37,7 +37,7 @@ std::string enumerateRequest(const std::string& className) {
     try {
         client.enumInstancesE(className.c_str());
     } catch (const OpenWBEM::Exception&) {
-        // The peer keeps the request and answers nothing.
+        // The peer records the request and does not answer.
     }
     return peer.requests().front();
 }

@@ -4,10 +4,10 @@
 
 namespace bench {
 
-/** What the client library sends to enumerate a class, byte by byte. */
+/** The bytes that the client library sends to enumerate a class. */
 std::string enumerateRequest(const std::string& className);
 
-/** The least that a client can do: sends bytes, takes chunked replies, and looks at their end alone. */
+/** The minimal client: sends bytes and receives chunked replies, of which it parses only the end. */
 class BareClient {
 public:
     explicit BareClient(const std::string& socketPath);
@@ -15,7 +15,7 @@ public:
     BareClient(const BareClient&) = delete;
     BareClient& operator=(const BareClient&) = delete;
 
-    /** Sends a request and takes its reply. Returns the size of that. */
+    /** Sends a request and receives its reply. Returns the size of the reply. */
     std::size_t exchange(const std::string& request);
 
 private:

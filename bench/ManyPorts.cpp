@@ -51,7 +51,7 @@ std::string ManyPorts::url(const std::string& scheme) const {
     return scheme + binary.substr(binary.find("://"));
 }
 
-// proc(5): the first number of schedstat, in nanoseconds.
+// The first number of schedstat, proc(5), in nanoseconds.
 double ManyPorts::processorSeconds() const {
     double nanoseconds = 0;
     std::ifstream("/proc/" + std::to_string(pid()) + "/schedstat") >> nanoseconds;

@@ -7,21 +7,21 @@
 
 namespace bench {
 
-/** The real object manager of a host with many network ports, whose statistics a site file declares. */
+/** A real object manager with the statistics of many network ports, which a site file declares. */
 class ManyPorts {
 public:
     /** Group and class of the statistics. Each instance has ten properties with a value. */
     static constexpr long group = 10;
     static const char* className();
 
-    /** Starts it; it is ready when this returns. */
+    /** Starts it and waits until it is ready. */
     explicit ManyPorts(int ports);
 
     pid_t pid() const { return m_daemon.pid(); }
     std::string socketPath() const { return m_folder.file("s"); }
     /** Its URL with a scheme, "owbinary.wbem" or "cimxml.wbem". */
     std::string url(const std::string& scheme) const;
-    /** The processor time that it has taken so far, in seconds. */
+    /** Its processor time so far, in seconds. */
     double processorSeconds() const;
 
 private:

@@ -6,26 +6,27 @@
 #include <utility>
 #include <vector>
 
-/** What the measuring programs share. Each prints the machine, then a table in Markdown, then its aims. */
+/** Functions of the benchmarks. Each benchmark prints the machine, then a table in Markdown, then its aims.
+ */
 namespace bench {
 
-/** Prints processor, kernel and compiler, so that figures can be told apart. */
+/** Prints processor, kernel and compiler. */
 void printMachine();
 
-/** Prints how a result compares with what it may be at most; both in the same unit. */
+/** Prints a result, its maximum in the same unit, and their ratio. */
 void printAim(const char* what, const char* unit, double most, double result);
 
 /** Processor time of the calling thread, in seconds. */
 double threadSeconds();
 
-/** Memory of the process, in kilobytes: now, and the most there has been (proc(5), VmRSS and VmHWM). */
+/** Current and peak memory of the process in kilobytes (proc(5), VmRSS and VmHWM). */
 long residentKilobytes();
 long peakKilobytes();
 
 /** Median of an odd number of results. */
 double median(std::vector<double> results);
 
-/** Median of what a measurement returns when it is run a number of times, an odd one. */
+/** Median of the results of an odd number of runs of a measurement. */
 template <class Measurement>
 double medianOf(std::size_t runs, Measurement measure) {
     std::vector<double> results(runs);
@@ -34,7 +35,7 @@ double medianOf(std::size_t runs, Measurement measure) {
     return median(std::move(results));
 }
 
-/** Processor time of the calling thread that an action takes, in seconds. */
+/** Processor time of an action in the calling thread, in seconds. */
 template <class Action>
 double threadSecondsOf(Action action) {
     const double start = threadSeconds();
@@ -42,7 +43,7 @@ double threadSecondsOf(Action action) {
     return threadSeconds() - start;
 }
 
-/** Wall time that an action takes, in seconds. */
+/** Wall time of an action, in seconds. */
 template <class Action>
 double wallSecondsOf(Action action) {
     using Clock = std::chrono::steady_clock;
@@ -51,7 +52,7 @@ double wallSecondsOf(Action action) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/** Runs a measurement, which prints, in a process of its own. Ends the program when it fails. */
+/** Runs a measurement and its output in a child process. Exits if it fails. */
 void inChild(const std::function<void()>& measurement);
 
 } // namespace bench

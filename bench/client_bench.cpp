@@ -1,5 +1,5 @@
-// Reading an enumeration through the whole client, socket, HTTP and decoder: processor time of the reading
-// thread and memory. A peer in another process replays recorded instances of seven properties.
+// Reads an enumeration through the client (socket, HTTP, decoder): processor time of the reading thread and
+// memory. A peer in another process replays recorded instances of seven properties.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
@@ -19,14 +19,14 @@ using namespace OpenWBEM;
 
 const std::size_t recordedInstances = 1000;
 
-/** A recorded reply, and what stands around its instances. */
+/** A recorded reply, and the bytes before and after its instances. */
 struct Protocol {
     const char* name;
     const char* recording;
     const char* scheme;
     const char* firstInstance;
     const char* afterLast;
-    /** What reading an instance and taking it from the enumeration may take together, in microseconds. */
+    /** Maximum microseconds to read an instance and take it from the enumeration. */
     double aim;
 };
 
@@ -76,7 +76,7 @@ struct Figures {
     long peak;
 };
 
-// With a client of its own, since the recorded reply answers the first request of one. Times in seconds.
+// Uses a new client, since the recorded reply answers the first request of a client. Times in seconds.
 Figures measureOnce(const std::string& url, std::size_t instances) {
     CIMClient client(url.c_str(), "root/cimv2");
     Figures figures{};
@@ -103,7 +103,7 @@ double bareSeconds(const support::ScriptedPeer& peer, const std::string& request
 void printFigures(const Protocol& protocol, std::size_t instances, const support::ScriptedPeer& peer,
                   const std::string& request) {
     const std::string url = protocol.scheme + peer.url().substr(peer.url().find("://"));
-    const Figures first = measureOnce(url, instances); // the only one whose memory is new
+    const Figures first = measureOnce(url, instances); // only the first run uses new memory
     std::vector<double> socket;
     std::vector<double> read;
     std::vector<double> take;
@@ -124,7 +124,7 @@ void printFigures(const Protocol& protocol, std::size_t instances, const support
     bench::printAim(what.c_str(), "µs", protocol.aim, reading + taking);
 }
 
-// In a process of its own, so that the peer's memory and time are not measured.
+// Measures in a child, without the memory and time of the peer.
 void measure(const Protocol& protocol, std::size_t instances, const std::string& request) {
     const support::ScriptedPeer peer({support::Step::answer(replyOf(protocol, instances))});
     bench::inChild([&] { printFigures(protocol, instances, peer, request); });

@@ -1,5 +1,5 @@
-// Converting one instance of ten properties into items of an empty queue, beside the least that such items
-// cost: their memory, their texts and the two numbers of each.
+// Converts one instance of ten properties into items of an empty queue, compared with the minimum for such
+// items: their memory, their texts and the two numbers of each.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
@@ -26,7 +26,7 @@ namespace wire = support::wire;
 
 const std::size_t queues = 1000;
 
-/** An instance of a group, in the bytes of the binary protocol. */
+/** An instance of a group. Its properties are encoded for the binary protocol. */
 struct Sample {
     const char* name;
     long group;
@@ -65,7 +65,7 @@ CIMInstance read(const Sample& sample) {
     return instance;
 }
 
-/** Microseconds of an action on a queue, each time a queue of its own that is empty. */
+/** Microseconds of an action on a new empty queue. */
 template <class Action>
 double timeOf(Action action) {
     std::vector<AgentQueue> all(queues);
@@ -76,7 +76,7 @@ double timeOf(Action action) {
     return seconds * 1e6 / queues;
 }
 
-/** What an item costs at least. */
+/** The minimum of an append. */
 void appendPlain(AgentQueue& queue, const char* text) {
     const std::size_t size = std::strlen(text) + 1;
     auto* const item = static_cast<_qItem*>(std::malloc(sizeof(_qItem)));
@@ -94,7 +94,7 @@ void appendPlain(AgentQueue& queue, const char* text) {
     ++queue->size;
 }
 
-/** Prints a line; returns the microseconds of a conversion. */
+/** Prints a row; returns the microseconds of a conversion. */
 double measure(const Sample& sample) {
     CIMInstance instance = read(sample);
     AgentQueue converted;

@@ -1,6 +1,6 @@
-// Reading the process table of a machine with many sleeping processes, children of this program in the real
-// /proc, compared with a bare open, read and close of the same files, and with ps. Then OWB_getSWRun,
-// compared with the two passes over /proc that it makes. Wall time: most of it is spent in the kernel.
+// Reads the process table of a machine with many sleeping processes, which are children of this program.
+// Compares it with open, read and close of the same files, and with ps. Then compares OWB_getSWRun with its
+// two passes over /proc. Measures wall time, most of which the kernel uses.
 #include "owb.h"
 
 #include "Measure.hpp"
@@ -22,7 +22,7 @@
 
 namespace {
 
-/** Processes that sleep as long as this lives. */
+/** Sleeping processes; the destructor kills them. */
 class Sleepers {
 public:
     explicit Sleepers(std::size_t count) {
@@ -53,11 +53,11 @@ private:
     std::vector<pid_t> m_pids;
 };
 
-/** Opens, reads and closes files of every process, and looks at nothing. Returns the number of processes. */
+/** Opens, reads and closes files of every process without parsing. Returns the number of processes. */
 std::size_t readBare(const std::vector<std::string>& files, bool withLink) {
     std::size_t processes = 0;
-    DIR* const folder = ::opendir("/proc");
-    while (const dirent* const entry = ::readdir(folder)) {
+    DIR* const directory = ::opendir("/proc");
+    while (const dirent* const entry = ::readdir(directory)) {
         if (entry->d_name[0] < '1' || entry->d_name[0] > '9')
             continue;
         ++processes;
@@ -75,7 +75,7 @@ std::size_t readBare(const std::vector<std::string>& files, bool withLink) {
         if (withLink && ::readlink((path + "exe").c_str(), buffer, sizeof buffer) < 0)
             continue;
     }
-    ::closedir(folder);
+    ::closedir(directory);
     return processes;
 }
 
@@ -100,14 +100,14 @@ struct Pass {
     bool withLink() const { return type == QAV_UnixProcessAPI::eProcessInformation; }
 };
 
-/** Seconds of several runs, each the same number of times. */
+/** Seconds of the runs of each measurement. */
 struct Times {
     std::vector<double> inventory;
     std::vector<double> bare;
     std::vector<double> ps;
 };
 
-/** In turn, so that what else the machine does affects all alike. */
+/** Alternates the measurements, so that other load affects all of them equally. */
 Times measure(const Pass& pass) {
     Times times;
     for (int i = 0; i < 11; ++i) {
@@ -148,7 +148,7 @@ void measure(const Pass& first, const Pass& second) {
     bench::printAim(what.c_str(), "times ps", 0.9, inventory / bench::median(both.ps));
 }
 
-/** Prints a row of what the queue of all items and the question for the software cost beside the passes. */
+/** Prints a row: OWB_getSWRun, its two passes, and the software inventory. */
 void measureQueue(std::size_t processes) {
     std::vector<double> alls;
     std::vector<double> passesAlone;
@@ -162,13 +162,13 @@ void measureQueue(std::size_t processes) {
     }
     const double all = bench::median(alls);
     const double passes = bench::median(passesAlone);
-    // Without processes to read, what is left is the program that is asked.
-    const double question = bench::medianOf(3, [] {
+    // Without processes, only the program of the software inventory remains.
+    const double inventoryProgram = bench::medianOf(3, [] {
         QAV_UnixProcessAPI empty;
         return bench::wallSecondsOf([&] { empty.determineSWType("x"); });
     });
     std::printf("| %ld | %.1f | %.1f | %.1f %% | %.1f | %.1f %% |\n", items, all * 1e3, passes * 1e3,
-                100 * passes / all, question * 1e3, 100 * question / all);
+                100 * passes / all, inventoryProgram * 1e3, 100 * inventoryProgram / all);
     const std::string what = "OWB_getSWRun, " + std::to_string(processes) + " processes";
     bench::printAim(what.c_str(), "times both passes", 1.3, all / passes);
 }

@@ -1,5 +1,5 @@
-// The object manager under one client and under many: requests for a small class, and enumerations of 10,000
-// instances. The clients are processes with the client library; manager and clients share the processors.
+// The object manager with one and with many clients: requests for a small class, and enumerations of 10,000
+// instances. The clients are processes with the client library; they share the processors with the manager.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
@@ -17,7 +17,7 @@
 namespace {
 
 const int ports = 10000;
-const char* const small = "QAV_IPProtocolEndpoint"; // one instance of five properties
+
 double processorTimeOfChildren() {
     rusage used{};
     ::getrusage(RUSAGE_CHILDREN, &used);
@@ -27,7 +27,7 @@ double processorTimeOfChildren() {
     return seconds(used.ru_utime) + seconds(used.ru_stime);
 }
 
-/** The work of one client; never returns. */
+/** One client; never returns. */
 [[noreturn]] void enumerate(const std::string& url, const char* className, int requests) {
     OpenWBEM::CIMClient client(url.c_str(), "root/cimv2");
     for (int i = 0; i < requests; ++i) {
@@ -38,14 +38,14 @@ double processorTimeOfChildren() {
     ::_exit(0);
 }
 
-/** What the clients ask for, and how often altogether. */
+/** The class that the clients enumerate, and the total number of requests. */
 struct Load {
     const char* className;
     int instances;
     int requests;
 };
 
-/** Prints a line. The clients share the requests. */
+/** Prints a row. The clients share the requests. */
 void measure(const char* scheme, const bench::ManyPorts& manager, const Load& load, int clients) {
     const double managerBefore = manager.processorSeconds();
     const double clientsBefore = processorTimeOfChildren();

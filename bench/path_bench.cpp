@@ -1,5 +1,4 @@
-// The whole path of a group read, from the real object manager over its socket into an empty queue, and where
-// its time goes.
+// A group read from a real object manager over its socket into an empty queue, and the time of each part.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
@@ -28,14 +27,14 @@ CIMInstanceEnumeration enumerate() {
     return OWB_connect(0)->enumInstancesE(ManyPorts::className());
 }
 
-/** Of the object manager, for one reply. */
+/** Processor time of the object manager for one reply. */
 double managerSeconds(const ManyPorts& manager, bench::BareClient& client, const std::string& request) {
     const double before = manager.processorSeconds();
     client.exchange(request);
     return manager.processorSeconds() - before;
 }
 
-/** Each instance into an empty queue of its own, so that no search costs anything. */
+/** Converts each instance into a separate empty queue, so that no search takes time. */
 double conversionSeconds(std::size_t instances) {
     std::vector<CIMInstance> all(instances);
     CIMInstanceEnumeration enumeration = enumerate();
@@ -48,8 +47,7 @@ double conversionSeconds(std::size_t instances) {
     });
 }
 
-/** What one round of measurements took, in seconds: rounds lie apart, so that the machine's drift cancels
- * out. */
+/** The seconds of one round of measurements. Rounds cancel out slow changes of the machine. */
 struct Round {
     double manager;
     double socket;
@@ -78,7 +76,7 @@ Round measureRound(int instances, const ManyPorts& manager, bench::BareClient& b
     return round;
 }
 
-// Microseconds an instance that the reading process takes.
+// Returns the microseconds of the reading process for an instance.
 double measure(int instances) {
     const ManyPorts manager(instances);
     bench::BareClient bare(manager.socketPath());
@@ -117,7 +115,7 @@ double measure(int instances) {
     return whole * 1e6 / instances;
 }
 
-// What a group read needs beside its items, in memory that is new.
+// The memory of a group read compared with that of its items.
 void measureMemory(const ManyPorts& manager, int instances) {
     OWB_URLSet(manager.url("owbinary.wbem").c_str());
     OWB_connect(1);
@@ -160,7 +158,7 @@ int main() {
     std::printf("\n| instances | enumeration, KB | items, KB | peak of OWB_getGroup, KB | of the larger |\n"
                 "|---:|---:|---:|---:|---:|\n");
     for (const int instances : {1000, 10000, 100000}) {
-        const ManyPorts manager(instances); // here, since the peak of the child counts
+        const ManyPorts manager(instances); // not in the child, whose peak is measured
         ::malloc_trim(0);
         bench::inChild([&] { measureMemory(manager, instances); });
     }

@@ -1,5 +1,5 @@
-// The queue, filled by an agent's own appends, each of which searches all of it. What a read of the library's
-// costs is part of path_bench.
+// Appends of an agent to its queue, each of which searches the whole queue. path_bench measures appends
+// during a read.
 #include "owb.h"
 
 #include "Measure.hpp"
@@ -16,7 +16,7 @@ using support::AgentQueue;
 const long group = 10;
 const long itemsPerRow = 10;
 
-// What appending costs at least: two allocations, the text and its two numbers, the links.
+// The minimum of an append: two allocations, the text and its two numbers, the links.
 void appendBare(_qHead* q, long nom, long row, const char* text) {
     const std::size_t size = std::strlen(text) + 1;
     auto* const sentinel = reinterpret_cast<_qItem*>(q);

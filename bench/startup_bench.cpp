@@ -1,6 +1,5 @@
-// What the library costs before it is used: loading it, with the libraries that it needs, and the first call;
-// beside loading the C++ library alone. Each run is a process of its own, which has nothing but the C library
-// before.
+// The time to load the library and its dependencies, and of the first call, compared with loading only the
+// C++ library. Each run is a new process that has only the C library.
 #include "Measure.hpp"
 
 #include <cstdio>
@@ -28,7 +27,7 @@ void loadOwb() {
     load(OWB_LIBRARY);
 }
 
-/** The first call decides on the trace. */
+/** The first call decides whether tracing is on. */
 void loadOwbAndCall() {
     using URLSet = long (*)(const char*);
     reinterpret_cast<URLSet>(::dlsym(load(OWB_LIBRARY), "OWB_URLSet"))(

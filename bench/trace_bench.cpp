@@ -1,5 +1,5 @@
-// What the debug trace costs: a call while it is off, and a line while it is on, beside opening, writing and
-// closing the same file. The trace is decided on once a process, so that each way is a process of its own.
+// The time of the trace: a call while it is off, and a line while it is on, compared with open, write and
+// close of the same file. A process decides once whether tracing is on, so each case runs in a child.
 #include "owb.h"
 
 #include "Measure.hpp"
@@ -40,25 +40,25 @@ void print(const char* what, double time, double floor) {
     std::printf("| %s | %.0f | %.3f |\n", what, time, time / floor);
 }
 
-/** In a folder whose switch file turns the trace on. */
-void measureOn(const support::TempDir& folder) {
-    const std::string log = folder.file("log");
-    folder.write("vdxDebug", log + "\n");
-    if (::chdir(folder.path().c_str()) != 0)
+/** In a directory whose switch file turns the trace on. */
+void measureOn(const support::TempDir& directory) {
+    const std::string log = directory.file("log");
+    directory.write("vdxDebug", log + "\n");
+    if (::chdir(directory.path().c_str()) != 0)
         std::abort();
     trace();
     const std::string line = support::readFile(log);
-    const std::string other = folder.file("other");
+    const std::string other = directory.file("other");
     const int times = 20000;
     const double floor = timeOf(times, [&] { openWriteClose(other, line); });
     print("open, write and close of the same line", floor, floor);
     print("a line of the trace", timeOf(times, trace), floor);
 }
 
-/** In a folder without a switch file; the machine is taken to have none in /tmp. */
-void measureOff(const support::TempDir& folder) {
-    const std::string other = folder.file("other");
-    if (::chdir(folder.path().c_str()) != 0)
+/** In a directory without a switch file; main() has checked /tmp. */
+void measureOff(const support::TempDir& directory) {
+    const std::string other = directory.file("other");
+    if (::chdir(directory.path().c_str()) != 0)
         std::abort();
     const double floor = timeOf(20000, [&] { openWriteClose(other, "line\n"); });
     print("a call while the trace is off", timeOf(1000000, trace), floor);
@@ -68,8 +68,7 @@ void measureOff(const support::TempDir& folder) {
 
 int main() {
     if (::access("/tmp/vdxDebug", F_OK) == 0) {
-        std::fprintf(stderr,
-                     "trace_bench: /tmp/vdxDebug is there: it turns the trace on for every process\n");
+        std::fprintf(stderr, "trace_bench: /tmp/vdxDebug exists and turns the trace on for every process\n");
         return EXIT_FAILURE;
     }
     bench::printMachine();

@@ -1,4 +1,4 @@
-// Reads of one client while another one waits for the software inventory's program, which sleeps.
+// Reads of one client while another client waits for the program of the software inventory, which sleeps.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
@@ -21,9 +21,9 @@
 namespace {
 
 const int sleepSeconds = 20;
-const double mostMilliseconds = 50; // that a read of another client may take
+const double maximumMilliseconds = 50; // for a read of another client
 
-/** The real object manager of an invented host of one process. */
+/** A real object manager that serves a fake host with one process. */
 class Manager {
 public:
     Manager()
@@ -61,7 +61,7 @@ std::size_t read(OpenWBEM::CIMClient& client, const char* className) {
     return count;
 }
 
-/** A process that reads the processes, for which the program has to end first. */
+/** Starts a process that reads the processes and waits for the program. */
 pid_t startWaiting(const Manager& manager) {
     const pid_t process = ::fork();
     if (process == 0) {
@@ -73,7 +73,7 @@ pid_t startWaiting(const Manager& manager) {
     return process;
 }
 
-/** The times of all reads until the process ends, in milliseconds. */
+/** The times in milliseconds of all reads until the process ends. */
 std::vector<double> readsDuring(const Manager& manager, pid_t process) {
     OpenWBEM::CIMClient client(manager.url().c_str(), "root/cimv2");
     std::vector<double> times;
@@ -99,6 +99,6 @@ int main() {
         "| the other client waits, s | reads meanwhile | median, ms | longest, ms |\n|---:|---:|---:|---:|\n"
         "| %.1f | %zu | %.2f | %.2f |\n",
         seconds, times.size(), times[times.size() / 2], times.back());
-    bench::printAim("a read while a program sleeps", "ms", mostMilliseconds, times.back());
-    return seconds >= sleepSeconds && times.back() < mostMilliseconds ? EXIT_SUCCESS : EXIT_FAILURE;
+    bench::printAim("a read while a program sleeps", "ms", maximumMilliseconds, times.back());
+    return seconds >= sleepSeconds && times.back() < maximumMilliseconds ? EXIT_SUCCESS : EXIT_FAILURE;
 }

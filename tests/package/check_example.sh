@@ -38,4 +38,4 @@ expect "$("$tree/bin/owbctl" --url "$url" get 2)" "ops@example.net" "what owbctl
 if output=$("$agent" "${url}_of_nobody" 2>&1); then
     fail "the agent did not notice that there is no object manager"
 fi
-expect "$output" "agent: reading the operating system: the request failed (status 5)" "the agent's output"
+expect "$output" "agent: cannot read operating system: request failed (status 5)" "the agent's output"

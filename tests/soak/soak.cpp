@@ -1,6 +1,6 @@
-// soak MANAGER REQUESTS RESTART_EVERY - an agent that runs for long: one client, many requests, an object
-// manager that is started anew each time that as many were made, in turn between two of them and within a
-// write. Exit status 0 when nothing was lost, nothing grew, and no write failed but those.
+// soak MANAGER REQUESTS RESTART_EVERY - one agent that makes many requests with one client. The object
+// manager restarts after every RESTART_EVERY requests, alternately between two requests and during a write.
+// Exit status 0 if no row was lost, nothing grew, and only the interrupted writes failed.
 #include "support/AgentQueue.hpp"
 #include "support/Descriptors.hpp"
 #include "support/Program.hpp"
@@ -26,28 +26,28 @@ namespace {
 
 constexpr long contactGroup = 2;
 constexpr long contactNominator = 3;
-/** Groups of one row each, with few and with many items. */
+/** Groups with one row, some with few and some with many items. */
 constexpr long groups[] = {11, 13, 6, 4, 14, contactGroup, 11, 13};
-/** kB that the process may grow by between a tenth of the requests and the last one: pages of code come and
- * go, but a block lost with each item would be more, even in 2,000 requests. */
+/** Maximum growth in kB between a tenth of the requests and the last one. Pages of code come and go; a block
+ * leaked for each item exceeds this within 2,000 requests. */
 constexpr long growthAllowed = 1024;
 
 class Manager {
 public:
     explicit Manager(const std::string& program)
-        : m_words({program, "--socket", m_folder.file("socket"), "--state", m_folder.file("state")}) {
+        : m_command({program, "--socket", m_folder.file("socket"), "--state", m_folder.file("state")}) {
         start();
     }
     std::string url() const { return support::urlOf(m_folder.file("socket")); }
     void restart() {
         m_daemon->signal(SIGTERM);
         if (m_daemon->wait() != 0)
-            throw std::runtime_error("the object manager did not end well");
+            throw std::runtime_error("object manager failed");
         start();
     }
-    /** So that what is sent from now on is not looked at. */
+    /** Suspends it: it reads nothing more. */
     void stop() { m_daemon->signal(SIGSTOP); }
-    /** Ends it as a power failure does. */
+    /** Kills it without a chance to clean up, and starts it again. */
     void killAndRestart() {
         m_daemon->signal(SIGKILL);
         m_daemon->wait();
@@ -56,26 +56,26 @@ public:
 
 private:
     void start() {
-        m_daemon = std::make_unique<support::Daemon>(m_words);
+        m_daemon = std::make_unique<support::Daemon>(m_command);
         const std::string line = m_daemon->nextErrorLine();
         if (line.find("ready on") == std::string::npos)
-            throw std::runtime_error("the object manager did not start: " + line);
+            throw std::runtime_error("cannot start object manager: " + line);
     }
 
     support::TempDir m_folder;
-    std::vector<std::string> m_words;
+    std::vector<std::string> m_command;
     std::unique_ptr<support::Daemon> m_daemon;
 };
 
-/** The manager to be killed when a request has been sent to it, and how many requests go before that. */
-Manager* doomed = nullptr;
+/** The manager to kill after a request has been sent to it, and the number of requests before that one. */
+Manager* target = nullptr;
 int requestsBefore = 0;
 
 struct Counts {
     long requests = 0;
     long items = 0;
     long restarts = 0;
-    long hitWrites = 0;
+    long interruptedWrites = 0;
     long failedReads = 0;
     long lostRows = 0;
     long failedWrites = 0;
@@ -107,7 +107,7 @@ void read(long group, const std::string& contact, Counts& counts) {
     counts.items += queue.head()->size;
 }
 
-/** Whether the object manager has the contact then: the library's status does not tell. */
+/** Writes a contact. Returns whether a read finds it: the status of the write does not say so. */
 bool write(const std::string& contact, Counts& counts) {
     support::AgentQueue written;
     OWB_itemAdd(written.head(), contactGroup, contactNominator, 0, 0, contact.c_str());
@@ -119,15 +119,15 @@ bool write(const std::string& contact, Counts& counts) {
     return isDone;
 }
 
-/** A write enumerates before it modifies: the manager goes when it was asked to modify. */
-bool writeThroughRestart(Manager& manager, const std::string& contact, Counts& counts) {
-    doomed = &manager;
+/** Kills the manager after the second request of a write: the first one enumerates, the second modifies. */
+bool writeDuringRestart(Manager& manager, const std::string& contact, Counts& counts) {
+    target = &manager;
     requestsBefore = 1;
     const bool isDone = write(contact, counts);
-    if (doomed != nullptr)
+    if (target != nullptr)
         throw std::runtime_error("a write did not send two requests");
     ++counts.restarts;
-    ++counts.hitWrites;
+    ++counts.interruptedWrites;
     return isDone;
 }
 
@@ -151,7 +151,7 @@ Counts run(Manager& manager, long requests, long restartEvery, long& grown, long
             continue;
         }
         const std::string next = "ops" + std::to_string(i);
-        if (hitsWrite ? writeThroughRestart(manager, next, counts) : write(next, counts))
+        if (hitsWrite ? writeDuringRestart(manager, next, counts) : write(next, counts))
             contact = next;
         else
             ++counts.failedWrites;
@@ -167,29 +167,30 @@ int soak(const std::string& program, long requests, long restartEvery) {
     long grown = 0;
     long descriptors = 0;
     const Counts counts = run(manager, requests, restartEvery, grown, descriptors);
-    std::printf("requests %ld, items %ld, restarts %ld, of them within a write %ld\n"
+    std::printf("requests %ld, items %ld, restarts %ld, of them during a write %ld\n"
                 "failed reads %ld, lost rows %ld, failed writes %ld\n"
                 "grown by %ld kB and %ld descriptors\n",
-                counts.requests, counts.items, counts.restarts, counts.hitWrites, counts.failedReads,
+                counts.requests, counts.items, counts.restarts, counts.interruptedWrites, counts.failedReads,
                 counts.lostRows, counts.failedWrites, grown, descriptors);
     const bool isCalm = counts.failedReads == 0 && counts.lostRows == 0 &&
-                        counts.failedWrites == counts.hitWrites && grown < growthAllowed && descriptors == 0;
+                        counts.failedWrites == counts.interruptedWrites && grown < growthAllowed &&
+                        descriptors == 0;
     return isCalm ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 } // namespace
 
-// Stands in front of the C library's, for the client library.
+// Interposes send() for the client library.
 extern "C" __attribute__((visibility("default"))) ssize_t send(int socket, const void* bytes,
                                                                std::size_t size, int flags) {
     static const auto real =
         reinterpret_cast<ssize_t (*)(int, const void*, std::size_t, int)>(::dlsym(RTLD_NEXT, "send"));
-    if (doomed == nullptr || requestsBefore-- > 0)
+    if (target == nullptr || requestsBefore-- > 0)
         return real(socket, bytes, size, flags);
-    doomed->stop();
+    target->stop();
     const ssize_t sent = real(socket, bytes, size, flags);
-    doomed->killAndRestart();
-    doomed = nullptr;
+    target->killAndRestart();
+    target = nullptr;
     return sent;
 }
 
