@@ -8,10 +8,10 @@
 #include <gtest/gtest.h>
 #include <string>
 
-/** A test whose processes are made up. There are none at first, and each program is an application. */
+/** A test with fake processes. At first there are none. Each program is an application. */
 class Inventory : public testing::Test {
 protected:
-    /** All processes, in the order of their directory. */
+    /** All processes, in the order of the directory. */
     std::vector<Record> readAll(QAV_UnixProcessAPI::tProcessInfoType type) const;
     /** Handles of all processes, sorted. */
     Texts found(QAV_UnixProcessAPI::tProcessInfoType type = information) const;
@@ -20,8 +20,8 @@ protected:
     /** Whether a process is found in a mode. */
     bool isFound(const std::string& id, QAV_UnixProcessAPI::tProcessInfoType type) const;
 
-    const support::TempDir m_folder;
-    const ProcessTree m_tree{m_folder.file("proc")};
+    const support::TempDir m_directory;
+    const ProcessTree m_tree{m_directory.file("proc")};
     inventory::Sources m_sources{m_tree.path(), [](const OpenWBEM::String&) { return 4; }};
 };
 

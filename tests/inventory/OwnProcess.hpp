@@ -6,10 +6,10 @@
 #include <string>
 #include <unistd.h>
 
-/** A test of the table that adds its own process, again and again. */
+/** A test of the table that adds its own process repeatedly. */
 class OwnProcess : public testing::Test {
 protected:
-    /** A handle of this process; each number gives another one, since zeros before its ID do not count. */
+    /** A handle of this process. Each number gives a different one, with as many leading zeros. */
     static std::string handle(std::size_t number = 0) {
         return std::string(number, '0') + std::to_string(::getpid());
     }

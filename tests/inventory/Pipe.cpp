@@ -19,7 +19,7 @@ Pipe::~Pipe() {
 }
 
 void Pipe::write(const std::string& path) const {
-    sigset_t brokenPipe; // the reader may have read enough
+    sigset_t brokenPipe; // the reader may close early
     ::sigemptyset(&brokenPipe);
     ::sigaddset(&brokenPipe, SIGPIPE);
     ::pthread_sigmask(SIG_BLOCK, &brokenPipe, nullptr);

@@ -6,8 +6,8 @@
 #include <vector>
 
 /**
- * A named pipe in the place of a file. It waits for its reader, which must come, and then does what the test
- * asks for before it writes. Each piece is a packet, pipe(2): a read gets one of them, never two.
+ * Replaces a file by a named pipe. Waits for its reader, which must come, then runs `meanwhile`, then writes
+ * the pieces. Each piece is a packet, pipe(2): a read returns one piece at most.
  */
 class Pipe {
 public:

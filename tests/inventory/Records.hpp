@@ -29,13 +29,13 @@ using Texts = std::vector<std::string>;
 
 Record recordOf(const QAV_UnixProcessAPI::tUnixProcess& process);
 
-/** The process at the cursor, by the getters; every one must succeed. */
+/** The process at the cursor, read with the getters, which must all succeed. */
 Record recordAt(const QAV_UnixProcessAPI& processes);
 
-/** All processes of a table, by a walk. */
+/** All processes of a table, in order. */
 std::vector<Record> recordsIn(QAV_UnixProcessAPI& processes);
 
-/** Their handles. */
+/** The handles of all processes of a table, in order. */
 Texts handlesIn(QAV_UnixProcessAPI& processes);
 
 #endif

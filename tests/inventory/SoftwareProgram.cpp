@@ -20,7 +20,7 @@ extern "C" int runcommand(const char* cmd, char** in, char*** out, char*** err) 
     *out = static_cast<char**>(std::calloc(program.lines.size() + 1, sizeof(char*)));
     for (std::size_t i = 0; *out != nullptr && i < program.lines.size(); ++i) {
         (*out)[i] = ::strdup(program.lines[i].c_str());
-        if ((*out)[i] == nullptr) { // no memory
+        if ((*out)[i] == nullptr) { // out of memory
             freeresultbuf(*out);
             *out = nullptr;
         }

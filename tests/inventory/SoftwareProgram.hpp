@@ -4,14 +4,14 @@
 
 #include <string>
 
-/** The software inventory as a test invents it: its functions take the place of the utilities library's. */
+/** A fake software inventory: the test program defines runcommand() instead of the utilities library. */
 struct SoftwareProgram {
     /** What it prints. */
     Texts lines;
     bool isMissing = false;
     /** How often it has run. */
     int runs = 0;
-    /** Command line of the last time, and whether it had an input or its errors were wanted. */
+    /** The last command line, and whether the caller passed an input or requested the errors. */
     std::string command;
     bool hasMoreThanOutput = false;
 

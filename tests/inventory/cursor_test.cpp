@@ -1,4 +1,4 @@
-// The walk through the table.
+// The iteration over the table.
 #include "inventory/OwnProcess.hpp"
 
 #include <climits>
@@ -17,7 +17,7 @@ void expectNothing(const QAV_UnixProcessAPI& processes, int (QAV_UnixProcessAPI:
     EXPECT_TRUE(before == value);
 }
 
-// Expects every getter to return 0 and to leave its argument alone.
+// Expects every getter to return 0 and to leave its argument unchanged.
 void expectNothing(const QAV_UnixProcessAPI& processes) {
     using Table = QAV_UnixProcessAPI;
     for (const auto getter :
@@ -32,7 +32,7 @@ void expectNothing(const QAV_UnixProcessAPI& processes) {
     expectNothing(processes, &Table::getParameters, Array<String>(2, "before"));
 }
 
-TEST_F(Cursor, OfATableThatWasNeverFilledIsOnNothing) {
+TEST_F(Cursor, OfANewTableIsOnNoProcess) {
     EXPECT_EQ(0, m_processes.hasNext());
     expectNothing(m_processes);
     m_processes.begin();
@@ -40,7 +40,7 @@ TEST_F(Cursor, OfATableThatWasNeverFilledIsOnNothing) {
     expectNothing(m_processes);
 }
 
-TEST_F(Cursor, OfAnEmptyTableFindsNothing) {
+TEST_F(Cursor, OfAnEmptyTableFindsNoProcess) {
     m_processes.init(information, "none");
     m_processes.begin();
     EXPECT_EQ(0, m_processes.hasNext());
@@ -49,7 +49,7 @@ TEST_F(Cursor, OfAnEmptyTableFindsNothing) {
     expectNothing(m_processes);
 }
 
-TEST_F(Cursor, IsOnNothingUntilItIsMoved) {
+TEST_F(Cursor, IsOnNoProcessUntilItMoves) {
     add(handle());
     expectNothing(m_processes);
     EXPECT_EQ(1, m_processes.hasNext());
@@ -60,7 +60,7 @@ TEST_F(Cursor, IsOnNothingUntilItIsMoved) {
     EXPECT_EQ(handle(), recordAt(m_processes).handle);
 }
 
-TEST_F(Cursor, BehindTheLastProcessIsOnNothing) {
+TEST_F(Cursor, AfterTheLastProcessIsOnNoProcess) {
     add(handle());
     m_processes.begin();
     m_processes.next();
@@ -70,7 +70,7 @@ TEST_F(Cursor, BehindTheLastProcessIsOnNothing) {
     expectNothing(m_processes);
 }
 
-TEST_F(Cursor, HasAllProcessesInTurn) {
+TEST_F(Cursor, VisitsAllProcessesInOrder) {
     for (const std::size_t number : {0U, 1U, 2U})
         add(handle(number));
     m_processes.begin();
@@ -82,14 +82,14 @@ TEST_F(Cursor, HasAllProcessesInTurn) {
     EXPECT_EQ(0, m_processes.hasNext());
 }
 
-TEST_F(Cursor, GoesBackToTheBeginning) {
+TEST_F(Cursor, ReturnsToTheBeginning) {
     add(handle());
     add(handle(1));
     EXPECT_EQ((Texts{handle(), handle(1)}), handlesIn(m_processes));
     EXPECT_EQ((Texts{handle(), handle(1)}), handlesIn(m_processes));
 }
 
-TEST_F(Cursor, StaysAtTheEndOfAWalk) {
+TEST_F(Cursor, StaysAtTheEndOfAnIteration) {
     add(handle());
     m_processes.begin();
     m_processes.next();
@@ -97,7 +97,7 @@ TEST_F(Cursor, StaysAtTheEndOfAWalk) {
     EXPECT_EQ(handle(), recordAt(m_processes).handle);
 }
 
-TEST_F(Cursor, MayBeMovedFarBeyondTheTable) {
+TEST_F(Cursor, MayMoveFarBeyondTheTable) {
     add(handle());
     m_processes.begin();
     for (int i = 0; i < 3 * USHRT_MAX; ++i) {
@@ -108,7 +108,7 @@ TEST_F(Cursor, MayBeMovedFarBeyondTheTable) {
     EXPECT_EQ(Texts{handle()}, handlesIn(m_processes));
 }
 
-TEST_F(Cursor, GivesParametersThatAreTheCallersOwn) {
+TEST_F(Cursor, ReturnsACopyOfTheParameters) {
     add(handle());
     m_processes.begin();
     m_processes.next();
@@ -119,7 +119,7 @@ TEST_F(Cursor, GivesParametersThatAreTheCallersOwn) {
     EXPECT_EQ(before, recordAt(m_processes).parameters);
 }
 
-TEST_F(Cursor, EndsWithThe32768thOfMoreProcesses) {
+TEST_F(Cursor, EndsWithThe32768thProcess) {
     const String own = handle().c_str();
     for (int i = 0; i < 32767; ++i)
         ASSERT_EQ(1, m_processes.internalInit(statistics, own));
@@ -132,7 +132,7 @@ TEST_F(Cursor, EndsWithThe32768thOfMoreProcesses) {
         EXPECT_EQ(handle(1), recordAt(m_processes).handle) << more;
         m_processes.next();
         EXPECT_EQ(0, m_processes.hasNext()) << more;
-        EXPECT_EQ(handle(1), recordAt(m_processes).handle) << "it stays on the last that it reaches";
+        EXPECT_EQ(handle(1), recordAt(m_processes).handle) << "it stays on the last reachable process";
         add(handle(2));
     }
     m_processes.begin();

@@ -1,4 +1,4 @@
-// Stat files that are not as the kernel writes them.
+// Stat files that differ from those of the kernel.
 #include "inventory/Inventory.hpp"
 
 namespace {
@@ -16,7 +16,7 @@ protected:
     std::string cpuTime() const { return read("7", statistics).totalCpuTime; }
 };
 
-TEST_F(StatFields, AreAllNeededUpToTheSystemTime) {
+TEST_F(StatFields, AreRequiredUpToTheSystemTime) {
     const std::string line = "7 (prog) S 1 10 11 0 -1 41 12 13 14 15 250 50";
     for (std::size_t end = line.find(' '); end != std::string::npos; end = line.find(' ', end + 1)) {
         EXPECT_FALSE(isTaken(line.substr(0, end))) << end;
@@ -32,18 +32,18 @@ TEST_F(StatFields, NeedNoLineEnd) {
     EXPECT_EQ("00000000000003.000000:000", cpuTime());
 }
 
-TEST_F(StatFields, MayHaveNothingBehindTheStateLetter) {
+TEST_F(StatFields, NeedNoBlankAfterTheStateLetter) {
     EXPECT_TRUE(isTaken("7 (prog) S1 10 11 0 -1 41 12 13 14 15 250 50\n"));
     EXPECT_EQ("1", read("7", information).parentProcessID);
     EXPECT_EQ("00000000000003.000000:000", cpuTime());
 }
 
-TEST_F(StatFields, MayHaveNoBlankBeforeTheStateLetter) {
+TEST_F(StatFields, NeedNoBlankBeforeTheStateLetter) {
     EXPECT_TRUE(isTaken("7 (prog)S 1 10 11 0 -1 41 12 13 14 15 250 50\n"));
     EXPECT_EQ(2, read("7", information).executionState);
 }
 
-TEST_F(StatFields, MayBeApartByAnyWhiteSpace) {
+TEST_F(StatFields, MayBeSeparatedByAnyWhiteSpace) {
     EXPECT_TRUE(isTaken("  7\t( prog) \t S  1\v10\f11\r0 -1 41   12 13 14 15\t250  50 \n"));
     const Record record = read("7", information);
     EXPECT_EQ(" prog", record.name);
@@ -56,7 +56,7 @@ TEST_F(StatFields, BetweenParentAndTimesMayBeAnyWords) {
     EXPECT_EQ("00000000000003.000000:000", cpuTime());
 }
 
-TEST_F(StatFields, ThatShouldBeNumbersMustBeginWithOne) {
+TEST_F(StatFields, OfNumbersMustBeginWithANumber) {
     const std::string rest = " 10 11 0 -1 41 12 13 14 15 ";
     EXPECT_FALSE(isTaken("x (prog) S 1" + rest + "250 50\n"));
     EXPECT_FALSE(isTaken("(prog) S 1" + rest + "250 50\n"));
@@ -85,7 +85,7 @@ TEST_F(StatFields, OfTheParentMayBeNegativeOrTooLarge) {
     }
 }
 
-TEST_F(StatFields, OfAnotherProcessAreNotNoticed) {
+TEST_F(StatFields, OfAnotherProcessAreAccepted) {
     EXPECT_TRUE(isTaken("8 (prog) S 1 10 11 0 -1 41 12 13 14 15 250 50\n"));
     EXPECT_EQ("7", read("7", information).handle);
     EXPECT_TRUE(isTaken("-99999999999999999999 (prog) S 1 10 11 0 -1 41 12 13 14 15 250 50\n"));
@@ -96,13 +96,13 @@ TEST_F(StatFields, CountWithinTheFirst511Bytes) {
     const std::string start = "7 (";
     const std::string name(511 - start.size() - fields.size(), 'x');
     EXPECT_TRUE(isTaken(start + name + fields + "1 2 3\n"));
-    EXPECT_EQ("00000000000003.000000:000", cpuTime()) << "what is behind the 511th byte does not count";
+    EXPECT_EQ("00000000000003.000000:000", cpuTime()) << "bytes after the 511th are ignored";
     EXPECT_TRUE(isTaken(start + name + "x" + fields + "\n"));
     EXPECT_EQ("00000000000002.550000:000", cpuTime());
     EXPECT_FALSE(isTaken(start + name + "xx" + fields + "\n"));
 }
 
-TEST_F(StatFields, StandOnTheFirstLine) {
+TEST_F(StatFields, AreOnTheFirstLine) {
     EXPECT_FALSE(isTaken("\n7 (prog) S 1 10 11 0 -1 41 12 13 14 15 250 50\n"));
     EXPECT_FALSE(isTaken("7 (prog) S 1 10 11 0 -1 41 12 13 14 15 250\n50\n"));
     EXPECT_FALSE(isTaken(""));

@@ -1,4 +1,4 @@
-// Status files with lines that are too long, and with very many.
+// Status files with too long and with very many lines.
 #include "inventory/Inventory.hpp"
 
 namespace {
@@ -25,7 +25,7 @@ protected:
     }
 };
 
-// A line "Groups:" of a size, its end included.
+// A line "Groups:" of a size, including its end.
 std::string groups(std::size_t size) {
     std::string line = "Groups:\t";
     while (line.size() < size - 1)
@@ -42,7 +42,7 @@ TEST_F(LongStatus, ALineOfMoreThan511BytesCountsAsSeveral) {
     EXPECT_EQ("6 8", identity(start + "Uid:\t5\t6\n" + start + "Gid:\t7\t8\n" + identities));
 }
 
-TEST_F(LongStatus, AKeyAnywhereElseInALongLineIsNone) {
+TEST_F(LongStatus, AKeyInsideALongLineIsIgnored) {
     for (const std::size_t size : {1U, 255U, 509U, 510U, 512U, 513U, 1021U, 1023U}) {
         const std::string start(size, 'x');
         EXPECT_EQ("0 4", identity(start + identities)) << size;
@@ -50,18 +50,18 @@ TEST_F(LongStatus, AKeyAnywhereElseInALongLineIsNone) {
     }
 }
 
-TEST_F(LongStatus, ALineOf510BytesAndItsEndIsWhole) {
+TEST_F(LongStatus, ALineOf510BytesAndItsEndIsOneLine) {
     EXPECT_EQ("2 4", identity(std::string(510, 'x') + "\n" + identities));
     EXPECT_EQ("2 4", identity(std::string(511, 'x') + "\n" + identities));
     EXPECT_EQ("2 4", identity(std::string(512, 'x') + "\n" + identities));
 }
 
-TEST_F(LongStatus, ANumberThatTheCutDividesIsTakenAsFarAsItGoes) {
-    const std::string line = "Uid:" + std::string(505, 'x') + " 23 \n"; // 511 bytes end behind the 2
+TEST_F(LongStatus, ANumberAtTheLimitIsTruncated) {
+    const std::string line = "Uid:" + std::string(505, 'x') + " 23 \n"; // the 511th byte is the 2
     EXPECT_EQ("2 4", identity(line + "Gid:\t3\t4\n"));
 }
 
-TEST_F(LongStatus, LongLinesMayStandBeforeAndBehindTheKeys) {
+TEST_F(LongStatus, LongLinesMayPrecedeAndFollowTheKeys) {
     const std::string lines = groups(5000);
     EXPECT_EQ("2 4", identity(lines + identities + lines));
     EXPECT_EQ("5 2 3", sizes(lines + sizeLines + lines));
@@ -70,8 +70,8 @@ TEST_F(LongStatus, LongLinesMayStandBeforeAndBehindTheKeys) {
               sizes("VmExe: 1 kB\n" + lines + "VmData: 2 kB\n" + lines + "VmStk: 3 kB\nVmLib: 4 kB\n"));
 }
 
-// However the file falls into the pieces that are read of it.
-TEST_F(LongStatus, KeysMayStandAnywhereInAFileOfSeveralThousandBytes) {
+// Independent of the boundaries of the reads.
+TEST_F(LongStatus, KeysMayBeAnywhereInAFileOfSeveralThousandBytes) {
     for (std::size_t size = 3500; size<4700; size += size> 4000 && size < 4110 ? 1 : 50) {
         std::string lines;
         while (lines.size() + 100 < size)

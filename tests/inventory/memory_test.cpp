@@ -1,4 +1,4 @@
-// Memory that runs out.
+// Allocations that fail.
 #include "SoftwareType.hpp"
 #include "inventory/Inventory.hpp"
 #include "inventory/OwnProcess.hpp"
@@ -19,7 +19,7 @@ int lowestDescriptor() {
     return descriptor;
 }
 
-/** Whether an action runs out of memory that is there for a number of allocations only. */
+/** Whether an action fails if only a number of allocations succeed. */
 bool runsOut(const std::function<void()>& action, int allocations) {
     memory::failFrom(allocations);
     try {
@@ -29,9 +29,9 @@ bool runsOut(const std::function<void()>& action, int allocations) {
     return memory::stopFailing();
 }
 
-/** Lets an action, which keeps nothing, run out of memory at each of its allocations in turn. */
+/** Fails each allocation of an action, and all later ones. The action must free everything. */
 void expectToLoseNothing(const std::function<void()>& action) {
-    action(); // what the C library allocates once
+    action(); // allocates what the C library keeps
     const long before = memory::outstanding();
     const int descriptor = lowestDescriptor();
     int count = 0;
@@ -58,7 +58,7 @@ protected:
     }
 };
 
-TEST_F(OutOfMemoryForATree, AReadingLosesNothing) {
+TEST_F(OutOfMemoryForATree, AReadLeaksNothing) {
     for (const auto type : {information, statistics})
         expectToLoseNothing([&] {
             OpenWBEM::Array<inventory::Process> processes;
@@ -66,7 +66,7 @@ TEST_F(OutOfMemoryForATree, AReadingLosesNothing) {
         });
 }
 
-TEST_F(OutOfMemoryForATree, TheNextReadingHasAllProcesses) {
+TEST_F(OutOfMemoryForATree, TheNextReadHasAllProcesses) {
     bool hasRunOut = true;
     for (int allocations = 0; hasRunOut; ++allocations) {
         hasRunOut = runsOut(
@@ -93,7 +93,7 @@ protected:
     const OpenWBEM::String m_handle{handle().c_str()};
 };
 
-TEST_F(OutOfMemory, AProcessThatIsAddedLosesNothing) {
+TEST_F(OutOfMemory, AnAddedProcessLeaksNothing) {
     for (const auto type : {information, statistics})
         expectToLoseNothing([&] {
             QAV_UnixProcessAPI processes;
@@ -101,14 +101,14 @@ TEST_F(OutOfMemory, AProcessThatIsAddedLosesNothing) {
         });
 }
 
-TEST_F(OutOfMemory, AProcessThatIsReadWithoutInitLosesNothing) {
+TEST_F(OutOfMemory, AProcessReadWithoutInitLeaksNothing) {
     expectToLoseNothing([&] {
         QAV_UnixProcessAPI processes;
         processes.internalInit(information, m_handle);
     });
 }
 
-TEST_F(OutOfMemory, AFillAfterAProcessThatWasReadWithoutInitLosesNothing) {
+TEST_F(OutOfMemory, AFillAfterAProcessReadWithoutInitLeaksNothing) {
     expectToLoseNothing([&] {
         QAV_UnixProcessAPI processes;
         processes.internalInit(information, m_handle);
@@ -116,8 +116,8 @@ TEST_F(OutOfMemory, AFillAfterAProcessThatWasReadWithoutInitLosesNothing) {
     });
 }
 
-// What a fill reads is released when it ends, not with the table.
-TEST_F(OutOfMemory, TheLinesOfTheToolAreReleasedWhenAFillThrows) {
+// A fill frees the lines at its end, before the table is destroyed.
+TEST_F(OutOfMemory, TheLinesOfTheToolAreFreedWhenAFillThrows) {
     add(handle(), information);
     const long before = memory::outstanding();
     int allocations = 0;

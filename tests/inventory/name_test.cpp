@@ -1,4 +1,4 @@
-// Names of processes, in the stat file, and what they do to the fields behind them.
+// Names of processes in the stat file, and their effect on the fields after them.
 #include "inventory/Inventory.hpp"
 
 namespace {
@@ -28,7 +28,7 @@ protected:
     }
 };
 
-TEST_F(ProcessName, MayHoldAnythingButAClosingParenthesis) {
+TEST_F(ProcessName, MayContainAnythingButAClosingParenthesis) {
     for (const char* const name :
          {"a", "two words", " ", " before", "behind ", "tab\there", "kworker/0:1H-kblockd", "(", "((", "a(b",
           "\"", "\\", "-1", "7 (8", "\xc3\xa4\xff\x01"})
@@ -41,7 +41,7 @@ TEST_F(ProcessName, WithAClosingParenthesisLeavesTheProcessOut) {
         EXPECT_FALSE(isNamedProcessFound(name)) << name;
 }
 
-TEST_F(ProcessName, ThatLooksLikeFieldsBehindItsParenthesisIsTakenForThem) {
+TEST_F(ProcessName, ThatLooksLikeFieldsAfterItsParenthesisIsReadAsFields) {
     FakeProcess process;
     process.name = "x) R 5";
     process.userTime = "250";
@@ -51,11 +51,11 @@ TEST_F(ProcessName, ThatLooksLikeFieldsBehindItsParenthesisIsTakenForThem) {
     EXPECT_EQ("x", record.name);
     EXPECT_EQ("5", record.parentProcessID);
     EXPECT_EQ(3, record.executionState);
-    // Two more words stand before the fields, ")" and "S", and 13 and 14 where the times are looked for.
+    // Two words, ")" and "S", shift the fields: 13 and 14 are read as the times.
     EXPECT_EQ("00000000000000.270000:000", read("7", statistics).totalCpuTime);
 }
 
-TEST_F(ProcessName, WithAllFieldsBehindItsParenthesisReplacesThem) {
+TEST_F(ProcessName, WithAllFieldsAfterItsParenthesisReplacesThem) {
     FakeProcess process;
     process.name = "x) Z 5 1 2 3 4 5 6 7 8 9 300 200 ";
     setStat(process.stat("7"));
@@ -68,7 +68,7 @@ TEST_F(ProcessName, ThatIsEmptyLeavesTheProcessOut) {
     EXPECT_FALSE(isNamedProcessFound(""));
 }
 
-TEST_F(ProcessName, IsTakenWholeHoweverLongItIs) {
+TEST_F(ProcessName, IsReadCompletelyAtAnyLength) {
     for (const std::size_t size : {15U, 63U, 64U, 65U, 200U, 400U})
         EXPECT_EQ(std::string(size, 'x'), nameOf(std::string(size, 'x'))) << size;
 }
@@ -77,7 +77,7 @@ TEST_F(ProcessName, WithALineEndLeavesTheProcessOut) {
     EXPECT_FALSE(isNamedProcessFound("a\nb"));
 }
 
-TEST_F(ProcessName, StandsBetweenParentheses) {
+TEST_F(ProcessName, IsBetweenParentheses) {
     const std::string fields = "S 1 1 1 0 -1 4 0 0 0 0 250 50 0\n";
     setStat("7 prog " + fields);
     EXPECT_FALSE(isFound("7", information));

@@ -13,13 +13,13 @@ TEST_F(OneByOne, EachIsAppended) {
     EXPECT_EQ((Texts{handle(1), handle()}), handlesIn(m_processes));
 }
 
-TEST_F(OneByOne, ThatIsAddedAgainIsThereTwice) {
+TEST_F(OneByOne, ThatIsAddedAgainIsInTheTableTwice) {
     add(handle());
     add(handle());
     EXPECT_EQ((Texts{handle(), handle()}), handlesIn(m_processes));
 }
 
-TEST_F(OneByOne, ThatDoesNotExistLeavesTheTableAsItWas) {
+TEST_F(OneByOne, ThatDoesNotExistLeavesTheTableUnchanged) {
     add(handle());
     for (const char* const other : {"0", "", " ", "x", "self", "-7", "2147483647"}) {
         EXPECT_EQ(0, m_processes.init(information, other)) << other;
@@ -29,7 +29,7 @@ TEST_F(OneByOne, ThatDoesNotExistLeavesTheTableAsItWas) {
     EXPECT_EQ(Texts{handle()}, handlesIn(m_processes));
 }
 
-TEST_F(OneByOne, ComeAfterAWholeTable) {
+TEST_F(OneByOne, FollowACompleteTable) {
     m_processes.init(statistics);
     add(handle(1));
     const Texts handles = handlesIn(m_processes);
@@ -37,7 +37,7 @@ TEST_F(OneByOne, ComeAfterAWholeTable) {
     EXPECT_EQ(handle(1), handles.back());
 }
 
-TEST_F(OneByOne, AreReplacedByAWholeTable) {
+TEST_F(OneByOne, AreReplacedByACompleteTable) {
     add(handle(1));
     m_processes.init(statistics);
     m_processes.init(information);

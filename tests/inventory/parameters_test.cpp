@@ -1,4 +1,4 @@
-// The parameters of a process, out of its command line.
+// The parameters of a process, from its command line.
 #include "inventory/Inventory.hpp"
 
 using namespace std::string_literals;
@@ -7,11 +7,11 @@ namespace {
 
 class Parameters : public Inventory {
 protected:
-    // What readRunParameters() makes of a file; the record had parameters before.
+    // The result of readRunParameters() for a file; the record had parameters before.
     Texts parametersOf(const std::string& cmdline) const {
         QAV_UnixProcessAPI::tUnixProcess record{};
         record.parameters.push_back("old");
-        const std::string path = m_folder.write("cmdline", cmdline);
+        const std::string path = m_directory.write("cmdline", cmdline);
         EXPECT_EQ(1, QAV_UnixProcessAPI::readRunParameters(path.c_str(), record));
         Texts texts;
         for (const OpenWBEM::String& parameter : record.parameters)
@@ -20,7 +20,7 @@ protected:
     }
 };
 
-TEST_F(Parameters, AreTheTextsBehindTheProgramsName) {
+TEST_F(Parameters, AreTheTextsAfterTheProgramName) {
     EXPECT_EQ((Texts{"-a", "x"}), parametersOf("prog\0-a\0x\0"s));
     EXPECT_EQ((Texts{"-a"}), parametersOf("/usr/bin/prog\0-a\0"s));
     EXPECT_EQ((Texts{" ", "\t", "two words", "\xff"}), parametersOf("p\0 \0\t\0two words\0\xff\0"s));
@@ -39,14 +39,14 @@ TEST_F(Parameters, AreNoneWithoutACommandLine) {
     EXPECT_EQ(Texts{}, parametersOf("\n"));
 }
 
-TEST_F(Parameters, AreNoneBehindAProgramNameAlone) {
+TEST_F(Parameters, AreNoneAfterAProgramNameOnly) {
     EXPECT_EQ(Texts{}, parametersOf("prog\0"s));
     EXPECT_EQ(Texts{}, parametersOf("prog"));
     EXPECT_EQ(Texts{}, parametersOf("prog -a x"));
     EXPECT_EQ(Texts{}, parametersOf("p"));
 }
 
-TEST_F(Parameters, AreNoneBehindAnEmptyProgramName) {
+TEST_F(Parameters, AreNoneAfterAnEmptyProgramName) {
     EXPECT_EQ(Texts{}, parametersOf("\0"s));
     EXPECT_EQ(Texts{}, parametersOf("\0-a\0x\0"s));
 }
@@ -78,16 +78,16 @@ TEST_F(Parameters, EndWithThe511thByte) {
     }
 }
 
-TEST_F(Parameters, ALastTextIsTakenUpToThe511thByte) {
+TEST_F(Parameters, TheLastTextIsReadUpToThe511thByte) {
     const std::string start = "prog\0"s + std::string(504, 'x');
     EXPECT_EQ((Texts{start.substr(5), "y"}), parametersOf(start + "\0yz\0"s));
     EXPECT_EQ((Texts{start.substr(5) + "x"}), parametersOf(start + "x\0yz\0"s))
         << "the zero byte is the last";
     EXPECT_EQ((Texts{start.substr(5) + "xx"}), parametersOf(start + "xx\0yz\0"s))
-        << "and here the byte behind";
+        << "the zero byte follows the last one";
 }
 
-TEST_F(Parameters, AreNoneBehindAProgramNameOf511Bytes) {
+TEST_F(Parameters, AreNoneAfterAProgramNameOf511Bytes) {
     for (const std::size_t size : {509U, 510U, 511U, 512U, 600U}) {
         const std::string name(size, 'p');
         EXPECT_EQ(Texts{}, parametersOf(name)) << size;
@@ -102,18 +102,18 @@ TEST_F(Parameters, OfOneByteFillTheFirst511Bytes) {
     EXPECT_EQ(Texts(255, "a"), parametersOf(cmdline));
 }
 
-TEST_F(Parameters, OfAFileThatCannotBeOpenedAreLeftAlone) {
+TEST_F(Parameters, OfAFileThatCannotBeOpenedAreUnchanged) {
     QAV_UnixProcessAPI::tUnixProcess record{};
     record.parameters.push_back("old");
-    EXPECT_EQ(0, QAV_UnixProcessAPI::readRunParameters(m_folder.file("none").c_str(), record));
+    EXPECT_EQ(0, QAV_UnixProcessAPI::readRunParameters(m_directory.file("none").c_str(), record));
     ASSERT_EQ(1U, record.parameters.size());
     EXPECT_EQ("old", record.parameters[0]);
 }
 
-TEST_F(Parameters, OfAFileThatOpensAndCannotBeReadAreNone) {
+TEST_F(Parameters, OfAnUnreadableFileAreNone) {
     QAV_UnixProcessAPI::tUnixProcess record{};
     record.parameters.push_back("old");
-    EXPECT_EQ(1, QAV_UnixProcessAPI::readRunParameters(m_folder.path().c_str(), record));
+    EXPECT_EQ(1, QAV_UnixProcessAPI::readRunParameters(m_directory.path().c_str(), record));
     EXPECT_EQ(0U, record.parameters.size());
 }
 

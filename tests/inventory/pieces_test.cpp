@@ -1,4 +1,4 @@
-// Files that come in pieces, and files that do not end.
+// Files that arrive in pieces, and files without an end.
 #include "inventory/Inventory.hpp"
 #include "inventory/Pipe.hpp"
 
@@ -36,7 +36,7 @@ protected:
         const Pipe file(m_tree.file("7", name), pieces);
         return Inventory::read("7", type);
     }
-    // The pipe ends only when the process has been read.
+    // The pipe ends only after the process has been read.
     Record readWithoutEnd(const std::string& name, const std::string& content,
                           QAV_UnixProcessAPI::tProcessInfoType type) const {
         m_tree.remove("7", name);
@@ -76,7 +76,7 @@ TEST_F(InPieces, ACommandLineIsReadUpToItsFirst511Bytes) {
             << size;
 }
 
-TEST_F(InPieces, AStatusFileIsReadAsFarAsItIsNeeded) {
+TEST_F(InPieces, AStatusFileIsReadUpToTheLastUsedLine) {
     for (const std::size_t size : {1U, 3U, 10U, 20U, 100U}) {
         EXPECT_EQ(100U, read("status", piecesOf(m_process.status, size), information).processGroupID) << size;
         const Record record = read("status", piecesOf(m_process.status, size), statistics);
@@ -85,15 +85,15 @@ TEST_F(InPieces, AStatusFileIsReadAsFarAsItIsNeeded) {
     }
 }
 
-TEST_F(InPieces, AStatFileIsReadNoFurtherThanItsLine) {
+TEST_F(InPieces, AStatFileIsReadOnlyToTheEndOfItsLine) {
     EXPECT_EQ("prog", readWithoutEnd("stat", m_process.stat("7"), information).name);
 }
 
-TEST_F(InPieces, ACommandLineIsReadNoFurtherThanItsFirstLine) {
+TEST_F(InPieces, ACommandLineIsReadOnlyToTheEndOfItsFirstLine) {
     EXPECT_EQ(Texts{"a\n"}, readWithoutEnd("cmdline", "prog\0a\n"s, information).parameters);
 }
 
-TEST_F(InPieces, AStatusFileIsReadNoFurtherThanItIsNeeded) {
+TEST_F(InPieces, AStatusFileIsReadOnlyToTheLastUsedLine) {
     EXPECT_EQ(2U, readWithoutEnd("status", "Uid:\t1\t2\nGid:\t3\t4\n", information).realUserID);
     EXPECT_EQ(4U,
               readWithoutEnd("status", "VmExe: 1 kB\nVmLib: 3 kB\nVmData: 2 kB\nVmStk: 3 kB\n", statistics)

@@ -1,4 +1,4 @@
-// A process as a whole: which files it needs, and what each mode gathers.
+// One process: the files it needs, and the fields of each mode.
 #include "inventory/Inventory.hpp"
 #include "support/Descriptors.hpp"
 
@@ -43,7 +43,7 @@ TEST_F(OneProcess, IsDescribedInOneMode) {
     EXPECT_EQ(0U, record.realStack);
 }
 
-// Expects what the mode of the statistics gives of example(), whatever type asks for it.
+// Expects the fields of example() in the mode eStatisticalInformation.
 void expectStatistics(const Record& record) {
     EXPECT_EQ("7", record.handle);
     EXPECT_EQ("daemon", record.name);
@@ -60,15 +60,15 @@ void expectStatistics(const Record& record) {
     EXPECT_EQ(132U, record.realStack);
 }
 
-TEST_F(OneProcess, IsMeasuredInTheOther) {
+TEST_F(OneProcess, IsMeasuredInTheOtherMode) {
     m_tree.add("7", example());
     expectStatistics(read("7", statistics));
 }
 
-TEST_F(OneProcess, IsMeasuredInAnyModeThatIsNone) {
+TEST_F(OneProcess, IsMeasuredInAnInvalidMode) {
     m_tree.add("7", example());
     for (const int type : {2, 3, -1, 256, 257, 0x7fffffff}) {
-        // The value is made without a conversion that would be undefined.
+        // A cast of an invalid value is undefined; memcpy is not.
         QAV_UnixProcessAPI::tProcessInfoType mode = statistics;
         static_assert(sizeof mode == sizeof type, "");
         std::memcpy(&mode, &type, sizeof mode);
@@ -76,7 +76,7 @@ TEST_F(OneProcess, IsMeasuredInAnyModeThatIsNone) {
     }
 }
 
-TEST_F(OneProcess, MayBeAThreadOfTheKernel) {
+TEST_F(OneProcess, MayBeAKernelThread) {
     m_tree.add("9", kernelThread("kworker/0:1H-kblockd"));
     const Record described = read("9", information);
     EXPECT_EQ("kworker/0:1H-kblockd", described.name);
@@ -116,14 +116,14 @@ TEST_F(OneProcess, NeedsNoLinkToItsProgram) {
     EXPECT_TRUE(isFound("7", statistics));
 }
 
-TEST_F(OneProcess, HasNoPathWhereALinkShouldBeAFile) {
+TEST_F(OneProcess, HasNoPathIfItsLinkIsAFile) {
     m_tree.add("7");
     m_tree.remove("7", "exe");
     m_tree.write("7", "exe", "/usr/bin/prog");
     EXPECT_EQ("", read("7", information).modulePath);
 }
 
-TEST_F(OneProcess, HasThePathOfAProgramThatIsGone) {
+TEST_F(OneProcess, HasThePathOfADeletedProgram) {
     m_tree.add("7");
     m_tree.link("7", "/usr/bin/prog (deleted)");
     EXPECT_EQ("/usr/bin/prog (deleted)", read("7", information).modulePath);
@@ -146,11 +146,11 @@ TEST_F(OneProcess, IsLeftOutWhenItsStatCannotBeRead) {
     EXPECT_FALSE(isFound("7", statistics));
 }
 
-TEST_F(OneProcess, IsLeftOutWhenAFileMayNotBeOpened) {
+TEST_F(OneProcess, IsLeftOutWhenAFileCannotBeOpened) {
     for (const char* const name : {"stat", "cmdline", "status"}) {
         m_tree.add("7");
         m_tree.remove("7", name);
-        // A link to itself: unlike permissions this holds for the superuser too.
+        // A link to itself: unlike permissions, this also fails for the superuser.
         std::filesystem::create_symlink(name, m_tree.file("7", name));
         EXPECT_FALSE(isFound("7", information)) << name;
         EXPECT_EQ(name == "cmdline"s, isFound("7", statistics)) << name;
@@ -158,7 +158,7 @@ TEST_F(OneProcess, IsLeftOutWhenAFileMayNotBeOpened) {
     }
 }
 
-TEST_F(OneProcess, MayHaveFilesThatOpenAndCannotBeRead) {
+TEST_F(OneProcess, MayHaveUnreadableFiles) {
     m_tree.add("7");
     for (const char* const name : {"cmdline", "status"}) {
         m_tree.remove("7", name);

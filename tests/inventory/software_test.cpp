@@ -1,4 +1,4 @@
-// The kind of a program, by what the software inventory prints.
+// The run type of a program, from the output of the software inventory.
 #include "SoftwareType.hpp"
 #include "inventory/Inventory.hpp"
 
@@ -21,14 +21,14 @@ unsigned short typeIn(const std::string& text, const std::string& name) {
     return inventory::softwareType(pointers.data(), OpenWBEM::String(name.c_str(), name.size()));
 }
 
-/** The run type that the fourth word of a line stands for. */
+/** The run type that the fourth word of a line denotes. */
 unsigned short typeOf(const std::string& word) {
     return typeIn("prog a b " + word + "\n", "prog");
 }
 
 class SoftwareOfAProcess : public Inventory {};
 
-TEST(Software, StandsInTheFourthWord) {
+TEST(Software, IsTheFourthWord) {
     const std::string text = "sshd a b Application\nsyslogd x y Driver\nkernel p q Operating System\n";
     EXPECT_EQ(application, typeIn(text, "sshd"));
     EXPECT_EQ(deviceDriver, typeIn(text, "syslogd"));
@@ -36,7 +36,7 @@ TEST(Software, StandsInTheFourthWord) {
     EXPECT_EQ(application, typeIn(text, "other"));
 }
 
-TEST_F(SoftwareOfAProcess, IsAskedForByItsName) {
+TEST_F(SoftwareOfAProcess, IsLookedUpByItsName) {
     Texts names;
     m_sources.runType = [&names](const OpenWBEM::String& name) {
         names.push_back(name.c_str());
@@ -49,13 +49,13 @@ TEST_F(SoftwareOfAProcess, IsAskedForByItsName) {
     EXPECT_EQ(Texts{"other"}, names);
 }
 
-TEST_F(SoftwareOfAProcess, IsNotAskedForInStatistics) {
+TEST_F(SoftwareOfAProcess, IsNotLookedUpForStatistics) {
     m_sources.runType = nullptr;
     m_tree.add("7");
     EXPECT_EQ(0, read("7", statistics).runType);
 }
 
-TEST_F(SoftwareOfAProcess, IsAskedForBetweenItsCommandLineAndItsStatus) {
+TEST_F(SoftwareOfAProcess, IsLookedUpBetweenCommandLineAndStatus) {
     int count = 0;
     m_sources.runType = [&count](const OpenWBEM::String&) {
         ++count;
@@ -76,14 +76,14 @@ TEST(Software, OfAnInventoryThatPrintsNothingIsAnApplication) {
     EXPECT_EQ(application, typeIn("", ""));
 }
 
-TEST(Software, AnyBeginningOfDriverIsADriver) {
+TEST(Software, AnyPrefixOfDriverIsADriver) {
     for (const char* const word : {"D", "Dr", "Dri", "Driv", "Drive", "Driver"})
         EXPECT_EQ(deviceDriver, typeOf(word)) << word;
     for (const char* const word : {"Drivers", "Driver,", "DriverOperating", "d", "driver", "Dx", "river"})
         EXPECT_EQ(application, typeOf(word)) << word;
 }
 
-TEST(Software, AnyBeginningOfOperatingIsTheOperatingSystem) {
+TEST(Software, AnyPrefixOfOperatingIsTheOperatingSystem) {
     for (const char* const word :
          {"O", "Op", "Ope", "Oper", "Opera", "Operat", "Operati", "Operatin", "Operating"})
         EXPECT_EQ(operatingSystem, typeOf(word)) << word;
@@ -111,7 +111,7 @@ TEST(Software, TheLastMatchingLineDecides) {
     EXPECT_EQ(deviceDriver, typeIn("prog a b Oper\nprog a b None\nprog a b Driver\n", "prog"));
 }
 
-TEST(Software, ALineMatchesThatBeginsWithTheName) {
+TEST(Software, ALineThatBeginsWithTheNameMatches) {
     EXPECT_EQ(deviceDriver, typeIn("bashful a b Driver\n", "bash"));
     EXPECT_EQ(deviceDriver, typeIn("bash a b Oper\nbashful a b Driver\n", "bash"));
     EXPECT_EQ(deviceDriver, typeIn("bash a b Oper\nbashful a b Driver\nbas a b Oper\n", "bash"));
@@ -134,7 +134,7 @@ TEST(Software, AMatchingLineOfFewerWordsEndsTheSearch) {
     }
 }
 
-TEST(Software, AnyWhiteSpaceMayStandBetweenTheWords) {
+TEST(Software, AnyWhiteSpaceSeparatesTheWords) {
     EXPECT_EQ(deviceDriver, typeIn("prog \t a\v\f b \r Driver more\n", "prog"));
     EXPECT_EQ(deviceDriver, typeIn("prog a b Driver\r\n", "prog"));
     EXPECT_EQ(operatingSystem, typeIn("  prog a b Oper\n", "  prog"));

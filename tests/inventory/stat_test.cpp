@@ -1,4 +1,4 @@
-// What is taken of the stat file of a process.
+// The fields of the stat file of a process.
 #include "inventory/Inventory.hpp"
 
 #include <cctype>

@@ -1,4 +1,4 @@
-// What is taken of the status file of a process.
+// The fields of the status file of a process.
 #include "inventory/Inventory.hpp"
 
 namespace {
@@ -42,7 +42,7 @@ TEST_F(Status, GivesTheSizes) {
     EXPECT_EQ("1600 300 132", sizes("VmLib: 1500 kB\nVmExe: 100 kB\nVmStk: 132 kB\nVmData: 300 kB\n"));
 }
 
-TEST_F(Status, AddsUpWhatThereIsOfTheText) {
+TEST_F(Status, AddsTheSizesOfTheText) {
     EXPECT_EQ("100 0 0", sizes("VmExe:\t 100 kB\n"));
     EXPECT_EQ("1500 0 0", sizes("VmLib:\t 1500 kB\n"));
     EXPECT_EQ("1 0 0", sizes("VmExe:\t 18446744073709551615 kB\nVmLib:\t 2 kB\n"));
@@ -68,18 +68,18 @@ TEST_F(Status, KeysBeginTheirLine) {
     EXPECT_EQ("0 0 0", sizes(" VmExe: 1 kB\nxVmData: 1 kB\n VmStk: 1 kB\nName: VmLib: 1 kB\n"));
 }
 
-TEST_F(Status, KeysAreWhole) {
+TEST_F(Status, KeysMatchCompletely) {
     EXPECT_EQ("0 0", identity("uid:\t1\t2\nUid\t1\t2\nGID:\t1\t2\nGid \t1\t2\nUi\nGi\n"));
     EXPECT_EQ("0 0 0", sizes("VmExe 1 2\nVmExec: 1 kB\nvmLib: 1 kB\nVmDat: 1 kB\nVmStack: 1 kB\nVm\n"));
 }
 
-TEST_F(Status, TakesTwoLinesForUserAndGroup) {
+TEST_F(Status, UsesTwoLinesForUserAndGroup) {
     EXPECT_EQ("4 0", identity("Uid:\t1\t2\nUid:\t3\t4\nGid:\t5\t6\n"));
     EXPECT_EQ("0 4", identity("Gid:\t1\t2\nGid:\t3\t4\nUid:\t5\t6\n"));
     EXPECT_EQ("2 4", identity("Uid:\t1\t2\nGid:\t3\t4\nUid:\t5\t6\nGid:\t7\t8\n"));
 }
 
-TEST_F(Status, TakesFourLinesForTheSizes) {
+TEST_F(Status, UsesFourLinesForTheSizes) {
     EXPECT_EQ("10 0 0",
               sizes("VmExe: 1 kB\nVmExe: 2 kB\nVmLib: 3 kB\nVmLib: 4 kB\nVmData: 5 kB\nVmStk: 6 kB\n"));
     EXPECT_EQ("0 2 0", sizes("VmData: 5 kB\nVmData: 6 kB\nVmData: 7 kB\nVmData: 2 kB\nVmStk: 6 kB\n"));
@@ -93,19 +93,19 @@ TEST_F(Status, CountsALineWithoutItsNumberToo) {
     EXPECT_EQ("0 0 0", sizes("VmExe:\nVmLib: x\nVmData: x\nVmStk:\nVmData: 3 kB\n"));
 }
 
-TEST_F(Status, ANumberThatIsMissingLeavesTheOneBefore) {
+TEST_F(Status, AMissingNumberKeepsThePreviousOne) {
     EXPECT_EQ("2 0", identity("Uid:\t1\t2\nUid:\t1\nGid:\t5\t6\n"));
     EXPECT_EQ("1 2 3", sizes("VmExe: 1 kB\nVmData: 2 kB\nVmStk: 3 kB\nVmLib:\n"));
     EXPECT_EQ("0 2 3", sizes("VmData: 2 kB\nVmData: x\nVmStk: 3 kB\nVmStk:\nVmExe: 1 kB\n"));
 }
 
-TEST_F(Status, WordsBehindTheKeyOfAnIdentityAreSkippedWhateverTheyAre) {
+TEST_F(Status, AnyFirstWordAfterTheKeyOfAnIdentityIsSkipped) {
     EXPECT_EQ("2 4", identity("Uid: x 2\nGid:3 4\n"));
     EXPECT_EQ("1 4", identity("Uid:0x 1\nGid:- +4\n"));
 }
 
-TEST_F(Status, ASizeStandsInTheSecondWord) {
-    EXPECT_EQ("7 8 9", sizes("VmExe:1 7\nVmData:x 8\nVmStk:  9kB\n")) << "the first is what has the key";
+TEST_F(Status, ASizeIsTheSecondWord) {
+    EXPECT_EQ("7 8 9", sizes("VmExe:1 7\nVmData:x 8\nVmStk:  9kB\n")) << "the key is in the first word";
     EXPECT_EQ("0 0 0", sizes("VmExe:7\nVmData:8\nVmStk:9\n"));
 }
 
@@ -116,7 +116,7 @@ TEST_F(Status, NumbersMayBeNegativeOrTooLarge) {
               sizes("VmExe: -2 kB\nVmData: +1 kB\nVmStk: 18446744073709551616 kB\n"));
 }
 
-TEST_F(Status, NeedsNoEndOfItsLastLine) {
+TEST_F(Status, NeedsNoLineEndAfterItsLastLine) {
     EXPECT_EQ("2 4", identity("Uid:\t1\t2\nGid:\t3\t4"));
     EXPECT_EQ("1 2 3", sizes("VmExe: 1 kB\nVmData: 2 kB\nVmStk: 3"));
 }

@@ -1,4 +1,4 @@
-// When the program of the software inventory is run, and what becomes of its output.
+// When the program of the software inventory runs, and how long its output is kept.
 #include "inventory/OwnProcess.hpp"
 #include "inventory/SoftwareProgram.hpp"
 
@@ -12,7 +12,7 @@ protected:
         m_program = SoftwareProgram();
         print("Driver");
     }
-    // Lets the program print one kind for every name.
+    // Sets the run type that the program prints for this process.
     void print(const std::string& kind) { m_program.lines = {name() + " a b " + kind}; }
 
     static std::string name() {
@@ -32,7 +32,7 @@ protected:
     SoftwareProgram& m_program = SoftwareProgram::instance();
 };
 
-TEST_F(Tool, IsRunWithoutInputForItsOutputAlone) {
+TEST_F(Tool, RunsWithoutInputAndOnlyForItsOutput) {
     add(handle(), information);
     EXPECT_EQ("/kq/bin/softinv", m_program.command);
     EXPECT_FALSE(m_program.hasMoreThanOutput);
@@ -56,7 +56,7 @@ TEST_F(Tool, RunsAgainForEveryFill) {
     EXPECT_EQ(3, typeOfLast());
 }
 
-TEST_F(Tool, IsReadAfreshByEveryFill) {
+TEST_F(Tool, IsReadAgainByEveryFill) {
     add(handle(), information);
     print("Oper");
     add(handle(), information);
@@ -77,7 +77,7 @@ TEST_F(Tool, DoesNotRunWithoutAProcess) {
     EXPECT_EQ(0, m_program.runs);
 }
 
-TEST_F(Tool, IsNotRunAgainWhenItCouldNotBeRun) {
+TEST_F(Tool, DoesNotRunAgainAfterItFailedToRun) {
     m_program.isMissing = true;
     EXPECT_EQ(4, m_processes.determineSWType(name().c_str()));
     m_program.isMissing = false;
@@ -88,13 +88,13 @@ TEST_F(Tool, IsNotRunAgainWhenItCouldNotBeRun) {
     EXPECT_EQ(3, typeOfLast());
 }
 
-TEST_F(Tool, ThatPrintsNothingMakesEverythingAnApplication) {
+TEST_F(Tool, WithoutOutputMakesEveryProgramAnApplication) {
     m_program.lines.clear();
     add(handle(), information);
     EXPECT_EQ(4, typeOfLast());
 }
 
-TEST_F(Tool, OutputIsKeptWhileProcessesAreReadWithoutInit) {
+TEST_F(Tool, OutputIsKeptForProcessesReadWithoutInit) {
     EXPECT_EQ(1, m_processes.internalInit(information, handle().c_str()));
     EXPECT_EQ(1, m_processes.internalInit(information, handle(1).c_str()));
     EXPECT_EQ(3, m_processes.determineSWType(name().c_str()));
@@ -103,9 +103,9 @@ TEST_F(Tool, OutputIsKeptWhileProcessesAreReadWithoutInit) {
     EXPECT_EQ(2, m_program.runs);
 }
 
-TEST_F(Tool, IsNotRunAfterAFill) {
+TEST_F(Tool, DoesNotRunAfterAFill) {
     add(handle(), information);
-    EXPECT_EQ(4, m_processes.determineSWType(name().c_str())) << "its output is not kept any more";
+    EXPECT_EQ(4, m_processes.determineSWType(name().c_str())) << "the fill has discarded the output";
     EXPECT_EQ(1, m_program.runs);
     m_processes.init(information);
     EXPECT_EQ(4, m_processes.determineSWType(name().c_str()));

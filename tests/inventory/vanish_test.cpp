@@ -1,5 +1,5 @@
-// Processes that end while they are read. A pipe in the place of a file holds the reading up until the test
-// has removed what comes behind it.
+// Processes that end while they are read. A pipe instead of a file blocks the read until the test has removed
+// the files that follow.
 #include "inventory/Inventory.hpp"
 #include "inventory/Pipe.hpp"
 
@@ -11,7 +11,7 @@ class Vanishing : public Inventory {
 protected:
     Vanishing() { m_tree.add("7"); }
 
-    // Reads the process with a file held up while something happens; returns whether it was found.
+    // Reads the process; a file blocks until `meanwhile` returns. Returns whether the process was found.
     bool read(const std::string& name, const std::string& content, QAV_UnixProcessAPI::tProcessInfoType type,
               const std::function<void()>& meanwhile) {
         m_tree.remove("7", name);
@@ -26,22 +26,22 @@ protected:
     const FakeProcess m_process;
 };
 
-TEST_F(Vanishing, APipeInThePlaceOfAFileIsReadLikeAFile) {
+TEST_F(Vanishing, APipeIsReadLikeAFile) {
     EXPECT_TRUE(read("stat", m_process.stat("7"), information, [] {}));
     EXPECT_EQ("prog", recordOf(m_processes[0]).name);
 }
 
-TEST_F(Vanishing, BehindItsStatFileItIsLeftOut) {
+TEST_F(Vanishing, AfterItsStatFileItIsLeftOut) {
     EXPECT_FALSE(read("stat", m_process.stat("7"), information, end()));
     EXPECT_EQ(0U, m_processes.size());
 }
 
-TEST_F(Vanishing, BehindItsStatFileItIsLeftOutOfTheStatisticsToo) {
+TEST_F(Vanishing, AfterItsStatFileItIsLeftOutOfTheStatisticsToo) {
     EXPECT_FALSE(read("stat", m_process.stat("7"), statistics, end()));
     EXPECT_EQ(0U, m_processes.size());
 }
 
-TEST_F(Vanishing, BehindItsCommandLineItIsLeftOut) {
+TEST_F(Vanishing, AfterItsCommandLineItIsLeftOut) {
     EXPECT_FALSE(read("cmdline", m_process.cmdline, information, end()));
     EXPECT_EQ(0U, m_processes.size());
 }
@@ -64,13 +64,13 @@ TEST_F(Vanishing, WhileItsStatusIsReadItIsKept) {
     EXPECT_EQ(1000U, recordOf(m_processes[0]).realUserID);
 }
 
-TEST_F(Vanishing, AStatusThatEndsEarlyGivesWhatItHas) {
+TEST_F(Vanishing, AStatusThatEndsEarlyGivesItsFirstFields) {
     EXPECT_TRUE(read("status", "Uid:\t1\t2\nGi", information, end()));
     EXPECT_EQ(2U, recordOf(m_processes[0]).realUserID);
     EXPECT_EQ(0U, recordOf(m_processes[0]).processGroupID);
 }
 
-TEST_F(Vanishing, DoesNotEndTheReadingOfTheOthers) {
+TEST_F(Vanishing, DoesNotEndTheReadOfTheOthers) {
     m_tree.add("8");
     m_tree.add("9");
     m_tree.remove("7", "stat");

@@ -10,17 +10,17 @@
 #include <string>
 #include <vector>
 
-/** Bodies of requests, in their order. */
+/** Bodies of requests, in order. */
 using Requests = std::vector<std::string>;
 
-/** An agent in a process of its own with the trace on, and the scripted object manager that it speaks to. */
+/** An agent in a separate process, with the trace on, and its scripted object manager. */
 class Agent {
 public:
     explicit Agent(std::vector<support::Step> script)
         : m_peer(std::move(script)) {}
 
     /**
-     * Runs the agent with an empty queue, the URL of the object manager and no client yet; returns what it
+     * Runs the agent with an empty queue and the URL of the object manager, but no client; returns what it
      * printed.
      */
     std::string run(const std::function<void(TestQueue&)>& body) const {
@@ -31,7 +31,7 @@ public:
         });
     }
 
-    /** What the object manager received. */
+    /** The requests that the object manager received. */
     Requests requests() const {
         Requests bodies;
         for (const std::string& request : m_peer.requests())

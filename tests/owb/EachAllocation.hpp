@@ -2,26 +2,18 @@
 #define TESTS_OWB_EACH_ALLOCATION_HPP
 #include "owb.h"
 
+#include "LibraryCall.hpp"
 #include "TestQueue.hpp"
 #include "TraceLog.hpp"
-#include "support/Child.hpp"
 #include "support/FailingAllocator.hpp"
 #include "support/ScriptedPeer.hpp"
-#include "support/TempDir.hpp"
 
 #include <functional>
 #include <gtest/gtest.h>
 #include <new>
-#include <set>
 #include <tuple>
 
-/** A call of the library, and what it may return besides what it does when all goes well. */
-struct Call {
-    std::function<long(TestQueue&)> make;
-    std::set<long> failures;
-};
-
-/** Allocations that are outstanding after a call that has all the memory it needs. */
+/** Allocations that are outstanding after a call without a failure. */
 inline long outstandingAfter(const Call& call, long& result) {
     {
         TestQueue q;
@@ -30,28 +22,27 @@ inline long outstandingAfter(const Call& call, long& result) {
     return support::memory::outstanding();
 }
 
-/** Makes the call while memory is short. Whether it was. */
+/** Makes the call with failing allocations. Returns whether one has failed. */
 inline bool runsOut(const Call& call, void (*fail)(long), long allocation, long good) {
     TestQueue q;
     long result = good;
     fail(allocation);
     try {
         result = call.make(q);
-    } catch (const std::bad_alloc&) { // passes through, as anything that is not the client library's
+    } catch (const std::bad_alloc&) { // passes through, like all exceptions that are not the client library's
     }
-    const bool wasShort = support::memory::stopFailing();
+    const bool hasFailed = support::memory::stopFailing();
     EXPECT_TRUE(result == good || call.failures.count(result) == 1) << result;
     EXPECT_TRUE(q.isConsistent());
     for (const _qItem* item = q.head()->first; item != q.end(); item = item->next)
         EXPECT_NE(nullptr, item->val);
-    return wasShort;
+    return hasFailed;
 }
 
-/** Lets each allocation fail in turn; behind each failure the same call must succeed and have lost nothing.
- */
+/** Fails each allocation in turn. After each failure the same call must succeed, without a leak. */
 inline void expectToLoseNothing(const Call& call, void (*fail)(long)) {
     long good = 0;
-    outstandingAfter(call, good); // what is allocated once a process
+    outstandingAfter(call, good); // allocates what the process keeps
     const long before = outstandingAfter(call, good);
     long allocation = 0;
     while (!testing::Test::HasFailure() && runsOut(call, fail, allocation, good)) {
@@ -71,11 +62,10 @@ protected:
     static bool isTracing() { return std::get<1>(GetParam()); }
 
     static void inChild(const std::function<void()>& body) {
-        const support::TempDir folder;
         if (isTracing())
             TraceLog().run(body);
         else
-            support::inChild(folder.path(), body);
+            runWithoutTrace(body);
     }
     static void expect(const Call& call) {
         inChild([&call] { expectToLoseNothing(call, failing()); });

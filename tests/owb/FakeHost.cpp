@@ -7,6 +7,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <sched.h>
 #include <stdexcept>
 #include <sys/mount.h>
@@ -18,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const std::string refusal = "no namespaces: ";
+const std::string noNamespaces = "no namespaces: ";
 
 void require(int result, const std::string& what) {
     if (result != 0)
@@ -32,7 +33,7 @@ void put(const char* path, const std::string& text) {
         throw std::runtime_error(std::string("cannot write ") + path);
 }
 
-/** Gives this process mounts of its own; without privileges by way of a user namespace. */
+/** Moves this process to a new mount namespace; without privileges, to a new user namespace first. */
 void unshareMounts() {
     if (::unshare(CLONE_NEWNS) != 0) {
         const std::string user = std::to_string(::geteuid());
@@ -45,41 +46,41 @@ void unshareMounts() {
     require(::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr), "mount --make-rprivate");
 }
 
-/** Shows a folder of the real host at another place too, where it is not to be written to. */
-void bindReadOnly(const std::string& folder, const std::string& place) {
-    fs::create_directory(place);
-    require(::mount(folder.c_str(), place.c_str(), nullptr, MS_BIND | MS_REC, nullptr),
-            "mount --bind " + folder);
+/** Mounts a directory of the real host read-only at a second path. */
+void bindReadOnly(const std::string& directory, const std::string& target) {
+    fs::create_directory(target);
+    require(::mount(directory.c_str(), target.c_str(), nullptr, MS_BIND | MS_REC, nullptr),
+            "mount --bind " + directory);
     struct statvfs now {};
-    require(::statvfs(place.c_str(), &now), "statvfs");
+    require(::statvfs(target.c_str(), &now), "statvfs");
     const unsigned long kept = now.f_flag & (ST_NOSUID | ST_NODEV | ST_NOEXEC);
-    require(::mount("none", place.c_str(), nullptr, MS_BIND | MS_REMOUNT | MS_RDONLY | kept, nullptr),
-            "mount -o remount,ro " + folder);
+    require(::mount("none", target.c_str(), nullptr, MS_BIND | MS_REMOUNT | MS_RDONLY | kept, nullptr),
+            "mount -o remount,ro " + directory);
 }
 
 void showPrograms(const std::string& root) {
     for (const std::string name : {"bin", "dev", "lib", "lib32", "lib64", "libx32", "usr"}) {
-        const fs::path place = root + "/" + name;
-        if (fs::is_symlink(place))
-            fs::remove(place);
+        const fs::path target = root + "/" + name;
+        if (fs::is_symlink(target))
+            fs::remove(target);
         if (fs::is_symlink("/" + name))
-            fs::copy_symlink("/" + name, place);
+            fs::copy_symlink("/" + name, target);
         else if (fs::is_directory("/" + name))
-            bindReadOnly("/" + name, place);
+            bindReadOnly("/" + name, target);
     }
 }
 
-/** A folder as the root of this process, as long as this lives. */
+/** Sets the root directory of this process; the destructor restores the real one. */
 class Root {
 public:
-    explicit Root(const std::string& folder)
+    explicit Root(const std::string& directory)
         : m_real(::open("/", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-        require(::chroot(folder.c_str()), "chroot");
+        require(::chroot(directory.c_str()), "chroot");
         require(::chdir("/"), "chdir");
     }
     ~Root() {
         if (::fchdir(m_real) != 0 || ::chroot(".") != 0)
-            std::perror("cannot leave the root folder");
+            std::perror("cannot restore the root directory");
         ::close(m_real);
     }
     Root(const Root&) = delete;
@@ -95,19 +96,27 @@ void FakeHost::setTool(const std::string& script) const {
     fs::permissions(m_root.write("kq/bin/softinv", "#!/bin/sh\n" + script), fs::perms::owner_all);
 }
 
-std::string FakeHost::run(const std::function<void()>& body, Programs programs, std::string& reason) const {
+void FakeHost::addDriver() const {
+    m_processes.add("7");
+    m_processes.add("8");
+    setTool("echo prog a b Driver\n");
+}
+
+void FakeHost::run(const std::function<void()>& body, const std::string& expectedOutput,
+                   Programs programs) const {
     const std::string output = support::inChild("/", [&] {
         try {
             unshareMounts();
             if (programs == Programs::real)
                 showPrograms(m_root.path());
         } catch (const std::exception& e) {
-            std::printf("%s%s", refusal.c_str(), e.what());
+            std::printf("%s%s", noNamespaces.c_str(), e.what());
             return;
         }
         const Root root(m_root.path());
         body();
     });
-    reason = output.compare(0, refusal.size(), refusal) == 0 ? output : "";
-    return output;
+    if (output.compare(0, noNamespaces.size(), noNamespaces) == 0)
+        GTEST_SKIP() << output;
+    EXPECT_EQ(expectedOutput, output);
 }

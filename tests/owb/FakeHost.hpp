@@ -7,31 +7,32 @@
 #include <string>
 
 /**
- * A host with processes, and with a software inventory, that a test invents. Children of the test live on it:
- * its root folder is theirs, in a mount namespace of their own. It has no /proc until it has a process.
+ * A directory with fake processes and a fake software inventory, which a child of the test has as its root
+ * directory, in a separate mount namespace. It has no /proc until it has a process.
  */
 class FakeHost {
 public:
-    /** Which programs, besides the software inventory, there are. */
+    /** The programs besides the software inventory. */
     enum class Programs {
-        none, /**< no shell either */
-        real  /**< those of the real host, which cannot be written to */
+        none, /**< not even a shell */
+        real  /**< those of the real host, mounted read-only */
     };
 
     FakeHost()
         : m_processes(m_root.file("proc")) {}
 
     const ProcessTree& processes() const { return m_processes; }
-    /** Makes a program of a shell script the software inventory. */
+    /** Sets the shell script that is the software inventory. */
     void setTool(const std::string& script) const;
-    /** A file of it, as this process reaches it. */
-    std::string file(const std::string& path) const { return m_root.path() + path; }
+    /** Adds two processes that the software inventory reports as drivers. */
+    void addDriver() const;
 
     /**
-     * Runs a body in a child on it, as support::inChild() does. Returns what the body printed; when the
-     * system does not let the test make namespaces, the body does not run and `reason` tells why.
+     * Runs a body in a child on the host, like support::inChild(). Expects the body to print a text. Skips
+     * the test if the system forbids mount namespaces.
      */
-    std::string run(const std::function<void()>& body, Programs programs, std::string& reason) const;
+    void run(const std::function<void()>& body, const std::string& expectedOutput = "",
+             Programs programs = Programs::real) const;
 
 private:
     support::TempDir m_root;

@@ -21,7 +21,7 @@ class GroupWrite : public Agent {
 public:
     using Agent::Agent;
 
-    /** To an object manager that has instances of one class and accepts every modification. */
+    /** Its object manager has instances of one class and accepts every modification. */
     explicit GroupWrite(const std::vector<std::string>& all)
         : Agent({instances(all), done()}) {}
 
@@ -55,7 +55,7 @@ inline std::string modelWrite(const std::string& tag, const std::string& model) 
     return chassisWrite(tag, {support::wire::stringProperty("Model", model)});
 }
 
-/** The requests of a write of group 0, behind the enumeration that comes first. */
+/** The requests of a write of group 0: the enumeration and these. */
 inline Requests chassisRequests(const Requests& writes) {
     Requests all = {support::wire::enumerateRequest(chassisClass)};
     all.insert(all.end(), writes.begin(), writes.end());

@@ -1,6 +1,6 @@
 #ifndef TESTS_OWB_INSTANCES_HPP
 #define TESTS_OWB_INSTANCES_HPP
-// OpenWBEM 3.x: an Array of numbers needs it, where there is one, before OW_Array.hpp.
+// OpenWBEM 3.x needs it before OW_Array.hpp, for an Array of numbers.
 #if __has_include("OW_vector.hpp")
 #include "OW_vector.hpp"
 #endif

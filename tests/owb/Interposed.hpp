@@ -7,7 +7,7 @@
 
 /**
  * Functions of the library and of the C library that the test program interposes, as an agent may. Each calls
- * its hook; without one it does nothing (OWB_Debug), or what the original does.
+ * its hook. Without a hook, OWB_Debug does nothing and the others call the original.
  */
 namespace interposed {
 
@@ -21,10 +21,10 @@ struct Diagnostic {
 extern std::function<void(const Diagnostic&)> debug;
 extern std::function<int(long group, OpenWBEM::CIMInstance& instance, long row, _qHead* q)> instanceData;
 extern std::function<void(const char* path)> directoryOpened;
-/** Formats that were handed to printf(). */
+/** Formats of calls of printf(). */
 extern std::function<void(const char* format)> printed;
 
-/** The library's own functions. */
+/** The functions of the library. */
 int ownInstanceData(long group, OpenWBEM::CIMInstance& instance, long row, _qHead* q);
 void ownDebug(const Diagnostic& diagnostic);
 

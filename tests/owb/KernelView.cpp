@@ -20,9 +20,9 @@ std::string interval(unsigned long long ticks) {
     return text;
 }
 
-// The arguments up to the first that is empty, of the first line.
-std::vector<std::string> argumentsOf(const std::string& folder) {
-    std::istringstream in(support::readFile(folder + "cmdline").substr(0, 511));
+// The arguments up to the first empty one or the end of the first line.
+std::vector<std::string> argumentsOf(const std::string& directory) {
+    std::istringstream in(support::readFile(directory + "cmdline").substr(0, 511));
     std::vector<std::string> arguments;
     for (std::string text; std::getline(in, text, '\0') && !text.empty();) {
         const std::size_t lineEnd = text.find('\n');
@@ -37,19 +37,19 @@ std::vector<std::string> argumentsOf(const std::string& folder) {
 
 KernelView::KernelView(pid_t pid) {
     m_record.handle = std::to_string(pid);
-    const std::string folder = "/proc/" + m_record.handle + "/";
-    readStat(folder);
-    readStatus(folder);
+    const std::string directory = "/proc/" + m_record.handle + "/";
+    readStat(directory);
+    readStatus(directory);
     std::error_code noProgram;
-    m_record.modulePath = fs::read_symlink(folder + "exe", noProgram).string();
-    m_record.parameters = argumentsOf(folder);
+    m_record.modulePath = fs::read_symlink(directory + "exe", noProgram).string();
+    m_record.parameters = argumentsOf(directory);
     if (!m_record.parameters.empty())
         m_record.parameters.erase(m_record.parameters.begin());
 }
 
-void KernelView::readStat(const std::string& folder) {
-    const std::string line = support::readFile(folder + "stat");
-    const std::size_t nameEnd = line.rfind(')'); // whatever the name holds
+void KernelView::readStat(const std::string& directory) {
+    const std::string line = support::readFile(directory + "stat");
+    const std::size_t nameEnd = line.rfind(')'); // the name may contain others
     m_record.name = line.substr(line.find('(') + 1, nameEnd - line.find('(') - 1);
     std::istringstream in(line.substr(nameEnd + 1));
     std::vector<std::string> fields; // the first is the third of proc(5)
@@ -62,8 +62,8 @@ void KernelView::readStat(const std::string& folder) {
     m_record.totalCpuTime = interval(std::stoull(fields.at(11)) + std::stoull(fields.at(12)));
 }
 
-void KernelView::readStatus(const std::string& folder) {
-    std::istringstream in(support::readFile(folder + "status"));
+void KernelView::readStatus(const std::string& directory) {
+    std::istringstream in(support::readFile(directory + "status"));
     std::map<std::string, std::vector<unsigned long long>> numbers;
     for (std::string line; std::getline(in, line);) {
         std::istringstream words(line.substr(line.find(':') + 1));
@@ -75,7 +75,7 @@ void KernelView::readStatus(const std::string& folder) {
     m_record.realUserID = numbers.at("Uid")[1];
     m_record.processGroupID = numbers.at("Gid")[1];
     for (const char* const key : {"VmExe", "VmLib", "VmData", "VmStk"})
-        numbers[key].resize(4); // a zombie has none of them
+        numbers[key].resize(4); // a zombie has none
     m_record.realText = numbers["VmExe"][0] + numbers["VmLib"][0];
     m_record.realData = numbers["VmData"][0];
     m_record.realStack = numbers["VmStk"][0];

@@ -6,25 +6,25 @@
 #include <string>
 #include <sys/types.h>
 
-/** A process of this host as the kernel shows it in /proc, read in another way than the library's. */
+/** A process of this host, read from /proc independently of the library. */
 class KernelView {
 public:
     explicit KernelView(pid_t pid);
 
     /** State letter. */
     char state() const { return m_state; }
-    /** What the process table is to tell of it: all fields but the run type, in both modes. */
+    /** The expected fields of the process table in both modes, without the run type. */
     const Record& record() const { return m_record; }
 
 private:
-    void readStat(const std::string& folder);
-    void readStatus(const std::string& folder);
+    void readStat(const std::string& directory);
+    void readStatus(const std::string& directory);
 
     char m_state = '?';
     Record m_record{};
 };
 
-/** IDs of the processes that there are, without those whose names hold a ")". */
+/** IDs of all processes whose names contain no ")". */
 std::set<std::string> kernelProcesses();
 
 #endif

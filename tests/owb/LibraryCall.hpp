@@ -6,54 +6,64 @@
 #include "support/ScriptedPeer.hpp"
 #include "support/Wire.hpp"
 
-#include <cerrno>
 #include <functional>
-#include <gtest/gtest.h>
 #include <set>
 #include <string>
 #include <vector>
 
-/** Everything that a call may be told, and that nobody may take for anything else. */
-inline const int errors[] = {EINTR, EAGAIN, EMFILE, ENOSPC, EIO, ENOMEM, ENOBUFS, EACCES};
-
-struct Outcome {
-    long result;
-    Items items;
-};
+// Calls of the library whose allocations or system calls fail one after the other.
 
 struct Call {
     std::function<long(TestQueue&)> make;
-    /** What it may return besides what it does when all goes well. */
+    /** What it may return, besides its result without a failure. */
     std::set<long> failures;
 };
 
-inline Outcome make(const Call& call) {
-    TestQueue q;
-    const long result = call.make(q);
-    EXPECT_TRUE(q.isConsistent());
-    return {result, q.items()};
+inline const Call readGroup = {[](TestQueue& q) { return OWB_getGroup(2, q.head()); }, {OWB_EXCEPTION}};
+
+inline const Call readInstance = {[](TestQueue& q) {
+                                      char path[] = "QAV_System.Name=\"host\"";
+                                      return OWB_getInstance(2, path, 0, q.head());
+                                  },
+                                  {OWB_EXCEPTION}};
+
+inline const Call writeGroup = {[](TestQueue& q) {
+                                    OWB_itemAdd(q.head(), 2, 0, 0, 0, "x");
+                                    return OWB_setGroup(2, q.head());
+                                },
+                                {OWB_EXCEPTION}};
+
+inline const Call readSoftware = {[](TestQueue& q) { return OWB_getSWRun(q.head()); }, {}};
+
+/** The call, which may also find no instance. */
+inline Call orNoInstance(Call call) {
+    call.failures.insert(OWB_NO_INSTANCE);
+    return call;
 }
 
 inline std::string systemInstance() {
-    return support::wire::instance(
-        "QAV_System",
-        {support::wire::stringProperty("Description", "d"),
-         support::wire::property("SysServices", support::wire::UINT32, support::wire::bigEndian(72, 4))});
+    using namespace support::wire;
+    return instance("QAV_System",
+                    {stringProperty("Description", "d"), property("SysServices", UINT32, bigEndian(72, 4)),
+                     arrayProperty("SystemVersion", STRING, {text("one"), text("two")})});
 }
 
-inline support::Step enumerationOf(const std::vector<std::string>& instances) {
-    return support::Step::answer(support::wire::chunkedReply(support::wire::enumeration(instances)));
+/** The answer to readGroup. */
+inline support::Step twoSystems() {
+    using namespace support::wire;
+    return support::Step::answer(chunkedReply(enumeration({systemInstance(), systemInstance()})));
 }
 
-inline const Call readSystem = {[](TestQueue& q) { return OWB_getGroup(2, q.head()); }, {OWB_EXCEPTION}};
+/** The answer to readInstance. */
+inline support::Step oneSystem() {
+    return support::Step::answer(support::wire::plainReply(std::string(1, '\0') + systemInstance()));
+}
 
-inline const Call writeSystem = {[](TestQueue& q) {
-                                     OWB_itemAdd(q.head(), 2, 0, 0, 0, "x");
-                                     return OWB_setGroup(2, q.head());
-                                 },
-                                 {OWB_EXCEPTION}};
-
-/** A call of the library in which each system call fails with the error of the parameter, in turn. */
-class FailingCall : public testing::TestWithParam<int> {};
+/** The answer to both requests of writeGroup: the client ignores what follows the first byte of the second.
+ */
+inline support::Step writtenSystem() {
+    using namespace support::wire;
+    return support::Step::answer(chunkedReply(enumeration({systemInstance()})));
+}
 
 #endif

@@ -13,7 +13,7 @@
 #include <strings.h>
 #include <vector>
 
-/** What a queue has to look like after the same calls: every append searches all items, from the front. */
+/** The expected contents of a queue after the same calls: every append searches all items from the first. */
 class NaiveQueue {
 public:
     struct Item {
@@ -24,7 +24,7 @@ public:
         std::string text;
     };
 
-    /** As OWB_itemAdd(). */
+    /** Like OWB_itemAdd(). */
     void append(const Item& item) {
         const auto match = std::find_if(m_items.begin(), m_items.end(),
                                         [&](const Item& other) { return isSameAddress(item, other); });
@@ -34,10 +34,10 @@ public:
         m_items.push_back(item);
     }
 
-    /** As an agent that links an item by hand. */
+    /** Like an agent that links an item itself. */
     void link(const Item& item) { m_items.push_back(item); }
 
-    /** As OWB_getInstanceData(). */
+    /** Like OWB_getInstanceData(). */
     void convert(long group, OpenWBEM::CIMInstance& instance, long row) {
         for (const OpenWBEM::CIMProperty& property : instance.getProperties(OpenWBEM::CIMDataType::INVALID))
             if (const ExtItem* const known = find(group, property.getName().c_str()))
@@ -55,7 +55,7 @@ public:
                             std::to_string(item.row) + "/" + std::to_string(item.array) + "=" + item.text);
         return texts;
     }
-    /** Of each append, the index of the item that the cursor was on; -1 for the head. */
+    /** The index of the item at the cursor after each append; -1 for the head. */
     const std::vector<long>& cursors() const { return m_cursors; }
     /** What the appends printed. */
     const std::string& printed() const { return m_printed; }

@@ -15,12 +15,12 @@
 #include <utility>
 #include <vector>
 
-/** The values of a row by property; those of an array with a comma between them. */
+/** The values of a row by property; the values of an array are separated by commas. */
 using Row = std::map<std::string, std::string>;
 
 using Rows = std::map<long, Row>;
 
-/** The rows that the library reads for a group, by their numbers. */
+/** The rows of a group as the library reads them, by number. */
 inline Rows numberedRowsOf(long group) {
     TestQueue q;
     EXPECT_EQ(OWB_DONE, OWB_getGroup(group, q.head())) << group;
@@ -34,7 +34,7 @@ inline Rows numberedRowsOf(long group) {
     return rows;
 }
 
-/** The rows in their order. */
+/** The rows in ascending order. */
 inline std::vector<Row> rowsOf(long group) {
     std::vector<Row> all;
     for (const auto& [number, row] : numberedRowsOf(group))
@@ -42,7 +42,7 @@ inline std::vector<Row> rowsOf(long group) {
     return all;
 }
 
-/** The first line of a file; "" when it has none. */
+/** The first line of a file; "" if it has none. */
 inline std::string firstLine(const std::string& path) {
     std::ifstream in(path);
     std::string line;
@@ -50,16 +50,21 @@ inline std::string firstLine(const std::string& path) {
     return line;
 }
 
+/** Runs a body in a child whose object manager is the given one. */
+inline void runAgent(const support::Manager& manager, const std::function<void()>& body) {
+    EXPECT_EQ("", support::inChild(manager.folder().path(), [&] {
+                  OWB_URLSet(manager.url().c_str());
+                  body();
+              }));
+}
+
 /** Tests that read groups through the library from a real object manager. */
 class ServedGroups : public testing::Test {
 protected:
-    /** Runs a body in a child that reads from an object manager of its own. */
+    /** Runs a body in a child with a new object manager. */
     static void run(const std::function<void()>& body, const std::vector<std::string>& options = {}) {
         support::Manager manager(options);
-        EXPECT_EQ("", support::inChild(manager.folder().path(), [&] {
-                      OWB_URLSet(manager.url().c_str());
-                      body();
-                  }));
+        runAgent(manager, body);
         EXPECT_EQ(0, manager.end(SIGTERM));
     }
 };

@@ -12,10 +12,10 @@
 #include <unistd.h>
 #include <vector>
 
-/** A child of the test, ended with this at the latest. */
+/** A child of the test; the destructor kills it. */
 class StartedProcess {
 public:
-    /** @param body what it does; it ends behind it */
+    /** Starts a child that runs the body and exits. */
     explicit StartedProcess(const std::function<void()>& body)
         : m_pid(::fork()) {
         if (m_pid < 0)
@@ -36,7 +36,7 @@ public:
     pid_t pid() const { return m_pid; }
     std::string id() const { return std::to_string(m_pid); }
 
-    /** Waits until it has a name and a state, and returns what the kernel tells then. */
+    /** Waits until the process has a name and a state; returns its record at that time. */
     Record when(const std::string& name, char state) const {
         for (;;) {
             const KernelView view(m_pid);
@@ -46,7 +46,7 @@ public:
         }
     }
 
-    /** Body of a process with a name that sleeps. */
+    /** Body of a process that sets its name and sleeps. */
     static std::function<void()> sleeper(const char* name) {
         return [name] {
             ::prctl(PR_SET_NAME, name);
@@ -54,14 +54,14 @@ public:
                 ::pause();
         };
     }
-    /** Body of a process that becomes a program with arguments. */
-    static std::function<void()> program(std::vector<std::string> words) {
-        return [words] {
-            std::vector<char*> arguments;
-            for (const std::string& word : words)
-                arguments.push_back(const_cast<char*>(word.c_str()));
-            arguments.push_back(nullptr);
-            ::execv("/bin/sleep", arguments.data());
+    /** Body of a process that executes sleep(1) with argv. */
+    static std::function<void()> program(std::vector<std::string> arguments) {
+        return [arguments] {
+            std::vector<char*> argv;
+            for (const std::string& argument : arguments)
+                argv.push_back(const_cast<char*>(argument.c_str()));
+            argv.push_back(nullptr);
+            ::execv("/bin/sleep", argv.data());
         };
     }
 

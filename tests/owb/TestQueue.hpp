@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-/** An agent's queue that tells what is in it. */
+/** An agent's queue with access to its items for tests. */
 class TestQueue : public support::AgentQueue {
 public:
-    /** The n-th item from the front; the sentinel when there are fewer. */
+    /** The n-th item, from 0; the sentinel if there are fewer. */
     _qItem* at(std::size_t n) {
         _qItem* item = head()->first;
         while (n-- > 0 && item != end())
@@ -16,7 +16,7 @@ public:
         return item;
     }
 
-    /** Each item as "group/nominator/row/array=text", from the front. */
+    /** Each item as "group/nominator/row/array=text". */
     std::vector<std::string> items() {
         std::vector<std::string> texts;
         for (_qItem* item = head()->first; item != end(); item = item->next)
@@ -25,7 +25,7 @@ public:
         return texts;
     }
 
-    /** Whether both chains hold the same items, as many as the head says. */
+    /** Whether both directions link the same items, as many as the size says. */
     bool isConsistent() {
         long forward = 0;
         for (_qItem* item = head()->first; item != end(); item = item->next, ++forward)

@@ -13,27 +13,33 @@
 
 using Lines = std::vector<std::string>;
 
-/** Runs code with the trace on and reads what it traced. Each run is a process of its own. */
+/** Runs the body in a child without a trace; returns what the body printed. */
+inline std::string runWithoutTrace(const std::function<void()>& body) {
+    const support::TempDir directory;
+    return support::inChild(directory.path(), body);
+}
+
+/** Runs code with the trace on and reads what it traced. Each run is a separate process. */
 class TraceLog {
 public:
-    TraceLog() { m_folder.write("vdxDebug", m_folder.file("log") + "\n"); }
+    TraceLog() { m_directory.write("vdxDebug", m_directory.file("log") + "\n"); }
 
-    const support::TempDir& folder() const { return m_folder; }
+    const support::TempDir& directory() const { return m_directory; }
 
     /** Runs the body in a child with the trace on; returns what it printed. */
     std::string run(const std::function<void()>& body) const {
-        return support::inChild(m_folder.path(), body);
+        return support::inChild(m_directory.path(), body);
     }
 
-    /** Everything traced so far, as it stands in the log. */
+    /** Everything traced so far, byte for byte. */
     std::string raw() const {
-        const std::string log = m_folder.file("log");
+        const std::string log = m_directory.file("log");
         return std::filesystem::exists(log) ? support::readFile(log) : std::string();
     }
 
     /**
-     * The lines traced so far without their time: `file:function:line: message`. A message of several lines
-     * is one, its line feeds within.
+     * The traces so far without their time: `file:function:line: message`. A message of several lines is one
+     * element with line feeds.
      */
     Lines lines() const {
         Lines result;
@@ -68,12 +74,12 @@ private:
         return std::regex_match(line.substr(0, timeLength), time);
     }
 
-    support::TempDir m_folder;
+    support::TempDir m_directory;
 };
 
 /**
- * Traced lines of exceptions with "PLACE" where they tell the place in the client library, which is its own
- * affair: "ERROR CIMException PLACE  general error".
+ * Replaces the source file and line of the client library in traced exceptions by "PLACE", since they differ
+ * between client libraries: "ERROR CIMException PLACE  general error".
  */
 inline Lines withoutPlaces(Lines lines) {
     static const std::regex place("(ERROR \\w+) \\S+\\.[ch]pp:\\d+  ");

@@ -9,13 +9,13 @@
 #include <unistd.h>
 
 /**
- * Counts how often the front of a queue is walked. The two items that it puts there lie in pages of their
- * own, of which one at a time can be read: a walk from the first to the second touches both, and the first
- * touch of the second one counts. One object a process.
+ * Counts how often a queue is walked. It inserts two items at the front, each in its own page. Only one page
+ * at a time is readable: a walk faults on each of them, and every fault on the second one counts. One object
+ * a process.
  */
 class WalkCounter {
 public:
-    /** Of an empty queue. The items have group 31, which no request takes. */
+    /** The queue must be empty. The items have group 31, which no request accepts. */
     explicit WalkCounter(_qHead* q) {
         s_pageSize = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
         auto* const sentinel = reinterpret_cast<_qItem*>(q);
@@ -43,7 +43,7 @@ public:
 
     static int walks() { return s_walks; }
 
-    /** Ends the count and takes the items out of the queue. */
+    /** Stops counting and unlinks the items. */
     static void finish(_qHead* q) {
         for (_qItem* const item : s_items)
             ::mprotect(item, s_pageSize, PROT_READ | PROT_WRITE);
@@ -68,7 +68,7 @@ private:
                 return;
             }
         }
-        ::signal(SIGSEGV, SIG_DFL); // a fault of the code under test
+        ::signal(SIGSEGV, SIG_DFL); // a fault in the code under test
     }
 
     inline static _qItem* s_items[2] = {};

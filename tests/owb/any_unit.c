@@ -1,4 +1,4 @@
-/* Asks for an interval in a unit that need not be one, which C lets an agent do and C++ does not. */
+/* Requests an interval in an invalid unit, which C permits and C++ does not. */
 #include "owb.h"
 
 long intervalInAnyUnit(char* text, int unit);

@@ -3,11 +3,11 @@
 set -eu
 LC_ALL=C
 export LC_ALL
-# Later releases of the client library call their namespace OpenWBEM4.
+# The namespace of later releases of the client library is OpenWBEM4.
 exported=$("$1" -D --defined-only --demangle "$2" | cut -d ' ' -f 3- | sed 's/OpenWBEM[0-9]*::/OpenWBEM::/g' | sort -u)
 if [ "$exported" = "$(sort "$3")" ]; then
     exit 0
 fi
-echo "$2 does not export what $3 lists; it exports:"
+echo "$2: exports differ from $3:"
 echo "$exported"
 exit 1

@@ -1,16 +1,14 @@
-// System calls that fail anywhere in a request of the client library: the bundled one reports each failure,
-// and the next request succeeds. An installed OpenWBEM may wait for minutes.
-#include "LibraryCall.hpp"
-#include "support/Child.hpp"
+// System calls that fail anywhere in a request of the bundled client library, which reports each failure; the
+// next request succeeds. An installed OpenWBEM may wait for minutes.
+#include "FailingCall.hpp"
+#include "TraceLog.hpp"
 #include "support/Descriptors.hpp"
 #include "support/FailingCalls.hpp"
-#include "support/TempDir.hpp"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
 namespace calls = support::calls;
-using namespace support::wire;
 
 namespace {
 
@@ -21,10 +19,10 @@ void expectAsGood(const Outcome& outcome, const Outcome& good, const Call& call)
     EXPECT_EQ(good.items, outcome.items);
 }
 
-/** Lets each system call fail in turn; behind each failure the same call must succeed, with the same
- * descriptors. */
+/** Fails each system call in turn. After each failure the same call must succeed, without a leaked
+ * descriptor. */
 void expectToLoseNothing(const Call& call, int error) {
-    make(call); // what is opened once a process
+    make(call); // opens what the process keeps
     const Outcome good = make(call);
     const std::set<int> before = support::openDescriptors();
     bool hasFailed = true;
@@ -36,7 +34,7 @@ void expectToLoseNothing(const Call& call, int error) {
         SCOPED_TRACE(std::string("call ") + std::to_string(n) + ", " + calls::failed());
         expectAsGood(outcome, good, call);
         if (error == EINTR) {
-            EXPECT_EQ(good.result, outcome.result) << "an interruption is no failure";
+            EXPECT_EQ(good.result, outcome.result) << "an interruption is not a failure";
         }
         const Outcome again = make(call);
         EXPECT_EQ(good.result, again.result);
@@ -47,17 +45,10 @@ void expectToLoseNothing(const Call& call, int error) {
     EXPECT_LT(1, n) << "no call has failed";
 }
 
-const Call readInstance = {[](TestQueue& q) {
-                               char path[] = "QAV_System.Name=\"host\"";
-                               return OWB_getInstance(2, path, 0, q.head());
-                           },
-                           {OWB_EXCEPTION}};
-
 void expect(const support::Step& answer, const Call& call, int error) {
     for (const auto listening : {support::Listening::unixDomain, support::Listening::ipv4}) {
-        const support::TempDir folder;
         const support::ScriptedPeer peer({answer}, listening);
-        support::inChild(folder.path(), [&] {
+        runWithoutTrace([&] {
             OWB_URLSet(peer.url().c_str());
             expectToLoseNothing(call, error);
         });
@@ -65,17 +56,15 @@ void expect(const support::Step& answer, const Call& call, int error) {
 }
 
 TEST_P(FailingCall, OfAGroup) {
-    expect(enumerationOf({systemInstance(), systemInstance()}), readSystem, GetParam());
+    expect(twoSystems(), readGroup, GetParam());
 }
 
 TEST_P(FailingCall, OfAnInstance) {
-    expect(support::Step::answer(plainReply(std::string(1, '\0') + systemInstance())), readInstance,
-           GetParam());
+    expect(oneSystem(), readInstance, GetParam());
 }
 
 TEST_P(FailingCall, OfAWrite) {
-    // An enumeration answers a modification too: what stands behind its first byte is not looked at.
-    expect(enumerationOf({systemInstance()}), writeSystem, GetParam());
+    expect(writtenSystem(), writeGroup, GetParam());
 }
 
 } // namespace

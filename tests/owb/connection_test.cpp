@@ -1,4 +1,4 @@
-// Included before the client library's headers and behind them: the second time declares more.
+// Included before and after the client library's headers: the second time declares more.
 #include "owb.h"
 
 #include "OW_CIMClient.hpp"
@@ -28,7 +28,7 @@ TEST(Url, IsTheDefaultUntilOneIsSet) {
     EXPECT_EQ(Lines{}, trace.lines());
 }
 
-TEST(Url, IsAnOwnCopyOfWhatWasSet) {
+TEST(Url, IsACopyOfTheArgument) {
     TraceLog trace;
     trace.run([] {
         char url[] = "a";
@@ -66,7 +66,7 @@ TEST(Url, MayBeSetToAPartOfItself) {
     });
 }
 
-TEST(Connect, TakesTheUrlThatAnAgentHasPutInPlace) {
+TEST(Connect, UsesTheUrlThatAnAgentAssignedToOwbUrl) {
     TraceLog trace;
     trace.run([] {
         OWB_URLSet("owbinary.wbem://");
@@ -81,7 +81,7 @@ TEST(Connect, TakesTheUrlThatAnAgentHasPutInPlace) {
               trace.lines().back());
 }
 
-TEST(Connect, MakesOneClientAndHandsItOutAgain) {
+TEST(Connect, CreatesOneClientAndReturnsItAgain) {
     TraceLog trace;
     trace.run([] {
         OpenWBEM::CIMClient* const client = OWB_connect(0);
@@ -95,14 +95,14 @@ TEST(Connect, MakesOneClientAndHandsItOutAgain) {
               trace.lines());
 }
 
-TEST(Connect, WithKillAndNoClientMakesOneWithoutATraceOfKilling) {
+TEST(Connect, WithKillAndNoClientCreatesOneWithoutTracingAKill) {
     TraceLog trace;
     trace.run([] { EXPECT_NE(nullptr, OWB_connect(1)); });
     EXPECT_EQ(Lines{std::string("206: new connection, URL: ") + defaultUrl + " namespace: /root/cimv2"},
               trace.linesOf("OWB_connect"));
 }
 
-TEST(Connect, WithKillReplacesTheClientAndTakesTheNewUrl) {
+TEST(Connect, WithKillReplacesTheClientAndUsesTheNewUrl) {
     TraceLog trace;
     trace.run([] {
         OWB_connect(0);
@@ -118,7 +118,7 @@ TEST(Connect, WithKillReplacesTheClientAndTakesTheNewUrl) {
               trace.linesOf("OWB_connect"));
 }
 
-TEST(Connect, LetsTheExceptionOfTheConstructorOutAndTriesAgainNextTime) {
+TEST(Connect, PassesTheExceptionOfTheConstructorAndTriesAgainNextTime) {
     TraceLog trace;
     trace.run([] {
         OWB_URLSet("owbinary.wbem://");
@@ -146,7 +146,7 @@ TEST(Connect, AfterAKillAndAFailedConstructionThereIsNoClient) {
               trace.linesOf("OWB_connect"));
 }
 
-TEST(Version, IsTheSameWhateverTheArguments) {
+TEST(Version, IsTheSameForAllArguments) {
     char date[4] = "abc";
     char time[4] = "def";
     EXPECT_STREQ("v1.12", OWB_version(nullptr, nullptr));

@@ -1,5 +1,4 @@
-// The groups of what a host may have: an instance of every class, which the site declares, with every
-// property that the tables name.
+// Every class has one instance, which a site file declares with every property that the tables name.
 #include "ServedGroups.hpp"
 
 #include <algorithm>
@@ -9,7 +8,7 @@ namespace {
 
 class DeclaredGroups : public ServedGroups {};
 
-/** A value for a property of the site's files, in JSON, and as an agent reads it. */
+/** A value in JSON, for the site file, and as an agent reads it. */
 struct Value {
     std::string json;
     std::string text;
@@ -22,8 +21,8 @@ std::string quoted(const std::string& text) {
     return result + "\"";
 }
 
-/** Classes with what identifies their instances, and the kinds of the properties that are no texts: a number,
- * "flag", "time", "list" of numbers, or the value itself. */
+/** A class with its keys and the kinds of its properties: a number, "flag", "time", "list" of numbers, or the
+ * value itself. Properties without a kind are texts. */
 struct ServedClass {
     const char* name;
     std::map<std::string, std::string> keys;
@@ -55,8 +54,7 @@ const std::string endpointPath =
     "\"box\",CreationClassName=\"QAV_LANEndpoint\",Name=\"eth9\"";
 const std::string portPath = "/root/cimv2:QAV_NetworkPortStatistics.InstanceID=\"eth9\"";
 
-// The host of the test has a name and nothing else. The instances of its own have these keys, so that those
-// of the site take their place.
+// The fake host has only a name. The declared instances have the keys of its own instances and replace them.
 const std::vector<ServedClass> classes = {
     {"QAV_K70Chassis",
      {{"Tag", "Chassis"}, {"CreationClassName", "QAV_K70Chassis"}},
@@ -143,7 +141,7 @@ const std::vector<ServedClass> classes = {
     {"QAV_CoreTelephony_ModuleLocation", {}, {}},
 };
 
-/** A value of a property's kind that no other property of the group has. */
+/** A value of a property's kind, different for each property of the group. */
 Value valueOf(const ServedClass& served, const std::string& property, long nom) {
     const auto all = served.kinds.find("*");
     const auto own = served.kinds.find(property);
@@ -171,7 +169,7 @@ const ServedClass& classOf(long group) {
     });
 }
 
-/** What the agent is to read for a group: every property that the table names for it. */
+/** The expected row of a group: every property that the table lists for it. */
 Row expectedRow(long group) {
     Row row;
     for (const ExtItem* item = ExtItemList; item->group >= 0; ++item) {
@@ -182,10 +180,10 @@ Row expectedRow(long group) {
 }
 
 bool isOfProcesses(long group) {
-    return group == 16 || group == 22; // which the library reads itself
+    return group == 16 || group == 22; // from /proc, not from site files
 }
 
-/** A document with an instance of every class, which has every property that the tables name for it. */
+/** A site file with an instance of every class, with every property that the tables list for it. */
 std::string everyClass() {
     std::map<std::string, std::map<std::string, std::string>> instances;
     for (const ServedClass& served : classes) {
@@ -210,11 +208,11 @@ std::string everyClass() {
     return document + "}\n";
 }
 
-// A class that several groups share has the values of the last of them that names a property.
+// If several groups share a class, the last one that lists a property decides its value.
 TEST_F(DeclaredGroups, HaveEveryPropertyOfTheirTables) {
-    const support::TempDir folder;
-    folder.write("root/proc/sys/kernel/hostname", "box\n");
-    folder.write("site/all.json", everyClass());
+    const support::TempDir directory;
+    directory.write("root/proc/sys/kernel/hostname", "box\n");
+    directory.write("site/all.json", everyClass());
     run(
         [] {
             for (long group = 0; group <= 30; ++group) {
@@ -225,7 +223,7 @@ TEST_F(DeclaredGroups, HaveEveryPropertyOfTheirTables) {
                 EXPECT_EQ(expectedRow(group), rows[0]) << group << " " << ExtGroupCimClass[group];
             }
         },
-        {"--root", folder.file("root"), "--instances", folder.file("site")});
+        {"--root", directory.file("root"), "--instances", directory.file("site")});
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// The groups of what this host has, through the library and a real object manager, against this test's own
-// reading of the host.
+// Every group of this host, read through the library from a real object manager and compared with other
+// sources of the same data.
 #include "ServedGroups.hpp"
 
 #include <algorithm>
@@ -23,7 +23,7 @@ namespace {
 
 class EveryGroup : public ServedGroups {};
 
-/** The row whose property has a value; an empty one when there is none. */
+/** The row whose property has a value; an empty row and a failure if there is none. */
 Row rowWith(const std::vector<Row>& rows, const std::string& property, const std::string& value) {
     for (const Row& row : rows) {
         const auto found = row.find(property);
@@ -49,7 +49,7 @@ std::string lines(const std::string& path) {
     return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
-/** Network interfaces by number, as the kernel tells them to if_nameindex(3). */
+/** Network interfaces by number, from if_nameindex(3). */
 std::map<std::string, std::string> interfaces() {
     std::map<std::string, std::string> all;
     struct if_nameindex* const names = ::if_nameindex();
@@ -68,7 +68,7 @@ ifreq asked(const std::string& interface, unsigned long question) {
     return request;
 }
 
-/** What /proc/net/dev counts for an interface, in the order of its columns. */
+/** The counters of an interface, in the order of the columns of /proc/net/dev. */
 std::vector<unsigned long long> counters(const std::string& interface) {
     std::ifstream in("/proc/net/dev");
     for (std::string line; std::getline(in, line);) {
@@ -85,7 +85,7 @@ std::vector<unsigned long long> counters(const std::string& interface) {
     return {};
 }
 
-TEST_F(EveryGroup, IsReadWithoutAFailure) {
+TEST_F(EveryGroup, IsReadWithoutAnError) {
     run([] {
         for (long group = 0; group <= 30; ++group) {
             TestQueue q;
@@ -139,7 +139,7 @@ TEST_F(EveryGroup, TheRootFileSystem) {
     });
 }
 
-// Those that /proc/partitions lists with their sizes, by the same name.
+// Compared with /proc/partitions, which lists names and sizes.
 TEST_F(EveryGroup, DisksAndPartitions) {
     run([] {
         const std::vector<Row> partitions = rowsOf(19);
@@ -171,7 +171,8 @@ TEST_F(EveryGroup, Processors) {
         const auto isProcessor = [](const Row& row) { return row.at("_HR_DEVICE_TYPE") == "3"; };
         EXPECT_EQ(::sysconf(_SC_NPROCESSORS_CONF),
                   std::count_if(devices.begin(), devices.end(), isProcessor));
-        EXPECT_EQ(devices.size(), values(devices, "_HR_DEVICE_INDEX").size()) << "an index names one device";
+        EXPECT_EQ(devices.size(), values(devices, "_HR_DEVICE_INDEX").size())
+            << "an index identifies one device";
     });
 }
 
@@ -281,13 +282,13 @@ TEST_F(EveryGroup, ModulesAndTheirPlaces) {
             const std::string before = "/root/cimv2:QAV_CoreTelephony_ModuleLocation.Key=\"";
             ASSERT_EQ(before, place.substr(0, before.size()));
             rowWith(locations, "Key", place.substr(before.size(), place.size() - before.size() - 1));
-            // Cards are PCI devices; of these, bridges are none.
+            // PCI devices are cards, except bridges.
             const std::string pci = "pci:";
             if (module.at("DeviceID").compare(0, pci.size(), pci) == 0) {
-                const std::string folder = "/sys/bus/pci/devices/" + module.at("DeviceID").substr(pci.size());
-                EXPECT_NE("0x06", firstLine(folder + "/class").substr(0, 4)) << folder;
-                EXPECT_EQ(firstLine(folder + "/vendor").substr(2) + ":" +
-                              firstLine(folder + "/device").substr(2),
+                const std::string device = "/sys/bus/pci/devices/" + module.at("DeviceID").substr(pci.size());
+                EXPECT_NE("0x06", firstLine(device + "/class").substr(0, 4)) << device;
+                EXPECT_EQ(firstLine(device + "/vendor").substr(2) + ":" +
+                              firstLine(device + "/device").substr(2),
                           module.at("VendorEquipmentType"));
             }
         }

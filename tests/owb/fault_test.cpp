@@ -1,5 +1,5 @@
-// Faults that no peer can produce on demand: a value that throws while it is read, a client that is not
-// there. Functions of this program stand in front of the ones of the libraries.
+// Faults that no peer can cause: a value that throws while it is read, a missing client. The test interposes
+// functions of the libraries.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMException.hpp"
 #include "OW_CIMInstance.hpp"
@@ -70,7 +70,7 @@ __attribute__((visibility("default"))) const char* OWB_propertyName(long group, 
     return real(group, nom);
 }
 
-// The constructors of String, with which each call from outside begins, throw for the text "alien".
+// Every function for C begins with a constructor of String. These throw for the text "alien".
 #define STRING_OF_TEXT "_ZN8OpenWBEM6StringC1EPKc"
 #define STRING_OF_BYTES "_ZN8OpenWBEM6StringC1EPKcj"
 extern "C" __attribute__((visibility("default"))) void makeString(void* string,
@@ -130,9 +130,8 @@ TEST(Fault, AnInstanceThatFailsToConvertStillUsesUpItsRow) {
               trace.linesOf("OWB_getInstanceData"));
 }
 
-TEST(Fault, TheResultOfAnInstanceStaysAnErrorWhenLaterPropertiesSucceed) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [] {
+TEST(Fault, AnInstanceWithAFailedPropertyIsAnErrorEvenIfLaterPropertiesSucceed) {
+    runWithoutTrace([] {
         CIMInstance instance =
             instanceOf({CIMProperty("Model", CIMValue("poison")), CIMProperty("Version", CIMValue("v"))});
         TestQueue q;
@@ -150,7 +149,7 @@ Step oneChassis(const std::string& model) {
                                                                  wire::stringProperty("Version", "v")})));
 }
 
-TEST(Fault, TheReadOfAnInstanceThatFailsToConvertIsAnExceptionAndHasItsOtherItems) {
+TEST(Fault, AReadInstanceThatFailsToConvertIsAnExceptionAndHasItsOtherItems) {
     const Agent agent({oneChassis("poison")});
     agent.run([](TestQueue& q) {
         EXPECT_EQ(OWB_EXCEPTION, OWB_getInstance(0, chassisPath, 4, q.head()));
@@ -173,7 +172,7 @@ TEST(Fault, AForeignExceptionOfTheReadOfAnInstancePassesThrough) {
     EXPECT_EQ(1U, agent.peer().connections());
 }
 
-TEST(Fault, AnItemThatCannotBeSetLeavesItsInstanceUnwrittenAndTheNextIsWritten) {
+TEST(Fault, AnItemThatCannotBeSetLeavesOnlyItsInstanceUnwritten) {
     const GroupWrite write({chassis("t0"), chassis("t1")});
     write.run([](TestQueue& q) {
         add(q, 0, 7, 0, "v");
@@ -219,7 +218,7 @@ TEST(Fault, AForeignExceptionOfAWritePassesThrough) {
     EXPECT_EQ("183: found CIM property name Model'", write.traced().back());
 }
 
-TEST(Fault, AForeignExceptionPassesThroughAndLeavesTheItemsBefore) {
+TEST(Fault, AForeignExceptionPassesThroughAndLeavesEarlierItems) {
     TraceLog trace;
     ScriptedPeer peer({Step::answer(reply({"a", "foreign"})), Step::answer(reply({"b"}))});
     trace.run([&] {
@@ -235,7 +234,7 @@ TEST(Fault, AForeignExceptionPassesThroughAndLeavesTheItemsBefore) {
 }
 
 // A child that leaks fails under the sanitizers.
-TEST(Fault, AForeignExceptionOfAConversionOfTimesPassesThrough) {
+TEST(Fault, AForeignExceptionOfATimeConversionPassesThrough) {
     TraceLog().run([] {
         char text[] = "alien";
         EXPECT_THROW(OWB_calcTimeEpoch(text), std::runtime_error);
@@ -243,7 +242,7 @@ TEST(Fault, AForeignExceptionOfAConversionOfTimesPassesThrough) {
     });
 }
 
-TEST(Fault, AForeignExceptionOfAConnectionPassesThroughAndTheNextIsMade) {
+TEST(Fault, AForeignExceptionOfAConnectionPassesThroughAndTheNextConnects) {
     const ScriptedPeer peer({Step::answer(reply({"m"}))});
     TraceLog().run([&] {
         TestQueue q;
@@ -267,12 +266,12 @@ TEST(Fault, AForeignExceptionOfTheRunningSoftwarePassesThrough) {
         EXPECT_TRUE(during.isConsistent());
         EXPECT_EQ(descriptors, support::openDescriptors());
         ::prctl(PR_SET_NAME, "known");
-        TestQueue behind;
-        EXPECT_EQ(1, OWB_getSWRun(behind.head()));
+        TestQueue after;
+        EXPECT_EQ(1, OWB_getSWRun(after.head()));
     });
 }
 
-TEST(Fault, WithoutAClientTheReadEndsWithItsOwnStatus) {
+TEST(Fault, AGroupReadWithoutAClientReportsNoConnection) {
     TraceLog trace;
     trace.run([] {
         TestQueue q;
@@ -286,7 +285,7 @@ TEST(Fault, WithoutAClientTheReadEndsWithItsOwnStatus) {
         trace.lines());
 }
 
-TEST(Fault, WithoutAClientAWriteAndTheReadOfAnInstanceEndWithThatStatus) {
+TEST(Fault, AWriteAndAnInstanceReadWithoutAClientReportNoConnection) {
     TraceLog trace;
     trace.run([] {
         TestQueue q;
@@ -299,11 +298,10 @@ TEST(Fault, WithoutAClientAWriteAndTheReadOfAnInstanceEndWithThatStatus) {
               trace.lines());
 }
 
-TEST(Fault, NothingIsLookedUpForATraceThatIsOff) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [] {
+TEST(Fault, ATraceThatIsOffLooksNothingUp) {
+    runWithoutTrace([] {
         TestQueue q;
-        OWB_itemAdd(q.head(), 0, 1, 1, 0, "x"); // finds out that it is off
+        OWB_itemAdd(q.head(), 0, 1, 1, 0, "x"); // decides that the trace is off
         nameLookups = 0;
         OWB_itemAdd(q.head(), 0, 1, 0, 0, "x");
         OWB_itemAdd(nullptr, 0, 1, 0, 0, "x");
@@ -313,7 +311,7 @@ TEST(Fault, NothingIsLookedUpForATraceThatIsOff) {
     trace.run([] {
         TestQueue q;
         OWB_itemAdd(q.head(), 0, 1, 0, 0, "x");
-        EXPECT_EQ(1U, nameLookups) << "and the count counts";
+        EXPECT_EQ(1U, nameLookups) << "the counter works";
     });
 }
 

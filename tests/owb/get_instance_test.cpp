@@ -1,4 +1,4 @@
-// The read of one instance that the agent names.
+// The read of one instance by its path.
 #include "owb.h"
 
 #include "Agent.hpp"
@@ -20,7 +20,7 @@ Step answer(const std::string& instance) {
     return Step::answer(wire::plainReply(std::string(1, '\0') + instance));
 }
 
-// An instance with properties that group 2 knows, and one that it does not.
+// An instance with two properties of group 2 and another one.
 Step host() {
     return answer(wire::instance(
         "QAV_System", {stringProperty("PrimaryOwnerContact", "ops"), stringProperty("Name", "host"),
@@ -31,25 +31,25 @@ long getInstance(long group, std::string path, long row, TestQueue& q) {
     return OWB_getInstance(group, path.data(), row, q.head());
 }
 
-// What is sent for a path.
+// The requests for a path.
 Requests requestsOf(const std::string& path) {
     Agent agent({host()});
     agent.run([&](TestQueue& q) { EXPECT_EQ(OWB_DONE, getInstance(2, path, 0, q)) << path; });
     return agent.requests();
 }
 
-// A request for an instance of QAV_System that is looked for on this host.
+// A request for an instance of QAV_System on this host.
 Requests requestFor(const std::string& nameSpace, const std::vector<std::string>& keys) {
     return {wire::getRequest(wire::objectPath(nameSpace, "HTTP://127.0.0.1:5988/cimom", "QAV_System", keys))};
 }
 
-TEST(GetInstance, AsksForTheInstanceOfThePathAndForEveryProperty) {
+TEST(GetInstance, RequestsTheInstanceOfThePathWithEveryProperty) {
     EXPECT_EQ(requestFor("root",
                          {stringProperty("Name", "host"), stringProperty("CreationClassName", "QAV_System")}),
               requestsOf(hostPath));
 }
 
-TEST(GetInstance, TakesPathsInTheFormsOfTheClientLibrary) {
+TEST(GetInstance, AcceptsThePathsOfTheClientLibrary) {
     const std::pair<const char*, Requests> examples[] = {
         {"  QAV_System.Name=host  ", requestFor("root", {stringProperty("Name", "host")})},
         {"QAV_System.Name=7,Up=true",
@@ -66,7 +66,7 @@ TEST(GetInstance, TakesPathsInTheFormsOfTheClientLibrary) {
         EXPECT_EQ(expected, requestsOf(path)) << path;
 }
 
-TEST(GetInstance, AppendsTheItemsThatTheGroupKnowsUnderTheRowOfTheAgent) {
+TEST(GetInstance, AppendsTheItemsOfTheGroupWithTheRowOfTheAgent) {
     Agent agent({host()});
     agent.run([](TestQueue& q) {
         OWB_itemAdd(q.head(), 0, 1, 0, 0, "mine");
@@ -100,7 +100,7 @@ TEST(GetInstance, TakesTheClassFromThePathAndTheItemsFromTheGroup) {
               agent.requests());
 }
 
-TEST(GetInstance, AnInstanceOfWhichTheGroupKnowsNothingIsDone) {
+TEST(GetInstance, AnInstanceWithoutPropertiesOfTheGroupIsDone) {
     Agent agent({host(), answer(wire::instance("QAV_System", {}))});
     agent.run([](TestQueue& q) {
         EXPECT_EQ(OWB_DONE, getInstance(14, hostPath, 0, q));
@@ -110,7 +110,7 @@ TEST(GetInstance, AnInstanceOfWhichTheGroupKnowsNothingIsDone) {
     EXPECT_EQ(Lines{}, agent.tracedBy("OWB_getInstance"));
 }
 
-TEST(GetInstance, RowsGoUpToTheHighestNumber) {
+TEST(GetInstance, TheHighestRowIsAccepted) {
     Agent agent({host()});
     agent.run([](TestQueue& q) {
         EXPECT_EQ(OWB_DONE, getInstance(2, hostPath, LONG_MAX, q));
@@ -118,7 +118,7 @@ TEST(GetInstance, RowsGoUpToTheHighestNumber) {
     });
 }
 
-TEST(GetInstance, BadArgumentsAreRefusedWithoutTraceAndWithoutAConnection) {
+TEST(GetInstance, BadArgumentsAreRejectedWithoutTraceAndConnection) {
     Agent agent({host()});
     agent.run([](TestQueue& q) {
         for (const long group : {31L, 32L, -1L, LONG_MIN, LONG_MAX})
@@ -134,7 +134,7 @@ TEST(GetInstance, BadArgumentsAreRefusedWithoutTraceAndWithoutAConnection) {
     EXPECT_EQ(0U, agent.peer().connections());
 }
 
-TEST(GetInstance, ReadTwiceReportsDuplicatesAndAppendsThemAllTheSame) {
+TEST(GetInstance, ReadTwiceReportsDuplicatesAndStillAppendsThem) {
     Agent agent({answer(wire::instance("QAV_System", {stringProperty("Description", "d")}))});
     const std::string printed = agent.run([](TestQueue& q) {
         EXPECT_EQ(OWB_DONE, getInstance(2, hostPath, 3, q));
@@ -149,7 +149,7 @@ TEST(GetInstance, ReadTwiceReportsDuplicatesAndAppendsThemAllTheSame) {
     EXPECT_EQ(1U, agent.peer().connections());
 }
 
-TEST(GetInstance, APathThatCannotBeParsedIsAnExceptionBeforeAnythingIsSent) {
+TEST(GetInstance, AnInvalidPathIsAnExceptionBeforeAnyRequest) {
     const std::string invalid = "invalid parameter passed to method ";
     const std::pair<std::string, std::string> examples[] = {
         {"Foo", "CIMException PLACE  " + invalid + "(class name not found in instance name: Foo)"},
@@ -173,7 +173,7 @@ TEST(GetInstance, APathThatCannotBeParsedIsAnExceptionBeforeAnythingIsSent) {
         EXPECT_EQ(Items{"0/1/0/0=mine"}, q.items());
     });
     EXPECT_EQ(expected, agent.tracedBy("OWB_getInstance"));
-    EXPECT_EQ(expected.size(), agent.tracedBy("OWB_connect").size()) << "the client comes first";
+    EXPECT_EQ(expected.size(), agent.tracedBy("OWB_connect").size()) << "the client is created first";
     EXPECT_EQ(0U, agent.peer().connections());
 }
 
@@ -192,12 +192,12 @@ void expectFaultThenItems(Step fault, const std::string& error) {
               agent.tracedBy("OWB_connect"));
 }
 
-TEST(GetInstance, AnInstanceThatTheObjectManagerDoesNotHaveIsAnException) {
+TEST(GetInstance, AMissingInstanceIsAnException) {
     expectFaultThenItems(Step::answer(wire::cimErrorReply(6, "/root/cimv2:QAV_System")),
                          "CIMException PLACE  requested object could not be found (/root/cimv2:QAV_System)");
 }
 
-// A reply in CIM-XML, which has this in it.
+// A reply in CIM-XML with the given content.
 Step xmlAnswer(const std::string& content) {
     return Step::answer(wire::plainReply(
         "<?xml version=\"1.0\" ?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE ID=\"1\" "
@@ -205,7 +205,7 @@ Step xmlAnswer(const std::string& content) {
         content + "</IMETHODRESPONSE></SIMPLERSP></MESSAGE></CIM>"));
 }
 
-TEST(GetInstance, AnAnswerWithoutAReturnValueHasAStatusOfItsOwn) {
+TEST(GetInstance, AReplyWithoutAReturnValueIsNoInstance) {
     Agent agent({xmlAnswer("")});
     agent.run([&](TestQueue& q) {
         OWB_URLSet(agent.peer().url("http", "localhost").c_str());
@@ -238,7 +238,7 @@ TEST(GetInstance, AReplyThatBreaksOffIsAnException) {
                          "IOException PLACE  Failed reading data");
 }
 
-TEST(GetInstance, AConnectionThatEndsWithoutAnAnswerIsAnException) {
+TEST(GetInstance, AConnectionClosedWithoutAReplyIsAnException) {
     expectFaultThenItems(Step::close(), "HTTPException PLACE  Unable to process request: ");
 }
 

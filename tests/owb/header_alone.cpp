@@ -1,4 +1,4 @@
-// A C++ agent without the client library's headers: the header compiles alone, and what it declares links.
+// A C++ agent without the headers of the client library: owb.h compiles, and its functions link.
 #include "owb.h"
 
 #include "owb.h"

@@ -1,5 +1,5 @@
-// The public header before the client library's, after them, within extern "C" and alone: a C++ agent has all
-// functions.
+// The public header before and after those of the client library, within extern "C", and without them: it
+// declares all functions for a C++ agent.
 #if defined(OWB_FIRST)
 #include "OW_CIMClient.hpp"
 #include "owb.h"

@@ -1,4 +1,4 @@
-#include "Instances.hpp" // first: it knows what OW_Array.hpp needs before it
+#include "Instances.hpp" // first: it includes what OW_Array.hpp needs before it
 
 #include "OW_Array.hpp"
 #include "OW_Bool.hpp"
@@ -44,7 +44,7 @@ TEST(InstanceData, AScalarGivesOneItemWithArrayIndex0) {
     EXPECT_EQ(Items{"0/1/7/0=K70"}, itemsOf(0, {CIMProperty("Model", CIMValue("K70"))}));
 }
 
-TEST(InstanceData, AScalarOfEveryTypeGivesTheLibrarysText) {
+TEST(InstanceData, AScalarOfEveryTypeGivesItsClientLibraryText) {
     EXPECT_EQ(Items{"0/1/7/0=255"}, itemsOf(0, {CIMProperty("Model", CIMValue(UInt8(255)))}));
     EXPECT_EQ(Items{"0/1/7/0=-128"}, itemsOf(0, {CIMProperty("Model", CIMValue(Int8(-128)))}));
     EXPECT_EQ(Items{"0/1/7/0=65535"}, itemsOf(0, {CIMProperty("Model", CIMValue(UInt16(65535)))}));
@@ -63,7 +63,7 @@ TEST(InstanceData, AScalarOfEveryTypeGivesTheLibrarysText) {
               itemsOf(0, {CIMProperty("Model", CIMValue(CIMInstance("E")))}));
 }
 
-TEST(InstanceData, ADatePassesAsItsCimText) {
+TEST(InstanceData, ADateKeepsItsCimText) {
     const CIMDateTime date(String("20051128153917.123456+060"));
     EXPECT_EQ(Items{"4/0/7/0=20051128153917.123456+060"},
               itemsOf(4, {CIMProperty("LastBootUpTime", CIMValue(date))}));
@@ -73,7 +73,7 @@ TEST(InstanceData, AnEmptyTextGivesAnItem) {
     EXPECT_EQ(Items{"0/1/7/0="}, itemsOf(0, {CIMProperty("Model", CIMValue(""))}));
 }
 
-TEST(InstanceData, NamesMatchWithoutRegardToCase) {
+TEST(InstanceData, NamesMatchInAnyCase) {
     EXPECT_EQ(Items{"0/10/7/0=s"}, itemsOf(0, {CIMProperty("serialnumber", CIMValue("s"))}));
 }
 
@@ -91,7 +91,7 @@ TEST(InstanceData, EveryRowOfTheTableIsFoundInAnyCase) {
     }
 }
 
-TEST(InstanceData, NamesMatchAsStrcasecmpSaysInTheLocaleOfTheAgent) {
+TEST(InstanceData, NamesMatchLikeStrcasecmpInTheLocaleOfTheAgent) {
 #ifdef __SANITIZE_ADDRESS__
     GTEST_SKIP() << "the sanitizer's strcasecmp() knows no locale";
 #endif
@@ -121,7 +121,7 @@ TEST(InstanceData, APseudoNameIsMatchedLikeAnyOther) {
     EXPECT_EQ(Items{"0/0/7/0=5"}, itemsOf(0, {CIMProperty("_INDEX", CIMValue(UInt16(5)))}));
 }
 
-TEST(InstanceData, ItemsStandInTheOrderOfTheProperties) {
+TEST(InstanceData, ItemsAreInTheOrderOfTheProperties) {
     EXPECT_EQ((Items{"0/12/7/0=p", "0/1/7/0=m", "0/6/7/0=e"}),
               itemsOf(0, {CIMProperty("PartNumber", CIMValue("p")), CIMProperty("Unknown", CIMValue("u")),
                           CIMProperty("Model", CIMValue("m")), CIMProperty("ElementName", CIMValue("e"))}));
@@ -165,7 +165,7 @@ TEST(InstanceData, ANullValueGivesNoItemEvenOfAnArray) {
                                     CIMProperty("Capabilities", CIMDataType(CIMDataType::UINT16, -1))}));
 }
 
-TEST(InstanceData, ANullQueueChangesNoResult) {
+TEST(InstanceData, ANullQueueDoesNotChangeTheResult) {
     CIMInstance instance = instanceOf({CIMProperty("Model", CIMValue("m"))});
     EXPECT_EQ(0, OWB_getInstanceData(0, instance, 0, nullptr));
 }

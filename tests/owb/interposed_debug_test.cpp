@@ -1,12 +1,9 @@
-// An agent that interposes OWB_Debug(): it receives every diagnostic, and the library looks for no switch
+// An agent that interposes OWB_Debug() receives every diagnostic, and the library does not look for a switch
 // file.
 #include "Agent.hpp"
 #include "Interposed.hpp"
 #include "TestQueue.hpp"
-#include "support/Child.hpp"
-#include "support/TempDir.hpp"
 
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <string>
 #include <vector>
@@ -34,17 +31,15 @@ void makeTwoDiagnostics() {
 }
 
 TEST(InterposedDebug, ReceivesEveryDiagnosticWithoutASwitchFile) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [] {
+    runWithoutTrace([] {
         interposed::debug = receive;
         makeTwoDiagnostics();
         EXPECT_EQ(twoDiagnostics, received);
     });
 }
 
-TEST(InterposedDebug, ReceivesEveryDiagnosticAlsoWhenItForwardsToTheLibrarys) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [] {
+TEST(InterposedDebug, ReceivesEveryDiagnosticEvenIfItForwardsToTheLibrary) {
+    runWithoutTrace([] {
         interposed::debug = [](const Diagnostic& diagnostic) {
             receive(diagnostic);
             interposed::ownDebug(diagnostic);
@@ -54,16 +49,14 @@ TEST(InterposedDebug, ReceivesEveryDiagnosticAlsoWhenItForwardsToTheLibrarys) {
     });
 }
 
-TEST(InterposedDebug, KeepsTheLibraryFromTheSwitchFile) {
-    const support::TempDir folder;
-    folder.write("vdxDebug", folder.file("log") + "\n");
-    support::inChild(folder.path(), makeTwoDiagnostics);
-    EXPECT_FALSE(std::filesystem::exists(folder.file("log")));
+TEST(InterposedDebug, PreventsTheSearchForASwitchFile) {
+    const TraceLog log;
+    log.run(makeTwoDiagnostics);
+    EXPECT_EQ("", log.raw());
 }
 
 TEST(InterposedPrintf, PrintsTheReportOfADuplicate) {
-    const support::TempDir folder;
-    const std::string printed = support::inChild(folder.path(), [] {
+    const std::string printed = runWithoutTrace([] {
         std::vector<std::string> formats;
         interposed::printed = [&](const char* format) { formats.push_back(format); };
         TestQueue q;

@@ -1,5 +1,4 @@
-// An agent that interposes the table of items with one whose rows are mixed, and which holds another negative
-// group.
+// An agent that interposes ExtItemList: the rows of its table are mixed, and one has another negative group.
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMProperty.hpp"
 #include "OW_CIMValue.hpp"
@@ -25,7 +24,7 @@ Items itemsOf(std::initializer_list<CIMProperty> properties) {
     return q.items();
 }
 
-TEST(InterposedTable, AConversionPassesOverTheRowsOfOtherGroups) {
+TEST(InterposedTable, AConversionSkipsTheRowsOfOtherGroups) {
     EXPECT_EQ((Items{"0/2/7/0=v", "0/1/7/0=m"}),
               itemsOf({CIMProperty("Version", CIMValue("v")), CIMProperty("Model", CIMValue("m")),
                        CIMProperty("StorageType", CIMValue("s"))}));
@@ -35,7 +34,7 @@ TEST(InterposedTable, AConversionEndsAtAnyNegativeGroup) {
     EXPECT_EQ(Items{}, itemsOf({CIMProperty("Behind", CIMValue("b"))}));
 }
 
-TEST(InterposedTable, TheNameOfAPropertyIsLookedForUpToTheGroupMinusOne) {
+TEST(InterposedTable, TheSearchForAPropertyNameEndsAtTheGroupMinusOne) {
     EXPECT_STREQ("Model", OWB_propertyName(0, 1));
     EXPECT_STREQ("Hidden", OWB_propertyName(-2, 5));
     EXPECT_STREQ("Behind", OWB_propertyName(0, 5));

@@ -1,4 +1,4 @@
-// What appending and converting trace.
+// The traces of appending and converting.
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMProperty.hpp"
 #include "OW_CIMValue.hpp"
@@ -61,7 +61,7 @@ std::string line(const std::string& message) {
     return "../../owb/src/OWB_getInstanceData.cpp:OWB_getInstanceData:" + message;
 }
 
-TEST(InstanceDataTrace, TellsTheNumberOfProperties) {
+TEST(InstanceDataTrace, HasTheNumberOfProperties) {
     EXPECT_EQ(Lines{line("229: got array of properties - size: 0")}, tracedBy(0, {}));
 }
 
@@ -70,24 +70,24 @@ TEST(InstanceDataTrace, NamesANullProperty) {
               tracedBy(0, {CIMProperty(CIMNULL)}));
 }
 
-TEST(InstanceDataTrace, NamesAnUnknownPropertyAsTheInstanceSpellsIt) {
+TEST(InstanceDataTrace, NamesAnUnknownPropertyInTheCaseOfTheInstance) {
     EXPECT_EQ((Lines{line("229: got array of properties - size: 1"), line("263: Not handled: 'modeL2'")}),
               tracedBy(0, {CIMProperty("modeL2", CIMValue("x"))}));
 }
 
-TEST(InstanceDataTrace, WarnsOfANullValueAsTheInstanceSpellsIt) {
+TEST(InstanceDataTrace, WarnsOfANullValueInTheCaseOfTheInstance) {
     EXPECT_EQ((Lines{line("229: got array of properties - size: 1"),
                      line("328: WARNING: value for property modeL is invalid")}),
               tracedBy(0, {CIMProperty("modeL", CIMDataType(CIMDataType::STRING, -1))}));
 }
 
-TEST(InstanceDataTrace, NamesAnArrayAsTheTableSpellsItAndSaysThatItsTypeIsNotHandled) {
+TEST(InstanceDataTrace, NamesAnArrayInTheCaseOfTheTableAndReportsAnUnsupportedType) {
     EXPECT_EQ((Lines{line("229: got array of properties - size: 1"),
                      line("273: Property 'Model' is an array"), line("316: array type not handled")}),
               tracedBy(0, {CIMProperty("modeL", CIMValue(arrayOf<UInt32>({1})))}));
 }
 
-TEST(InstanceDataTrace, SaysNothingMoreOfAnEmptyArray) {
+TEST(InstanceDataTrace, NamesAnEmptyArrayOnly) {
     EXPECT_EQ(
         (Lines{line("229: got array of properties - size: 1"), line("273: Property 'Model' is an array")}),
         tracedBy(0, {CIMProperty("Model", CIMValue(StringArray()))}));

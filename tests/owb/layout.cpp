@@ -1,6 +1,6 @@
 /*
- * The layout of what the library shares with agents that are compiled apart from it: every field is one word,
- * in this order. Checked in words, so that it holds for any size of word.
+ * The layout of the structures that the library shares with separately compiled agents: every field is one
+ * word, in this order. The checks count words and hold for any word size.
  */
 #include "owb.h"
 
@@ -39,7 +39,7 @@ static_assert(offsetof(ExtCimKey, name) == 0 * word, "ExtCimKey::name");
 static_assert(offsetof(ExtCimKey, value) == 1 * word, "ExtCimKey::value");
 static_assert(sizeof(ExtCimKey) == 2 * word, "ExtCimKey");
 
-/* What that comes to on the 32-bit target. */
+/* The sizes on the 32-bit target. */
 static_assert(word != 4 || (sizeof(_qHead) == 20 && sizeof(_qItem) == 40 && sizeof(ExtItem) == 12),
               "32-bit layout");
 

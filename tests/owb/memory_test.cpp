@@ -1,11 +1,9 @@
-// Memory that runs out, in what a test can name; out_of_memory_test.cpp has all the rest.
+// Allocations that fail at known points of the bridge; out_of_memory_test.cpp fails every allocation.
 #include "owb.h"
 
 #include "TestQueue.hpp"
 #include "TraceLog.hpp"
-#include "support/Child.hpp"
 #include "support/FailingAllocator.hpp"
-#include "support/TempDir.hpp"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -16,9 +14,8 @@ namespace {
 
 class OutOfMemoryForAnItem : public testing::TestWithParam<int> {};
 
-TEST_P(OutOfMemoryForAnItem, FailsTheItemLeavesTheQueueAndLosesNothing) {
-    const support::TempDir folder; // without a trace, which allocates on its own account
-    support::inChild(folder.path(), [] {
+TEST_P(OutOfMemoryForAnItem, FailsWithoutALeakAndLeavesTheQueueUnchanged) {
+    runWithoutTrace([] {
         TestQueue q;
         OWB_itemAdd(q.head(), 0, 1, 0, 0, "first");
         const long before = memory::outstanding();
@@ -64,9 +61,8 @@ TEST(OutOfMemory, AUrlWithoutMemoryForItsCopyLeavesTheDefault) {
               trace.linesOf("OWB_URLSet").back());
 }
 
-TEST(OutOfMemory, AUrlIsNotLostWhenItIsSetToItself) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [] {
+TEST(OutOfMemory, AUrlSetToItselfIsKept) {
+    runWithoutTrace([] {
         OWB_URLSet("own");
         memory::failFrom(0);
         OWB_URLSet(OWB_URLGet());
@@ -75,9 +71,8 @@ TEST(OutOfMemory, AUrlIsNotLostWhenItIsSetToItself) {
     });
 }
 
-TEST(Memory, OfAUrlIsGivenBackWhenAnotherIsSet) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [] {
+TEST(Memory, OfAUrlIsFreedWhenAnotherIsSet) {
+    runWithoutTrace([] {
         OWB_URLSet("first");
         const long before = memory::outstanding();
         OWB_URLSet("second");
@@ -86,7 +81,7 @@ TEST(Memory, OfAUrlIsGivenBackWhenAnotherIsSet) {
     });
 }
 
-TEST(OutOfMemory, ATextWithoutMemoryIsCleanedInPlaceAllTheSame) {
+TEST(OutOfMemory, ATextWithoutMemoryIsStillCleanedInPlace) {
     char text[] = " \"x\" ";
     memory::failFrom(0);
     const char* const result = owbStringClean(text, nullptr);

@@ -1,5 +1,5 @@
-// Memory that runs out anywhere in what the bridge does without the client library: each allocation of a call
-// fails in turn, alone or with all behind it, with the trace and without.
+// Allocations that fail anywhere in the bridge without the client library: each allocation of a call fails in
+// turn, alone or with all later ones, with and without the trace.
 #include "EachAllocation.hpp"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@ namespace memory = support::memory;
 namespace {
 
 std::string nameOf(const testing::TestParamInfo<std::tuple<bool, bool>>& info) {
-    return std::string(std::get<0>(info.param) ? "Alone" : "AndAllBehindIt") +
+    return std::string(std::get<0>(info.param) ? "Alone" : "WithAllLaterOnes") +
            (std::get<1>(info.param) ? "WithTheTrace" : "");
 }
 
@@ -18,7 +18,7 @@ void trace(const char* text) {
     OWB_Debug(const_cast<char*>("file"), const_cast<char*>("function"), 1, const_cast<char*>("%s\n"), text);
 }
 
-TEST(Trace, LosesNoLineWithoutMemory) {
+TEST(Trace, WritesEveryLineWithoutMemory) {
     const TraceLog log;
     log.run([] {
         trace("first");
@@ -29,7 +29,7 @@ TEST(Trace, LosesNoLineWithoutMemory) {
     EXPECT_EQ((Lines{"1: first", "1: second"}), log.linesOf("function"));
 }
 
-TEST(EachAllocationOfTheTrace, LosesNothing) {
+TEST(EachAllocationOfTheTrace, LeaksNothing) {
     const Call call{[](TestQueue&) {
                         trace("text");
                         return 0;

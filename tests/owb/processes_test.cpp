@@ -1,5 +1,4 @@
-// The processes of this host, those that the test starts and its own, against the test's own reading of
-// /proc.
+// Processes of this host in the table, compared with an independent reading of /proc.
 #include "StartedProcess.hpp"
 
 #include <algorithm>
@@ -16,7 +15,7 @@ Record readOne(const std::string& id, Table::tProcessInfoType type) {
     return records.empty() ? Record() : records.front();
 }
 
-// Out of the whole table.
+// From the table of all processes.
 Record find(const std::string& id, Table::tProcessInfoType type) {
     Table processes;
     processes.init(type);
@@ -49,7 +48,7 @@ void expectStatistics(const Record& expected, const Record& record) {
     EXPECT_EQ(expected.realStack, record.realStack);
 }
 
-// A process that rests, in both modes, alone and among all.
+// An idle process, in both modes, read alone and with all others.
 void expectInTable(const Record& expected) {
     expectInformation(expected, readOne(expected.handle, Table::eProcessInformation));
     expectInformation(expected, find(expected.handle, Table::eProcessInformation));
@@ -92,7 +91,7 @@ TEST(ProcessesOfThisHost, OneWithParameters) {
     expectInTable(expected);
 }
 
-TEST(ProcessesOfThisHost, OneWithMoreParametersThanAreTaken) {
+TEST(ProcessesOfThisHost, OneWithMoreParametersThanAreRead) {
     std::vector<std::string> words{"program"};
     for (int i = 0; i < 200; ++i)
         words.push_back("9999");
@@ -103,7 +102,7 @@ TEST(ProcessesOfThisHost, OneWithMoreParametersThanAreTaken) {
     expectInTable(expected);
 }
 
-TEST(ProcessesOfThisHost, OneWhoseFirstParameterIsALine) {
+TEST(ProcessesOfThisHost, OneWithALineEndInItsParameters) {
     const StartedProcess process(StartedProcess::program({"program", "9999", "\n9999"}));
     const Record expected = process.when("sleep", 'S');
     EXPECT_EQ((std::vector<std::string>{"9999", "\n"}), expected.parameters);
@@ -117,7 +116,7 @@ TEST(ProcessesOfThisHost, OneWithAnEmptyName) {
     expectInTable(expected);
 }
 
-TEST(ProcessesOfThisHost, OneWhoseNameHoldsAClosingParenthesisIsLeftOut) {
+TEST(ProcessesOfThisHost, OneWithAClosingParenthesisInItsNameIsLeftOut) {
     const StartedProcess process(StartedProcess::sleeper("(sd-pam)"));
     process.when("(sd-pam)", 'S');
     Table processes;
@@ -148,7 +147,7 @@ TEST(ProcessesOfThisHost, TheTestItselfIsRunning) {
     EXPECT_GE(KernelView(::getpid()).record().totalCpuTime, time);
 }
 
-TEST(ProcessesOfThisHost, AllThatLastAreInTheTableOnce) {
+TEST(ProcessesOfThisHost, AllThatKeepRunningAreInTheTableOnce) {
     for (const auto type : {Table::eProcessInformation, Table::eStatisticalInformation}) {
         const std::set<std::string> before = kernelProcesses();
         Table processes;

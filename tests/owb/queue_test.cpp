@@ -1,6 +1,5 @@
 #include "TestQueue.hpp"
-#include "support/Child.hpp"
-#include "support/TempDir.hpp"
+#include "TraceLog.hpp"
 
 #include <climits>
 #include <gtest/gtest.h>
@@ -19,7 +18,7 @@ TEST(Queue, AnItemAppendedToAnEmptyQueueIsItsFirstAndItsLast) {
     EXPECT_EQ(Items{"4/5/6/7=text"}, q.items());
 }
 
-TEST(Queue, ItemsStandInTheOrderOfTheirInsertion) {
+TEST(Queue, ItemsAreInTheOrderOfTheirInsertion) {
     TestQueue q;
     OWB_itemAdd(q.head(), 9, 1, 0, 0, "a");
     OWB_itemAdd(q.head(), 0, 1, 0, 0, "b");
@@ -28,14 +27,14 @@ TEST(Queue, ItemsStandInTheOrderOfTheirInsertion) {
     EXPECT_TRUE(q.isConsistent());
 }
 
-TEST(Queue, TheAgentsOwnWordStaysAsItIs) {
+TEST(Queue, TheWordOfTheAgentIsNotChanged) {
     TestQueue q;
     OWB_itemAdd(q.head(), 0, 0, 0, 0, "x");
     OWB_itemExists(q.head(), 0, 0, 0, 0);
     EXPECT_EQ(0x5a5a5a5a, q->agent);
 }
 
-TEST(Queue, TheItemHasItsOwnCopyOfTheText) {
+TEST(Queue, TheItemHasACopyOfTheText) {
     TestQueue q;
     char text[] = "before";
     OWB_itemAdd(q.head(), 0, 0, 0, 0, text);
@@ -55,7 +54,7 @@ std::ostream& operator<<(std::ostream& out, const Numbers& numbers) {
 
 class QueueNumbers : public testing::TestWithParam<Numbers> {};
 
-TEST_P(QueueNumbers, AreReadFromTheTextWhichIsKept) {
+TEST_P(QueueNumbers, AreParsedFromTheTextWhichIsKept) {
     TestQueue q;
     OWB_itemAdd(q.head(), 0, 0, 0, 0, GetParam().text);
     EXPECT_EQ(GetParam().unsignedValue, q->first->uval);
@@ -71,7 +70,7 @@ INSTANTIATE_TEST_SUITE_P(Texts, QueueNumbers,
                                          Numbers{"4294967296", ULONG_MAX, LONG_MAX},
                                          Numbers{"-2147483649", 2147483647UL, LONG_MIN}));
 
-TEST(Queue, ANullTextFailsAndLeavesTheQueueAlone) {
+TEST(Queue, ANullTextFailsAndLeavesTheQueueUnchanged) {
     TestQueue q;
     OWB_itemAdd(q.head(), 0, 0, 0, 0, "x");
     _qItem* const cursor = q->cursor;
@@ -111,7 +110,7 @@ TEST_P(QueueSearch, FindsAMatchAtEveryPositionAndNothingElse) {
 
 INSTANTIATE_TEST_SUITE_P(Sizes, QueueSearch, testing::Values(1, 2, 3, 4, 5, 6, 7, 10, 11));
 
-TEST(Queue, TheSearchFollowsTheLinksFromTheFirstItemAndNoOthers) {
+TEST(Queue, TheSearchFollowsOnlyTheLinksToTheNextItem) {
     _qItem items[5]{};
     _qHead head{};
     auto* const sentinel = reinterpret_cast<_qItem*>(&head);
@@ -127,7 +126,7 @@ TEST(Queue, TheSearchFollowsTheLinksFromTheFirstItemAndNoOthers) {
     EXPECT_EQ(sentinel, head.cursor);
 }
 
-TEST(Queue, AllFourNumbersTakePartInAMatch) {
+TEST(Queue, AMatchComparesAllFourNumbers) {
     TestQueue q;
     OWB_itemAdd(q.head(), 1, 2, 3, 4, "x");
     EXPECT_EQ(1, OWB_itemExists(q.head(), 1, 2, 3, 4));
@@ -154,9 +153,8 @@ void expectFrontMostOfTwo(std::size_t size, std::size_t first, std::size_t secon
     EXPECT_EQ(q.at(first), q->cursor) << "duplicates at " << first << " and " << second << " of " << size;
 }
 
-TEST(Queue, OfTwoMatchesTheFrontMostWinsWhereverTheyStand) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [] { // a child, for the duplicates are printed
+TEST(Queue, OfTwoMatchesTheFirstWinsAtAnyPosition) {
+    runWithoutTrace([] { // a child, for the duplicates are printed
         for (std::size_t size = 2; size <= 7; ++size)
             for (std::size_t first = 0; first < size; ++first)
                 for (std::size_t second = first + 1; second < size; ++second)
@@ -164,9 +162,8 @@ TEST(Queue, OfTwoMatchesTheFrontMostWinsWhereverTheyStand) {
     });
 }
 
-TEST(Queue, OfManyMatchesTheFrontMostWins) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [] {
+TEST(Queue, OfManyMatchesTheFirstWins) {
+    runWithoutTrace([] {
         TestQueue q;
         OWB_itemAdd(q.head(), 0, 0, 1, 0, "x");
         for (int i = 0; i < 6; ++i)
@@ -177,8 +174,7 @@ TEST(Queue, OfManyMatchesTheFrontMostWins) {
 }
 
 TEST(Queue, ADuplicateIsReportedOnStandardOutputAndAppended) {
-    const support::TempDir folder;
-    const std::string out = support::inChild(folder.path(), [] {
+    const std::string out = runWithoutTrace([] {
         TestQueue q;
         OWB_itemAdd(q.head(), 0, 1, 2, 3, "first");
         EXPECT_EQ(1, OWB_itemAdd(q.head(), 0, 1, 2, 3, "second"));
@@ -191,9 +187,8 @@ TEST(Queue, ADuplicateIsReportedOnStandardOutputAndAppended) {
               out);
 }
 
-TEST(Queue, NothingButADuplicateIsPrinted) {
-    const support::TempDir folder;
-    EXPECT_EQ("", support::inChild(folder.path(), [] {
+TEST(Queue, OnlyADuplicateIsPrinted) {
+    EXPECT_EQ("", runWithoutTrace([] {
                   TestQueue q;
                   OWB_itemAdd(q.head(), 0, 1, 2, 3, "x");
                   OWB_itemAdd(q.head(), 0, 1, 2, 4, "x");

@@ -1,5 +1,5 @@
-// The search for duplicates within requests, compared with one that searches all items each time. What the
-// agent sees must be the same: items, order, links, size, the cursor after each append, and what is printed.
+// The search for duplicates within requests, compared with a search of all items for each append. The agent
+// must see the same items, order, links, size, cursor after each append, and output.
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMProperty.hpp"
 #include "OW_CIMValue.hpp"
@@ -40,7 +40,7 @@ public:
     }
     bool isOneIn(long count) { return number(1, count) == 1; }
 
-    /** With the same property twice or in two spellings, now and then. */
+    /** Some instances have a property twice, also in different case. */
     std::vector<Made> instance() {
         static const char* const names[] = {"Model",      "MODEL",       "Version", "ElementName",
                                             "PartNumber", "ELEMENTNAME", "Unknown", "UserTracking"};
@@ -94,7 +94,7 @@ CIMInstance inMemory(const std::vector<Made>& all) {
     return instance;
 }
 
-/** Answers to the requests of one agent: enumerations, and single instances at every third place. */
+/** Every third answer to an agent is a single instance, the others are enumerations. */
 bool isSingle(std::size_t answer) {
     return answer % 3 == 2;
 }
@@ -114,7 +114,7 @@ std::vector<Step> answers(unsigned seed, std::size_t count) {
 
 char anyPath[] = "QAV_K70Chassis.Tag=\"t\"";
 
-/** What an agent does with one queue, at random, and what the queue should then hold. */
+/** Random actions of an agent on one queue, and the expected contents of the queue. */
 class Scenario {
 public:
     Scenario(unsigned seed, TestQueue& queue)
@@ -201,7 +201,7 @@ private:
             m_queue.clear();
             m_model.clear();
             break;
-        case 2: { // an agent in C++, with rows of its own
+        case 2: { // an agent in C++ that chooses the rows
             const long first = m_random.number(-3, 6);
             for (long row = first; row < first + m_random.number(1, 4); ++row) {
                 CIMInstance instance = inMemory(m_random.instance());
@@ -224,7 +224,7 @@ private:
         }
     }
 
-    // What the interposed function does besides its work.
+    // Additional actions of the interposed function.
     void interfere(long row) {
         switch (m_random.number(0, 7)) {
         case 0:
@@ -273,16 +273,16 @@ private:
 
 class Search : public testing::TestWithParam<unsigned> {};
 
-TEST_P(Search, WithinRequestsShowsTheAgentWhatASearchOfAllItemsWould) {
+TEST_P(Search, WithinRequestsGivesTheResultOfASearchOfAllItems) {
     const std::size_t requests = 15;
     for (unsigned round = 0; round < 10; ++round) {
         const unsigned seed = GetParam() * 1000 + round;
         const Agent agent(answers(seed, requests));
-        const std::string expected = agent.trace().folder().file("expected");
+        const std::string expected = agent.trace().directory().file("expected");
         const std::string printed = agent.run([&](TestQueue& q) {
             Scenario scenario(seed, q);
             scenario.run(requests);
-            agent.trace().folder().write("expected", scenario.printed());
+            agent.trace().directory().write("expected", scenario.printed());
         });
         ASSERT_EQ(support::readFile(expected), printed) << "seed " << seed;
     }
@@ -307,8 +307,7 @@ TEST(Search, ReportsTheItemsOfAnEarlierReadOfTheGroup) {
 }
 
 TEST(Search, ReportsThePropertyThatAnInstanceHasTwice) {
-    const support::TempDir folder;
-    const std::string printed = support::inChild(folder.path(), [] {
+    const std::string printed = runWithoutTrace([] {
         CIMInstance instance = inMemory({{"Model", Made::text, {"a"}}, {"MODEL", Made::text, {"b"}}});
         TestQueue q;
         EXPECT_EQ(OWB_DONE, OWB_getInstanceData(0, instance, 3, q.head()));
@@ -320,9 +319,8 @@ TEST(Search, ReportsThePropertyThatAnInstanceHasTwice) {
               printed);
 }
 
-TEST(Search, OfTheRunningSoftwareReportsWhatTheQueueHeldBefore) {
-    const support::TempDir folder;
-    const std::string printed = support::inChild(folder.path(), [] {
+TEST(Search, OfTheRunningSoftwareReportsEarlierItems) {
+    const std::string printed = runWithoutTrace([] {
         TestQueue q;
         OWB_itemAdd(q.head(), 16, 2, 0, 0, "agent's");
         EXPECT_EQ(1, OWB_getSWRun(q.head()));

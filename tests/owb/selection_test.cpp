@@ -1,4 +1,4 @@
-// Which items a write selects, compared with one that walks the whole queue for each instance.
+// The items that a write selects, compared with one walk of the whole queue for each instance.
 #include "GroupWrite.hpp"
 
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@ struct Item {
     long row;
 };
 
-/** The lines that a write of group 0 traces, and the items that are selected in the end. */
+/** The traces of a write of group 0, and the items that are selected at its end. */
 struct Expected {
     Lines traced;
     std::vector<long> selected;
@@ -49,7 +49,7 @@ Expected writeNaively(const std::vector<Item>& items, long instances) {
 
 class Selection : public testing::TestWithParam<unsigned> {};
 
-TEST_P(Selection, IsThatOfAWalkForEachInstance) {
+TEST_P(Selection, EqualsThatOfOneWalkForEachInstance) {
     std::mt19937 random(GetParam());
     const auto number = [&](long least, long most) {
         return least + static_cast<long>(random() % static_cast<unsigned long>(most - least + 1));
@@ -59,7 +59,7 @@ TEST_P(Selection, IsThatOfAWalkForEachInstance) {
     std::vector<Item> items(static_cast<std::size_t>(number(0, 8)));
     for (Item& item : items)
         item = {number(0, 1) * 2, number(1, 3), number(-1, 8)};
-    if (GetParam() % 2 == 0) // rows in their order, as a read leaves them
+    if (GetParam() % 2 == 0) // ascending rows, as after a read
         std::sort(items.begin(), items.end(), [](const Item& a, const Item& b) { return a.row < b.row; });
     const Expected expected = writeNaively(items, count);
 

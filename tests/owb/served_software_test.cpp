@@ -19,7 +19,7 @@ const long statisticsGroup = 22;
 // By nominator and array index.
 using Values = std::map<std::pair<long, long>, std::string>;
 
-// The row of a group with a handle; empty when there is none.
+// The row of a group with a handle; empty if there is none.
 Values rowOf(TestQueue& q, long group, const std::string& handle) {
     const long handleNom = group == processGroup ? 2 : 12;
     std::map<long, Values> rows;
@@ -34,7 +34,7 @@ Values rowOf(TestQueue& q, long group, const std::string& handle) {
 
 class ServedSoftware : public ServedGroups {
 protected:
-    // Expects the rows of a process that rests to be the same, whoever reads them.
+    // Expects the object manager and OWB_getSWRun() to report the same rows of an idle process.
     static void expectSame(const std::string& handle) {
         run([&] {
             TestQueue direct;
@@ -81,7 +81,7 @@ TEST_F(ServedSoftware, AZombieIsTheSame) {
     expectSame(process.id());
 }
 
-TEST_F(ServedSoftware, OfAFakeHostIsWhatItsFilesSay) {
+TEST_F(ServedSoftware, OfAFakeHostMatchesItsFiles) {
     const support::TempDir root;
     FakeProcess process;
     process.name = "daemon";
@@ -101,14 +101,14 @@ TEST_F(ServedSoftware, OfAFakeHostIsWhatItsFilesSay) {
         {"--root", root.path()});
 }
 
-TEST_F(ServedSoftware, OfAFakeHostIsClassifiedWhateverTheNameOfItsFolder) {
-    const support::TempDir folder;
+TEST_F(ServedSoftware, OfAFakeHostIsClassifiedWithAnyDirectoryName) {
+    const support::TempDir directory;
     const std::string name = "it's a \"folder\"; exit $(exit)\n";
-    ProcessTree(folder.file(name + "/proc")).add("2", kernelThread("kthreadd"));
+    ProcessTree(directory.file(name + "/proc")).add("2", kernelThread("kthreadd"));
     const std::string program =
-        folder.write(name + "/kq/bin/softinv", "#!/bin/sh\necho kthreadd a b Driver\n");
+        directory.write(name + "/kq/bin/softinv", "#!/bin/sh\necho kthreadd a b Driver\n");
     std::filesystem::permissions(program, std::filesystem::perms::owner_all);
-    run([] { EXPECT_EQ("16/5/0/0=3", itemsOf(processGroup).at(3)); }, {"--root", folder.file(name)});
+    run([] { EXPECT_EQ("16/5/0/0=3", itemsOf(processGroup).at(3)); }, {"--root", directory.file(name)});
 }
 
 TEST_F(ServedSoftware, OfAFakeHostWithoutProcIsNone) {
@@ -121,7 +121,7 @@ TEST_F(ServedSoftware, OfAFakeHostWithoutProcIsNone) {
         {"--root", root.path()});
 }
 
-TEST_F(ServedSoftware, OfAFakeHostChangesWithItsFiles) {
+TEST_F(ServedSoftware, OfAFakeHostFollowsItsFiles) {
     const support::TempDir root;
     const ProcessTree tree(root.file("proc"));
     tree.add("2", kernelThread("kthreadd"));

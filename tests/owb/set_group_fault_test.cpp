@@ -1,4 +1,4 @@
-// What a write traces, and what becomes of it when something fails.
+// The traces of a write, and its faults.
 #include "GroupWrite.hpp"
 
 #include <climits>
@@ -37,7 +37,7 @@ Step twoInstances() {
     return instances({chassis("t0"), chassis("t1")});
 }
 
-TEST(SetGroupTrace, TellsEachInstanceItsKeysAndItsItems) {
+TEST(SetGroupTrace, NamesEachInstanceItsKeysAndItsItems) {
     GroupWrite write({twoInstances(), done()});
     write.run([](TestQueue& q) { EXPECT_EQ(OWB_DONE, writeTwo(q)); });
     EXPECT_EQ(bothWrites, write.requests());
@@ -49,7 +49,7 @@ TEST(SetGroupTrace, TellsEachInstanceItsKeysAndItsItems) {
     EXPECT_EQ(expected, Lines(all.end() - static_cast<std::ptrdiff_t>(expected.size()), all.end()));
 }
 
-TEST(SetGroupTrace, NamesKeysWithoutNameTwice) {
+TEST(SetGroupTrace, NamesBothKeysWithoutAName) {
     GroupWrite write({wire::instance("QAV_System", {})});
     write.run([](TestQueue& q) {
         add(q, 1, 0, 0, "x");
@@ -72,7 +72,7 @@ TEST(SetGroupTrace, NamesNoKeysOfAGroupBeyondTheKeys) {
               write.traced());
 }
 
-TEST(SetGroupArguments, ABadGroupOrANullQueueIsRefusedWithoutTraceAndWithoutAConnection) {
+TEST(SetGroupArguments, ABadGroupOrANullQueueIsRejectedWithoutTraceAndConnection) {
     GroupWrite write({chassis("t0")});
     write.run([](TestQueue& q) {
         add(q, 0, 1, 0, "x");
@@ -96,30 +96,30 @@ void expectOnlyTheFirstToFail(Step fault, const std::string& error, unsigned con
     EXPECT_EQ(connections, write.peer().connections());
 }
 
-TEST(SetGroupFault, ACimErrorOfAModificationIsTracedAndPassedOver) {
+TEST(SetGroupFault, ACimErrorOfAModificationIsTracedAndTheNextOneSent) {
     expectOnlyTheFirstToFail(
         Step::answer(wire::cimErrorReply(6, "/root/cimv2:QAV_K70Chassis")),
         "CIMException PLACE  requested object could not be found (/root/cimv2:QAV_K70Chassis)", 1);
 }
 
-TEST(SetGroupFault, ACimErrorInTheBodyIsTracedAndPassedOver) {
+TEST(SetGroupFault, ACimErrorInTheBodyIsTracedAndTheNextOneSent) {
     expectOnlyTheFirstToFail(
         Step::answer(wire::plainReply(std::string("\x02\0\x0d", 3) + wire::text("not a number"))),
         "CIMException PLACE  value supplied is incompatible with type (not a number)", 1);
 }
 
-TEST(SetGroupFault, ATextErrorInTheBodyIsTracedAndPassedOver) {
+TEST(SetGroupFault, ATextErrorInTheBodyIsTracedAndTheNextOneSent) {
     expectOnlyTheFirstToFail(Step::answer(wire::plainReply("\x01" + wire::text("it broke"))),
                              "IOException PLACE  it broke", 1);
 }
 
-TEST(SetGroupFault, AModificationWhoseConnectionClosesIsNotRepeatedAndTheNextIsSentOnANewOne) {
+TEST(SetGroupFault, AModificationOnAClosedConnectionIsNotSentAgainAndTheNextOneReconnects) {
     expectOnlyTheFirstToFail(Step::close(), "HTTPException PLACE  Unable to process request: ", 2);
 }
 
-TEST(SetGroupFault, AnObjectManagerThatClosesBetweenTwoModificationsIsNotNoticed) {
+TEST(SetGroupFault, AConnectionClosedBetweenTwoModificationsCausesNoError) {
     const std::string notice =
-        wire::statusReply("408 Request timeout: idle"); // makes sure that it is seen in time
+        wire::statusReply("408 Request timeout: idle"); // arrives before the client sends again
     GroupWrite write({twoInstances(), Step::answerAndClose(done().reply + notice), done()});
     write.run([](TestQueue& q) { EXPECT_EQ(OWB_DONE, writeTwo(q)); });
     EXPECT_EQ(bothWrites, write.requests());
@@ -165,14 +165,14 @@ TEST(SetGroupFault, AnEnumerationThatBreaksOffIsAnExceptionAndNothingIsWritten) 
                             "IOException PLACE  Failed reading data");
 }
 
-TEST(SetGroupFault, AnObjectManagerThatIsNotThereIsAnException) {
+TEST(SetGroupFault, AMissingSocketIsAnException) {
     TraceLog trace;
     trace.run([] {
         TestQueue q;
-        OWB_URLSet("owbinary.wbem://localhost:nobody");
+        OWB_URLSet("owbinary.wbem://localhost:missing");
         EXPECT_EQ(OWB_EXCEPTION, OWB_setGroup(0, q.head()));
     });
-    EXPECT_EQ(Lines{"216: \n>>ERROR SocketException PLACE  Failed to connect to: nobody: 2(No such file or "
+    EXPECT_EQ(Lines{"216: \n>>ERROR SocketException PLACE  Failed to connect to: missing: 2(No such file or "
                     "directory)"},
               withoutPlaces(trace.linesOf("OWB_setGroup")));
 }

@@ -1,4 +1,4 @@
-// Which items of a queue a write sends, with what values, and what becomes of the queue.
+// The items that a write sends, their values, and the queue after the write.
 #include "GroupWrite.hpp"
 
 #include <gtest/gtest.h>
@@ -22,10 +22,10 @@ TEST(SetGroupItems, GoToTheInstanceOfTheirRow) {
         chassisRequests({modelWrite("t0", "a"), modelWrite("t2", "c"),
                          chassisWrite("t3", {stringProperty("Model", "d"), stringProperty("Version", "v")})}),
         write.requests())
-        << "and an instance without items is left alone";
+        << "not to an instance without items";
 }
 
-TEST(SetGroupItems, AreSentInTheOrderOfTheQueueWhateverTheOrderOfTheTable) {
+TEST(SetGroupItems, AreSentInTheOrderOfTheQueueNotOfTheTable) {
     GroupWrite write({chassis("t0")});
     write.run([](TestQueue& q) {
         add(q, 0, 20, 0, "p");
@@ -40,7 +40,7 @@ TEST(SetGroupItems, AreSentInTheOrderOfTheQueueWhateverTheOrderOfTheTable) {
               write.requests());
 }
 
-TEST(SetGroupItems, TheLaterOfTwoForOnePropertyCountsInThePlaceOfTheEarlier) {
+TEST(SetGroupItems, TheLaterOfTwoForOnePropertyReplacesTheValueOfTheEarlier) {
     GroupWrite write({chassis("t0")});
     write.run([](TestQueue& q) {
         add(q, 0, 1, 0, "early");
@@ -97,7 +97,7 @@ TEST(SetGroupItems, AnUnknownNominatorIsLeftOutAndTheRestWritten) {
         write.traced());
 }
 
-TEST(SetGroupItems, OnlyAnUnknownNominatorSendsTheKeysAlone) {
+TEST(SetGroupItems, AnUnknownNominatorAloneSendsOnlyTheKeys) {
     GroupWrite write({chassis("t0")});
     write.run([](TestQueue& q) {
         add(q, 0, 3, 0, "unknown");
@@ -106,7 +106,7 @@ TEST(SetGroupItems, OnlyAnUnknownNominatorSendsTheKeysAlone) {
     EXPECT_EQ(chassisRequests({chassisWrite("t0", {})}), write.requests());
 }
 
-TEST(SetGroupItems, TextsThatLookLikeOtherTypesAreSentAsStrings) {
+TEST(SetGroupItems, TextsOfNumbersAndBooleansAreSentAsStrings) {
     GroupWrite write(
         {wire::instance(chassisClass, {wire::property("Model", wire::UINT32, wire::bigEndian(7, 4))})});
     write.run([](TestQueue& q) {
@@ -121,7 +121,7 @@ TEST(SetGroupItems, TextsThatLookLikeOtherTypesAreSentAsStrings) {
               write.requests());
 }
 
-TEST(SetGroupItems, AnEmptyTextIsSentAsSuchAndANullOneToo) {
+TEST(SetGroupItems, AnEmptyAndANullTextAreSentAsEmptyStrings) {
     GroupWrite write({chassis("t0")});
     write.run([](TestQueue& q) {
         add(q, 0, 1, 0, "");
@@ -135,7 +135,7 @@ TEST(SetGroupItems, AnEmptyTextIsSentAsSuchAndANullOneToo) {
         write.requests());
 }
 
-TEST(SetGroupItems, ALongTextIsSentWhole) {
+TEST(SetGroupItems, ALongTextIsSentCompletely) {
     const std::string text(100000, 'x');
     GroupWrite write({chassis("t0")});
     write.run([&](TestQueue& q) {
@@ -147,7 +147,7 @@ TEST(SetGroupItems, ALongTextIsSentWhole) {
                     "t0", {wire::property("Model", wire::STRING, length + text)})}) == write.requests());
 }
 
-TEST(SetGroupQueue, AnEmptyOneEndsTheWriteBehindTheFirstInstance) {
+TEST(SetGroupQueue, AnEmptyOneEndsTheWriteAfterTheFirstInstance) {
     GroupWrite write({chassis("t0"), chassis("t1")});
     write.run([](TestQueue& q) {
         EXPECT_EQ(OWB_DONE, OWB_setGroup(0, q.head()));
@@ -158,13 +158,13 @@ TEST(SetGroupQueue, AnEmptyOneEndsTheWriteBehindTheFirstInstance) {
     EXPECT_EQ(Lines{"121: Found instance: 0"}, write.traced());
 }
 
-TEST(SetGroupQueue, AnEmptyOneIsNotNoticedWhenTheClassHasNoInstances) {
+TEST(SetGroupQueue, AnEmptyOneAndAClassWithoutInstancesGiveNoInstance) {
     GroupWrite write({instances({})});
     write.run([](TestQueue& q) { EXPECT_EQ(OWB_NO_INSTANCE, OWB_setGroup(0, q.head())); });
     EXPECT_EQ(Lines{"113: ERROR - no instances of class found in CIMOM database."}, write.traced());
 }
 
-TEST(SetGroupQueue, KeepsItsItemsInTheirOrderAndHasItsCursorAtTheEnd) {
+TEST(SetGroupQueue, KeepsItemsAndOrderAndHasItsCursorAtTheEnd) {
     GroupWrite write({chassis("t0"), chassis("t1")});
     write.run([](TestQueue& q) {
         add(q, 0, 1, 1, "b");
@@ -183,7 +183,7 @@ TEST(SetGroupQueue, KeepsItsItemsInTheirOrderAndHasItsCursorAtTheEnd) {
     });
 }
 
-TEST(SetGroupQueue, EndsWithTheItemsOfTheLastInstanceMarkedAndNoOthers) {
+TEST(SetGroupQueue, EndsWithOnlyTheItemsOfTheLastInstanceSelected) {
     GroupWrite write({chassis("t0"), chassis("t1")});
     write.run([](TestQueue& q) {
         add(q, 0, 1, 0, "of the first");

@@ -1,4 +1,4 @@
-// What a write sends, as the object manager receives it.
+// The requests of a write, as the object manager receives them.
 #include "GroupWrite.hpp"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ TEST(SetGroup, AnItemIsSentWithTheKeysOfItsInstanceAndNothingElse) {
     EXPECT_EQ(chassisRequests({modelWrite("t0", "new")}), write.requests());
 }
 
-TEST(SetGroup, ASystemIsNamedByItsNameAndItsClass) {
+TEST(SetGroup, ASystemIsIdentifiedByItsNameAndItsClass) {
     GroupWrite write({wire::instance("QAV_System", {creationClass, stringProperty("Name", "host")})});
     write.run([](TestQueue& q) {
         add(q, 2, 3, 0, "ops@example.net");
@@ -33,7 +33,7 @@ TEST(SetGroup, ASystemIsNamedByItsNameAndItsClass) {
               write.requests());
 }
 
-// The first property that a group knows.
+// The first property of a group.
 const ExtItem& firstItemOf(long group) {
     const ExtItem* row = ExtItemList;
     while (row->group != group)
@@ -41,7 +41,8 @@ const ExtItem& firstItemOf(long group) {
     return *row;
 }
 
-// What a group sends for its first property when the instance has all that could be a key.
+// The requests of a write of the first property of a group. The instance has every property that may be a
+// key.
 Requests requestsOf(long group) {
     const char* const className = ExtGroupCimClass[group];
     GroupWrite write({wire::instance(className, {stringProperty("Tag", "t"), stringProperty("Name", "n"),
@@ -53,7 +54,7 @@ Requests requestsOf(long group) {
     return write.requests();
 }
 
-TEST(SetGroup, AGroupWhoseKeysHaveNoNamesSendsAPropertyOfNoNameAndNoValueForThem) {
+TEST(SetGroup, AGroupWhoseKeysHaveNoNamesSendsOnePropertyWithoutNameAndValue) {
     for (const long group : {1L, 3L, 4L, 5L, 6L, 7L}) {
         const char* const className = ExtGroupCimClass[group];
         EXPECT_EQ((Requests{wire::enumerateRequest(className),
@@ -76,7 +77,7 @@ TEST(SetGroup, AGroupWithoutKeysSendsNone) {
     }
 }
 
-TEST(SetGroup, AnInstanceOfASubclassIsSentUnderTheClassOfTheGroup) {
+TEST(SetGroup, AnInstanceOfASubclassIsSentWithTheClassOfTheGroup) {
     GroupWrite write({wire::instance("Sub", {stringProperty("Tag", "t0"), creationClass})});
     write.run([](TestQueue& q) {
         add(q, 0, 1, 0, "x");
@@ -85,7 +86,7 @@ TEST(SetGroup, AnInstanceOfASubclassIsSentUnderTheClassOfTheGroup) {
     EXPECT_EQ(chassisRequests({modelWrite("t0", "x")}), write.requests());
 }
 
-// What is sent for an instance of group 0 with some properties and an item for its model.
+// The write of the model of an instance of group 0 with the given properties.
 std::string writeOf(const Properties& properties) {
     GroupWrite write({wire::instance(chassisClass, properties)});
     write.run([](TestQueue& q) {
@@ -100,7 +101,7 @@ std::string written(const std::string& tag, const std::string& creationClassName
         wire::instance(chassisClass, {tag, creationClassName, stringProperty("Model", "x")}));
 }
 
-TEST(SetGroup, KeysAreFoundWhateverTheirCaseAndSentAsTheTableSpellsThem) {
+TEST(SetGroup, KeysMatchInAnyCaseAndAreSentInTheCaseOfTheTable) {
     EXPECT_EQ(written(stringProperty("Tag", "t"), creationClass),
               writeOf({stringProperty("CREATIONCLASSNAME", "C"), stringProperty("tAG", "t")}));
 }

@@ -34,15 +34,15 @@ TEST(StringClean, AnEmptySourceInPlaceGivesNull) {
     EXPECT_EQ(nullptr, owbStringClean(src, nullptr));
 }
 
-TEST(StringClean, WhiteSpaceAloneBecomesEmpty) {
+TEST(StringClean, WhiteSpaceBecomesTheEmptyText) {
     EXPECT_EQ("", cleanedInPlace(" \t\n\r\f"));
 }
 
-TEST(StringClean, InnerWhiteSpaceStaysAndOuterGoes) {
+TEST(StringClean, OnlyOuterWhiteSpaceIsStripped) {
     EXPECT_EQ("one \ttwo", cleanedInPlace(" \t\r\none \ttwo\f\r\n"));
 }
 
-TEST(StringClean, AVerticalTabIsNoWhiteSpace) {
+TEST(StringClean, AVerticalTabIsNotStripped) {
     EXPECT_EQ("\vx\v", cleanedInPlace("\vx\v"));
     EXPECT_EQ("\v", cleanedInPlace(" \v "));
 }
@@ -51,11 +51,11 @@ TEST(StringClean, DoubleQuotesBecomeSingleOnes) {
     EXPECT_EQ("'a'b''", cleanedInPlace("\"a\"b\"\""));
 }
 
-TEST(StringClean, NothingElseIsReplaced) {
+TEST(StringClean, OtherCharactersStay) {
     EXPECT_EQ("\\'\x80 \x01", cleanedInPlace("\\'\x80 \x01"));
 }
 
-TEST(StringClean, TheSourceStaysWhenThereIsADestination) {
+TEST(StringClean, TheSourceStaysIfThereIsADestination) {
     char src[] = "  \"x\" ";
     char dst[sizeof src];
     EXPECT_EQ(dst, owbStringClean(src, dst));
@@ -78,7 +78,7 @@ TEST(StringClean, ATextOfOneCharacterStays) {
     EXPECT_EQ("x", cleanedInPlace("x"));
 }
 
-TEST(StringClean, ALongTextIsCleanedWhole) {
+TEST(StringClean, ALongTextIsCleanedCompletely) {
     const std::string inner(100000, 'y');
     EXPECT_EQ(inner, cleanedInPlace(" " + inner + "\n"));
 }

@@ -20,7 +20,7 @@ TEST(Tables, NameTheClassOfEveryGroup) {
     EXPECT_STREQ("INVALID", ExtGroupCimClass[31]);
 }
 
-TEST(Tables, ListTheItemsInTheirFixedOrder) {
+TEST(Tables, ListTheItemsInAFixedOrder) {
     std::istringstream expected(support::readFile(TEST_DATA "/items.txt"));
     const ExtItem* row = ExtItemList;
     long group = 0;
@@ -42,7 +42,7 @@ TEST(Tables, EndTheItemsWithARowOfMinusOneAndAnEmptyName) {
     EXPECT_EQ(217U, sizeof ExtItemList / sizeof *ExtItemList);
 }
 
-TEST(Tables, HoldNoNominatorAndNoPropertyTwiceInAGroup) {
+TEST(Tables, HaveEachNominatorAndPropertyOnceInAGroup) {
     for (const ExtItem* a = ExtItemList; a->group >= 0; ++a)
         for (const ExtItem* b = a + 1; b->group >= 0; ++b)
             EXPECT_FALSE(a->group == b->group &&
@@ -50,7 +50,7 @@ TEST(Tables, HoldNoNominatorAndNoPropertyTwiceInAGroup) {
                 << a->group << ' ' << a->property << ' ' << b->property;
 }
 
-TEST(Tables, HoldTheRowsOfAGroupTogether) {
+TEST(Tables, KeepTheRowsOfAGroupTogether) {
     std::set<long> seen;
     for (const ExtItem* row = ExtItemList; row->group >= 0; ++row) {
         const bool isFirst = row == ExtItemList || row[-1].group != row->group;
@@ -79,7 +79,7 @@ TEST(PropertyName, IsFoundByGroupAndNominator) {
     EXPECT_STREQ("LastBootUpTime", OWB_propertyName(17, 0));
 }
 
-TEST(PropertyName, IsNotFoundForAPairThatTheTableLacks) {
+TEST(PropertyName, IsNotFoundForAPairOutsideTheTable) {
     EXPECT_STREQ("NOT FOUND", OWB_propertyName(0, 3));
     EXPECT_STREQ("NOT FOUND", OWB_propertyName(17, 2));
     EXPECT_STREQ("NOT FOUND", OWB_propertyName(31, 0));

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-extern "C" long intervalInAnyUnit(char* text, int unit); // in C
+extern "C" long intervalInAnyUnit(char* text, int unit); // any_unit.c
 
 namespace {
 
@@ -23,7 +23,7 @@ struct Length {
     long microseconds;
 };
 
-// In each unit, and without a trace.
+// Converts texts to each unit; expects no trace.
 void expectLengths(const std::vector<Length>& examples) {
     TraceLog trace;
     trace.run([&] {
@@ -47,7 +47,7 @@ TEST(Interval, IsCountedInEachUnit) {
                    {"00000001020304.500000:000", 93784, 9378450, 93784500, -704780512}});
 }
 
-TEST(Interval, DropsWhatIsLeftOfASecondAndRoundsHalvesOfFinerUnitsAwayFromZero) {
+TEST(Interval, DropsFractionsOfASecondAndRoundsHalvesOfFinerUnitsAwayFromZero) {
     expectLengths({{"00000000000000.000499:000", 0, 0, 0, 499},
                    {"00000000000000.000500:000", 0, 0, 1, 500},
                    {"00000000000000.000501:000", 0, 0, 1, 501},
@@ -90,7 +90,7 @@ TEST(Interval, WrapsSecondsBeyond32Bits) {
                    {"99999999235959.999999:000", -1474199553, -1391067136, -1025769472, 727711743}});
 }
 
-TEST(Interval, TakesItsFieldsAsTheyStand) {
+TEST(Interval, DoesNotValidateItsFields) {
     expectLengths({{"00000001999999.999999:000", 448839, 44884000, 448840000, -2131566081},
                    {"-0000001-1-1-1.000000:000", 847155, 84715500, 847155000, 1046442688},
                    {"00000000000000.-00001:000", 0, 429497, 4294967, -1},
@@ -104,24 +104,23 @@ TEST(Interval, TakesItsFieldsAsTheyStand) {
                    {"abcdefghijklmn.opqrst:uvw", 0, 0, 0, 0}});
 }
 
-TEST(Interval, EndsWithTheMarkBehindItsMicroseconds) {
-    expectLengths(
-        {{"00000001020304.500000:", 93784, 9378450, 93784500, -704780512},
-         {"00000001020304x500000:999", 93784, 9378450, 93784500, -704780512},
-         {"00000001020304.500000:000 and so on, as far as one likes", 93784, 9378450, 93784500, -704780512}});
+TEST(Interval, EndsAfterItsMicroseconds) {
+    expectLengths({{"00000001020304.500000:", 93784, 9378450, 93784500, -704780512},
+                   {"00000001020304x500000:999", 93784, 9378450, 93784500, -704780512},
+                   {"00000001020304.500000:000 and more", 93784, 9378450, 93784500, -704780512}});
 }
 
-TEST(Interval, OfADateTakesTheDayOfItsMonthForItsDays) {
+TEST(Interval, OfADateCountsTheDayOfTheMonthAsDays) {
     expectLengths({{"20050102030405.678901+060", 183845, 18384568, 183845679, -837914827},
                    {"20050102030405.678901-300", 183845, 18384568, 183845679, -837914827},
                    {"19991231235959.999999+000", 2764799, 276480000, -1530167296, -1158938625}});
 }
 
-TEST(Interval, OfTheEmptyTextIsNothing) {
+TEST(Interval, OfTheEmptyTextIsZero) {
     expectLengths({{"", 0, 0, 0, 0}});
 }
 
-TEST(Interval, OfATextThatIsNoneIsTracedAndZero) {
+TEST(Interval, OfAnInvalidTextIsTracedAndZero) {
     const char* const examples[] = {"hello",
                                     "20050102030405.678901",
                                     "00000001020304.500000",
@@ -140,9 +139,9 @@ TEST(Interval, OfATextThatIsNoneIsTracedAndZero) {
         withoutPlaces(trace.lines()));
 }
 
-const char refused[] = "188: ERROR - bad char* string or bad time unit passed to OWB_calcTimeInterval()";
+const char rejected[] = "188: ERROR - bad char* string or bad time unit passed to OWB_calcTimeInterval()";
 
-TEST(Interval, InAnotherUnitIsTracedAndZero) {
+TEST(Interval, InAnInvalidUnitIsTracedAndZero) {
     const int units[] = {0, -1, 5, 6, 260, INT_MIN, INT_MAX};
     TraceLog trace;
     trace.run([&] {
@@ -152,8 +151,9 @@ TEST(Interval, InAnotherUnitIsTracedAndZero) {
         EXPECT_EQ(1, intervalInAnyUnit(text, 1));
         EXPECT_EQ(1000000, intervalInAnyUnit(text, 4));
     });
-    EXPECT_EQ(Lines(std::size(units), refused), trace.linesOf("OWB_calcTimeInterval"));
-    EXPECT_EQ(std::string("../../owb/src/OWB_time.cpp:OWB_calcTimeInterval:") + refused, trace.lines().at(0));
+    EXPECT_EQ(Lines(std::size(units), rejected), trace.linesOf("OWB_calcTimeInterval"));
+    EXPECT_EQ(std::string("../../owb/src/OWB_time.cpp:OWB_calcTimeInterval:") + rejected,
+              trace.lines().at(0));
 }
 
 TEST(Interval, OfANullTextIsTracedAndZero) {
@@ -164,16 +164,16 @@ TEST(Interval, OfANullTextIsTracedAndZero) {
             EXPECT_EQ(0, OWB_calcTimeInterval(nullptr, unit));
         EXPECT_EQ(0, intervalInAnyUnit(nullptr, 0));
     });
-    EXPECT_EQ(Lines(5, refused), trace.linesOf("OWB_calcTimeInterval"));
+    EXPECT_EQ(Lines(5, rejected), trace.linesOf("OWB_calcTimeInterval"));
 }
 
-TEST(Interval, OfABadTextInABadUnitIsRefusedForTheUnitAlone) {
+TEST(Interval, OfAnInvalidTextInAnInvalidUnitReportsOnlyTheUnit) {
     TraceLog trace;
     trace.run([] {
         char text[] = "hello";
         EXPECT_EQ(0, intervalInAnyUnit(text, 5));
     });
-    EXPECT_EQ(Lines{refused}, trace.linesOf("OWB_calcTimeInterval"));
+    EXPECT_EQ(Lines{rejected}, trace.linesOf("OWB_calcTimeInterval"));
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// The trace looks at one file outside the current directory and at the clock. Both are replaced here by
-// definitions of the program that stand in front of the C library's.
+// The trace. The test interposes what it uses outside the current directory: the common switch file and the
+// clock.
 #include "owb.h"
 #include "support/Descriptors.hpp"
 
@@ -46,121 +46,121 @@ void debug(const char* format, Values... values) {
 
 class Trace : public testing::Test {
 protected:
-    Trace() { support::commonSwitch = m_folder.file("common/vdxDebug"); }
+    Trace() { support::commonSwitch = m_directory.file("common/vdxDebug"); }
 
-    // Without the time.
+    // The log without the times.
     std::string logged(const std::string& log) const {
-        return std::regex_replace(readFile(m_folder.file(log)), std::regex("(^|\n)[0-9:]{12}: "), "$1");
+        return std::regex_replace(readFile(m_directory.file(log)), std::regex("(^|\n)[0-9:]{12}: "), "$1");
     }
-    bool exists(const std::string& name) const { return std::filesystem::exists(m_folder.file(name)); }
-    void run(const std::function<void()>& body) const { EXPECT_EQ("", inChild(m_folder.path(), body)); }
+    bool exists(const std::string& name) const { return std::filesystem::exists(m_directory.file(name)); }
+    void run(const std::function<void()>& body) const { EXPECT_EQ("", inChild(m_directory.path(), body)); }
 
-    TempDir m_folder;
+    TempDir m_directory;
 };
 
 TEST_F(Trace, IsOffWithoutASwitchFileAndStaysOff) {
     run([this] {
         debug("dropped\n");
-        m_folder.write("vdxDebug", m_folder.file("log"));
+        m_directory.write("vdxDebug", m_directory.file("log"));
         debug("dropped too\n");
     });
     EXPECT_FALSE(exists("log"));
 }
 
 TEST_F(Trace, IsOnWithASwitchFileInTheCurrentDirectoryAndStaysOn) {
-    m_folder.write("vdxDebug", m_folder.file("log") + "\n");
+    m_directory.write("vdxDebug", m_directory.file("log") + "\n");
     run([this] {
         debug("one %d %s\n", 1, "x");
-        std::filesystem::remove(m_folder.file("vdxDebug"));
+        std::filesystem::remove(m_directory.file("vdxDebug"));
         debug("two\n");
     });
     EXPECT_EQ("file.cpp:function:42: one 1 x\nfile.cpp:function:42: two\n", logged("log"));
 }
 
 TEST_F(Trace, LooksForACommonSwitchFileNext) {
-    m_folder.write("common/vdxDebug", m_folder.file("log"));
+    m_directory.write("common/vdxDebug", m_directory.file("log"));
     run([] { debug("x\n"); });
     EXPECT_EQ("file.cpp:function:42: x\n", logged("log"));
 }
 
 TEST_F(Trace, PrefersTheSwitchFileOfTheCurrentDirectory) {
-    m_folder.write("vdxDebug", m_folder.file("own"));
-    m_folder.write("common/vdxDebug", m_folder.file("common-log"));
+    m_directory.write("vdxDebug", m_directory.file("own"));
+    m_directory.write("common/vdxDebug", m_directory.file("common-log"));
     run([] { debug("x\n"); });
     EXPECT_TRUE(exists("own"));
     EXPECT_FALSE(exists("common-log"));
 }
 
-TEST_F(Trace, TakesTheLogNameWithoutTheBlanksAroundIt) {
-    m_folder.write("vdxDebug", " \t" + m_folder.file("log") + " \r\nsecond line\n");
+TEST_F(Trace, StripsTheLogName) {
+    m_directory.write("vdxDebug", " \t" + m_directory.file("log") + " \r\nsecond line\n");
     run([] { debug("x\n"); });
     EXPECT_TRUE(exists("log"));
 }
 
-TEST_F(Trace, TakesAQuotedNameInSingleQuotes) {
-    m_folder.write("vdxDebug", "\"log\"\n");
+TEST_F(Trace, ReplacesDoubleQuotesInTheLogName) {
+    m_directory.write("vdxDebug", "\"log\"\n");
     run([] { debug("x\n"); });
     EXPECT_TRUE(exists("'log'"));
     EXPECT_FALSE(exists("log"));
 }
 
 TEST_F(Trace, LosesEveryLineForAnEmptySwitchFileButStaysOn) {
-    m_folder.write("vdxDebug", "");
+    m_directory.write("vdxDebug", "");
     run([] {
         debug("x\n");
         debug("y\n");
     });
-    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(m_folder.path()), {}));
+    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(m_directory.path()), {}));
 }
 
 TEST_F(Trace, ReadsNoMoreThan255CharactersOfTheName) {
     const std::string name(254, 'n');
-    m_folder.write("vdxDebug", name + "12345\n");
+    m_directory.write("vdxDebug", name + "12345\n");
     run([] { debug("x\n"); });
     EXPECT_TRUE(exists(name + "1"));
 }
 
 TEST_F(Trace, LosesALineWhoseLogCannotBeOpenedAndTriesAgain) {
-    m_folder.write("vdxDebug", m_folder.file("missing/log"));
+    m_directory.write("vdxDebug", m_directory.file("missing/log"));
     run([this] {
         debug("lost\n");
-        std::filesystem::create_directory(m_folder.file("missing"));
+        std::filesystem::create_directory(m_directory.file("missing"));
         debug("kept\n");
     });
     EXPECT_EQ("file.cpp:function:42: kept\n", logged("missing/log"));
 }
 
-TEST_F(Trace, MakesTheLogAgainAfterItWasMovedAway) {
-    m_folder.write("vdxDebug", m_folder.file("log"));
+TEST_F(Trace, CreatesTheLogAgainAfterItWasRenamed) {
+    m_directory.write("vdxDebug", m_directory.file("log"));
     run([this] {
         debug("one\n");
-        std::filesystem::rename(m_folder.file("log"), m_folder.file("log.1"));
+        std::filesystem::rename(m_directory.file("log"), m_directory.file("log.1"));
         debug("two\n");
     });
     EXPECT_EQ("file.cpp:function:42: one\n", logged("log.1"));
     EXPECT_EQ("file.cpp:function:42: two\n", logged("log"));
 }
 
-TEST_F(Trace, AppendsToALogThatIsThere) {
-    m_folder.write("vdxDebug", m_folder.file("log"));
-    m_folder.write("log", "old\n");
+TEST_F(Trace, AppendsToAnExistingLog) {
+    m_directory.write("vdxDebug", m_directory.file("log"));
+    m_directory.write("log", "old\n");
     run([] { debug("new\n"); });
     EXPECT_EQ("old\nfile.cpp:function:42: new\n", logged("log"));
 }
 
-TEST_F(Trace, AddsNoLineEndOfItsOwn) {
-    m_folder.write("vdxDebug", m_folder.file("log"));
+TEST_F(Trace, AddsNoLineEnd) {
+    m_directory.write("vdxDebug", m_directory.file("log"));
     run([] {
         debug("no end ");
         debug("%s", "");
     });
     EXPECT_TRUE(std::regex_match(
-        readFile(m_folder.file("log")),
+        readFile(m_directory.file("log")),
         std::regex("[0-9:]{12}: file.cpp:function:42: no end [0-9:]{12}: file.cpp:function:42: ")));
 }
 
 TEST_F(Trace, BeginsALineWithTheLocalTimeInMilliseconds) {
-    m_folder.write("vdxDebug", m_folder.file("log"));
+    m_directory.write("vdxDebug", m_directory.file("log"));
     run([] {
         ::setenv("TZ", "XYZ-5:30", 1);                   // five and a half hours east of UTC
         static const timeval early = {1132918449, 8000}; // 2005-11-25 11:34:09 UTC
@@ -174,19 +174,19 @@ TEST_F(Trace, BeginsALineWithTheLocalTimeInMilliseconds) {
     });
     EXPECT_EQ("17:04:09:008: file.cpp:function:42: a\n17:04:09:999: file.cpp:function:42: b\n"
               "11:34:09:999: file.cpp:function:42: c\n",
-              readFile(m_folder.file("log")));
+              readFile(m_directory.file("log")));
 }
 
-TEST_F(Trace, CutsALongMessageAndKeepsItsLineEnd) {
-    m_folder.write("vdxDebug", m_folder.file("log"));
+TEST_F(Trace, TruncatesALongMessageAndKeepsItsLineEnd) {
+    m_directory.write("vdxDebug", m_directory.file("log"));
     run([] { debug("%s\n", std::string(100000, 'x').c_str()); });
     const std::string line = logged("log");
     const std::string prefix = "file.cpp:function:42: ";
     EXPECT_EQ(prefix + std::string(1023 - 14 - prefix.size() - 1, 'x') + "\n", line);
 }
 
-TEST_F(Trace, KeepsTheLongestMessageThatFitsTheLineAndCutsTheNext) {
-    m_folder.write("vdxDebug", m_folder.file("log"));
+TEST_F(Trace, KeepsAMessageOfTheMaximumLengthAndTruncatesALongerOne) {
+    m_directory.write("vdxDebug", m_directory.file("log"));
     const std::size_t room = 1023 - 14 - std::strlen("file.cpp:function:42: ") - 1;
     run([room] {
         debug("%s\n", std::string(room, 'x').c_str());
@@ -197,8 +197,8 @@ TEST_F(Trace, KeepsTheLongestMessageThatFitsTheLineAndCutsTheNext) {
               logged("log"));
 }
 
-TEST_F(Trace, CutsALineWhosePrefixAloneIsTooLong) {
-    m_folder.write("vdxDebug", m_folder.file("log"));
+TEST_F(Trace, TruncatesALineWithTooLongAPrefix) {
+    m_directory.write("vdxDebug", m_directory.file("log"));
     run([] {
         std::string file(5000, 'f');
         OWB_Debug(file.data(), file.data(), 1, const_cast<char*>("x\n"));
@@ -206,8 +206,8 @@ TEST_F(Trace, CutsALineWhosePrefixAloneIsTooLong) {
     EXPECT_EQ(std::string(1023 - 14 - 1, 'f') + "\n", logged("log"));
 }
 
-TEST_F(Trace, TakesEveryConversionThatTheCLibraryKnows) {
-    m_folder.write("vdxDebug", m_folder.file("log"));
+TEST_F(Trace, SupportsEveryConversionOfTheCLibrary) {
+    m_directory.write("vdxDebug", m_directory.file("log"));
     run([] {
         int length = 0;
         debug("abc%n%d\n", &length, 4);
@@ -218,7 +218,7 @@ TEST_F(Trace, TakesEveryConversionThatTheCLibraryKnows) {
 }
 
 TEST_F(Trace, LeaksNoDescriptorOfTheLogOrTheSwitchFile) {
-    m_folder.write("vdxDebug", m_folder.file("log"));
+    m_directory.write("vdxDebug", m_directory.file("log"));
     run([] {
         const std::set<int> before = support::openDescriptors();
         debug("x\n");
@@ -228,7 +228,7 @@ TEST_F(Trace, LeaksNoDescriptorOfTheLogOrTheSwitchFile) {
 }
 
 TEST_F(Trace, EndsALineWhoseMessageCannotBeFormatted) {
-    m_folder.write("vdxDebug", m_folder.file("log"));
+    m_directory.write("vdxDebug", m_directory.file("log"));
     run([] {
         debug("%ls\n", L"\x20ac"); // no such character in the C locale
         debug("next\n");

@@ -1,4 +1,4 @@
-// How often requests walk a queue: its length must not decide what each item costs.
+// How often requests walk a queue: the cost of an item must not depend on the length of the queue.
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMProperty.hpp"
 #include "OW_CIMValue.hpp"
@@ -23,8 +23,8 @@ std::vector<std::string> fiveChassis() {
 
 using Use = std::function<void(TestQueue&)>;
 
-/** The walks of a call by an agent whose queue holds items before: two of a group of their own, then others.
- */
+/** The number of walks of a call. The queue starts with the two items of the counter, then those of
+ * `prepare`. */
 int walksOf(
     TestQueue& q, const Use& call, const Use& prepare = [](TestQueue&) {}) {
     const WalkCounter counter(q.head());
@@ -37,7 +37,7 @@ int walksOf(
     return walks;
 }
 
-TEST(Walks, OneOfAGroupReadWhateverTheNumberOfInstances) {
+TEST(Walks, OneForAGroupReadWithAnyNumberOfInstances) {
     const Agent agent({instances(fiveChassis())});
     agent.run([](TestQueue& q) {
         EXPECT_EQ(1, walksOf(q, [](TestQueue& queue) { OWB_getGroup(0, queue.head()); }));
@@ -45,7 +45,7 @@ TEST(Walks, OneOfAGroupReadWhateverTheNumberOfInstances) {
     });
 }
 
-TEST(Walks, OneOfTheReadOfAnInstanceWhateverTheNumberOfItems) {
+TEST(Walks, OneForTheReadOfAnInstanceWithAnyNumberOfItems) {
     const Agent agent({support::Step::answer(wire::plainReply(
         std::string(1, '\0') + wire::instance(chassisClass, {wire::stringProperty("Model", "m"),
                                                              wire::stringProperty("Version", "v"),
@@ -57,9 +57,8 @@ TEST(Walks, OneOfTheReadOfAnInstanceWhateverTheNumberOfItems) {
     });
 }
 
-TEST(Walks, OneOfEachInstanceThatAnAgentHandsOver) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [] {
+TEST(Walks, OneForEachInstanceThatAnAgentConverts) {
+    runWithoutTrace([] {
         CIMInstance instance =
             instanceOf({CIMProperty("Model", CIMValue("m")), CIMProperty("Version", CIMValue("v"))});
         TestQueue q;
@@ -71,18 +70,16 @@ TEST(Walks, OneOfEachInstanceThatAnAgentHandsOver) {
     });
 }
 
-TEST(Walks, OneOfEachPassOverTheRunningSoftware) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [] {
+TEST(Walks, OneForEachPassOverTheRunningSoftware) {
+    runWithoutTrace([] {
         TestQueue q;
         EXPECT_EQ(2, walksOf(q, [](TestQueue& queue) { OWB_getSWRun(queue.head()); }));
         EXPECT_GT(q->size, 10);
     });
 }
 
-TEST(Walks, OneOfEachItemThatAnAgentAppends) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [] {
+TEST(Walks, OneForEachItemThatAnAgentAppends) {
+    runWithoutTrace([] {
         TestQueue q;
         EXPECT_EQ(4, walksOf(q, [](TestQueue& queue) {
                       for (long row = 0; row < 4; ++row)
@@ -105,24 +102,24 @@ void expectWalksOfAWrite(int walks, const std::vector<long>& rows, const Request
     EXPECT_EQ(chassisRequests(writes), write.requests());
 }
 
-TEST(Walks, OneOfAWriteWithoutItemsOfTheGroup) {
+TEST(Walks, OneForAWriteWithoutItemsOfTheGroup) {
     expectWalksOfAWrite(1, {}, {});
 }
 
-TEST(Walks, ThreeOfAWriteOfOneRow) {
+TEST(Walks, ThreeForAWriteOfOneRow) {
     expectWalksOfAWrite(3, {0}, {modelWrite("t0", "x")});
     expectWalksOfAWrite(3, {3}, {modelWrite("t3", "x")});
 }
 
-TEST(Walks, TwoOfAWriteOfTheLastRowAlone) {
+TEST(Walks, TwoForAWriteOfTheLastRowOnly) {
     expectWalksOfAWrite(2, {4}, {modelWrite("t4", "x")});
 }
 
-TEST(Walks, TwoOfAWriteOfARowBeyondTheInstances) {
+TEST(Walks, TwoForAWriteOfARowBeyondTheInstances) {
     expectWalksOfAWrite(2, {7}, {});
 }
 
-TEST(Walks, TwoOfEachFurtherRowOfAWrite) {
+TEST(Walks, TwoForEachFurtherRowOfAWrite) {
     expectWalksOfAWrite(5, {1, 3}, {modelWrite("t1", "x"), modelWrite("t3", "x")});
     expectWalksOfAWrite(6, {3, 1}, {modelWrite("t1", "x"), modelWrite("t3", "x")});
 }

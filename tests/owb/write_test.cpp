@@ -1,9 +1,8 @@
-// Writing through the library into a real object manager, and reading back what was written.
+// Writes through the library to a real object manager, and reads the values again.
 #include "owb.h"
 
+#include "ServedGroups.hpp"
 #include "TestQueue.hpp"
-#include "support/Child.hpp"
-#include "support/Manager.hpp"
 
 #include <csignal>
 #include <filesystem>
@@ -60,18 +59,12 @@ std::string systemPath() {
 
 class Write : public testing::Test {
 protected:
-    /** Runs a body in a process that has the object manager for its CIMOM. */
-    void run(const std::function<void()>& body) {
-        EXPECT_EQ("", support::inChild(manager.folder().path(), [&] {
-                      OWB_URLSet(manager.url().c_str());
-                      body();
-                  }));
-    }
+    void run(const std::function<void()>& body) const { runAgent(manager, body); }
 
     support::Manager manager;
 };
 
-TEST_F(Write, AContactIsReadBackByGroupAndByPathAndOutlivesTheObjectManager) {
+TEST_F(Write, AContactIsReadBackByGroupAndByPathAlsoAfterARestart) {
     const auto isWritten = [] {
         EXPECT_EQ("ops@example.net", value(systemGroup, contact));
         EXPECT_EQ("ops@example.net", valueOf(systemPath(), systemGroup, contact));
@@ -88,7 +81,7 @@ TEST_F(Write, AContactIsReadBackByGroupAndByPathAndOutlivesTheObjectManager) {
     }
 }
 
-TEST_F(Write, WhatIsNotWrittenStays) {
+TEST_F(Write, OtherPropertiesKeepTheirValues) {
     run([] {
         set(systemGroup, {{systemGroup, contact, 0, "ops"}, {systemGroup, location, 0, "rack 7"}});
         const std::string before = value(systemGroup, services);
@@ -99,7 +92,7 @@ TEST_F(Write, WhatIsNotWrittenStays) {
     });
 }
 
-TEST_F(Write, TheChassisIsWrittenByItsTag) {
+TEST_F(Write, TheChassisIsIdentifiedByItsTag) {
     run([] {
         set(chassisGroup, {{chassisGroup, userTracking, 0, "asset 4711"}});
         EXPECT_EQ("asset 4711", value(chassisGroup, userTracking));
@@ -108,7 +101,7 @@ TEST_F(Write, TheChassisIsWrittenByItsTag) {
     });
 }
 
-TEST_F(Write, AWriteOfTheHostsStateWritesNothingOfItsInstance) {
+TEST_F(Write, AWriteOfAReadOnlyPropertyChangesNothingInItsInstance) {
     run([] {
         set(systemGroup, {{systemGroup, contact, 0, "ops"}, {systemGroup, services, 0, "1"}});
         EXPECT_EQ("(null)", value(systemGroup, contact));
@@ -124,7 +117,7 @@ TEST_F(Write, AGroupWithoutKeysIsNotWritten) {
     });
 }
 
-TEST_F(Write, OthersThanRootAndTheOwnUserMayReadButNotWrite) {
+TEST_F(Write, UsersOtherThanRootAndTheServersMayReadButNotWrite) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "needs root, to become another user";
     using std::filesystem::perms;
@@ -138,10 +131,10 @@ TEST_F(Write, OthersThanRootAndTheOwnUserMayReadButNotWrite) {
     });
 }
 
-TEST_F(Write, AnInstanceThatIsNotThereIsAnException) {
+TEST_F(Write, AMissingInstanceIsAnException) {
     run([] {
         TestQueue q;
-        char path[] = "QAV_System.Name=\"nobody\",CreationClassName=\"QAV_System\"";
+        char path[] = "QAV_System.Name=\"missing\",CreationClassName=\"QAV_System\"";
         EXPECT_EQ(OWB_EXCEPTION, OWB_getInstance(systemGroup, path, 0, q.head()));
         EXPECT_EQ(Items{}, q.items());
     });

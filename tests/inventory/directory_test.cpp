@@ -1,4 +1,4 @@
-// The folder of the processes: which of its entries are processes.
+// The directory of the processes: which of its entries are processes.
 #include "inventory/Inventory.hpp"
 #include "support/Descriptors.hpp"
 
@@ -10,9 +10,9 @@
 
 namespace {
 
-class Folder : public Inventory {};
+class ProcDirectory : public Inventory {};
 
-TEST_F(Folder, EveryNameThatBeginsWithANumberOtherThan0IsAProcess) {
+TEST_F(ProcDirectory, ANameThatBeginsWithANumberOtherThan0IsAProcess) {
     for (const char* const name : {"1", "123", "4194304"})
         m_tree.add(name);
     for (const char* const name :
@@ -22,7 +22,7 @@ TEST_F(Folder, EveryNameThatBeginsWithANumberOtherThan0IsAProcess) {
         EXPECT_EQ((Texts{"1", "123", "4194304"}), found(type));
 }
 
-TEST_F(Folder, ANameIsTheHandleAsItStandsAndItsNumberTheProcess) {
+TEST_F(ProcDirectory, TheHandleIsTheNameAndTheProcessIsItsNumber) {
     FakeProcess process;
     process.name = "hundred";
     m_tree.add("123", process);
@@ -37,7 +37,7 @@ TEST_F(Folder, ANameIsTheHandleAsItStandsAndItsNumberTheProcess) {
     }
 }
 
-TEST_F(Folder, ANegativeNumberIsNoProcess) {
+TEST_F(ProcDirectory, ANegativeNumberIsNotAProcess) {
     for (const char* const name : {"-5", "5", "4294967291"})
         m_tree.add(name);
     EXPECT_FALSE(isFound("-5", information));
@@ -46,14 +46,14 @@ TEST_F(Folder, ANegativeNumberIsNoProcess) {
     EXPECT_EQ(Texts{"5"}, found());
 }
 
-TEST_F(Folder, ANegativeNumberIsThatBelow2To64) {
+TEST_F(ProcDirectory, ANegativeNumberWrapsAt64Bits) {
     m_tree.add("18446744073709551611");
     EXPECT_EQ("-5", read("-5", information).handle);
     std::filesystem::create_directory(m_tree.path() + "/-5");
     EXPECT_EQ(Texts{"-5"}, found());
 }
 
-TEST_F(Folder, ANumberThatIsTooLargeIsTheLargestOfALong) {
+TEST_F(ProcDirectory, ANumberThatIsTooLargeIsTheLargestOfALong) {
     m_tree.add("99999999999");
     EXPECT_FALSE(isFound("99999999999", statistics));
     m_tree.add("2147483647");
@@ -61,24 +61,24 @@ TEST_F(Folder, ANumberThatIsTooLargeIsTheLargestOfALong) {
     EXPECT_EQ((Texts{"2147483647", "99999999999"}), found());
 }
 
-TEST_F(Folder, AnEntryWithoutFilesIsNoProcess) {
+TEST_F(ProcDirectory, AnEntryWithoutFilesIsNotAProcess) {
     m_tree.add("7");
     std::filesystem::create_directory(m_tree.path() + "/8");
-    std::ofstream(m_tree.path() + "/9") << "no folder";
+    std::ofstream(m_tree.path() + "/9") << "not a directory";
     std::filesystem::create_symlink("nowhere", m_tree.path() + "/10");
     EXPECT_EQ(Texts{"7"}, found(information));
     EXPECT_EQ(Texts{"7"}, found(statistics));
 }
 
-TEST_F(Folder, ProcessesComeInItsOrder) {
+TEST_F(ProcDirectory, ProcessesAreInItsOrder) {
     for (int id = 1; id <= 200; ++id)
         m_tree.add(std::to_string(id * 7919 % 4001 + 1));
     Texts names;
-    DIR* const folder = ::opendir(m_tree.path().c_str());
-    while (const dirent* const entry = ::readdir(folder))
+    DIR* const directory = ::opendir(m_tree.path().c_str());
+    while (const dirent* const entry = ::readdir(directory))
         if (entry->d_name[0] != '.')
             names.push_back(entry->d_name);
-    ::closedir(folder);
+    ::closedir(directory);
     for (const auto type : {information, statistics}) {
         Texts handles;
         for (const Record& record : readAll(type))
@@ -87,7 +87,7 @@ TEST_F(Folder, ProcessesComeInItsOrder) {
     }
 }
 
-TEST_F(Folder, ThatIsEmptyOrMissingGivesAnEmptyTable) {
+TEST_F(ProcDirectory, ThatIsEmptyOrMissingGivesAnEmptyTable) {
     EXPECT_EQ(Texts{}, found(information));
     EXPECT_EQ(Texts{}, found(statistics));
     std::filesystem::create_directory(m_tree.path());
@@ -95,7 +95,7 @@ TEST_F(Folder, ThatIsEmptyOrMissingGivesAnEmptyTable) {
     EXPECT_EQ(Texts{}, found(statistics));
 }
 
-TEST_F(Folder, IsClosedAgain) {
+TEST_F(ProcDirectory, IsClosedAfterTheRead) {
     m_tree.add("7");
     const std::set<int> before = support::openDescriptors();
     EXPECT_EQ(Texts{"7"}, found());
