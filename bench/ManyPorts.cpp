@@ -25,10 +25,15 @@ std::string siteFile(int ports) {
     return std::string("{\"") + ManyPorts::className() + "\": [" + all + "]}";
 }
 
-std::vector<std::string> command(const support::TempDir& folder, int ports) {
-    folder.write("site/ports.json", siteFile(ports));
-    return {OWBCIMOMD,     "--socket",         folder.file("s"), "--state", folder.file("state"),
-            "--instances", folder.file("site")};
+std::vector<std::string> command(const support::TempDir& directory, int ports) {
+    directory.write("site/ports.json", siteFile(ports));
+    return {OWBCIMOMD,
+            "--socket",
+            directory.file("s"),
+            "--state",
+            directory.file("state"),
+            "--instances",
+            directory.file("site")};
 }
 
 } // namespace
@@ -38,7 +43,7 @@ const char* ManyPorts::className() {
 }
 
 ManyPorts::ManyPorts(int ports)
-    : m_daemon(command(m_folder, ports)) {
+    : m_daemon(command(m_directory, ports)) {
     const std::string line = m_daemon.nextErrorLine();
     if (line.find("ready") == std::string::npos) {
         std::fprintf(stderr, "bench: %s\n", line.c_str());

@@ -18,14 +18,14 @@ public:
     explicit ManyPorts(int ports);
 
     pid_t pid() const { return m_daemon.pid(); }
-    std::string socketPath() const { return m_folder.file("s"); }
+    std::string socketPath() const { return m_directory.file("s"); }
     /** Its URL with a scheme, "owbinary.wbem" or "cimxml.wbem". */
     std::string url(const std::string& scheme) const;
     /** Its processor time so far, in seconds. */
     double processorSeconds() const;
 
 private:
-    support::TempDir m_folder;
+    support::TempDir m_directory;
     support::Daemon m_daemon;
 };
 

@@ -27,29 +27,29 @@ const double maximumMilliseconds = 50; // for a read of another client
 class Manager {
 public:
     Manager()
-        : m_daemon({OWBCIMOMD, "--socket", m_folder.file("s"), "--no-state", "--root", hostRoot()}) {
+        : m_daemon({OWBCIMOMD, "--socket", m_directory.file("s"), "--no-state", "--root", hostRoot()}) {
         const std::string line = m_daemon.nextErrorLine();
         if (line.find("ready") == std::string::npos) {
             std::fprintf(stderr, "bench: %s\n", line.c_str());
             std::exit(EXIT_FAILURE);
         }
     }
-    std::string url() const { return support::urlOf(m_folder.file("s")); }
-    bool hasProgramStarted() const { return std::filesystem::exists(m_folder.file("started")); }
+    std::string url() const { return support::urlOf(m_directory.file("s")); }
+    bool hasProgramStarted() const { return std::filesystem::exists(m_directory.file("started")); }
 
 private:
     std::string hostRoot() const {
-        m_folder.write("host/proc/7/stat", "7 (daemon) S 1 7 7 0 -1 0 0 0 0 0 1 1 0 0 20 0 1 0 1 1 1\n");
-        m_folder.write("host/proc/7/cmdline", "daemon");
-        m_folder.write("host/proc/7/status", "Uid:\t0\t0\t0\t0\nGid:\t0\t0\t0\t0\n");
+        m_directory.write("host/proc/7/stat", "7 (daemon) S 1 7 7 0 -1 0 0 0 0 0 1 1 0 0 20 0 1 0 1 1 1\n");
+        m_directory.write("host/proc/7/cmdline", "daemon");
+        m_directory.write("host/proc/7/status", "Uid:\t0\t0\t0\t0\nGid:\t0\t0\t0\t0\n");
         const std::string program =
-            m_folder.write("host/kq/bin/softinv", "#!/bin/sh\n: >'" + m_folder.file("started") + "'\nsleep " +
-                                                      std::to_string(sleepSeconds) + "\n");
+            m_directory.write("host/kq/bin/softinv", "#!/bin/sh\n: >'" + m_directory.file("started") +
+                                                         "'\nsleep " + std::to_string(sleepSeconds) + "\n");
         ::chmod(program.c_str(), 0700);
-        return m_folder.file("host");
+        return m_directory.file("host");
     }
 
-    support::TempDir m_folder;
+    support::TempDir m_directory;
     support::Daemon m_daemon;
 };
 

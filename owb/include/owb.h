@@ -13,7 +13,7 @@
  *   _qHead   the agent's item queue: a circular, doubly linked list whose head is its own sentinel.
  *   _qItem   one value: its address (group, nominator, row, array position) and its text.
  *   ExtGroupCimClass, ExtItemList, ExtCimKeyArray
- *            the constant tables behind the mapping; the agent may read them.
+ *            the constant tables of the mapping; the agent may read them.
  *
  *   An agent sets up a queue and reads a group like this:
  *

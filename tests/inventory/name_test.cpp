@@ -30,7 +30,7 @@ protected:
 
 TEST_F(ProcessName, MayContainAnythingButAClosingParenthesis) {
     for (const char* const name :
-         {"a", "two words", " ", " before", "behind ", "tab\there", "kworker/0:1H-kblockd", "(", "((", "a(b",
+         {"a", "two words", " ", " before", "after ", "tab\there", "kworker/0:1H-kblockd", "(", "((", "a(b",
           "\"", "\\", "-1", "7 (8", "\xc3\xa4\xff\x01"})
         EXPECT_EQ(name, nameOf(name));
 }

@@ -85,7 +85,7 @@ TEST(GetInstance, AppendsTheItemsOfTheGroupWithTheRowOfTheAgent) {
                file +
                    "OWB_itemAdd:197: Add item 3: 'SysServices' group: 2 nom: 6 row: 17 array: 0 val '72'"}),
         Lines(all.begin() + 3, all.end()));
-    EXPECT_EQ(Lines{}, agent.tracedBy("OWB_getInstance")) << "none of its own";
+    EXPECT_EQ(Lines{}, agent.tracedBy("OWB_getInstance")) << "it traces nothing itself";
 }
 
 TEST(GetInstance, TakesTheClassFromThePathAndTheItemsFromTheGroup) {

@@ -10,7 +10,7 @@
 
 extern "C" __attribute__((visibility("default"))) const ExtItem ExtItemList[217] = {
     {0, 1, "Model"},   {3, 1, "StorageType"}, {0, 2, "Version"}, {0, 1, "Second"},
-    {0, 3, "VERSION"}, {-2, 5, "Hidden"},     {0, 5, "Behind"},  {-1, -1, ""},
+    {0, 3, "VERSION"}, {-2, 5, "Hidden"},     {0, 5, "After"},   {-1, -1, ""},
 };
 
 namespace {
@@ -31,13 +31,13 @@ TEST(InterposedTable, AConversionSkipsTheRowsOfOtherGroups) {
 }
 
 TEST(InterposedTable, AConversionEndsAtAnyNegativeGroup) {
-    EXPECT_EQ(Items{}, itemsOf({CIMProperty("Behind", CIMValue("b"))}));
+    EXPECT_EQ(Items{}, itemsOf({CIMProperty("After", CIMValue("b"))}));
 }
 
 TEST(InterposedTable, TheSearchForAPropertyNameEndsAtTheGroupMinusOne) {
     EXPECT_STREQ("Model", OWB_propertyName(0, 1));
     EXPECT_STREQ("Hidden", OWB_propertyName(-2, 5));
-    EXPECT_STREQ("Behind", OWB_propertyName(0, 5));
+    EXPECT_STREQ("After", OWB_propertyName(0, 5));
     EXPECT_STREQ("NOT FOUND", OWB_propertyName(-1, -1));
 }
 

@@ -35,10 +35,10 @@ constexpr long growthAllowed = 1024;
 class Manager {
 public:
     explicit Manager(const std::string& program)
-        : m_command({program, "--socket", m_folder.file("socket"), "--state", m_folder.file("state")}) {
+        : m_command({program, "--socket", m_directory.file("socket"), "--state", m_directory.file("state")}) {
         start();
     }
-    std::string url() const { return support::urlOf(m_folder.file("socket")); }
+    std::string url() const { return support::urlOf(m_directory.file("socket")); }
     void restart() {
         m_daemon->signal(SIGTERM);
         if (m_daemon->wait() != 0)
@@ -62,7 +62,7 @@ private:
             throw std::runtime_error("cannot start object manager: " + line);
     }
 
-    support::TempDir m_folder;
+    support::TempDir m_directory;
     std::vector<std::string> m_command;
     std::unique_ptr<support::Daemon> m_daemon;
 };
