@@ -3,7 +3,7 @@
  *
  * PURPOSE
  *   A management agent addresses its data by numbers: a group (a kind of managed object), a nominator (an
- *   attribute of the group), a row (one object) and an array position (one element of a multi-valued
+ *   attribute of the group), a row (one object) and an array index (one element of a multi-valued
  *   attribute). A CIM object manager (CIMOM) addresses the same data by class, property and instance. The
  *   library maps one to the other: OWB_getGroup() enumerates the class of a group and appends one item
  *   for each value to the agent's queue, OWB_setGroup() sends the items of a queue back, and
@@ -11,7 +11,7 @@
  *
  * OBJECTS
  *   _qHead   the agent's item queue: a circular, doubly linked list whose head is its own sentinel.
- *   _qItem   one value: its address (group, nominator, row, array position) and its text.
+ *   _qItem   one value: its address (group, nominator, row, array index) and its text.
  *   ExtGroupCimClass, ExtItemList, ExtCimKeyArray
  *            the constant tables of the mapping; the agent may read them.
  *
@@ -102,7 +102,7 @@ struct _qItem {
     _qItem* next;       /* next item, or the head when this is the last */
     _qItem* prev;       /* previous item, or the head when this is the first */
     long row;           /* row: number of the instance within the group, from 0 */
-    long array;         /* position: index within an array value, from 0; 0 for a single value */
+    long array;         /* array index: element of an array value, from 0; 0 for a single value */
     long group;         /* group: index into ExtGroupCimClass */
     long nom;           /* nominator: number of the attribute within the group */
     long selected;      /* used by OWB_setGroup(); OWB_itemAdd() does not set it */
@@ -281,7 +281,7 @@ long OWB_getInstance(long group, char* objectPath, long row, _qHead* q);
  *   group  0 to OWB_MAX_GROUP; items of other groups are ignored
  *   q      the queue. Items and their order stay. If the class has instances, the call overwrites each item's
  *          `selected` and leaves the cursor on the head. Of two items for one property the later one
- *          counts; the array position is ignored. A nominator that the group does not have is traced and
+ *          counts; the array index is ignored. A nominator that the group does not have is traced and
  *          left out.
  *
  * Returns

@@ -45,7 +45,7 @@ TEST(SetGroupItems, TheLaterOfTwoForOnePropertyReplacesTheValueOfTheEarlier) {
     write.run([](TestQueue& q) {
         add(q, 0, 1, 0, "early");
         add(q, 0, 7, 0, "v");
-        OWB_itemAdd(q.head(), 0, 1, 0, 5, "late"); // the position within an array has no part
+        OWB_itemAdd(q.head(), 0, 1, 0, 5, "late"); // the array index is ignored
         OWB_setGroup(0, q.head());
     });
     EXPECT_EQ(chassisRequests(
