@@ -1,6 +1,6 @@
 #include "CommandLine.hpp"
 
-#include "system/Text.hpp"
+#include "util/Number.hpp"
 
 #include <CLI/CLI.hpp>
 #include <cstdint>
@@ -11,27 +11,28 @@
 namespace cimom {
 namespace {
 
-/** A file mode in octal digits; nothing when the text is none. */
+/** A file mode in octal digits; nothing for any other text. */
 std::optional<mode_t> fileMode(const std::string& text) {
-    const std::optional<mode_t> mode = number<mode_t>(text, 8);
+    const std::optional<mode_t> mode = util::number<mode_t>(text, 8);
     return mode && *mode <= 0777 ? mode : std::nullopt;
 }
 
 std::string checkMode(const std::string& text) {
-    return fileMode(text) ? std::string() : "'" + text + "' is no file mode (octal, 0 to 0777)";
+    return fileMode(text) ? std::string() : "'" + text + "' is not a file mode (octal, 0 to 0777)";
 }
 
-/** An empty one would pass for none. */
+/** Rejects an empty name: it would mean that the option is missing. */
 std::string checkNotEmpty(const std::string& text) {
-    return text.empty() ? "it is empty" : std::string();
+    return text.empty() ? "empty name" : std::string();
 }
 
 std::string checkAddress(const std::string& text) {
-    return networkAddress(text) ? std::string()
-                                : "'" + text + "' is no ADDRESS:PORT (127.0.0.1:5988, [::1]:5988 or 5988)";
+    return http::networkAddress(text)
+               ? std::string()
+               : "'" + text + "' is not [ADDRESS:]PORT (127.0.0.1:5988, [::1]:5988 or 5988)";
 }
 
-/** Texts of the command line that Options holds in another form. */
+/** Arguments that Options has in another form. */
 struct Texts {
     std::string socketMode = "0666";
     std::vector<std::string> listen;
@@ -49,7 +50,7 @@ void addSockets(CLI::App& app, Options& options, Texts& texts) {
         ->check(checkMode)
         ->capture_default_str();
     app.add_option("--listen", texts.listen,
-                   "Serve TCP clients, too (without ADDRESS on the loopback address); may be repeated")
+                   "Serve TCP clients, too (default ADDRESS: the loopback address); may be repeated")
         ->type_name("[ADDRESS:]PORT")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
@@ -61,8 +62,7 @@ void addFiles(CLI::App& app, Options& options) {
         app.add_option("--users", options.users, "Names and passwords of the TCP clients that may log in")
             ->type_name("FILE")
             ->check(checkNotEmpty);
-    app.add_flag("--require-login", options.requiresLogin,
-                 "Let TCP clients read only when they have logged in")
+    app.add_flag("--require-login", options.requiresLogin, "Let TCP clients read only after a login")
         ->needs(users);
     auto* const state =
         app.add_option("--state", options.state, "File that keeps the values that clients write")
@@ -70,11 +70,11 @@ void addFiles(CLI::App& app, Options& options) {
             ->capture_default_str();
     app.add_flag("--no-state", options.keepsNoState, "Refuse all writes, and keep no state file")
         ->excludes(state);
-    app.add_option("--instances", options.instances, "Folder of JSON files with further instances")
-        ->type_name("FOLDER")
+    app.add_option("--instances", options.instances, "Directory of JSON files with further instances")
+        ->type_name("DIRECTORY")
         ->check(checkNotEmpty);
-    app.add_option("--root", options.root, "Folder that holds the host's /proc, /sys, /etc and so on")
-        ->type_name("FOLDER")
+    app.add_option("--root", options.root, "Directory with the host's /proc, /sys, /etc and so on")
+        ->type_name("DIRECTORY")
         ->check(CLI::ExistingDirectory)
         ->capture_default_str();
 }
@@ -93,33 +93,32 @@ void addLimits(CLI::App& app, Options& options, Texts& texts) {
         ->type_name("BYTES")
         ->check(CLI::Range(256, 256 * 1024 * 1024))
         ->capture_default_str();
-    app.add_option("--idle-time", texts.idleTime, "How long a client may wait between requests")
+    app.add_option("--idle-time", texts.idleTime, "Time between two requests of a client")
         ->type_name("SECONDS")
         ->check(seconds)
         ->capture_default_str();
     app.add_option("--request-time", texts.requestTime,
-                   "How long a client may take to send a request or to take a piece of the reply")
+                   "Time for a client to send a request or to read a piece of the reply")
         ->type_name("SECONDS")
         ->check(seconds)
         ->capture_default_str();
-    app.add_option("--stop-time", texts.stopTime,
-                   "How long answers under way may take when it is told to end")
+    app.add_option("--stop-time", texts.stopTime, "Time for current requests to end after SIGTERM")
         ->type_name("SECONDS")
         ->check(CLI::Range(0, 3600))
         ->capture_default_str();
 }
 
-/** What all clients may send at the same time must leave room in the memory of a 32-bit process. */
-void checkTogether(const Limits& limits) {
-    const std::uint64_t most = 1024ULL * 1024 * 1024;
-    if (limits.connections * limits.body > most)
+/** All clients may send a body at the same time; a 32-bit process must have memory for that. */
+void checkTogether(const http::Limits& limits) {
+    const std::uint64_t maximum = 1024ULL * 1024 * 1024;
+    if (limits.connections * limits.body > maximum)
         throw CLI::ValidationError("--max-connections times --max-body is more than 1 GiB");
 }
 
 void convert(const Texts& texts, Options& options) {
     options.socketMode = *fileMode(texts.socketMode);
     for (const std::string& address : texts.listen)
-        options.listen.push_back(*networkAddress(address));
+        options.listen.push_back(*http::networkAddress(address));
     options.limits.idle = std::chrono::seconds(texts.idleTime);
     options.limits.request = std::chrono::seconds(texts.requestTime);
     options.stopTime = std::chrono::seconds(texts.stopTime);

@@ -1,23 +1,22 @@
 #include "Daemon.hpp"
 
 #include "host/Host.hpp"
-#include "http/ListeningSocket.hpp"
 #include "http/Server.hpp"
+#include "http/UnixSocket.hpp"
 #include "objects/ObjectManager.hpp"
-#include "protocol/BinaryHandler.hpp"
-#include "protocol/XmlHandler.hpp"
+#include "protocol/HttpService.hpp"
 #include "providers/Providers.hpp"
 #include "site/SiteInstances.hpp"
 #include "state/SiteValues.hpp"
 #include "system/Log.hpp"
-#include "system/Notification.hpp"
-#include "system/Watchdog.hpp"
+#include "system/ServiceManager.hpp"
 #include "users/Logins.hpp"
 #include "users/PasswordCheck.hpp"
 #include "users/UsersFile.hpp"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/signal_set.hpp>
+#include <chrono>
 #include <csignal>
 #include <exception>
 #include <malloc.h>
@@ -31,19 +30,18 @@
 namespace cimom {
 namespace {
 
-/** Nothing when all writes are refused. */
+/** Nothing if all writes are refused. */
 std::optional<SiteValues> siteValues(const Options& options) {
     if (options.keepsNoState)
         return std::nullopt;
     if (options.state.empty())
-        throw std::runtime_error("state file: no name; give one by --state, or --no-state");
+        throw std::runtime_error("state file: no default path: give one by --state, or --no-state");
     return SiteValues(std::make_unique<StateFile>(options.state));
 }
 
-/** Lets a run of the io_context go on behind an exception, which ends the session that it comes from and no
- * other. */
+/** Runs an io_context again after each exception, which has ended only the session that threw it. */
 template <class Run>
-void withoutExceptions(Run run) {
+void runDespiteExceptions(Run run) {
     for (bool isDone = false; !isDone;) {
         try {
             run();
@@ -54,84 +52,80 @@ void withoutExceptions(Run run) {
     }
 }
 
-/** An object manager and what it is served by. */
+/** An object manager and its server. */
 class Daemon {
 public:
     explicit Daemon(const Options& options)
         : m_options(options)
         , m_host(options.root)
         , m_manager(makeProviders(m_host, m_io), siteValues(options))
-        , m_settings(settings())
-        // Before a socket is made, so that no signal can leave its file behind.
+        // Before the socket exists, so that no signal can leave its file.
         , m_stopSignals(m_io, SIGTERM, SIGINT)
         , m_reloadSignal(m_io, SIGHUP)
         , m_countersSignal(m_io, SIGUSR1)
         , m_passwords(m_io, m_users)
         , m_logins(m_passwords)
+        , m_service(m_manager, options.users.empty() ? nullptr : &m_logins, options.requiresLogin)
         , m_watchdog(m_io)
-        , m_server(m_io, m_settings, m_counters, m_sessions) {
+        , m_server(m_io, settings()) {
         readFiles();
     }
 
     void run() {
         m_stopSignals.async_wait([this](const boost::system::error_code&, int) { m_io.stop(); });
-        awaitReload();
+        awaitReloadSignal();
         awaitCountersSignal();
         m_socket.emplace(m_options.socket, m_options.socketMode);
         m_server.listen(m_socket->duplicate(), AF_UNIX);
-        const std::string places = m_options.socket + listenOnNetwork();
-        log("ready on " + places);
+        const std::string addresses = m_options.socket + listenOnNetwork();
+        log("ready on " + addresses);
         notifyServiceManager("READY=1");
         m_watchdog.start();
-        withoutExceptions([this] { m_io.run(); });
-        finish();
+        runDespiteExceptions([this] { m_io.run(); });
+        stop();
     }
 
 private:
-    /** Listens on the addresses of the network, and says which. */
+    /** Listens on the network. Returns " and <address>" for each address, with the port that the kernel has
+     * chosen. */
     std::string listenOnNetwork() {
-        std::string places;
-        for (const NetworkAddress& address : m_options.listen) {
-            const NetworkSocket network = listenOn(address);
+        std::string addresses;
+        for (const http::NetworkAddress& address : m_options.listen) {
+            const http::NetworkSocket network = http::listenOn(address);
             m_server.listen(network.descriptor, address.address.ss_family);
-            places += " and " + textOf(network.at);
+            addresses += " and " + http::textOf(network.at);
         }
-        return places;
+        return addresses;
     }
 
-    SessionSettings settings() {
-        SessionSettings settings{m_binary, m_xml, m_options.limits};
+    http::Settings settings() {
+        http::Settings settings = m_service.settings(m_options.limits);
+        settings.log = log;
         settings.isVerbose = m_options.isVerbose;
-        settings.requiresLogin = m_options.requiresLogin;
-        if (!m_options.users.empty())
-            settings.logIn = [this](const std::string& address, const Credentials& given,
-                                    PasswordCheck::Done done) {
-                m_logins.logIn(address, given.user, given.password, std::move(done));
-            };
         return settings;
     }
 
-    /** Reads the site's files, all or none of them. */
+    /** Reads the site's files: all or, if one is invalid, none. */
     void readFiles() {
         Users users = m_options.users.empty() ? Users() : readUsers(m_options.users);
         if (!m_options.instances.empty())
             m_manager.setSiteInstances(SiteInstances(m_options.instances, m_manager.declarations()));
         m_users = std::move(users);
-        m_sessions.forgetLogins();
+        m_service.forgetLogins();
     }
 
-    void awaitReload() {
+    void awaitReloadSignal() {
         m_reloadSignal.async_wait([this](const boost::system::error_code& error, int) {
             if (error)
                 return;
-            awaitReload();
+            awaitReloadSignal();
             try {
                 readFiles();
-                log("read the site's files again");
+                log("reloaded the site's files");
             } catch (const std::exception& e) {
-                log(std::string("the site's files stay as they were: ") + e.what());
+                log(std::string("cannot reload the site's files: ") + e.what());
             }
-            ::malloc_trim(0); // of what was read and what it has replaced
+            ::malloc_trim(0); // returns the memory of the old data
         });
     }
 
@@ -140,46 +134,42 @@ private:
             if (error)
                 return;
             awaitCountersSignal();
-            log("connections: " + std::to_string(m_counters.connections) + ", open " +
-                std::to_string(m_sessions.count()) + "; requests: " + std::to_string(m_counters.requests) +
-                ", failed " + std::to_string(m_counters.failed) +
-                "; refused: " + std::to_string(m_counters.refused));
+            const http::Counters& counters = m_server.counters();
+            log("connections: " + std::to_string(counters.connections) + ", open " +
+                std::to_string(m_server.openConnections()) +
+                "; requests: " + std::to_string(counters.requests) + ", failed " +
+                std::to_string(counters.failed) + "; refused: " + std::to_string(counters.refused));
         });
     }
 
-    /** Lets the answers under way be sent, for a while. */
-    void finish() {
+    /** Stops the server, after the replies to current requests or Options::stopTime. */
+    void stop() {
         notifyServiceManager("STOPPING=1");
-        m_socket.reset(); // or the kernel would go on to take connections
+        m_socket.reset(); // the kernel would still complete connections
         m_server.stop();
         m_reloadSignal.cancel();
         m_countersSignal.cancel();
         m_watchdog.stop();
         m_io.restart();
         const auto end = std::chrono::steady_clock::now() + m_options.stopTime;
-        withoutExceptions([this, end] { m_io.run_until(end); });
+        runDespiteExceptions([this, end] { m_io.run_until(end); });
     }
 
     const Options& m_options;
-    // Sessions leave these when they end, with the loop at the latest.
-    Counters m_counters;
-    Sessions m_sessions;
-    // Providers and children use the loop until they end.
+    // Outlives the providers and children, which use it. Its destructor destroys the open sessions.
     boost::asio::io_context m_io{1};
     const Host m_host;
     ObjectManager m_manager;
-    const BinaryHandler m_binary{m_manager};
-    const XmlHandler m_xml{m_manager};
-    const SessionSettings m_settings;
     boost::asio::signal_set m_stopSignals;
     boost::asio::signal_set m_reloadSignal;
     boost::asio::signal_set m_countersSignal;
     Users m_users;
     PasswordCheck m_passwords;
     Logins m_logins;
+    HttpService m_service;
     Watchdog m_watchdog;
-    std::optional<ListeningSocket> m_socket;
-    Server m_server;
+    std::optional<http::UnixSocket> m_socket;
+    http::Server m_server;
 };
 
 } // namespace

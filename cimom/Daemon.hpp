@@ -5,9 +5,8 @@
 namespace cimom {
 
 /**
- * Serves the host's data until SIGTERM or SIGINT comes; the answers that are under way then have
- * Options::stopTime to be finished. Throws std::exception, which says what failed and why, when it cannot
- * begin.
+ * Serves the host's data until SIGTERM or SIGINT. Current requests then have Options::stopTime to end. Throws
+ * std::exception, with a message for people, if the server cannot start.
  */
 void serve(const Options& options);
 

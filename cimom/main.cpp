@@ -2,7 +2,7 @@
 
 #include "CommandLine.hpp"
 #include "Daemon.hpp"
-#include "system/Text.hpp"
+#include "util/OneLine.hpp"
 
 #include <csignal>
 #include <exception>
@@ -10,20 +10,20 @@
 #include <sys/stat.h>
 
 int main(int argc, char** argv) {
-    // A client or a log reader that goes away is no reason to end.
+    // A client or a log reader may close its end: write(2) then fails with EPIPE.
     std::signal(SIGPIPE, SIG_IGN);
-    // Nor is a limit on the size of files: a write then fails like on a full disk.
+    // Likewise a write beyond the limit on file sizes then fails with EFBIG.
     std::signal(SIGXFSZ, SIG_IGN);
-    // The end of a child that checks a password must be told, whatever who started this process wants.
+    // The parent may have ignored SIGCHLD: waitpid(2) would not report how a child has ended.
     std::signal(SIGCHLD, SIG_DFL);
-    // What is made on the way to the state file is for its owner alone; the socket has a mode of its own.
+    // Directories of the state file are for their owner only. The socket gets its mode by chmod(2).
     ::umask(0077);
     const cimom::Options options = cimom::readCommandLine(argc, argv);
     try {
         cimom::serve(options);
         return 0;
     } catch (const std::exception& e) {
-        std::cerr << "owbcimomd: " << cimom::onOneAsciiLine(e.what()) << '\n';
+        std::cerr << "owbcimomd: " << util::onOneAsciiLine(e.what()) << '\n';
         return 1;
     }
 }

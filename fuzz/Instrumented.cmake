@@ -26,10 +26,13 @@ find_package(nlohmann_json 3.9 REQUIRED)
 # The object manager without this host's data, which no client sends.
 fuzz_sources(sources ${PROJECT_SOURCE_DIR}/cimom cimom_core cimom_users)
 list(FILTER sources EXCLUDE REGEX "/cimom/(host|providers)/")
-add_library(fuzz_cimom OBJECT ${sources})
+fuzz_sources(http_sources ${PROJECT_SOURCE_DIR}/http http)
+fuzz_sources(util_sources ${PROJECT_SOURCE_DIR}/util lock_file)
+add_library(fuzz_cimom OBJECT ${sources} ${http_sources} ${util_sources})
 target_include_directories(fuzz_cimom PUBLIC ${PROJECT_SOURCE_DIR}/cimom ${PROJECT_SOURCE_DIR}/tests)
-target_compile_definitions(fuzz_cimom PUBLIC $<TARGET_PROPERTY:cimom_core,INTERFACE_COMPILE_DEFINITIONS>)
-target_link_libraries(fuzz_cimom PUBLIC fuzz_subject Crypt::crypt peer_support
+target_compile_definitions(fuzz_cimom PUBLIC $<TARGET_PROPERTY:http,INTERFACE_COMPILE_DEFINITIONS>
+                           $<TARGET_PROPERTY:cimom_core,INTERFACE_COMPILE_DEFINITIONS>)
+target_link_libraries(fuzz_cimom PUBLIC fuzz_subject util Crypt::crypt peer_support
                       PRIVATE nlohmann_json::nlohmann_json)
 
 # The bridge without the running software, which needs the inventory.

@@ -4,19 +4,19 @@
 #include <string>
 #include <string_view>
 
-namespace cimom {
+namespace http {
 
-/** A name and a password as a client gives them. */
+/** A user name and a password, as a client gives them. */
 struct Credentials {
     std::string user;
     std::string password;
 };
 
 /**
- * The credentials in a header Authorization of the scheme Basic (RFC 7617); nothing for another scheme, and
- * an empty name, which nobody has, for one that is malformed.
+ * The credentials in a field Authorization of the scheme Basic (RFC 7617); nothing for another scheme.
+ * Malformed credentials give an empty name, which no user has.
  */
 std::optional<Credentials> basicCredentials(std::string_view authorization);
 
-} // namespace cimom
+} // namespace http
 #endif

@@ -1,7 +1,7 @@
 #include "http/NetworkAddress.hpp"
 
-#include "system/Descriptor.hpp"
-#include "system/Text.hpp"
+#include "util/Descriptor.hpp"
+#include "util/Number.hpp"
 
 #include <arpa/inet.h>
 #include <cerrno>
@@ -9,7 +9,7 @@
 #include <netinet/in.h>
 #include <system_error>
 
-namespace cimom {
+namespace http {
 namespace {
 
 template <class Address>
@@ -48,7 +48,7 @@ std::optional<NetworkAddress> ipv6(const std::string& text, std::uint16_t port) 
 std::optional<NetworkAddress> networkAddress(const std::string& text) {
     const std::size_t colon = text.rfind(':');
     const std::string address = colon == std::string::npos ? "" : text.substr(0, colon);
-    const auto port = number<std::uint16_t>(text.substr(colon == std::string::npos ? 0 : colon + 1));
+    const auto port = util::number<std::uint16_t>(text.substr(colon == std::string::npos ? 0 : colon + 1));
     if (!port)
         return std::nullopt;
     if (address.empty())
@@ -72,13 +72,13 @@ std::string textOf(const NetworkAddress& address) {
 
 NetworkSocket listenOn(const NetworkAddress& address) {
     const int family = address.address.ss_family;
-    Descriptor socket(::socket(family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-    if (socket.number() < 0)
+    util::Descriptor socket(::socket(family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    if (!socket.isOpen())
         fail(address);
     const int yes = 1;
-    // The port of an object manager that has just ended can be had again at once.
+    // Without it the port of a server that has just ended stays taken for a while.
     ::setsockopt(socket.number(), SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-    // [::] is every address of IPv6; that of IPv4 is 0.0.0.0.
+    // [::] means all addresses of IPv6, not those of IPv4, too.
     if (family == AF_INET6)
         ::setsockopt(socket.number(), IPPROTO_IPV6, IPV6_V6ONLY, &yes, sizeof yes);
     NetworkAddress at = address;
@@ -89,4 +89,4 @@ NetworkSocket listenOn(const NetworkAddress& address) {
     return {socket.release(), at};
 }
 
-} // namespace cimom
+} // namespace http

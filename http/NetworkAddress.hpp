@@ -4,7 +4,7 @@
 #include <string>
 #include <sys/socket.h>
 
-namespace cimom {
+namespace http {
 
 /** An address and a port to listen on. */
 struct NetworkAddress {
@@ -13,8 +13,8 @@ struct NetworkAddress {
 };
 
 /**
- * Reads `ADDRESS:PORT`, where the address is one of IPv4, or of IPv6 in brackets; without an address
- * (`:PORT` or `PORT`) it is the loopback address of IPv4. Nothing when the text is anything else.
+ * Reads `ADDRESS:PORT`. The address is one of IPv4, or one of IPv6 in brackets. Without an address (`:PORT`
+ * or `PORT`) it is the loopback address of IPv4. Nothing for any other text.
  */
 std::optional<NetworkAddress> networkAddress(const std::string& text);
 
@@ -25,12 +25,12 @@ std::string textOf(const NetworkAddress& address);
 struct NetworkSocket {
     /** The caller owns and closes it. */
     int descriptor;
-    /** Where it listens: port 0 has become a free one. */
+    /** Where it listens: the kernel replaces port 0 by a free port. */
     NetworkAddress at;
 };
 
-/** Listens on an address. Throws std::runtime_error that says `<address>: <why>`. */
+/** Listens on an address. Throws std::runtime_error `<address>: <why>`. */
 NetworkSocket listenOn(const NetworkAddress& address);
 
-} // namespace cimom
+} // namespace http
 #endif

@@ -7,7 +7,7 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
-namespace cimom {
+namespace http {
 namespace {
 
 /** The address without its port; of IPv6 the first half. */
@@ -28,13 +28,13 @@ Peer peerOf(int socket) {
     ::getpeername(socket, reinterpret_cast<sockaddr*>(&address.address), &address.size);
     const int family = address.address.ss_family;
     if (family == AF_INET || family == AF_INET6)
-        return {textOf(address), hostOf(address), Access::read, true};
+        return {textOf(address), std::nullopt, hostOf(address)};
     ucred user{};
     socklen_t size = sizeof user;
     if (::getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &user, &size) != 0 ||
         user.uid == static_cast<uid_t>(-1))
-        return {"unknown user", "", Access::read, false};
-    return {"uid " + std::to_string(user.uid), "", accessOf(user.uid), false};
+        return {"unknown user"};
+    return {"uid " + std::to_string(user.uid), user.uid};
 }
 
-} // namespace cimom
+} // namespace http

@@ -1,114 +1,118 @@
 #include "http/ReplyStream.hpp"
 
-#include "system/Text.hpp"
+#include "util/OneLine.hpp"
 
 #include <algorithm>
-#include <boost/asio/buffer.hpp>
-#include <boost/beast/core/buffers_to_string.hpp>
-#include <boost/beast/http/chunk_encode.hpp>
-#include <boost/beast/http/fields.hpp>
+#include <charconv>
+#include <ctime>
+#include <string_view>
 #include <utility>
 
-namespace cimom {
-
-namespace http = boost::beast::http;
-
+namespace http {
 namespace {
 
 const std::size_t chunkSize = 4096;
 
-std::string chunks(const std::string& content) {
+/** The present time in the form of RFC 9110, HTTP-date. */
+std::string date() {
+    const std::time_t now = std::time(nullptr);
+    std::tm utc{};
+    ::gmtime_r(&now, &utc);
+    char text[32];
+    return std::string(text, std::strftime(text, sizeof text, "%a, %d %b %Y %H:%M:%S GMT", &utc));
+}
+
+std::string line(const std::string& name, const std::string& value) {
+    return name + ": " + value + "\r\n";
+}
+
+std::string lines(const Fields& fields) {
+    std::string text;
+    for (const auto& [name, value] : fields)
+        text += line(name, value);
+    return text;
+}
+
+/** The status line and the fields that every response has. */
+std::string beginning(const std::string& status, const std::string& server) {
+    return status + "\r\n" + line("Date", date()) + line("Cache-Control", "no-cache") +
+           line("Server", server);
+}
+
+std::string chunks(std::string_view content) {
     std::string result;
-    for (std::size_t at = 0; at < content.size(); at += chunkSize) {
-        const boost::asio::const_buffer chunk(content.data() + at, std::min(chunkSize, content.size() - at));
-        result += boost::beast::buffers_to_string(http::make_chunk(chunk));
+    while (!content.empty()) {
+        const std::string_view chunk = content.substr(0, chunkSize);
+        char size[16];
+        result.append(size, std::to_chars(std::begin(size), std::end(size), chunk.size(), 16).ptr);
+        result.append("\r\n").append(chunk).append("\r\n");
+        content.remove_prefix(chunk.size());
     }
     return result;
 }
 
-bool isChunked(Framing framing) {
-    return framing == Framing::chunks || framing == Framing::chunksAndTrailers;
-}
-
 } // namespace
 
-ReplyStream::ReplyStream(OperationReply reply, const RequestHead& request, const char* contentType,
-                         std::string number)
+ReplyStream::ReplyStream(std::unique_ptr<Reply> reply, const ReplyForm& form, const std::string& server)
     : m_reply(std::move(reply))
-    , m_request(request)
-    , m_contentType(contentType)
-    , m_number(std::move(number)) {
-    if (m_reply.error && m_request.takesTrailers && m_request.protocol == Protocol::binary) {
-        m_reply.body.clear();
-        m_hasErrorTrailers = true;
-    }
-}
+    , m_form(form)
+    , m_server(server) {}
 
 std::string ReplyStream::next() {
     if (m_isDone)
         return std::string();
-    std::string bytes = content();
-    m_isDone = !m_reply.more;
-    const std::size_t length = bytes.size();
-    if (!m_isBegun)
-        m_framing = framing();
-    if (isChunked(m_framing))
-        bytes = chunks(bytes);
-    if (!std::exchange(m_isBegun, true))
-        bytes.insert(0, answerHead(m_request, m_contentType, m_framing, length, m_number));
-    if (m_isDone)
-        bytes += ended();
-    return bytes;
-}
-
-/** Of a body whose first piece is made. */
-Framing ReplyStream::framing() const {
-    if (m_request.takesTrailers)
-        return Framing::chunksAndTrailers;
-    if (m_isDone)
-        return Framing::length;
-    return m_request.takesChunks ? Framing::chunks : Framing::connection;
+    const std::string body = piece();
+    const std::string head = m_framing ? std::string() : headOf(body.size());
+    if (m_framing == Framing::length || m_framing == Framing::connection)
+        return head + body;
+    return head + chunks(body) + end();
 }
 
 /** The next piece of the body. */
-std::string ReplyStream::content() {
-    std::string piece = std::exchange(m_reply.body, std::string());
-    try {
-        while (m_reply.more && piece.size() < pieceSize) {
-            if (!m_reply.more(piece))
-                m_reply.more = nullptr;
-        }
-    } catch (const std::exception& e) {
-        m_reply.error = operationError(e);
-        if (!m_request.takesTrailers)
-            throw;
-        m_reply.more = nullptr;
-        m_hasErrorTrailers = true;
-        piece.clear();
-    }
+std::string ReplyStream::piece() {
+    std::string piece;
+    while (!m_isDone && piece.size() < pieceSize)
+        m_isDone = !m_reply->append(piece);
     return piece;
 }
 
-/** What follows the body. */
-std::string ReplyStream::ended() const {
-    if (!isChunked(m_framing))
+/** Makes the head of a reply whose first piece has a length, and decides how the body ends. */
+std::string ReplyStream::headOf(std::size_t length) {
+    const ReplyHead head = m_reply->head();
+    m_framing = framing(head);
+    std::string text = beginning("HTTP/1.1 200 Ok", m_server) + lines(head.fields);
+    if (m_framing == Framing::chunks || m_framing == Framing::chunksAndTrailers)
+        text += line("Transfer-Encoding", "chunked");
+    text += lines(head.lastFields);
+    if (m_framing == Framing::length)
+        text += line("Content-Length", std::to_string(length));
+    if (m_framing == Framing::chunksAndTrailers)
+        text += line("Trailer", head.trailerNames);
+    return text + "\r\n";
+}
+
+ReplyStream::Framing ReplyStream::framing(const ReplyHead& head) const {
+    if (m_form.mayHaveTrailers && !head.trailerNames.empty())
+        return Framing::chunksAndTrailers;
+    if (m_isDone)
+        return Framing::length;
+    return m_form.mayHaveChunks ? Framing::chunks : Framing::connection;
+}
+
+/** What follows the chunks of a piece: the last chunk after the last piece. */
+std::string ReplyStream::end() const {
+    if (!m_isDone)
         return std::string();
-    return boost::beast::buffers_to_string(http::make_chunk_last(trailers()));
+    const bool hasTrailers = m_framing == Framing::chunksAndTrailers;
+    return "0\r\n" + (hasTrailers ? lines(m_reply->trailers()) : std::string()) + "\r\n";
 }
 
-boost::beast::http::fields ReplyStream::trailers() const {
-    http::fields trailers;
-    if (!m_hasErrorTrailers)
-        return trailers;
-    const std::string prefix = m_request.isExtended() ? m_number + "-" : std::string();
-    const std::string description = onOneLine(m_reply.error->description);
-    trailers.set(prefix + "CIMStatusCode", std::to_string(m_reply.error->code));
-    if (description.empty())
-        return trailers;
-    trailers.set(prefix + "CIMStatusDescription", description); // the name that OpenWBEM clients know
-    if (m_request.protocol == Protocol::xml)
-        trailers.set(prefix + "CIMStatusCodeDescription", description); // the name of DSP0200
-    return trailers;
+std::string bytesOf(const ErrorResponse& error, bool isHeadRead, const std::string& server) {
+    const std::string status = std::string(isHeadRead ? "HTTP/1.1 " : "HTTP/1.0 ") +
+                               std::to_string(error.status) + " " + error.reason + ": " +
+                               util::onOneAsciiLine(error.detail);
+    return beginning(status, server) + (error.field ? line(error.field, error.value) : std::string()) +
+           line("Connection", "close") + line("Content-Length", "0") + "\r\n";
 }
 
-} // namespace cimom
+} // namespace http

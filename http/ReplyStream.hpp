@@ -1,61 +1,61 @@
 #ifndef HTTP_REPLY_STREAM_HPP_INCLUDED
 #define HTTP_REPLY_STREAM_HPP_INCLUDED
-#include "http/ReplyHead.hpp"
 #include "http/RequestRules.hpp"
-#include "protocol/Handler.hpp"
+#include "http/Responder.hpp"
 
-#include <boost/beast/http/fields.hpp>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 
-namespace cimom {
+namespace http {
 
 /**
- * The reply to an operation as it goes over the connection, made piece by piece.
+ * The bytes of a reply, made piece by piece.
  *
- * For a client that takes trailers it is chunked. An error halfway then stands in trailers, behind what had
- * been sent before, and in the binary protocol so does an error from the beginning. For others it has a
- * length when it is shorter than a piece, and is chunked, or ends with the connection, when it is longer. An
- * error from the beginning otherwise stands in the body.
+ * A reply with trailers is chunked if the client reads trailers. Any other reply has a length if its body
+ * fits into one piece. A longer reply is chunked, or ends with the connection if the client reads no chunks.
+ *
+ * A head never says `Connection: close`: some clients discard the body then.
  */
 class ReplyStream {
 public:
-    /** Bytes of the body that a piece has, about: as many as are reached by a whole element. */
+    /** Bytes of the body after which a piece ends, at the end of a part. */
     static constexpr std::size_t pieceSize = 64 * 1024;
 
-    /**
-     * @param contentType of the reply; must outlive the stream
-     * @param number see answerHead()
-     */
-    ReplyStream(OperationReply reply, const RequestHead& request, const char* contentType,
-                std::string number);
+    /** @param server value of the field Server; must outlive the stream */
+    ReplyStream(std::unique_ptr<Reply> reply, const ReplyForm& form, const std::string& server);
 
-    /**
-     * The next bytes to send; empty when all have been handed out. For a client that cannot be told otherwise
-     * that the operation has failed halfway it throws: the connection must end without the rest.
-     */
+    /** The next bytes to send; empty after the end. Throws what Reply::append() throws. */
     std::string next();
-    /** Whether next() has handed out the end. */
+    /** Whether next() has returned the last bytes. */
     bool isDone() const { return m_isDone; }
-    /** What the operation has failed with, if it has. */
-    const std::optional<OperationError>& error() const { return m_reply.error; }
+    const Reply& reply() const { return *m_reply; }
 
 private:
-    Framing framing() const;
-    std::string content();
-    std::string ended() const;
-    boost::beast::http::fields trailers() const;
+    /** How the client finds the end of the body. */
+    enum class Framing { length, chunks, chunksAndTrailers, connection };
 
-    OperationReply m_reply;
-    RequestHead m_request;
-    const char* m_contentType;
-    std::string m_number;
-    Framing m_framing = Framing::length;
-    bool m_hasErrorTrailers = false;
-    bool m_isBegun = false;
+    std::string piece();
+    Framing framing(const ReplyHead& head) const;
+    std::string headOf(std::size_t length);
+    std::string end() const;
+
+    std::unique_ptr<Reply> m_reply;
+    ReplyForm m_form;
+    const std::string& m_server;
+    std::optional<Framing> m_framing; // once the head is made
     bool m_isDone = false;
 };
 
-} // namespace cimom
+/**
+ * The bytes of an error response.
+ *
+ * @param isHeadRead the client has sent a complete head, and gets HTTP/1.1; else it gets HTTP/1.0, which
+ * every client reads
+ * @param server value of the field Server
+ */
+std::string bytesOf(const ErrorResponse& error, bool isHeadRead, const std::string& server);
+
+} // namespace http
 #endif

@@ -1,58 +1,39 @@
 #ifndef HTTP_REQUEST_RULES_HPP_INCLUDED
 #define HTTP_REQUEST_RULES_HPP_INCLUDED
-#include "http/Limits.hpp"
-#include "protocol/Handler.hpp"
+#include "http/Responder.hpp"
+#include "http/Settings.hpp"
 
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
 #include <boost/system/error_code.hpp>
 #include <optional>
 #include <string>
+#include <string_view>
 
-namespace cimom {
+namespace http {
 
 using RequestParser = boost::beast::http::request_parser<boost::beast::http::string_body>;
 
-/** What an error answer says: `<status> <reason>: <detail>`. */
-struct Refusal {
-    unsigned status;
-    const char* reason;
-    std::string detail;
-    /** A header of the answer, and its value; null for none. */
-    const char* header = nullptr;
-    std::string value{};
-};
+/** The value of a header field; empty if the request has none. */
+std::string valueOf(const Request& request, std::string_view field);
 
-/** The protocols that requests come in. */
-enum class Protocol { binary, xml };
-
-/** What of a request's head decides how it is answered. */
-struct RequestHead {
-    Protocol protocol;
-    bool isMPost;
-    /** The client reads chunks. */
-    bool takesChunks;
-    /** The client reads what stands behind the last chunk. */
-    bool takesTrailers;
-    /** The connection stays open for a further request. */
+/** What the client of a request can read. */
+struct ReplyForm {
+    /** Chunks (HTTP/1.1). */
+    bool mayHaveChunks;
+    /** Fields after the last chunk (field TE). */
+    bool mayHaveTrailers;
+    /** Another reply: the connection stays open. */
     bool keepsAlive;
-    /** Value of the header Authorization. */
-    std::string authorization;
-    Announcement announced{};
-
-    /** Whether the reply has a namespace of its own for its extension headers (RFC 2774): it answers M-POST,
-     * or is in the binary protocol, whose clients look for errors nowhere else. */
-    bool isExtended() const { return isMPost || protocol == Protocol::binary; }
 };
 
-/** Reads the head of a request that refusalOf() has nothing against. */
-RequestHead requestHead(const RequestParser& parser);
+ReplyForm replyForm(const Request& request);
 
-/** Why a request is refused for its head; nothing when it is fine. */
-std::optional<Refusal> refusalOf(const RequestParser& parser);
+/** Why a server cannot read the request that a head begins; nothing if it can. */
+std::optional<ErrorResponse> headError(const RequestParser& parser, const std::string& methods);
 
-/** Why a request is refused that could not be read; nothing when the connection broke. */
-std::optional<Refusal> refusalOf(const boost::system::error_code& error, const Limits& limits);
+/** The error response to a request that could not be read; nothing if the connection ended. */
+std::optional<ErrorResponse> readError(const boost::system::error_code& error, const Limits& limits);
 
-} // namespace cimom
+} // namespace http
 #endif

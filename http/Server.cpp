@@ -1,14 +1,25 @@
 #include "http/Server.hpp"
 
 #include <algorithm>
-#include <memory>
+#include <boost/asio/basic_socket_acceptor.hpp>
+#include <boost/asio/generic/stream_protocol.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <chrono>
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <utility>
 
-namespace cimom {
+namespace http {
+
+namespace asio = boost::asio;
+using boost::system::error_code;
+
 namespace {
 
-/** Descriptors for all but the connections: standard streams, sockets, the files of the host. */
+/** Descriptors that are not connections: standard streams, sockets, files of the responders. */
 const rlim_t reservedDescriptors = 32;
 
 std::size_t connectionLimit(std::size_t wanted) {
@@ -18,43 +29,118 @@ std::size_t connectionLimit(std::size_t wanted) {
     return static_cast<std::size_t>(std::min<rlim_t>(wanted, possible));
 }
 
-} // namespace
-
-Server::Server(boost::asio::io_context& io, const SessionSettings& settings, Counters& counters,
-               Sessions& sessions)
-    : m_io(io)
-    , m_settings(settings)
-    , m_counters(counters)
-    , m_sessions(sessions)
-    , m_connectionLimit(connectionLimit(settings.limits.connections)) {}
-
-void Server::listen(int socket, int family) {
-    m_listeners.emplace_back(m_io, socket, family,
-                             [this](Session::Socket connection) { serve(std::move(connection)); });
+/** Sets what accept(2) does not set. */
+void prepare(int socket) {
+    // Children of this process must not keep the connection open.
+    ::fcntl(socket, F_SETFD, FD_CLOEXEC);
+    // Sends the pieces of a reply at once; fails on a Unix-domain socket, which has no delay.
+    const int yes = 1;
+    ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
+    // Without it the kernel buffers megabytes for a client that does not read.
+    const int bytes = 2 * ReplyStream::pieceSize;
+    ::setsockopt(socket, SOL_SOCKET, SO_SNDBUF, &bytes, sizeof bytes);
 }
 
-/** Whether a session that has just begun is one of those that are served. */
-bool Server::hasPlaceFor(const Session& session) const {
-    const bool isFree = m_sessions.count() <= m_connectionLimit;
+} // namespace
+
+/** Accepts the connections of one socket. */
+class Server::Listener {
+public:
+    Listener(Server& server, int socket, int family)
+        : m_server(server)
+        , m_acceptor(server.m_io, asio::generic::stream_protocol(family, 0), socket)
+        , m_pause(server.m_io) {
+        m_acceptor.non_blocking(true);
+        accept();
+    }
+
+    void stop() {
+        error_code ignored;
+        m_acceptor.close(ignored);
+        m_pause.cancel();
+    }
+
+private:
+    void accept() {
+        m_acceptor.async_accept([this](const error_code& error, Session::Socket socket) {
+            if (error == asio::error::operation_aborted)
+                return;
+            if (error) {
+                m_server.m_sessions->settings.log("cannot accept a connection: " + error.message());
+                acceptLater();
+                return;
+            }
+            accept(); // before serve(): an exception then ends this connection only
+            serve(std::move(socket));
+            acceptPending();
+        });
+    }
+
+    /** Accepts pending connections as well: the io_context may take long to come back if it serves many. */
+    void acceptPending() {
+        for (int i = 0; i < 64; ++i) {
+            Session::Socket socket(m_acceptor.get_executor());
+            error_code error;
+            m_acceptor.accept(socket, error);
+            if (error) // none is pending; async_accept() reports any other error
+                return;
+            serve(std::move(socket));
+        }
+    }
+
+    void serve(Session::Socket socket) {
+        prepare(socket.native_handle());
+        m_server.serve(std::move(socket));
+    }
+
+    /** Most likely descriptors or memory have run out: an immediate retry would fail again, in a busy loop.
+     */
+    void acceptLater() {
+        m_pause.expires_after(std::chrono::seconds(1));
+        m_pause.async_wait([this](const error_code& error) {
+            if (!error)
+                accept();
+        });
+    }
+
+    Server& m_server;
+    asio::basic_socket_acceptor<asio::generic::stream_protocol> m_acceptor;
+    asio::steady_timer m_pause;
+};
+
+Server::Server(asio::io_context& io, Settings settings)
+    : m_io(io)
+    , m_sessions(std::make_shared<Sessions>(std::move(settings)))
+    , m_connectionLimit(connectionLimit(m_sessions->settings.limits.connections)) {}
+
+Server::~Server() = default;
+
+void Server::listen(int socket, int family) {
+    m_listeners.push_back(std::make_unique<Listener>(*this, socket, family));
+}
+
+/** Whether there is room for a session that has just begun. */
+bool Server::hasRoomFor(const Session& session) const {
+    const bool isBelowLimit = m_sessions->count() <= m_connectionLimit;
     if (!session.isOnNetwork())
-        return isFree;
-    // Whoever can reach a port must not shut out the agents of this host.
-    const std::size_t keptForLocal = (m_connectionLimit + 3) / 4;
-    return isFree && m_sessions.countOnNetwork() + keptForLocal <= m_connectionLimit;
+        return isBelowLimit;
+    // Clients on the network must not shut out the clients of this host.
+    const std::size_t reservedForLocal = (m_connectionLimit + 3) / 4;
+    return isBelowLimit && m_sessions->countOnNetwork() + reservedForLocal <= m_connectionLimit;
 }
 
 void Server::serve(Session::Socket socket) {
-    const auto session = std::make_shared<Session>(std::move(socket), m_settings, m_counters, m_sessions);
-    if (hasPlaceFor(*session))
+    const auto session = std::make_shared<Session>(std::move(socket), m_sessions);
+    if (hasRoomFor(*session))
         session->start();
     else
         session->refuse({503, "Service unavailable", "connection queue full"});
 }
 
 void Server::stop() {
-    for (Listener& listener : m_listeners)
-        listener.stop();
-    m_sessions.finish();
+    for (const std::unique_ptr<Listener>& listener : m_listeners)
+        listener->stop();
+    m_sessions->finish();
 }
 
-} // namespace cimom
+} // namespace http

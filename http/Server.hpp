@@ -1,43 +1,54 @@
 #ifndef HTTP_SERVER_HPP_INCLUDED
 #define HTTP_SERVER_HPP_INCLUDED
-#include "http/Listener.hpp"
 #include "http/Session.hpp"
+#include "http/Sessions.hpp"
 
 #include <boost/asio/io_context.hpp>
 #include <cstddef>
-#include <list>
+#include <memory>
+#include <vector>
 
-namespace cimom {
+namespace http {
 
-/** Serves the connections of some sockets, each in a session of its own, all in one thread. */
+/**
+ * An HTTP/1.0 and HTTP/1.1 server: accepts connections of any number of sockets and serves each in a Session,
+ * all in the thread that runs the io_context. What it answers comes from Settings::makeResponder.
+ */
 class Server {
 public:
-    /**
-     * All must outlive the io_context. A connection beyond the limit of the settings gets status 503 and is
-     * closed.
-     */
-    Server(boost::asio::io_context& io, const SessionSettings& settings, Counters& counters,
-           Sessions& sessions);
+    /** What the settings refer to must outlive the io_context, as must the io_context the server. */
+    Server(boost::asio::io_context& io, Settings settings);
+    ~Server();
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
 
-    /** Accepts connections on a socket that listens, see Listener, while the io_context runs. */
+    /**
+     * Accepts connections while the io_context runs. A connection beyond the limit gets status 503.
+     *
+     * @param socket listens; the server owns it from now on
+     * @param family of the socket: AF_UNIX, AF_INET or AF_INET6
+     */
     void listen(int socket, int family);
     /**
-     * Accepts no more connections and closes those that are open, each when the answer that is under way has
-     * been sent. The io_context has nothing more to do for the server when that is done.
+     * Accepts no more connections, and closes each open connection after the reply to its current request.
+     * After that the io_context has no work of the server.
      */
     void stop();
 
+    const Counters& counters() const { return m_sessions->counters; }
+    std::size_t openConnections() const { return m_sessions->count(); }
+
 private:
-    bool hasPlaceFor(const Session& session) const;
+    class Listener;
+
+    bool hasRoomFor(const Session& session) const;
     void serve(Session::Socket socket);
 
     boost::asio::io_context& m_io;
-    std::list<Listener> m_listeners;
-    const SessionSettings& m_settings;
-    Counters& m_counters;
-    Sessions& m_sessions;
+    std::vector<std::unique_ptr<Listener>> m_listeners;
+    std::shared_ptr<Sessions> m_sessions;
     std::size_t m_connectionLimit;
 };
 
-} // namespace cimom
+} // namespace http
 #endif

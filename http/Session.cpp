@@ -1,43 +1,28 @@
 #include "http/Session.hpp"
 
-#include "OW_CIMException.hpp"
-#include "system/Log.hpp"
-#include "users/FailedLogins.hpp"
-
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/http/read.hpp>
 #include <utility>
 
-namespace cimom {
+namespace http {
 
 namespace asio = boost::asio;
-namespace http = boost::beast::http;
+namespace beast = boost::beast;
 
-namespace {
-
-/** Numbers answers by two digits. */
-std::string numberOf(unsigned long answer) {
-    const std::string digits = std::to_string(answer % 100);
-    return digits.size() < 2 ? "0" + digits : digits;
-}
-
-} // namespace
-
-Session::Session(Socket socket, const SessionSettings& settings, Counters& counters, Sessions& sessions)
-    : m_socket(std::move(socket))
+Session::Session(Socket socket, std::shared_ptr<Sessions> sessions)
+    : m_sessions(std::move(sessions))
+    , m_socket(std::move(socket))
     , m_peer(peerOf(m_socket.native_handle()))
-    , m_settings(settings)
-    , m_counters(counters)
-    , m_sessions(sessions)
+    , m_responder(settings().makeResponder(m_peer))
     , m_timer(m_socket.get_executor())
-    , m_buffer(settings.limits.head + static_cast<std::size_t>(settings.limits.body)) {
-    m_sessions.add(*this);
-    ++m_counters.connections;
+    , m_buffer(settings().limits.head + static_cast<std::size_t>(settings().limits.body)) {
+    m_sessions->add(*this);
+    ++m_sessions->counters.connections;
 }
 
 Session::~Session() {
-    m_sessions.remove(*this);
+    m_sessions->remove(*this);
 }
 
 void Session::start() {
@@ -50,7 +35,7 @@ void Session::awaitRequest() {
         readHead();
         return;
     }
-    limitTime(m_settings.limits.idle);
+    limitTime(settings().limits.idle);
     m_socket.async_wait(Socket::wait_read, [self = shared_from_this()](const Error& error) {
         if (!error && self->m_state == State::idle)
             self->readHead();
@@ -60,27 +45,30 @@ void Session::awaitRequest() {
 void Session::readHead() {
     m_state = State::reading;
     m_parser.emplace();
-    m_parser->header_limit(m_settings.limits.head);
-    m_parser->body_limit(m_settings.limits.body);
-    limitTime(m_settings.limits.request);
-    http::async_read_header(m_socket, m_buffer, *m_parser, whenRead(&Session::readBody));
+    m_parser->header_limit(settings().limits.head);
+    m_parser->body_limit(settings().limits.body);
+    limitTime(settings().limits.request);
+    beast::http::async_read_header(m_socket, m_buffer, *m_parser, whenRead(&Session::readBody));
 }
 
 void Session::readBody(std::size_t headSize) {
-    m_isUnderstood = true;
-    if (headSize > m_settings.limits.head) { // to which the parser allows its first line besides
-        onReadError(http::error::header_limit);
+    m_isHeadRead = true;
+    if (headSize > settings().limits.head) { // the parser does not count the first line
+        onReadError(beast::http::error::header_limit);
         return;
     }
-    if (const std::optional<Refusal> refusal = refusalOf(*m_parser)) {
-        refuse(*refusal);
+    std::optional<ErrorResponse> error = headError(*m_parser, settings().methods);
+    if (!error)
+        error = m_responder->check(m_parser->get());
+    if (error) {
+        refuse(*error);
         return;
     }
-    m_request = requestHead(*m_parser);
-    http::async_read(m_socket, m_buffer, *m_parser, whenRead(&Session::answer));
+    m_form = replyForm(m_parser->get());
+    beast::http::async_read(m_socket, m_buffer, *m_parser, whenRead(&Session::authorize));
 }
 
-/** What follows a read: the next step, which gets the number of bytes that the parser has taken. */
+/** The callback of a read: calls the next step with the number of bytes that the parser has consumed. */
 std::function<void(const Session::Error&, std::size_t)>
 Session::whenRead(void (Session::*next)(std::size_t size)) {
     return [self = shared_from_this(), next](const Error& error, std::size_t size) {
@@ -93,100 +81,47 @@ Session::whenRead(void (Session::*next)(std::size_t size)) {
     };
 }
 
-void Session::onReadError(const Error& error) {
-    if (const std::optional<Refusal> refusal = refusalOf(error, m_settings.limits))
-        refuse(*refusal);
+void Session::onReadError(const Error& code) {
+    if (const std::optional<ErrorResponse> error = readError(code, settings().limits))
+        refuse(*error);
     else
         close();
 }
 
-void Session::answer(std::size_t) {
-    if (m_parser->get().body().empty())
-        refuse({400, "Bad request", "The request has no body"});
-    else if (m_peer.isOnNetwork && m_settings.logIn)
-        logIn();
-    else
-        carryOut(m_peer.access);
+void Session::authorize(std::size_t) {
+    m_state = State::authorizing;
+    limitTime(settings().limits.request);
+    m_responder->authorize(m_parser->get(),
+                           [self = shared_from_this()](const std::optional<ErrorResponse>& error) {
+                               if (self->m_state != State::authorizing)
+                                   return;
+                               if (error)
+                                   self->refuse(*error);
+                               else
+                                   self->answer();
+                           });
 }
 
-void Session::logIn() {
-    const std::optional<Credentials> given = basicCredentials(m_request.authorization);
-    if (!given && m_settings.requiresLogin) {
-        refuseLogin("log in to read");
-        return;
-    }
-    if (!given) {
-        carryOut(m_peer.access);
-        return;
-    }
-    if (isLoggedIn()) {
-        carryOut(m_acceptedAccess);
-        return;
-    }
-    m_state = State::checking;
-    m_checking = m_request.authorization;
-    limitTime(m_settings.limits.request);
-    m_settings.logIn(m_peer.address, *given,
-                     [self = shared_from_this()](Verdict verdict) { self->onChecked(verdict); });
-}
-
-void Session::onChecked(Verdict verdict) {
-    if (m_state != State::checking)
-        return;
-    if (verdict == Verdict::wrong) {
-        refuseLogin("wrong name or password");
-    } else if (verdict == Verdict::tooOften) {
-        const std::string seconds = std::to_string(FailedLogins::period.count());
-        refuse({429, "Too many requests", "too many logins have failed", "Retry-After", seconds});
-    } else if (verdict == Verdict::unchecked) {
-        refuse({503, "Service unavailable", "the password could not be checked"});
-    } else {
-        m_accepted = std::exchange(m_checking, std::string());
-        m_acceptedAccess = verdict == Verdict::mayWrite ? Access::write : Access::read;
-        carryOut(m_acceptedAccess);
-    }
-}
-
-void Session::forgetLogin() {
-    m_checking.clear();
-    m_accepted.clear();
-}
-
-void Session::refuseLogin(const char* why) {
-    refuse({401, "Unauthorized", why, "WWW-Authenticate", "Basic realm=\"owbcimomd\""});
-}
-
-void Session::carryOut(Access access) {
+void Session::answer() {
     m_state = State::answering;
-    const Handler& handler = m_request.protocol == Protocol::binary ? m_settings.binary : m_settings.xml;
-    try {
-        OperationReply reply = handler.handle(m_parser->get().body(), access, m_request.announced);
-        m_parser.reset();
-        const bool isDenied = reply.error && reply.error->code == OpenWBEM::CIMException::ACCESS_DENIED;
-        if (isDenied && m_peer.isOnNetwork && m_settings.logIn && !isLoggedIn()) {
-            refuseLogin("log in to write");
-            return;
-        }
-        m_title = reply.title;
-        m_reply.emplace(std::move(reply), m_request, handler.contentType(), numberOf(++m_counters.requests));
-    } catch (const AnswerPending& answer) {
-        carryOutLater(answer, access);
-        return;
-    } catch (const UnreadableRequest& e) {
-        refuse({e.status(), e.reason(), std::string("CIMError: ") + e.what(), "CIMError", e.what()});
-        return;
-    }
-    sendNext();
+    // No time limit. A wait of the timer that is already due sees the new expiry.
+    m_timer.expires_at(std::chrono::steady_clock::time_point::max());
+    m_responder->answer(m_parser->get(), [self = shared_from_this()](Answer answer) {
+        if (self->m_state == State::answering)
+            self->onAnswer(std::move(answer));
+    });
 }
 
-void Session::carryOutLater(const AnswerPending& answer, Access access) {
-    m_state = State::waiting;
-    // The child that works out the answer has a time limit. A timer that is due already sees the new expiry.
-    m_timer.expires_at(std::chrono::steady_clock::time_point::max());
-    answer.wait([self = shared_from_this(), access] {
-        if (self->m_state == State::waiting)
-            self->carryOut(access);
-    });
+void Session::onAnswer(Answer answer) {
+    m_parser.reset();
+    if (const auto* const error = std::get_if<ErrorResponse>(&answer)) {
+        refuse(*error);
+        return;
+    }
+    m_state = State::sending;
+    ++m_sessions->counters.requests;
+    m_reply.emplace(std::move(std::get<std::unique_ptr<Reply>>(answer)), m_form, settings().name);
+    sendNext();
 }
 
 void Session::sendNext() {
@@ -201,36 +136,36 @@ void Session::sendNext() {
 }
 
 void Session::logOutcome() {
-    const std::optional<OperationError>& error = m_reply->error();
-    m_counters.failed += error ? 1 : 0;
-    if (error || m_settings.isVerbose)
-        log(m_peer.name + ": " + m_title +
-            (error ? ": " + std::to_string(error->code) + " " + error->description : std::string()));
+    const std::optional<std::string> failure = m_reply->reply().failure();
+    m_sessions->counters.failed += failure ? 1 : 0;
+    if (failure || settings().isVerbose)
+        settings().log(m_peer.name + ": " + m_reply->reply().title() +
+                       (failure ? ": " + *failure : std::string()));
 }
 
 void Session::onSent() {
     m_reply.reset();
-    if (m_request.keepsAlive)
+    if (m_form.keepsAlive)
         awaitRequest();
     else
         close();
 }
 
-void Session::refuse(const Refusal& refusal) {
-    ++m_counters.refused;
-    log(m_peer.name + ": refused: " + std::to_string(refusal.status) + " " + refusal.reason + ": " +
-        refusal.detail);
-    sendRefusal(refusal);
+void Session::refuse(const ErrorResponse& error) {
+    ++m_sessions->counters.refused;
+    settings().log(m_peer.name + ": refused: " + std::to_string(error.status) + " " + error.reason + ": " +
+                   error.detail);
+    sendError(error);
 }
 
-void Session::sendRefusal(const Refusal& refusal) {
+void Session::sendError(const ErrorResponse& error) {
     m_state = State::refusing;
-    send(refusalHead(refusal, m_isUnderstood), &Session::close);
+    send(bytesOf(error, m_isHeadRead, settings().name), &Session::close);
 }
 
 void Session::send(std::string bytes, void (Session::*next)()) {
     m_sent = std::move(bytes);
-    limitTime(m_settings.limits.request);
+    limitTime(settings().limits.request);
     asio::async_write(m_socket, asio::buffer(m_sent),
                       [self = shared_from_this(), next](const Error& error, std::size_t) {
                           self->m_sent = std::string();
@@ -243,11 +178,10 @@ void Session::send(std::string bytes, void (Session::*next)()) {
 
 void Session::limitTime(std::chrono::milliseconds time) {
     m_timer.expires_after(time);
-    // Pending I/O owns the session; the timer holds a weak reference, so that a session which an exception
-    // has ended goes at once.
+    // The timer holds a weak reference: a session that an exception ends is destroyed at once.
     m_timer.async_wait([weak = weak_from_this()](const Error& error) {
         const std::shared_ptr<Session> self = weak.lock();
-        // The timer may have been set anew after this call of it was due.
+        // A wait that was due when the timer was set again gets no error.
         if (!error && self && self->m_timer.expiry() <= std::chrono::steady_clock::now())
             self->onTimeout();
     });
@@ -255,19 +189,19 @@ void Session::limitTime(std::chrono::milliseconds time) {
 
 void Session::onTimeout() {
     Error ignored;
-    const Refusal refusal{408, "Request timeout", "Timeout waiting for request."};
+    const ErrorResponse timeout{408, "Request timeout", "Timeout waiting for request."};
     switch (m_state) {
-    case State::idle: // which is no failure
+    case State::idle: // not logged: it is no failure
         m_socket.cancel(ignored);
-        sendRefusal(refusal);
+        sendError(timeout);
         break;
     case State::reading:
-    case State::checking:
+    case State::authorizing:
         m_socket.cancel(ignored);
-        refuse(refusal);
+        refuse(timeout);
         break;
-    case State::waiting: // which has no time limit of its own
-    case State::answering:
+    case State::answering: // has no time limit
+    case State::sending:
     case State::refusing:
     case State::closed:
         close();
@@ -278,7 +212,7 @@ void Session::finish() {
     if (m_state == State::idle || m_state == State::reading)
         close();
     else
-        m_request.keepsAlive = false;
+        m_form.keepsAlive = false;
 }
 
 void Session::close() {
@@ -289,4 +223,4 @@ void Session::close() {
     m_socket.close(ignored);
 }
 
-} // namespace cimom
+} // namespace http

@@ -5,23 +5,18 @@
 #include <algorithm>
 #include <vector>
 
-namespace cimom {
+namespace http {
 
 std::size_t Sessions::countOnNetwork() const {
-    const auto count =
-        std::count_if(m_all.begin(), m_all.end(), [](const Session* each) { return each->isOnNetwork(); });
-    return static_cast<std::size_t>(count);
-}
-
-void Sessions::forgetLogins() {
-    for (Session* const session : m_all)
-        session->forgetLogin();
+    const auto isOnNetwork = [](const Session* session) { return session->isOnNetwork(); };
+    return static_cast<std::size_t>(std::count_if(m_open.begin(), m_open.end(), isOnNetwork));
 }
 
 void Sessions::finish() {
-    const std::vector<Session*> open(m_all.begin(), m_all.end()); // some of them end at once
+    const std::vector<Session*> open(m_open.begin(),
+                                     m_open.end()); // a session may end at once, and leave m_open
     for (Session* const session : open)
         session->finish();
 }
 
-} // namespace cimom
+} // namespace http

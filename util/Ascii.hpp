@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
-/** Character classes and comparison in ASCII. Independent of the process locale, unlike <cctype> and strcasecmp(3). */
+/** Character classes and comparison in ASCII. Independent of the process locale, unlike <cctype> and
+ * strcasecmp(3). */
 namespace ascii {
 
 /** Space, tab, line feed, carriage return: white space of XML 1.0 and of HTTP header lines. */
@@ -18,6 +19,10 @@ constexpr bool isDigit(char c) {
 /** A byte below 0x20, or DEL. */
 constexpr bool isControl(char c) {
     return static_cast<unsigned char>(c) < ' ' || c == '\x7f';
+}
+
+inline bool holdsControls(std::string_view text) {
+    return std::any_of(text.begin(), text.end(), isControl);
 }
 
 constexpr char toLower(char c) {

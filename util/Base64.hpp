@@ -24,8 +24,8 @@ inline std::string base64Encoded(std::string_view bytes) {
 }
 
 /**
- * The bytes that a text encodes. Padding may be missing; bits behind the last whole byte are ignored. Nothing if the text
- * holds another character or has a length that no encoder produces.
+ * The bytes that a text encodes. Padding may be missing; bits behind the last whole byte are ignored. Nothing
+ * if the text holds another character or has a length that no encoder produces.
  */
 inline std::optional<std::string> base64Decoded(std::string_view text) {
     const std::size_t padding = text.size() - (text.find_last_not_of('=') + 1);

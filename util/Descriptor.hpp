@@ -1,11 +1,14 @@
 #ifndef UTIL_DESCRIPTOR_HPP_INCLUDED
 #define UTIL_DESCRIPTOR_HPP_INCLUDED
+#include <cerrno>
+#include <string>
 #include <unistd.h>
 #include <utility>
 
 namespace util {
 
-/** Owns a file descriptor and closes it at the end of its scope. errno survives the destructor only if close(2) succeeds. */
+/** Owns a file descriptor and closes it at the end of its scope. errno survives the destructor only if
+ * close(2) succeeds. */
 class Descriptor {
 public:
     /** @param number result of a call like open(2); negative: owns nothing */
@@ -26,6 +29,20 @@ public:
 private:
     int m_number;
 };
+
+/** Appends the rest of a file to a text. False, with errno set, if reading fails. */
+inline bool readAll(const Descriptor& file, std::string& content) {
+    char buffer[16384];
+    for (;;) {
+        const ssize_t size = ::read(file.number(), buffer, sizeof buffer);
+        if (size == 0)
+            return true;
+        if (size > 0)
+            content.append(buffer, static_cast<std::size_t>(size));
+        else if (errno != EINTR)
+            return false;
+    }
+}
 
 } // namespace util
 #endif

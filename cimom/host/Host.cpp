@@ -1,6 +1,6 @@
 #include "host/Host.hpp"
 
-#include "system/Descriptor.hpp"
+#include "util/Descriptor.hpp"
 
 #include <cerrno>
 #include <climits>
@@ -44,7 +44,7 @@ Host::Host(std::string root)
 
 std::optional<std::string> Host::readFile(const std::string& path) const {
     // A pipe in the place of a file must not hold the object manager up.
-    const Descriptor file(::open(realPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const util::Descriptor file(::open(realPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (file.number() < 0)
         return absent(path);
     std::string content;

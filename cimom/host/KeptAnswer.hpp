@@ -1,8 +1,7 @@
 #ifndef CIMOM_HOST_KEPT_ANSWER_HPP_INCLUDED
 #define CIMOM_HOST_KEPT_ANSWER_HPP_INCLUDED
 #include "host/Host.hpp"
-#include "system/AnswerPending.hpp"
-#include "system/AnsweringChild.hpp"
+#include "system/ChildAnswer.hpp"
 
 #include <boost/asio/io_context.hpp>
 #include <chrono>

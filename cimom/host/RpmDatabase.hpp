@@ -3,7 +3,7 @@
 #include "host/Host.hpp"
 #include "host/SoftwarePackage.hpp"
 
-#include "system/AnsweringChild.hpp"
+#include "system/ChildAnswer.hpp"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "passwd/NewPassword.hpp"
 
-#include "system/Text.hpp"
 #include "users/PasswordHash.hpp"
+#include "util/Ascii.hpp"
 
 #include <cerrno>
 #include <csignal>
@@ -23,10 +23,10 @@ void noteSignal(int number) {
     endedBy = number;
 }
 
-/** Has signals arrive only in waitForInput() for a scope, end that, and then do what they would have done. */
-class SignalsNoted {
+/** For a scope: signals interrupt only waitForInput(), and have their effect at the end of the scope. */
+class DeferredSignals {
 public:
-    SignalsNoted() {
+    DeferredSignals() {
         struct sigaction note {};
         note.sa_handler = noteSignal;
         sigset_t held;
@@ -37,22 +37,21 @@ public:
         for (std::size_t i = 0; i < count; ++i)
             ::sigaction(numbers[i], &note, &m_before[i]);
     }
-    ~SignalsNoted() {
+    ~DeferredSignals() {
         for (std::size_t i = 0; i < count; ++i)
             ::sigaction(numbers[i], &m_before[i], nullptr);
         if (endedBy != 0)
             std::raise(endedBy);
         ::sigprocmask(SIG_SETMASK, &m_maskBefore, nullptr);
     }
-    /** Waits for a byte or the end of standard input. Throws std::system_error when a signal comes instead.
-     */
+    /** Waits for a byte or the end of standard input. Throws std::system_error if a signal interrupts it. */
     void waitForInput() const {
         pollfd input{STDIN_FILENO, POLLIN, 0};
         if (::ppoll(&input, 1, nullptr, &m_maskBefore) < 0)
             throw std::system_error(errno, std::generic_category(), "standard input");
     }
-    SignalsNoted(const SignalsNoted&) = delete;
-    SignalsNoted& operator=(const SignalsNoted&) = delete;
+    DeferredSignals(const DeferredSignals&) = delete;
+    DeferredSignals& operator=(const DeferredSignals&) = delete;
 
 private:
     static constexpr std::size_t count = 4;
@@ -61,7 +60,7 @@ private:
     sigset_t m_maskBefore;
 };
 
-/** Does not show what is typed for a scope. */
+/** Turns the echo of the terminal off for a scope. */
 class EchoOff {
 public:
     EchoOff() {
@@ -80,7 +79,7 @@ private:
     termios m_before;
 };
 
-/** A line of standard input without its end; its bytes one by one, so that nothing behind it is taken. */
+/** Reads a line of standard input, byte by byte: what follows it stays unread. */
 std::string readLine() {
     std::string line;
     for (char c = '\0';;) {
@@ -92,24 +91,24 @@ std::string readLine() {
         if (size == 0 || c == '\n')
             return line;
         line += c;
-        if (line.size() > longestPassword)
-            throw std::runtime_error("password: longer than " + std::to_string(longestPassword) + " bytes");
+        if (line.size() > maximumPassword)
+            throw std::runtime_error("password: longer than " + std::to_string(maximumPassword) + " bytes");
     }
 }
 
-// A terminal hands out whole lines, so it is enough to wait once.
-std::string ask(const char* prompt, const SignalsNoted& signals) {
+/** Asks for a line. A terminal delivers whole lines, so one wait is enough. */
+std::string ask(const char* prompt, const DeferredSignals& signals) {
     std::cerr << prompt << std::flush;
     signals.waitForInput();
     return readLine();
 }
 
 std::string askTwice() {
-    const SignalsNoted signals;
+    const DeferredSignals signals;
     const EchoOff hidden;
     const std::string password = ask("New password: ", signals);
-    if (ask("Once more: ", signals) != password)
-        throw std::runtime_error("password: the two differ");
+    if (ask("Retype new password: ", signals) != password)
+        throw std::runtime_error("passwords do not match");
     return password;
 }
 
@@ -119,8 +118,8 @@ std::string newPassword() {
     const std::string password = ::isatty(terminal) != 0 ? askTwice() : readLine();
     if (password.empty())
         throw std::runtime_error("password: empty");
-    if (holdsControls(password))
-        throw std::runtime_error("password: holds a control character");
+    if (ascii::holdsControls(password))
+        throw std::runtime_error("password: contains a control character");
     return password;
 }
 

@@ -5,11 +5,12 @@
 namespace cimom {
 
 /**
- * Asks for a new password: twice on the terminal that is standard input, without showing it, else one line
- * of standard input. A signal that ends the program meanwhile leaves the terminal as it was.
+ * Reads a new password. If standard input is a terminal, asks for it twice, without echo; a signal that ends
+ * the program restores the echo. Else reads one line of standard input.
  *
- * Throws std::runtime_error when the two differ, when the password is empty, too long for longestPassword
- * or holds a control character, which no client could send (RFC 7617), and when there is no input.
+ * Throws std::runtime_error if the two passwords do not match, if the password is empty, longer than
+ * maximumPassword or contains a control character, which no client can send (RFC 7617), and if there is no
+ * input.
  */
 std::string newPassword();
 

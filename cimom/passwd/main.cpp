@@ -26,12 +26,12 @@ struct Options {
 void remove(const Options& options) {
     cimom::changeUsers(options.file, [&options](Users& users) {
         if (!users.remove(options.user))
-            throw std::runtime_error(options.file + ": there is no user \"" + options.user + "\"");
+            throw std::runtime_error(options.file + ": no such user: \"" + options.user + "\"");
     });
 }
 
 void set(const Options& options) {
-    // A name that cannot be is told before the password is asked for.
+    // Throws for an invalid name before the program asks for the password.
     Users().set(options.user, std::string());
     const HashMethod method = options.method == "sha512" ? HashMethod::sha512 : HashMethod::yescrypt;
     const std::string hash = cimom::hashOf(cimom::newPassword(), method);
@@ -43,7 +43,7 @@ void set(const Options& options) {
 }
 
 void define(CLI::App& app, Options& options) {
-    app.add_option("FILE", options.file, "File of the users; made when there is none")->required();
+    app.add_option("FILE", options.file, "File of the users; created if missing")->required();
     app.add_option("USER", options.user, "Name of the user")->required();
     auto* const remove = app.add_flag("--delete", options.remove, "Delete the user");
     app.add_flag("--read-only", options.isReadOnly, "Let the user read, but not write")->excludes(remove);
@@ -56,12 +56,12 @@ void define(CLI::App& app, Options& options) {
 
 } // namespace
 
-// NOLINTNEXTLINE(bugprone-exception-escape): nothing but a lack of memory can be thrown outside the try block
+// NOLINTNEXTLINE(bugprone-exception-escape): outside the try block only std::bad_alloc can be thrown
 int main(int argc, char** argv) {
     Options options;
     CLI::App app(
-        "Sets the password of a user who may log in to owbcimomd. It is asked for on the terminal, or "
-        "is a line of standard input.",
+        "Sets the password of a user who may log in to owbcimomd. Asks for it on the terminal, or reads "
+        "a line of standard input.",
         "owbcimom-passwd");
     define(app, options);
     try {

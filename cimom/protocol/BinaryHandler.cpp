@@ -270,7 +270,7 @@ void Call::fail(const std::exception& e, binary::Result result) {
     m_reply.error = operationError(e);
     if (result == binary::Result::exception)
         out.u16(static_cast<UInt16>(m_reply.error->code));
-    out.string(shortened(e.what(), longestDescription).c_str());
+    out.string(shortened(e.what(), maximumDescription).c_str());
     m_reply.body = out.release();
     m_reply.more = nullptr;
 }

@@ -12,10 +12,10 @@
 
 namespace cimom {
 
-/** Bytes of the text that tells a client why an operation failed. */
-inline constexpr std::size_t longestDescription = 1024;
+/** Maximum number of bytes of the description of an error. */
+inline constexpr std::size_t maximumDescription = 1024;
 
-/** Why an operation failed, for a client that is told so beside the body of the reply. */
+/** Why an operation failed. */
 struct OperationError {
     /** Status code of DSP0200. */
     unsigned code;
@@ -23,18 +23,16 @@ struct OperationError {
 };
 
 /**
- * What an exception means for the operation that it ends: its code when it is a CIMException, else FAILED.
- * The description may quote what the client asked; it is cut to longestDescription bytes, at a whole
- * character.
+ * The error of an operation that an exception ends: the code of a CIMException, else FAILED. The description
+ * may quote the request; it is cut after maximumDescription bytes, at the end of a character.
  */
 OperationError operationError(const std::exception& e);
 
 /** The outcome of an operation. */
 struct OperationReply {
-    /** What was asked, for the log: the operation and the class. */
+    /** The operation and the class, for the log. */
     std::string title;
-    /** The beginning of the body; of a failed operation the error in the form that stands in for the result.
-     */
+    /** The beginning of the body. If the operation failed, the error. */
     std::string body;
     /**
      * Appends the next piece of the body, and tells whether there may be more after it; null when `body` is
@@ -46,7 +44,7 @@ struct OperationReply {
     std::optional<OperationError> error;
 };
 
-/** A request that says no operation: an error of HTTP. */
+/** Thrown for a request that names no operation: an error of HTTP. */
 class UnreadableRequest : public std::runtime_error {
 public:
     /** @param cimError value of the header CIMError, DSP0200 */
@@ -63,12 +61,11 @@ private:
     const char* m_reason;
 };
 
-/** What the head of a request says about its body (DSP0200, CIM extension headers), without escapes; absent
- * what it does not say. */
+/** What the head of a request says about its body (DSP0200, CIM extension headers), percent-decoded. */
 struct Announcement {
     /** CIMMethod: name of the operation. */
     std::optional<std::string> method;
-    /** CIMObject: the namespace, and for a method of a class what it belongs to, with a colon before it. */
+    /** CIMObject: the namespace; for a method of a class a colon and the object follow. */
     std::optional<std::string> object;
 };
 
@@ -80,12 +77,12 @@ public:
     /** Content-Type of the replies. */
     virtual const char* contentType() const = 0;
     /**
-     * Throws UnreadableRequest, and AnswerPending before anything is done; what else goes wrong is in the
-     * reply.
+     * Carries out a request. Throws UnreadableRequest, and AnswerPending before the operation has any effect;
+     * the reply reports all other errors.
      *
      * @param request the body of the request
      * @param access what the client may do
-     * @param announced what the body of a request in CIM-XML must not contradict
+     * @param announced a body in CIM-XML that contradicts it is unreadable
      */
     virtual OperationReply handle(std::string_view request, Access access,
                                   const Announcement& announced = Announcement()) const = 0;

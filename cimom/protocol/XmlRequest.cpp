@@ -53,7 +53,7 @@ public:
         require(m_request.isExtrinsic || call == "IMETHODCALL");
         m_request.operation = m_in.attribute("NAME");
         readCall();
-        // A write must not be carried out when the end of its request has not come.
+        // Reads to the end: an incomplete request must not be carried out.
         while (m_in.next() != Tag::none) {
         }
     }
@@ -63,7 +63,7 @@ private:
         if (!isSo)
             refuse("request-not-loosely-valid");
     }
-    /** Passes to the next tag, which must start an element, and gives its name. */
+    /** Reads the next tag, which must start an element. Returns its name. */
     std::string_view next() {
         require(m_in.next() == Tag::start);
         return m_in.name();
@@ -107,8 +107,7 @@ private:
         m_request.arguments.push_back(std::move(argument));
     }
 
-    /** VALUE.NAMEDINSTANCE. The class that the name of the instance says need not be the one of the instance.
-     */
+    /** Reads VALUE.NAMEDINSTANCE. Path and instance may name different classes. */
     void readNamedInstance(XmlArgument& argument) {
         while (m_in.next() == Tag::start) {
             if (m_in.name() == "INSTANCENAME")

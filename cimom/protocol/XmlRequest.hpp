@@ -12,8 +12,7 @@
 
 namespace cimom {
 
-/** An argument of an operation: its name, and what its element gives a value to; of a VALUE.NAMEDINSTANCE
- * path and instance, else one of them. */
+/** An argument of an operation: its name and one value; VALUE.NAMEDINSTANCE has a path and an instance. */
 struct XmlArgument {
     std::string name;
     std::optional<std::string> text;                   // VALUE
@@ -25,25 +24,25 @@ struct XmlArgument {
 
 /** A request in CIM-XML for one operation (DSP0200, SIMPLEREQ). */
 struct XmlRequest {
-    /** Number of the message, which the reply repeats. */
+    /** Identifier of the message; the reply repeats it. */
     std::string messageId;
     /** Name of the operation as the client writes it. */
     std::string operation;
     /** The operation is a method of a class (METHODCALL), not one of DSP0200. */
     bool isExtrinsic = false;
-    /** Its names parted by slashes. */
+    /** Names separated by slashes. */
     std::string nameSpace;
     std::vector<XmlArgument> arguments;
 
-    /** The argument of a name in any case of its letters; null when it is not given. */
+    /** The argument with a name, compared without case; null if the request has none. */
     const XmlArgument* find(std::string_view name) const;
 };
 
 /**
- * Reads a document whole. Throws UnreadableRequest for one that is not well-formed or no request for a single
- * operation, and CIMException INVALID_PARAMETER for an object in it whose value is none.
+ * Reads a whole document. Throws UnreadableRequest if it is not well-formed or not a request for a single
+ * operation, and CIMException INVALID_PARAMETER if a value in it is invalid.
  *
- * @param request what has been read, also when it throws CIMException
+ * @param request gets what has been read, also if this throws CIMException
  */
 void readXmlRequest(std::string_view document, XmlRequest& request);
 

@@ -15,7 +15,7 @@ bool isForbidden(char32_t code) {
     return isControl || isMalformed || code == 0xFFFE || code == 0xFFFF;
 }
 
-/** Whether a byte needs no look at what is around it. */
+/** Whether a byte is a character that is always allowed. */
 bool isPlain(char c) {
     return c >= ' ' && c <= '\x7E';
 }

@@ -6,11 +6,11 @@
 namespace cimom {
 
 /**
- * Replaces what no XML document may hold (XML 1.0, Char), in a document in UTF-8: control characters but tab
- * and line ends become U+FFFD, and so does each byte that is no part of a character. The arguments of a
- * process, for one, may be any bytes, and must not make the reply about all others unreadable.
+ * Replaces by U+FFFD what an XML document may not contain (XML 1.0, Char): control characters except tab and
+ * line ends, and each byte that is not part of a character in UTF-8. The arguments of a process, for example,
+ * may be any bytes, and must not make the whole reply unreadable.
  *
- * @param from where to begin; what stands before is left alone
+ * @param from index of the first byte to look at
  */
 void replaceForbidden(std::string& document, std::size_t from);
 

@@ -1,9 +1,10 @@
+#include "OW_CIMDateTime.hpp"
+#include "OW_DateTime.hpp"
 #include "host/Disks.hpp"
 #include "host/FileSystems.hpp"
 #include "host/Residence.hpp"
 #include "objects/InstanceBuilder.hpp"
 #include "providers/Providers.hpp"
-#include "system/LocalTime.hpp"
 
 #include <algorithm>
 #include <cstring>
@@ -25,7 +26,7 @@ std::optional<CIMDateTime> bootTime(const Host& host) {
         if (fields.size() < 2 || fields[0] != "btime")
             continue;
         const std::optional<std::time_t> seconds = number<std::time_t>(fields[1]);
-        return seconds ? std::optional<CIMDateTime>(localTime({*seconds, 0})) : std::nullopt;
+        return seconds ? std::optional<CIMDateTime>(DateTime(*seconds)) : std::nullopt;
     }
     return std::nullopt;
 }
@@ -33,7 +34,7 @@ std::optional<CIMDateTime> bootTime(const Host& host) {
 CIMDateTime now() {
     std::timespec moment{};
     ::clock_gettime(CLOCK_REALTIME, &moment);
-    return localTime(moment);
+    return DateTime(moment.tv_sec, static_cast<UInt32>(moment.tv_nsec / 1000));
 }
 
 /** Number of login sessions in utmp(5). */

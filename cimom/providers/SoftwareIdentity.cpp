@@ -1,7 +1,8 @@
+#include "OW_CIMDateTime.hpp"
+#include "OW_DateTime.hpp"
 #include "host/SoftwareInventory.hpp"
 #include "objects/InstanceBuilder.hpp"
 #include "providers/Providers.hpp"
-#include "system/LocalTime.hpp"
 
 namespace cimom {
 
@@ -45,8 +46,11 @@ private:
         instance.set("InstanceID", CIMValue(package.id.c_str()))
             .set("Name", CIMValue((package.name + "-" + package.version).c_str()))
             .set("Classifications", classifications(package.kind));
-        if (package.installed)
-            instance.set("InstalledDate", CIMValue(localTime(*package.installed)));
+        if (package.installed) {
+            const auto microseconds = static_cast<UInt32>(package.installed->tv_nsec / 1000);
+            instance.set("InstalledDate",
+                         CIMValue(CIMDateTime(DateTime(package.installed->tv_sec, microseconds))));
+        }
         return instance.build();
     }
 

@@ -1,6 +1,7 @@
+#include "OW_CIMDateTime.hpp"
+#include "OW_DateTime.hpp"
 #include "objects/InstanceBuilder.hpp"
 #include "providers/Providers.hpp"
-#include "system/LocalTime.hpp"
 
 #include <tuple>
 
@@ -77,7 +78,9 @@ std::optional<CIMDateTime> lastChange(const Host& host) {
         if (time && (!latest || isEarlier(*latest, *time)))
             latest = time;
     }
-    return latest ? std::optional<CIMDateTime>(localTime(*latest)) : std::nullopt;
+    if (!latest)
+        return std::nullopt;
+    return CIMDateTime(DateTime(latest->tv_sec, static_cast<UInt32>(latest->tv_nsec / 1000)));
 }
 
 /** One instance: the host as a system. */

@@ -11,7 +11,7 @@ namespace {
 
 using json::Value;
 
-// Goes up when a file of the new version would be misread by the old program.
+// To be increased if an old program would misread a new file.
 const int formatVersion = 1;
 
 const Value& checked(const Value& value, Value::Kind kind, const char* what) {
@@ -40,7 +40,7 @@ std::map<std::string, SiteValues::Values> instances(const Value& object) {
     return result;
 }
 
-/** Whatever is not known would be lost when the file is written the next time, so it is an error. */
+/** An unknown member is an error: the next write of the file would lose it. */
 std::map<std::string, SiteValues::Values> read(const std::string& document) {
     const Value root = json::parse(document);
     checked(root, Value::Kind::object, "an object with \"format_version\" and \"instances\"");
@@ -54,11 +54,11 @@ std::map<std::string, SiteValues::Values> read(const std::string& document) {
         } else if (name == "instances") {
             result = instances(value);
         } else {
-            throw json::Error(value.line, "\"" + name + "\" is not known");
+            throw json::Error(value.line, "unknown member \"" + name + "\"");
         }
     }
     if (!hasVersion)
-        throw json::Error(root.line, "there is no \"format_version\"");
+        throw json::Error(root.line, "no \"format_version\"");
     return result;
 }
 

@@ -10,32 +10,32 @@
 namespace cimom {
 
 /**
- * What the site has written: the values of properties of instances, each instance named by class and keys as
- * in `Class.Key="value",Key2="value2"`. They are kept whether the instance is there at the moment or not.
+ * The values that clients have written to properties of instances. Class and keys name an instance, as in
+ * `Class.Key="value",Key2="value2"`. The values are kept while the instance does not exist, too.
  */
 class SiteValues {
 public:
-    /** Values by property, in UTF-8; none for a property that was written as null. */
+    /** Values by property, in UTF-8; nothing for a property that was set to null. */
     using Values = std::map<std::string, std::optional<std::string>>;
 
-    /** Keeps the values in memory alone. */
+    /** Keeps the values in memory only. */
     SiteValues() = default;
     /**
-     * Keeps the values in a file, a JSON document, beginning with what it holds. Throws std::runtime_error
-     * that says `<path>:<line>: <why>` when the file is not what was written here.
+     * Keeps the values in a file, a JSON document, and reads those that it has. Throws std::runtime_error
+     * `<path>:<line>: <why>` if the file has another form.
      */
     explicit SiteValues(std::unique_ptr<StateFile> file);
 
-    /** What was written to an instance; null when nothing was. Valid until the next write. */
+    /** The values of an instance; null if it has none. Valid until the next write. */
     const Values* find(const std::string& instance) const;
     /**
-     * Adds or replaces values of an instance. When this returns, the file holds them. Throws what
-     * StateFile::replace() throws; the values here are then the old ones.
+     * Adds or replaces values of an instance. When this returns, they are on the disk. Throws what
+     * StateFile::replace() throws; the values in memory are then the old ones.
      */
     void write(const std::string& instance, const Values& changes);
 
 private:
-    std::unique_ptr<StateFile> m_file; // null: memory alone
+    std::unique_ptr<StateFile> m_file; // null: memory only
     std::map<std::string, Values> m_values;
 };
 

@@ -1,6 +1,6 @@
 #ifndef CIMOM_STATE_STATE_FILE_HPP_INCLUDED
 #define CIMOM_STATE_STATE_FILE_HPP_INCLUDED
-#include "system/LockFile.hpp"
+#include "util/LockFile.hpp"
 
 #include <optional>
 #include <string>
@@ -8,32 +8,40 @@
 namespace cimom {
 
 /**
- * A file whose content is replaced as a whole: whatever happens to the process or the machine, it holds what
- * was written last or what was written before that. Belongs to one process at a time, by the lock file
- * `<path>.lock`.
+ * The default path of the state file: /var/lib/owb/state.json for root, owb/state.json in the state directory
+ * of any other user (XDG Base Directory Specification). Empty for a user without a home directory.
+ */
+std::string defaultStatePath();
+
+/**
+ * A file whose content is replaced as a whole: if the process or the machine fails, it holds the content
+ * written last or the one before. The lock file `<path>.lock` reserves it for one process.
  */
 class StateFile {
 public:
     /**
-     * Takes the file, which need not exist, or the one that a link leads to, and makes the folders on the
-     * way. Throws std::runtime_error that says `<path>: <why>`.
+     * Locks the file, which need not exist; of a symbolic link the file that it leads to. Creates the
+     * directories of the path. Throws std::runtime_error `<path>: <why>`.
      */
     explicit StateFile(const std::string& path);
 
     const std::string& path() const { return m_path; }
-    /** The content; nothing when there is no file. Throws std::runtime_error that says `<path>: <why>` when
-     * it cannot be read, or is no regular file. */
+    /**
+     * The content; nothing if the file does not exist. Throws std::runtime_error `<path>: <why>` if it cannot
+     * be read, or is not a regular file.
+     */
     std::optional<std::string> read() const;
     /**
-     * Replaces the content, readable for the owner alone. When this returns, the new content is on the disk.
-     * Throws std::system_error; the content is then the old one, or, when the disk failed at the very end,
-     * the new. So it does when the lock file is gone, and with it the certainty that nobody else writes.
+     * Replaces the content, readable for the owner only. When this returns, the new content is on the disk.
+     *
+     * Throws std::system_error. The content is then the old one; the new one only if the last flush has
+     * failed. Also throws if the lock file is gone: another process may write the file then.
      */
     void replace(const std::string& content) const;
 
 private:
     std::string m_path;
-    LockFile m_lock;
+    util::LockFile m_lock;
 };
 
 } // namespace cimom

@@ -1,6 +1,6 @@
 #include "system/Log.hpp"
 
-#include "system/Text.hpp"
+#include "util/OneLine.hpp"
 
 #include <algorithm>
 #include <cstdio>
@@ -16,13 +16,13 @@
 namespace cimom {
 namespace {
 
-/** Whether standard error takes a line now. One that nobody reads must not hold the clients up. */
+/** Whether standard error accepts a line now. A full pipe must not block the server. */
 bool isWritable() {
     pollfd errors{STDERR_FILENO, POLLOUT, 0};
     return ::poll(&errors, 1, 0) == 1 && (errors.revents & POLLOUT) != 0;
 }
 
-unsigned long lost = 0; // lines since the last one that was written
+unsigned long lost = 0; // lines since the last written one
 
 bool isJournal() {
     struct stat errors;
@@ -35,7 +35,7 @@ bool isJournal() {
     return std::strcmp(journal, name) == 0;
 }
 
-/** A time of ISO 8601, such as "2026-11-22T03:28:27+01:00 ". */
+/** The local time in the form of ISO 8601: "2026-11-22T03:28:27+01:00 ". */
 struct TimeText {
     TimeText() {
         const std::time_t now = std::time(nullptr);
@@ -64,7 +64,7 @@ bool write(const char* line) {
 void log(const std::string& message) {
     if (lost > 0 && write(("lines lost: " + std::to_string(lost)).c_str()))
         lost = 0;
-    if (!write(onOneAsciiLine(message).c_str()))
+    if (!write(util::onOneAsciiLine(message).c_str()))
         ++lost;
 }
 

@@ -5,15 +5,16 @@
 namespace cimom {
 
 /**
- * Writes one line to standard error: local time, name of the program, message. Standard error that is the
- * journal (systemd.exec(5), JOURNAL_STREAM) gets no time: the journal notes it. The message may hold what a
- * client sent, see onOneAsciiLine(). When standard error does not take it, it is lost, and the next line that
- * is taken comes behind one that says so.
+ * Writes one line to standard error: local time, program name, message. If standard error is the journal
+ * (systemd.exec(5), JOURNAL_STREAM), the line has no time: the journal adds it.
+ *
+ * The message may hold what a client sent: it is written as util::onOneAsciiLine() gives it. A line that
+ * cannot be written at once is lost; the next written line follows one that counts the lost ones.
  */
 void log(const std::string& message);
 
-/** The same for a line `what: why` of 255 bytes at most, when there may be no memory for more. What is not
- * printable ASCII becomes a blank. */
+/** Logs `what: why`, cut after 255 bytes, without allocating memory. Writes a blank for any byte that is not
+ * printable ASCII. */
 void logWithoutMemory(const char* what, const char* why) noexcept;
 
 } // namespace cimom

@@ -1,6 +1,6 @@
 #include "system/Program.hpp"
 
-#include "system/Descriptor.hpp"
+#include "util/Descriptor.hpp"
 
 #include <cerrno>
 #include <csignal>
@@ -19,7 +19,7 @@ namespace {
     throw std::system_error(error, std::generic_category(), what);
 }
 
-/** Lets standard streams that are closed lead nowhere. */
+/** Opens /dev/null as each standard stream that is closed. */
 void openStandardStreams() {
     for (;;) {
         const int descriptor = ::open("/dev/null", O_RDWR);
@@ -41,7 +41,7 @@ struct DestroyActions {
     }
 };
 
-/** Starts a program whose signals are as if it had been started by a shell. */
+/** Starts a program with default signal handling and no blocked signals. */
 pid_t start(const std::vector<std::string>& command, int output) {
     posix_spawnattr_t attributes;
     ::posix_spawnattr_init(&attributes);
@@ -56,18 +56,18 @@ pid_t start(const std::vector<std::string>& command, int output) {
     ::posix_spawnattr_setsigdefault(&attributes, &signals);
     ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     ::posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-    std::vector<char*> words;
-    words.reserve(command.size() + 1);
-    for (const std::string& word : command)
-        words.push_back(const_cast<char*>(word.c_str()));
-    words.push_back(nullptr);
+    std::vector<char*> arguments;
+    for (const std::string& argument : command)
+        arguments.push_back(const_cast<char*>(argument.c_str()));
+    arguments.push_back(nullptr);
     pid_t process = 0;
-    if (const int error = ::posix_spawn(&process, words[0], &actions, &attributes, words.data(), ::environ))
+    if (const int error =
+            ::posix_spawn(&process, arguments[0], &actions, &attributes, arguments.data(), ::environ))
         fail(error, command.front());
     return process;
 }
 
-std::string readAllFrom(const Descriptor& pipe) {
+std::string readAllFrom(const util::Descriptor& pipe) {
     std::string text;
     char buffer[65536];
     for (;;) {
@@ -77,8 +77,8 @@ std::string readAllFrom(const Descriptor& pipe) {
         if (size == 0)
             return text;
         text.append(buffer, static_cast<std::size_t>(size));
-        if (text.size() > longestOutput)
-            throw std::runtime_error("more than " + std::to_string(longestOutput) + " bytes");
+        if (text.size() > maximumOutput)
+            throw std::runtime_error("more than " + std::to_string(maximumOutput) + " bytes");
     }
 }
 
@@ -89,10 +89,10 @@ ProgramOutput outputOf(const std::vector<std::string>& command) {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0)
         fail(errno, "pipe");
-    const Descriptor reader(ends[0]);
+    const util::Descriptor reader(ends[0]);
     pid_t process = 0;
     {
-        const Descriptor writer(ends[1]);
+        const util::Descriptor writer(ends[1]);
         process = start(command, writer.number());
     }
     std::string text = readAllFrom(reader);

@@ -6,8 +6,8 @@
 
 namespace cimom {
 
-/** Bytes that a program may print. */
-inline constexpr std::size_t longestOutput = 16 * 1024 * 1024;
+/** Maximum number of bytes that a program may print. */
+inline constexpr std::size_t maximumOutput = 16 * 1024 * 1024;
 
 /** What a program has printed to its standard output, and how it has ended. */
 struct ProgramOutput {
@@ -17,11 +17,11 @@ struct ProgramOutput {
 };
 
 /**
- * Runs a program, without a shell, and waits for the ends of its output and of itself. Its input is empty,
- * its error output lost, its environment that of this process. To be called in an AnsweringChild, whose
- * standard streams are closed and whose process group ends it.
+ * Runs a program, without a shell, and waits until it has closed its output and ended. Its standard input is
+ * empty, its standard error is discarded, its environment is that of this process. Call it in a child process
+ * only, see askChild(): it replaces closed standard streams, and has no time limit.
  *
- * Throws std::runtime_error when the program cannot be started or prints more than longestOutput.
+ * Throws std::runtime_error if the program cannot be started or prints more than maximumOutput.
  *
  * @param command path of the program, then its arguments
  */

@@ -1,6 +1,6 @@
 #include "system/RegularFile.hpp"
 
-#include "system/Descriptor.hpp"
+#include "util/Descriptor.hpp"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -17,7 +17,7 @@ namespace {
     throw std::system_error(errno, std::generic_category(), path);
 }
 
-void writeAll(const Descriptor& file, std::string_view content, const std::string& path) {
+void writeAll(const util::Descriptor& file, std::string_view content, const std::string& path) {
     while (!content.empty()) {
         const ssize_t size = ::write(file.number(), content.data(), content.size());
         if (size >= 0)
@@ -27,22 +27,22 @@ void writeAll(const Descriptor& file, std::string_view content, const std::strin
     }
 }
 
-void flush(const Descriptor& file, const std::string& path) {
+void flush(const util::Descriptor& file, const std::string& path) {
     if (::fsync(file.number()) != 0)
         fail(path);
 }
 
-void makeLike(const Descriptor& file, const struct stat& other, const std::string& path) {
+void makeLike(const util::Descriptor& file, const struct stat& other, const std::string& path) {
     const mode_t permissions = 0777;
     if (::fchown(file.number(), other.st_uid, other.st_gid) != 0 ||
         ::fchmod(file.number(), other.st_mode & permissions) != 0)
         fail(path);
 }
 
-/** Makes a file that holds a content. None is left when that fails. */
+/** Creates a file with a content; removes it again on failure. */
 void writeNew(const std::string& path, const std::string& content, const struct stat* like) {
-    const Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    if (file.number() < 0)
+    const util::Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (!file.isOpen())
         fail(path);
     try {
         if (like)
@@ -57,18 +57,18 @@ void writeNew(const std::string& path, const std::string& content, const struct 
 
 } // namespace
 
-std::string folderOf(const std::string& path) {
-    const std::string folder = std::filesystem::path(path).parent_path().string();
-    return folder.empty() ? "." : folder;
+std::string directoryOf(const std::string& path) {
+    const std::string directory = std::filesystem::path(path).parent_path().string();
+    return directory.empty() ? "." : directory;
 }
 
 std::optional<RegularFile> readRegularFile(const std::string& path) {
-    // Without waiting for one who writes to a pipe.
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (file.number() < 0 && errno == ENOENT)
+    // O_NONBLOCK: opening a FIFO would wait for a writer.
+    const util::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file.isOpen() && errno == ENOENT)
         return std::nullopt;
     RegularFile result{};
-    if (file.number() < 0 || ::fstat(file.number(), &result.status) != 0)
+    if (!file.isOpen() || ::fstat(file.number(), &result.status) != 0)
         fail(path);
     if (!S_ISREG(result.status.st_mode))
         throw std::runtime_error(path + ": not a regular file");
@@ -78,10 +78,10 @@ std::optional<RegularFile> readRegularFile(const std::string& path) {
 }
 
 void replaceRegularFile(const std::string& path, const std::string& content, const struct stat* like) {
-    const std::string folder = folderOf(path);
-    const Descriptor names(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (names.number() < 0)
-        fail(folder);
+    const std::string directory = directoryOf(path);
+    const util::Descriptor names(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!names.isOpen())
+        fail(directory);
     const std::string unfinished = path + ".new";
     if (::unlink(unfinished.c_str()) != 0 && errno != ENOENT)
         fail(unfinished);
@@ -92,7 +92,7 @@ void replaceRegularFile(const std::string& path, const std::string& content, con
         errno = error;
         fail(path);
     }
-    flush(names, folder);
+    flush(names, directory);
 }
 
 } // namespace cimom

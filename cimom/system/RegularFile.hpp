@@ -6,32 +6,30 @@
 
 namespace cimom {
 
-/** The folder that holds a file. */
-std::string folderOf(const std::string& path);
+/** The directory that holds a file. */
+std::string directoryOf(const std::string& path);
 
-/** A file, and no folder, pipe or device. */
+/** The content and status of a regular file. */
 struct RegularFile {
     std::string content;
-    /** Owner, group and mode are those of the file that was read, whatever has its name now. */
+    /** Owner, group and mode of the file that was read, even if another file has its name now. */
     struct stat status;
 };
 
 /**
- * Reads a file whole; nothing when there is none. Throws std::runtime_error that says `<path>: <why>` when
- * it cannot be read, or is no regular file.
+ * Reads a whole file; nothing if it does not exist. Throws std::runtime_error `<path>: <why>` if it cannot be
+ * read, or is not a regular file.
  */
 std::optional<RegularFile> readRegularFile(const std::string& path);
 
 /**
- * Replaces the content of a file, or makes one, at once: whatever happens to the process or the machine,
- * the file holds all of the old content or all of the new. When this returns, the new content is on the
- * disk. It is written to `<path>.new` first, so only one process at a time may do this.
+ * Replaces the content of a file, or creates the file, atomically: if the process or the machine fails, the
+ * file holds all of the old content or all of the new. When this returns, the new content is on the disk.
+ * Writes to `<path>.new` first, so only one process at a time may call this.
  *
- * @param like null for a file that its owner alone may use, else the owner, group and mode that it shall
- * have
+ * Throws std::system_error. The content is then the old one; the new one only if the last flush has failed.
  *
- * Throws std::system_error; the content is then the old one, or, when the disk failed at the very end, the
- * new.
+ * @param like owner, group and mode of the file; null for a file that only its owner may use
  */
 void replaceRegularFile(const std::string& path, const std::string& content,
                         const struct stat* like = nullptr);

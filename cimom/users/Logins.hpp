@@ -1,17 +1,28 @@
 #ifndef CIMOM_USERS_LOGINS_HPP_INCLUDED
 #define CIMOM_USERS_LOGINS_HPP_INCLUDED
-#include "users/FailedLogins.hpp"
 #include "users/PasswordCheck.hpp"
 
+#include <chrono>
+#include <cstddef>
+#include <deque>
 #include <functional>
+#include <map>
 #include <string>
+#include <utility>
 
 namespace cimom {
 
-/** Lets clients log in, as long as not too many logins from their address have failed, see FailedLogins. */
+/**
+ * Checks the logins of clients. After `limit` failed logins within `period` an address is blocked until the
+ * first of them is older than that: passwords cannot be guessed fast.
+ */
 class Logins {
 public:
-    using Now = std::function<FailedLogins::Time()>;
+    using Time = std::chrono::steady_clock::time_point;
+    using Now = std::function<Time()>;
+
+    static constexpr std::size_t limit = 10;
+    static constexpr std::chrono::seconds period{60};
 
     /** @param passwords must outlive this object */
     explicit Logins(PasswordCheck& passwords, Now now = std::chrono::steady_clock::now)
@@ -21,17 +32,21 @@ public:
     Logins& operator=(const Logins&) = delete;
 
     /**
-     * Checks a password. Calls `done` once, from within this call or, when the password had to be checked, as
-     * PasswordCheck::check() does. While an address is blocked, no client there learns whether a password is
-     * right, not even of a check that began before: who asks for many at a time learns no more.
+     * Checks a password. Calls `done` once: before this returns, with Verdict::tooOften, if the address is
+     * blocked, else as PasswordCheck::check() does. While the address is blocked, the outcome of a check that
+     * began before is Verdict::tooOften, too: a client that sends many passwords at a time learns no more.
      */
     void logIn(const std::string& address, const std::string& user, const std::string& password,
                PasswordCheck::Done done);
 
 private:
+    bool isBlocked(const std::string& address) const;
+    void addFailure(const std::string& address);
+
     PasswordCheck& m_passwords;
     Now m_now;
-    FailedLogins m_failed;
+    std::map<std::string, std::deque<Time>>
+        m_failures; // by address: times of the last failures, at most `limit`
 };
 
 } // namespace cimom

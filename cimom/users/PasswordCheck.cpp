@@ -61,7 +61,7 @@ void PasswordCheck::start(Request& request) {
             });
         ++m_running;
     } catch (const std::runtime_error& e) { // of Boost or the standard library
-        log(std::string("checking a password: ") + e.what());
+        log(std::string("cannot check a password: ") + e.what());
         boost::asio::post(m_io, [done = std::move(request.done)] { done(Verdict::unchecked); });
     }
 }

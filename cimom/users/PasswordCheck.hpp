@@ -11,41 +11,40 @@
 
 namespace cimom {
 
-/** What came of the check of a password. */
+/** The outcome of the check of a password. */
 enum class Verdict {
-    /** It is right, and its user may write. */
+    /** The password is right, and its user may write. */
     mayWrite,
-    /** It is right, and its user may only read. */
+    /** The password is right, and its user may only read. */
     mayRead,
     wrong,
-    /** Nobody knows: too much was to be checked at once, it took too long, or the system had no process. */
+    /** Unknown: too many checks at a time, a timeout, or no child process. */
     unchecked,
-    /** It was not checked, or what came of it is not told: too many logins from there have failed. */
+    /** Not reported: too many logins from this address have failed. */
     tooOften
 };
 
-/** How much PasswordCheck does. */
+/** Limits of PasswordCheck. */
 struct PasswordCheckLimits {
     /** Checks that run at a time. */
     std::size_t running = 2;
-    /** Checks that wait for one of these to end; a further one ends unchecked. */
+    /** Checks that wait for a running one to end. A further check ends unchecked. */
     std::size_t waiting = 64;
-    /** Of one check. */
+    /** Time of one check. */
     std::chrono::milliseconds time = std::chrono::seconds(10);
 };
 
 /**
- * Checks passwords without holding up the thread that serves: each check runs in a child process, of which
- * nothing is left when its end has been told. The children end with the io_context, with this process, or
- * when their time is up.
+ * Checks passwords without blocking the thread of the io_context: each check runs in a child process, see
+ * askChild().
  */
 class PasswordCheck {
 public:
     using Done = std::function<void(Verdict)>;
 
     /**
-     * @param io must not run any more when this object is gone
-     * @param users must outlive this object; may be changed meanwhile
+     * @param io must not run after this object is destroyed
+     * @param users must outlive this object; may change meanwhile
      */
     PasswordCheck(boost::asio::io_context& io, const Users& users,
                   PasswordCheckLimits limits = PasswordCheckLimits());
@@ -53,8 +52,8 @@ public:
     PasswordCheck& operator=(const PasswordCheck&) = delete;
 
     /**
-     * Checks whether a user is there and has this password, see Users::matches(). The io_context calls
-     * `done` once, never from within this call; not at all when it does not run that long.
+     * Checks whether a user exists and has this password, see Users::matches(). The io_context calls `done`
+     * once, never from within this call.
      */
     void check(const std::string& user, const std::string& password, Done done);
 

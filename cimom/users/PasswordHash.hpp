@@ -8,25 +8,21 @@ namespace cimom {
 /** How a password is hashed (crypt(5)): "$y$" or "$6$". */
 enum class HashMethod { yescrypt, sha512 };
 
-/** Bytes of a password; crypt(3) takes no longer ones. */
-inline constexpr std::size_t longestPassword = 511;
+/** Maximum number of bytes of a password: the maximum of crypt(3). */
+inline constexpr std::size_t maximumPassword = 511;
 
 /**
- * The hash of a password in the form of crypt(5), with a salt of its own and what its method costs by
- * default. Throws std::runtime_error for a password that is too long or holds a NUL, and when there is no
- * randomness.
+ * Hashes a password in the form of crypt(5), with a new salt and the default cost of the method. Throws
+ * std::runtime_error for a password that is too long or contains NUL, and if no random bytes are available.
  */
 std::string hashOf(const std::string& password, HashMethod method);
 
-/**
- * Why a text is not the hash of a password by one of the methods above, in words that follow "the hash";
- * empty when it is.
- */
+/** Why a text is not a hash of one of these methods, to be printed after "the hash"; empty if it is one. */
 std::string faultOfHash(const std::string& text);
 
 /**
- * Whether a password is the one that was hashed. Takes what the hash was made to cost: tens of milliseconds
- * of processor time and, for yescrypt, 16 MiB.
+ * Whether a hash is that of a password. Costs what hashing costs: tens of milliseconds of processor time and,
+ * for yescrypt, 16 MiB.
  */
 bool isPasswordOf(const std::string& hash, const std::string& password);
 

@@ -1,7 +1,7 @@
 #include "users/Users.hpp"
 
-#include "system/Text.hpp"
 #include "users/PasswordHash.hpp"
+#include "util/Ascii.hpp"
 
 #include <algorithm>
 #include <functional>
@@ -11,24 +11,24 @@
 namespace cimom {
 namespace {
 
-/** RFC 7617: a name that holds a colon cannot be told from its password. */
+/** Throws unless a text can be a user name. RFC 7617: the first colon ends the name. */
 void checkName(const std::string& name) {
     if (name.empty())
         throw std::runtime_error("user name: empty");
     if (name.front() == '#')
-        throw std::runtime_error("user name: begins with #, as comments do");
+        throw std::runtime_error("user name: begins with #");
     if (name.find(':') != std::string::npos)
-        throw std::runtime_error("user name: holds a colon");
-    if (holdsControls(name))
-        throw std::runtime_error("user name: holds a control character");
+        throw std::runtime_error("user name: contains a colon");
+    if (ascii::holdsControls(name))
+        throw std::runtime_error("user name: contains a control character");
 }
 
 const char* const readOnly = "read-only";
 
-/** What a user may do whose hash a mark follows. */
+/** What a user with a mark after the hash may do. */
 Access markedAccess(const std::string& mark) {
     if (mark != readOnly)
-        throw std::runtime_error("what follows the hash is not \"read-only\"");
+        throw std::runtime_error("invalid mark after the hash, not \"read-only\"");
     return Access::read;
 }
 
@@ -48,18 +48,18 @@ Users::Users(const std::string& text) {
         const auto [first, isNew] = firstLines.emplace(name, number);
         if (!name.empty() && !isNew)
             throw Error(number,
-                        "user \"" + name + "\" comes twice, first on line " + std::to_string(first->second));
+                        "duplicate user \"" + name + "\", first on line " + std::to_string(first->second));
     }
 }
 
 Users::Line Users::lineOf(const std::string& text) {
-    if (holdsControls(text))
-        throw std::runtime_error("a control character");
+    if (ascii::holdsControls(text))
+        throw std::runtime_error("contains a control character");
     if (text.empty() || text.front() == '#')
         return {std::string(), text, Access::read};
     const std::size_t colon = text.find(':');
     if (colon == std::string::npos)
-        throw std::runtime_error("no colon between a user and a hash");
+        throw std::runtime_error("no colon after the user name");
     const std::size_t hashEnd = std::min(text.find(':', colon + 1), text.size());
     Line line{text.substr(0, colon), text.substr(colon + 1, hashEnd - colon - 1)};
     checkName(line.name);
@@ -78,7 +78,7 @@ bool Users::matches(const std::string& user, const std::string& password) const 
     return known != m_lines.end() && isRight;
 }
 
-/** The hash of somebody, always the same one for a name; empty when there are no users. */
+/** The hash of some user, always the same one for a name; empty if there are no users. */
 const std::string& Users::anyHash(const std::string& user) const {
     std::vector<const std::string*> hashes;
     for (const Line& line : m_lines) {

@@ -9,13 +9,13 @@
 namespace cimom {
 
 /**
- * Users, the hashes of their passwords and what they may do: a text of lines `name:hash` or, for a user who
- * may only read, `name:hash:read-only`, the hash in the form of crypt(5). Empty lines, and lines that begin
- * with "#", are comments.
+ * Users, the hashes of their passwords, and what they may do: a text of lines `name:hash` or, for a user who
+ * may only read, `name:hash:read-only`. The hash is in the form of crypt(5). Empty lines, and lines that
+ * begin with "#", are comments.
  */
 class Users {
 public:
-    /** What is wrong with a text, and on which line, from 1. */
+    /** A syntax error and its line, counted from 1. */
     class Error : public std::runtime_error {
     public:
         Error(unsigned line, const std::string& why)
@@ -27,29 +27,28 @@ public:
         unsigned m_line;
     };
 
-    /** None. */
+    /** No users. */
     Users() = default;
-    /** Throws Error when a line is none of the above, or a user comes twice. */
+    /** Throws Error if a line has another form, or for a duplicate user. */
     explicit Users(const std::string& text);
 
     /**
-     * Whether a user is there and has this password. Takes as long for a user who is not there as for one
-     * of those who are, so that time does not tell who is; how long, see isPasswordOf().
+     * Whether a user exists and has this password. Takes as long for a user who does not exist, so that the
+     * time does not reveal who does. For the cost see isPasswordOf().
      */
     bool matches(const std::string& user, const std::string& password) const;
 
-    /** What a user may do: read, if there is no such user. */
+    /** What a user may do. A user who does not exist may read. */
     Access access(const std::string& user) const;
 
     /**
-     * Gives a user a hash. A new one comes last and may write, another one may do what it could before.
-     * Throws std::runtime_error when the name is empty, begins with "#", or holds a colon or a control
-     * character.
+     * Sets the hash of a user. A new user is added at the end, and may write. Throws std::runtime_error if
+     * the name is empty, begins with "#", or contains a colon or a control character.
      */
     void set(const std::string& user, const std::string& hash);
-    /** Lets a user who is there only read. */
+    /** Lets a user only read. No effect if the user does not exist. */
     void restrict(const std::string& user);
-    /** False when the user is not there. */
+    /** Removes a user. False if the user does not exist. */
     bool remove(const std::string& user);
 
     /** The text, with all comments. */

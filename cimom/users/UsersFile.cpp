@@ -1,7 +1,7 @@
 #include "users/UsersFile.hpp"
 
-#include "system/LockFile.hpp"
 #include "system/RegularFile.hpp"
+#include "util/LockFile.hpp"
 
 #include <cerrno>
 #include <filesystem>
@@ -14,9 +14,9 @@ namespace {
 
 void checkAccess(mode_t mode, const std::string& path) {
     if ((mode & (S_IWGRP | S_IWOTH)) != 0)
-        throw std::runtime_error(path + ": users other than its owner can write it");
+        throw std::runtime_error(path + ": writable by group or others");
     if ((mode & S_IROTH) != 0)
-        throw std::runtime_error(path + ": all users can read it");
+        throw std::runtime_error(path + ": readable by others");
 }
 
 Users usersOf(const RegularFile& file, const std::string& path) {
@@ -28,12 +28,12 @@ Users usersOf(const RegularFile& file, const std::string& path) {
     }
 }
 
-LockFile lockFor(const std::string& path) {
+util::LockFile lockFor(const std::string& path) {
     try {
-        return LockFile(path + ".lock");
+        return util::LockFile(path + ".lock");
     } catch (const std::system_error& e) {
         if (e.code() == std::errc::operation_would_block)
-            throw std::runtime_error(path + ": it is being changed by another process");
+            throw std::runtime_error(path + ": another process is changing it");
         throw;
     }
 }
@@ -48,9 +48,9 @@ Users readUsers(const std::string& path) {
 }
 
 void changeUsers(const std::string& path, const std::function<void(Users&)>& change) {
-    // Of a link the file that it leads to is replaced.
+    // Replaces the file that a symbolic link leads to, not the link.
     const std::string real = std::filesystem::weakly_canonical(path).string();
-    const LockFile lock = lockFor(real);
+    const util::LockFile lock = lockFor(real);
     const std::optional<RegularFile> file = readRegularFile(real);
     Users users = file ? usersOf(*file, real) : Users();
     change(users);

@@ -8,21 +8,22 @@
 namespace cimom {
 
 /**
- * The users of a file. Its group may read it, so that one user can keep it and another run the object
- * manager; a file that group or others can write, or that others can read, is refused, since it decides who
- * may log in and hashes can be guessed.
+ * Reads the users of a file.
  *
- * Throws std::runtime_error that says `<path>:<line>: <why>`, or `<path>: <why>` when that is not about a
- * line.
+ * Rejects a file that group or others can write, since it decides who may log in, or that others can read,
+ * since passwords can be guessed from hashes. The group may read it: one user can maintain it, and another
+ * run the object manager.
+ *
+ * Throws std::runtime_error `<path>:<line>: <why>`, or `<path>: <why>` if the error is not in a line.
  */
 Users readUsers(const std::string& path);
 
 /**
- * Changes the users of a file, or makes one for its owner alone; comments, owner, group and mode stay. When
- * this returns, the change is on the disk; all of it or, whatever happens, nothing. Two at a time keep each
- * other out by `<path>.lock`.
+ * Changes the users of a file, or creates a file for its owner only. Keeps comments, owner, group and mode.
+ * When this returns, the change is on the disk; if it throws, the file has the old content. The lock file
+ * `<path>.lock` excludes another process meanwhile.
  *
- * Throws what `change` throws, and as readUsers().
+ * Throws what `change` throws, and what readUsers() throws.
  */
 void changeUsers(const std::string& path, const std::function<void(Users&)>& change);
 

@@ -2,7 +2,7 @@
 
 #include "Collected.hpp"
 #include "OW_CIMProperty.hpp"
-#include "system/AnswerPending.hpp"
+#include "system/ChildAnswer.hpp"
 
 #include <cstdlib>
 #include <ctime>

@@ -2,8 +2,7 @@
 #define TESTS_CIMOM_SESSION_RUN_HPP
 #include "http/Session.hpp"
 #include "objects/ObjectManager.hpp"
-#include "protocol/BinaryHandler.hpp"
-#include "protocol/XmlHandler.hpp"
+#include "protocol/HttpService.hpp"
 
 #include <boost/asio/io_context.hpp>
 #include <cerrno>
@@ -17,27 +16,28 @@
 #include <utility>
 #include <vector>
 
-/** Runs sessions, one after the other, each with a client that sends bytes, shuts its side and reads. */
+/** Runs sessions, one after the other, each with a client that sends bytes, shuts its sending side and reads.
+ */
 class SessionRun {
 public:
     /** @param manager must outlive this object */
     explicit SessionRun(cimom::ObjectManager& manager)
-        : m_binary(manager)
-        , m_xml(manager) {}
+        : m_manager(manager) {}
 
     /**
-     * All that a client gets for what it sends, up to the end of the connection. The session has read each
-     * piece, and done what it can, before the next one arrives. Throws std::logic_error when the connection
-     * has ended but the session has not, or the session does nothing any more.
+     * All that a client receives for what it sends, up to the end of the connection. The session reads each
+     * piece, and does all that it can, before the next piece arrives. Throws std::logic_error if the
+     * connection has ended but the session has not, or if the session blocks.
      */
     std::string answerTo(const std::vector<std::string_view>& pieces) {
-        m_counters = cimom::Counters(); // replies bear numbers
+        cimom::HttpService service(m_manager); // a new one counts its replies from 1
+        const auto sessions = std::make_shared<http::Sessions>(service.settings());
         Connection client(m_io);
-        std::make_shared<cimom::Session>(client.served(), m_settings, m_counters, m_sessions)->start();
+        std::make_shared<http::Session>(client.served(), sessions)->start();
         for (const std::string_view piece : pieces)
             client.send(piece);
         client.finish();
-        if (m_sessions.count() > 0)
+        if (sessions->count() > 0)
             throw std::logic_error("the session has not ended");
         return client.received();
     }
@@ -57,7 +57,7 @@ private:
         Connection& operator=(const Connection&) = delete;
 
         /** The other end. */
-        cimom::Session::Socket served() {
+        http::Session::Socket served() {
             m_io.restart();
             return {m_io, boost::asio::generic::stream_protocol(AF_UNIX, 0), m_ends[1]};
         }
@@ -71,7 +71,7 @@ private:
                     throw std::logic_error("the session does not read");
             }
         }
-        /** Says that no more will come, and waits for the end of the connection. */
+        /** Shuts the sending side, and waits for the end of the connection. */
         void finish() {
             ::shutdown(m_ends[0], SHUT_WR);
             while (!m_isClosed) {
@@ -83,14 +83,14 @@ private:
         const std::string& received() const { return m_received; }
 
     private:
-        /** Lets the session do all that it can, and takes what it sends. False when nothing has happened. */
+        /** Runs the session as far as possible, and receives what it sends. False if it has done nothing. */
         bool work() {
             bool isBusy = false;
             while (poll() || receive())
                 isBusy = true;
             return isBusy;
         }
-        /** As the daemon does, goes on behind an exception, which ends the session. */
+        /** Continues after an exception, as the daemon does: it has ended the session. */
         bool poll() {
             try {
                 return m_io.poll() > 0;
@@ -117,11 +117,7 @@ private:
         std::string m_received;
     };
 
-    const cimom::BinaryHandler m_binary;
-    const cimom::XmlHandler m_xml;
-    const cimom::SessionSettings m_settings{m_binary, m_xml, cimom::Limits()};
-    cimom::Counters m_counters;
-    cimom::Sessions m_sessions;
+    cimom::ObjectManager& m_manager;
     boost::asio::io_context m_io{1};
 };
 

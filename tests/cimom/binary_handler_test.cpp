@@ -274,8 +274,8 @@ TEST(BinaryHandler, BytesAfterTheArgumentsAreIgnored) {
 
 TEST(BinaryHandler, AnErrorQuotesNoMoreThanAKilobyte) {
     const OperationReply reply = replyTo(enumerateBody(std::string(100000, 'x')));
-    EXPECT_EQ("5 /root/cimv2:" + std::string(longestDescription - 12, 'x'), error(reply));
-    EXPECT_EQ(1u + 2 + 3 + longestDescription, reply.body.size()) << "mark, code, length, text";
+    EXPECT_EQ("5 /root/cimv2:" + std::string(maximumDescription - 12, 'x'), error(reply));
+    EXPECT_EQ(1u + 2 + 3 + maximumDescription, reply.body.size()) << "mark, code, length, text";
 }
 
 TEST(BinaryHandler, AProviderThatFailsIsAnErrorWithItsReason) {

@@ -46,7 +46,7 @@ int bindSocket(const std::string& path, int type = SOCK_STREAM) {
 
 } // namespace
 
-TEST_F(DaemonTest, ItSaysWhenItIsReady) {
+TEST_F(DaemonTest, ItLogsWhenItIsReady) {
     Daemon daemon(command());
     EXPECT_EQ("owbcimomd: ready on " + path(), daemon.nextErrorLine());
     EXPECT_EQ(1u, instancesIn(Client(path()).exchange(httpRequest(enumerateBody("QAV_System"))).body).size());
@@ -60,7 +60,7 @@ TEST_F(DaemonTest, EveryUserMayConnect) {
     EXPECT_EQ(static_cast<mode_t>(S_IFSOCK | 0666), file.st_mode);
 }
 
-TEST_F(DaemonTest, StopSignalsEndItCleanly) {
+TEST_F(DaemonTest, StopSignalsEndItAndRemoveTheSocket) {
     for (const int signal : {SIGTERM, SIGINT}) {
         Daemon daemon(command());
         daemon.nextErrorLine();
@@ -98,7 +98,7 @@ TEST_F(DaemonTest, ItServesNoMoreConnectionsThanItHasDescriptorsFor) {
     EXPECT_EQ(200u, first.exchange(request).status);
 }
 
-TEST_F(DaemonTest, ASocketThatWasLeftBehindIsTakenOver) {
+TEST_F(DaemonTest, ASocketWithoutAListenerIsReplaced) {
     ::close(bindSocket(path()));
     ASSERT_TRUE(exists(path()));
     Daemon daemon(command());
@@ -106,7 +106,7 @@ TEST_F(DaemonTest, ASocketThatWasLeftBehindIsTakenOver) {
     EXPECT_EQ(200u, Client(path()).exchange(httpRequest(enumerateBody("QAV_System"))).status);
 }
 
-TEST_F(DaemonTest, ADaemonThatWasKilledIsReplaced) {
+TEST_F(DaemonTest, TheSocketOfAKilledDaemonIsReplaced) {
     {
         Daemon killed(command());
         killed.nextErrorLine();
@@ -119,41 +119,40 @@ TEST_F(DaemonTest, ADaemonThatWasKilledIsReplaced) {
     EXPECT_EQ("owbcimomd: ready on " + path(), daemon.nextErrorLine());
 }
 
-TEST_F(DaemonTest, ASecondDaemonIsRefusedAndHarmsNothing) {
+TEST_F(DaemonTest, ASecondDaemonFailsWithoutHarmToTheFirst) {
     Daemon daemon(command());
     daemon.nextErrorLine();
     const ProgramResult second =
         runProgram({OWBCIMOMD, "--socket", path(), "--state", folder().file("state of the second")});
     EXPECT_EQ(1, second.exitCode);
-    EXPECT_EQ("owbcimomd: " + path() + ": another object manager listens there\n", second.err);
+    EXPECT_EQ("owbcimomd: " + path() + ": another process listens on it\n", second.err);
     EXPECT_EQ(200u, Client(path()).exchange(httpRequest(enumerateBody("QAV_System"))).status);
     EXPECT_TRUE(exists(path() + ".lock"));
 }
 
-TEST_F(DaemonTest, ASecondDaemonSaysThatTheSocketOfTheFirstIsGone) {
+TEST_F(DaemonTest, ASecondDaemonReportsThatTheSocketOfTheFirstIsMissing) {
     Daemon daemon(command());
     daemon.nextErrorLine();
     ASSERT_EQ(0, ::unlink(path().c_str()));
     const ProgramResult second =
         runProgram({OWBCIMOMD, "--socket", path(), "--state", folder().file("state of the second")});
     EXPECT_EQ(1, second.exitCode);
-    EXPECT_EQ("owbcimomd: " + path() + ": no socket is there, but another process holds " + path() +
-                  ".lock\n",
+    EXPECT_EQ("owbcimomd: " + path() + ": no socket, but another process holds " + path() + ".lock\n",
               second.err);
 }
 
-TEST_F(DaemonTest, ASocketOfAnotherProgramThatListensIsRefused) {
+TEST_F(DaemonTest, ASocketWithAListenerIsNotReplaced) {
     const int listener = bindSocket(path());
     ASSERT_EQ(0, ::listen(listener, 1));
     const ProgramResult result = runProgram(command());
     EXPECT_EQ(1, result.exitCode);
-    EXPECT_EQ("owbcimomd: " + path() + ": another object manager listens there\n", result.err);
+    EXPECT_EQ("owbcimomd: " + path() + ": another process listens on it\n", result.err);
     EXPECT_TRUE(exists(path()));
     EXPECT_FALSE(exists(path() + ".lock"));
     ::close(listener);
 }
 
-TEST_F(DaemonTest, ASocketOfAnotherKindIsRefusedAndStays) {
+TEST_F(DaemonTest, ASocketOfAnotherTypeIsNotReplaced) {
     const int other = bindSocket(path(), SOCK_DGRAM);
     const ProgramResult result = runProgram(command());
     EXPECT_EQ(1, result.exitCode);
@@ -162,7 +161,7 @@ TEST_F(DaemonTest, ASocketOfAnotherKindIsRefusedAndStays) {
     ::close(other);
 }
 
-TEST_F(DaemonTest, AFileThatIsNoSocketIsRefusedAndStays) {
+TEST_F(DaemonTest, AFileThatIsNotASocketIsNotReplaced) {
     folder().write("socket", "precious");
     const ProgramResult result = runProgram(command());
     EXPECT_EQ(1, result.exitCode);
@@ -170,21 +169,21 @@ TEST_F(DaemonTest, AFileThatIsNoSocketIsRefusedAndStays) {
     EXPECT_EQ("precious", support::readFile(path()));
 }
 
-TEST_F(DaemonTest, ALinkInThePlaceOfTheSocketIsRefused) {
+TEST_F(DaemonTest, ASymbolicLinkIsNotReplaced) {
     ASSERT_EQ(0, ::symlink("elsewhere", path().c_str()));
     EXPECT_EQ(1, runProgram(command()).exitCode);
     EXPECT_TRUE(exists(path()));
     EXPECT_FALSE(exists(folder().file("elsewhere")));
 }
 
-TEST_F(DaemonTest, APathThatIsTooLongIsRefused) {
+TEST_F(DaemonTest, ATooLongPathIsAnError) {
     const std::string longest = "/tmp/" + std::string(103, 'x');
     const ProgramResult result = runProgram({OWBCIMOMD, "--socket", longest, "--state", statePath()});
     EXPECT_EQ(1, result.exitCode);
     EXPECT_EQ("owbcimomd: " + longest + ": a socket's path has at most 107 bytes\n", result.err);
 }
 
-TEST_F(DaemonTest, AFolderThatDoesNotExistIsReported) {
+TEST_F(DaemonTest, AMissingDirectoryIsAnError) {
     const std::string lost = folder().file("nowhere/socket");
     const ProgramResult result = runProgram({OWBCIMOMD, "--socket", lost, "--state", statePath()});
     EXPECT_EQ(1, result.exitCode);
@@ -202,7 +201,7 @@ TEST_F(DaemonTest, HelpAndVersionGoToStandardOutput) {
     EXPECT_EQ("owbcimomd " OWBCIMOMD_VERSION "\n", version.out);
 }
 
-TEST_F(DaemonTest, AWrongCommandLineIsReportedOnStandardError) {
+TEST_F(DaemonTest, AnInvalidCommandLineIsReportedOnStandardError) {
     const std::vector<std::vector<std::string>> wrong = {
         {OWBCIMOMD, "--nope"}, {OWBCIMOMD, "word"}, {OWBCIMOMD, "--socket"}, {OWBCIMOMD, "--root", path()}};
     for (const std::vector<std::string>& words : wrong) {
@@ -213,11 +212,11 @@ TEST_F(DaemonTest, AWrongCommandLineIsReportedOnStandardError) {
     }
 }
 
-TEST_F(DaemonTest, AnEmptyNameOfFilesIsNotTakenForNone) {
+TEST_F(DaemonTest, AnEmptyFileNameIsAnErrorOfTheCommandLine) {
     for (const std::string option : {"--users", "--instances"}) {
         const ProgramResult result = runProgram(
             {OWBCIMOMD, "--socket", folder().file("nowhere/socket"), "--state", statePath(), option, ""});
         EXPECT_EQ(2, result.exitCode);
-        EXPECT_EQ("owbcimomd: command line: " + option + ": it is empty\n", result.err);
+        EXPECT_EQ("owbcimomd: command line: " + option + ": empty name\n", result.err);
     }
 }

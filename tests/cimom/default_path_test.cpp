@@ -1,4 +1,4 @@
-#include "state/DefaultPath.hpp"
+#include "state/StateFile.hpp"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -29,13 +29,13 @@ private:
 
 } // namespace
 
-TEST_F(DefaultPath, IsWhereTheUserKeepsState) {
+TEST_F(DefaultPath, IsInTheStateDirectoryOfTheUser) {
     ::setenv("XDG_STATE_HOME", "/srv/state", 1);
     ::setenv("HOME", "/home/me", 1);
     EXPECT_EQ("/srv/state/owb/state.json", defaultStatePath());
 }
 
-TEST_F(DefaultPath, IsBelowTheHomeWhereNoFolderIsNamed) {
+TEST_F(DefaultPath, IsInTheHomeDirectoryWithoutAStateDirectory) {
     ::setenv("HOME", "/home/me", 1);
     EXPECT_EQ("/home/me/.local/state/owb/state.json", defaultStatePath());
     for (const char* const ignored : {"", "state"}) {
@@ -44,7 +44,7 @@ TEST_F(DefaultPath, IsBelowTheHomeWhereNoFolderIsNamed) {
     }
 }
 
-TEST_F(DefaultPath, IsBelowTheHomeOfTheListOfUsersWhereTheEnvironmentHasNone) {
+TEST_F(DefaultPath, IsInTheHomeDirectoryOfTheUserDatabaseWithoutHome) {
     const passwd* const user = ::getpwuid(::geteuid());
     ASSERT_NE(nullptr, user);
     const std::string home = user->pw_dir;
@@ -53,7 +53,7 @@ TEST_F(DefaultPath, IsBelowTheHomeOfTheListOfUsersWhereTheEnvironmentHasNone) {
     EXPECT_EQ(home + "/.local/state/owb/state.json", defaultStatePath());
 }
 
-TEST(DefaultPathOfRoot, IsWhereTheSystemKeepsState) {
+TEST(DefaultPathOfRoot, IsInTheStateDirectoryOfTheSystem) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "needs root";
     ::setenv("XDG_STATE_HOME", "/srv/state", 1);

@@ -1,6 +1,6 @@
 // System calls that fail under the object manager: each one of an action in turn, with each error.
-#include "http/ListeningSocket.hpp"
 #include "http/NetworkAddress.hpp"
+#include "http/UnixSocket.hpp"
 #include "state/StateFile.hpp"
 #include "support/FailingCalls.hpp"
 #include "support/TempDir.hpp"
@@ -94,7 +94,7 @@ TEST_P(FailingCall, OfAReplacementLeavesTheOldContentOrTheNewOne) {
         file("state").substr(0, file("state").rfind('/')), [&] { state.replace("new"); }, check);
 }
 
-TEST_P(FailingCall, OfAReadingIsToldOrTheContentIsWhole) {
+TEST_P(FailingCall, OfAReadIsReportedOrTheContentIsWhole) {
     const StateFile state(file("state"));
     state.replace("content");
     std::string content;
@@ -109,29 +109,29 @@ TEST_P(FailingCall, OfAReadingIsToldOrTheContentIsWhole) {
         });
 }
 
-TEST_P(FailingCall, OfAListeningSocketLeavesTheWayFreeForTheNext) {
+TEST_P(FailingCall, OfAUnixSocketLeavesNothingInTheWayOfTheNext) {
     const std::string path = file("socket");
-    std::unique_ptr<ListeningSocket> socket;
+    std::unique_ptr<http::UnixSocket> socket;
     leaveSocket(path);
     forEachCall(
-        path, [&] { socket = std::make_unique<ListeningSocket>(path, 0600); },
+        path, [&] { socket = std::make_unique<http::UnixSocket>(path, 0600); },
         [&](const std::string& failed, bool isThrown) {
             EXPECT_EQ(isThrown, socket == nullptr);
             if (failed == "chmod" || failed == "listen") {
                 EXPECT_EQ(Names{}, names()) << "it had made the socket";
             }
             socket.reset();
-            EXPECT_NO_THROW(ListeningSocket(path, 0600));
+            EXPECT_NO_THROW(http::UnixSocket(path, 0600));
             EXPECT_EQ(Names{}, names());
             leaveSocket(path);
         });
 }
 
-TEST_P(FailingCall, OfASocketOfTheNetworkIsToldWithItsAddress) {
-    const NetworkAddress address = networkAddress("127.0.0.1:0").value();
+TEST_P(FailingCall, OfANetworkSocketIsReportedWithItsAddress) {
+    const http::NetworkAddress address = http::networkAddress("127.0.0.1:0").value();
     int descriptor = -1;
     forEachCall(
-        "127.0.0.1:0: ", [&] { descriptor = listenOn(address).descriptor; },
+        "127.0.0.1:0: ", [&] { descriptor = http::listenOn(address).descriptor; },
         [&](const std::string&, bool isThrown) {
             EXPECT_EQ(isThrown, descriptor < 0);
             if (descriptor >= 0)

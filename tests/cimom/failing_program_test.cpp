@@ -129,7 +129,7 @@ long expectCalm(long call, int error) {
 
 class ManagerWithoutACall : public testing::TestWithParam<int> {};
 
-TEST_P(ManagerWithoutACall, SaysWhyItCannotStartOrServes) {
+TEST_P(ManagerWithoutACall, ReportsWhyItCannotStartOrServes) {
     const long calls = expectCalm(-1, 0);
     EXPECT_LT(100, calls);
     for (long call = 0; call < calls && !HasFailure(); ++call)

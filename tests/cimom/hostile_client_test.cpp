@@ -1,6 +1,6 @@
 // Clients that send the object manager what makes no sense, and those beside them that do not.
-#include "BentRequests.hpp"
 #include "Client.hpp"
+#include "MutatedRequests.hpp"
 #include "StartedDaemon.hpp"
 
 #include <csignal>
@@ -66,7 +66,7 @@ protected:
         for (int i = 0; i < requests; ++i) {
             const std::string& request = m_recorded[m_dice.below(m_recorded.size())];
             const HostileConnection connection(socketPath());
-            connection.send(i % 2 == 0 ? bent(request, m_dice)
+            connection.send(i % 2 == 0 ? mutated(request, m_dice)
                                        : request.substr(0, m_dice.below(request.size())));
             connection.finish();
         }
@@ -88,7 +88,7 @@ private:
 
 } // namespace
 
-TEST_F(HostileClients, DoNotKeepOthersFromTheirAnswers) {
+TEST_F(HostileClients, DoNotBlockOtherClients) {
     EXPECT_EQ("box.example.org", hostName());
     std::vector<std::unique_ptr<HostileConnection>> open;
     for (std::size_t i = 0; i < 100; ++i) {
@@ -105,7 +105,7 @@ TEST_F(HostileClients, DoNotKeepOthersFromTheirAnswers) {
 
 // The sanitizers keep what has been freed.
 #ifndef __SANITIZE_ADDRESS__
-TEST_F(HostileClients, LeaveNothingInMemory) {
+TEST_F(HostileClients, LeakNoMemory) {
     send(300); // after which there is all the memory that the first of each kind takes
     const long before = status("VmRSS");
     send(1000);

@@ -36,7 +36,7 @@ TEST_F(Http, AConnectionServesOneRequestAfterTheOther) {
     EXPECT_EQ(1u, instancesIn(client.exchange(good).body).size());
 }
 
-TEST_F(Http, TheNumberOfTheHeadersGoesRoundAfter99) {
+TEST_F(Http, ThePrefixOfTheExtensionFieldsWrapsAfter99) {
     Client client(socketPath());
     for (int i = 1; i < 99; ++i)
         client.exchange(good);
@@ -44,7 +44,7 @@ TEST_F(Http, TheNumberOfTheHeadersGoesRoundAfter99) {
     EXPECT_TRUE(client.exchange(good).hasLine("00-CIMOperation: MethodResponse"));
 }
 
-TEST_F(Http, AClientThatStopsHalfwayHoldsNobodyUp) {
+TEST_F(Http, AnIncompleteRequestBlocksNoOtherClient) {
     Client inHead(socketPath());
     inHead.send(good.substr(0, 30));
     Client inBody(socketPath());
@@ -54,7 +54,7 @@ TEST_F(Http, AClientThatStopsHalfwayHoldsNobodyUp) {
     EXPECT_EQ(1u, instancesIn(inBody.exchange(good.substr(good.size() - 5)).body).size());
 }
 
-TEST_F(Http, ClientsThatGoHalfwayAreForgotten) {
+TEST_F(Http, ClientsThatCloseInMidRequestDoNoHarm) {
     for (const std::size_t size : {std::size_t{0}, std::size_t{30}, good.size() - 1, good.size()})
         Client(socketPath()).send(good.substr(0, size));
     expectService();
@@ -76,12 +76,12 @@ TEST_F(Http, OtherMethodsAreNotAllowed) {
                   with(good, "M-POST", "post"));
 }
 
-TEST_F(Http, ARefusedMethodIsToldWhichAreAllowed) {
+TEST_F(Http, TheErrorResponseToAMethodNamesTheAllowedOnes) {
     const Reply reply = Client(socketPath()).exchange("GET / HTTP/1.1\r\nHost: localhost\r\n\r\n");
     EXPECT_TRUE(reply.hasLine("Allow: POST, M-POST"));
 }
 
-TEST_F(Http, AnErrorInXmlStandsInTheBodyEvenOfAClientThatTakesTrailers) {
+TEST_F(Http, TheBodyReportsAnErrorInXmlToAClientThatReadsTrailersToo) {
     const std::string argument =
         "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"QAV_Nope\"/></IPARAMVALUE>";
     const Reply reply =
@@ -91,7 +91,7 @@ TEST_F(Http, AnErrorInXmlStandsInTheBodyEvenOfAClientThatTakesTrailers) {
     EXPECT_EQ(std::string::npos, reply.bytes.find("CIMStatusCode:"));
 }
 
-TEST_F(Http, AHeadThatContradictsItsXmlIsRefused) {
+TEST_F(Http, AHeadThatContradictsTheBodyIsRefused) {
     const auto exchange = [this](const std::string& method, const std::string& lines) {
         return Client(socketPath())
             .exchange(with(xmlRequest("EnumerateClassNames", "", lines), "POST", method));
@@ -126,19 +126,19 @@ TEST_F(Http, EncodingsAreNotSupported) {
               Client(socketPath()).exchange(with(good, "TE: trailers", "Content-Encoding: Identity")).status);
 }
 
-TEST_F(Http, BlanksAndTabsAroundAContentTypeDoNotMatter) {
+TEST_F(Http, WhiteSpaceAroundAContentTypeIsIgnored) {
     const std::string type = "application/x-owbinary";
     const std::string spaced = with(good, type, "Application/X-owbinary\t ; charset=\"utf-8\"");
     EXPECT_EQ(200u, Client(socketPath()).exchange(spaced).status);
 }
 
-TEST_F(Http, ARefusalTellsNoMoreThan1024BytesOfItsDetail) {
+TEST_F(Http, TheDetailOfAnErrorResponseIsCutAfter1024Bytes) {
     const std::string type(10000, 'x');
     expectRefusal("HTTP/1.1 415 Unsupported media type: Content-Type \"" + type.substr(0, 1024 - 14),
                   with(good, "application/x-owbinary", type));
 }
 
-TEST_F(Http, AnOlderVersionIsRefusedByTheNewerOneOnceItsHeadIsUnderstood) {
+TEST_F(Http, AnErrorResponseToHttp10IsInHttp11OnceTheHeadIsRead) {
     expectRefusal("HTTP/1.1 405 Method not allowed: Method not allowed by server: GET",
                   "GET / HTTP/1.0\r\n\r\n");
 }
@@ -149,14 +149,14 @@ TEST_F(Http, ARequestWithoutABodyIsRefused) {
     expectRefusal("HTTP/1.1 400 Bad request: The request has no body", httpRequest(""));
 }
 
-TEST_F(Http, AHeadOrABodyThatIsTooLargeIsRefused) {
+TEST_F(Http, ATooLargeHeadOrBodyIsRefused) {
     expectRefusal("HTTP/1.0 431 Request header fields too large: The header exceeds 16384 bytes.",
                   with(good, "localhost", std::string(17000, 'x')));
     expectRefusal("HTTP/1.0 413 Request entity too large: The body exceeds 1048576 bytes.",
                   with(good, "Content-Length: ", "Content-Length: 99999999"));
 }
 
-TEST_F(Http, APostIsAnsweredWithoutTheExtensionHeader) {
+TEST_F(Http, TheReplyToAPostHasNoFieldExt) {
     Client client(socketPath());
     const Reply reply = client.exchange(httpRequest(enumerateBody("QAV_System"), "TE: trailers\r\n", "POST"));
     EXPECT_EQ(1u, instancesIn(reply.body).size());
@@ -164,7 +164,7 @@ TEST_F(Http, APostIsAnsweredWithoutTheExtensionHeader) {
     EXPECT_TRUE(reply.hasLine("Man: http://www.dmtf.org/cim/mapping/http/v1.0 ; ns=01"));
 }
 
-TEST_F(Http, AnyPathWillDo) {
+TEST_F(Http, EachPathIsAccepted) {
     EXPECT_EQ(200u, Client(socketPath()).exchange(with(good, "/cimom", "/anything?else")).status);
 }
 
@@ -182,14 +182,14 @@ TEST_F(Http, ABodyMayComeInChunks) {
     EXPECT_EQ(200u, client.exchange(good).status);
 }
 
-TEST_F(Http, ChunksThatDoNotReadAreRefused) {
+TEST_F(Http, MalformedChunksAreRefused) {
     expectRefusal(
         "HTTP/1.1 400 Bad request: There was a problem parsing the chunks of the request",
         "POST / HTTP/1.1\r\nContent-Type: application/x-owbinary\r\nTransfer-Encoding: chunked\r\n\r\n"
         "zz\r\n");
 }
 
-TEST_F(Http, ATrailerThatIsTooLongEndsItsConnectionOnly) {
+TEST_F(Http, ATooLongTrailerEndsItsConnectionOnly) {
     Client other(socketPath());
     EXPECT_EQ(200u, other.exchange(good).status);
     Client client(socketPath());
@@ -203,7 +203,7 @@ TEST_F(Http, ATrailerThatIsTooLongEndsItsConnectionOnly) {
     expectService();
 }
 
-TEST_F(Http, AClientMayAskForTheEndOfTheConnection) {
+TEST_F(Http, ConnectionCloseEndsTheConnectionAfterTheReply) {
     Client client(socketPath());
     const Reply reply =
         client.exchange(httpRequest(enumerateBody("QAV_System"), "TE: trailers\r\nConnection: close\r\n"));
@@ -212,7 +212,7 @@ TEST_F(Http, AClientMayAskForTheEndOfTheConnection) {
     EXPECT_TRUE(client.isClosedByPeer());
 }
 
-TEST_F(Http, AnOlderVersionGetsAPlainReplyAndTheEndOfTheConnection) {
+TEST_F(Http, AReplyToHttp10HasALengthAndEndsTheConnection) {
     Client client(socketPath());
     const Reply reply = client.exchange(with(good, "HTTP/1.1", "HTTP/1.0"));
     EXPECT_TRUE(reply.hasLine("Content-Length: " + std::to_string(reply.body.size())));

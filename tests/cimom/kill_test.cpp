@@ -112,7 +112,7 @@ private:
 
 } // namespace
 
-TEST(Kill, LosesNoAcknowledgedWriteAndLeavesNoHalfState) {
+TEST(Kill, LosesNoSuccessfulWriteAndLeavesNoIncompleteState) {
     Manager manager;
     long acknowledged = 0;
     for (unsigned kill = 0; kill < 200; ++kill) {

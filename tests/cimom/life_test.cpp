@@ -54,7 +54,7 @@ private:
 
 } // namespace
 
-TEST_F(Life, ARequestThatIsAnsweredWellIsNotLogged) {
+TEST_F(Life, ASuccessfulRequestIsNotLogged) {
     start();
     Client client(socketPath());
     EXPECT_EQ(1u, count(client));
@@ -65,7 +65,7 @@ TEST_F(Life, ARequestThatIsAnsweredWellIsNotLogged) {
     EXPECT_EQ(0, daemon().wait());
 }
 
-TEST_F(Life, EveryRequestIsLoggedWhenTold) {
+TEST_F(Life, WithVerboseEveryRequestIsLogged) {
     start({"--verbose", "--listen", "0"});
     Client client(socketPath());
     EXPECT_EQ(1u, count(client));
@@ -76,14 +76,14 @@ TEST_F(Life, EveryRequestIsLoggedWhenTold) {
     EXPECT_NE(std::string::npos, line.find(": EnumerateClassNames"));
 }
 
-TEST_F(Life, ARefusalIsLogged) {
+TEST_F(Life, AnErrorResponseIsLogged) {
     start();
     Client(socketPath()).exchange("GET / HTTP/1.1\r\nHost: x\r\nContent-Length: 0\r\n\r\n");
     EXPECT_EQ(who() + "refused: 405 Method not allowed: Method not allowed by server: GET",
               daemon().nextErrorLine());
 }
 
-TEST_F(Life, ARefusalIsLoggedAndSentInAscii) {
+TEST_F(Life, AnErrorResponseIsLoggedAndSentInAscii) {
     start();
     const Reply reply =
         Client(socketPath())
@@ -93,7 +93,7 @@ TEST_F(Life, ARefusalIsLoggedAndSentInAscii) {
     EXPECT_EQ(who() + "refused: 415 " + refusal, daemon().nextErrorLine());
 }
 
-TEST_F(Life, CountersAreLoggedWhenTold) {
+TEST_F(Life, Sigusr1LogsTheCounters) {
     start();
     Client client(socketPath());
     EXPECT_EQ(1u, count(client));
@@ -122,7 +122,7 @@ TEST_F(Life, ALongReplyTakesLittleMemory) {
 }
 #endif
 
-TEST_F(Life, AClientThatDoesNotTakeItsReplyHoldsNobodyUp) {
+TEST_F(Life, AClientThatDoesNotReadItsReplyBlocksNoOther) {
     start({"--instances", systems(20000)});
     Client stuck(socketPath());
     stuck.send(systemsRequest);
@@ -132,7 +132,7 @@ TEST_F(Life, AClientThatDoesNotTakeItsReplyHoldsNobodyUp) {
     EXPECT_EQ(20001u, instancesIn(stuck.receive().body).size());
 }
 
-TEST_F(Life, AReplyUnderWayIsFinishedBeforeTheEnd) {
+TEST_F(Life, ACurrentReplyIsCompletedBeforeTheEnd) {
     start({"--instances", systems(20000)});
     Client reading(socketPath());
     Client idle(socketPath());
@@ -147,7 +147,7 @@ TEST_F(Life, AReplyUnderWayIsFinishedBeforeTheEnd) {
     EXPECT_EQ(0, daemon().wait());
 }
 
-TEST_F(Life, AReplyThatNobodyTakesDoesNotKeepItFromEnding) {
+TEST_F(Life, AReplyThatIsNotReadDoesNotPreventTheEnd) {
     start({"--instances", systems(20000), "--stop-time", "0"});
     Client stuck(socketPath());
     stuck.send(systemsRequest);
@@ -157,52 +157,52 @@ TEST_F(Life, AReplyThatNobodyTakesDoesNotKeepItFromEnding) {
     EXPECT_THROW(stuck.receive(), std::runtime_error);
 }
 
-TEST_F(Life, AConnectionForWhichThereIsNoDescriptorIsServedWhenThereIsOne) {
+TEST_F(Life, AConnectionWithoutADescriptorIsServedOnceOneIsFree) {
     start();
     rlimit before;
     ASSERT_EQ(0, ::prlimit(daemon().pid(), RLIMIT_NOFILE, nullptr, &before));
     const rlimit none = {3, before.rlim_max}; // besides those that it has
     ASSERT_EQ(0, ::prlimit(daemon().pid(), RLIMIT_NOFILE, &none, nullptr));
     Client client(socketPath());
-    EXPECT_EQ("owbcimomd: accepting a connection: Too many open files", daemon().nextErrorLine());
+    EXPECT_EQ("owbcimomd: cannot accept a connection: Too many open files", daemon().nextErrorLine());
     ASSERT_EQ(0, ::prlimit(daemon().pid(), RLIMIT_NOFILE, &before, nullptr));
     EXPECT_EQ(1u, count(client));
 }
 
-TEST_F(Life, SiteFilesAreReadAgainWhenTold) {
+TEST_F(Life, SighupReloadsSiteFiles) {
     start({"--instances", systems(2)});
     Client client(socketPath());
     EXPECT_EQ(3u, count(client));
     systems(5);
     EXPECT_EQ(3u, count(client));
     daemon().signal(SIGHUP);
-    EXPECT_EQ("owbcimomd: read the site's files again", daemon().nextErrorLine());
+    EXPECT_EQ("owbcimomd: reloaded the site's files", daemon().nextErrorLine());
     EXPECT_EQ(6u, count(client));
 }
 
-TEST_F(Life, AnEnumerationUnderWayKeepsTheOldSiteFiles) {
+TEST_F(Life, ACurrentEnumerationKeepsTheOldSiteFiles) {
     start({"--instances", systems(20000)});
     Client reading(socketPath());
     reading.send(systemsRequest);
     awaitReply(reading);
     systems(1);
     daemon().signal(SIGHUP);
-    EXPECT_EQ("owbcimomd: read the site's files again", daemon().nextErrorLine());
+    EXPECT_EQ("owbcimomd: reloaded the site's files", daemon().nextErrorLine());
     EXPECT_EQ(20001u, instancesIn(reading.receive().body).size());
     EXPECT_EQ(2u, count(reading));
 }
 
-TEST_F(Life, SiteFilesThatAreWrongLeaveTheOldOnes) {
+TEST_F(Life, InvalidSiteFilesAreNotReloaded) {
     start({"--instances", systems(2)});
     const std::string path = folder().write("site/wrong.json", "{\n\"QAV_Nope\": []}");
     daemon().signal(SIGHUP);
-    EXPECT_EQ("owbcimomd: the site's files stay as they were: " + path + ":2: there is no class \"QAV_Nope\"",
+    EXPECT_EQ("owbcimomd: cannot reload the site's files: " + path + ":2: there is no class \"QAV_Nope\"",
               daemon().nextErrorLine());
     Client client(socketPath());
     EXPECT_EQ(3u, count(client));
 }
 
-TEST_F(Life, SiteFilesThatAreWrongEndItAtStart) {
+TEST_F(Life, InvalidSiteFilesPreventTheStart) {
     const std::string path = folder().write("site/a.json", "{\n\"QAV_System\": [\n{\"Nam\": \"x\"}]}");
     support::Daemon daemon({OWBCIMOMD, "--socket", socketPath(), "--state", folder().file("state"),
                             "--instances", folder().file("site")});
@@ -210,7 +210,7 @@ TEST_F(Life, SiteFilesThatAreWrongEndItAtStart) {
     EXPECT_EQ(1, daemon.wait());
 }
 
-TEST_F(Life, TheServiceManagerIsToldWhenItIsReadyAndWhenItEnds) {
+TEST_F(Life, TheServiceManagerIsNotifiedOfReadinessAndEnd) {
     for (const bool isAbstract : {false, true}) {
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
@@ -232,7 +232,7 @@ TEST_F(Life, TheServiceManagerIsToldWhenItIsReadyAndWhenItEnds) {
     }
 }
 
-TEST_F(Life, AServiceManagerWithAWatchdogIsToldThatItLives) {
+TEST_F(Life, AServiceManagerWithAWatchdogIsNotifiedPeriodically) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     const std::string name = folder().file("notify");
@@ -250,7 +250,7 @@ TEST_F(Life, AServiceManagerWithAWatchdogIsToldThatItLives) {
     EXPECT_EQ(0, daemon().wait());
 }
 
-TEST_F(Life, AWatchdogOfAnotherProcessIsNotToldAnything) {
+TEST_F(Life, AWatchdogOfAnotherProcessIsNotNotified) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     const std::string name = folder().file("notify");
@@ -268,19 +268,21 @@ TEST_F(Life, AWatchdogOfAnotherProcessIsNotToldAnything) {
     EXPECT_EQ("STOPPING=1", manager.next());
 }
 
-TEST_F(Life, AServiceManagerWhoseNameIsTooLongIsNoReasonToEnd) {
+TEST_F(Life, AServiceManagerWithATooLongNameIsLogged) {
     const std::string name = folder().file(std::string(108, 'x'));
     ::setenv("NOTIFY_SOCKET", name.c_str(), 1);
     start();
     ::unsetenv("NOTIFY_SOCKET");
-    EXPECT_EQ("owbcimomd: telling " + name + " READY=1: File name too long", daemon().nextErrorLine());
+    EXPECT_EQ("owbcimomd: cannot notify service manager: " + name + ": File name too long",
+              daemon().nextErrorLine());
 }
 
-TEST_F(Life, AServiceManagerThatIsNotThereIsNoReasonToEnd) {
+TEST_F(Life, AMissingServiceManagerIsLogged) {
     ::setenv("NOTIFY_SOCKET", folder().file("nobody").c_str(), 1);
     start();
     ::unsetenv("NOTIFY_SOCKET");
-    EXPECT_EQ("owbcimomd: telling " + folder().file("nobody") + " READY=1: No such file or directory",
+    EXPECT_EQ("owbcimomd: cannot notify service manager: " + folder().file("nobody") +
+                  ": No such file or directory",
               daemon().nextErrorLine());
     Client client(socketPath());
     EXPECT_EQ(1u, count(client));

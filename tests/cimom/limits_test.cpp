@@ -24,7 +24,7 @@ protected:
 
 } // namespace
 
-TEST_F(LimitsTest, Connections) {
+TEST_F(LimitsTest, AConnectionBeyondTheLimitIsRefused) {
     start({"--max-connections", "2"});
     Client first(socketPath());
     auto second = std::make_unique<Client>(socketPath());
@@ -38,7 +38,7 @@ TEST_F(LimitsTest, Connections) {
     EXPECT_EQ(1u, count(first));
 }
 
-TEST_F(LimitsTest, ConnectionsOfAllSocketsTogether) {
+TEST_F(LimitsTest, TheConnectionsOfAllSocketsCountTogether) {
     start({"--max-connections", "2", "--listen", "0"});
     Client local(socketPath());
     Client onNetwork(port());
@@ -48,7 +48,7 @@ TEST_F(LimitsTest, ConnectionsOfAllSocketsTogether) {
     EXPECT_EQ(503u, Client(socketPath()).receive().status);
 }
 
-TEST_F(LimitsTest, AQuarterOfTheConnectionsIsKeptForLocalClients) {
+TEST_F(LimitsTest, AQuarterOfTheConnectionsIsReservedForLocalClients) {
     start({"--max-connections", "8", "--listen", "0"});
     std::vector<std::unique_ptr<Client>> onNetwork;
     for (int i = 0; i < 6; ++i) {
@@ -73,7 +73,7 @@ TEST_F(LimitsTest, LocalClientsMayHaveAllConnections) {
     EXPECT_EQ(503u, Client(socketPath()).receive().status);
 }
 
-TEST_F(LimitsTest, HeadSize) {
+TEST_F(LimitsTest, AHeadBeyondTheLimitIsRefused) {
     start({"--max-head", "512"});
     EXPECT_EQ(200u, statusOf(withHead(512)));
     EXPECT_EQ(431u, statusOf(withHead(513)));
@@ -82,13 +82,13 @@ TEST_F(LimitsTest, HeadSize) {
               daemon().nextErrorLine());
 }
 
-TEST_F(LimitsTest, BodySize) {
+TEST_F(LimitsTest, ABodyBeyondTheLimitIsRefused) {
     start({"--max-body", "1000"});
     EXPECT_EQ(200u, statusOf(withBody(1000)));
     EXPECT_EQ(413u, statusOf(withBody(1001)));
 }
 
-TEST_F(LimitsTest, IdleTime) {
+TEST_F(LimitsTest, AnIdleConnectionTimesOutWithoutALogLine) {
     start({"--idle-time", "1"});
     Client client(socketPath());
     EXPECT_EQ(1u, count(client));
@@ -99,7 +99,7 @@ TEST_F(LimitsTest, IdleTime) {
         << "the first line: it is no failure";
 }
 
-TEST_F(LimitsTest, RequestTime) {
+TEST_F(LimitsTest, AnIncompleteRequestTimesOut) {
     start({"--request-time", "1"});
     Client patient(socketPath());
     Client stuck(socketPath());
@@ -110,7 +110,7 @@ TEST_F(LimitsTest, RequestTime) {
     EXPECT_EQ(1u, count(patient)) << "who waits between requests may wait longer";
 }
 
-TEST_F(LimitsTest, AllThatClientsMaySendTogetherIsBounded) {
+TEST_F(LimitsTest, AllBodiesTogetherHaveALimit) {
     const support::ProgramResult result =
         support::runProgram({OWBCIMOMD, "--max-connections", "1025", "--max-body", "1048576"});
     EXPECT_EQ(2, result.exitCode);
@@ -118,7 +118,7 @@ TEST_F(LimitsTest, AllThatClientsMaySendTogetherIsBounded) {
     start({"--max-connections", "1024", "--max-body", "1048576"});
 }
 
-TEST_F(LimitsTest, AnUnusableOneIsAnErrorOfTheCommandLine) {
+TEST_F(LimitsTest, AnInvalidLimitIsAnErrorOfTheCommandLine) {
     for (const char* const option :
          {"--max-connections", "--max-head", "--max-body", "--idle-time", "--request-time", "--stop-time"}) {
         for (const char* const value : {"-1", "x", "99999999999"}) {

@@ -75,7 +75,7 @@ TEST(Log, ALineBeginsWithTheLocalTime) {
     EXPECT_LE(std::abs(std::time(nullptr) - (::timegm(&said) - offset)), 60);
 }
 
-TEST(Log, TheJournalNotesTheTimeItself) {
+TEST(Log, ALineForTheJournalHasNoTime) {
     const Errors errors;
     struct stat file;
     ASSERT_EQ(0, ::fstat(STDERR_FILENO, &file));
@@ -99,13 +99,13 @@ TEST(Log, WhatIsNotAsciiIsEscaped) {
     EXPECT_EQ(std::string("owbcimomd: \n").size() + 1024, errors.read().size());
 }
 
-TEST(Log, ALineStandsBehindTheNameOfTheProgram) {
+TEST(Log, TheProgramNamePrecedesTheMessage) {
     const Errors errors;
     log("one\ntwo");
     EXPECT_EQ("owbcimomd: one two\n", errors.read());
 }
 
-TEST(Log, ALineThatNobodyTakesIsLostAndCounted) {
+TEST(Log, ALineThatCannotBeWrittenIsLostAndCounted) {
     const Errors errors;
     errors.fill();
     log("first");

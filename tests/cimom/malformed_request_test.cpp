@@ -1,8 +1,8 @@
 // Recorded requests that are broken off or bent: they end in a reply, a refusal or a closed connection, in
 // little memory, and a request that has not come whole changes nothing.
-#include "BentRequests.hpp"
 #include "ClientReading.hpp"
 #include "Completed.hpp"
+#include "MutatedRequests.hpp"
 #include "RecordedSchema.hpp"
 #include "SessionRun.hpp"
 #include "objects/Naming.hpp"
@@ -20,7 +20,7 @@
 
 using namespace cimom;
 using namespace OpenWBEM;
-namespace http = boost::beast::http;
+namespace beast = boost::beast;
 
 namespace {
 
@@ -61,7 +61,7 @@ std::string outcomeOf(const Handler& handler, const std::string& body, Access ac
 std::vector<unsigned> statuses(const std::string& received) {
     std::vector<unsigned> all;
     for (std::size_t at = 0; at < received.size();) {
-        http::response_parser<http::string_body> parser;
+        beast::http::response_parser<beast::http::string_body> parser;
         parser.eager(true);
         parser.body_limit(boost::none);
         boost::system::error_code error;
@@ -89,13 +89,13 @@ void inLittleMemory(const std::function<void()>& body) {
 
 } // namespace
 
-TEST(MalformedRequests, ThereAreManyToStartFrom) {
+TEST(MalformedRequests, AreMutatedFromManyRecordedOnes) {
     EXPECT_EQ(56u, recordedRequests().size());
     EXPECT_EQ(22u, recordedBodies(true).size());
     EXPECT_EQ(21u, recordedBodies(false).size());
 }
 
-TEST(MalformedRequests, ABinaryBodyThatBreaksOffIsAnErrorAndChangesNothing) {
+TEST(MalformedRequests, ATruncatedBinaryBodyIsAnErrorAndChangesNothing) {
     ObjectManager objects = recordedManagerOfShortReplies();
     const BinaryHandler handler(objects);
     const std::string before = written(objects);
@@ -106,7 +106,7 @@ TEST(MalformedRequests, ABinaryBodyThatBreaksOffIsAnErrorAndChangesNothing) {
     EXPECT_EQ(before, written(objects));
 }
 
-TEST(MalformedRequests, ADocumentThatBreaksOffIsRefusedAndChangesNothing) {
+TEST(MalformedRequests, ATruncatedDocumentIsRefusedAndChangesNothing) {
     ObjectManager objects = recordedManagerOfShortReplies();
     const XmlHandler handler(objects);
     const std::string before = written(objects);
@@ -118,7 +118,7 @@ TEST(MalformedRequests, ADocumentThatBreaksOffIsRefusedAndChangesNothing) {
     EXPECT_EQ(before, written(objects));
 }
 
-TEST(MalformedRequests, ABentBodyIsAnsweredOrRefused) {
+TEST(MalformedRequests, AMutatedBodyIsAnsweredOrRefused) {
     const std::set<std::string> expected = {"good",
                                             "1",
                                             "2",
@@ -144,7 +144,7 @@ TEST(MalformedRequests, ABentBodyIsAnsweredOrRefused) {
         for (const std::string& body : recordedBodies(isXml)) {
             for (int i = 0; i < 100; ++i) {
                 const Access access = i % 2 == 0 ? Access::write : Access::read;
-                const std::string outcome = outcomeOf(handler, bent(body, dice), access);
+                const std::string outcome = outcomeOf(handler, mutated(body, dice), access);
                 EXPECT_EQ(1u, expected.count(outcome)) << outcome;
                 outcomes.insert(outcome);
             }
@@ -153,7 +153,7 @@ TEST(MalformedRequests, ABentBodyIsAnsweredOrRefused) {
     EXPECT_LE(10u, outcomes.size()) << "the bends reach far";
 }
 
-TEST(MalformedRequests, AConnectionThatEndsWithinARequestIsToldSoAndEnds) {
+TEST(MalformedRequests, AConnectionThatEndsInMidRequestGetsAnErrorResponseAndEnds) {
     ObjectManager objects = recordedManagerOfShortReplies();
     const std::string before = written(objects);
     inLittleMemory([&] {
@@ -172,7 +172,7 @@ TEST(MalformedRequests, AConnectionThatEndsWithinARequestIsToldSoAndEnds) {
     EXPECT_EQ(before, written(objects));
 }
 
-TEST(MalformedRequests, ABentRequestIsAnsweredOrRefused) {
+TEST(MalformedRequests, AMutatedRequestIsAnsweredOrRefused) {
     const std::set<unsigned> expected = {200, 400, 405, 411, 413, 415, 431, 501, 505};
     ObjectManager objects = recordedManagerOfShortReplies();
     inLittleMemory([&] {
@@ -181,7 +181,7 @@ TEST(MalformedRequests, ABentRequestIsAnsweredOrRefused) {
         std::set<unsigned> seen;
         for (const std::string& request : recordedRequests()) {
             for (int i = 0; i < 50; ++i) {
-                const std::string received = session.answerTo(bent(request, dice));
+                const std::string received = session.answerTo(mutated(request, dice));
                 for (const unsigned status : statuses(received)) {
                     EXPECT_EQ(1u, expected.count(status)) << received;
                     seen.insert(status);

@@ -52,12 +52,12 @@ bool isDone(const Reply& reply) {
 
 } // namespace
 
-TEST_F(Network, NobodyListensUnlessTold) {
+TEST_F(Network, WithoutListenThereIsNoNetworkSocket) {
     start();
     EXPECT_EQ(0, port());
 }
 
-TEST_F(Network, BothProtocolsAreSpokenOnBothSockets) {
+TEST_F(Network, EachSocketServesBothProtocols) {
     start({"--listen", "0", "--instances", systems(2)});
     Client onNetwork(port());
     Client local(socketPath());
@@ -71,13 +71,13 @@ TEST_F(Network, BothProtocolsAreSpokenOnBothSockets) {
     }
 }
 
-TEST_F(Network, ItListensOnEveryAddressThatItIsTold) {
+TEST_F(Network, ItListensOnEachAddressOfTheCommandLine) {
     start({"--listen", "127.0.0.1:0", "--listen", "[::1]:0", "--instances", systems(0)});
     Client client(port(), AF_INET6);
     EXPECT_EQ(1u, count(client));
 }
 
-TEST_F(Network, AnAddressThatIsTakenEndsIt) {
+TEST_F(Network, AnAddressInUsePreventsTheStart) {
     start({"--listen", "0"});
     support::Daemon second({OWBCIMOMD, "--socket", folder().file("second"), "--state",
                             folder().file("state2"), "--listen", std::to_string(port())});
@@ -86,7 +86,7 @@ TEST_F(Network, AnAddressThatIsTakenEndsIt) {
     EXPECT_EQ(1, second.wait());
 }
 
-TEST_F(Network, WithoutUsersNobodyMayWrite) {
+TEST_F(Network, WithoutUsersNoClientOnTheNetworkMayWrite) {
     start({"--listen", "0", "--instances", systems(1)});
     for (const std::string& lines : {std::string(), agent}) {
         const Reply reply = Client(port()).exchange(writeRequest("me", lines));
@@ -96,7 +96,7 @@ TEST_F(Network, WithoutUsersNobodyMayWrite) {
     EXPECT_EQ("(null)", contact());
 }
 
-TEST_F(Network, WhoHasNotLoggedInIsAskedToBeforeAWrite) {
+TEST_F(Network, AWriteRequiresALogin) {
     startWithUsers();
     for (const char* const lines : {"", "Authorization: OWLocal uid=\"0\"\r\n"}) {
         Client client(port());
@@ -110,13 +110,13 @@ TEST_F(Network, WhoHasNotLoggedInIsAskedToBeforeAWrite) {
     EXPECT_EQ("(null)", contact());
 }
 
-TEST_F(Network, WhoHasLoggedInMayWrite) {
+TEST_F(Network, AClientThatHasLoggedInMayWrite) {
     startWithUsers();
     EXPECT_TRUE(isDone(Client(port()).exchange(writeRequest("me", agent))));
     EXPECT_EQ("me", contact());
 }
 
-TEST_F(Network, ALoginHoldsForRequestsThatRepeatIt) {
+TEST_F(Network, ALoginIsCheckedOncePerConnection) {
     startWithUsers();
     Client client(port());
     EXPECT_TRUE(isDone(client.exchange(writeRequest("me", agent))));
@@ -126,21 +126,21 @@ TEST_F(Network, ALoginHoldsForRequestsThatRepeatIt) {
     EXPECT_EQ("you", contact());
 }
 
-TEST_F(Network, ALoginEndsWhenTheUsersAreReadAgain) {
+TEST_F(Network, AReloadOfTheUsersEndsLogins) {
     startWithUsers();
     Client client(port());
     EXPECT_TRUE(isDone(client.exchange(writeRequest("me", agent))));
     daemon().signal(SIGHUP);
-    EXPECT_EQ("owbcimomd: read the site's files again", daemon().nextErrorLine());
+    EXPECT_EQ("owbcimomd: reloaded the site's files", daemon().nextErrorLine());
     EXPECT_TRUE(isDone(client.exchange(writeRequest("you", agent)))) << "the user is still there";
     folder().write("users", "# nobody\n");
     daemon().signal(SIGHUP);
-    EXPECT_EQ("owbcimomd: read the site's files again", daemon().nextErrorLine());
+    EXPECT_EQ("owbcimomd: reloaded the site's files", daemon().nextErrorLine());
     EXPECT_EQ(401u, client.exchange(writeRequest("him", agent)).status);
     EXPECT_EQ("you", contact());
 }
 
-TEST_F(Network, AWrongPasswordIsRefusedWhateverIsAsked) {
+TEST_F(Network, AWrongPasswordIsRefusedForReadsToo) {
     startWithUsers();
     for (const char* const wrong : {"YWdlbnQ6c2VjcmV1", "YWdlbnQ6", "bm9ib2R5OnNlY3JldA==", "rubbish!"}) {
         Client client(port());
@@ -155,14 +155,14 @@ TEST_F(Network, AWrongPasswordIsRefusedWhateverIsAsked) {
     EXPECT_EQ("(null)", contact());
 }
 
-TEST_F(Network, ALocalClientIsKnownByItsUserWhateverItSays) {
+TEST_F(Network, ALocalClientHasTheAccessOfItsUserDespiteItsAuthorization) {
     startWithUsers();
     EXPECT_TRUE(isDone(
         Client(socketPath()).exchange(writeRequest("me", "Authorization: Basic YWdlbnQ6c2VjcmV1\r\n"))));
     EXPECT_EQ("me", contact());
 }
 
-TEST_F(Network, WithALoginRequiredWhoHasNotLoggedInMayNotRead) {
+TEST_F(Network, WithRequireLoginAReadRequiresALogin) {
     start({"--listen", "0", "--require-login", "--users", usersFile(), "--instances", systems(1)});
     Client client(port());
     const Reply reply = client.exchange(httpRequest(enumerateBody("QAV_System")));
@@ -173,7 +173,7 @@ TEST_F(Network, WithALoginRequiredWhoHasNotLoggedInMayNotRead) {
     EXPECT_EQ(401u, Client(port()).exchange(writeRequest("me")).status);
 }
 
-TEST_F(Network, WithALoginRequiredWhoHasLoggedInMayRead) {
+TEST_F(Network, WithRequireLoginAClientThatHasLoggedInMayRead) {
     start({"--listen", "0", "--require-login", "--users", usersFile(), "--instances", systems(1)});
     Client client(port());
     const std::string request = httpRequest(enumerateBody("QAV_System"), "TE: trailers\r\n" + agent);
@@ -182,13 +182,13 @@ TEST_F(Network, WithALoginRequiredWhoHasLoggedInMayRead) {
     EXPECT_TRUE(isDone(client.exchange(writeRequest("me", agent))));
 }
 
-TEST_F(Network, WithALoginRequiredALocalClientReadsAsBefore) {
+TEST_F(Network, WithRequireLoginALocalClientReadsWithoutALogin) {
     start({"--listen", "0", "--require-login", "--users", usersFile(), "--instances", systems(1)});
     Client local(socketPath());
     EXPECT_EQ(2u, count(local));
 }
 
-TEST_F(Network, ALoginCannotBeRequiredWithoutUsers) {
+TEST_F(Network, RequireLoginRequiresUsers) {
     const support::ProgramResult result =
         support::runProgram({OWBCIMOMD, "--socket", socketPath(), "--listen", "0", "--require-login"});
     EXPECT_EQ(2, result.exitCode);
@@ -208,7 +208,7 @@ TEST_F(Network, AReadOnlyUserMayReadButNotWrite) {
     EXPECT_EQ("(null)", contact());
 }
 
-TEST_F(Network, AfterTooManyFailedLoginsItsAddressIsRefused) {
+TEST_F(Network, TooManyFailedLoginsBlockTheirAddress) {
     start({"--listen", "0", "--users", usersFile(), "--instances", systems(1)});
     const std::string wrong = "Authorization: Basic YWdlbnQ6c2VjcmV1\r\n";
     for (int i = 0; i < 10; ++i)
@@ -224,7 +224,7 @@ TEST_F(Network, AfterTooManyFailedLoginsItsAddressIsRefused) {
     EXPECT_EQ(2u, count(client)) << "who does not log in reads as before";
 }
 
-TEST_F(Network, AUsersFileThatIsWrongEndsIt) {
+TEST_F(Network, AnInvalidUsersFilePreventsTheStart) {
     const std::string users = folder().write("users", "agent\n");
     ::chmod(users.c_str(), 0600);
     support::Daemon daemon(

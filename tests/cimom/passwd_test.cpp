@@ -116,7 +116,7 @@ private:
 
 } // namespace
 
-TEST_F(PasswdTest, ItSetsThePasswordThatIsALineOfItsInput) {
+TEST_F(PasswdTest, ItSetsThePasswordOfALineOfStandardInput) {
     EXPECT_EQ("", errorOf({path(), "bob"}, "pass word\nmore\n", 0));
     EXPECT_TRUE(readUsers(path()).matches("bob", "pass word"));
     EXPECT_EQ(0u, readFile(path()).find("bob:$y$"));
@@ -125,7 +125,7 @@ TEST_F(PasswdTest, ItSetsThePasswordThatIsALineOfItsInput) {
     EXPECT_EQ(0600u, status.st_mode & 07777);
 }
 
-TEST_F(PasswdTest, ALastLineNeedsNoEnd) {
+TEST_F(PasswdTest, TheLastLineNeedsNoLineEnd) {
     EXPECT_EQ("", errorOf({path(), "bob", "--method", "sha512"}, "d\xc3\xbcne", 0));
     EXPECT_TRUE(readUsers(path()).matches("bob", "d\xc3\xbcne"));
     EXPECT_EQ(0u, readFile(path()).find("bob:$6$"));
@@ -154,17 +154,17 @@ TEST_F(PasswdTest, ItDeletesAUser) {
     write("# who\nann:" + secretHash + "\nbob:" + secretHash + "\n");
     EXPECT_EQ("", errorOf({"--delete", path(), "bob"}, "", 0));
     EXPECT_EQ("# who\nann:" + secretHash + "\n", readFile(path()));
-    EXPECT_EQ("owbcimom-passwd: " + path() + ": there is no user \"bob\"\n",
+    EXPECT_EQ("owbcimom-passwd: " + path() + ": no such user: \"bob\"\n",
               errorOf({path(), "--delete", "bob"}, "", 1));
 }
 
-TEST_F(PasswdTest, APasswordThatNoClientCouldSendIsRefused) {
+TEST_F(PasswdTest, APasswordThatNoClientCanSendIsAnError) {
     write("# who\n");
     EXPECT_EQ("owbcimom-passwd: password: empty\n", errorOf({path(), "bob"}, "\n", 1));
     EXPECT_EQ("owbcimom-passwd: password: no input\n", errorOf({path(), "bob"}, "", 1));
-    EXPECT_EQ("owbcimom-passwd: password: holds a control character\n",
+    EXPECT_EQ("owbcimom-passwd: password: contains a control character\n",
               errorOf({path(), "bob"}, "a\tb\n", 1));
-    EXPECT_EQ("owbcimom-passwd: password: holds a control character\n",
+    EXPECT_EQ("owbcimom-passwd: password: contains a control character\n",
               errorOf({path(), "bob"}, std::string("a\0b\n", 4), 1));
     EXPECT_EQ("owbcimom-passwd: password: longer than 511 bytes\n",
               errorOf({path(), "bob"}, std::string(512, 'x') + "\n", 1));
@@ -172,20 +172,20 @@ TEST_F(PasswdTest, APasswordThatNoClientCouldSendIsRefused) {
     EXPECT_EQ("", errorOf({path(), "bob"}, std::string(511, 'x') + "\n", 0));
 }
 
-TEST_F(PasswdTest, ANameThatCannotBeIsToldBeforeThePasswordIsAskedFor) {
-    EXPECT_EQ("owbcimom-passwd: user name: holds a colon\n", errorOf({path(), "b:ob"}, "", 1));
+TEST_F(PasswdTest, AnInvalidNameIsReportedBeforeThePasswordIsRead) {
+    EXPECT_EQ("owbcimom-passwd: user name: contains a colon\n", errorOf({path(), "b:ob"}, "", 1));
     EXPECT_FALSE(std::filesystem::exists(path()));
 }
 
-TEST_F(PasswdTest, AFileThatIsWrongIsToldWithItsLine) {
+TEST_F(PasswdTest, AnInvalidFileIsReportedWithItsLine) {
     write("nonsense\n");
-    EXPECT_EQ("owbcimom-passwd: " + path() + ":1: no colon between a user and a hash\n",
+    EXPECT_EQ("owbcimom-passwd: " + path() + ":1: no colon after the user name\n",
               errorOf({path(), "bob"}, "new", 1));
     EXPECT_EQ("owbcimom-passwd: " + path() + "/x.lock: Not a directory\n",
               errorOf({path() + "/x", "bob"}, "new", 1));
 }
 
-TEST_F(PasswdTest, AWrongCommandLineIsTold) {
+TEST_F(PasswdTest, AnInvalidCommandLineIsReported) {
     EXPECT_EQ("owbcimom-passwd: command line: USER is required\n", errorOf({path()}, "", 2));
     EXPECT_EQ("owbcimom-passwd: command line: --method: md5 not in {yescrypt,sha512}\n",
               errorOf({path(), "bob", "--method", "md5"}, "", 2));
@@ -193,37 +193,37 @@ TEST_F(PasswdTest, AWrongCommandLineIsTold) {
               errorOf({path(), "bob", "--method", "sha512", "--delete"}, "", 2));
 }
 
-TEST_F(PasswdTest, ItTellsItsVersion) {
+TEST_F(PasswdTest, ItPrintsItsVersion) {
     EXPECT_EQ(0u, run({"--version"}).out.find("owbcimom-passwd 1."));
     EXPECT_EQ(0, run({"--help"}).exitCode);
 }
 
-TEST_F(PasswdTest, AtATerminalItAsksTwiceAndShowsNothing) {
+TEST_F(PasswdTest, AtATerminalItAsksTwiceWithoutEcho) {
     AtTerminal terminal(path());
     terminal.expect("New password: ");
     EXPECT_FALSE(terminal.echoes());
     terminal.type("secret\n");
-    terminal.expect("Once more: ");
+    terminal.expect("Retype new password: ");
     terminal.type("secret\n");
     terminal.expect("\n");
     EXPECT_EQ(0, terminal.wait());
-    EXPECT_EQ("New password: \r\nOnce more: \r\n", terminal.shown());
+    EXPECT_EQ("New password: \r\nRetype new password: \r\n", terminal.shown());
     EXPECT_TRUE(terminal.echoes());
     EXPECT_TRUE(readUsers(path()).matches("bob", "secret"));
 }
 
-TEST_F(PasswdTest, TwoPasswordsThatDifferAreRefused) {
+TEST_F(PasswdTest, TwoPasswordsThatDoNotMatchAreAnError) {
     AtTerminal terminal(path());
     terminal.expect("New password: ");
     terminal.type("secret\n");
-    terminal.expect("Once more: ");
+    terminal.expect("Retype new password: ");
     terminal.type("Secret\n");
-    terminal.expect("owbcimom-passwd: password: the two differ\r\n");
+    terminal.expect("owbcimom-passwd: passwords do not match\r\n");
     EXPECT_EQ(1, WEXITSTATUS(terminal.wait()));
     EXPECT_FALSE(std::filesystem::exists(path()));
 }
 
-TEST_F(PasswdTest, AnInterruptLeavesTheTerminalAsItWas) {
+TEST_F(PasswdTest, AnInterruptRestoresTheTerminal) {
     AtTerminal terminal(path());
     terminal.expect("New password: ");
     terminal.type("sec\x03");

@@ -95,7 +95,7 @@ private:
 
 } // namespace
 
-TEST(PasswordCheck, ItTellsWhetherAPasswordIsRight) {
+TEST(PasswordCheck, ItReportsWhetherAPasswordIsRight) {
     Checks checks("bob:" + cheapHash);
     checks.add("bob", "secret");
     checks.add("bob", "Secret");
@@ -106,7 +106,7 @@ TEST(PasswordCheck, ItTellsWhetherAPasswordIsRight) {
     EXPECT_FALSE(hasChildren());
 }
 
-TEST(PasswordCheck, ItTellsWhoMayOnlyRead) {
+TEST(PasswordCheck, ItReportsUsersWhoMayOnlyRead) {
     Checks checks("bob:" + cheapHash + ":read-only");
     checks.add("bob", "secret");
     checks.add("bob", "Secret");
@@ -114,7 +114,7 @@ TEST(PasswordCheck, ItTellsWhoMayOnlyRead) {
     EXPECT_EQ("ow", checks.verdicts);
 }
 
-TEST(PasswordCheck, NothingIsLeftOfACheckWhenItsEndIsTold) {
+TEST(PasswordCheck, TheChildHasEndedWhenItsVerdictIsReported) {
     Users users("bob:" + cheapHash);
     boost::asio::io_context io(1);
     PasswordCheck check(io, users);
@@ -124,7 +124,7 @@ TEST(PasswordCheck, NothingIsLeftOfACheckWhenItsEndIsTold) {
     EXPECT_FALSE(isLeft);
 }
 
-TEST(PasswordCheck, ChecksWaitForThoseThatRun) {
+TEST(PasswordCheck, ChecksBeyondTheLimitWait) {
     Checks checks("bob:" + cheapHash, {1, 3, 10s});
     for (const char* const password : {"secret", "x", "secret", "y"})
         checks.add("bob", password);
@@ -133,7 +133,7 @@ TEST(PasswordCheck, ChecksWaitForThoseThatRun) {
     EXPECT_EQ("0123", checks.order);
 }
 
-TEST(PasswordCheck, AsManyRunAtATimeAsThereMay) {
+TEST(PasswordCheck, AsManyChecksRunAtATimeAsAllowed) {
     Checks checks("slow:" + endlessHash + "\nbob:" + cheapHash, {2, 1, 1h});
     checks.add("slow", "secret");
     checks.add("bob", "secret");
@@ -144,7 +144,7 @@ TEST(PasswordCheck, AsManyRunAtATimeAsThereMay) {
     EXPECT_EQ("12", checks.order);
 }
 
-TEST(PasswordCheck, ACheckThatFindsNoPlaceIsNotMade) {
+TEST(PasswordCheck, ACheckBeyondTheQueueEndsUnchecked) {
     Checks checks("slow:" + endlessHash, {1, 1, 1h});
     checks.add("slow", "secret");
     checks.add("slow", "secret");
@@ -154,7 +154,7 @@ TEST(PasswordCheck, ACheckThatFindsNoPlaceIsNotMade) {
     EXPECT_EQ("--u", checks.verdicts);
 }
 
-TEST(PasswordCheck, ACheckThatTakesTooLongEnds) {
+TEST(PasswordCheck, ACheckThatTakesTooLongIsEnded) {
     Checks checks("slow:" + endlessHash, {1, 1, 10ms});
     checks.add("slow", "secret");
     checks.add("slow", "secret");
@@ -163,14 +163,14 @@ TEST(PasswordCheck, ACheckThatTakesTooLongEnds) {
     EXPECT_FALSE(hasChildren());
 }
 
-TEST(PasswordCheck, OfAnUnknownUserItTakesAsLongAsOfAKnownOne) {
+TEST(PasswordCheck, ACheckOfAnUnknownUserTakesAsLongAsOfAKnownOne) {
     Checks checks(std::string(50, '\n') + "slow:" + endlessHash, {1, 0, 100ms});
     checks.add("eve", "secret");
     checks.io.run();
     EXPECT_EQ("u", checks.verdicts);
 }
 
-TEST(PasswordCheck, ChildrenEndWithTheLoop) {
+TEST(PasswordCheck, ChildrenEndWithTheIoContext) {
     {
         Checks checks("slow:" + endlessHash, {2, 1, 1h});
         checks.add("slow", "secret");
@@ -207,7 +207,7 @@ TEST(PasswordCheck, AChildEndsWithItsParent) {
     ::prctl(PR_SET_CHILD_SUBREAPER, 0);
 }
 
-TEST(PasswordCheck, TheParentGoesOnTakingSignals) {
+TEST(PasswordCheck, TheParentStillReceivesSignals) {
     Checks checks("bob:" + cheapHash);
     checks.add("bob", "secret");
     sigset_t blocked;
@@ -216,7 +216,7 @@ TEST(PasswordCheck, TheParentGoesOnTakingSignals) {
     checks.io.run();
 }
 
-TEST(PasswordCheck, AStopSignalIsTheParentsAffair) {
+TEST(PasswordCheck, AStopSignalDoesNotEndTheChild) {
     Checks checks("bob:$6$rounds=50000" + hashEnd);
     checks.add("bob", "secret");
     ASSERT_GT(onlyChild(), 0);
@@ -225,7 +225,7 @@ TEST(PasswordCheck, AStopSignalIsTheParentsAffair) {
     EXPECT_EQ("w", checks.verdicts);
 }
 
-TEST(PasswordCheck, WithoutADescriptorNothingIsChecked) {
+TEST(PasswordCheck, WithoutADescriptorAPasswordIsUnchecked) {
 #ifdef __SANITIZE_ADDRESS__
     GTEST_SKIP() << "the sanitizers need descriptors themselves";
 #endif

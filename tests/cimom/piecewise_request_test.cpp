@@ -1,9 +1,10 @@
 // Recorded requests that arrive in pieces, and in chunks, are answered as if they came whole.
-#include "BentRequests.hpp"
 #include "Chunked.hpp"
 #include "Client.hpp"
+#include "MutatedRequests.hpp"
 #include "RecordedSchema.hpp"
 #include "SessionRun.hpp"
+#include "protocol/RequestHead.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>

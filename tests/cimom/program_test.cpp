@@ -43,7 +43,7 @@ std::string script(const support::TempDir& folder, const std::string& lines) {
 
 } // namespace
 
-TEST(Program, ItsOutputIsTaken) {
+TEST(Program, ItsOutputIsReturned) {
     EXPECT_EQ("one\ntwo\n", printedBy({"/usr/bin/printf", "one\\ntwo\\n"}));
     EXPECT_EQ("", printedBy({"/bin/true"}));
 }
@@ -57,14 +57,14 @@ TEST(Program, ItsArgumentsReachNoShell) {
     EXPECT_NE(0, ::access(made.c_str(), F_OK));
 }
 
-TEST(Program, ItsPathMayBeAny) {
+TEST(Program, ItsPathMayContainAnyCharacter) {
     const support::TempDir folder;
     const std::string path = folder.write("it's $HOME; exit\n/program", "#!/bin/sh\necho run\n");
     ::chmod(path.c_str(), 0700);
     EXPECT_EQ("run\n", printedBy({path}));
 }
 
-TEST(Program, ItsFailureIsTold) {
+TEST(Program, ItsFailureIsReported) {
     const support::TempDir folder;
     EXPECT_EQ("failed: some\n", printedBy({script(folder, "echo some\nexit 3\n")}));
     EXPECT_EQ("failed: some\n", printedBy({script(folder, "echo some\nkill -KILL $$\n")}));
@@ -82,7 +82,7 @@ TEST(Program, HasAnEmptyInputAndNoErrorOutputAndNoOtherDescriptor) {
         << "the fourth is the folder";
 }
 
-TEST(Program, HasTheSignalsOfAnOrdinaryOne) {
+TEST(Program, HasDefaultSignalHandling) {
     const auto before = std::signal(SIGPIPE, SIG_IGN);
     const auto mask = [](const char* field) {
         const std::string line = printedBy({"/bin/grep", field, "/proc/self/status"});
@@ -101,11 +101,11 @@ TEST(Program, ThatPrintsTooMuchHasNoAnswer) {
             return std::to_string(outputOf({"/usr/bin/head", "-c", bytes, "/dev/zero"}).text.size());
         });
     };
-    EXPECT_EQ(std::to_string(longestOutput), zeros(longestOutput));
-    EXPECT_EQ("none", zeros(longestOutput + 1));
+    EXPECT_EQ(std::to_string(maximumOutput), zeros(maximumOutput));
+    EXPECT_EQ("none", zeros(maximumOutput + 1));
 }
 
-TEST(Program, EndsWithAllThatItHasStartedWhenItsTimeIsUp) {
+TEST(Program, IsKilledWithItsChildrenAfterItsTimeLimit) {
     ASSERT_EQ(0, ::prctl(PR_SET_CHILD_SUBREAPER, 1)); // orphans become ours
     const support::TempDir folder;
     const std::string path = script(folder, "sleep 3600 &\nexec sleep 3600\n");
@@ -116,7 +116,7 @@ TEST(Program, EndsWithAllThatItHasStartedWhenItsTimeIsUp) {
     ::prctl(PR_SET_CHILD_SUBREAPER, 0);
 }
 
-TEST(Program, ThatClosesItsOutputAndGoesOnHoldsTheLoopUpNoMore) {
+TEST(Program, ThatClosesItsOutputAndContinuesDoesNotBlockTheIoContext) {
     const support::TempDir folder;
     const std::string path = script(folder, "exec >&-\nexec sleep 3600\n");
     boost::asio::io_context io(1);

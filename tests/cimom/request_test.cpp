@@ -46,7 +46,7 @@ TEST_F(Requests, AGoodReplyHasTheHeadThatClientsExpect) {
     EXPECT_EQ("\r\n0\r\n\r\n", reply.bytes.substr(reply.bytes.size() - 7));
 }
 
-TEST_F(Requests, AnUnknownClassIsToldInTrailersAfterAnEmptyBody) {
+TEST_F(Requests, TrailersReportAnUnknownClassAfterAnEmptyBody) {
     const Reply reply = replyTo(recorded("enum_badclass"));
     EXPECT_EQ(200u, reply.status);
     EXPECT_EQ("", reply.body);
@@ -56,27 +56,27 @@ TEST_F(Requests, AnUnknownClassIsToldInTrailersAfterAnEmptyBody) {
     EXPECT_EQ(end, reply.bytes.substr(reply.bytes.size() - end.size()));
 }
 
-TEST_F(Requests, AnUnknownNamespaceIsToldInTrailers) {
+TEST_F(Requests, TrailersReportAnUnknownNamespace) {
     const Reply reply = replyTo(recorded("enum_badnamespace"));
     EXPECT_EQ(200u, reply.status);
     EXPECT_TRUE(reply.hasLine("01-CIMStatusCode: 3"));
     EXPECT_TRUE(reply.hasLine("01-CIMStatusDescription: root/nosuch"));
 }
 
-TEST_F(Requests, AnOperationThatIsNotOfferedIsToldInTrailers) {
+TEST_F(Requests, TrailersReportAnUnsupportedOperation) {
     const Reply reply = replyTo(httpRequest(operationBody(20)));
     EXPECT_EQ(200u, reply.status);
     EXPECT_TRUE(reply.hasLine("01-CIMStatusCode: 7"));
     EXPECT_TRUE(reply.hasLine("01-CIMStatusDescription: DeleteClass"));
 }
 
-TEST_F(Requests, AnUnknownOperationIsAnsweredByAnEmptyBodyWithoutTrailers) {
+TEST_F(Requests, AnUnknownOperationGetsAnEmptyBodyWithoutTrailers) {
     const Reply chunked = replyTo(httpRequest(operationBody(99)));
     EXPECT_EQ("\r\n\r\n0\r\n\r\n", chunked.bytes.substr(chunked.bytes.size() - 9));
     EXPECT_TRUE(replyTo(httpRequest(operationBody(99), "")).hasLine("Content-Length: 0"));
 }
 
-TEST_F(Requests, WithoutTrailersAnErrorStandsInTheBody) {
+TEST_F(Requests, WithoutTrailersTheBodyReportsAnError) {
     const Reply reply = replyTo(httpRequest(enumerateBody("QAV_Nope"), ""));
     const std::string body = std::string("\2\0\5", 3) + text("class does not exist (/root/cimv2:QAV_Nope)");
     EXPECT_EQ(200u, reply.status);
@@ -92,7 +92,7 @@ TEST_F(Requests, WithoutTrailersAGoodReplyHasALength) {
     EXPECT_EQ(1u, instancesIn(reply.body).size());
 }
 
-TEST_F(Requests, LineEndsInANameMakeNoLinesInTheReply) {
+TEST_F(Requests, LineEndsInANameAddNoLinesToTheReply) {
     const Reply reply = replyTo(httpRequest(enumerateBody("Q\r\n01-CIMError: x")));
     EXPECT_TRUE(reply.hasLine("01-CIMStatusDescription: /root/cimv2:Q  01-CIMError: x"));
     EXPECT_FALSE(reply.hasLine("01-CIMError: x"));

@@ -41,7 +41,7 @@ const char* const room = "Lamp.Colour=\"red\"";
 
 } // namespace
 
-TEST_F(SiteValuesTest, WrittenValuesAreFound) {
+TEST_F(SiteValuesTest, WrittenValuesAreRead) {
     SiteValues values;
     EXPECT_EQ(nullptr, values.find(room));
     values.write(room, {{"Room", "hall"}, {"Owner", std::nullopt}});
@@ -51,7 +51,7 @@ TEST_F(SiteValuesTest, WrittenValuesAreFound) {
     EXPECT_EQ(nullptr, values.find("Lamp.Colour=\"RED\""));
 }
 
-TEST_F(SiteValuesTest, TheFileHoldsThemForTheNextProcess) {
+TEST_F(SiteValuesTest, TheFileKeepsThemForTheNextProcess) {
     const std::string odd("quote \" back\\slash \n tab\t nul\0 d\xc3\xbcne \xf0\x9f\x92\xa1", 37);
     load().write(room, {{"Room", odd}, {"Owner", std::nullopt}, {"Empty", ""}});
     load().write("Lamp.Colour=\"blue\"", {{"Room", "attic"}});
@@ -61,7 +61,7 @@ TEST_F(SiteValuesTest, TheFileHoldsThemForTheNextProcess) {
     ASSERT_NE(nullptr, later.find("Lamp.Colour=\"blue\""));
 }
 
-TEST_F(SiteValuesTest, TheFileIsForPeopleToRead) {
+TEST_F(SiteValuesTest, TheFileIsIndentedJson) {
     load().write(room, {{"Room", "hall"}, {"Owner", std::nullopt}});
     EXPECT_EQ("{\n"
               "  \"format_version\": 1,\n"
@@ -75,12 +75,12 @@ TEST_F(SiteValuesTest, TheFileIsForPeopleToRead) {
               readFile(path()));
 }
 
-TEST_F(SiteValuesTest, AWriteOfNothingDoesNotTouchTheFile) {
+TEST_F(SiteValuesTest, AnEmptyWriteDoesNotTouchTheFile) {
     load().write(room, {});
     EXPECT_FALSE(std::filesystem::exists(path()));
 }
 
-TEST_F(SiteValuesTest, AWriteOfWhatIsThereIsOnTheDiskAllTheSame) {
+TEST_F(SiteValuesTest, AWriteOfTheSameValueReachesTheDisk) {
     SiteValues values = load();
     values.write(room, {{"Room", "hall"}});
     std::filesystem::remove(path());
@@ -88,7 +88,7 @@ TEST_F(SiteValuesTest, AWriteOfWhatIsThereIsOnTheDiskAllTheSame) {
     EXPECT_TRUE(std::filesystem::exists(path()));
 }
 
-TEST_F(SiteValuesTest, AWriteThatCannotBeKeptChangesNothing) {
+TEST_F(SiteValuesTest, AWriteThatFailsChangesNothing) {
     SiteValues values = load();
     values.write(room, {{"Room", "hall"}});
     folder().write("state.new/in the way", "");
@@ -99,17 +99,17 @@ TEST_F(SiteValuesTest, AWriteThatCannotBeKeptChangesNothing) {
     EXPECT_EQ("cellar", values.find(room)->at("Room"));
 }
 
-TEST_F(SiteValuesTest, AFileThatIsNoJsonIsRefused) {
+TEST_F(SiteValuesTest, AFileThatIsNotJsonIsAnError) {
     EXPECT_EQ(0u, refusalOf("").find("1: syntax error"));
     EXPECT_EQ(0u, refusalOf("{\n  \"format_version\": 1,\n  \"inst").find("3: syntax error"));
 }
 
-TEST_F(SiteValuesTest, AFileOfAnotherKindIsRefused) {
+TEST_F(SiteValuesTest, AFileOfAnotherFormIsAnError) {
     EXPECT_EQ("1: not an object with \"format_version\" and \"instances\"", refusalOf("[]"));
-    EXPECT_EQ("1: there is no \"format_version\"", refusalOf("{}"));
+    EXPECT_EQ("1: no \"format_version\"", refusalOf("{}"));
     EXPECT_EQ("2: format_version is not 1", refusalOf("{\n\"format_version\": 2}"));
     EXPECT_EQ("1: format_version is not 1", refusalOf("{\"format_version\": \"1\"}"));
-    EXPECT_EQ("2: \"more\" is not known", refusalOf("{\"format_version\": 1,\n\"more\": 1}"));
+    EXPECT_EQ("2: unknown member \"more\"", refusalOf("{\"format_version\": 1,\n\"more\": 1}"));
     EXPECT_EQ("2: not an object of instances", refusalOf("{\"format_version\": 1,\n\"instances\": []}"));
     EXPECT_EQ("2: not an object of values",
               refusalOf("{\"format_version\": 1, \"instances\": {\n\"a\": \"b\"}}"));

@@ -48,7 +48,7 @@ void tell(int pipe, const std::string& line) {
 
 } // namespace
 
-TEST_F(SlowProgram, HoldsOnlyThoseUpWhoNeedItsAnswer) {
+TEST_F(SlowProgram, BlocksOnlyClientsThatNeedItsAnswer) {
     Client waiting(socketPath());
     waiting.send(processes);
     const int pipe = openPipe();
@@ -63,7 +63,7 @@ TEST_F(SlowProgram, HoldsOnlyThoseUpWhoNeedItsAnswer) {
     EXPECT_EQ("3", runType(waiting.receive()));
 }
 
-TEST_F(SlowProgram, RunsOnceForAllWhoWait) {
+TEST_F(SlowProgram, RunsOnceForAllClientsThatWait) {
     Client first(socketPath());
     first.send(processes);
     const int pipe = openPipe();
@@ -79,7 +79,7 @@ TEST_F(SlowProgram, RunsOnceForAllWhoWait) {
     EXPECT_EQ("\n", runs());
 }
 
-TEST_F(SlowProgram, AClientThatGoesMeanwhileIsForgotten) {
+TEST_F(SlowProgram, AClientThatClosesMeanwhileDoesNoHarm) {
     {
         Client gone(socketPath());
         gone.send(processes);
@@ -88,7 +88,7 @@ TEST_F(SlowProgram, AClientThatGoesMeanwhileIsForgotten) {
     EXPECT_EQ("3", runType(Client(socketPath()).exchange(processes)));
 }
 
-TEST_F(SlowProgram, IsEndedWithTheObjectManager) {
+TEST_F(SlowProgram, EndsWithTheObjectManager) {
     Client waiting(socketPath());
     waiting.send(processes);
     const int pipe = openPipe();

@@ -28,14 +28,14 @@ std::string errorOf(Action action) {
 
 } // namespace
 
-TEST(StateFile, ThereIsNothingToReadAtFirst) {
+TEST(StateFile, AMissingFileHasNoContent) {
     const TempDir folder;
     const StateFile file(folder.file("state"));
     EXPECT_FALSE(file.read());
     EXPECT_FALSE(std::filesystem::exists(folder.file("state")));
 }
 
-TEST(StateFile, WhatWasWrittenLastIsRead) {
+TEST(StateFile, TheLastContentIsRead) {
     const TempDir folder;
     {
         const StateFile file(folder.file("state"));
@@ -46,13 +46,13 @@ TEST(StateFile, WhatWasWrittenLastIsRead) {
     EXPECT_EQ("second", StateFile(folder.file("state")).read());
 }
 
-TEST(StateFile, NothingElseIsLeftBehind) {
+TEST(StateFile, NoOtherFileRemains) {
     const TempDir folder;
     StateFile(folder.file("state")).replace("content");
     EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(folder.path()), {}));
 }
 
-TEST(StateFile, FoldersOnTheWayAreMade) {
+TEST(StateFile, MissingDirectoriesAreCreated) {
     const TempDir folder;
     StateFile(folder.file("a/b/state")).replace("content");
     EXPECT_EQ("content", readFile(folder.file("a/b/state")));
@@ -68,7 +68,7 @@ TEST(StateFile, OnlyTheOwnerMayReadIt) {
     EXPECT_EQ(static_cast<mode_t>(S_IFREG | 0600), file.st_mode);
 }
 
-TEST(StateFile, WhatAWriterLeftUnfinishedDoesNotMatter) {
+TEST(StateFile, AnIncompleteNewFileIsIgnored) {
     const TempDir folder;
     folder.write("state", "old");
     folder.write("state.new", "half of something that was longer");
@@ -78,7 +78,7 @@ TEST(StateFile, WhatAWriterLeftUnfinishedDoesNotMatter) {
     EXPECT_EQ("new", readFile(folder.file("state")));
 }
 
-TEST(StateFile, WhatStandsInThePlaceOfTheNextContentIsNotWrittenTo) {
+TEST(StateFile, AFileWithTheNameOfTheNewFileIsRemovedNotWrittenTo) {
     const TempDir folder;
     const StateFile file(folder.file("state"));
     folder.write("other", "precious");
@@ -90,7 +90,7 @@ TEST(StateFile, WhatStandsInThePlaceOfTheNextContentIsNotWrittenTo) {
     EXPECT_EQ("two", file.read());
 }
 
-TEST(StateFile, TheFileThatALinkLeadsToIsReplacedAndLocked) {
+TEST(StateFile, TheFileThatASymbolicLinkLeadsToIsReplacedAndLocked) {
     const TempDir folder;
     const std::string real = folder.write("real", "old");
     ASSERT_EQ(0, ::symlink(real.c_str(), folder.file("link").c_str()));
@@ -98,10 +98,10 @@ TEST(StateFile, TheFileThatALinkLeadsToIsReplacedAndLocked) {
     file.replace("new");
     EXPECT_EQ("new", readFile(real));
     EXPECT_TRUE(std::filesystem::is_symlink(folder.file("link")));
-    EXPECT_EQ(real + ": another object manager keeps its values there", errorOf([&] { StateFile{real}; }));
+    EXPECT_EQ(real + ": another object manager uses this file", errorOf([&] { StateFile{real}; }));
 }
 
-TEST(StateFile, NothingIsWrittenWhenAnotherMayWriteToo) {
+TEST(StateFile, NothingIsWrittenWithoutTheLockFile) {
     const TempDir folder;
     const std::string path = folder.file("sub/state");
     const StateFile first(path);
@@ -115,7 +115,7 @@ TEST(StateFile, NothingIsWrittenWhenAnotherMayWriteToo) {
     }
 }
 
-TEST(StateFile, AFolderThatCannotBeFlushedIsNoticedBeforeAnythingIsReplaced) {
+TEST(StateFile, ADirectoryThatCannotBeOpenedIsAnErrorBeforeTheReplacement) {
     if (::geteuid() == 0)
         GTEST_SKIP() << "root may open any folder";
     const TempDir folder;
@@ -127,18 +127,17 @@ TEST(StateFile, AFolderThatCannotBeFlushedIsNoticedBeforeAnythingIsReplaced) {
     ::chmod(folder.file("sub").c_str(), 0700);
 }
 
-TEST(StateFile, ItBelongsToOneAtATime) {
+TEST(StateFile, OneProcessAtATimeLocksIt) {
     const TempDir folder;
     const std::string path = folder.file("state");
     {
         const StateFile first(path);
-        EXPECT_EQ(path + ": another object manager keeps its values there",
-                  errorOf([&] { StateFile{path}; }));
+        EXPECT_EQ(path + ": another object manager uses this file", errorOf([&] { StateFile{path}; }));
     }
     EXPECT_EQ("no error", errorOf([&] { StateFile{path}; }));
 }
 
-TEST(StateFile, AFailureLeavesTheContentAsItWas) {
+TEST(StateFile, AFailureKeepsTheOldContent) {
     const TempDir folder;
     const StateFile file(folder.file("state"));
     file.replace("old");
@@ -147,7 +146,7 @@ TEST(StateFile, AFailureLeavesTheContentAsItWas) {
     EXPECT_EQ("old", file.read());
 }
 
-TEST(StateFile, AFullDiskLeavesTheContentAsItWas) {
+TEST(StateFile, AFullDiskKeepsTheOldContent) {
     const TempDir folder;
     const StateFile file(folder.file("state"));
     file.replace("old");
@@ -163,14 +162,14 @@ TEST(StateFile, AFullDiskLeavesTheContentAsItWas) {
     EXPECT_EQ("old", file.read());
 }
 
-TEST(StateFile, AFolderThatCannotBeMadeIsReported) {
+TEST(StateFile, ADirectoryThatCannotBeCreatedIsAnError) {
     const TempDir folder;
     folder.write("file", "");
     EXPECT_EQ(folder.file("file/sub") + ": Not a directory",
               errorOf([&] { StateFile(folder.file("file/sub/state")); }));
 }
 
-TEST(StateFile, WhatIsNoRegularFileIsReported) {
+TEST(StateFile, AFileThatIsNotRegularIsAnError) {
     const TempDir folder;
     folder.write("state/in the way", "");
     ASSERT_EQ(0, ::mkfifo(folder.file("fifo").c_str(), 0666));

@@ -43,7 +43,7 @@ std::string defaultIn(const std::vector<std::string>& variables) {
 
 } // namespace
 
-TEST(State, AFileThatCannotBeReadIsRefusedWithItsLineAndStays) {
+TEST(State, AnInvalidFileIsReportedWithItsLineAndNotChanged) {
     const TempDir folder;
     const std::string file = folder.write("state", "{\n\"format_version\": 1,\n\"instances\": 5}\n");
     const ProgramResult result = runProgram({OWBCIMOMD, "--socket", folder.file("socket"), "--state", file});
@@ -53,22 +53,21 @@ TEST(State, AFileThatCannotBeReadIsRefusedWithItsLineAndStays) {
     EXPECT_FALSE(std::filesystem::exists(folder.file("socket")));
 }
 
-TEST(State, AFileOfAnotherObjectManagerIsRefused) {
+TEST(State, AFileOfAnotherObjectManagerIsAnError) {
     Manager manager;
     const ProgramResult result =
         runProgram(with(manager.command(), manager.socketPath(), manager.folder().file("other")));
     EXPECT_EQ(1, result.exitCode);
-    EXPECT_EQ("owbcimomd: " + manager.statePath() + ": another object manager keeps its values there\n",
-              result.err);
+    EXPECT_EQ("owbcimomd: " + manager.statePath() + ": another object manager uses this file\n", result.err);
 }
 
-TEST(State, NothingIsLeftOfAnObjectManagerThatWroteNothing) {
+TEST(State, WithoutWritesNoFileRemains) {
     Manager manager;
     EXPECT_EQ(0, manager.end(SIGTERM));
     EXPECT_TRUE(std::filesystem::is_empty(manager.folder().path()));
 }
 
-TEST(State, TheDefaultIsInAFolderOfTheUser) {
+TEST(State, TheDefaultIsInTheStateDirectoryOfTheUser) {
     if (::geteuid() == 0) {
         EXPECT_EQ("/var/lib/owb/state.json", defaultIn({"HOME=/home/me", "XDG_STATE_HOME=/x"}));
         return;
@@ -78,7 +77,7 @@ TEST(State, TheDefaultIsInAFolderOfTheUser) {
     EXPECT_EQ("/home/me/.local/state/owb/state.json", defaultIn({"HOME=/home/me", "XDG_STATE_HOME=x"}));
 }
 
-TEST(SocketMode, IsWhatTheCommandLineSaysWhateverTheUmask) {
+TEST(SocketMode, IsThatOfTheCommandLineDespiteTheUmask) {
     for (const auto& [text, mode] : {std::pair{"0600", 0600u}, std::pair{"660", 0660u}}) {
         const mode_t before = ::umask(0077);
         const Manager manager({"--socket-mode", text});
@@ -94,12 +93,12 @@ TEST(SocketMode, OtherTextsAreUsageErrors) {
         const ProgramResult result = runProgram({OWBCIMOMD, "--socket-mode", text});
         EXPECT_EQ(2, result.exitCode) << text;
         EXPECT_EQ("owbcimomd: command line: --socket-mode: '" + std::string(text) +
-                      "' is no file mode (octal, 0 to 0777)\n",
+                      "' is not a file mode (octal, 0 to 0777)\n",
                   result.err);
     }
 }
 
-TEST(StateOfNone, AUserWithoutAWritableFolderServesReaders) {
+TEST(StateOfNone, AUserWithoutAWritableDirectoryServesReaders) {
     const TempDir folder;
     Daemon daemon(inEnvironment({}, {OWBCIMOMD, "--socket", folder.file("socket"), "--no-state"}));
     EXPECT_EQ("owbcimomd: ready on " + folder.file("socket"), daemon.nextErrorLine());

@@ -16,7 +16,7 @@ namespace {
 
 const std::string unusual = "gr\xc3\xbc\xc3\x9f"
                             "e, \xe4\xb8\x96\xe7\x95\x8c \xf0\x9f\x92\xa1";
-const std::string longest(longestPassword, 'x');
+const std::string longest(maximumPassword, 'x');
 
 // Of "secret", cheap ones.
 const std::string secretHash = "$6$rounds=1000$roundsalt$0oYNoemtpMZIRX8om2kSVpAjw8P5P5pxiTVoFwI/"
@@ -64,7 +64,7 @@ private:
 } // namespace
 
 // The hashes were made by another build of libcrypt, for amd64.
-TEST(PasswordHash, HashesAreThoseOfOtherPrograms) {
+TEST(PasswordHash, HashesOfOtherProgramsAreAccepted) {
     const std::string yescrypt = "$y$j9T$F5Jx5fExrKuPp53xLKQ..1$";
     EXPECT_TRUE(isPasswordOf(yescrypt + "GmcwIgvdUC9qLWcKCi6gklUa1dM3ziD43YxYNURLKy0", "secret"));
     EXPECT_TRUE(isPasswordOf(yescrypt + "78ctRWRUCxHlGlkl8NQZWFHhcT.KXiZNpGd34QuuYg.", unusual));
@@ -84,7 +84,7 @@ TEST(PasswordHash, HashesAreThoseOfOtherPrograms) {
     EXPECT_TRUE(isPasswordOf(secretHash, "secret"));
 }
 
-TEST(PasswordHash, AnotherPasswordIsNot) {
+TEST(PasswordHash, AnotherPasswordDoesNotMatch) {
     EXPECT_FALSE(isPasswordOf(secretHash, "Secret"));
     EXPECT_FALSE(isPasswordOf(secretHash, ""));
     EXPECT_FALSE(isPasswordOf(secretHash, std::string("secret\0more", 11)));
@@ -94,7 +94,7 @@ TEST(PasswordHash, AnotherPasswordIsNot) {
     EXPECT_FALSE(isPasswordOf("*0", longest + "x")) << "crypt(3) has no answer to either";
 }
 
-TEST(PasswordHash, ANewHashIsOfItsMethodAndNoTwoAreTheSame) {
+TEST(PasswordHash, ANewHashHasItsMethodAndANewSalt) {
     const std::string yescrypt = hashOf("secret", HashMethod::yescrypt);
     EXPECT_EQ(0u, yescrypt.find("$y$j9T$"));
     EXPECT_TRUE(isPasswordOf(yescrypt, "secret"));
@@ -106,16 +106,16 @@ TEST(PasswordHash, ANewHashIsOfItsMethodAndNoTwoAreTheSame) {
     EXPECT_NE(sha512, hashOf(longest, HashMethod::sha512));
 }
 
-TEST(PasswordHash, APasswordThatCannotBeHashedIsRefused) {
+TEST(PasswordHash, APasswordThatCannotBeHashedIsAnError) {
     EXPECT_EQ("password: longer than 511 bytes", errorOf([] { hashOf(longest + "x", HashMethod::sha512); }));
-    EXPECT_EQ("password: it cannot be hashed",
+    EXPECT_EQ("password: cannot be hashed",
               errorOf([] { hashOf(std::string("a\0b", 3), HashMethod::sha512); }));
 }
 
-TEST(PasswordHash, OnlyWholeHashesOfTheTwoMethodsAreTaken) {
+TEST(PasswordHash, OnlyCompleteHashesOfTheTwoMethodsAreAccepted) {
     EXPECT_EQ("", faultOfHash(secretHash));
     EXPECT_EQ("", faultOfHash(secretYescrypt));
-    const std::string method = "is neither of method yescrypt ($y$) nor of sha512crypt ($6$)";
+    const std::string method = "is of neither yescrypt ($y$) nor sha512crypt ($6$)";
     for (const char* const other :
          {"", "x", "!", "*", "$1$salt$qJH7.N4xYta3aEG/dfqo/0", "$6", "$gy$", "secret"})
         EXPECT_EQ(method, faultOfHash(other)) << other;
@@ -138,7 +138,7 @@ TEST(Users, AUserHasItsPassword) {
     EXPECT_FALSE(users.matches("bob", "other"));
 }
 
-TEST(Users, NobodyElseHasOne) {
+TEST(Users, AnUnknownUserHasNoPassword) {
     const Users users("# who\n\nbob:" + secretHash);
     for (const char* const other : {"", "Bob", "bo", "# who", "bob:"})
         EXPECT_FALSE(users.matches(other, "secret")) << other;
@@ -146,22 +146,22 @@ TEST(Users, NobodyElseHasOne) {
     EXPECT_FALSE(Users("# none").matches("", ""));
 }
 
-TEST(Users, AWrongTextIsRefusedWithItsLine) {
-    EXPECT_EQ("2: no colon between a user and a hash", refusalOf("#\nbob"));
-    EXPECT_EQ("1: no colon between a user and a hash", refusalOf(" "));
+TEST(Users, AnInvalidTextIsReportedWithItsLine) {
+    EXPECT_EQ("2: no colon after the user name", refusalOf("#\nbob"));
+    EXPECT_EQ("1: no colon after the user name", refusalOf(" "));
     EXPECT_EQ("1: user name: empty", refusalOf(":" + secretHash));
-    EXPECT_EQ("3: user \"bob\" comes twice, first on line 1",
+    EXPECT_EQ("3: duplicate user \"bob\", first on line 1",
               refusalOf("bob:" + secretHash + "\n\nbob:" + secretYescrypt));
-    EXPECT_EQ("1: a control character", refusalOf("bob:" + secretHash + "\r\n"));
-    EXPECT_EQ("1: a control character", refusalOf("b\tob:" + secretHash));
-    EXPECT_EQ("1: a control character", refusalOf("# \x7f"));
-    EXPECT_EQ("1: a control character", refusalOf(std::string("\0", 1)));
-    EXPECT_EQ("1: the hash of user \"bob\" is neither of method yescrypt ($y$) nor of sha512crypt ($6$)",
+    EXPECT_EQ("1: contains a control character", refusalOf("bob:" + secretHash + "\r\n"));
+    EXPECT_EQ("1: contains a control character", refusalOf("b\tob:" + secretHash));
+    EXPECT_EQ("1: contains a control character", refusalOf("# \x7f"));
+    EXPECT_EQ("1: contains a control character", refusalOf(std::string("\0", 1)));
+    EXPECT_EQ("1: the hash of user \"bob\" is of neither yescrypt ($y$) nor sha512crypt ($6$)",
               refusalOf("bob:secret"));
     EXPECT_EQ("2: the hash of user \"ann\" is malformed", refusalOf("\nann:$6$salt$"));
 }
 
-TEST(Users, AChangeLeavesTheOtherLines) {
+TEST(Users, AChangeKeepsTheOtherLines) {
     Users users("# who\n\nbob:" + secretHash + "\nann:" + secretHash);
     users.set("bob", secretYescrypt);
     users.set("eve", secretHash);
@@ -174,14 +174,14 @@ TEST(Users, AChangeLeavesTheOtherLines) {
     EXPECT_EQ("", Users().text());
 }
 
-TEST(Users, ANameThatTheTextCannotHoldIsRefused) {
+TEST(Users, AnInvalidNameIsAnError) {
     const auto refusal = [](const std::string& name) {
         return errorOf([&] { Users().set(name, secretHash); });
     };
     EXPECT_EQ("user name: empty", refusal(""));
-    EXPECT_EQ("user name: begins with #, as comments do", refusal("#bob"));
-    EXPECT_EQ("user name: holds a colon", refusal("b:ob"));
-    EXPECT_EQ("user name: holds a control character", refusal("bob\n"));
+    EXPECT_EQ("user name: begins with #", refusal("#bob"));
+    EXPECT_EQ("user name: contains a colon", refusal("b:ob"));
+    EXPECT_EQ("user name: contains a control character", refusal("bob\n"));
 }
 
 TEST_F(UsersFileTest, TheFileHoldsTheUsers) {
@@ -189,31 +189,31 @@ TEST_F(UsersFileTest, TheFileHoldsTheUsers) {
     EXPECT_TRUE(readUsers(path()).matches("bob", "secret"));
 }
 
-TEST_F(UsersFileTest, AWrongFileIsRefusedWithItsLine) {
+TEST_F(UsersFileTest, AnInvalidFileIsReportedWithItsLine) {
     write("# who\nbob\n");
-    EXPECT_EQ(path() + ":2: no colon between a user and a hash", errorOf([&] { readUsers(path()); }));
+    EXPECT_EQ(path() + ":2: no colon after the user name", errorOf([&] { readUsers(path()); }));
 }
 
-TEST_F(UsersFileTest, AFileThatIsNotThereIsRefused) {
+TEST_F(UsersFileTest, AMissingFileIsAnError) {
     EXPECT_EQ(path() + ": No such file or directory", errorOf([&] { readUsers(path()); }));
     ASSERT_EQ(0, ::mkfifo(path().c_str(), 0600));
     EXPECT_EQ(path() + ": not a regular file", errorOf([&] { readUsers(path()); }));
 }
 
-TEST_F(UsersFileTest, AFileThatOthersCanWriteOrReadIsRefused) {
+TEST_F(UsersFileTest, AFileThatOthersCanWriteOrReadIsAnError) {
     for (const mode_t mode : {0620, 0602, 0666}) {
         write("", mode);
-        EXPECT_EQ(path() + ": users other than its owner can write it", errorOf([&] { readUsers(path()); }));
+        EXPECT_EQ(path() + ": writable by group or others", errorOf([&] { readUsers(path()); }));
     }
     write("", 0604);
-    EXPECT_EQ(path() + ": all users can read it", errorOf([&] { readUsers(path()); }));
+    EXPECT_EQ(path() + ": readable by others", errorOf([&] { readUsers(path()); }));
     for (const mode_t mode : {0600, 0640, 0711, 0400}) {
         write("", mode);
         EXPECT_EQ("no error", errorOf([&] { readUsers(path()); })) << std::oct << mode;
     }
 }
 
-TEST_F(UsersFileTest, AChangeMakesTheFileForItsOwnerAlone) {
+TEST_F(UsersFileTest, AChangeCreatesTheFileForItsOwnerOnly) {
     const mode_t before = ::umask(0);
     changeUsers(path(), [](Users& users) { users.set("bob", secretHash); });
     ::umask(before);
@@ -222,14 +222,14 @@ TEST_F(UsersFileTest, AChangeMakesTheFileForItsOwnerAlone) {
     EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(folder().path()), {}));
 }
 
-TEST_F(UsersFileTest, AChangeLeavesWhoMayReadTheFile) {
+TEST_F(UsersFileTest, AChangeKeepsTheMode) {
     write("# who\n", 0440);
     changeUsers(path(), [](Users& users) { users.set("bob", secretHash); });
     EXPECT_EQ("# who\nbob:" + secretHash + "\n", readFile(path()));
     EXPECT_EQ(0440u, mode());
 }
 
-TEST_F(UsersFileTest, AChangeLeavesWhoOwnsTheFile) {
+TEST_F(UsersFileTest, AChangeKeepsTheOwner) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root gives files away";
     write("");
@@ -241,7 +241,7 @@ TEST_F(UsersFileTest, AChangeLeavesWhoOwnsTheFile) {
     EXPECT_EQ(54321u, status.st_gid);
 }
 
-TEST_F(UsersFileTest, AChangeFollowsALink) {
+TEST_F(UsersFileTest, AChangeFollowsASymbolicLink) {
     write("# who\n");
     const std::string link = folder().file("link");
     ASSERT_EQ(0, ::symlink("users", link.c_str()));
@@ -250,13 +250,13 @@ TEST_F(UsersFileTest, AChangeFollowsALink) {
     EXPECT_EQ("# who\nbob:" + secretHash + "\n", readFile(path()));
 }
 
-TEST_F(UsersFileTest, AWrongFileIsNotChanged) {
+TEST_F(UsersFileTest, AnInvalidFileIsNotChanged) {
     const auto change = [&] { changeUsers(path(), [](Users& users) { users.set("bob", secretHash); }); };
     write("nonsense");
-    EXPECT_EQ(path() + ":1: no colon between a user and a hash", errorOf(change));
+    EXPECT_EQ(path() + ":1: no colon after the user name", errorOf(change));
     EXPECT_EQ("nonsense", readFile(path()));
     write("# who\n", 0604);
-    EXPECT_EQ(path() + ": all users can read it", errorOf(change));
+    EXPECT_EQ(path() + ": readable by others", errorOf(change));
     EXPECT_EQ("# who\n", readFile(path()));
 }
 
@@ -271,10 +271,10 @@ TEST_F(UsersFileTest, AChangeThatFailsChangesNothing) {
     EXPECT_EQ("# who\n", readFile(path()));
 }
 
-TEST_F(UsersFileTest, TwoChangesAtATimeKeepEachOtherOut) {
+TEST_F(UsersFileTest, TwoChangesAtATimeExcludeEachOther) {
     write("# who\n");
     changeUsers(path(), [&](Users&) {
-        EXPECT_EQ(path() + ": it is being changed by another process",
+        EXPECT_EQ(path() + ": another process is changing it",
                   errorOf([&] { changeUsers(path(), [](Users&) {}); }));
     });
 }
@@ -287,11 +287,12 @@ TEST(Users, MayBeMarkedAsReadOnly) {
     EXPECT_EQ(Access::read, users.access("nobody"));
     EXPECT_TRUE(users.matches("bob", "secret"));
     EXPECT_EQ(text, users.text());
-    EXPECT_EQ("1: what follows the hash is not \"read-only\"", refusalOf("bob:" + secretHash + ":readonly"));
-    EXPECT_EQ("1: what follows the hash is not \"read-only\"", refusalOf("bob:" + secretHash + ":"));
+    EXPECT_EQ("1: invalid mark after the hash, not \"read-only\"",
+              refusalOf("bob:" + secretHash + ":readonly"));
+    EXPECT_EQ("1: invalid mark after the hash, not \"read-only\"", refusalOf("bob:" + secretHash + ":"));
 }
 
-TEST(Users, KeepWhatTheyMayDoWhenTheyGetANewPassword) {
+TEST(Users, KeepTheirAccessWithANewPassword) {
     Users users("bob:" + secretHash + ":read-only\n");
     users.set("bob", secretYescrypt);
     users.set("ann", secretYescrypt);

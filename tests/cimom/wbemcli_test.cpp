@@ -95,12 +95,12 @@ TEST_F(Wbemcli, ReadsAProperty) {
     EXPECT_TRUE(contains(run({"gp"}, shelf, "Volts"), "Cim: (12) CIM_ERR_NO_SUCH_PROPERTY"));
 }
 
-TEST_F(Wbemcli, WritesWhatTheSiteMayWriteOnceItHasLoggedIn) {
+TEST_F(Wbemcli, WritesAPropertyOfTheSiteAfterALogin) {
     EXPECT_EQ("", run({"mi"}, shelf, "UserTracking=inventory 7", "agent:secret@"));
     EXPECT_EQ("inventory 7\n", run({"gp"}, shelf, "UserTracking"));
 }
 
-TEST_F(Wbemcli, IsRefusedAWriteOtherwise) {
+TEST_F(Wbemcli, CannotWriteWithoutALogin) {
     EXPECT_TRUE(contains(run({"mi"}, shelf, "UserTracking=x"), "Username/password required."));
     EXPECT_TRUE(contains(run({"mi"}, shelf, "UserTracking=x", "agent:secre@"), "Invalid username/password."));
     EXPECT_EQ("", run({"gp"}, shelf, "UserTracking"));

@@ -196,7 +196,7 @@ TEST(XmlHandler, AnErrorStandsInTheBodyToo) {
 TEST(XmlHandler, AnErrorQuotesNoMoreThanAKilobyte) {
     const std::string start = "/root/cimv2:";
     // The character that the limit would cut in two is left out.
-    const std::string name = std::string(longestDescription - start.size() - 1, 'x') + "\xC3\xA4";
+    const std::string name = std::string(maximumDescription - start.size() - 1, 'x') + "\xC3\xA4";
     EXPECT_EQ("5 " + start + name.substr(0, name.size() - 2), errorOf("EnumerateInstances", className(name)));
     EXPECT_EQ("5 " + start + name.substr(1),
               errorOf("EnumerateInstances", className(name.substr(1) + std::string(100000, 'x'))));

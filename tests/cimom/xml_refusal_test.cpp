@@ -19,7 +19,7 @@ std::string refusalOf(const std::string& document) {
 
 } // namespace
 
-TEST(XmlRefusal, ARequestThatItsHeadContradictsIsRefused) {
+TEST(XmlRefusal, ABodyThatContradictsItsHeadIsRefused) {
     const auto answerTo = [](std::optional<std::string> method, std::optional<std::string> object) {
         ObjectManager manager = lampManager({"red"});
         try {
@@ -44,7 +44,7 @@ TEST(XmlRefusal, ADocumentThatIsNotWellFormedIsRefused) {
     EXPECT_EQ("400 Bad request: request-not-well-formed", refusalOf(good + "<CIM/>"));
 }
 
-TEST(XmlRefusal, ADocumentThatIsNoRequestIsRefused) {
+TEST(XmlRefusal, ADocumentThatIsNotARequestIsRefused) {
     const std::string loosely = "400 Bad request: request-not-loosely-valid";
     EXPECT_EQ(loosely, refusalOf(""));
     EXPECT_EQ(loosely, refusalOf("<HTML/>"));
@@ -69,7 +69,7 @@ TEST(XmlRefusal, OtherVersionsAndBatchesAreNotImplemented) {
         refusalOf(replaced(replaced(good, "<SIMPLEREQ>", "<MULTIREQ>"), "</SIMPLEREQ>", "</MULTIREQ>")));
 }
 
-TEST(XmlRefusal, EveryVersionOfMajorTwoIsTaken) {
+TEST(XmlRefusal, EachMinorVersionOfVersionTwoIsAccepted) {
     for (const char* const version : {"2.0", "2.1", "2.4", "2.3.1", "2.10"}) {
         const auto with = [version](const char* attribute) {
             return attribute + ("=\"" + std::string(version)) + "\"";
@@ -80,7 +80,7 @@ TEST(XmlRefusal, EveryVersionOfMajorTwoIsTaken) {
     }
 }
 
-TEST(XmlRefusal, AWriteThatIsCutShortIsNotCarriedOut) {
+TEST(XmlRefusal, AnIncompleteWriteIsNotCarriedOut) {
     const std::string whole = modification(lampName("red"), room);
     ObjectManager manager = lampManager({"red"});
     const XmlHandler handler(manager);

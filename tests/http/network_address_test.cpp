@@ -1,0 +1,62 @@
+#include "http/NetworkAddress.hpp"
+
+#include "util/Descriptor.hpp"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+using namespace http;
+
+namespace {
+
+std::string read(const std::string& text) {
+    const std::optional<NetworkAddress> address = networkAddress(text);
+    return address ? textOf(*address) : "none";
+}
+
+} // namespace
+
+TEST(NetworkAddress, ConsistsOfAnAddressAndAPort) {
+    EXPECT_EQ("10.1.2.3:5988", read("10.1.2.3:5988"));
+    EXPECT_EQ("0.0.0.0:0", read("0.0.0.0:0"));
+    EXPECT_EQ("[::1]:65535", read("[::1]:65535"));
+    EXPECT_EQ("[2001:db8::5]:80", read("[2001:DB8::0:5]:80"));
+}
+
+TEST(NetworkAddress, APortAloneMeansTheLoopbackAddress) {
+    EXPECT_EQ("127.0.0.1:5988", read("5988"));
+    EXPECT_EQ("127.0.0.1:5988", read(":5988"));
+}
+
+TEST(NetworkAddress, AnyOtherTextIsRejected) {
+    for (const char* const text :
+         {"", ":", "127.0.0.1", "127.0.0.1:", "127.0.0.1:65536", "127.0.0.1:-1", "127.0.0.1:x",
+          "localhost:80", "::1:80", "[::1]", "[::1]80", "[127.0.0.1]:80", "127.0.0.1:80 ", "[]:80", "[:80"})
+        EXPECT_EQ("none", read(text)) << text;
+}
+
+TEST(NetworkSocket, ListensAtTheAddressItReports) {
+    const NetworkSocket socket = listenOn(*networkAddress("127.0.0.1:0"));
+    const util::Descriptor closing(socket.descriptor);
+    const std::string at = textOf(socket.at);
+    EXPECT_EQ(0u, at.find("127.0.0.1:"));
+    EXPECT_NE("127.0.0.1:0", at);
+    EXPECT_EQ(FD_CLOEXEC, ::fcntl(socket.descriptor, F_GETFD));
+    EXPECT_TRUE(::fcntl(socket.descriptor, F_GETFL) & O_NONBLOCK);
+}
+
+TEST(NetworkSocket, AnAddressInUseIsAnError) {
+    const NetworkSocket first = listenOn(*networkAddress("127.0.0.1:0"));
+    const util::Descriptor closing(first.descriptor);
+    try {
+        listenOn(first.at);
+        FAIL() << "listens twice";
+    } catch (const std::runtime_error& e) {
+        EXPECT_EQ(textOf(first.at) + ": Address already in use", e.what());
+    }
+}
+
+TEST(NetworkSocket, AnAddressOfAnotherHostIsAnError) {
+    EXPECT_THROW(listenOn(*networkAddress("192.0.2.1:0")), std::runtime_error); // RFC 5737: no host has it
+}
