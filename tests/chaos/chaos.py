@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Hostile clients in masses, honest ones among them; scripts/chaos runs it.
+"""Many hostile clients, and honest clients at the same time; scripts/chaos runs it.
 
 Fails when the object manager dies or ends otherwise than well, an honest client gets no answer or gets it late, or
 memory or descriptors grow.
@@ -73,7 +73,7 @@ class Manager:
         return len(os.listdir(f"/proc/{self.process.pid}/fd"))
 
     def memory(self):
-        """Resident, in kB."""
+        """Resident memory in kB."""
         with open(f"/proc/{self.process.pid}/status", encoding="ascii") as file:
             return next(int(line.split()[1]) for line in file if line.startswith("VmRSS:"))
 
@@ -102,7 +102,7 @@ def result(process, pipe):
 
 
 class Phase:
-    """Hostile and honest clients side by side for a time."""
+    """Runs hostile and honest clients at the same time."""
 
     def __init__(self, seed, manager, ways, clients, seconds):
         end = time.monotonic() + seconds
@@ -110,14 +110,14 @@ class Phase:
         honest_clients = started(honest.run, manager, end)
         self.answers = result(*honest_clients)
         if isinstance(self.answers, str):
-            hostile_clients[0].terminate() # there is nothing left to show
+            hostile_clients[0].terminate() # the test has failed
         self.connections = result(*hostile_clients)
         self.fault = next((each for each in (self.answers, self.connections) if isinstance(each, str)), None)
         self.slowest = 1000 * self.answers[-1] if not self.fault else None
 
 
 def settled_descriptors(manager, wanted):
-    """Descriptors when they are as many as wanted, or after 20 s."""
+    """The number of descriptors, once it is the expected one or after 20 s."""
     end = time.monotonic() + 20
     while manager.descriptors() != wanted and time.monotonic() < end:
         time.sleep(0.1)
@@ -144,7 +144,7 @@ def faults_of(options, manager, phases, start, end):
 
 
 def state_of(manager, descriptors):
-    """Memory and descriptors when all connections have ended; nothing when the object manager has."""
+    """Memory and descriptors after the end of all connections; None if the object manager has ended."""
     if not manager.is_alive():
         return None
     return {"descriptors": settled_descriptors(manager, descriptors), "memory": manager.memory()}
@@ -156,10 +156,10 @@ def print_summary(alone, drip, phases, start, end):
         connections = sum(phase.connections for phase in phases)
         times = sorted(seconds for phase in phases for seconds in phase.answers)
         print(f"| hostile connections, {HOSTILE_CLIENTS} at a time | {connections} |")
-        print(f"| honest answers among them | {len(times)} |")
-        print(f"| half of these within | {1000 * times[len(times) // 2]:.1f} ms |")
+        print(f"| answers to honest clients meanwhile | {len(times)} |")
+        print(f"| median of these | {1000 * times[len(times) // 2]:.1f} ms |")
         print(f"| slowest of these | {1000 * times[-1]:.0f} ms |")
-        print(f"| slowest beside {DRIPPING_CLIENTS} connections that drip a byte a second | {drip.slowest:.0f} ms |")
+        print(f"| slowest with {DRIPPING_CLIENTS} connections at a byte a second | {drip.slowest:.0f} ms |")
         print(f"| slowest without hostile clients | {alone.slowest:.0f} ms |")
     print(f"| deaths | {0 if end else 1} |")
     if start and end:
@@ -173,7 +173,7 @@ def chaos(options, folder):
     try:
         alone = Phase(options.seed, manager, hostile.WAYS, 0, MEASURED_SECONDS)
         drip = Phase(options.seed, manager, ((1, hostile.Client.drip),), DRIPPING_CLIENTS, MEASURED_SECONDS)
-        # Memory is compared with what it is when clients of all kinds have been there.
+        # The baseline is the memory after clients of all kinds.
         warm_up = Phase(f"{options.seed} warm-up", manager, hostile.WAYS, HOSTILE_CLIENTS, options.seconds / 3)
         start = state_of(manager, descriptors)
         rest = Phase(options.seed, manager, hostile.WAYS, HOSTILE_CLIENTS, options.seconds * 2 / 3)
@@ -196,7 +196,7 @@ def main():
     parser.add_argument("--latest", type=float, default=1000, help="ms that an honest answer may take")
     parser.add_argument("--growth", type=int, default=4096, help="kB that memory may grow by")
     options = parser.parse_args()
-    # State that hostile clients write must not wait for a disk.
+    # In memory: writes of hostile clients must not wait for a disk.
     memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
     folder = tempfile.mkdtemp(prefix="owb-chaos.", dir=memory)
     try:

@@ -1,4 +1,4 @@
-"""Clients that ask what makes sense, and how long they wait for their answers."""
+"""Clients with valid requests, which measure the time of their answers."""
 import socket
 import time
 
@@ -18,7 +18,7 @@ def connect(manager, is_local):
 
 
 def exchange(connection, request):
-    """The reply to a request, which has a length."""
+    """Returns the reply to a request; it has a length."""
     connection.sendall(request)
     reply = b""
     while True:
@@ -34,7 +34,7 @@ def exchange(connection, request):
 
 
 def timed(manager, kept, is_local, request):
-    """Seconds until the answer, the connection included when it is new."""
+    """Seconds until the answer, including that of a new connection."""
     begin = time.monotonic()
     connection = kept or connect(manager, is_local)
     reply = exchange(connection, request)
@@ -59,5 +59,5 @@ def run(pipe, manager, end):
                     times.append(timed(manager, None, is_local, request))
             time.sleep(0.01)
         pipe.send(sorted(times))
-    except Exception as error: # pylint: disable=broad-except # whatever it is, the summary must say it
+    except Exception as error: # pylint: disable=broad-except # the summary reports any error
         pipe.send("%s: %s" % (type(error).__name__, error))

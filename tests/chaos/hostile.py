@@ -1,4 +1,4 @@
-"""Clients that send what makes no sense, in pieces, slowly, or in masses."""
+"""Clients that send invalid requests, in pieces, slowly, or many at a time."""
 import asyncio
 import base64
 import os
@@ -87,7 +87,7 @@ class Client:
     async def pipeline(self):
         await self.send(self.request() * 50)
         await self.pause(0.5)
-        # Reset the connection rather than end it.
+        # Close with a reset.
         self.writer.get_extra_info("socket").setsockopt(socket.SOL_SOCKET, socket.SO_LINGER,
                                                         struct.pack("ii", 1, 0))
 
@@ -107,7 +107,7 @@ class Client:
         await self.pause(3)
 
 
-# The first of each pair is how often, in relation to the others.
+# Relative frequency and action.
 WAYS = ((5, Client.in_pieces), (5, Client.in_chunks), (3, Client.last_chunk), (10, Client.bent), (5, Client.cut),
         (3, Client.drip), (2, Client.slow_reader), (2, Client.pipeline), (5, Client.junk),
         (1, Client.wrong_login), (2, Client.silence))
@@ -120,7 +120,7 @@ async def connect(dice, manager):
 
 
 async def one_after_the_other(dice, manager, ways, end):
-    """Connections one after the other until a time; returns their number."""
+    """Makes one connection after the other until a time; returns their number."""
     weights = [weight for weight, _ in ways]
     count = 0
     while time.monotonic() < end:
@@ -147,5 +147,5 @@ async def all_at_once(seed, manager, ways, clients, end):
 
 def run(pipe, seed, manager, ways, clients, end):
     """A process of many clients. Sends the number of connections that they made."""
-    os.nice(10) # hostile clients are on other machines: they must not take the processor from the honest ones
+    os.nice(10) # hostile clients stand for other machines: honest clients must get the processor first
     pipe.send(asyncio.run(all_at_once(seed, manager, ways, clients, end)))
