@@ -36,11 +36,16 @@ if(OWB_HARDEN)
     target_compile_options(owb_flags INTERFACE -fstack-protector-strong)
     target_link_options(owb_flags INTERFACE LINKER:-z,relro,-z,now)
 endif()
-if(OWB_SANITIZE)
-    # Instrumented code confuses GCC's warning.
+if(OWB_SANITIZE OR OWB_FUZZ)
+    # The instrumentation causes false alarms of -Wmaybe-uninitialized.
     target_compile_options(owb_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
                            -fno-omit-frame-pointer -Wno-maybe-uninitialized)
     target_link_options(owb_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(OWB_FUZZ)
+    target_compile_options(owb_flags INTERFACE -fsanitize=fuzzer-no-link)
+    # With clang, the sanitizers' functions are in the program, not in a library that a library could link to.
+    target_link_options(owb_flags INTERFACE LINKER:-z,undefs)
 endif()
 if(OWB_COVERAGE)
     include(OwbCoverage)
