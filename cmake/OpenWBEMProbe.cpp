@@ -1,4 +1,4 @@
-// What the bridge needs of a client library. FindOpenWBEM.cmake compiles and links it.
+// Uses all that the bridge needs of a client library; FindOpenWBEM.cmake compiles and links it.
 #if __has_include(<OW_vector.hpp>)
 #include <OW_vector.hpp>
 #endif

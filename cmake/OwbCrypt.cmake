@@ -1,14 +1,34 @@
-# Defines Crypt::crypt, password hashing (crypt(3)) with the methods yescrypt and sha512crypt alone. It
-# comes as source (Debian: libxcrypt-source), since no 32-bit build of it is packaged; what its own build
-# would generate is made here.
+# Defines Crypt::crypt, password hashing (crypt(3)): an installed libcrypt for the target architecture, else one built from
+# Debian's sources, with the methods yescrypt and sha512crypt alone. OWB_CRYPT_LINKS, cached, is true for an installed one.
+include(OwbFind)
+find_library(OWB_CRYPT_LIBRARY crypt)
+mark_as_advanced(OWB_CRYPT_LIBRARY)
+owb_links(OWB_CRYPT_LINKS "${OWB_CRYPT_LIBRARY}" "
+    #include <crypt.h>
+    int main() {
+        crypt_data data;
+        char setting[CRYPT_GENSALT_OUTPUT_SIZE];
+        crypt_gensalt_rn(nullptr, 0, nullptr, 0, setting, sizeof setting);
+        return crypt_rn(setting, setting, &data, sizeof data) == nullptr || crypt_checksalt(setting) != 0;
+    }")
+if(OWB_CRYPT_LINKS)
+    message(STATUS "Password hashing: ${OWB_CRYPT_LIBRARY}")
+    add_library(owb_crypt INTERFACE)
+    target_link_libraries(owb_crypt INTERFACE ${OWB_CRYPT_LIBRARY})
+    add_library(Crypt::crypt ALIAS owb_crypt)
+    return()
+endif()
+owb_forget_failure(OWB_CRYPT_LINKS OWB_CRYPT_LIBRARY)
+message(STATUS "Password hashing: built from source")
+
 block()
 set(source /usr/src/libxcrypt/lib)
 if(NOT EXISTS ${source}/crypt.c)
-    message(FATAL_ERROR "${source} was not found; on Debian install libxcrypt-source.")
+    message(FATAL_ERROR "No libcrypt for ${CMAKE_SYSTEM_PROCESSOR} and no ${source} was found; on Debian install libxcrypt-source.")
 endif()
 set(generated ${PROJECT_BINARY_DIR}/libxcrypt)
 
-# What a 32-bit glibc of Debian 12 and its compiler have.
+# What its own build would detect, for glibc 2.36 and GCC 12 on a little-endian processor.
 file(CONFIGURE OUTPUT ${generated}/config.h CONTENT "#define _GNU_SOURCE 1
 #define ENDIANNESS_IS_LITTLE 1
 #define HAVE_ENDIAN_H 1
@@ -27,7 +47,7 @@ file(CONFIGURE OUTPUT ${generated}/config.h CONTENT "#define _GNU_SOURCE 1
 #include <stdalign.h>
 ")
 
-# The methods: prefix, bytes of salt and strength are those of hashes.conf.
+# What its own build would generate from hashes.conf: prefix, bytes of salt and strength of each method.
 file(CONFIGURE OUTPUT ${generated}/crypt-hashes.h CONTENT "#define INCLUDE_sha512crypt 1
 #define INCLUDE_yescrypt 1
 #define crypt_sha512crypt_rn _crypt_crypt_sha512crypt_rn
@@ -44,7 +64,7 @@ void gensalt_yescrypt_rn(unsigned long, const uint8_t*, size_t, uint8_t*, size_t
     {\"$6$\", 3, crypt_sha512crypt_rn, gensalt_sha512crypt_rn, 15, 1}, {0, 0, 0, 0, 0, 0}
 " @ONLY)
 
-# The functions; a static library has no symbol versions.
+# The functions. A static library has no symbol versions.
 set(versions "")
 foreach(function IN ITEMS crypt_checksalt crypt_gensalt_rn crypt_rn)
     string(APPEND versions "#define INCLUDE_${function} 1\n#define SYMVER_${function} symver_nop()\n")

@@ -24,6 +24,10 @@ if(OWB_HAS_TLS)
     string(REGEX MATCH "^[0-9]+" openssl "${OPENSSL_VERSION}")
     string(APPEND transport ", libssl${openssl} (>= ${OPENSSL_VERSION})")
 endif()
+set(passwords "")
+if(OWB_CRYPT_LINKS)
+    set(passwords ", libcrypt1 (>= 1:4.3.0)")
+endif()
 set(same_version "libowb${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION})")
 
 set(control ${PROJECT_SOURCE_DIR}/packaging/debian)
@@ -39,21 +43,21 @@ set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "bridge between a management agent and a CI
 The library lets a systems-management agent read and write the data of a CIM
 object manager as numbered items, in groups, rows and nominators.
 .
-It is a 32-bit library and brings its client library along, in a folder of
-its own.")
+It is a 32-bit library. Its client library is included, in a separate
+directory.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libowb-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${same_version}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS owb-tools)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "bridge between an agent and a CIM object manager - development files
-Headers, what a linker, pkg-config and CMake need, and an example for agents
+Headers, files for linker, pkg-config and CMake, and an example for agents
 that use libowb.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME owb-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION admin)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
-    "${same_version}, ${libc}, ${libstdcxx}, systemd | systemd-standalone-sysusers | systemd-sysusers")
+    "${same_version}, ${libc}, ${libstdcxx}${passwords}, systemd | systemd-standalone-sysusers | systemd-sysusers")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_CONTROL_EXTRA ${control}/postinst ${control}/prerm ${control}/postrm)
 set(CPACK_DEBIAN_TOOLS_DESCRIPTION "CIM object manager with the data of this host, and a command line
 The object manager owbcimomd serves this host's live data to CIM clients,

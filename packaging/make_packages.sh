@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the packages of a build in a directory, which is replaced: make_packages.sh CPACK BUILD DIRECTORY
+# Makes the packages of a build in a directory, which it replaces: make_packages.sh CPACK BUILD DIRECTORY
 set -euo pipefail
 
 cpack=$1 build=$2 directory=$3

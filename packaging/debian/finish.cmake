@@ -1,5 +1,5 @@
-# Run by cpack before it makes the packages: gives those of Debian what they hold beyond the installed files.
-# CPACK_OWB_DEBIAN_FILES are the folders of what goes in.
+# cpack runs this before it makes the packages. Adds copyright, changelog and lintian overrides to the Debian packages.
+# CPACK_OWB_DEBIAN_FILES lists the directories of these files.
 if(NOT CPACK_GENERATOR STREQUAL "DEB")
     return()
 endif()

@@ -1,5 +1,5 @@
-/* Part of every program and library of the preset "coverage": each keeps its own counters, and sees no
- * other's. */
+/* Linked into every program and library of the preset "coverage": each has its own counters and its own
+ * __gcov_dump(). */
 #include "Counters.h"
 
 void __gcov_dump(void);

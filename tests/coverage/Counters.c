@@ -1,7 +1,6 @@
 /*
- * A process that ends by _exit(2) keeps its coverage counters too: this _exit() stands in front of the C
- * library's and writes those of every program and library in the process first. Of the preset "coverage"
- * alone.
+ * Interposes _exit() in the preset "coverage": writes the counters of every program and library of the process
+ * before it ends.
  */
 #include "Counters.h"
 
@@ -23,7 +22,7 @@ void announce_counters(void (*write)(void)) {
         writers[count++] = write;
 }
 
-/** A process that may not write whole files would spoil those of others. */
+/** Whether the process may write files of any size: a limit would truncate the counters of other processes. */
 static int may_write(void) {
     struct rlimit size;
     return getrlimit(RLIMIT_FSIZE, &size) == 0 && size.rlim_cur == RLIM_INFINITY;

@@ -1,7 +1,7 @@
 #ifndef TESTS_COVERAGE_COUNTERS_H
 #define TESTS_COVERAGE_COUNTERS_H
 
-/** Has _exit() call a function that writes the coverage counters of one program or library. */
+/** Registers a function that writes the counters of one program or library. _exit() calls it. At most 32. */
 __attribute__((visibility("default"))) void announce_counters(void (*write)(void));
 
 #endif

@@ -4,7 +4,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 tree=$1 cmake=$2 source=$3
-cd "$folder"
+cd "$directory"
 cat >CMakeLists.txt <<END
 cmake_minimum_required(VERSION 3.16)
 project(agent LANGUAGES CXX)

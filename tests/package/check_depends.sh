@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The packages depend on versions that have every symbol of the C and the C++ library that is used, and on the packages of
-# all other libraries: check_depends.sh PACKAGES
+# The packages depend on versions of the C and C++ library with every symbol in use, and on the packages of all other
+# libraries: check_depends.sh PACKAGES
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 packages=$1
@@ -12,15 +12,15 @@ expect_highest() { # FILE PREFIX VERSION: no version of a symbol is above
 }
 
 declare -A package_of=([libc.so.6]=libc6 [libm.so.6]=libc6 [ld-linux.so.2]=libc6 [libgcc_s.so.1]=libgcc-s1
-    [libstdc++.so.6]=libstdc++6 [libz.so.1]=zlib1g [libssl.so.3]=libssl3 [libcrypto.so.3]=libssl3 [libowb.so.1]=libowb1
+    [libstdc++.so.6]=libstdc++6 [libz.so.1]=zlib1g [libssl.so.3]=libssl3 [libcrypto.so.3]=libssl3 [libcrypt.so.1]=libcrypt1 [libowb.so.1]=libowb1
     [libowclient.so.1]=libowb1 [libSblimUtilities.so.0]=libowb1)
 
 for name in libowb1 owb-tools; do
     depends="libowb1 $(dpkg-deb -f "$packages/$name"_*.deb Depends)"
     expect "$depends" "libc6 (>= 2.34)" "Depends of $name"
     expect "$depends" "libstdc++6 (>= 11)" "Depends of $name"
-    mkdir "$folder/$name"
-    dpkg-deb -x "$packages/$name"_*.deb "$folder/$name"
+    mkdir "$directory/$name"
+    dpkg-deb -x "$packages/$name"_*.deb "$directory/$name"
     count=0
     while read -r file; do
         expect_highest "$file" GLIBC 2.34
@@ -30,6 +30,6 @@ for name in libowb1 owb-tools; do
             expect "$depends" "${package_of[$library]:-(the package of $library)}" "Depends of $name"
         done
         count=$((count + 1))
-    done < <(find "$folder/$name/usr/lib" "$folder/$name/usr/"*bin -type f \( -name '*.so.*' -o -path '*bin/*' \) 2>/dev/null)
+    done < <(find "$directory/$name/usr/lib" "$directory/$name/usr/"*bin -type f \( -name '*.so.*' -o -path '*bin/*' \) 2>/dev/null)
     [[ $count -ge 3 ]] || fail "$name has $count programs and libraries"
 done

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The packages share the files of an installation out, each to one of them, and say what they need:
+# Each file of an installation is in exactly one package, and the packages declare their dependencies:
 # check_packages.sh PACKAGES TREE SOURCE_DIR BUILD VERSION
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
@@ -20,13 +20,13 @@ expect_field() { # NAME FIELD VALUE
 }
 
 for name in libowb1 libowb-dev owb-tools; do
-    mkdir "$folder/$name"
-    dpkg-deb -x "$(package "$name")" "$folder/$name"
-    files_below "$folder/$name" >"$folder/$name.files"
+    mkdir "$directory/$name"
+    dpkg-deb -x "$(package "$name")" "$directory/$name"
+    files_below "$directory/$name" >"$directory/$name.files"
     expect_field "$name" Architecture "$OWB_DEBIAN_ARCHITECTURE"
     expect_field "$name" Version "$version"
     [[ $(dpkg-deb -c "$(package "$name")" | awk '{print $2}' | sort -u) == root/root ]] || fail "$name has a file of a user"
-    docs=$folder/$name/usr/share/doc/$name
+    docs=$directory/$name/usr/share/doc/$name
     [[ -s $docs/copyright ]] || fail "$name has no copyright"
     expect "$(zcat "$docs/changelog.gz")" "owb ($version)" "the changelog of $name"
 done
@@ -36,28 +36,28 @@ expect "$(field owb-tools Depends)" "libowb1 (= $version), " "Depends of owb-too
 expect "$(dpkg-deb -I "$(package libowb1)" triggers)" "activate-noawait ldconfig" "the triggers of libowb1"
 expect "$(dpkg-deb -I "$(package libowb1)" shlibs)" "libowb 1 libowb1 (>= $version)" "shlibs of libowb1"
 
-# Who needs what: an agent that runs, one that is built, an administrator.
-expect "$(<"$folder/libowb1.files")" "usr/lib/$OWB_TRIPLET/owb/libowclient.so.1." "the list of libowb1"
-[[ $(<"$folder/libowb1.files") != *".so"$'\n'* ]] || fail "libowb1 holds what only a linker needs"
+# The packages for a running agent, for building one, and for an administrator.
+expect "$(<"$directory/libowb1.files")" "usr/lib/$OWB_TRIPLET/owb/libowclient.so.1." "the list of libowb1"
+[[ $(<"$directory/libowb1.files") != *".so"$'\n'* ]] || fail "libowb1 contains a file for linkers only"
 for file in include/owb.h "lib/$OWB_TRIPLET/libowb.so" share/pkgconfig/owb.pc share/cmake/owb/owbConfig.cmake \
     share/doc/libowb-dev/examples/agent.c; do
-    expect "$(<"$folder/libowb-dev.files")" "usr/$file" "the list of libowb-dev"
+    expect "$(<"$directory/libowb-dev.files")" "usr/$file" "the list of libowb-dev"
 done
 for file in bin/owbctl sbin/owbcimomd sbin/owbcimom-passwd lib/systemd/system/owbcimomd.service \
     lib/sysusers.d/owbcimomd.conf share/bash-completion/completions/owbctl share/man/man8/owbcimomd.8.gz; do
-    expect "$(<"$folder/owb-tools.files")" "usr/$file" "the list of owb-tools"
+    expect "$(<"$directory/owb-tools.files")" "usr/$file" "the list of owb-tools"
 done
 
-# Together they are what is installed, but for Debian's own additions, and no file is in two.
-cat "$folder"/*.files | LC_ALL=C sort >"$folder/all"
-[[ -z $(uniq -d "$folder/all") ]] || fail "in two packages: $(uniq -d "$folder/all")"
-grep -vE '/(changelog\.gz|copyright)$|^usr/share/lintian/' "$folder/all" |
-    sed -e 's|^usr/||' -e 's|^share/doc/libowb-dev/|share/doc/owb/|' -e '/\/man\//s/\.gz$//' | LC_ALL=C sort >"$folder/packaged"
-files_below "$tree" | grep -v '^share/doc/owb/copyright$' >"$folder/installed"
-diff "$folder/installed" "$folder/packaged" || fail "the packages and an installation differ"
+# Together they contain the installed files and Debian's additions; no file is in two packages.
+cat "$directory"/*.files | LC_ALL=C sort >"$directory/all"
+[[ -z $(uniq -d "$directory/all") ]] || fail "in two packages: $(uniq -d "$directory/all")"
+grep -vE '/(changelog\.gz|copyright)$|^usr/share/lintian/' "$directory/all" |
+    sed -e 's|^usr/||' -e 's|^share/doc/libowb-dev/|share/doc/owb/|' -e '/\/man\//s/\.gz$//' | LC_ALL=C sort >"$directory/packaged"
+files_below "$tree" | grep -v '^share/doc/owb/copyright$' >"$directory/installed"
+diff "$directory/installed" "$directory/packaged" || fail "the packages and an installation differ"
 
-# Nobody else has the builder's folders.
-for place in "$source" "$build"; do
-    found=$(grep -rlF "$place" "$folder"/*/usr/bin "$folder"/*/usr/sbin "$folder"/*/usr/lib || true)
-    [[ -z $found ]] || fail "$place is named in $found"
+# No file names a directory of the build machine.
+for path in "$source" "$build"; do
+    found=$(grep -rlF "$path" "$directory"/*/usr/bin "$directory"/*/usr/sbin "$directory"/*/usr/lib || true)
+    [[ -z $found ]] || fail "$path is named in $found"
 done

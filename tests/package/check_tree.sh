@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# What is installed is complete, and finds its own parts wherever it is: check_tree.sh TREE SOURCE_DIR
+# An installation is complete, and finds its libraries wherever it is moved: check_tree.sh TREE SOURCE_DIR
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 tree=$1 source=$2
@@ -30,7 +30,7 @@ diff -r "$source/openwbem/include" "$tree/include/owb/openwbem" || fail "headers
 for page in "$source"/docs/man/*.[1-8]; do
     cmp "$page" "$tree/share/man/man${page##*.}/${page##*/}" || fail "a man page is missing"
 done
-# The others; the bundled libraries are where no installed original is.
-files_below "$tree" | grep -vE '^(include/owb/openwbem|share/man)/' >"$folder/files"
-sed "s|LIBDIR|$libdir|" "$source/tests/package/files.txt" | LC_ALL=C sort | diff - "$folder/files" ||
+# The other files. The bundled libraries are apart from an installed original.
+files_below "$tree" | grep -vE '^(include/owb/openwbem|share/man)/' >"$directory/files"
+sed "s|LIBDIR|$libdir|" "$source/tests/package/files.txt" | LC_ALL=C sort | diff - "$directory/files" ||
     fail "the installed files are not those of files.txt"

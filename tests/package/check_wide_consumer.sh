@@ -3,7 +3,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 tree=$1 cmake=$2
-if output=$("$cmake" -S "$tree/share/doc/owb/examples" -B "$folder/build" -G Ninja \
+if output=$("$cmake" -S "$tree/share/doc/owb/examples" -B "$directory/build" -G Ninja \
     -DCMAKE_PREFIX_PATH="$tree" -DCMAKE_C_FLAGS="$OWB_WIDE_FLAGS" 2>&1); then
     fail "a 64-bit program found the library"
 fi

@@ -1,9 +1,9 @@
 # shellcheck shell=bash disable=SC2034 # url is for those that start a daemon
-# Sourced by the tests of this folder and of the build against an installed client library. They work in $folder, which goes with
-# them, as does the daemon that they start.
+# Sourced by the tests of this directory, and by those of the build against an installed client library. When a test ends, its
+# directory $directory is removed and its daemon stopped.
 set -euo pipefail
 
-folder=$(mktemp -d)
+directory=$(mktemp -d)
 daemon=
 
 clean_up() {
@@ -11,7 +11,7 @@ clean_up() {
         kill "$daemon" 2>/dev/null || true
         wait
     fi
-    rm -rf "$folder"
+    rm -rf "$directory"
 }
 trap clean_up EXIT
 
@@ -20,7 +20,7 @@ fail() {
     exit 1
 }
 
-# CTest knows a skipped test by this status.
+# This status marks a skipped test for CTest.
 skip() {
     echo "skipped: $*"
     exit 77
@@ -30,23 +30,23 @@ expect() { # TEXT PART WHAT
     [[ $1 == *"$2"* ]] || fail "$3 lacks \"$2\": $1"
 }
 
-# Starts the object manager of a prefix, on a socket of its own, which $url names.
+# Starts the object manager of a prefix, on a private socket, and sets $url to its URL.
 start_daemon() { # PREFIX
-    local socket=$folder/socket line=
-    mkfifo "$folder/log"
-    "$1/sbin/owbcimomd" --socket "$socket" --state "$folder/state.json" 2>"$folder/log" &
+    local socket=$directory/socket line=
+    mkfifo "$directory/log"
+    "$1/sbin/owbcimomd" --socket "$socket" --state "$directory/state.json" 2>"$directory/log" &
     daemon=$!
-    exec 3<"$folder/log"
+    exec 3<"$directory/log"
     read -r -t 60 line <&3 || true
-    [[ $line == *" owbcimomd: ready on $socket" ]] || fail "the object manager of $1 did not start: ${line:-it said nothing}"
+    [[ $line == *" owbcimomd: ready on $socket" ]] || fail "the object manager of $1 did not start: ${line:-no output}"
     url=owbinary.wbem://localhost:${socket//\//%2f}
 }
 
-files_below() { # FOLDER: all but folders, sorted
+files_below() { # DIRECTORY: all but directories, sorted
     (cd "$1" && find . ! -type d | sed 's/^\.\///' | LC_ALL=C sort)
 }
 
-# All packages of a folder, one below the other.
+# Unpacks all packages of a directory below one root.
 unpack() { # PACKAGES ROOT
     local package
     for package in "$1"/*.deb; do

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs the build and moves the result, since what is installed may be anywhere: make_tree.sh CMAKE BUILD TREE
+# Installs the build and moves the result, as an installation may be moved: make_tree.sh CMAKE BUILD TREE
 set -euo pipefail
 
 cmake=$1 build=$2 tree=$3

@@ -5,8 +5,8 @@ set -euo pipefail
 
 cmake=$1 source=$2 toolchain=$3 library=$4
 read -r -a target_flags <<<"$OWB_TARGET_FLAGS"
-folder=$(mktemp -d)
-trap 'rm -rf "$folder"' EXIT
+directory=$(mktemp -d)
+trap 'rm -rf "$directory"' EXIT
 
 fail() {
     echo "$*" >&2
@@ -14,8 +14,8 @@ fail() {
 }
 
 # An agent with this project as a part of its own.
-mkdir "$folder/agent"
-cat >"$folder/agent/CMakeLists.txt" <<END
+mkdir "$directory/agent"
+cat >"$directory/agent/CMakeLists.txt" <<END
 cmake_minimum_required(VERSION 3.25)
 project(agent C CXX)
 add_subdirectory($source owb)
@@ -24,7 +24,7 @@ target_link_libraries(agent PRIVATE Sblim::utilities)
 END
 
 configure() { # PREFIX MODE
-    "$cmake" -S "$folder/agent" -B "$1/build" -G Ninja --toolchain "$toolchain" -DOWB_SBLIM="$2" \
+    "$cmake" -S "$directory/agent" -B "$1/build" -G Ninja --toolchain "$toolchain" -DOWB_SBLIM="$2" \
         -DSblimUtilities_ROOT="$1" -DOWB_TESTS=OFF -DOWB_BENCH=OFF 2>&1
 }
 
@@ -48,23 +48,23 @@ expect_library() { # PREFIX MODE SHOWN
 
 # One without a library, one that lacks a function, and one for another architecture.
 prefixes=(none half)
-mkdir -p "$folder"/{none,half,other}/lib
-echo 'int runcommand(void) { return 0; }' >"$folder/half.c"
-"$CC" "${target_flags[@]}" -shared -o "$folder/half/lib/libSblimUtilities.so" "$folder/half.c"
+mkdir -p "$directory"/{none,half,other}/lib
+echo 'int runcommand(void) { return 0; }' >"$directory/half.c"
+"$CC" "${target_flags[@]}" -shared -o "$directory/half/lib/libSblimUtilities.so" "$directory/half.c"
 if [[ -n $OWB_WIDE_FLAGS ]]; then
-    echo 'int runcommand(void) { return 0; } void freeresultbuf(void) {}' >"$folder/other.c"
-    "$CC" -c "$OWB_WIDE_FLAGS" -ffreestanding -o "$folder/other.o" "$folder/other.c"
-    ar cr "$folder/other/lib/libSblimUtilities.a" "$folder/other.o"
+    echo 'int runcommand(void) { return 0; } void freeresultbuf(void) {}' >"$directory/other.c"
+    "$CC" -c "$OWB_WIDE_FLAGS" -ffreestanding -o "$directory/other.o" "$directory/other.c"
+    ar cr "$directory/other/lib/libSblimUtilities.a" "$directory/other.o"
     prefixes+=(other)
 fi
 for prefix in "${prefixes[@]}"; do
-    expect_refusal "$folder/$prefix"
-    expect_library "$folder/$prefix" AUTO bundled # the same folder: a refusal is not remembered
+    expect_refusal "$directory/$prefix"
+    expect_library "$directory/$prefix" AUTO bundled # the same folder: a refusal is not remembered
 done
 
 # As a development package and as a package for run time install it.
 for name in libSblimUtilities.so libSblimUtilities.so.0; do
-    prefix=$folder/$name/prefix
+    prefix=$directory/$name/prefix
     mkdir -p "$prefix/lib"
     cp "$library" "$prefix/lib/$name"
     [[ -e $prefix/lib/libSblimUtilities.so.0 ]] || ln -s "$name" "$prefix/lib/libSblimUtilities.so.0"

@@ -6,9 +6,9 @@ source "$(dirname "${BASH_SOURCE[0]}")/../../package/common.sh"
 cmake=$1 ctest=$2 source=$3 toolchain=$4 manager=$5 end_to_end=$6
 strict=$source/tests/openwbem/strict
 # Outside of the build: the RUNPATH of what CMake installs never leads into a source tree.
-prefix=$folder/prefix
+prefix=$directory/prefix
 
-"$strict/make_prefix.sh" "$cmake" "$source" "$toolchain" "$prefix" >"$folder/made" 2>&1 || fail "$(<"$folder/made")"
+"$strict/make_prefix.sh" "$cmake" "$source" "$toolchain" "$prefix" >"$directory/made" 2>&1 || fail "$(<"$directory/made")"
 "$strict/check_habits.sh" "$prefix"
 "$strict/check_refusals.sh" "$cmake" "$source" "$toolchain" "$prefix"
 "$strict/check_build.sh" "$cmake" "$ctest" "$source" "$toolchain" "$prefix" "$manager" "$end_to_end"

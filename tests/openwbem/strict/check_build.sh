@@ -9,11 +9,11 @@ source "$(dirname "${BASH_SOURCE[0]}")/../../package/common.sh"
 
 cmake=$1 ctest=$2 source=$3 toolchain=$4 prefix=$5 manager=$6 end_to_end=$7
 read -r -a target_flags <<<"$OWB_TARGET_FLAGS"
-build=$folder/build tree=$folder/tree
+build=$directory/build tree=$directory/tree
 libraries=(libowclient libopenwbem libowxml libowhttpclient libowhttpcommon)
 
 quietly() { # COMMAND...
-    "$@" >"$folder/output" 2>&1 || fail "$*: $(<"$folder/output")"
+    "$@" >"$directory/output" 2>&1 || fail "$*: $(<"$directory/output")"
 }
 
 configure() { # MODE
@@ -21,7 +21,7 @@ configure() { # MODE
     quietly "$cmake" -S "$source" -B "$build" -G Ninja --toolchain "$toolchain" -DOWB_OPENWBEM="$1" \
         -DOpenWBEM_ROOT="$prefix" -DOWB_SBLIM=BUNDLED -DOWB_BENCH=OFF -DOWB_WERROR=ON \
         -DCMAKE_SHARED_LINKER_FLAGS=-Wl,--as-needed -DCMAKE_EXE_LINKER_FLAGS=-Wl,--as-needed
-    expect "$(<"$folder/output")" "Client library: $prefix/lib/libowclient.so" "what $1 says"
+    expect "$(<"$directory/output")" "Client library: $prefix/lib/libowclient.so" "what $1 says"
 }
 
 expect_installed_client() { # PROGRAM
@@ -39,7 +39,7 @@ configure AUTO
 quietly "$cmake" --build "$build" --target "${targets[@]}"
 configure SYSTEM
 quietly "$cmake" --build "$build" --target "${targets[@]}"
-expect "$(<"$folder/output")" "no work to do" "what SYSTEM builds behind AUTO"
+expect "$(<"$directory/output")" "no work to do" "what SYSTEM builds behind AUTO"
 
 for component in library development; do
     quietly "$cmake" --install "$build" --prefix "$tree" --component "$component"
@@ -53,9 +53,9 @@ expect_installed_client "$tree/bin/owbctl"
 quietly "$ctest" --test-dir "$build/tests/owb" --output-on-failure --timeout 60 -j 2 -E _NOT_BUILT
 LD_LIBRARY_PATH=${bridge%/*} quietly "$end_to_end"
 
-mkdir -p "$folder/manager/sbin"
-ln -s "$manager" "$folder/manager/sbin/owbcimomd"
-start_daemon "$folder/manager"
+mkdir -p "$directory/manager/sbin"
+ln -s "$manager" "$directory/manager/sbin/owbcimomd"
+start_daemon "$directory/manager"
 expect "$("$tree/bin/owbctl" --url "$url" get 4)" "Group 4  QAV_OperatingSystem  (1 row" "what owbctl reads"
 expect "$("$tree/bin/owbctl" --url "$url" version)" "client library of the system" "the versions"
 doctor=$("$tree/bin/owbctl" --url http://127.0.0.1:/tmp/any doctor || true)
@@ -63,11 +63,11 @@ expect "$doctor" ", port 5988, since its port is empty" "what the doctor says"
 
 # As docs/client-library.md tells agents.
 export PKG_CONFIG_PATH=$tree/share/pkgconfig
-cp -r "$source/examples" "$folder/examples"
-quietly make -C "$folder/examples" CFLAGS="-Wall -Wextra -Wpedantic -Werror"
-expect "$("$folder/examples/agent" "$url" ops@example.net)" "The contact is now ops@example.net." "the agent's output"
+cp -r "$source/examples" "$directory/examples"
+quietly make -C "$directory/examples" CFLAGS="-Wall -Wextra -Wpedantic -Werror"
+expect "$("$directory/examples/agent" "$url" ops@example.net)" "The contact is now ops@example.net." "the agent's output"
 read -r -a owb < <(pkg-config --cflags --libs owb)
-quietly "$CXX" "${target_flags[@]}" -I"$prefix/include/openwbem" "$source/tests/package/client_agent.cpp" -o "$folder/client_agent" \
+quietly "$CXX" "${target_flags[@]}" -I"$prefix/include/openwbem" "$source/tests/package/client_agent.cpp" -o "$directory/client_agent" \
     "${owb[@]}" -L"$prefix/lib" -Wl,--no-as-needed "${libraries[@]/#lib/-l}" \
     -Wl,-rpath,"$(pkg-config --variable=libdir owb):$prefix/lib"
-quietly "$folder/client_agent"
+quietly "$directory/client_agent"

@@ -6,7 +6,7 @@ prefix=$1
 read -r -a target_flags <<<"$OWB_TARGET_FLAGS"
 
 compiles() { # SOURCE
-    "$CXX" "${target_flags[@]}" -std=c++17 -fsyntax-only -I"$prefix/include/openwbem" -x c++ - <<<"$1" 2>"$folder/errors"
+    "$CXX" "${target_flags[@]}" -std=c++17 -fsyntax-only -I"$prefix/include/openwbem" -x c++ - <<<"$1" 2>"$directory/errors"
 }
 
 expect_refused() { # SOURCE
@@ -14,7 +14,7 @@ expect_refused() { # SOURCE
 }
 
 expect_accepted() { # SOURCE
-    compiles "$1" || fail "does not compile: $1: $(<"$folder/errors")"
+    compiles "$1" || fail "does not compile: $1: $(<"$directory/errors")"
 }
 
 array='#include <OW_Array.hpp>'

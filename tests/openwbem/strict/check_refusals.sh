@@ -4,8 +4,8 @@ source "$(dirname "${BASH_SOURCE[0]}")/../../package/common.sh"
 
 cmake=$1 source=$2 toolchain=$3 prefix=$4
 
-configure() { # MODE PREFIX: in one folder, as nothing of a refusal is remembered
-    "$cmake" -S "$source" -B "$folder/build" -G Ninja --toolchain "$toolchain" -DOWB_OPENWBEM="$1" \
+configure() { # MODE PREFIX: in one directory, as no failure is cached
+    "$cmake" -S "$source" -B "$directory/build" -G Ninja --toolchain "$toolchain" -DOWB_OPENWBEM="$1" \
         -DOpenWBEM_ROOT="$2" -DOWB_TESTS=OFF -DOWB_BENCH=OFF 2>&1 | tr -s '[:space:]' ' ' # CMake wraps messages
 }
 
@@ -20,48 +20,48 @@ expect_refusal() { # PREFIX TEXT...
 }
 
 copy_of_prefix() { # NAME
-    mkdir "$folder/$1"
-    cp -r "$prefix/include" "$prefix/lib" "$folder/$1"
+    mkdir "$directory/$1"
+    cp -r "$prefix/include" "$prefix/lib" "$directory/$1"
 }
 
 found() { # NAME
-    echo "Found: $folder/$1/include/openwbem/OW_CIMClient.hpp $folder/$1/lib/libowclient.so"
+    echo "Found: $directory/$1/include/openwbem/OW_CIMClient.hpp $directory/$1/lib/libowclient.so"
 }
 
-mkdir "$folder/empty"
-expect_refusal "$folder/empty" "no OpenWBEM 3.x for $OWB_PROCESSOR was found" \
-    "OW_CIMClient.hpp in include or include/openwbem, and libowclient, below $folder/empty"
+mkdir "$directory/empty"
+expect_refusal "$directory/empty" "no OpenWBEM 3.x for $OWB_PROCESSOR was found" \
+    "OW_CIMClient.hpp in include or include/openwbem, and libowclient, below $directory/empty"
 
-mkdir "$folder/headers"
-cp -r "$prefix/include" "$folder/headers"
-expect_refusal "$folder/headers" "no OpenWBEM 3.x for $OWB_PROCESSOR was found" \
-    "Found only: $folder/headers/include/openwbem/OW_CIMClient.hpp"
+mkdir "$directory/headers"
+cp -r "$prefix/include" "$directory/headers"
+expect_refusal "$directory/headers" "no OpenWBEM 3.x for $OWB_PROCESSOR was found" \
+    "Found only: $directory/headers/include/openwbem/OW_CIMClient.hpp"
 
 copy_of_prefix broken
-echo '#error "of another compiler"' >>"$folder/broken/include/openwbem/OW_Array.hpp"
+echo '#error "of another compiler"' >>"$directory/broken/include/openwbem/OW_Array.hpp"
 broken_says=("is unusable for $OWB_PROCESSOR" "$(found broken)" "does not compile:" 'error: #error "of another compiler"')
-expect_refusal "$folder/broken" "${broken_says[@]}"
-output=$(configure AUTO "$folder/broken")
+expect_refusal "$directory/broken" "${broken_says[@]}"
+output=$(configure AUTO "$directory/broken")
 for text in "${broken_says[@]}" "Client library: bundled"; do
-    expect "$output" "$text" "what AUTO says of $folder/broken"
+    expect "$output" "$text" "what AUTO says of $directory/broken"
 done
 
 copy_of_prefix alone
-rm "$folder"/alone/lib/libowxml.so*
-expect_refusal "$folder/alone" "$(found alone)" "libowhttpcommon.so Missing in its directory, and needed unless it contains them: libowxml" \
-    "does not link:" "libowxml.so.4, needed by $folder/alone/lib/libowclient.so, not found"
+rm "$directory"/alone/lib/libowxml.so*
+expect_refusal "$directory/alone" "$(found alone)" "libowhttpcommon.so Missing in its directory, and needed unless it contains them: libowxml" \
+    "does not link:" "libowxml.so.4, needed by $directory/alone/lib/libowclient.so, not found"
 
 if [[ -n $OWB_WIDE_FLAGS ]]; then
     copy_of_prefix wide
-    echo 'int nothing;' >"$folder/wide.c"
-    rm "$folder"/wide/lib/libowclient.so*
-    "$CC" "$OWB_WIDE_FLAGS" -shared -nostdlib -Wl,-soname,libowclient.so.4 -o "$folder/wide/lib/libowclient.so" "$folder/wide.c"
-    expect_refusal "$folder/wide" "is unusable for $OWB_PROCESSOR" "$(found wide)" "does not link:" \
+    echo 'int nothing;' >"$directory/wide.c"
+    rm "$directory"/wide/lib/libowclient.so*
+    "$CC" "$OWB_WIDE_FLAGS" -shared -nostdlib -Wl,-soname,libowclient.so.4 -o "$directory/wide/lib/libowclient.so" "$directory/wide.c"
+    expect_refusal "$directory/wide" "is unusable for $OWB_PROCESSOR" "$(found wide)" "does not link:" \
         "libowclient.so: error adding symbols: file in wrong format"
 fi
 
 # Headers may also be where other libraries have theirs.
-mkdir "$folder/plain"
-ln -s "$prefix/lib" "$folder/plain/lib"
-ln -s "$prefix/include/openwbem" "$folder/plain/include"
-expect "$(configure SYSTEM "$folder/plain")" "Client library: $folder/plain/lib/libowclient.so" "what SYSTEM says"
+mkdir "$directory/plain"
+ln -s "$prefix/lib" "$directory/plain/lib"
+ln -s "$prefix/include/openwbem" "$directory/plain/include"
+expect "$(configure SYSTEM "$directory/plain")" "Client library: $directory/plain/lib/libowclient.so" "what SYSTEM says"

@@ -1,17 +1,17 @@
 #!/usr/bin/env bash
-# Makes headers with the original's habits from ours: make_headers.sh OUR_FOLDER FOLDER. They include what their own
-# declarations need and nothing else, have no extension and no folder detail/, and OpenWBEM is an alias.
+# Makes headers with the original's habits from ours: make_headers.sh OUR_DIRECTORY DIRECTORY. They include what their own
+# declarations need and nothing else, have no extension and no directory detail/, and OpenWBEM is an alias.
 set -euo pipefail
 
-ours=$1 folder=$2
+ours=$1 directory=$2
 
-mkdir -p "$folder"
-cp "$ours"/OW_* "$folder"
-rm "$folder/OW_ClientTimeouts.hpp" # an extension
+mkdir -p "$directory"
+cp "$ours"/OW_* "$directory"
+rm "$directory/OW_ClientTimeouts.hpp" # an extension
 for header in "$ours"/detail/OW_*.hpp; do
-    cp "$header" "$folder/OW_COW${header##*/OW_}"
+    cp "$header" "$directory/OW_COW${header##*/OW_}"
 done
-cd "$folder"
+cd "$directory"
 
 sed -i -e 's|"\.\./OW_|"OW_|' -e 's|"detail/OW_|"OW_COW|' -e 's/^namespace OpenWBEM {/namespace OpenWBEM4 {/' \
     -e 's/^} \/\/ namespace OpenWBEM$/} \/\/ namespace OpenWBEM4/' -- *.hpp

@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
-# Makes a prefix with the stand-in for an installed original: make_prefix.sh CMAKE SOURCE_DIR TOOLCHAIN FOLDER
+# Makes a prefix with the stand-in for an installed original: make_prefix.sh CMAKE SOURCE_DIR TOOLCHAIN DIRECTORY
 set -euo pipefail
 
-cmake=$1 source=$2 toolchain=$3 folder=$4
+cmake=$1 source=$2 toolchain=$3 directory=$4
 strict=$source/tests/openwbem/strict
 
-rm -rf "$folder"
-"$strict/make_headers.sh" "$source/openwbem/include" "$folder/include/openwbem"
-"$cmake" -S "$strict" -B "$folder/build" -G Ninja --toolchain "$toolchain" -DOWB_SOURCE_DIR="$source" \
-    -DHEADERS="$folder/include/openwbem"
-"$cmake" --build "$folder/build"
-"$cmake" --install "$folder/build" --prefix "$folder"
-rm -r "$folder/build"
+rm -rf "$directory"
+"$strict/make_headers.sh" "$source/openwbem/include" "$directory/include/openwbem"
+"$cmake" -S "$strict" -B "$directory/build" -G Ninja --toolchain "$toolchain" -DOWB_SOURCE_DIR="$source" \
+    -DHEADERS="$directory/include/openwbem"
+"$cmake" --build "$directory/build"
+"$cmake" --install "$directory/build" --prefix "$directory"
+rm -r "$directory/build"
