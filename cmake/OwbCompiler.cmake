@@ -41,9 +41,10 @@ if(OWB_HARDEN)
     target_link_options(owb_flags INTERFACE LINKER:-z,relro,-z,now)
 endif()
 if(OWB_SANITIZE OR OWB_FUZZ)
-    # The instrumentation causes false alarms of -Wmaybe-uninitialized.
-    target_compile_options(owb_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
-                           -fno-omit-frame-pointer -Wno-maybe-uninitialized)
+    target_compile_options(owb_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU") # the instrumentation causes false alarms
+        target_compile_options(owb_flags INTERFACE -Wno-maybe-uninitialized)
+    endif()
     target_link_options(owb_flags INTERFACE -fsanitize=address,undefined)
 endif()
 if(OWB_FUZZ)
