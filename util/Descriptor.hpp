@@ -14,15 +14,18 @@ public:
     /** @param number result of a call like open(2); negative: owns nothing */
     explicit Descriptor(int number)
         : m_number(number) {}
-    ~Descriptor() {
-        if (isOpen())
-            ::close(m_number);
-    }
+    ~Descriptor() { reset(); }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
 
     bool isOpen() const { return m_number >= 0; }
     int number() const { return m_number; }
+    /** Closes the descriptor, and takes ownership of another. */
+    void reset(int number = -1) {
+        if (isOpen())
+            ::close(m_number);
+        m_number = number;
+    }
     /** Gives up ownership: the caller closes the descriptor. */
     int release() { return std::exchange(m_number, -1); }
 

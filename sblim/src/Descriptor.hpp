@@ -1,44 +1,36 @@
 #ifndef SBLIM_DESCRIPTOR_HPP
 #define SBLIM_DESCRIPTOR_HPP
+#include "util/Descriptor.hpp"
+
 #include <fcntl.h>
 #include <unistd.h>
 
 namespace sblim {
 
-/** A descriptor of our own, closed at the end, that stays out of the way of those which a command gets. */
-class Descriptor {
+/** A descriptor of the library. Its number never equals one that the shell of a command uses. */
+class Descriptor : public util::Descriptor {
 public:
-    /** The first number that no command's descriptor has. */
+    /** The lowest number that the shell of a command does not use. */
     static const int lowest = 5;
 
-    Descriptor() = default;
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
+    /** Owns nothing. */
+    Descriptor()
+        : util::Descriptor(-1) {}
 
     /**
-     * Takes a descriptor over. One below the lowest (the caller may have closed its standard ones) gets
-     * another number, close-on-exec. Returns whether there is one; -1 is none.
+     * Takes ownership of a descriptor; negative: owns nothing. A low number (the caller may have closed its
+     * standard descriptors) is replaced by a higher one, close-on-exec. Returns whether a descriptor is
+     * owned.
      */
-    bool take(int descriptor) {
-        m_number = descriptor;
-        if (descriptor >= 0 && descriptor < lowest) {
-            m_number = ::fcntl(descriptor, F_DUPFD_CLOEXEC, lowest);
-            ::close(descriptor);
+    bool take(int number) {
+        if (number >= 0 && number < lowest) {
+            const util::Descriptor low(number);
+            reset(::fcntl(number, F_DUPFD_CLOEXEC, lowest));
+        } else {
+            reset(number);
         }
         return isOpen();
     }
-    void close() {
-        if (isOpen())
-            ::close(m_number);
-        m_number = -1;
-    }
-    bool isOpen() const { return m_number >= 0; }
-    /** -1 when it is not open. */
-    int number() const { return m_number; }
-
-private:
-    int m_number = -1;
 };
 
 } // namespace sblim

@@ -8,8 +8,8 @@
 namespace sblim {
 namespace {
 
-// Descriptors of the outer shell: 0 the command's input, 1 the status, 2 /dev/null, 3 and 4 the command's
-// output. To its own standard error it would write that a signal has killed the command.
+// Descriptors of the outer shell: 0 input of the command, 1 status, 2 /dev/null, 3 and 4 output of the
+// command. Descriptor 2 suppresses its message about a command killed by a signal.
 constexpr char script[] = "(exec /bin/sh -c -- \"$1\") >&3 2>&4 3>&- 4>&-; echo $?";
 
 /** Arguments of posix_spawn(3). */
@@ -34,21 +34,22 @@ public:
     Spawning(const Spawning&) = delete;
     Spawning& operator=(const Spawning&) = delete;
 
-    /** Gives the child a descriptor under another number. Returns whether there was memory for it. */
-    bool give(const Descriptor& descriptor, int number) {
+    /** Duplicates a descriptor to a number in the child; /dev/null if it is not open. False when out of
+     * memory. */
+    bool duplicate(const Descriptor& descriptor, int number) {
         if (!descriptor.isOpen())
             return ::posix_spawn_file_actions_addopen(&m_actions, number, "/dev/null", O_RDWR, 0) == 0;
         return ::posix_spawn_file_actions_adddup2(&m_actions, descriptor.number(), number) == 0;
     }
-    /** Keeps the others from the child, the caller's too. */
+    /** Closes all other descriptors in the child. False when out of memory. */
     bool closeOthers() {
         return ::posix_spawn_file_actions_addclosefrom_np(&m_actions, Descriptor::lowest) == 0;
     }
-    /** Returns the process id, or -1. */
-    pid_t run(const char* const words[]) const {
+    /** Returns the process ID, or -1. */
+    pid_t run(const char* const arguments[]) const {
         pid_t pid;
-        const int error = ::posix_spawn(&pid, words[0], &m_actions, &m_attributes,
-                                        const_cast<char* const*>(words), environ);
+        const int error = ::posix_spawn(&pid, arguments[0], &m_actions, &m_attributes,
+                                        const_cast<char* const*>(arguments), environ);
         return error == 0 ? pid : -1;
     }
 
@@ -61,15 +62,16 @@ private:
 
 bool Shell::start(const char* command, const Files& files) {
     Spawning spawning;
-    if (!spawning.give(files.in, 0) || !spawning.give(files.status, 1) || !spawning.give(Descriptor(), 2) ||
-        !spawning.give(files.out, 3) || !spawning.give(files.err, 4) || !spawning.closeOthers())
+    if (!spawning.duplicate(files.in, 0) || !spawning.duplicate(files.status, 1) ||
+        !spawning.duplicate(Descriptor(), 2) || !spawning.duplicate(files.out, 3) ||
+        !spawning.duplicate(files.err, 4) || !spawning.closeOthers())
         return false;
-    const char* const words[] = {"/bin/sh", "-c", script, "sh", command, nullptr};
-    m_pid = spawning.run(words);
+    const char* const arguments[] = {"/bin/sh", "-c", script, "sh", command, nullptr};
+    m_pid = spawning.run(arguments);
     return m_pid > 0;
 }
 
-// When it was collected by somebody else, its number may be that of another group by now.
+// The caller may have collected the child: then its number can belong to another process group.
 void Shell::kill() const {
     siginfo_t info;
     if (::waitid(P_PID, static_cast<id_t>(m_pid), &info, WEXITED | WNOHANG | WNOWAIT) == 0)

@@ -6,32 +6,33 @@
 
 namespace sblim {
 
-/** What a shell and its command get. One that is not open is /dev/null. */
+/** The descriptors of a shell and its command. /dev/null replaces those that are not open. */
 struct Files {
-    /** The command's standard input. */
+    /** Standard input of the command. */
     Descriptor in;
-    /** Where the shell writes the exit status of the command, a line of digits, when that has ended. */
+    /** The shell writes the exit status of the command here: a line of digits. */
     Descriptor status;
-    /** The command's standard output. */
+    /** Standard output of the command. */
     Descriptor out;
-    /** The command's standard error. */
+    /** Standard error of the command. */
     Descriptor err;
 };
 
 /**
- * A shell around the shell of a command. It is our child and leads a process group of its own. It tells the
- * exit status of the command by a file, because the caller may have the status of any child thrown away
- * (SIGCHLD ignored), or collect it himself.
+ * An outer shell that runs the shell of a command. A child of this process and leader of a process group. It
+ * writes the exit status of the command to a file, because the status of the child can get lost: the caller
+ * may ignore SIGCHLD or collect all children.
  */
 class Shell {
 public:
-    /** Runs a command line with default signal dispositions, an empty mask and no descriptors but these. */
+    /** Starts a command line with default signal dispositions, an empty signal mask and only these
+     * descriptors. Returns whether it runs. */
     bool start(const char* command, const Files& files);
-    /** Kills it with its process group. */
+    /** Kills the process group. */
     void kill() const;
     /**
-     * Collects it, which must be about to end. Returns the signal that ended it, SIGKILL when it was
-     * collected by somebody else, or 0.
+     * Waits for the end of the shell. Returns the signal that ended it, SIGKILL if the caller has collected
+     * it, else 0.
      */
     int collect() const;
 

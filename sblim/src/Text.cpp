@@ -10,8 +10,8 @@ Text::~Text() {
     std::free(m_bytes);
 }
 
-// A quarter more each time: large blocks move without being copied, and what is not used yet is not resident.
-bool Text::makeRoom() {
+// Grows by a quarter: realloc() remaps large blocks without copying, and untouched pages use no memory.
+bool Text::grow() {
     const std::size_t capacity = m_capacity + m_capacity / 4 + 4096;
     void* const bytes = std::realloc(m_bytes, capacity);
     if (!bytes)
@@ -22,7 +22,7 @@ bool Text::makeRoom() {
 }
 
 ssize_t Text::readFrom(int descriptor) {
-    if (m_size + 1 >= m_capacity && !makeRoom())
+    if (m_size + 1 >= m_capacity && !grow())
         return -1; // errno of realloc
     const ssize_t count = ::read(descriptor, m_bytes + m_size, m_capacity - m_size - 1);
     if (count > 0)
@@ -38,7 +38,7 @@ std::size_t Text::countLines() const {
     return count;
 }
 
-// The entry in front of the first line holds the block of all lines, to be released with them.
+// The entry before the first line points to the block of all lines, which freeLines() releases.
 char** Text::toLines() {
     char** const block = static_cast<char**>(std::calloc(countLines() + 2, sizeof(char*)));
     if (!block)

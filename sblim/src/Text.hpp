@@ -5,7 +5,7 @@
 
 namespace sblim {
 
-/** What a command has printed so far: bytes in one block of memory, with a zero behind them. */
+/** The output of a command so far: bytes in one block of memory, NUL-terminated. */
 class Text {
 public:
     Text() = default;
@@ -13,20 +13,19 @@ public:
     Text(const Text&) = delete;
     Text& operator=(const Text&) = delete;
 
-    /** Appends what one read(2) of a descriptor brings, and returns as it does; ENOMEM when memory runs out.
-     */
+    /** Appends the bytes of one read(2). Returns like read(2); fails with ENOMEM when out of memory. */
     ssize_t readFrom(int descriptor);
-    /** Null when empty. */
+    /** Null if empty. */
     const char* bytes() const { return m_bytes; }
 
     /**
-     * Splits the text where it stands into an array of lines for freeLines(), and is empty then. Null when
-     * there is no memory for it.
+     * Splits the text in place into an array of lines, which freeLines() releases. The text is empty
+     * afterwards. Null when out of memory.
      */
     char** toLines();
 
 private:
-    bool makeRoom();
+    bool grow();
     std::size_t countLines() const;
 
     char* m_bytes = nullptr;

@@ -3,8 +3,7 @@
 
 namespace sblim {
 
-/** Milliseconds from the start of a command until it is killed. Tests change it; the library does not export
- * it. */
+/** Milliseconds from the start of a command until it is killed. Tests change it. Not exported. */
 extern int timeLimit;
 
 } // namespace sblim

@@ -18,7 +18,7 @@ namespace {
 using sblim::Descriptor;
 using sblim::Text;
 
-/** Our end of a pipe, and what has come out of it. */
+/** The reading end of a pipe, and the text read so far. */
 struct Stream {
     Descriptor end;
     Text text;
@@ -38,7 +38,7 @@ bool openPipe(Descriptor& reader, Descriptor& writer) {
     return writer.take(ends[1]) && isRead;
 }
 
-/** Puts lines into a file without a name and goes back to its beginning. */
+/** Writes the lines to an unnamed file and rewinds it. */
 bool writeInput(char** lines, Descriptor& input) {
     if (!input.take(::memfd_create("input", MFD_CLOEXEC)))
         return false;
@@ -48,13 +48,12 @@ bool writeInput(char** lines, Descriptor& input) {
     return ::lseek(input.number(), 0, SEEK_SET) == 0;
 }
 
-/** Starts a command; the streams that are wanted are then open. */
-bool start(const char* command, char** in, bool wantsOut, bool wantsErr, sblim::Shell& shell,
-           Streams& streams) {
+/** Starts a command and opens the requested streams. */
+bool start(const char* command, char** in, bool hasOut, bool hasErr, sblim::Shell& shell, Streams& streams) {
     sblim::Files files;
     return (!in || writeInput(in, files.in)) && openPipe(streams.status.end, files.status) &&
-           (!wantsOut || openPipe(streams.out.end, files.out)) &&
-           (!wantsErr || openPipe(streams.err.end, files.err)) && shell.start(command, files);
+           (!hasOut || openPipe(streams.out.end, files.out)) &&
+           (!hasErr || openPipe(streams.err.end, files.err)) && shell.start(command, files);
 }
 
 /** Milliseconds of CLOCK_MONOTONIC. */
@@ -64,19 +63,19 @@ long long now() {
     return time.tv_sec * 1000LL + time.tv_nsec / 1000000;
 }
 
-/** Reads what has come; returns false when memory ran out. */
+/** Reads available bytes. False when out of memory. */
 bool readSome(Stream& stream) {
     const ssize_t count = stream.text.readFrom(stream.end.number());
     if (count < 0 && errno == ENOMEM)
         return false;
     if (count == 0 || (count < 0 && errno != EINTR))
-        stream.end.close();
+        stream.end.reset();
     return true;
 }
 
 enum class Reading { ended, late, noMemory };
 
-/** Reads the streams to their ends, or until a time of now(). */
+/** Reads the streams to their ends, or until the deadline, a time of now(). */
 Reading readAll(Streams& streams, long long deadline) {
     Stream* const all[] = {&streams.status, &streams.out, &streams.err};
     while (streams.status.end.isOpen() || streams.out.end.isOpen() || streams.err.end.isOpen()) {
@@ -85,7 +84,7 @@ Reading readAll(Streams& streams, long long deadline) {
             return Reading::late;
         pollfd polled[3];
         for (int i = 0; i < 3; ++i)
-            polled[i] = {all[i]->end.number(), POLLIN, 0}; // a negative number is passed over
+            polled[i] = {all[i]->end.number(), POLLIN, 0}; // poll(2) ignores negative numbers
         if (::poll(polled, 3, static_cast<int>(left)) <= 0)
             continue;
         for (int i = 0; i < 3; ++i)
@@ -95,16 +94,16 @@ Reading readAll(Streams& streams, long long deadline) {
     return Reading::ended;
 }
 
-/** The exit status that the shell has told, or what its own end tells; -1 when it could not run the command.
- */
-int exitStatus(const Text& told, int signal) {
-    if (told.bytes() && *told.bytes() != '\0')
-        return static_cast<int>(std::strtol(told.bytes(), nullptr, 10));
+/** The exit status that the shell has written, else 128 + the signal that ended the shell; -1 if it ran no
+ * command. */
+int exitStatus(const Text& written, int signal) {
+    if (written.bytes() && *written.bytes() != '\0')
+        return static_cast<int>(std::strtol(written.bytes(), nullptr, 10));
     return signal > 0 ? 128 + signal : -1;
 }
 
-/** Hands the lines of a wanted stream to the caller. Returns whether there was memory for them. */
-bool handOver(Stream& stream, char*** result) {
+/** Returns the lines of a requested stream in *result. False when out of memory. */
+bool returnLines(Stream& stream, char*** result) {
     if (result)
         *result = stream.text.toLines();
     return !result || *result;
@@ -133,8 +132,8 @@ int runcommand(const char* cmd, char** in, char*** out, char*** err) {
     if (reading != Reading::ended)
         shell.kill();
     const int status = exitStatus(streams.status.text, shell.collect());
-    if (status >= 0 && reading != Reading::noMemory && handOver(streams.out, out) &&
-        handOver(streams.err, err))
+    if (status >= 0 && reading != Reading::noMemory && returnLines(streams.out, out) &&
+        returnLines(streams.err, err))
         return status;
     clear(out);
     return -1;

@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-/** What runcommand() returned and handed back. */
+/** The results of runcommand(). */
 struct Outcome {
     int status;
     std::vector<std::string> out;
     std::vector<std::string> err;
 };
 
-/** The lines of an array, which is released. */
+/** Copies the lines of an array and releases it. */
 inline std::vector<std::string> takeLines(char** array) {
     std::vector<std::string> lines;
     for (char** line = array; line && *line; ++line)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# An agent builds against an installed utilities library, which has no header, and the build says what it looked for when
-# there is none that does: check_drop_in.sh CMAKE SOURCE_DIR TOOLCHAIN LIBRARY
+# An agent builds with an installed utilities library, which has no header. If none works, CMake reports the reason:
+# check_drop_in.sh CMAKE SOURCE_DIR TOOLCHAIN LIBRARY
 set -euo pipefail
 
 cmake=$1 source=$2 toolchain=$3 library=$4
@@ -13,7 +13,7 @@ fail() {
     exit 1
 }
 
-# An agent with this project as a part of its own.
+# An agent with this project as a subdirectory.
 mkdir "$directory/agent"
 cat >"$directory/agent/CMakeLists.txt" <<END
 cmake_minimum_required(VERSION 3.25)
@@ -28,15 +28,15 @@ configure() { # PREFIX MODE
         -DSblimUtilities_ROOT="$1" -DOWB_TESTS=OFF -DOWB_BENCH=OFF 2>&1
 }
 
-expect_refusal() { # PREFIX
-    local output words text
+expect_error() { # PREFIX
+    local output unwrapped text
     if output=$(configure "$1" SYSTEM); then
-        fail "configuring without a library that does succeeded: $output"
+        fail "configuring without a working library succeeded: $output"
     fi
-    words=$(tr -s '[:space:]' ' ' <<<"$output") # the message is wrapped
+    unwrapped=$(tr -s '[:space:]' ' ' <<<"$output") # the message is wrapped
     for text in "no libSblimUtilities for $OWB_PROCESSOR was found" "libSblimUtilities with runcommand() and freeresultbuf()" "$1" \
         "-DSblimUtilities_ROOT=DIR"; do
-        [[ $words == *$text* ]] || fail "the error does not say \"$text\": $output"
+        [[ $unwrapped == *$text* ]] || fail "the error does not contain \"$text\": $output"
     done
 }
 
@@ -46,7 +46,7 @@ expect_library() { # PREFIX MODE SHOWN
     [[ $output == *"Utilities library: $3"* ]] || fail "not \"$3\" with $2: $output"
 }
 
-# One without a library, one that lacks a function, and one for another architecture.
+# No library, a library without one of the functions, a library for another architecture.
 prefixes=(none half)
 mkdir -p "$directory"/{none,half,other}/lib
 echo 'int runcommand(void) { return 0; }' >"$directory/half.c"
@@ -58,11 +58,11 @@ if [[ -n $OWB_WIDE_FLAGS ]]; then
     prefixes+=(other)
 fi
 for prefix in "${prefixes[@]}"; do
-    expect_refusal "$directory/$prefix"
-    expect_library "$directory/$prefix" AUTO bundled # the same folder: a refusal is not remembered
+    expect_error "$directory/$prefix"
+    expect_library "$directory/$prefix" AUTO bundled # the same directory: errors are not cached
 done
 
-# As a development package and as a package for run time install it.
+# The file names of a development package and of a runtime package.
 for name in libSblimUtilities.so libSblimUtilities.so.0; do
     prefix=$directory/$name/prefix
     mkdir -p "$prefix/lib"
@@ -73,7 +73,7 @@ for name in libSblimUtilities.so libSblimUtilities.so.0; do
     rm -r "$prefix/build"
     expect_library "$prefix" AUTO "$prefix/lib/$name"
     output=$("$cmake" --build "$prefix/build" --target agent 2>&1) || fail "$output"
-    # To build the object manager would take minutes; how it will find the library is decided before.
+    # Checks the RPATH in the install script: building the object manager would take minutes.
     grep -q "NEW_RPATH .*$prefix/lib[:\"]" "$prefix/build/owb/cimom/cmake_install.cmake" ||
         fail "an installed owbcimomd would not find $prefix/lib"
     "$prefix/build/agent" || fail "the agent fails with $name"

@@ -1,5 +1,4 @@
-// The descriptors of the caller and of the command. posix_spawn() of this program stands in front of the C
-// library's.
+// The descriptors of the caller and of the command. The program interposes posix_spawn().
 #include "Run.hpp"
 
 #include "support/Child.hpp"
@@ -15,19 +14,19 @@
 
 namespace {
 
-// The descriptors of this process when it started a command last.
+// The descriptors of this process at the last start of a command.
 std::map<int, int> flagsAtSpawn;
 
 } // namespace
 
 extern "C" __attribute__((visibility("default"))) int
 posix_spawn(pid_t* pid, const char* path, const posix_spawn_file_actions_t* actions,
-            const posix_spawnattr_t* attributes, char* const words[], char* const environment[]) {
+            const posix_spawnattr_t* attributes, char* const arguments[], char* const environment[]) {
     flagsAtSpawn.clear();
     for (const int number : support::openDescriptors())
         flagsAtSpawn[number] = ::fcntl(number, F_GETFD);
     static const auto next = reinterpret_cast<decltype(&posix_spawn)>(::dlsym(RTLD_NEXT, "posix_spawn"));
-    return next(pid, path, actions, attributes, words, environment);
+    return next(pid, path, actions, attributes, arguments, environment);
 }
 
 namespace {
@@ -35,9 +34,9 @@ namespace {
 using support::inChild;
 using support::TempDir;
 
-TEST(Descriptors, TheCommandHasItsThreeOnly) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(Descriptors, TheCommandHasOnlyTheStandardOnes) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         for (const int number : {3, 4, 5, 11, 200})
             EXPECT_EQ(number, ::dup2(2, number));
         EXPECT_EQ((Lines{"0", "1", "2"}), run("ls /proc/$$/fd; :", {"input"}).out);
@@ -57,17 +56,17 @@ void expectSevenCloseOnExec() {
     EXPECT_EQ(7, ours); // the input, and pipes for the status and both outputs
 }
 
-TEST(Descriptors, OursAreCloseOnExec) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(Descriptors, OfTheLibraryAreCloseOnExec) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         expectSevenCloseOnExec();
         ::dup2(2, 3);
         ::dup2(2, 4);
-        expectSevenCloseOnExec(); // the numbers that a command gets are taken
+        expectSevenCloseOnExec(); // the numbers of the command's descriptors are in use
     });
 }
 
-TEST(Descriptors, NoneIsLeftOpen) {
+TEST(Descriptors, AreAllClosed) {
     const std::set<int> before = support::openDescriptors();
     run("echo one; echo two >&2", {"input"});
     run("no-tool-of-this-name");
@@ -76,11 +75,11 @@ TEST(Descriptors, NoneIsLeftOpen) {
     EXPECT_EQ(before, support::openDescriptors());
 }
 
-TEST(Descriptors, TheCallerMayHaveClosedItsStandardOnes) {
+TEST(Descriptors, TheStandardOnesOfTheCallerMayBeClosed) {
     for (int closed = 1; closed < 8; ++closed) {
-        const TempDir folder;
-        inChild(folder.path(), [closed] {
-            for (int number = 0; number < 5; ++number) // with those that the shell gets besides
+        const TempDir directory;
+        inChild(directory.path(), [closed] {
+            for (int number = 0; number < 5; ++number) // including those of the outer shell
                 if (number > 2 || (closed & (1 << number)) != 0)
                     ::close(number);
             const std::set<int> before = support::openDescriptors();
@@ -98,11 +97,11 @@ TEST(Descriptors, TheCallerMayHaveClosedItsStandardOnes) {
     }
 }
 
-TEST(Descriptors, TooFewAreAnErrorThatLeavesNothingBehind) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(Descriptors, RunningOutIsAnErrorWithoutALeak) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         const std::set<int> before = support::openDescriptors();
-        int refused = 0;
+        int failures = 0;
         for (rlim_t limit = 3;; ++limit) {
             const rlimit descriptors = {limit, 1024};
             ASSERT_EQ(0, ::setrlimit(RLIMIT_NOFILE, &descriptors));
@@ -118,9 +117,9 @@ TEST(Descriptors, TooFewAreAnErrorThatLeavesNothingBehind) {
             if (status == 3)
                 break;
             ASSERT_EQ(-1, status) << limit;
-            ++refused;
+            ++failures;
         }
-        EXPECT_LE(7, refused); // one for each that is needed
+        EXPECT_LE(7, failures); // one failure per needed descriptor
     });
 }
 

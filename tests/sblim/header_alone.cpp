@@ -1,4 +1,4 @@
-// The header for C++ of any age.
+// The header compiles as C++98.
 #include "sblim_utilities.h"
 
 int main() {

@@ -1,5 +1,4 @@
-// Calls of the system that a signal interrupts: these functions of this program stand in front of the C
-// library's.
+// System calls interrupted by a signal. The program interposes functions of the C library.
 #include "Run.hpp"
 
 #include "support/Child.hpp"
@@ -14,7 +13,7 @@
 
 namespace {
 
-// Number of calls that are still to be interrupted.
+// The number of further calls to interrupt.
 int pollsToInterrupt = 0;
 int readsToInterrupt = 0;
 int waitsToInterrupt = 0;
@@ -49,8 +48,8 @@ __attribute__((visibility("default"))) pid_t waitpid(pid_t pid, int* status, int
 namespace {
 
 void expectRepeated(int& toInterrupt) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [&toInterrupt] {
+    const support::TempDir directory;
+    support::inChild(directory.path(), [&toInterrupt] {
         toInterrupt = 5;
         const Outcome result = run("echo one; echo two >&2; kill -9 0");
         EXPECT_EQ(0, toInterrupt);

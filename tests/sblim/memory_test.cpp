@@ -1,4 +1,4 @@
-// Memory that the library takes, and memory that runs out.
+// Memory use of the library, and out of memory.
 #include "Run.hpp"
 
 #include "support/Child.hpp"
@@ -29,14 +29,14 @@ long sizeInKilobytes(const std::string& name) {
     return 0;
 }
 
-/** Runs a command that reads and prints more than a pipe holds. */
+/** Runs a command that reads and prints more than the capacity of a pipe. */
 int runTalkative(char**& out, char**& err) {
     char line[] = "one";
     char* input[] = {line, nullptr};
     return runcommand("cat; seq 100000; seq 50000 >&2; exit 3", input, &out, &err);
 }
 
-/** Releases the lines, or expects that there are none. */
+/** Releases the lines on success; expects none after a failure. */
 void expectAllOrNothing(int status, char** out, char** err) {
     if (status == 3) {
         EXPECT_EQ(100001U, takeLines(out).size());
@@ -48,8 +48,8 @@ void expectAllOrNothing(int status, char** out, char** err) {
     EXPECT_EQ(nullptr, err);
 }
 
-// Lets one allocation after the other be the first that fails, until the call gets by without it.
-void expectFailuresThatLeaveNothingBehind(void (*fail)(long)) {
+// Fails from the first, the second, ... allocation on, until the call succeeds.
+void expectFailuresWithoutLeaks(void (*fail)(long)) {
     const std::set<int> descriptors = support::openDescriptors();
     int failures = 0;
     bool wasShort = true;
@@ -70,10 +70,10 @@ void expectFailuresThatLeaveNothingBehind(void (*fail)(long)) {
     EXPECT_LT(10, failures);
 }
 
-TEST(Memory, WhenItRunsOutTheCallFailsAndLeavesNothingBehind) {
+TEST(Memory, RunningOutFailsTheCallWithoutALeak) {
     for (const auto fail : {memory::failAt, memory::failFrom}) {
-        const TempDir folder;
-        inChild(folder.path(), [fail] { expectFailuresThatLeaveNothingBehind(fail); });
+        const TempDir directory;
+        inChild(directory.path(), [fail] { expectFailuresWithoutLeaks(fail); });
     }
 }
 
@@ -82,15 +82,15 @@ TEST(Memory, IsReleasedWithTheLines) {
     char** out;
     char** err;
     EXPECT_EQ(3, runTalkative(out, err));
-    EXPECT_EQ(before + 4, memory::outstanding()); // twice text and pointers
+    EXPECT_EQ(before + 4, memory::outstanding()); // text and pointers of two streams
     freeresultbuf(out);
     freeresultbuf(err);
     EXPECT_EQ(before, memory::outstanding());
 }
 
 TEST(Memory, ForAHundredMegabytesIsLittleMoreThanTheTextAndItsPointers) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         const long resident = sizeInKilobytes("VmHWM");
         char** out = nullptr;
         ASSERT_EQ(0, runcommand("yes 12345678901234567890123 | head -c 100000008", nullptr, &out, nullptr));
@@ -105,9 +105,9 @@ TEST(Memory, ForAHundredMegabytesIsLittleMoreThanTheTextAndItsPointers) {
     });
 }
 
-TEST(Memory, AndDescriptorsStayFlatOverAThousandCalls) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(Memory, AndDescriptorsStayConstantOverAThousandCalls) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         for (int i = 0; i < 100; ++i)
             run("echo one; echo two", {"input"});
         const std::set<int> descriptors = support::openDescriptors();

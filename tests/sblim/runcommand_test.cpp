@@ -1,4 +1,4 @@
-// What a command prints, reads and returns.
+// Output, input and exit status of a command.
 #include "Run.hpp"
 
 #include <algorithm>
@@ -15,7 +15,7 @@ TEST(RunCommand, ReturnsTheLinesOfBothOutputs) {
     EXPECT_EQ(Lines{"three"}, result.err);
 }
 
-TEST(RunCommand, WhatIsBehindTheLastNewlineIsALine) {
+TEST(RunCommand, TextAfterTheLastNewlineIsALine) {
     EXPECT_EQ((Lines{"one", "two"}), run("printf 'one\\ntwo'").out);
 }
 
@@ -44,7 +44,7 @@ TEST(RunCommand, ANulByteStaysInItsLine) {
     freeresultbuf(out);
 }
 
-TEST(RunCommand, SeventyThousandLinesComeInTheirOrder) {
+TEST(RunCommand, SeventyThousandLinesStayInOrder) {
     const Lines lines = run("seq 70000").out;
     ASSERT_EQ(70000U, lines.size());
     for (std::size_t i = 0; i < lines.size(); ++i)
@@ -66,12 +66,12 @@ TEST(RunCommand, BothOutputsMayBeLargerThanAPipe) {
     EXPECT_EQ(200000U, result.err.size());
 }
 
-TEST(RunCommand, InputLinesComeWithNewlines) {
+TEST(RunCommand, InputLinesEndWithNewlines) {
     EXPECT_EQ((Lines{"one", "", "two", "11"}), run("cat; echo 11", {"one", "", "two"}).out);
     EXPECT_EQ((Lines{"9"}), run("wc -c", {"one", "", "two"}).out);
 }
 
-TEST(RunCommand, AnInputWithoutLinesIsAtItsEnd) {
+TEST(RunCommand, AnInputWithoutLinesIsEmpty) {
     EXPECT_EQ(Lines{"0"}, run("wc -c", {}).out);
 }
 
@@ -91,7 +91,7 @@ TEST(RunCommand, WithoutInputTheCommandReadsDevNull) {
     EXPECT_EQ(Lines{"/dev/null"}, run("readlink /proc/$$/fd/0; :").out);
 }
 
-TEST(RunCommand, OutputThatIsNotWantedGoesToDevNull) {
+TEST(RunCommand, OutputThatIsNotRequestedGoesToDevNull) {
     char** lines = nullptr;
     EXPECT_EQ(4, runcommand("echo lost; readlink /proc/$$/fd/1 | cat >&2; exit 4", nullptr, nullptr, &lines));
     EXPECT_EQ(Lines{"/dev/null"}, takeLines(lines));
@@ -105,14 +105,14 @@ TEST(RunCommand, ReturnsTheExitStatus) {
         EXPECT_EQ(status, run("exit " + std::to_string(status)).status);
 }
 
-TEST(RunCommand, AToolThatFailsHasItsLinesNevertheless) {
+TEST(RunCommand, AFailingCommandStillReturnsItsLines) {
     const Outcome result = run("echo one; echo two >&2; false");
     EXPECT_EQ(1, result.status);
     EXPECT_EQ(Lines{"one"}, result.out);
     EXPECT_EQ(Lines{"two"}, result.err);
 }
 
-TEST(RunCommand, AMissingToolIs127AndTheShellSaysSo) {
+TEST(RunCommand, AMissingCommandReturns127AndTheMessageOfTheShell) {
     const Outcome result = run("no-tool-of-this-name");
     EXPECT_EQ(127, result.status);
     EXPECT_EQ(Lines{}, result.out);
@@ -120,7 +120,7 @@ TEST(RunCommand, AMissingToolIs127AndTheShellSaysSo) {
     EXPECT_NE(std::string::npos, result.err[0].find("not found"));
 }
 
-TEST(RunCommand, ASignalThatEndsTheCommandIsToldByTheStatusAlone) {
+TEST(RunCommand, ASignalThatEndsTheCommandIsReportedOnlyByTheStatus) {
     for (const int signal : {1, 6, 9, 11, 15}) {
         const Outcome result = run("echo before; kill -" + std::to_string(signal) + " $$; echo behind");
         EXPECT_EQ(128 + signal, result.status);
@@ -135,19 +135,19 @@ TEST(RunCommand, ASignalMayEndTheWholeProcessGroup) {
     EXPECT_EQ(Lines{"before"}, result.out);
 }
 
-TEST(RunCommand, ACommandIsNoOptionOfTheShell) {
+TEST(RunCommand, ACommandIsNeverAnOptionOfTheShell) {
     EXPECT_EQ(127, run("-v").status);
 }
 
-TEST(RunCommand, ACommandThatTheShellDoesNotUnderstandFails) {
+TEST(RunCommand, ASyntaxErrorFails) {
     const Outcome result = run("echo one; )");
     EXPECT_NE(0, result.status);
     EXPECT_EQ(Lines{}, result.out);
     EXPECT_NE(Lines{}, result.err);
 }
 
-TEST(RunCommand, WhatCannotBeRunLeavesNullPointers) {
-    const std::string tooLong(300000, 'x'); // more than a word of a program may have
+TEST(RunCommand, AFailureToRunLeavesNullPointers) {
+    const std::string tooLong(300000, 'x'); // longer than an argument may be
     for (const char* command : {static_cast<const char*>(nullptr), tooLong.c_str()}) {
         char* something[] = {nullptr};
         char** out = something;
@@ -159,20 +159,20 @@ TEST(RunCommand, WhatCannotBeRunLeavesNullPointers) {
     EXPECT_EQ(-1, runcommand(tooLong.c_str(), nullptr, nullptr, nullptr));
 }
 
-TEST(RunCommand, ACommandThatClosesItsOutputAndGoesOnIsWaitedFor) {
+TEST(RunCommand, WaitsForACommandThatClosesItsOutput) {
     const Outcome result = run("echo one; exec >&- 2>&-; sleep 0.2; exit 5");
     EXPECT_EQ(5, result.status);
     EXPECT_EQ(Lines{"one"}, result.out);
 }
 
-TEST(RunCommand, OutputOfAProcessLeftBehindIsWaitedFor) {
+TEST(RunCommand, WaitsForTheOutputOfABackgroundProcess) {
     const Outcome result = run("(sleep 0.2; echo late; exit 6) & echo early; exit 3");
     EXPECT_EQ(3, result.status);
     EXPECT_EQ((Lines{"early", "late"}), result.out);
     EXPECT_EQ(Lines{"late"}, run("(sleep 0.2; echo late >&2) >/dev/null &").err);
 }
 
-TEST(RunCommand, TheLinesMayBeReorderedAndDroppedBeforeTheyAreReleased) {
+TEST(RunCommand, LinesMayBeReorderedAndDroppedBeforeTheirRelease) {
     char** out = nullptr;
     ASSERT_EQ(0, runcommand("echo one; echo two; echo three", nullptr, &out, nullptr));
     std::reverse(out, out + 3);
@@ -181,11 +181,11 @@ TEST(RunCommand, TheLinesMayBeReorderedAndDroppedBeforeTheyAreReleased) {
     freeresultbuf(out);
 }
 
-TEST(RunCommand, ReleasingNothingDoesNothing) {
+TEST(RunCommand, ReleasingANullPointerDoesNothing) {
     freeresultbuf(nullptr);
 }
 
-TEST(RunCommand, ThreadsDoNotDisturbEachOther) {
+TEST(RunCommand, IsThreadSafe) {
     std::vector<std::thread> threads;
     for (int number = 0; number < 4; ++number)
         threads.emplace_back([number] {

@@ -53,8 +53,8 @@ void expectNoChild() {
 }
 
 TEST(Signals, TheChildIsAlwaysCollected) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         expectAllStatuses();
         run("kill -9 0");
         run("exec >&- 2>&-; sleep 0.1");
@@ -62,9 +62,9 @@ TEST(Signals, TheChildIsAlwaysCollected) {
     });
 }
 
-TEST(Signals, AnotherChildOfTheCallerIsLeftAlone) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(Signals, OtherChildrenOfTheCallerAreNotCollected) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         const pid_t child = ::fork();
         if (child == 0)
             ::_exit(9);
@@ -75,9 +75,9 @@ TEST(Signals, AnotherChildOfTheCallerIsLeftAlone) {
     });
 }
 
-TEST(Signals, TheStatusIsKnownWhereTheCallerIgnoresTheEndOfItsChildren) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(Signals, TheStatusIsReturnedIfTheCallerIgnoresSIGCHLD) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         handle(SIGCHLD, SIG_IGN);
         expectAllStatuses();
         struct sigaction action {};
@@ -86,18 +86,18 @@ TEST(Signals, TheStatusIsKnownWhereTheCallerIgnoresTheEndOfItsChildren) {
     });
 }
 
-TEST(Signals, TheStatusIsKnownWhereTheCallerWantsNoZombies) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(Signals, TheStatusIsReturnedIfTheCallerWantsNoZombies) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         handle(SIGCHLD, count, SA_NOCLDWAIT);
         expectAllStatuses();
         EXPECT_LT(0, calls);
     });
 }
 
-TEST(Signals, TheStatusIsKnownWhereAHandlerCollectsAllChildren) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(Signals, TheStatusIsReturnedIfAHandlerCollectsAllChildren) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         handle(SIGCHLD, reapAll);
         for (int i = 0; i < 20; ++i)
             expectAllStatuses();
@@ -106,8 +106,8 @@ TEST(Signals, TheStatusIsKnownWhereAHandlerCollectsAllChildren) {
 }
 
 TEST(Signals, TheCommandHasDefaultDispositionsAndAnEmptyMask) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         for (const int signal : {SIGPIPE, SIGHUP, SIGINT, SIGCHLD, SIGRTMIN + 3})
             handle(signal, SIG_IGN);
         sigset_t mask;
@@ -123,9 +123,9 @@ TEST(Signals, TheCommandHasDefaultDispositionsAndAnEmptyMask) {
     });
 }
 
-TEST(Signals, DispositionsAndMaskOfTheCallerStayAsTheyAre) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(Signals, DispositionsAndMaskOfTheCallerDoNotChange) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         handle(SIGPIPE, SIG_IGN);
         handle(SIGUSR1, count);
         sigset_t mask;
@@ -137,10 +137,10 @@ TEST(Signals, DispositionsAndMaskOfTheCallerStayAsTheyAre) {
             ::sigaction(signal, nullptr, &before[signal]);
         expectAllStatuses();
         for (int signal = 1; signal <= 64; ++signal) {
-            struct sigaction behind {};
-            ::sigaction(signal, nullptr, &behind);
-            EXPECT_EQ(before[signal].sa_handler, behind.sa_handler) << signal;
-            EXPECT_EQ(before[signal].sa_flags, behind.sa_flags) << signal;
+            struct sigaction after {};
+            ::sigaction(signal, nullptr, &after);
+            EXPECT_EQ(before[signal].sa_handler, after.sa_handler) << signal;
+            EXPECT_EQ(before[signal].sa_flags, after.sa_flags) << signal;
         }
         sigset_t maskBehind;
         ::sigprocmask(SIG_SETMASK, nullptr, &maskBehind);
@@ -149,9 +149,9 @@ TEST(Signals, DispositionsAndMaskOfTheCallerStayAsTheyAre) {
     });
 }
 
-TEST(Signals, ATimerOfTheCallerGoesOn) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(Signals, ATimerOfTheCallerKeepsRunning) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         const itimerval inAnHour = {{0, 0}, {3600, 0}};
         ::setitimer(ITIMER_REAL, &inAnHour, nullptr);
         expectAllStatuses();
@@ -161,9 +161,9 @@ TEST(Signals, ATimerOfTheCallerGoesOn) {
     });
 }
 
-TEST(Signals, ThoseOfTheCallerDoNotDisturbTheCall) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(Signals, DoNotDisturbTheCall) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         handle(SIGALRM, count); // without SA_RESTART
         const itimerval often = {{0, 500}, {0, 500}};
         ::setitimer(ITIMER_REAL, &often, nullptr);
@@ -177,30 +177,30 @@ TEST(Signals, ThoseOfTheCallerDoNotDisturbTheCall) {
     });
 }
 
-TEST(Signals, InputThatIsNotReadIsNoSignal) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(Signals, UnreadInputCausesNoSignal) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         handle(SIGPIPE, count);
         EXPECT_EQ(0, run("exec <&-", Lines(20, std::string(100000, 'x'))).status);
         EXPECT_EQ(0, calls);
     });
 }
 
-TEST(Signals, TheCommandHasAProcessGroupOfItsOwn) {
+TEST(Signals, TheCommandLeadsItsOwnProcessGroup) {
     const Lines lines = run("cut -d ' ' -f 5 /proc/$$/stat").out;
     ASSERT_EQ(1U, lines.size());
     EXPECT_NE(std::to_string(::getpgrp()), lines[0]);
 }
 
-// For a while there may be another process, but no third.
-TEST(Signals, ACommandForWhichThereIsNoProcessCannotBeRun) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
-        const uid_t nobody = 65534; // no limit holds for root
-        ASSERT_TRUE(::geteuid() != 0 || ::setresuid(nobody, nobody, nobody) == 0);
+// With the limit of one further process, the shell starts but its child does not.
+TEST(Signals, TheProcessLimitFailsTheCall) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
+        const uid_t unprivileged = 65534; // the limit does not apply to root
+        ASSERT_TRUE(::geteuid() != 0 || ::setresuid(unprivileged, unprivileged, unprivileged) == 0);
         rlimit processes{};
         ASSERT_EQ(0, ::getrlimit(RLIMIT_NPROC, &processes));
-        int refused = 0;
+        int failures = 0;
         for (processes.rlim_cur = 1;; ++processes.rlim_cur) {
             ASSERT_EQ(0, ::setrlimit(RLIMIT_NPROC, &processes));
             char* something[] = {nullptr};
@@ -212,9 +212,9 @@ TEST(Signals, ACommandForWhichThereIsNoProcessCannotBeRun) {
             ASSERT_EQ(-1, status) << processes.rlim_cur;
             EXPECT_EQ(nullptr, out);
             expectNoChild();
-            ++refused;
+            ++failures;
         }
-        EXPECT_LE(2, refused);
+        EXPECT_LE(2, failures);
     });
 }
 

@@ -1,4 +1,4 @@
-// Commands that do not end by themselves.
+// Commands that do not end without a signal.
 #include "Run.hpp"
 #include "TimeLimit.hpp"
 
@@ -18,7 +18,7 @@ namespace {
 using support::inChild;
 using support::TempDir;
 
-/** Tells when all processes that hold its writing end have ended. */
+/** A pipe that shows when all processes with its writing end have ended. */
 class Fifo {
 public:
     Fifo()
@@ -32,8 +32,7 @@ public:
     Fifo& operator=(const Fifo&) = delete;
 
     const std::string& path() const { return m_path; }
-    /** What has been written into it, once nobody holds it any more; that takes as long as their ends take.
-     */
+    /** Waits until all writers have ended; returns the bytes written. */
     std::string contentAtTheEnd() const {
         std::string content;
         pollfd polled = {m_end, POLLIN, 0};
@@ -44,7 +43,7 @@ public:
                 return content;
             content.append(bytes, static_cast<std::size_t>(count));
         }
-        return content + " and still held";
+        return content + " and still open";
     }
 
 private:
@@ -53,10 +52,10 @@ private:
     int m_end;
 };
 
-/** Milliseconds in which a command starts and prints its lines, on a busy machine too. */
+/** Milliseconds in which a command starts and prints its lines, even on a busy machine. */
 const int enoughToStart = 1500;
 
-/** A time limit, until the end of a test. */
+/** Sets the time limit during its lifetime. */
 class TimeLimit {
 public:
     explicit TimeLimit(int milliseconds) { sblim::timeLimit = milliseconds; }
@@ -69,86 +68,86 @@ TEST(TimeLimit, IsThirtySeconds) {
     EXPECT_EQ(30000, sblim::timeLimit);
 }
 
-TEST(TimeLimit, ACommandThatNeverEndsIsKilledWithItsProcessGroupAndItsLinesAreUsed) {
+TEST(TimeLimit, KillsAnEndlessCommandWithItsProcessGroupAndKeepsItsLines) {
     const TimeLimit limit(enoughToStart);
     const Fifo fifo;
     const std::set<int> before = support::openDescriptors();
     const Outcome result = run("exec 9>" + fifo.path() +
-                               "; trap '' TERM INT HUP; echo one; printf two; echo three >&2; echo held >&9; "
+                               "; trap '' TERM INT HUP; echo one; printf two; echo three >&2; echo open >&9; "
                                "sleep 1000 & sleep 1000");
     EXPECT_EQ(128 + SIGKILL, result.status);
     EXPECT_EQ((Lines{"one", "two"}), result.out);
     EXPECT_EQ(Lines{"three"}, result.err);
-    EXPECT_EQ("held\n", fifo.contentAtTheEnd());
+    EXPECT_EQ("open\n", fifo.contentAtTheEnd());
     EXPECT_EQ(before, support::openDescriptors());
     EXPECT_EQ(-1, ::waitpid(-1, nullptr, WNOHANG));
 }
 
-TEST(TimeLimit, ACommandThatNeverStopsPrintingIsKilled) {
+TEST(TimeLimit, KillsACommandThatNeverStopsPrinting) {
     const TimeLimit limit(enoughToStart);
     const Fifo fifo;
     char** out = nullptr;
     EXPECT_EQ(128 + SIGKILL,
-              runcommand(("exec 9>" + fifo.path() + "; echo held >&9; while :; do echo one; done").c_str(),
+              runcommand(("exec 9>" + fifo.path() + "; echo open >&9; while :; do echo one; done").c_str(),
                          nullptr, &out, nullptr));
     EXPECT_STREQ("one", *out);
     freeresultbuf(out);
-    EXPECT_EQ("held\n", fifo.contentAtTheEnd());
+    EXPECT_EQ("open\n", fifo.contentAtTheEnd());
 }
 
-TEST(TimeLimit, HoldsForACommandThatHasClosedItsOutput) {
+TEST(TimeLimit, AppliesToACommandThatHasClosedItsOutput) {
     const TimeLimit limit(enoughToStart);
     const Fifo fifo;
     const Outcome result =
-        run("exec 9>" + fifo.path() + "; echo held >&9; echo one; exec >&- 2>&-; sleep 1000");
+        run("exec 9>" + fifo.path() + "; echo open >&9; echo one; exec >&- 2>&-; sleep 1000");
     EXPECT_EQ(128 + SIGKILL, result.status);
-    EXPECT_EQ("held\n", fifo.contentAtTheEnd());
+    EXPECT_EQ("open\n", fifo.contentAtTheEnd());
 }
 
-TEST(TimeLimit, HoldsForAProcessLeftBehindThatKeepsTheOutputOpen) {
+TEST(TimeLimit, AppliesToABackgroundProcessThatKeepsTheOutputOpen) {
     const TimeLimit limit(enoughToStart);
     const Fifo fifo;
-    const Outcome result = run("exec 9>" + fifo.path() + "; echo held >&9; sleep 1000 & echo one; exit 3");
+    const Outcome result = run("exec 9>" + fifo.path() + "; echo open >&9; sleep 1000 & echo one; exit 3");
     EXPECT_EQ(3, result.status);
     EXPECT_EQ(Lines{"one"}, result.out);
-    EXPECT_EQ("held\n", fifo.contentAtTheEnd());
+    EXPECT_EQ("open\n", fifo.contentAtTheEnd());
 }
 
-TEST(TimeLimit, LeavesTheStatusOfACommandThatASignalHasEndedBefore) {
+TEST(TimeLimit, KeepsTheStatusOfACommandAlreadyEndedByASignal) {
     const TimeLimit limit(enoughToStart);
     const Outcome result = run("trap '' TERM; sleep 1000 & trap - TERM; echo one; kill -TERM 0");
     EXPECT_EQ(128 + SIGTERM, result.status);
     EXPECT_EQ(Lines{"one"}, result.out);
 }
 
-TEST(TimeLimit, HoldsForTheOutputOfAProcessThatHasLeftTheProcessGroup) {
+TEST(TimeLimit, AppliesToTheOutputOfAProcessThatHasLeftTheProcessGroup) {
     const TimeLimit limit(enoughToStart);
     const Outcome result = run("setsid sleep 1000 & echo $!; exit 3");
     EXPECT_EQ(3, result.status);
     ASSERT_EQ(1U, result.out.size());
-    EXPECT_EQ(0, ::kill(std::stoi(result.out[0]), SIGKILL)); // still there
+    EXPECT_EQ(0, ::kill(std::stoi(result.out[0]), SIGKILL)); // still running
 }
 
-TEST(TimeLimit, IsNotWaitedForWhenAProcessLeftBehindHasNoOutputOfOurs) {
+TEST(TimeLimit, DoesNotWaitForABackgroundProcessWithoutTheOutput) {
     const Outcome result = run("sleep 1000 >/dev/null 2>&1 & echo $!; exit 3");
     EXPECT_EQ(3, result.status);
     ASSERT_EQ(1U, result.out.size());
-    EXPECT_EQ(0, ::kill(std::stoi(result.out[0]), SIGKILL)); // still there
+    EXPECT_EQ(0, ::kill(std::stoi(result.out[0]), SIGKILL)); // still running
 }
 
-TEST(TimeLimit, HoldsForACommandThatStopsItself) {
+TEST(TimeLimit, AppliesToACommandThatStopsItself) {
     const TimeLimit limit(enoughToStart);
     EXPECT_EQ(128 + SIGKILL, run("kill -STOP 0").status);
 }
 
-TEST(TimeLimit, HoldsWhereTheCallerIgnoresTheEndOfItsChildren) {
-    const TempDir folder;
-    inChild(folder.path(), [] {
+TEST(TimeLimit, AppliesIfTheCallerIgnoresSIGCHLD) {
+    const TempDir directory;
+    inChild(directory.path(), [] {
         const TimeLimit limit(enoughToStart);
         ::signal(SIGCHLD, SIG_IGN);
         const Fifo fifo;
-        EXPECT_EQ(128 + SIGKILL, run("exec 9>" + fifo.path() + "; echo held >&9; sleep 1000").status);
-        EXPECT_EQ("held\n", fifo.contentAtTheEnd());
+        EXPECT_EQ(128 + SIGKILL, run("exec 9>" + fifo.path() + "; echo open >&9; sleep 1000").status);
+        EXPECT_EQ("open\n", fifo.contentAtTheEnd());
     });
 }
 
