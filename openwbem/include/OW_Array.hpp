@@ -20,16 +20,15 @@ namespace OpenWBEM {
 OW_DECLARE_EXCEPTION(OutOfBounds)
 
 namespace detail {
-/** Throws OutOfBoundsException for an index that an array of this size does not have. */
+/** Throws the OutOfBoundsException of an index into an array of this size. */
 [[noreturn]] OW_COMMON_API void throwOutOfBounds(std::size_t size, std::size_t index);
 } // namespace detail
 
 /**
- * Vector whose copies share their elements until one of them is changed. Any access through a non-const
- * array, begin() and end() included, counts as a change and gives it elements of its own; iterators taken
- * before then point to the elements shared so far. Indexes out of range throw OutOfBoundsException where that
- * is said; iterators, front(), back() and pop_back() are not checked. Copies may be used in different
- * threads, one array only in one thread at a time.
+ * Copy-on-write vector. Copies share their elements. The first access through a non-const array, begin() and
+ * end() included, copies shared elements; older iterators then still point to the shared ones. Members that
+ * check an index throw OutOfBoundsException; iterators, front(), back() and pop_back() are not checked.
+ * Different threads may use different copies, but only one thread at a time may use one array.
  */
 template <class T>
 class Array {
@@ -49,7 +48,7 @@ public:
     typedef typename Vector::difference_type difference_type;
 
     Array() = default;
-    /** n elements in their default state. */
+    /** n value-initialized elements. */
     explicit Array(size_type n) { resize(n); }
     /** n copies of a value. */
     Array(size_type n, const T& value) { resize(n, value); }
@@ -64,7 +63,7 @@ public:
         for (; first != last; ++first)
             emplace(*first);
     }
-    /** Takes over a vector that new gave. */
+    /** Takes ownership of a vector created by new. */
     explicit Array(Vector* adopted)
         : Array(std::unique_ptr<Vector>(adopted)) {}
 
@@ -104,7 +103,7 @@ public:
         return *this;
     }
     void appendArray(const Array& other) {
-        const Array copy(other); // NOLINT(performance-unnecessary-copy-initialization): it may be this one
+        const Array copy(other); // NOLINT(performance-unnecessary-copy-initialization): may be *this
         insert(end(), copy.begin(), copy.end());
     }
     void pop_back() {
@@ -117,7 +116,7 @@ public:
         std::rotate(begin() + index, end() - 1, end());
         return begin() + index;
     }
-    /** At an index, which may be the size. */
+    /** Inserts at an index, which may be the size. */
     void insert(size_type i, const T& value) { insert(begin() + static_cast<difference_type>(i), value); }
     template <class It>
     void insert(iterator at, It first, It last) {
@@ -136,7 +135,7 @@ public:
     }
     /** Checks the index. */
     void remove(size_type i) { remove(i, i + 1); }
-    /** Removes the elements from first on to the one before last; both must be in range. */
+    /** Removes the elements [first, last). Checks the first and the last index. */
     void remove(size_type first, size_type last) {
         check(first);
         check(last - 1);
@@ -150,7 +149,7 @@ public:
     }
     void resize(size_type n) { resize(n, T()); }
     void resize(size_type n, const T& value) {
-        const T copy(value); // which may be an element
+        const T copy(value); // value may be an element
         reserve(n);
         while (size() < n)
             push_back(copy);
@@ -175,7 +174,7 @@ public:
 private:
     friend struct ValueAccess;
 
-    /** What copies share: one allocation with the elements, which follow. */
+    /** Shared by copies. One allocation; the elements follow the object. */
     struct Elements : detail::Counted {
         static Elements* make(size_type capacity) {
             return new (::operator new(sizeof(Elements) + capacity * sizeof(T))) Elements(capacity);
@@ -209,7 +208,7 @@ private:
     }
     const T* items() const { return m_elements ? m_elements->items() : nullptr; }
 
-    /** Appends an element made of a value, which is none of this array's. */
+    /** Appends an element. The value must not be an element of this array. */
     template <class Value>
     void emplace(Value&& value) {
         Elements& own = edit(size() < capacity() ? 0 : 2 * size() + 1);
@@ -217,17 +216,17 @@ private:
         ++own.size;
     }
 
-    /** The elements for changing: this array's own, with room for at least n. */
+    /** Unshared elements for writing, with a capacity of at least n. */
     Elements& edit(size_type n) {
         Elements* const own = m_elements.unshared();
         if (own && n <= own->capacity)
             return *own;
-        static_assert(sizeof(Elements) % alignof(T) == 0, "the elements follow at once");
+        static_assert(sizeof(Elements) % alignof(T) == 0, "no padding before the elements");
         if (n > max_size())
             throw std::length_error("Array");
-        // malloc() hands out no less than room for the least.
-        const size_type least = sizeof(T) < 12 ? 12 / sizeof(T) : 1;
-        Elements* const fresh = Elements::make(std::max(std::max(n, least), size()));
+        // malloc() never returns less room than this.
+        const size_type minimum = sizeof(T) < 12 ? 12 / sizeof(T) : 1;
+        Elements* const fresh = Elements::make(std::max(std::max(n, minimum), size()));
         detail::Shared<Elements> handle(fresh);
         for (; fresh->size < size(); ++fresh->size) {
             if (own)
@@ -239,7 +238,7 @@ private:
         return *fresh;
     }
 
-    detail::Shared<Elements> m_elements; // null stands for an empty array
+    detail::Shared<Elements> m_elements; // may be null for an empty array
 };
 
 typedef Array<UInt8> UInt8Array;

@@ -4,7 +4,7 @@
 
 namespace OpenWBEM {
 
-/** Vector whose copies share their elements; with its comparisons and its swap() whole in OW_Array.hpp. */
+/** Copy-on-write vector, defined in OW_Array.hpp. */
 template <class T>
 class Array;
 

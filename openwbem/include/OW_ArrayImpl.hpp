@@ -1,5 +1,5 @@
 #ifndef OW_ARRAY_IMPL_HPP_INCLUDED
 #define OW_ARRAY_IMPL_HPP_INCLUDED
-// For sources that ask for the members of Array apart: here they stand with the class.
+// Exists for sources that include it; OW_Array.hpp defines the members, too.
 #include "OW_Array.hpp"
 #endif

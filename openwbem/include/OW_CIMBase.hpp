@@ -10,7 +10,7 @@ public:
     virtual ~CIMBase() = default;
     /** Makes the handle null. */
     virtual void setNull() = 0;
-    /** The object as text, in the form of its class. */
+    /** The object as text. Each class documents its form. */
     virtual String toString() const = 0;
     /** The object in the Managed Object Format (DSP0004). */
     virtual String toMOF() const = 0;

@@ -9,12 +9,12 @@
 
 namespace OpenWBEM {
 
-/** A class: its name, its properties with their defaults. Copies share the data; may be null. */
+/** A class: name, superclass, properties with default values. Copies share the data; may be null. */
 class OW_COMMON_API CIMClass : public CIMElement {
 public:
     struct Data;
 
-    /** No name, no properties; not a null handle. */
+    /** A class without name and properties; not null. */
     CIMClass();
     explicit CIMClass(CIMNULL_t);
     explicit CIMClass(const CIMName& name);
@@ -25,11 +25,11 @@ public:
     CIMName getSuperClass() const;
     CIMClass& setSuperClass(const CIMName& name);
     bool isAssociation() const;
-    /** All properties in their order. */
+    /** All properties, in order. */
     CIMPropertyArray getAllProperties() const;
     CIMClass& setProperties(const CIMPropertyArray& properties);
 
-    /** An instance of this class with its properties: declared types and default values. */
+    /** A new instance with the declared types and default values of the properties. */
     CIMInstance newInstance() const;
 
     void setNull() override;

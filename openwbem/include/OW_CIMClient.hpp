@@ -10,36 +10,36 @@
 namespace OpenWBEM {
 
 /**
- * Client of one object manager. Connects on the first request, keeps the connection and opens a new one when
- * it finds it broken. Copies share the connection. One thread at a time may use a client and its copies.
+ * Client of one object manager. Connects on the first request, keeps the connection, and reconnects when the
+ * connection is broken. Copies share the connection. One thread at a time may use a client and its copies.
  *
- * Requests throw CIMException for an error of the object manager, SocketException when it cannot be reached,
- * HTTPException when it refuses the request, IOException when its reply cannot be read, XMLParseException
- * when it is malformed CIM-XML; always an OpenWBEM::Exception. The client stays usable after any of them.
+ * Requests throw nothing but OpenWBEM::Exception: CIMException for an error that the object manager reports,
+ * SocketException if it cannot be reached, HTTPException for an HTTP error response, IOException for an
+ * unreadable reply, XMLParseException for malformed CIM-XML. The client stays usable after an exception.
  */
 class OW_CLIENT_API CIMClient {
 public:
     /**
-     * Looks up the host where the URL leads to TCP, but connects nothing yet. Throws MalformedURLException,
-     * UnescapeCharForURLException, UnknownHostException for a URL that cannot be used, SSLException for one
-     * that asks for TLS where there is none.
+     * Resolves the host of a TCP URL but does not connect. Throws MalformedURLException,
+     * UnescapeCharForURLException or UnknownHostException for an invalid URL, and SSLException for a TLS URL
+     * if the library was built without TLS.
      *
-     * @param url where the object manager listens, see URL
-     * @param ns namespace of the requests; leading slashes do not matter
-     * @param authCB asked for credentials; none by default
+     * @param url address of the object manager, see URL
+     * @param ns namespace of the requests; leading slashes are ignored
+     * @param authCB called for credentials; may be null
      */
     CIMClient(const String& url, const String& ns, const ClientAuthCBIFCRef& authCB = ClientAuthCBIFCRef());
 
     void setNameSpace(const String& ns);
-    /** The namespace as it was given. */
+    /** The namespace as set. */
     String getNameSpace() const;
 
     /**
-     * All instances of a class, read and decoded to the end before this returns: it delivers the whole
-     * enumeration or throws. A connection that the peer has closed since the last request is opened again
-     * and the request sent once more.
+     * Returns all instances of a class. The reply is read and decoded completely first: the call returns the
+     * whole enumeration or throws. If the peer has closed the kept connection, the client reconnects and
+     * repeats the request once.
      *
-     * @param propertyList names of the properties wanted, all when null
+     * @param propertyList names of the properties to return; null means all
      */
     CIMInstanceEnumeration
     enumInstancesE(const String& className, WBEMFlags::EDeepFlag deep = WBEMFlags::E_DEEP,
@@ -49,11 +49,11 @@ public:
                    const StringArray* propertyList = nullptr);
 
     /**
-     * One instance. The path's class and keys say which; the namespace is that of the client. Sent once more
-     * as enumInstancesE() is. A null path throws an exception, nothing is sent. A reply in CIM-XML that has
-     * no instance gives a null one.
+     * Returns the instance with the class and keys of a path, in the namespace of the client. Repeats the
+     * request as enumInstancesE() does. Returns a null instance if a reply in CIM-XML contains none. A null
+     * path throws an exception before anything is sent.
      *
-     * @param propertyList names of the properties wanted, all when null
+     * @param propertyList names of the properties to return; null means all
      */
     CIMInstance
     getInstance(const CIMObjectPath& instanceName,
@@ -63,10 +63,10 @@ public:
                 const StringArray* propertyList = nullptr);
 
     /**
-     * Writes an instance. Never sent twice: when the connection breaks before the answer, an exception tells
-     * so, and whether the object manager has carried it out is not known.
+     * Writes an instance. Never repeated: if the connection breaks before the reply, the call throws, and the
+     * outcome is unknown.
      *
-     * @param propertyList names of the properties to be written, all of the instance when null
+     * @param propertyList names of the properties to write; null means all of the instance
      */
     void modifyInstance(const CIMInstance& modifiedInstance,
                         WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_INCLUDE_QUALIFIERS,

@@ -9,10 +9,10 @@
 
 namespace OpenWBEM {
 
-/** Declared type of a property: the element type, whether it is an array, the class of a reference. */
+/** Declared type of a property: element type, arrayness, class of a reference. */
 class OW_COMMON_API CIMDataType : public CIMBase {
 public:
-    /** Numbers as they go over the wire. INVALID also means "of any type" where a type selects. */
+    /** The numbers of the wire format. As a filter, INVALID means any type. */
     enum Type {
         CIMNULL = 0,
         UINT8 = 1,
@@ -37,11 +37,11 @@ public:
     };
     enum { SIZE_SINGLE = 0, SIZE_UNLIMITED = 1, SIZE_LIMITED = 2 };
 
-    /** Type CIMNULL, not a null handle. */
+    /** Type CIMNULL; false in a boolean context. */
     CIMDataType();
     explicit CIMDataType(CIMNULL_t);
     CIMDataType(Type type);
-    /** An array of up to arraySize elements; a size below 1 means any number. */
+    /** An array of up to arraySize elements; a size below 1 means unlimited. */
     CIMDataType(Type type, Int32 arraySize);
     /** A reference to objects of a class. */
     explicit CIMDataType(const CIMName& refClass);
@@ -50,16 +50,16 @@ public:
     bool isArrayType() const { return m_sizeRange != SIZE_SINGLE; }
     bool isReferenceType() const { return m_type == REFERENCE; }
     bool isNumericType() const { return isNumericType(m_type); }
-    /** 1 for a single value, the greatest number of elements for a limited array, -1 for an unlimited one. */
+    /** 1 for a single value, the maximum size of a limited array, -1 for an unlimited array. */
     Int32 getSize() const { return m_size; }
     String getRefClassName() const { return m_refClass.toString(); }
-    /** Makes an array type of it; a size below 1 means any number. False for the types CIMNULL and INVALID.
-     */
+    /** Turns the type into an array type; a size below 1 means unlimited. Returns false, and changes nothing,
+     * for the types CIMNULL and INVALID. */
     bool setToArrayType(Int32 size);
-    /** Takes type and arrayness of a value; false when the value is null, and nothing changes. */
+    /** Copies type and arrayness of a value. Returns false, and changes nothing, for the null value. */
     bool syncWithValue(const CIMValue& value);
 
-    /** Whether element type and arrayness are the same. */
+    /** Whether element type and arrayness are equal. */
     bool equals(const CIMDataType& other) const;
     void setNull() override;
     /** CIM name of the element type, as in "uint16". */
@@ -71,15 +71,15 @@ public:
 
     /** Whether values of a type are integers or reals. */
     static bool isNumericType(Type type);
-    /** The type of a CIM name, whatever the case of its letters; INVALID for any other text. */
+    /** The type with a CIM name, compared without case; INVALID for any other text. */
     static Type strToSimpleType(const String& name);
     static CIMDataType getDataType(const String& name) { return CIMDataType(strToSimpleType(name)); }
 
-    /** Null for a null handle and for the types CIMNULL and INVALID. */
+    /** False for the types CIMNULL and INVALID. */
     operator detail::SafeBool() const { return detail::safeBool(isSet()); }
     bool operator!() const { return !isSet(); }
 
-    /** Equality of everything, the size and the class of a reference included. */
+    /** Compares all fields, including the size and the class of a reference. */
     friend bool operator==(const CIMDataType& a, const CIMDataType& b) {
         return a.equals(b) && a.m_size == b.m_size && a.m_sizeRange == b.m_sizeRange &&
                a.m_refClass == b.m_refClass;

@@ -24,11 +24,11 @@ public:
     CIMDateTime() = default;
     explicit CIMDateTime(CIMNULL_t);
     /**
-     * Character 21, counted from 0, decides: ':' makes an interval, '+' or '-' a date, anything else throws
-     * CIMDateTimeException. Fields read as atoi() reads them. The empty text is the interval 0.
+     * Character 21, counted from 0, selects the form: ':' an interval, '+' or '-' a date; any other throws
+     * CIMDateTimeException. Fields are parsed as by atoi(). The empty text is the interval 0.
      */
     explicit CIMDateTime(const String& text);
-    /** An interval; counts of 2^32 seconds and more wrap. */
+    /** An interval; wraps at 2^32 seconds. */
     explicit CIMDateTime(UInt64 microSeconds);
     /** A date in local time. */
     CIMDateTime(const DateTime& instant);
@@ -57,12 +57,13 @@ public:
     void setInterval(bool value);
 
     String toString() const;
-    /** The instant of a date; DateTimeException for an interval, and for a date that DateTime cannot hold. */
+    /** The instant of a date. Throws DateTimeException for an interval, and for a date out of the range of
+     * DateTime. */
     DateTime toDateTime() const;
-    /** Whether all fields are the same; offsets are not evened out. */
+    /** Whether all fields are equal; offsets are not normalized. */
     bool equal(const CIMDateTime& other) const;
 
-    /** Null for a null object and when all fields but the offset are 0. */
+    /** False for a null object, and if all fields but the offset are 0. */
     operator detail::SafeBool() const;
     bool operator!() const { return !static_cast<bool>(static_cast<detail::SafeBool>(*this)); }
 
@@ -91,7 +92,7 @@ inline bool operator==(const CIMDateTime& a, const CIMDateTime& b) {
 inline bool operator!=(const CIMDateTime& a, const CIMDateTime& b) {
     return !a.equal(b);
 }
-/** The order of the instants, see toDateTime(): intervals throw. */
+/** Orders by toDateTime(), which throws for intervals. */
 OW_COMMON_API bool operator<(const CIMDateTime& a, const CIMDateTime& b);
 inline bool operator<=(const CIMDateTime& a, const CIMDateTime& b) {
     return !(b < a);
@@ -102,7 +103,7 @@ inline bool operator>(const CIMDateTime& a, const CIMDateTime& b) {
 inline bool operator>=(const CIMDateTime& a, const CIMDateTime& b) {
     return !(a < b);
 }
-/** Writes the text. */
+/** Writes toString(). */
 OW_COMMON_API std::ostream& operator<<(std::ostream& out, const CIMDateTime& dateTime);
 
 } // namespace OpenWBEM

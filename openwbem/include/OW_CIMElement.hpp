@@ -5,15 +5,15 @@
 
 namespace OpenWBEM {
 
-/** Common base of the CIM objects that have a name. */
+/** Common base of named CIM objects. */
 class OW_COMMON_API CIMElement : public CIMBase {
 public:
-    /** The name in the spelling in which it was stored. */
+    /** The name, with its letter case as stored. */
     virtual String getName() const = 0;
     virtual void setName(const CIMName& name) = 0;
     /** The name. */
     String toString() const override;
-    /** Whether the names are the same, whatever the case of their letters. */
+    /** Compares the names without case. */
     bool equals(const CIMElement& other) const { return getName().equalsIgnoreCase(other.getName()); }
 };
 

@@ -40,22 +40,21 @@ public:
     CIMException* clone() const override;
     const char* getMessage() const override;
     ErrNoType getErrNo() const { return static_cast<ErrNoType>(getErrorCode()); }
-    /** Changes the code, not a message that has a description in it. */
+    /** Changes the code, but not a message that contains a description. */
     void setErrNo(ErrNoType code) { setErrorCode(code); }
-    /** What the thrower said beside the code; null when it said nothing. */
+    /** The description passed to the constructor; may be null. */
     const char* getDescription() const;
-    /** Text of a code, as in "class does not exist"; "unknown error" for a code that DSP0200 does not list.
-     */
+    /** Text of a code, as in "class does not exist"; "unknown error" for a code not in DSP0200. */
     static const char* getCodeDescription(ErrNoType code);
 
 private:
     std::shared_ptr<const std::string> m_description;
 };
 
-/** Throws a CIMException with the place of the throw. */
+/** Throws a CIMException with the current file and line. */
 #define OW_THROWCIM(CODE) throw OpenWBEM::CIMException(__FILE__, __LINE__, CODE)
 #define OW_THROWCIMMSG(CODE, MSG) throw OpenWBEM::CIMException(__FILE__, __LINE__, CODE, MSG)
-/** SUB is the exception that led to this one; its message is the description unless MSG is. */
+/** SUB is the cause. Its message is the description unless MSG is given. */
 #define OW_THROWCIM_SUBEX(CODE, SUB) OW_THROWCIMMSG_SUBEX(CODE, (SUB).getMessage(), SUB)
 #define OW_THROWCIMMSG_SUBEX(CODE, MSG, SUB)                                                                 \
     throw OpenWBEM::CIMException(__FILE__, __LINE__, CODE, MSG, &(SUB))

@@ -8,14 +8,13 @@
 
 namespace OpenWBEM {
 
-/** An instance of a class: its properties, in their order, and its keys. Copies share the data; may be null.
- */
+/** An instance of a class: ordered properties, and keys. Copies share the data; may be null. */
 class OW_COMMON_API CIMInstance : public CIMElement {
 public:
     struct Data;
     enum EErrorCodes { E_INSTANCE_HAS_NO_SUCH_PROPERTY = 0 };
 
-    /** No class, no properties; not a null handle. */
+    /** An instance without class and properties; not null. */
     CIMInstance();
     explicit CIMInstance(CIMNULL_t);
     explicit CIMInstance(const CIMName& className);
@@ -27,33 +26,33 @@ public:
     String getName() const override;
     void setName(const CIMName& className) override;
 
-    /** All properties in their order, or only those that were declared with one type. */
+    /** All properties, in order, or only those of one declared type. */
     CIMPropertyArray getProperties(Int32 valueDataType = CIMDataType::INVALID) const;
     CIMInstance& setProperties(const CIMPropertyArray& properties);
-    /** The property of this name, whatever the case of its letters; a null property when there is none. */
+    /** The property with this name, compared without case; a null property if there is none. */
     CIMProperty getProperty(const CIMName& name) const;
-    /** The value of the property of this name; the null value when there is no such property. */
+    /** The value of the property with this name; the null value if there is none. */
     CIMValue getPropertyValue(const CIMName& name) const;
-    /** The property of this name; NoSuchPropertyException when there is none. */
+    /** Like getProperty(), but throws NoSuchPropertyException if there is none. */
     CIMProperty getPropertyT(const CIMName& name) const;
-    /** Whether there is a property of this name and it has a value. */
+    /** Whether the property with this name exists and has a value. */
     bool propertyHasValue(const CIMName& name) const;
     /**
-     * Gives a property a value, see CIMProperty::setValue(), or appends a property, declared with the type of
-     * the value: of no type for the null value, and so for good. Keys of that name follow.
+     * Sets the value of a property, see CIMProperty::setValue(). If there is none with this name, appends one
+     * with the type of the value; a null value leaves its type unset for good. Updates the key with this
+     * name, too.
      */
     CIMInstance& setProperty(const CIMName& name, const CIMValue& value);
-    /** Replaces the property of the same name in its place, or appends it. A null property changes nothing.
-     */
+    /** Replaces the property with the same name, or appends the property. Ignores a null property. */
     CIMInstance& setProperty(const CIMProperty& property);
 
     CIMInstance& removeProperty(const CIMName& name);
 
-    /** The properties that identify the instance, as the object manager named them. */
+    /** The keys, as sent by the object manager. */
     CIMPropertyArray getKeyValuePairs() const;
     CIMInstance& setKeys(const CIMPropertyArray& keys);
 
-    /** The language of the texts, as the object manager named it; mostly empty. */
+    /** The language of the texts, as sent by the object manager; usually empty. */
     String getLanguage() const;
     void setLanguage(const String& language);
 

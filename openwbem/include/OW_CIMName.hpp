@@ -6,7 +6,7 @@
 
 namespace OpenWBEM {
 
-/** Name of a CIM element: keeps its spelling, compares without regard to case. */
+/** Name of a CIM element. Keeps its letter case; comparisons ignore case. */
 class OW_COMMON_API CIMName {
 public:
     CIMName() = default;

@@ -13,24 +13,23 @@ class OW_COMMON_API CIMObjectPath : public CIMBase {
 public:
     struct Data;
 
-    /** An empty path on the local host; not a null handle. */
+    /** An empty path on the local host; not null. */
     CIMObjectPath();
     explicit CIMObjectPath(CIMNULL_t);
     explicit CIMObjectPath(const CIMName& className);
     explicit CIMObjectPath(const char* className);
     CIMObjectPath(const CIMName& className, const String& nameSpace);
     CIMObjectPath(const CIMName& className, const CIMPropertyArray& keys);
-    /** Path of an instance: its class and its keys, see CIMInstance::getKeyValuePairs(). */
+    /** The path of an instance: its class and its keys, see CIMInstance::getKeyValuePairs(). */
     CIMObjectPath(const String& nameSpace, const CIMInstance& instance);
 
     /**
-     * Reads the path of an instance,
+     * Parses the path of an instance,
      * `[<protocol>://<host>[:<port>]/][<namespace>:]<class>.<key>=<value>,...`. The namespace ends at the
-     * first colon, "root" stands for none. Values are strings, in double quotes or without; a backslash keeps
-     * the meaning of the next character from it. A text of blanks gives a null path. CIMException
-     * INVALID_PARAMETER when the class, the keys or a port are missing, NOT_FOUND for a key without '='.
-     * Nothing else is refused: a key whose quotes or whose last escape do not end before the text is left
-     * out.
+     * first colon; the default is "root". Values are strings, with or without double quotes; a backslash
+     * escapes the next character. White space alone gives a null path. Throws CIMException INVALID_PARAMETER
+     * for a missing class, missing keys or an invalid port, NOT_FOUND for a key without '='. Any other text
+     * is accepted; a key with an unterminated quote or escape is ignored.
      */
     static CIMObjectPath parse(const String& text);
 
@@ -44,40 +43,39 @@ public:
 
     CIMPropertyArray getKeys() const;
     CIMObjectPath& setKeys(const CIMPropertyArray& keys);
-    /** Takes the keys of an instance, see CIMInstance::getKeyValuePairs(). */
+    /** Copies the keys of an instance, see CIMInstance::getKeyValuePairs(). */
     CIMObjectPath& setKeys(const CIMInstance& instance);
-    /** The key of this name, whatever the case of its letters; a null property when there is none. */
+    /** The key with this name, compared without case; a null property if there is none. */
     CIMProperty getKey(const CIMName& name) const;
-    /** The key of this name; NoSuchPropertyException when there is none. */
+    /** Like getKey(), but throws NoSuchPropertyException if there is none. */
     CIMProperty getKeyT(const CIMName& name) const;
-    /** The value of the key of this name; the null value when there is no such key. */
+    /** The value of the key with this name; the null value if there is none. */
     CIMValue getKeyValue(const CIMName& name) const;
-    /** Whether there is a key of this name and it has a value. */
+    /** Whether the key with this name exists and has a value. */
     bool keyHasValue(const CIMName& name) const;
-    /** Gives a key a value, see CIMProperty::setValue(), or appends a key. */
+    /** Sets the value of a key, see CIMProperty::setValue(), or appends a key. */
     CIMObjectPath& setKeyValue(const CIMName& name, const CIMValue& value);
     /** Whether there are no keys. */
     bool isClassPath() const;
     bool isInstancePath() const { return !isClassPath(); }
 
     /**
-     * Whether both are null or name the same object: host, namespace, class and keys, in any order, are the
-     * same. The case of class and keys does not matter, nor does the type of a key's value.
+     * Whether both are null, or host, namespace, class and keys are equal. Ignores the order of the keys, the
+     * case of host, class and key names, and the types of the key values.
      */
     bool equals(const CIMObjectPath& other) const { return compare(other) == 0; }
 
     void setNull() override;
-    /** `/<namespace>:<modelPath>`, preceded by `<protocol>://<host>[:<port>]` for a host other than the local
-     * one. */
+    /** `/<namespace>:<modelPath>`, preceded by `<protocol>://<host>[:<port>]` for a remote host. */
     String toString() const override;
     /** toString(), escaped. */
     String toMOF() const override;
-    /** `<class>.<key>="<value>",...`: every value quoted and escaped. CIMException FAILED for a text of more
-     * than 16 MiB, to which paths within paths can grow. */
+    /** `<class>.<key>="<value>",...`, each value quoted and escaped. Throws CIMException FAILED if the text
+     * exceeds 16 MiB, as deeply nested paths can. */
     virtual String modelPath() const;
-    /** The text with backslashes, double quotes and line feeds escaped by a backslash. */
+    /** Escapes backslashes, double quotes and line feeds with a backslash. */
     static String escape(const String& text);
-    /** The text without the backslashes, but for those behind a backslash. */
+    /** Removes each backslash that is not itself escaped. */
     static String unEscape(const String& text);
 
     operator detail::SafeBool() const { return detail::safeBool(static_cast<bool>(m_data)); }

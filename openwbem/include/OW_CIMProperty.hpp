@@ -11,37 +11,37 @@ namespace OpenWBEM {
 
 struct Declaration;
 
-/** A property: name, declared type and value, which may be null. Copies share what declares it; the property
- * itself may be null. */
+/** A property: declaration and value. The value may be null, and so may the property. Copies share the
+ * declaration. */
 class OW_COMMON_API CIMProperty : public CIMElement {
 public:
-    /** No name, no type, no value; not a null handle. */
+    /** A property without name, type and value; not null. */
     CIMProperty();
     explicit CIMProperty(CIMNULL_t);
     explicit CIMProperty(const CIMName& name);
     explicit CIMProperty(const char* name);
-    /** Declared with the type of the value, which must not be null. */
+    /** A property of the type of the value, which must not be null. */
     CIMProperty(const CIMName& name, const CIMValue& value);
-    /** Without a value. */
+    /** A property without a value. */
     CIMProperty(const CIMName& name, const CIMDataType& type);
 
     String getName() const override;
     void setName(const CIMName& name) override;
-    /** The value; the null value when there is none. */
+    /** The value; the null value if there is none. */
     CIMValue getValue() const;
-    /** The value; NULLValueException when there is none. */
+    /** Like getValue(), but throws NULLValueException if there is none. */
     CIMValue getValueT() const;
     /**
-     * Stores a value. One that is neither null nor an object is cast to the declared type if that is set and
-     * differs, see CIMValueCast::castValueToDataType().
+     * Sets the value. Casts it to the declared type, if that is set and differs, see
+     * CIMValueCast::castValueToDataType(); null values and embedded objects are stored as they are.
      */
     CIMProperty& setValue(const CIMValue& value);
     CIMDataType getDataType() const;
-    /** Declares another type, to which a value that is there is cast. */
+    /** Sets the declared type and casts the value to it. */
     CIMProperty& setDataType(const CIMDataType& type);
-    /** The number of elements that came with the property, -1 when none was given. */
+    /** The array size that the object manager sent; -1 if it sent none. */
     Int32 getSize() const;
-    /** The class that declares the property; empty when unknown. */
+    /** The class that declares the property; empty if unknown. */
     String getOriginClass() const;
     CIMProperty& setOriginClass(const CIMName& className);
     /** Whether the class inherits the property. */
@@ -52,9 +52,9 @@ public:
     bool isKey() const;
 
     void setNull() override;
-    /** `<type>:<name>=<value>`, the value "null" when there is none. */
+    /** `<type>:<name>=<value>`; "null" for a null value. */
     String toString() const override;
-    /** `<type> <name> = <value>;` in the form of a class's declaration. */
+    /** `<type> <name> = <value>;`, the form of a class declaration. */
     String toMOF() const override;
 
     operator detail::SafeBool() const { return detail::safeBool(static_cast<bool>(m_declaration)); }

@@ -13,8 +13,8 @@
 namespace OpenWBEM {
 
 /**
- * A value of one CIM type, or an array of them; may be null. Numbers, booleans and characters stand in the
- * object itself; of everything else copies share the data.
+ * A value or an array of one CIM type; may be null. Stores numbers, booleans and characters inline; copies
+ * share all other data.
  */
 class OW_COMMON_API CIMValue : public CIMBase {
 public:
@@ -74,12 +74,12 @@ public:
     explicit CIMValue(const CIMObjectPathArray& value);
     explicit CIMValue(const CIMClassArray& value);
     explicit CIMValue(const CIMInstanceArray& value);
-    /** No other pointer becomes a boolean. */
+    /** Prevents the conversion of pointers to bool. */
     explicit CIMValue(const volatile void*) = delete;
 
     /**
-     * Reads the value into out. Type and arrayness must be those of the value, else ValueCastException; the
-     * one exception is a single sint64, which every numeric type takes, cut to its width.
+     * Copies the value to out. Throws ValueCastException if type or arrayness differ. One exception: a single
+     * sint64 converts to every numeric type, truncated.
      */
     void get(Bool& out) const;
     void get(UInt8& out) const;
@@ -115,7 +115,7 @@ public:
     void get(CIMObjectPathArray& out) const;
     void get(CIMClassArray& out) const;
     void get(CIMInstanceArray& out) const;
-    /** The value, under the conditions of get(). */
+    /** Returns the value, under the conditions of get(). */
     bool toBool() const;
     UInt8 toUInt8() const;
     Int8 toInt8() const;
@@ -151,30 +151,31 @@ public:
     CIMInstanceArray toCIMInstanceArray() const;
 
     bool isArray() const;
-    /** Type of the value, of the elements for an array. */
+    /** Type of the value, or of the elements of an array. */
     CIMDataType::Type getType() const;
-    /** The type as a declaration: arrays are of any size. */
+    /** The type as a declaration; arrays are unlimited. */
     CIMDataType getCIMDataType() const;
     /** Number of elements, 1 for a single value. */
     UInt32 getArraySize() const;
     bool isNumericType() const;
-    /** Whether type and arrayness are the same. */
+    /** Whether type and arrayness are equal. */
     bool sameType(const CIMValue& other) const;
-    /** Whether both are null, or type, arrayness and value are the same. */
+    /** Whether both are null, or type, arrayness and value are equal. */
     bool equal(const CIMValue& other) const;
     CIMValue& set(const CIMValue& other) { return *this = other; }
-    /** The value that a text gives for a type with this CIM name, as in "uint16"; null for an unknown name.
+    /** Parses a text as a value of a type, given by its CIM name, as in "uint16". Null for an unknown name.
      */
     static CIMValue createSimpleValue(const String& typeName, const String& text);
 
     void setNull() override;
     /**
-     * The value as plain text, without quotes or escapes; the elements of an array joined by ","; "(null)"
-     * for the null value. Reals have six significant digits. A single char16 is the one byte of its
-     * low eight bits.
+     * The value as plain text, without quotes or escapes. The elements of an array are separated by ",". The
+     * null value is "(null)". Reals have six significant digits. A single char16 is one byte: its low eight
+     * bits.
      */
     String toString() const override;
-    /** As toString(), but strings and datetimes in quotes, strings escaped, arrays in braces. */
+    /** Like toString(), with quotes around strings and datetimes, escapes in strings, braces around arrays.
+     */
     String toMOF() const override;
 
     operator detail::SafeBool() const { return detail::safeBool(m_type != CIMDataType::CIMNULL); }
@@ -183,7 +184,7 @@ public:
 private:
     friend struct ValueAccess;
     enum Form { PLAIN, TEXT, SHARED };
-    /** What the union holds. */
+    /** The active member of the union. */
     Form form() const {
         if (m_isArray)
             return SHARED;
@@ -192,8 +193,8 @@ private:
         return m_type == CIMDataType::DATETIME || m_type >= CIMDataType::REFERENCE ? SHARED : PLAIN;
     }
     void copy(const CIMValue& other);
-    /** The value of another, which becomes null. Texts and shared data are pointers, which may stand
-     * anywhere. */
+    /** Moves the value of another into this null value. A byte-wise copy: strings and shared data are
+     * pointers. */
     void take(CIMValue& other) noexcept {
         m_type = other.m_type;
         m_isArray = other.m_isArray;
@@ -213,7 +214,7 @@ private:
     template <class T>
     void read(T& out) const;
 
-    UInt8 m_type; // a CIMDataType::Type; CIMNULL for the null value
+    UInt8 m_type; // CIMDataType::Type; CIMNULL for the null value
     bool m_isArray;
     union {
         unsigned char m_plain[8]; // the bytes of a number, a boolean or a character

@@ -5,19 +5,20 @@
 
 namespace OpenWBEM {
 
-/** A value is not of the type that was asked for. */
+/** A value does not have the requested type. */
 OW_DECLARE_EXCEPTION(ValueCast)
 
 namespace CIMValueCast {
 
 /**
- * A value as one of another type. Numbers, booleans and characters cast to each other, everything but
- * objects from and to strings, objects to strings: what the value's text reads as. A single value becomes an
- * array of one element, an array its first element. The null value results for the null value and for a type
- * that is not set.
- * CIMException FAILED when the types do not cast, or the text does not read as a number or a truth value;
- * CIMDateTimeException or what CIMObjectPath::parse() throws for a text that is none of these;
- * OutOfBoundsException for an empty array; ValueCastException when the type is one of objects.
+ * Converts a value to another type by parsing its text. Numbers, booleans and characters convert to each
+ * other; all types but embedded objects convert to and from strings; embedded objects convert to strings. A
+ * single value converts to an array of one element, an array to its first element. The result is null for the
+ * null value, and for a type that is not set.
+ *
+ * Throws CIMException FAILED if there is no such conversion, or if the text is not a number or boolean;
+ * CIMDateTimeException, or the exception of CIMObjectPath::parse(), if the text is not a datetime or a path;
+ * OutOfBoundsException for an empty array; ValueCastException if the type is an embedded object.
  */
 OW_COMMON_API CIMValue castValueToDataType(const CIMValue& value, const CIMDataType& type);
 

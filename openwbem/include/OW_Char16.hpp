@@ -13,12 +13,12 @@ public:
         : m_value(0) {}
     Char16(UInt16 value)
         : m_value(value) {}
-    /** The first character of a UTF-8 text; 0xFFFF if it is malformed or beyond that; 0 for the empty text.
+    /** The first character of a UTF-8 text; 0xFFFF if it is malformed or above 0xFFFF; 0 for the empty text.
      */
     explicit Char16(const String& text);
     explicit Char16(char c)
         : m_value(static_cast<unsigned char>(c)) {}
-    /** A number, cut to 16 bits. */
+    /** A number, truncated to 16 bits. */
     explicit Char16(Bool value)
         : m_value(value ? 1 : 0) {}
     explicit Char16(UInt8 value)
@@ -35,7 +35,7 @@ public:
         : m_value(static_cast<UInt16>(value)) {}
     explicit Char16(Int64 value)
         : m_value(static_cast<UInt16>(value)) {}
-    /** The whole part of a real that is within 16 bits. */
+    /** A real, truncated to an integer, which must fit in 16 bits. */
     explicit Char16(Real32 value)
         : m_value(static_cast<UInt16>(value)) {}
     explicit Char16(Real64 value)

@@ -6,16 +6,16 @@
 
 namespace OpenWBEM {
 
-/** Asks the application for credentials when the object manager wants them and the URL has none. */
+/** Callback for credentials: called when the object manager demands them and the URL has none. */
 class OW_CLIENT_API ClientAuthCBIFC : public IntrusiveCountableBase {
 public:
     ~ClientAuthCBIFC() override;
 
     /**
-     * @param realm what the credentials are for, as the object manager names it
-     * @param name, passwd filled in by the callback
-     * @param details further text of the object manager, may be empty
-     * @return false when there are no credentials
+     * @param realm realm that the object manager names, or the URL if it names none
+     * @param name, passwd output
+     * @param details further text of the object manager; may be empty
+     * @return whether there are credentials
      */
     virtual bool getCredentials(const String& realm, String& name, String& passwd, const String& details) = 0;
 };

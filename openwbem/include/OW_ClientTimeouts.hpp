@@ -6,12 +6,12 @@
 namespace OpenWBEM {
 
 /**
- * How long a request waits on a peer before it fails. An extension of this library.
+ * Timeouts of a request. An extension of this library.
  *
- * `connect` bounds the whole making of a connection, the TLS handshake included. `send` bounds one silence:
- * time starts anew with every part of the request that the peer takes. `receive` bounds the wait for the head
- * of the reply as a whole, and then each wait for more bytes of its body; what frames them, and trailers, do
- * not start it anew. A peer that keeps sending is listened to.
+ * `connect` limits the whole connection setup, including the TLS handshake. `send` limits each wait for the
+ * peer to accept more of the request. `receive` limits the wait for the whole head of the reply, and then
+ * each wait for more bytes of its body; framing and trailers do not restart it. There is no limit on the
+ * total time.
  */
 struct ClientTimeouts {
     std::chrono::milliseconds connect{std::chrono::seconds(60)};
@@ -19,7 +19,7 @@ struct ClientTimeouts {
     std::chrono::milliseconds receive{std::chrono::seconds(600)};
 };
 
-/** The bounds of every client of the process; change them while no request is under way. */
+/** The timeouts of all clients in the process. Change them only while no request is in progress. */
 OW_CLIENT_API ClientTimeouts& clientTimeouts();
 
 } // namespace OpenWBEM

@@ -7,17 +7,17 @@
 
 namespace OpenWBEM {
 
-/** A text is no date, or a date is no instant that a DateTime can hold. */
+/** A text is not a date, or a date is out of the range of DateTime. */
 OW_DECLARE_EXCEPTION(DateTime)
 
 /**
- * An instant: the seconds since 1970-01-01 00:00:00 UTC, which fit in 31 bits and are not negative, and
- * microseconds. The range ends at 2038-01-19 03:14:07 UTC, whatever the width of time_t. What would leave it
- * throws DateTimeException. Size and layout do not depend on how the including program is compiled.
+ * An instant: seconds since 1970-01-01 00:00:00 UTC in 31 bits, and microseconds. The range ends at
+ * 2038-01-19 03:14:07 UTC for any width of time_t; operations that leave the range throw DateTimeException.
+ * Size and layout do not depend on the compiler flags of the including program.
  */
 class OW_COMMON_API DateTime {
 public:
-    /** What fields are counted in: the local time zone (see tzset(3)) or UTC. */
+    /** The time zone of the fields: the local one (see tzset(3)) or UTC. */
     enum ETimeOffset { E_LOCAL_TIME, E_UTC_TIME };
 
     /** The epoch. */
@@ -25,24 +25,26 @@ public:
         : m_time(0)
         , m_microseconds(0) {}
     /**
-     * Reads a CIM date (DSP0004), `yyyymmddhhmmss.mmmmmm+uuu`, in which '*' stands for '0', or a date in
-     * English, as in "Thu Jan 29 11:02:42 MST 2004": month, time, day and year, with or without a weekday
-     * and a time zone, in nearly any order. Years below 1900 count from 1900; without a zone the time is
-     * local. DateTimeException for any other text.
+     * Parses a CIM date (DSP0004), `yyyymmddhhmmss.mmmmmm+uuu`, with '*' for '0', or an English date, as in
+     * "Thu Jan 29 11:02:42 MST 2004": month, time, day and year, and optionally weekday and time zone, in
+     * almost any order. Years below 1900 count from 1900. Without a zone the time is local. Throws
+     * DateTimeException for any other text.
      */
     explicit DateTime(const String& text);
-    /** DateTimeException when the seconds do not fit in an Int32; negative ones are not checked. */
+    /** Throws DateTimeException if the seconds do not fit in an Int32. Does not check for negative seconds.
+     */
     explicit DateTime(time_t seconds, UInt32 microseconds = 0)
         : m_time(narrow(seconds))
         , m_microseconds(microseconds) {}
-    /** Month and day count from 1. DateTimeException for a field out of its range; day 31 always is in. */
+    /** Month and day count from 1. Throws DateTimeException if a field is out of range; every month has 31
+     * days. */
     DateTime(int year, int month, int day, int hour = 0, int minute = 0, int second = 0,
              UInt32 microsecond = 0, ETimeOffset offset = E_LOCAL_TIME);
 
-    /** Seconds since the epoch; the microseconds are cut off. */
+    /** Seconds since the epoch, without the microseconds. */
     time_t get() const { return m_time; }
     int getYear(ETimeOffset offset = E_LOCAL_TIME) const { return fields(offset).tm_year + 1900; }
-    /** From 1 on. */
+    /** From 1. */
     int getMonth(ETimeOffset offset = E_LOCAL_TIME) const { return fields(offset).tm_mon + 1; }
     int getDay(ETimeOffset offset = E_LOCAL_TIME) const { return fields(offset).tm_mday; }
     /** Day of the week, 0 for Sunday. */
@@ -52,7 +54,7 @@ public:
     int getSecond(ETimeOffset offset = E_LOCAL_TIME) const { return fields(offset).tm_sec; }
     UInt32 getMicrosecond() const { return m_microseconds; }
 
-    /** Moves the instant by a number of units, in UTC; a day that its month lacks rolls over. */
+    /** Adds a number of units, in UTC; a day beyond the end of its month rolls over. */
     DateTime& addSeconds(long count) { return add(&tm::tm_sec, count); }
     DateTime& addMinutes(long count) { return add(&tm::tm_min, count); }
     DateTime& addHours(long count) { return add(&tm::tm_hour, count); }
@@ -64,9 +66,9 @@ public:
     DateTime& operator-=(long seconds) { return add(&tm::tm_sec, -Int64{seconds}); }
     void setToCurrent();
 
-    /** As asctime() writes it: `Thu Jan 29 11:02:42 2004` and a line feed. */
+    /** The form of asctime(): `Thu Jan 29 11:02:42 2004` and a line feed. */
     String toString(ETimeOffset offset = E_LOCAL_TIME) const;
-    /** In a form of strftime(). */
+    /** In a format of strftime(). */
     String toString(const char* form, ETimeOffset offset = E_LOCAL_TIME) const;
 
     friend bool operator==(const DateTime& a, const DateTime& b) {
@@ -83,7 +85,7 @@ public:
 private:
     static Int32 narrow(Int64 seconds);
     tm fields(ETimeOffset offset) const;
-    /** Takes fields, which need not be in their ranges. */
+    /** Sets the instant; fields may be out of range. */
     void set(tm fields, ETimeOffset offset);
     DateTime& add(int tm::*field, Int64 count);
 

@@ -10,8 +10,8 @@
 namespace OpenWBEM {
 
 /**
- * Elements in the order in which they were added, each handed out once. Copies share one queue: what is
- * taken from one is gone from all. All copies are for one thread at a time.
+ * A queue of elements. Copies share the queue: an element removed through one copy is removed from all. Only
+ * one thread at a time may use the copies.
  */
 template <class T>
 class Enumeration {
@@ -20,9 +20,9 @@ public:
         : m_queue(std::make_shared<std::deque<T>>()) {}
 
     bool hasMoreElements() const { return !m_queue->empty(); }
-    /** Elements not yet taken. */
+    /** The number of remaining elements. */
     std::size_t numberOfElements() const { return m_queue->size(); }
-    /** Takes the next element; throws EnumerationException when there is none. */
+    /** Removes and returns the next element. Throws EnumerationException if there is none. */
     T nextElement() {
         if (m_queue->empty())
             OW_THROW(EnumerationException, "Attempt to Extract from empty Enum");

@@ -4,7 +4,7 @@
 
 namespace OpenWBEM {
 
-/** An element was taken from an empty enumeration. */
+/** The next element of an empty enumeration was requested. */
 OW_DECLARE_EXCEPTION(Enumeration)
 
 } // namespace OpenWBEM

@@ -10,9 +10,9 @@
 namespace OpenWBEM {
 
 /**
- * Base of everything that the client library throws on its own account. Catch it by reference: it is
- * neither constructed nor copied from outside. Copying shares the texts and cannot fail. Making one cannot
- * fail for want of memory: it then lacks its texts.
+ * Base of all exceptions that the client library throws. Catch it by reference: programs cannot construct or
+ * copy it. Copies share the texts; copying never fails. Construction never fails: when out of memory, the
+ * exception has no texts.
  */
 class OW_COMMON_API Exception : public std::exception {
 public:
@@ -23,25 +23,25 @@ public:
 
     /** Name of the class, as in "SocketException". */
     virtual const char* type() const;
-    /** What went wrong; "" if nothing was said, never null. */
+    /** The error message; may be empty, never null. */
     virtual const char* getMessage() const;
-    /** Source file that threw; never null. */
+    /** Source file of the throw; never null. */
     const char* getFile() const;
     /** Line in getFile(). */
     int getLine() const { return m_line; }
-    /** A code whose meaning the class defines, UNKNOWN_ERROR_CODE if none. */
+    /** A code that the class defines; UNKNOWN_ERROR_CODE if there is none. */
     int getErrorCode() const { return m_errorCode; }
-    /** Number of the class (ExceptionIds), UNKNOWN_SUBCLASS_ID if none. */
+    /** Number of the class (ExceptionIds); UNKNOWN_SUBCLASS_ID if there is none. */
     int getSubClassId() const { return m_subClassId; }
-    /** The exception that led to this one, which owns it; null if none. */
+    /** The cause, owned by this exception; may be null. */
     const Exception* getSubException() const;
-    /** Same text as getMessage(). */
+    /** The same as getMessage(). */
     const char* what() const noexcept override;
-    /** A copy of the exception's own class; the caller's to delete. */
+    /** A copy of the dynamic type. The caller deletes it. */
     virtual Exception* clone() const;
 
 protected:
-    /** Copies the texts and clones the other exception; null pointers stand for nothing. */
+    /** Copies the texts and clones the cause; pointers may be null. */
     Exception(const char* file, int line, const char* msg, int errorCode, const Exception* other = nullptr,
               int subClassId = UNKNOWN_SUBCLASS_ID);
     Exception(const Exception&) noexcept = default;
@@ -52,26 +52,26 @@ protected:
 
 private:
     struct Texts;
-    std::shared_ptr<const Texts> m_texts; // null when there was no memory for them
+    std::shared_ptr<const Texts> m_texts; // null when out of memory
     int m_line;
     int m_errorCode;
     int m_subClassId;
 };
 
 /**
- * Writes `file: line type: message` and, in angle brackets, the exception that led to this one; "[no file]",
- * "[no line]", "[no message]" for what is missing.
+ * Writes `file: line type: message` and the cause in angle brackets. "[no file]", "[no line]", "[no message]"
+ * replace empty parts.
  */
 OW_COMMON_API std::ostream& operator<<(std::ostream& out, const Exception& e);
 
 namespace detail {
-/** `<message>: <errno>(<its text>)`, of the calling thread's errno. */
+/** `<message>: <errno>(<text of errno>)`. */
 OW_COMMON_API std::string withErrno(const char* message);
 } // namespace detail
 
 } // namespace OpenWBEM
 
-/** Declares class NAMEException, derived from BASE, in the current namespace. */
+/** Declares the class NAMEException, derived from BASE, in the current namespace. */
 #define OW_DECLARE_EXCEPTION2(NAME, BASE)                                                                    \
     class OW_COMMON_API NAME##Exception : public BASE {                                                      \
     public:                                                                                                  \
@@ -85,7 +85,7 @@ OW_COMMON_API std::string withErrno(const char* message);
     };
 #define OW_DECLARE_EXCEPTION(NAME) OW_DECLARE_EXCEPTION2(NAME, OpenWBEM::Exception)
 
-/** Defines what OW_DECLARE_EXCEPTION2 declared; ID is the number of the class. */
+/** Defines the members of a class that OW_DECLARE_EXCEPTION2 declares; ID is the number of the class. */
 #define OW_DEFINE_EXCEPTION2(NAME, BASE, ID)                                                                 \
     NAME##Exception::NAME##Exception(const char* file, int line, const char* msg, int errorCode,             \
                                      const OpenWBEM::Exception* other, int subClassId)                       \
@@ -97,17 +97,17 @@ OW_COMMON_API std::string withErrno(const char* message);
     NAME##Exception* NAME##Exception::clone() const {                                                        \
         return new NAME##Exception(*this);                                                                   \
     }
-/** Defines what OW_DECLARE_EXCEPTION declared, without a number or with ExceptionIds::NAMEExceptionId. */
+/** The same for OW_DECLARE_EXCEPTION, without a number or with ExceptionIds::NAMEExceptionId. */
 #define OW_DEFINE_EXCEPTION(NAME) OW_DEFINE_EXCEPTION2(NAME, OpenWBEM::Exception, -1)
 #define OW_DEFINE_EXCEPTION_WITH_ID(NAME)                                                                    \
     OW_DEFINE_EXCEPTION2(NAME, OpenWBEM::Exception, ExceptionIds::NAME##ExceptionId)
 
-/** Throws a TYPE with the place of the throw. */
+/** Throws a TYPE with the current file and line. */
 #define OW_THROW(TYPE, MSG) throw TYPE(__FILE__, __LINE__, MSG)
 #define OW_THROW_ERR(TYPE, MSG, CODE) throw TYPE(__FILE__, __LINE__, MSG, CODE)
-/** SUB is the exception that led to this one. */
+/** SUB is the cause. */
 #define OW_THROW_SUBEX(TYPE, MSG, SUB) throw TYPE(__FILE__, __LINE__, MSG, -1, &(SUB))
-/** The message is MSG and what errno says. */
+/** The message is MSG and errno. */
 #define OW_THROW_ERRNO_MSG(TYPE, MSG) throw TYPE(__FILE__, __LINE__, OpenWBEM::detail::withErrno(MSG).c_str())
 
 #endif

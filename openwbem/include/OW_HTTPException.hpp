@@ -4,7 +4,7 @@
 
 namespace OpenWBEM {
 
-/** The object manager refused a request at the level of HTTP, or its answer is not HTTP. */
+/** The object manager sent an HTTP error response, or a reply that is not HTTP. */
 OW_DECLARE_EXCEPTION(HTTP)
 
 } // namespace OpenWBEM

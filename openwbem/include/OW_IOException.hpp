@@ -4,11 +4,10 @@
 
 namespace OpenWBEM {
 
-/** A reply could not be read or decoded, or the object manager reported an error without a CIM code. */
+/** A reply cannot be read or decoded, or the object manager reported an error without a CIM code. */
 OW_DECLARE_EXCEPTION(IO)
 
-/** An object of another kind, or in a newer version, than expected. Clients throw it as a plain IOException.
- */
+/** An object has an unexpected signature or version. Clients throw it as a plain IOException. */
 OW_DECLARE_EXCEPTION2(BadCIMSignature, IOException)
 
 } // namespace OpenWBEM

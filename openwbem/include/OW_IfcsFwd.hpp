@@ -6,7 +6,7 @@
 namespace OpenWBEM {
 
 class ClientAuthCBIFC;
-/** A default-constructed reference means "no callback". */
+/** A null reference means no callback. */
 typedef IntrusiveReference<ClientAuthCBIFC> ClientAuthCBIFCRef;
 
 } // namespace OpenWBEM

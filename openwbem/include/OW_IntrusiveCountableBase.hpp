@@ -5,7 +5,7 @@
 
 namespace OpenWBEM {
 
-/** Base of classes that IntrusiveReference counts. The object deletes itself when its last reference goes. */
+/** Base of classes with a reference count for IntrusiveReference. The last reference deletes the object. */
 class OW_COMMON_API IntrusiveCountableBase {
 protected:
     IntrusiveCountableBase()

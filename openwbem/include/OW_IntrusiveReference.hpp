@@ -9,8 +9,8 @@
 namespace OpenWBEM {
 
 /**
- * Counted reference to an object that carries its own count, through IntrusiveReferenceAddRef(T*) and
- * IntrusiveReferenceRelease(T*). May be null; dereferencing a null reference is undefined.
+ * Reference to an object with an embedded reference count, which IntrusiveReferenceAddRef(T*) and
+ * IntrusiveReferenceRelease(T*) maintain. May be null; dereferencing a null reference is undefined behaviour.
  */
 template <class T>
 class IntrusiveReference {
@@ -49,7 +49,7 @@ public:
     bool operator!() const { return m_object == NULL; }
     bool isNull() const { return m_object == NULL; }
     void swap(IntrusiveReference& other) { std::swap(m_object, other.m_object); }
-    /** The object as a U; null when it is none. */
+    /** The object as a U; null if it is not a U. */
     template <class U>
     IntrusiveReference<U> cast_to() const {
         return IntrusiveReference<U>(dynamic_cast<U*>(m_object));
@@ -59,7 +59,7 @@ private:
     T* m_object;
 };
 
-/** References are equal when they refer to the same object. */
+/** References are equal if they refer to the same object. */
 template <class T, class U>
 bool operator==(const IntrusiveReference<T>& a, const IntrusiveReference<U>& b) {
     return a.getPtr() == b.getPtr();

@@ -4,7 +4,7 @@
 
 namespace OpenWBEM {
 
-/** A property has no value where one is needed; the message is its name. */
+/** A property has no value; the message is its name. */
 OW_DECLARE_EXCEPTION(NULLValue)
 
 } // namespace OpenWBEM

@@ -4,7 +4,7 @@
 
 namespace OpenWBEM {
 
-/** An instance lacks a property that was asked for; the message is its name. */
+/** An instance or a path has no such property or key; the message is its name. */
 OW_DECLARE_EXCEPTION(NoSuchProperty)
 
 } // namespace OpenWBEM

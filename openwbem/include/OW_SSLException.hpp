@@ -4,7 +4,7 @@
 
 namespace OpenWBEM {
 
-/** A TLS connection could not be made, or this library was built without TLS. */
+/** A TLS handshake failed, or this library was built without TLS. */
 OW_DECLARE_EXCEPTION(SSL)
 
 } // namespace OpenWBEM

@@ -4,7 +4,7 @@
 
 namespace OpenWBEM {
 
-/** A peer was silent for longer than the bound. */
+/** A wait for the peer timed out. */
 OW_DECLARE_EXCEPTION(SocketTimeout)
 
 } // namespace OpenWBEM

@@ -7,7 +7,7 @@ namespace OpenWBEM {
 /** A host name has no address; the message is the name. */
 OW_DECLARE_EXCEPTION(UnknownHost)
 
-/** An address cannot be used. */
+/** An address is invalid. */
 OW_DECLARE_EXCEPTION(SocketAddress)
 
 } // namespace OpenWBEM

@@ -4,7 +4,7 @@
 
 namespace OpenWBEM {
 
-/** The object manager could not be reached, or the connection broke. */
+/** The connection to the object manager failed. */
 OW_DECLARE_EXCEPTION(Socket)
 
 } // namespace OpenWBEM

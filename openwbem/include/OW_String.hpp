@@ -9,14 +9,13 @@
 
 namespace OpenWBEM {
 
-/** A text does not read as the number or truth value that it should be. */
+/** A text is not a number or boolean of the requested type. */
 OW_DECLARE_EXCEPTION(StringConversion)
 
 /**
- * Text, nominally UTF-8, whose copies share their bytes until one is changed; always NUL-terminated. A null
- * string and an empty one behave alike but for numbers and operator[]. NULs may stand inside; comparisons
- * are those of strcmp() and stop there. Copies may be used in different threads, one string only in one
- * thread at a time.
+ * Copy-on-write text, nominally UTF-8, always NUL-terminated. The null string and the empty string differ
+ * only in conversions to numbers and in operator[]. May contain NULs; comparisons, like strcmp(), stop at the
+ * first. Different threads may use different copies, but only one thread at a time may use one string.
  */
 class OW_COMMON_API String {
 public:
@@ -30,7 +29,7 @@ public:
     String(const char* text);
     /** Copies length bytes, embedded NULs included; a null pointer gives the null string. */
     explicit String(const char* text, std::size_t length);
-    /** Takes over length bytes that new char[] gave. */
+    /** Takes ownership of length bytes created by new char[]. */
     explicit String(ETakeOwnershipFlag, char* newed, std::size_t length);
     explicit String(Int32 value);
     explicit String(UInt32 value);
@@ -38,29 +37,29 @@ public:
     explicit String(UInt64 value);
     explicit String(long value);
     explicit String(unsigned long value);
-    /** Six significant digits, in the form of "%g". */
+    /** Six significant digits, in the format "%g". */
     explicit String(Real64 value);
     /** One byte. */
     explicit String(char c);
 
-    /** NUL-terminated text, never null, valid until the string changes or ends. */
+    /** The NUL-terminated text, never null; valid until the string is changed or destroyed. */
     const char* c_str() const noexcept { return m_text ? m_text->bytes() : ""; }
-    /** Bytes, not characters. */
+    /** The number of bytes. */
     std::size_t length() const noexcept { return m_text ? m_text->length : 0; }
-    /** Characters. */
+    /** The number of characters. */
     std::size_t UTF8Length() const;
     bool empty() const noexcept { return length() == 0; }
     String toString() const { return *this; }
-    /** A copy for the caller to free(). */
+    /** A copy that the caller releases with free(). */
     char* allocateCString() const;
     UInt32 hashCode() const;
 
-    /** Negative, zero or positive, in the order of the bytes. Null pointers are not allowed. */
+    /** Compares the bytes: negative, zero or positive. Pointers must not be null. */
     int compareTo(const String& other) const {
         return m_text.sameAs(other.m_text) ? 0 : compareTo(other.c_str());
     }
     int compareTo(const char* other) const;
-    /** As compareTo(), in the order of the characters, whatever their case (Unicode, simple case folding). */
+    /** Like compareTo(), but compares characters without case (Unicode, simple case folding). */
     int compareToIgnoreCase(const String& other) const {
         return m_text.sameAs(other.m_text) ? 0 : compareToIgnoreCase(other.c_str());
     }
@@ -70,33 +69,34 @@ public:
     bool equalsIgnoreCase(const String& other) const { return compareToIgnoreCase(other) == 0; }
     bool equalsIgnoreCase(const char* other) const { return compareToIgnoreCase(other) == 0; }
 
-    /** Whether the text begins or ends with other; with the empty text only the empty one does. */
+    /** Whether the text starts or ends with other. Only the empty text starts and ends with the empty text.
+     */
     bool startsWith(const String& other, EIgnoreCaseFlag flag = E_CASE_SENSITIVE) const;
     bool startsWith(const char* other, EIgnoreCaseFlag flag = E_CASE_SENSITIVE) const;
     bool startsWith(char c) const { return !empty() && charAt(0) == c; }
     bool endsWith(const String& other, EIgnoreCaseFlag flag = E_CASE_SENSITIVE) const;
     bool endsWith(const char* other, EIgnoreCaseFlag flag = E_CASE_SENSITIVE) const;
     bool endsWith(char c) const { return !empty() && charAt(length() - 1) == c; }
-    /** Position of the first occurrence at or after from, or npos. */
+    /** Index of the first occurrence at or after from, or npos. */
     std::size_t indexOf(char c, std::size_t from = 0) const;
     std::size_t indexOf(const char* text, std::size_t from = 0) const;
     std::size_t indexOf(const String& text, std::size_t from = 0) const;
-    /** Position of the last occurrence at or before from, or npos. */
+    /** Index of the last occurrence at or before from, or npos. */
     std::size_t lastIndexOf(char c, std::size_t from = npos) const;
     std::size_t lastIndexOf(const char* text, std::size_t from = npos) const;
     std::size_t lastIndexOf(const String& text, std::size_t from = npos) const;
-    /** Up to length bytes from begin on; the null string when begin is not inside. */
+    /** Up to length bytes from begin; the null string if begin is out of range. */
     String substring(std::size_t begin, std::size_t length = npos) const;
-    /** The parts between the delimiters, without empty ones. */
+    /** The non-empty parts between the delimiters. */
     StringArray tokenize(const char* delimiters = " \n\r\t\v") const;
-    /** Whether there is nothing but white space, or nothing at all. */
+    /** Whether the text is empty or only white space. */
     bool isSpaces() const;
 
-    /** The byte at an index, which must be inside; '\0' for the null string. */
+    /** The byte at an index, which must be in range; '\0' for the null string. */
     char charAt(std::size_t index) const noexcept { return m_text ? m_text->bytes()[index] : '\0'; }
     /**
-     * The byte at an index; '\0', whose change changes nothing, for one that is not inside. Index 0 of the
-     * null string throws the exception of a null handle.
+     * The byte at an index. Out of range, a reference to a '\0' outside the text. Index 0 of the null string
+     * throws the exception of a null handle.
      */
     const char& operator[](std::size_t index) const;
     char& operator[](std::size_t index);
@@ -108,25 +108,25 @@ public:
     String& operator+=(const String& other) { return concat(other); }
     String& operator+=(const char* other) { return concat(other); }
     String& operator+=(char c) { return concat(c); }
-    /** Prints into the string as printf() does; returns the number of bytes. */
+    /** Replaces the text with the output of printf(); returns the number of bytes. */
     int format(const char* form, ...) __attribute__((format(printf, 2, 3)));
-    /** Removes white space at the left, the right, both ends. */
+    /** Removes white space at the start, the end, both. */
     String& ltrim();
     String& rtrim();
     String& trim();
-    /** Changes ASCII letters; other characters stay. */
+    /** Converts ASCII letters only. */
     String& toLowerCase();
     String& toUpperCase();
-    /** Makes it the null string. */
+    /** Assigns the null string. */
     String& erase();
-    /** Removes up to length bytes from begin on. */
+    /** Removes up to length bytes from begin. */
     String& erase(std::size_t begin, std::size_t length = npos);
     void swap(String& other) noexcept { m_text.swap(other.m_text); }
 
     /**
-     * The number that the whole text is, as strtol() and its relatives read it, whatever the locale: blanks
-     * and a sign may stand in front. The empty text is 0. StringConversionException for the null string, for
-     * any other rest, and for a number out of the type's range; infinities count as such.
+     * Parses the whole text like strtol() and its relatives in the C locale: white space and a sign may
+     * precede the number. The empty text is 0. Throws StringConversionException for the null string, for
+     * trailing characters, and for a number out of range of the type, including infinities.
      */
     UInt8 toUInt8(int base = 10) const;
     Int8 toInt8(int base = 10) const;
@@ -140,23 +140,23 @@ public:
     int toInt(int base = 10) const { return toInt32(base); }
     Real32 toReal32() const;
     Real64 toReal64() const;
-    /** "true" or "false", whatever the case of the letters; else StringConversionException. */
+    /** Parses "true" or "false", without case. Throws StringConversionException for any other text. */
     bool toBool() const;
     /** The first character, see Char16. */
     Char16 toChar16() const;
 
-    /** The next line of a stream without its end; the empty string when there is none. */
+    /** The next line of a stream without its line end; the empty string at the end of the stream. */
     static String getLine(std::istream& in);
 
 private:
-    /** Two texts as one. */
+    /** Concatenation. */
     friend OW_COMMON_API String operator+(const String& a, const String& b);
     friend OW_COMMON_API String operator+(const String& a, const char* b);
     friend OW_COMMON_API String operator+(const char* a, const String& b);
     friend OW_COMMON_API String operator+(const String& a, char b);
     friend OW_COMMON_API String operator+(char a, const String& b);
     String(const char* a, std::size_t lengthA, const char* b, std::size_t lengthB);
-    /** The bytes for changing: this string's own. Not for the null string. */
+    /** Unshared bytes for writing. Not for the null string. */
     char* edit();
 
     detail::TextHandle m_text;

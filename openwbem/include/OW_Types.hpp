@@ -17,7 +17,7 @@ typedef long long Int64;
 typedef float Real32;
 typedef double Real64;
 
-/** What the system calls open files, users and processes. */
+/** Numbers of open files, users and processes. */
 typedef int FileHandle;
 typedef int Select_t;
 typedef uid_t UserId;

@@ -9,20 +9,21 @@ namespace OpenWBEM {
 OW_DECLARE_EXCEPTION(MalformedURL)
 
 /**
- * URL of an object manager, `[scheme://][principal[:credential]@]host[:port][/namespace[/:modelpath]]`, in
- * its parts. Nothing is percent-decoded. Throws MalformedURLException when the host is missing, holds blanks
- * or control characters, or opens a bracket that does not end it.
+ * The parts of the URL of an object manager,
+ * `[scheme://][principal[:credential]@]host[:port][/namespace[/:modelpath]]`, not percent-decoded. The
+ * constructor throws MalformedURLException if the host is missing, contains blanks or control characters, or
+ * has unbalanced brackets.
  */
 struct OW_COMMON_API URL {
     explicit URL(const String& given);
 
-    /** The whole, without blanks at its ends. */
+    /** The whole URL, without surrounding white space. */
     String text;
-    /** Lower case; "http" when the text has none. */
+    /** In lower case; "http" by default. */
     String scheme;
     String principal;
     String credential;
-    /** A name, an IPv4 address, or an IPv6 address in brackets, which belong to it. */
+    /** A name, an IPv4 address, or an IPv6 address including its brackets. */
     String host;
     /** Decimal number, "owipc", or the percent-encoded path of a Unix-domain socket. */
     String port;

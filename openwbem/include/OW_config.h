@@ -6,10 +6,10 @@
 
 /* Interface level: the OpenWBEM release whose client interface this library offers. */
 #define OW_VERSION "3.1.0"
-/* Name of this implementation, as it stands in the User-Agent header. */
+/* Name of this implementation in the User-Agent header. */
 #define OW_PACKAGE "owclient"
 
-/* Marks what the shared library offers; everything else stays hidden. */
+/* Marks exported symbols; all others are hidden. */
 #define OW_COMMON_API __attribute__((visibility("default")))
 #define OW_CLIENT_API __attribute__((visibility("default")))
 #define OW_XML_API __attribute__((visibility("default")))
@@ -18,7 +18,7 @@
 #define OW_IMPORT
 #define OW_DEPRECATED __attribute__((deprecated))
 
-/* Dereferencing a null handle throws, and so does an index that an array does not have. */
+/* Null handles and array indexes out of range throw. */
 #define OW_CHECK_NULL_REFERENCES
 #define OW_CHECK_ARRAY_INDEXING
 

@@ -5,8 +5,8 @@ namespace OpenWBEM {
 namespace detail {
 
 /**
- * Result of the conversion that makes `if (x)`, `!x` and `x == NULL` compile on a handle, and arithmetic not:
- * a pointer to member, null for a null handle.
+ * The boolean conversion of handles: a pointer to member, null for a null handle. `if (x)`, `!x` and
+ * `x == NULL` compile, arithmetic does not.
  */
 struct SafeBoolTarget {
     void yes() const {}

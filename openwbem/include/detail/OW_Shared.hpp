@@ -10,14 +10,14 @@ namespace detail {
 /** Throws the exception of a call on a null handle. */
 [[noreturn]] OW_COMMON_API void throwNullReference();
 
-/** Base of data that handles share. The last handle deletes it, whatever it knows of the data's type. */
+/** Base of reference-counted data. The last handle deletes it. */
 class OW_COMMON_API Counted {
 public:
     virtual ~Counted() = default;
 
     void addHandle() const { m_handles.fetch_add(1, std::memory_order_relaxed); }
     void removeHandle() const {
-        // The only handle needs no locked instruction: nobody else can make a second one.
+        // A single handle needs no locked instruction: no other thread can copy it.
         if (!isShared() || m_handles.fetch_sub(1, std::memory_order_acq_rel) == 1)
             delete this;
     }
@@ -35,16 +35,16 @@ private:
 };
 
 /**
- * Copy-on-write handle to data that copies share; may be null. Reading or changing a null handle throws an
- * OpenWBEM::Exception. T derives from Counted; only what reads or makes data needs to know it whole. Copies
- * may be used in different threads, one handle only in one thread at a time.
+ * Copy-on-write handle to shared data; may be null. Reading or writing through a null handle throws an
+ * OpenWBEM::Exception. T derives from Counted, and may be incomplete where the data is neither read nor
+ * created. Different threads may use different copies, but only one thread at a time may use one handle.
  */
 template <class T>
 class Shared {
 public:
     Shared()
         : m_data(nullptr) {}
-    /** Takes over new data. */
+    /** Takes ownership of new data. */
     explicit Shared(T* data)
         : m_data(data) {
         m_data->addHandle();
@@ -58,7 +58,7 @@ public:
         : m_data(other.m_data) {
         other.m_data = nullptr;
     }
-    /** A handle of another type to the same data, which is a T. */
+    /** Converts the type of the handle. The data must be a T. */
     template <class U>
     explicit Shared(Shared<U> other) noexcept
         : m_data(other.m_data) {
@@ -90,13 +90,13 @@ public:
     }
     const T* operator->() const { return &read(); }
 
-    /** The data for changing: this handle's own, cloned first where it is shared. */
+    /** The data for writing. Clones shared data first. */
     T& edit() {
         if (read().isShared())
             *this = Shared(new T(read()));
         return *unshared();
     }
-    /** The data for changing; null where there is none or it is shared. */
+    /** The data for writing; null if the handle is null or the data is shared. */
     T* unshared() {
         return m_data && !m_data->isShared() ? const_cast<T*>(static_cast<const T*>(m_data)) : nullptr;
     }

@@ -8,11 +8,12 @@
 namespace OpenWBEM {
 namespace detail {
 
-/** The bytes that copies of a string share, and a NUL behind them: one allocation with what stands here. */
+/** The shared bytes of a string and a terminating NUL, in one allocation after the object. */
 struct OW_COMMON_API Text {
-    /** length bytes, not yet set, and their NUL; the caller has the first handle. Throws std::bad_alloc. */
+    /** Allocates length uninitialized bytes and a NUL. The caller owns the first reference. Throws
+     * std::bad_alloc. */
     static Text* make(std::size_t length);
-    /** The empty text, which all empty strings share and which never goes. */
+    /** A reference to the empty text, which all empty strings share and which is never freed. */
     static Text* none() noexcept;
     static void free(Text* text) noexcept;
 
@@ -23,12 +24,12 @@ struct OW_COMMON_API Text {
     const std::size_t length;
 };
 
-/** Counted pointer to a text; may be null. */
+/** Reference-counted pointer to a text; may be null. */
 class TextHandle {
 public:
     TextHandle() noexcept
         : m_text(nullptr) {}
-    /** Takes over a handle that is already counted. */
+    /** Takes ownership of a reference. */
     explicit TextHandle(Text* text) noexcept
         : m_text(text) {}
     TextHandle(const TextHandle& other) noexcept
@@ -41,7 +42,7 @@ public:
         other.m_text = nullptr;
     }
     ~TextHandle() {
-        // The only handle needs no locked instruction: nobody else can make a second one.
+        // A single handle needs no locked instruction: no other thread can copy it.
         if (m_text && (!isShared() || m_text->handles.fetch_sub(1, std::memory_order_acq_rel) == 1))
             Text::free(m_text);
     }
