@@ -1,5 +1,5 @@
-// A file of the instances that a site declares. Those that it declares are found by their paths, and the
-// client library understands them in both protocols.
+// A file of site instances. Each declared instance must be found by its path, and the client library must be
+// able to decode it in both protocols.
 #include "OW_WBEMFlags.hpp"
 #include "binary/Request.hpp"
 #include "cimom/ClientReading.hpp"
@@ -52,7 +52,7 @@ const ClassDeclaration link{"Link",
                              {"To", Type::REFERENCE, Role::key, false, "Link"},
                              {"Others", Type::REFERENCE, Role::state, true, "All"}}};
 
-/** A class that has no instances but the site's. */
+/** A class with site instances only. */
 class SiteProvider : public Provider {
 public:
     explicit SiteProvider(const ClassDeclaration& declaration)
@@ -82,35 +82,29 @@ void requireFound(const SiteInstances& site, const ClassDeclaration& declaration
     }
 }
 
-void requireUnderstood(ObjectManager& manager, const ClassDeclaration& declaration) {
-    const auto deep = WBEMFlags::E_DEEP;
-    const auto whole = WBEMFlags::E_NOT_LOCAL_ONLY;
-    const auto bare = WBEMFlags::E_EXCLUDE_QUALIFIERS;
-    const auto anonymous = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN;
-    const std::string body =
-        binary::enumerateInstances(onlyNameSpace, declaration.name, deep, whole, bare, anonymous, nullptr);
+void requireDecodable(ObjectManager& manager, const ClassDeclaration& declaration) {
+    const std::string body = binary::enumerateInstances(onlyNameSpace, declaration.name, WBEMFlags::E_DEEP);
     readAsBinaryClient(completed(BinaryHandler(manager).handle(body, Access::read)));
     const std::string document =
-        xml::enumerateInstances(1, onlyNameSpace, declaration.name, deep, whole, bare, anonymous, nullptr)
-            .body;
+        xml::enumerateInstances(1, onlyNameSpace, declaration.name, WBEMFlags::E_DEEP).body;
     readAsXmlClient(completed(XmlHandler(manager).handle(document, Access::read)), document);
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const support::TempDir folder;
-    folder.write("site.json", std::string(reinterpret_cast<const char*>(data), size));
+    static const support::TempDir directory;
+    directory.write("site.json", std::string(reinterpret_cast<const char*>(data), size));
     ObjectManager manager = siteManager();
     try {
-        const SiteInstances site(folder.path(), manager.declarations());
+        const SiteInstances site(directory.path(), manager.declarations());
         requireFound(site, all);
         requireFound(site, link);
         manager.setSiteInstances(site);
     } catch (const std::runtime_error&) {
         return 0;
     }
-    requireUnderstood(manager, all);
-    requireUnderstood(manager, link);
+    requireDecodable(manager, all);
+    requireDecodable(manager, link);
     return 0;
 }

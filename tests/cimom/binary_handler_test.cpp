@@ -36,9 +36,9 @@ CIMInstance paintedRed(const char* room) {
 }
 
 std::string getBody(const char* path, const StringArray* properties = nullptr) {
-    return binary::getInstance("root/cimv2", CIMObjectPath::parse(path), WBEMFlags::E_NOT_LOCAL_ONLY,
-                               WBEMFlags::E_EXCLUDE_QUALIFIERS, WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                               properties);
+    ReadOptions options;
+    options.properties = properties;
+    return binary::getInstance("root/cimv2", CIMObjectPath::parse(path), options);
 }
 
 std::string modifyBody(const CIMInstance& instance, const StringArray* properties = nullptr) {

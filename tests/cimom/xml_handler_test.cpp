@@ -36,9 +36,7 @@ std::string errorOf(const std::string& operation, const std::string& arguments) 
 } // namespace
 
 TEST(XmlHandler, AnEnumerationIsWhatTheClientReads) {
-    const xml::Request request =
-        xml::enumerateInstances(77, "root/cimv2", "QAV_Lamp", WBEMFlags::E_DEEP, WBEMFlags::E_NOT_LOCAL_ONLY,
-                                WBEMFlags::E_EXCLUDE_QUALIFIERS, WBEMFlags::E_EXCLUDE_CLASS_ORIGIN, nullptr);
+    const xml::Request request = xml::enumerateInstances(77, "root/cimv2", "QAV_Lamp", WBEMFlags::E_DEEP);
     const OperationReply reply = replyTo(request.body);
     EXPECT_EQ("EnumerateInstances QAV_Lamp", reply.title);
     io::Window window(reply.body.data(), reply.body.size());

@@ -1,4 +1,4 @@
-// How the client tells who it is.
+// Authentication of the client.
 #include "Clients.hpp"
 
 #include "support/Program.hpp"
@@ -16,7 +16,7 @@ std::string localChallenge(const std::string& cookieFile) {
     return unauthorized("OWLocal nonce=\"b94e4d42-e521\", cookiefile=\"" + cookieFile + "\"");
 }
 
-// The value of the header Authorization, with its name; "" when there is none.
+// The header line Authorization; "" if there is none.
 std::string authorizationOf(const std::string& request) {
     const std::size_t at = request.find("Authorization: ");
     return at == std::string::npos ? "" : request.substr(at, request.find("\r\n", at) - at);
@@ -24,8 +24,9 @@ std::string authorizationOf(const std::string& request) {
 
 const std::string userHeader = "Authorization: OWLocal uid=\"" + std::to_string(::geteuid()) + "\"";
 
-std::string writeCookie(const support::TempDir& folder, const std::string& content, mode_t mode = S_IRUSR) {
-    const std::string path = folder.write("cookie", content);
+std::string writeCookie(const support::TempDir& directory, const std::string& content,
+                        mode_t mode = S_IRUSR) {
+    const std::string path = directory.write("cookie", content);
     ::chmod(path.c_str(), mode);
     return path;
 }
@@ -51,7 +52,7 @@ private:
     const char* m_password;
 };
 
-TEST(Login, NamesItsUserOnlyToTheLocalHostAndOnlyWithoutCredentials) {
+TEST(Login, NamesTheUserOnlyToTheLocalHostAndOnlyWithoutCredentials) {
     ScriptedPeer peer({Step::answer(good)});
     const std::pair<const char*, bool> hosts[] = {
         {"localhost", true},         {"127.0.0.1", true}, {"other", false},
@@ -64,10 +65,10 @@ TEST(Login, NamesItsUserOnlyToTheLocalHostAndOnlyWithoutCredentials) {
     }
 }
 
-TEST(Login, ShowsTheCookieOnANewConnectionAndItsUserAfterwards) {
-    const support::TempDir folder;
+TEST(Login, SendsTheCookieOnANewConnectionAndTheUserAfterwards) {
+    const support::TempDir directory;
     for (const char* content : {"40639443152798", "40639443152798\n"}) {
-        const std::string cookie = writeCookie(folder, content);
+        const std::string cookie = writeCookie(directory, content);
         ScriptedPeer peer({Step::answerAndClose(localChallenge(cookie)), Step::answer(good)});
         CIMClient client(peer.url().c_str(), "root/cimv2");
         EXPECT_EQ(1U, read(client));
@@ -84,8 +85,8 @@ TEST(Login, ShowsTheCookieOnANewConnectionAndItsUserAfterwards) {
 }
 
 TEST(Login, IsRepeatedOnEveryNewConnection) {
-    const support::TempDir folder;
-    const std::string challenge = localChallenge(writeCookie(folder, "1"));
+    const support::TempDir directory;
+    const std::string challenge = localChallenge(writeCookie(directory, "1"));
     ScriptedPeer peer({Step::answerAndClose(challenge), Step::answerAndClose(good),
                        Step::answerAndClose(challenge), Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
@@ -93,9 +94,9 @@ TEST(Login, IsRepeatedOnEveryNewConnection) {
     EXPECT_EQ(1U, read(client));
 }
 
-TEST(Login, IsRepeatedAfterAServerThatDoesNotKnowMPost) {
-    const support::TempDir folder;
-    const std::string challenge = localChallenge(writeCookie(folder, "1"));
+TEST(Login, IsRepeatedAfterAServerRejectsMPost) {
+    const support::TempDir directory;
+    const std::string challenge = localChallenge(writeCookie(directory, "1"));
     ScriptedPeer peer({Step::answerAndClose(challenge),
                        Step::answerAndClose(wire::statusReply("510 Not Extended")),
                        Step::answerAndClose(challenge), Step::answer(good)});
@@ -105,7 +106,7 @@ TEST(Login, IsRepeatedAfterAServerThatDoesNotKnowMPost) {
     EXPECT_NE(userHeader, authorizationOf(peer.requests().at(3)));
 }
 
-// What comes of a cookie file that is named to the client; fails when anything is sent after the challenge.
+// The outcome of a challenge with this cookie file. Fails if the client sends anything after the challenge.
 std::string messageOfCookieFile(const std::string& path) {
     ScriptedPeer peer({Step::answerAndClose(localChallenge(path)), Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
@@ -114,96 +115,96 @@ std::string messageOfCookieFile(const std::string& path) {
     return message;
 }
 
-std::string refused(const std::string& path, const std::string& reason) {
-    return "HTTPException: Refused local authentication file " + path + ": " + reason;
+std::string rejected(const std::string& path, const std::string& reason) {
+    return "HTTPException: Rejected local authentication file " + path + ": " + reason;
 }
 
-TEST(Login, ReportsACookieFileThatIsMissing) {
-    const support::TempDir folder;
+TEST(Login, ReportsAMissingCookieFile) {
+    const support::TempDir directory;
     EXPECT_EQ("HTTPException: Unable to open local authentication file: 2(No such file or directory)",
-              messageOfCookieFile(folder.file("missing")));
+              messageOfCookieFile(directory.file("missing")));
 }
 
-TEST(Login, ReportsACookieFileWhoseTimeIsNotKnown) {
-    const support::TempDir folder;
-    const std::string path = writeCookie(folder, "1");
+TEST(Login, ReportsACookieFileWithATimeOutOfRange) {
+    const support::TempDir directory;
+    const std::string path = writeCookie(directory, "1");
     ASSERT_EQ(0, support::runProgram({"/usr/bin/touch", "-d", "2040-01-01", path}).exitCode);
     EXPECT_EQ("HTTPException: Unable to open local authentication file: 75(Value too large for defined data "
               "type)",
               messageOfCookieFile(path));
 }
 
-TEST(Login, TakesNothingOfAChallengeBehindWhereItBreaksOff) {
+TEST(Login, IgnoresAChallengeFromWhereItIsMalformed) {
     for (const char* const challenge : {"OWLocal nonce", "OWLocal nonce=b94e, cookiefile=\"/dev/null\"",
                                         "OWLocal cookiefile=\"/dev/null"}) {
         ScriptedPeer peer({Step::answerAndClose(unauthorized(challenge))});
         CIMClient client(peer.url().c_str(), "root/cimv2");
-        EXPECT_EQ(refused("", "its path is not absolute"), messageOfReading(client)) << challenge;
+        EXPECT_EQ(rejected("", "not an absolute path"), messageOfReading(client)) << challenge;
     }
 }
 
-TEST(Login, TakesNoCookieFileWithoutAnAbsolutePath) {
-    const support::TempDir folder;
-    writeCookie(folder, "1");
-    support::inChild(folder.path(), [&] {
-        EXPECT_EQ(refused("cookie", "its path is not absolute"), messageOfCookieFile("cookie"));
-        EXPECT_EQ(refused("", "its path is not absolute"), messageOfCookieFile(""));
+TEST(Login, RejectsACookieFileWithoutAnAbsolutePath) {
+    const support::TempDir directory;
+    writeCookie(directory, "1");
+    support::inChild(directory.path(), [&] {
+        EXPECT_EQ(rejected("cookie", "not an absolute path"), messageOfCookieFile("cookie"));
+        EXPECT_EQ(rejected("", "not an absolute path"), messageOfCookieFile(""));
     });
 }
 
-TEST(Login, TakesNoCookieThatIsNotInARegularFile) {
-    const support::TempDir folder;
-    const std::string link = folder.file("link");
-    ASSERT_EQ(0, ::symlink(writeCookie(folder, "1").c_str(), link.c_str()));
-    const std::string fifo = folder.file("fifo");
+TEST(Login, RejectsACookieThatIsNotInARegularFile) {
+    const support::TempDir directory;
+    const std::string link = directory.file("link");
+    ASSERT_EQ(0, ::symlink(writeCookie(directory, "1").c_str(), link.c_str()));
+    const std::string fifo = directory.file("fifo");
     ASSERT_EQ(0, ::mkfifo(fifo.c_str(), S_IRUSR | S_IWUSR));
-    for (const std::string& path : {link, fifo, folder.path(), std::string("/dev/null")})
-        EXPECT_EQ(refused(path, "it is not a regular file"), messageOfCookieFile(path));
+    for (const std::string& path : {link, fifo, directory.path(), std::string("/dev/null")})
+        EXPECT_EQ(rejected(path, "not a regular file"), messageOfCookieFile(path));
 }
 
-TEST(Login, TakesNoCookieFileThatOthersMayUse) {
-    const support::TempDir folder;
+TEST(Login, RejectsACookieFileThatOthersMayAccess) {
+    const support::TempDir directory;
     for (const mode_t mode : {0644, 0440, 0420, 0404, 0401}) {
-        const std::string path = writeCookie(folder, "1", mode);
-        EXPECT_EQ(refused(path, "it is open to other users"), messageOfCookieFile(path));
+        const std::string path = writeCookie(directory, "1", mode);
+        EXPECT_EQ(rejected(path, "accessible to other users"), messageOfCookieFile(path));
         ::unlink(path.c_str());
     }
 }
 
-TEST(Login, TakesNoCookieFileOfAnotherUser) {
+TEST(Login, RejectsACookieFileOfAnotherUser) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can give a file away";
-    const support::TempDir folder;
-    const std::string path = writeCookie(folder, "1");
+    const support::TempDir directory;
+    const std::string path = writeCookie(directory, "1");
     ASSERT_EQ(0, ::chown(path.c_str(), 1, 1));
-    EXPECT_EQ(refused(path, "it belongs to another user"), messageOfCookieFile(path));
+    EXPECT_EQ(rejected(path, "owned by another user"), messageOfCookieFile(path));
 }
 
-TEST(Login, TakesNoCookieButOneNumber) {
-    const support::TempDir folder;
+TEST(Login, RejectsACookieThatIsNotOneNumber) {
+    const support::TempDir directory;
     const std::string longest(64, '7');
     for (const std::string& content :
          {std::string(), std::string("\n"), std::string("1\n\n"), std::string("1\n2"), std::string("1\r\n"),
           std::string("12a"), std::string(" 1"), std::string("-1"), std::string("1\0", 2), longest + "7",
           longest + "7\n", std::string(1000000, '7')}) {
-        const std::string path = writeCookie(folder, content);
-        EXPECT_EQ(refused(path, "it holds more or other than one number"), messageOfCookieFile(path));
+        const std::string path = writeCookie(directory, content);
+        EXPECT_EQ(rejected(path, "not a single number"), messageOfCookieFile(path));
         ::unlink(path.c_str());
     }
     ScriptedPeer peer(
-        {Step::answerAndClose(localChallenge(writeCookie(folder, longest + "\n"))), Step::answer(good)});
+        {Step::answerAndClose(localChallenge(writeCookie(directory, longest + "\n"))), Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     EXPECT_EQ("no exception", messageOfReading(client));
 }
 
-TEST(Login, TakesNoCookieFromAFileOfTheKernel) {
-    const char digits[] = "/proc/self/personality"; // of this user alone, and it holds nothing but digits
-    EXPECT_EQ(refused(digits, "it holds more or other than one number"), messageOfCookieFile(digits));
+TEST(Login, RejectsACookieInAFileOfTheKernel) {
+    const char digits[] = "/proc/self/personality"; // owned by this user alone, and only digits
+    EXPECT_EQ(rejected(digits, "not a single number"), messageOfCookieFile(digits));
 }
 
-TEST(Login, ShowsNoCookieToAnotherHost) {
-    const support::TempDir folder;
-    const std::string challenge = localChallenge(writeCookie(folder, "1"));
+TEST(Login, SendsNoCookieToAnotherHost) {
+    const support::TempDir directory;
+    const std::string challenge = localChallenge(writeCookie(directory, "1"));
     for (const char* host : {"other", "user:secret@other", "[::1]"}) {
         ScriptedPeer peer({Step::answerAndClose(challenge), Step::answer(good)});
         CIMClient client(peer.url("owbinary.wbem", host).c_str(), "root/cimv2");
@@ -212,9 +213,10 @@ TEST(Login, ShowsNoCookieToAnotherHost) {
     }
 }
 
-TEST(Login, PutsNothingIntoAHeaderThatCouldEndIt) {
-    const support::TempDir folder;
-    const std::string challenge = "OWLocal nonce=\"a\tb\", cookiefile=\"" + writeCookie(folder, "1") + "\"";
+TEST(Login, RejectsControlCharactersInAHeader) {
+    const support::TempDir directory;
+    const std::string challenge =
+        "OWLocal nonce=\"a\tb\", cookiefile=\"" + writeCookie(directory, "1") + "\"";
     ScriptedPeer peer({Step::answerAndClose(unauthorized(challenge)), Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     EXPECT_EQ("HTTPException: Control characters in the value of the header Authorization",
@@ -222,7 +224,7 @@ TEST(Login, PutsNothingIntoAHeaderThatCouldEndIt) {
     EXPECT_EQ(1U, peer.requests().size());
 }
 
-TEST(Login, SendsNameAndPasswordOfTheUrlWhenAsked) {
+TEST(Login, SendsNameAndPasswordOfTheUrlOnDemand) {
     const std::pair<const char*, const char*> examples[] = {{"tester:secret", "dGVzdGVyOnNlY3JldA=="},
                                                             {"a", "YTo="},
                                                             {"a:b", "YTpi"},
@@ -237,11 +239,11 @@ TEST(Login, SendsNameAndPasswordOfTheUrlWhenAsked) {
         ASSERT_EQ(3U, requests.size());
         EXPECT_EQ("", authorizationOf(requests[0]));
         EXPECT_EQ(std::string("Authorization: Basic ") + encoded, authorizationOf(requests[1]));
-        EXPECT_EQ("", authorizationOf(requests[2])) << "the connection is known";
+        EXPECT_EQ("", authorizationOf(requests[2])) << "the connection is authenticated";
     }
 }
 
-TEST(Login, AsksTheCallbackForWhatTheUrlDoesNotTell) {
+TEST(Login, CallsTheCallbackIfTheUrlHasNoCredentials) {
     auto* const credentials = new Credentials("tester", "secret");
     const ClientAuthCBIFCRef callback(credentials);
     const std::pair<const char*, std::string> examples[] = {{"basic realm=\"vm 1\"", "vm 1"}, {"BASIC", ""}};
@@ -254,7 +256,7 @@ TEST(Login, AsksTheCallbackForWhatTheUrlDoesNotTell) {
     }
 }
 
-TEST(Login, HidesLineEndsOfTheCallbackInItsEncoding) {
+TEST(Login, EncodesLineEndsFromTheCallback) {
     const ClientAuthCBIFCRef callback(new Credentials("a\r\nX: y", "b\r\n\r\n"));
     ScriptedPeer peer({Step::answerAndClose(unauthorized("Basic")), Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2", callback);
@@ -284,7 +286,7 @@ TEST(Login, IsTriedOnce) {
     EXPECT_EQ(2U, peer.requests().size());
 }
 
-TEST(Login, ByASchemeThatIsNotKnownNamesTheUserToTheLocalHostAgain) {
+TEST(Login, WithAnUnknownSchemeNamesTheUserToTheLocalHostAgain) {
     for (const char* challenge :
          {"Digest realm=\"vm\", nonce=\"1\", qop=\"auth\"", "Negotiate", "Basically", ""}) {
         ScriptedPeer peer({Step::answerAndClose(unauthorized(challenge))});
@@ -300,7 +302,7 @@ TEST(Login, ByASchemeThatIsNotKnownNamesTheUserToTheLocalHostAgain) {
     }
 }
 
-TEST(Login, TakesTheChallengeThatItKnows) {
+TEST(Login, AnswersTheChallengeThatItSupports) {
     const std::string reply = wire::statusReply(
         "401 Unauthorized", {"WWW-Authenticate: Digest realm=\"x\"", "WWW-Authenticate: Basic realm=\"y\""});
     ScriptedPeer peer({Step::answerAndClose(reply), Step::answer(good)});

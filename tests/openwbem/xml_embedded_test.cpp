@@ -1,4 +1,4 @@
-// Objects within objects: read from texts that are XML themselves, and bounded in depth and in cost.
+// Embedded objects: parsed from texts in XML, limited in depth and cost.
 #include "OW_CIMClass.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMProperty.hpp"
@@ -33,7 +33,7 @@ std::string holding(const std::string& property) {
     return "<INSTANCE CLASSNAME=\"O\">" + property + "</INSTANCE>";
 }
 
-TEST(Embedded, InstanceIsReadForAQualifier) {
+TEST(Embedded, InstanceIsParsedIfAQualifierDeclaresIt) {
     const CIMProperty read =
         property("<PROPERTY NAME=\"p\" TYPE=\"string\"><QUALIFIER NAME=\"EMBEDDEDOBJECT\" "
                  "TYPE=\"boolean\"><VALUE>true</VALUE></QUALIFIER><VALUE>" +
@@ -43,15 +43,15 @@ TEST(Embedded, InstanceIsReadForAQualifier) {
     EXPECT_EQ("instance of I {\nq = a < b;\n}\n", text(read.getValue()));
 }
 
-TEST(Embedded, InstanceIsReadForAnAttributeInEitherSpelling) {
-    for (const char* spelling : {"EmbeddedObject", "EMBEDDEDOBJECT"}) {
-        const CIMProperty read = property(std::string("<PROPERTY NAME=\"p\" TYPE=\"string\" ") + spelling +
+TEST(Embedded, InstanceIsParsedIfAnAttributeDeclaresItInEitherCase) {
+    for (const char* name : {"EmbeddedObject", "EMBEDDEDOBJECT"}) {
+        const CIMProperty read = property(std::string("<PROPERTY NAME=\"p\" TYPE=\"string\" ") + name +
                                           "=\"instance\"><VALUE>" + escaped(inner) + "</VALUE></PROPERTY>");
-        EXPECT_EQ(CIMDataType::EMBEDDEDINSTANCE, read.getValue().getType()) << spelling;
+        EXPECT_EQ(CIMDataType::EMBEDDEDINSTANCE, read.getValue().getType()) << name;
     }
 }
 
-TEST(Embedded, TextIsAStringWithoutEither) {
+TEST(Embedded, TextWithoutADeclarationIsAString) {
     EXPECT_EQ(inner,
               text(property("<PROPERTY NAME=\"p\" TYPE=\"string\"><QUALIFIER NAME=\"EmbeddedObject\" TYPE=\""
                             "boolean\"><VALUE>false</VALUE></QUALIFIER><VALUE>" +
@@ -59,7 +59,7 @@ TEST(Embedded, TextIsAStringWithoutEither) {
                        .getValue()));
 }
 
-TEST(Embedded, ClassIsReadByItsElement) {
+TEST(Embedded, ClassIsParsedByItsElement) {
     const CIMValue value =
         property(byAttribute + "<VALUE>&lt;CLASS NAME=\"C\"/&gt;</VALUE></PROPERTY>").getValue();
     EXPECT_EQ(CIMDataType::EMBEDDEDCLASS, value.getType());
@@ -78,7 +78,7 @@ TEST(Embedded, ObjectIsNullForABlankText) {
     EXPECT_FALSE(property(byAttribute + "<VALUE> </VALUE></PROPERTY>").getValue());
 }
 
-TEST(Embedded, ObjectsComeInArrays) {
+TEST(Embedded, ObjectsMayBeElementsOfArrays) {
     const std::string begin =
         "<PROPERTY.ARRAY NAME=\"p\" TYPE=\"string\" EmbeddedObject=\"object\"><VALUE.ARRAY>";
     const std::string end = "</VALUE.ARRAY></PROPERTY.ARRAY>";
@@ -95,7 +95,7 @@ TEST(Embedded, ObjectsComeInArrays) {
               failureOf([&] { property(begin + one + classElement + end); }));
 }
 
-TEST(Embedded, TextThatIsNoObjectIsRefused) {
+TEST(Embedded, TextThatIsNotAnObjectIsRejected) {
     const auto failure = [](const std::string& content) {
         return failureOf(
             [&] { property("\n" + byAttribute + "<VALUE>" + escaped(content) + "</VALUE></PROPERTY>"); });
@@ -106,11 +106,11 @@ TEST(Embedded, TextThatIsNoObjectIsRefused) {
     EXPECT_EQ("XMLParseException: Line 2: Text before the document: n", failure("no XML"));
     EXPECT_EQ("XMLParseException: Line 2: Text after the document: <",
               failure("<CLASS NAME=\"C\"/><CLASS/>"));
-    EXPECT_EQ("XMLParseException: Line 2: Premature end: the document breaks off",
+    EXPECT_EQ("XMLParseException: Line 2: Premature end: the document is truncated",
               failure("<CLASS NAME=\"C\">"));
 }
 
-// Instances in instances, this many in all; the innermost holds a text.
+// Nested instances, this many in all; the innermost contains a text.
 std::string nested(unsigned levels, const std::string& text = "") {
     std::string element =
         holding("<PROPERTY NAME=\"p\" TYPE=\"string\"><VALUE>" + text + "</VALUE></PROPERTY>");
@@ -119,26 +119,26 @@ std::string nested(unsigned levels, const std::string& text = "") {
     return element;
 }
 
-TEST(Embedded, ObjectsNestAsDeepAsAllowed) {
+TEST(Embedded, ObjectsMayNestToTheMaximumDepth) {
     CIMInstance read = instance(nested(io::maximumDepth, "end"));
     for (unsigned level = 1; level < io::maximumDepth; ++level)
         read = read.getPropertyValue("p").toCIMInstance();
     EXPECT_EQ("end", text(read.getPropertyValue("p")));
 }
 
-TEST(Embedded, ObjectsNestNoDeeper) {
+TEST(Embedded, ObjectsBeyondTheMaximumDepthAreRejected) {
     EXPECT_EQ("XMLParseException: Line 1: Too deep: objects are nested too deeply",
               failureOf([] { instance(nested(io::maximumDepth + 1)); }));
 }
 
-TEST(Embedded, ObjectsTogetherCostASmallMultipleOfWhatArrives) {
+TEST(Embedded, ObjectsCostASmallMultipleOfTheReceivedBytes) {
     const std::string megabyte(1024 * 1024, 'x');
     EXPECT_NO_THROW(instance(nested(5, megabyte)));
-    EXPECT_EQ("XMLParseException: Line 1: Too long: objects within objects",
+    EXPECT_EQ("XMLParseException: Line 1: Too long: embedded objects",
               failureOf([&] { instance(nested(20, megabyte)); }));
 }
 
-TEST(Embedded, ReferencesNestNoDeeperThanObjects) {
+TEST(Embedded, ReferencesHaveTheSameMaximumDepth) {
     const std::string begin = "<VALUE.REFERENCE><INSTANCENAME CLASSNAME=\"C\"><KEYBINDING NAME=\"k\">";
     const std::string end = "</KEYBINDING></INSTANCENAME></VALUE.REFERENCE>";
     const auto nestedReferences = [&](unsigned levels) {
@@ -151,7 +151,7 @@ TEST(Embedded, ReferencesNestNoDeeperThanObjects) {
                   failureOf([&] { instance(nestedReferences(levels)); }));
 }
 
-TEST(Embedded, EndlesslyNestedPathsAreRefused) {
+TEST(Embedded, EndlesslyNestedPathsAreRejected) {
     EXPECT_EQ("XMLParseException: Line 1: Too deep: elements are nested too deeply", failureOf([] {
                   instance(holding("<PROPERTY.REFERENCE NAME=\"p\"><VALUE.REFERENCE>" +
                                    repeated("<INSTANCEPATH>", 200000)));

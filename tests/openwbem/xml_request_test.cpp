@@ -1,4 +1,4 @@
-// Requests: byte for byte the recorded ones, and what the recordings do not show.
+// Requests: equal to the recorded ones, and cases without a recording.
 #include "OW_Array.hpp"
 #include "OW_CIMException.hpp"
 #include "OW_CIMInstance.hpp"
@@ -24,20 +24,17 @@ using namespace OpenWBEM;
 using record::Conversation;
 
 // The document of one request of a conversation.
-std::string recordedRequest(const char* folder, std::size_t number = 0) {
-    return record::bodyOf(record::splitReplies(Conversation{folder}.sent()).at(number));
+std::string recordedRequest(const char* directory, std::size_t number = 0) {
+    return record::bodyOf(record::splitReplies(Conversation{directory}.sent()).at(number));
 }
 
-std::string recordedReply(const char* folder, std::size_t number = 0) {
-    return record::bodyOf(record::splitReplies(Conversation{folder}.received()).at(number));
+std::string recordedReply(const char* directory, std::size_t number = 0) {
+    return record::bodyOf(record::splitReplies(Conversation{directory}.received()).at(number));
 }
 
 std::string enumerate(const char* className, const char* nameSpace = "root/cimv2",
                       WBEMFlags::EDeepFlag deep = WBEMFlags::E_DEEP) {
-    return xml::enumerateInstances(1, nameSpace, className, deep, WBEMFlags::E_NOT_LOCAL_ONLY,
-                                   WBEMFlags::E_EXCLUDE_QUALIFIERS, WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                                   nullptr)
-        .body;
+    return xml::enumerateInstances(1, nameSpace, className, deep).body;
 }
 
 CIMPropertyArray keys(const std::vector<std::pair<const char*, const char*>>& pairs) {
@@ -48,10 +45,13 @@ CIMPropertyArray keys(const std::vector<std::pair<const char*, const char*>>& pa
 }
 
 std::string get(const char* className, const CIMPropertyArray& keys, UInt32 messageId = 1) {
-    return xml::getInstance(messageId, "root/cimv2", CIMObjectPath(className, keys),
-                            WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_EXCLUDE_QUALIFIERS,
-                            WBEMFlags::E_EXCLUDE_CLASS_ORIGIN, nullptr)
-        .body;
+    return xml::getInstance(messageId, "root/cimv2", CIMObjectPath(className, keys)).body;
+}
+
+/** Options that request everything. */
+ReadOptions everything(const StringArray* properties) {
+    return {WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_INCLUDE_QUALIFIERS, WBEMFlags::E_INCLUDE_CLASS_ORIGIN,
+            properties};
 }
 
 CIMPropertyArray chassisKeys(const char* tag) {
@@ -67,9 +67,9 @@ CIMInstance fetched(const std::string& body) {
     return instance;
 }
 
-// An instance as made anew: its keys, which carry a Key qualifier, and one more property.
-CIMInstance bare(const char* className, const CIMPropertyArray& itsKeys, const char* name,
-                 const char* value) {
+// A new instance: keys with a Key qualifier, and one more property.
+CIMInstance newInstance(const char* className, const CIMPropertyArray& itsKeys, const char* name,
+                        const char* value) {
     Qualifier qualifier;
     qualifier.name = "Key";
     qualifier.value = CIMValue(true);
@@ -93,22 +93,22 @@ xml::Request modify(const CIMInstance& instance,
     return xml::modifyInstance(messageId, "root/cimv2", instance, qualifiers, properties);
 }
 
-TEST(Request, EnumeratesInstancesAsRecorded) {
+TEST(Request, ForAnEnumerationEqualsTheRecordedOne) {
     const std::pair<const char*, const char*> examples[] = {
         {"xml-tcp-anon/enum_AllTypes", "QAV_AllTypes"},
         {"xml-tcp-anon/enum_Many", "QAV_Many"},
         {"xml-tcp-anon/enum_badclass", "QAV_Nope"},
         {"http-tcp-anon/enum_OperatingSystem", "QAV_OperatingSystem"},
     };
-    for (const auto& [folder, className] : examples)
-        EXPECT_EQ(recordedRequest(folder), enumerate(className)) << folder;
+    for (const auto& [directory, className] : examples)
+        EXPECT_EQ(recordedRequest(directory), enumerate(className)) << directory;
     EXPECT_EQ(recordedRequest("xml-tcp-anon/enum_shallow"),
               enumerate("QAV_Base", "root/cimv2", WBEMFlags::E_SHALLOW));
     EXPECT_EQ(recordedRequest("xml-tcp-anon/enum_badnamespace"),
               enumerate("QAV_OperatingSystem", "root/nosuch"));
 }
 
-TEST(Request, GetsAnInstanceAsRecorded) {
+TEST(Request, ForAnInstanceEqualsTheRecordedOne) {
     EXPECT_EQ(recordedRequest("xml-tcp-anon/get_alltypes_max"), get("QAV_AllTypes", keys({{"Id", "max"}})));
     EXPECT_EQ(recordedRequest("xml-tcp-anon/get_badclass"), get("QAV_Nope", keys({{"Name", "x"}})));
     EXPECT_EQ(recordedRequest("xml-tcp-anon/get_ok"),
@@ -118,7 +118,7 @@ TEST(Request, GetsAnInstanceAsRecorded) {
               get("QAV_K70Chassis", chassisKeys("chassis-1"), 3));
 }
 
-TEST(Request, ModifiesAFetchedInstanceAsRecorded) {
+TEST(Request, ToModifyAFetchedInstanceEqualsTheRecordedOne) {
     CIMInstance changed = fetched(recordedReply("xml-tcp-anon/modify_ok"));
     changed.setProperty(CIMProperty("Model", CIMValue("changed \"model\" & <more>")));
     EXPECT_EQ(recordedRequest("xml-tcp-anon/modify_ok", 1),
@@ -130,14 +130,15 @@ TEST(Request, ModifiesAFetchedInstanceAsRecorded) {
               modify(extended, WBEMFlags::E_INCLUDE_QUALIFIERS, nullptr, 2).body);
 }
 
-TEST(Request, ModifiesANewInstanceAsRecorded) {
+TEST(Request, ToModifyANewInstanceEqualsTheRecordedOne) {
     const auto without = WBEMFlags::E_EXCLUDE_QUALIFIERS;
-    EXPECT_EQ(recordedRequest("xml-tcp-anon/modify_bare_ok"),
-              modify(bare("QAV_K70Chassis", chassisKeys("chassis-1"), "ElementName", "bare"), without).body);
+    EXPECT_EQ(
+        recordedRequest("xml-tcp-anon/modify_bare_ok"),
+        modify(newInstance("QAV_K70Chassis", chassisKeys("chassis-1"), "ElementName", "bare"), without).body);
     EXPECT_EQ(recordedRequest("xml-tcp-anon/modify_notfound"),
-              modify(bare("QAV_K70Chassis", chassisKeys("nope"), "Model", "x"), without).body);
+              modify(newInstance("QAV_K70Chassis", chassisKeys("nope"), "Model", "x"), without).body);
     EXPECT_EQ(recordedRequest("xml-tcp-anon/modify_badclass"),
-              modify(bare("QAV_Nope", keys({{"Name", "x"}}), "Model", "x"), without).body);
+              modify(newInstance("QAV_Nope", keys({{"Name", "x"}}), "Model", "x"), without).body);
 }
 
 TEST(Request, NamesItsOperation) {
@@ -146,7 +147,7 @@ TEST(Request, NamesItsOperation) {
     EXPECT_STREQ("1.0", request.protocolVersion);
 }
 
-TEST(Request, NeedsALaterProtocolToModifyPartOfAnInstance) {
+TEST(Request, ToModifyPartOfAnInstanceNeedsProtocolVersion11) {
     const StringArray properties(1, String("a"));
     const auto version = [](const xml::Request& request) {
         EXPECT_NE(std::string::npos,
@@ -181,26 +182,23 @@ StringArray twoProperties() {
     return properties;
 }
 
-TEST(Request, ToEnumerateCarriesEveryArgumentThatIsNotTheDefault) {
+TEST(Request, ToEnumerateContainsEveryNonDefaultArgument) {
     const StringArray properties = twoProperties();
-    EXPECT_EQ(begin + "EnumerateInstances" + inRoot +
-                  "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"C\"/></IPARAMVALUE>" +
-                  flag("DeepInheritance", "FALSE") + flag("LocalOnly", "FALSE") +
-                  flag("IncludeQualifiers", "TRUE") + flag("IncludeClassOrigin", "TRUE") +
-                  propertyList("<VALUE>a</VALUE><VALUE>b&lt;</VALUE>") + end,
-              xml::enumerateInstances(65535, "root", "C", WBEMFlags::E_SHALLOW, WBEMFlags::E_NOT_LOCAL_ONLY,
-                                      WBEMFlags::E_INCLUDE_QUALIFIERS, WBEMFlags::E_INCLUDE_CLASS_ORIGIN,
-                                      &properties)
-                  .body);
+    ReadOptions localOnly;
+    localOnly.localOnly = WBEMFlags::E_LOCAL_ONLY;
+    EXPECT_EQ(
+        begin + "EnumerateInstances" + inRoot +
+            "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"C\"/></IPARAMVALUE>" +
+            flag("DeepInheritance", "FALSE") + flag("LocalOnly", "FALSE") +
+            flag("IncludeQualifiers", "TRUE") + flag("IncludeClassOrigin", "TRUE") +
+            propertyList("<VALUE>a</VALUE><VALUE>b&lt;</VALUE>") + end,
+        xml::enumerateInstances(65535, "root", "C", WBEMFlags::E_SHALLOW, everything(&properties)).body);
     EXPECT_EQ(begin + "EnumerateInstances" + inRoot +
                   "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"a&quot;b\"/></IPARAMVALUE>" + end,
-              xml::enumerateInstances(65535, "root", "a\"b", WBEMFlags::E_DEEP, WBEMFlags::E_LOCAL_ONLY,
-                                      WBEMFlags::E_EXCLUDE_QUALIFIERS, WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                                      nullptr)
-                  .body);
+              xml::enumerateInstances(65535, "root", "a\"b", WBEMFlags::E_DEEP, localOnly).body);
 }
 
-TEST(Request, ToGetCarriesEveryArgumentThatIsNotTheDefault) {
+TEST(Request, ToGetContainsEveryNonDefaultArgument) {
     const StringArray none;
     CIMObjectPath path("C", String("some/where"));
     path.setHost("else.example");
@@ -209,9 +207,7 @@ TEST(Request, ToGetCarriesEveryArgumentThatIsNotTheDefault) {
             flag("IncludeClassOrigin", "TRUE") +
             "<IPARAMVALUE NAME=\"InstanceName\"><INSTANCENAME CLASSNAME=\"C\"></INSTANCENAME></IPARAMVALUE>" +
             propertyList("") + end,
-        xml::getInstance(65535, "root", path, WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_INCLUDE_QUALIFIERS,
-                         WBEMFlags::E_INCLUDE_CLASS_ORIGIN, &none)
-            .body);
+        xml::getInstance(65535, "root", path, everything(&none)).body);
 }
 
 TEST(Request, ToModifyNamesAnInstanceWithoutKeysByItsClass) {
@@ -226,20 +222,17 @@ TEST(Request, ToModifyNamesAnInstanceWithoutKeysByItsClass) {
         xml::modifyInstance(65535, "root", instance, WBEMFlags::E_INCLUDE_QUALIFIERS, nullptr).body);
 }
 
-TEST(Request, TakesTheNamesOfANamespaceApart) {
+TEST(Request, SplitsTheNamesOfANamespace) {
     const std::string expected = enumerate("C");
     for (const char* nameSpace : {"/root/cimv2", "//root//cimv2/", "root\\cimv2", "\\root/cimv2"})
         EXPECT_EQ(expected, enumerate("C", nameSpace)) << nameSpace;
     EXPECT_NE(std::string::npos, enumerate("C", "").find("<LOCALNAMESPACEPATH></LOCALNAMESPACEPATH>"));
 }
 
-TEST(Request, ThatCannotBeMadeIsRefused) {
+TEST(Request, OfANullOrNamelessObjectThrows) {
     EXPECT_EQ("CIMException: requested object could not be found", failureOf([] { enumerate(""); }));
-    EXPECT_EQ("NULLCOWIntrusiveReferenceException: NULL COWReference dereferenced", failureOf([] {
-                  xml::getInstance(1, "root", CIMObjectPath(CIMNULL), WBEMFlags::E_NOT_LOCAL_ONLY,
-                                   WBEMFlags::E_EXCLUDE_QUALIFIERS, WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                                   nullptr);
-              }));
+    EXPECT_EQ("NULLCOWIntrusiveReferenceException: NULL COWReference dereferenced",
+              failureOf([] { xml::getInstance(1, "root", CIMObjectPath(CIMNULL)); }));
     EXPECT_EQ("NULLCOWIntrusiveReferenceException: NULL COWReference dereferenced",
               failureOf([] { modify(CIMInstance(CIMNULL)); }));
     CIMInstance nameless("C");

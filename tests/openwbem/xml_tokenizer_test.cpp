@@ -1,4 +1,4 @@
-// The XML tokenizer against documents written by hand, and against what is no document.
+// The XML tokenizer with hand-written documents, valid and malformed.
 #include "Xml.hpp"
 
 #include "io/Limits.hpp"
@@ -50,11 +50,11 @@ std::string attributeOf(const std::string& tag, const char* name = "a") {
     return std::string(in.attribute(name));
 }
 
-TEST(Tokenizer, PassesFromTagToTag) {
+TEST(Tokenizer, AdvancesFromTagToTag) {
     EXPECT_EQ("(A(B)(B(C)))", walk("<A><B></B><B><C ></C ></B></A>"));
 }
 
-TEST(Tokenizer, TakesAnEmptyElementForAStartAndAnEnd) {
+TEST(Tokenizer, ReportsAnEmptyElementAsAStartAndAnEnd) {
     EXPECT_EQ("(A(B)(T=))", walk("<A><B a='1'/><T/></A>"));
 }
 
@@ -63,13 +63,13 @@ TEST(Tokenizer, FindsNoTagInAnEmptyDocument) {
     EXPECT_EQ("", walk(" \r\n\t<?xml version=\"1.0\"?><!-- nothing -->\n"));
 }
 
-TEST(Tokenizer, PassesOverWhatIsNoElement) {
+TEST(Tokenizer, IgnoresMarkupThatIsNotAnElement) {
     EXPECT_EQ("(A(B))", walk("\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n"
                              "<!DOCTYPE CIM SYSTEM \"a>b\" PUBLIC 'c>d'>\n<!-- <X> -- -> -->\n<?x <Y> ?>"
                              "<A>\r\n\t<!-- --><B><![CDATA[<Z>]]></B> stray </A>\n<!-- -->\n"));
 }
 
-TEST(Tokenizer, SkipsARestOfAnElement) {
+TEST(Tokenizer, SkipsTheRestOfAnElement) {
     const std::string document = "<A><B x='1'><C><B/></C>t</B><D/></A>";
     io::Window window(document.data(), document.size());
     Tokenizer in(window);
@@ -83,12 +83,12 @@ TEST(Tokenizer, SkipsARestOfAnElement) {
     EXPECT_EQ(Tag::none, in.next());
 }
 
-TEST(Tokenizer, GivesTextAsItStands) {
+TEST(Tokenizer, ReturnsPlainTextUnchanged) {
     EXPECT_EQ("  a > b ' \" \xC3\xA9\r\n ", textOf("  a > b ' \" \xC3\xA9\r\n "));
     EXPECT_EQ("", textOf(""));
 }
 
-TEST(Tokenizer, DecodesTheReferencesOfXml) {
+TEST(Tokenizer, DecodesThePredefinedEntities) {
     EXPECT_EQ("<>&\"'", textOf("&lt;&gt;&amp;&quot;&apos;"));
     EXPECT_EQ("a&lt;b", textOf("a&amp;lt;b"));
 }
@@ -98,22 +98,22 @@ TEST(Tokenizer, DecodesNumericReferencesUpTo127) {
     EXPECT_EQ("AJj", textOf("&#x41;&#x4a;&#x6A;"));
 }
 
-TEST(Tokenizer, RefusesOtherNumericReferences) {
+TEST(Tokenizer, RejectsOtherNumericReferences) {
     for (const char* reference :
          {"&#128;", "&#xe9;", "&#0;", "&#;", "&#x;", "&#-1;", "&#a;", "&#65", "&#X41;"})
         EXPECT_EQ(std::string("XMLParseException: Line 1: Bad reference: ") + reference,
                   failure(std::string("<T>") + reference + "</T>"));
 }
 
-TEST(Tokenizer, LeavesUnknownReferencesAsTheyStand) {
+TEST(Tokenizer, CopiesUnknownReferences) {
     EXPECT_EQ("&nbsp; & &&lt", textOf("&nbsp; & &&lt"));
 }
 
-TEST(Tokenizer, ReadsSectionsOfCharacterDataAndDecodesThemToo) {
+TEST(Tokenizer, DecodesReferencesInCdataSectionsToo) {
     EXPECT_EQ("a<b>]]c<&d", textOf("a<![CDATA[<b>]]]]>c<![CDATA[&lt;&amp;]]><!-- no -->d"));
 }
 
-TEST(Tokenizer, GivesAttributes) {
+TEST(Tokenizer, ReturnsAttributes) {
     EXPECT_EQ("1", attributeOf("<A b='2' a=\"1\"/>"));
     EXPECT_EQ("it's > that", attributeOf("<A \n a = \"it's > that\" >"));
     EXPECT_EQ("", attributeOf("<A b='2'/>"));
@@ -127,7 +127,7 @@ TEST(Tokenizer, DecodesEveryAttribute) {
     EXPECT_EQ("A", attributeOf(tag, "c"));
 }
 
-TEST(Tokenizer, GivesTheBytesOfAStartTag) {
+TEST(Tokenizer, ReturnsTheBytesOfAStartTag) {
     const std::string document = "<A b='&lt;' ><C/></A>";
     io::Window window(document.data(), document.size());
     Tokenizer in(window);
@@ -137,8 +137,9 @@ TEST(Tokenizer, GivesTheBytesOfAStartTag) {
     EXPECT_EQ("C", in.tag());
 }
 
-// Name, bytes and attribute "a" of the second start tag, which is looked for by the bytes of the first.
-std::string recognised(const std::string& first, const std::string& second, std::size_t piece) {
+// Name, bytes and attribute "a" of the second start tag, read with the bytes of the first as the expected
+// tag.
+std::string readExpected(const std::string& first, const std::string& second, std::size_t piece) {
     PieceSource source("<A>" + first + "</T>" + second + "</T></A>", piece);
     io::Window window(source);
     Tokenizer in(window);
@@ -155,18 +156,18 @@ std::string recognised(const std::string& first, const std::string& second, std:
     return seen;
 }
 
-TEST(Tokenizer, ReadsATagTheSameWhetherItIsRecognisedOrNot) {
+TEST(Tokenizer, ReadsAnExpectedTagLikeAnyOther) {
     for (const std::size_t piece : {1U, 7U, 4096U}) {
-        EXPECT_EQ("T|T a='1' b='>'|1", recognised("<T a='1' b='>'>", "<T a='1' b='>'>", piece));
-        EXPECT_EQ("T|T a='&lt;' |<", recognised("<T a='&lt;' >", "<T a='&lt;' >", piece));
-        EXPECT_EQ("T|T|", recognised("<T>", "<T>", piece));
-        EXPECT_EQ("T|T a='1' b='2'|1", recognised("<T a='1'>", "<T a='1' b='2'>", piece));
-        EXPECT_EQ("T|T a='2'|2", recognised("<T a='1'>", "<T a='2'>", piece));
-        EXPECT_EQ("T|T a='1'|1", recognised("<T a='1' b='2'>", "<T a='1'>", piece));
+        EXPECT_EQ("T|T a='1' b='>'|1", readExpected("<T a='1' b='>'>", "<T a='1' b='>'>", piece));
+        EXPECT_EQ("T|T a='&lt;' |<", readExpected("<T a='&lt;' >", "<T a='&lt;' >", piece));
+        EXPECT_EQ("T|T|", readExpected("<T>", "<T>", piece));
+        EXPECT_EQ("T|T a='1' b='2'|1", readExpected("<T a='1'>", "<T a='1' b='2'>", piece));
+        EXPECT_EQ("T|T a='2'|2", readExpected("<T a='1'>", "<T a='2'>", piece));
+        EXPECT_EQ("T|T a='1'|1", readExpected("<T a='1' b='2'>", "<T a='1'>", piece));
     }
 }
 
-TEST(Tokenizer, ChecksTheEndTagOfARecognisedTag) {
+TEST(Tokenizer, ChecksTheEndTagOfAnExpectedTag) {
     const std::string document = "<A><T a='1'></T><T a='1'></U></A>";
     io::Window window(document.data(), document.size());
     Tokenizer in(window);
@@ -176,7 +177,7 @@ TEST(Tokenizer, ChecksTheEndTagOfARecognisedTag) {
     EXPECT_EQ("XMLParseException: Line 1: Bad end tag: expected T", failureOf([&in] { in.next(); }));
 }
 
-TEST(Tokenizer, UnderstandsTheSameHoweverTheBytesCome) {
+TEST(Tokenizer, DoesNotDependOnTheSizesOfReads) {
     const std::string document =
         "<?xml version='1.0'?><!DOCTYPE CIM><A a='x>y' b=\"&lt;\"><!-- -- --><T>a&amp;b<![CDATA[]]]]></T >"
         "<B ><T/><T>plain</T></B>\n</A>\n<!-- end -->";
@@ -189,7 +190,7 @@ TEST(Tokenizer, UnderstandsTheSameHoweverTheBytesCome) {
     }
 }
 
-TEST(Tokenizer, KeepsTheValuesOfATagThatComesInPieces) {
+TEST(Tokenizer, KeepsTheAttributesOfATagThatArrivesInPieces) {
     PieceSource source("<A a='&lt;1' b='2' c='&gt;3' />", 1);
     io::Window window(source);
     Tokenizer in(window);
@@ -199,7 +200,7 @@ TEST(Tokenizer, KeepsTheValuesOfATagThatComesInPieces) {
     EXPECT_EQ(">3", in.attribute("c"));
 }
 
-TEST(Tokenizer, RefusesWhatIsNotWellFormed) {
+TEST(Tokenizer, RejectsMalformedDocuments) {
     const std::pair<const char*, const char*> examples[] = {
         {"text", "Line 1: Text before the document: t"},
         {"<A></A>\n x", "Line 2: Text after the document: x"},
@@ -228,7 +229,7 @@ TEST(Tokenizer, RefusesWhatIsNotWellFormed) {
         EXPECT_EQ(std::string("XMLParseException: ") + message, failure(document)) << document;
 }
 
-TEST(Tokenizer, RefusesDeclarationsOfEntities) {
+TEST(Tokenizer, RejectsDeclarationsOfEntities) {
     const std::string message = "XMLParseException: Line 1: Bad DOCTYPE: declarations are not accepted";
     EXPECT_EQ(message, failure("<!DOCTYPE A [<!ENTITY x \"y\">]><A/>"));
     EXPECT_EQ(message, failure("<!DOCTYPE A SYSTEM 'a' []><A/>"));
@@ -242,14 +243,14 @@ TEST(Tokenizer, CountsLinesAcrossPieces) {
     EXPECT_EQ("XMLParseException: Line 104: Bad end tag: expected A", failureOf([&] { walk(window); }));
 }
 
-TEST(Tokenizer, RefusesADocumentThatBreaksOff) {
+TEST(Tokenizer, RejectsATruncatedDocument) {
     const std::string document = "<?xml version='1.0'?><!DOCTYPE A><A a='1' b='&lt;'><!-- c --><T>t&amp;"
                                  "<![CDATA[x]]></T ><B/></A>";
     walk(document);
     for (std::size_t size = 1; size < document.size(); ++size) {
         if (size == document.find("<!D") || size == document.find("<A"))
-            continue; // no document, but no half one either
-        EXPECT_EQ("XMLParseException: Line 1: Premature end: the document breaks off",
+            continue; // an empty document is not truncated
+        EXPECT_EQ("XMLParseException: Line 1: Premature end: the document is truncated",
                   failure(document.substr(0, size)))
             << size;
     }
@@ -261,7 +262,7 @@ TEST(Tokenizer, AcceptsNineAttributes) {
     EXPECT_EQ("XMLParseException: Line 1: Too many attributes: more than 9", failure(nine + " j='1'/>"));
 }
 
-TEST(Tokenizer, BoundsNames) {
+TEST(Tokenizer, LimitsNames) {
     const std::string longest(xml::maximumName, 'n');
     EXPECT_EQ("(" + longest + ")", walk("<" + longest + "></" + longest + ">"));
     EXPECT_EQ("v", attributeOf("<A " + longest + "='v'/>", longest.c_str()));
@@ -270,7 +271,7 @@ TEST(Tokenizer, BoundsNames) {
               failure("<A " + longest + "n='v'/>"));
 }
 
-TEST(Tokenizer, BoundsNesting) {
+TEST(Tokenizer, LimitsNesting) {
     const std::size_t most = xml::maximumNesting;
     EXPECT_EQ(2 * most + most, walk(repeated("<A>", most) + repeated("</A>", most)).size());
     EXPECT_EQ("XMLParseException: Line 1: Too deep: elements are nested too deeply",
@@ -279,7 +280,7 @@ TEST(Tokenizer, BoundsNesting) {
               failure(repeated("<A>", 200000)));
 }
 
-TEST(Tokenizer, BoundsTexts) {
+TEST(Tokenizer, LimitsTexts) {
     const std::string longest(io::maximumText, 'x');
     EXPECT_EQ(longest.size(), textOf(longest).size());
     EXPECT_EQ(longest.size(), textOf("<!-- -->" + longest).size());
@@ -301,7 +302,7 @@ TEST(Tokenizer, StopsReadingAnEndlessToken) {
     }
 }
 
-TEST(Tokenizer, HoldsNothingOfWhatItPassesOver) {
+TEST(Tokenizer, DoesNotBufferSkippedMarkup) {
     const std::string much(io::maximumText, 'x');
     for (const std::string& filler :
          {"<!-- " + much + much + " -->", "<?x " + much + much + "?>", much + much}) {

@@ -1,4 +1,4 @@
-// Instances, classes, paths, and what they are made of. Values stand in ValueReader.cpp.
+// Instances, classes, paths and their parts. ValueReader.cpp reads values.
 #include "binary/ObjectReader.hpp"
 
 #include "binary/Protocol.hpp"
@@ -9,8 +9,8 @@ namespace OpenWBEM {
 namespace binary {
 namespace {
 
-// Properties of an instance whose declarations are recognised in the next one. Any more share the last place.
-const std::size_t maximumKnown = 256;
+// Declarations of one instance that are cached for the next one. All further ones share the last slot.
+const std::size_t maximumCached = 256;
 
 CIMDataType::Type typeOf(UInt32 number) {
     if (number > CIMDataType::EMBEDDEDINSTANCE && number != CIMDataType::INVALID)
@@ -18,29 +18,29 @@ CIMDataType::Type typeOf(UInt32 number) {
     return static_cast<CIMDataType::Type>(number);
 }
 
-// The parts of the URL in an object path, `scheme://host[:port][/file]`. Anything else leaves what is there.
+// Parses the URL of an object path, `scheme://host[:port][/file]`. Ignores any other text.
 void splitUrl(std::string_view url, CIMObjectPath::Data& path) {
     const std::size_t scheme = url.find("://");
     if (scheme == std::string_view::npos)
         return;
-    const auto own = [](std::string_view text) { return String(text.data(), text.size()); };
-    path.protocol = own(url.substr(0, scheme));
+    const auto copy = [](std::string_view text) { return String(text.data(), text.size()); };
+    path.protocol = copy(url.substr(0, scheme));
     url.remove_prefix(scheme + 3);
     url = url.substr(0, url.find('/'));
     const std::size_t port = url.rfind(':');
-    path.host = own(url.substr(0, port));
+    path.host = copy(url.substr(0, port));
     if (port != std::string_view::npos)
-        path.port = own(url.substr(port + 1));
+        path.port = copy(url.substr(port + 1));
 }
 
-// Whether an instance has nothing but its class.
-bool isBare(const CIMInstance::Data& data) {
+// Whether an instance has a class and nothing else.
+bool isEmpty(const CIMInstance::Data& data) {
     return data.keys.empty() && data.properties.empty() && data.qualifiers.empty() && data.language.empty();
 }
 
 } // namespace
 
-// Counts how deep objects hold objects, and refuses what is too deep.
+// Counts the nesting depth. Throws IOException beyond the limit.
 class ObjectReader::Nesting {
 public:
     explicit Nesting(unsigned& depth)
@@ -80,14 +80,14 @@ CIMInstance ObjectReader::instance() {
         data->language = m_in.string();
     if (received >= 2)
         m_in.text(); // namespace
-    return isBare(*data) ? bare(instance) : instance;
+    return isEmpty(*data) ? sharedEmpty(instance) : instance;
 }
 
-// All instances of nothing share one. Nobody has many of them but who wants to see memory filled.
-CIMInstance ObjectReader::bare(const CIMInstance& instance) {
-    if (!m_bare || m_bare.getClassName().compareTo(instance.getClassName()) != 0)
-        m_bare = instance;
-    return m_bare;
+// Empty instances share one object; only a hostile peer sends many.
+CIMInstance ObjectReader::sharedEmpty(const CIMInstance& instance) {
+    if (!m_empty || m_empty.getClassName().compareTo(instance.getClassName()) != 0)
+        m_empty = instance;
+    return m_empty;
 }
 
 CIMObjectPath ObjectReader::objectPath() {
@@ -133,16 +133,16 @@ CIMProperty ObjectReader::property() {
 detail::Shared<Declaration> ObjectReader::declaration() {
     if (m_depth > 1)
         return newDeclaration();
-    const std::size_t place = std::min(m_next++, maximumKnown - 1);
-    if (place == m_known.size())
-        m_known.emplace_back();
-    Known& known = m_known[place];
-    if (known.declaration && m_in.skip(known.bytes))
-        return known.declaration;
-    m_in.hold();
-    known.declaration = newDeclaration();
-    known.bytes = m_in.held();
-    return known.declaration;
+    const std::size_t index = std::min(m_next++, maximumCached - 1);
+    if (index == m_cached.size())
+        m_cached.emplace_back();
+    Cached& cached = m_cached[index];
+    if (cached.declaration && m_in.skip(cached.bytes))
+        return cached.declaration;
+    m_in.beginSlice();
+    cached.declaration = newDeclaration();
+    cached.bytes = m_in.endSlice();
+    return cached.declaration;
 }
 
 detail::Shared<Declaration> ObjectReader::newDeclaration() {

@@ -17,10 +17,10 @@ namespace OpenWBEM {
 namespace binary {
 
 /**
- * Reads CIM objects. One reader serves one message: consecutive instances mostly declare the same properties,
- * which are then recognised by their bytes, and shared.
+ * Reads CIM objects. Use one reader for a whole message: consecutive instances usually declare the same
+ * properties, so the reader caches the declarations by their bytes and shares them.
  *
- * Throws IOException for a malformed object, StringConversionException for a real that is no number.
+ * Throws IOException for a malformed object, StringConversionException for a real that is not a number.
  */
 class ObjectReader {
 public:
@@ -34,13 +34,13 @@ public:
 
 private:
     class Nesting;
-    /** A declaration of the instance before, and the bytes that it was read from. */
-    struct Known {
+    /** A declaration of the previous instance, and its encoded bytes. */
+    struct Cached {
         std::string bytes;
         detail::Shared<Declaration> declaration;
     };
 
-    CIMInstance bare(const CIMInstance& instance);
+    CIMInstance sharedEmpty(const CIMInstance& instance);
     CIMPropertyArray properties();
     CIMProperty property();
     detail::Shared<Declaration> declaration();
@@ -64,13 +64,13 @@ private:
 
     Reader& m_in;
     unsigned m_depth = 0;
-    std::vector<Known> m_known;  // in the order in which they were read
-    std::size_t m_next = 0;      // of m_known: what the next property of an outermost object may be
-    CIMName m_className;         // of the instance before
-    CIMInstance m_bare{CIMNULL}; // the last one that had nothing
+    std::vector<Cached> m_cached; // in the order of the properties
+    std::size_t m_next = 0;       // index into m_cached for the next property of an outermost object
+    CIMName m_className;          // of the previous instance
+    CIMInstance m_empty{CIMNULL}; // the last empty instance
 };
 
-// A count is believed only as far as elements follow. The first ones get their memory at once.
+// Memory grows with the elements that arrive: the announced size reserves at most 64 elements.
 template <class T, class Read>
 Array<T> ObjectReader::array(Read read) {
     const UInt32 size = m_in.number();

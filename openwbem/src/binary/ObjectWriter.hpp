@@ -8,7 +8,7 @@ namespace binary {
 
 /**
  * Append one CIM object. Instances are written in version 1. A null object
- * throws an OpenWBEM::Exception; nothing on the wire stands for it.
+ * throws an OpenWBEM::Exception: the protocol has no form for it.
  */
 void write(Writer& out, const CIMInstance& instance);
 void write(Writer& out, const CIMObjectPath& path);

@@ -1,7 +1,7 @@
 #ifndef OPENWBEM_BINARY_PROTOCOL_HPP_INCLUDED
 #define OPENWBEM_BINARY_PROTOCOL_HPP_INCLUDED
-// Numbers of the binary protocol. A request is a version, an operation and its arguments; a reply is a result
-// and, for Result::ok, what the operation returns. Numbers are big-endian.
+// Constants of the binary protocol. A request consists of version, operation and arguments; a reply of a
+// result and, for Result::ok, the return value. Numbers are big-endian.
 
 #include "OW_Types.hpp"
 
@@ -9,7 +9,7 @@ namespace OpenWBEM {
 namespace binary {
 
 const UInt32 version = 3000008;       // written by every client
-const UInt32 lowestVersion = 3000007; // of a request that an object manager understands
+const UInt32 lowestVersion = 3000007; // of requests that an object manager accepts
 
 enum class Operation : UInt8 {
     enumerateClasses = 23,
@@ -24,7 +24,7 @@ enum class Operation : UInt8 {
 
 enum class Result : UInt8 { ok = 0, error = 1, exception = 2 };
 
-// The byte that opens each object. The lower-case forms are followed by a version.
+// The first byte of each object. A version follows the lower-case forms.
 namespace sig {
 const UInt8 instance = 'I';
 const UInt8 versionedInstance = 'i';
@@ -45,7 +45,7 @@ const UInt8 boolean = 'h';
 const UInt8 string = 'j';
 const UInt8 stringArray = 'k';
 const UInt8 instanceEnumeration = 'o';
-const UInt8 endOfInstances = 0x98; // stands twice at the end of an instance enumeration
+const UInt8 endOfInstances = 0x98; // ends an instance enumeration, twice
 const UInt8 pathEnumeration = 'n';
 const UInt8 endOfPaths = 0x97; // likewise
 const UInt8 classEnumeration = 'i';
@@ -54,10 +54,10 @@ const UInt8 stringEnumeration = 's';
 const UInt8 endOfStrings = 0x9a; // likewise
 } // namespace sig
 
-const UInt32 instanceVersion = 1;        // written
-const UInt32 highestInstanceVersion = 2; // read; version 2 ends with a namespace
-const UInt32 qualifierVersion = 1;       // written, and the highest that is read
-const UInt32 highestClassVersion = 2;    // read; version 1 ends with a language
+const UInt32 instanceVersion = 1;        // in written instances
+const UInt32 highestInstanceVersion = 2; // accepted; version 2 ends with a namespace
+const UInt32 qualifierVersion = 1;       // in written qualifiers, and the highest accepted
+const UInt32 highestClassVersion = 2;    // accepted; version 1 ends with a language
 
 } // namespace binary
 } // namespace OpenWBEM

@@ -53,13 +53,13 @@ std::string_view Reader::text() {
     const std::size_t size = number();
     if (size <= io::maximumText)
         return std::string_view(take(size), size);
-    take(io::maximumText); // most announcements of this kind are empty
+    take(io::maximumText); // if the bytes are missing, reports truncation, not size
     OW_THROW(IOException, "Failed reading data: a text is too long");
 }
 
 String Reader::string() {
     const std::string_view bytes = text();
-    return String(bytes.data(), bytes.size()); // the empty string, not the null one, which is no number
+    return String(bytes.data(), bytes.size()); // never null: the null string does not convert to numbers
 }
 
 UInt8 Reader::peek() {

@@ -11,15 +11,15 @@ namespace OpenWBEM {
 namespace binary {
 
 /**
- * Reads the primitives of the binary protocol. Throws IOException where the bytes end too early, and
- * BadCIMSignatureException, which is one, where others are expected.
+ * Reads the primitives of the binary protocol. Throws IOException if the input is truncated, and
+ * BadCIMSignatureException, a subclass, for an unexpected signature.
  */
 class Reader {
 public:
-    /** Bytes in memory that must outlive the reader. */
+    /** Input in memory that must outlive the reader. */
     Reader(const char* data, std::size_t size)
         : m_in(data, size) {}
-    /** Bytes that come from a source, which must outlive the reader. */
+    /** Input from a source, which must outlive the reader. */
     explicit Reader(io::Source& source)
         : m_in(source) {}
 
@@ -29,27 +29,27 @@ public:
     UInt64 u64();
     bool boolean() { return u8() != 0; }
 
-    /** A number in the form that counts and lengths have: one byte up to 127, else a byte count and the
-     * bytes. */
+    /** A number in the variable-length form of counts and lengths: one byte up to 127, else a byte count and
+     * the bytes. */
     UInt32 number();
-    /** A text, as bytes that stay until the next read. Not longer than io::maximumText. */
+    /** The bytes of a text, at most io::maximumText. Valid until the next read. */
     std::string_view text();
     String string();
 
-    /** The byte that comes next, which stays; throws at the end. */
+    /** The next byte, without consuming it; throws at the end. */
     UInt8 peek();
-    /** Consumes one byte, which must be this signature. */
+    /** Consumes one byte; throws if it is not this signature. */
     void expect(UInt8 signature);
     bool atEnd() { return !m_in.need(1); }
 
-    /** Consumes these bytes if they come next; false when others do. */
+    /** Consumes these bytes if they are next; else returns false. */
     bool skip(std::string_view bytes);
-    /** Begins the next object of a message, none of which may be longer than io::maximumObject. */
+    /** Starts the next object of a message. An object is limited to io::maximumObject bytes. */
     void beginObject() { m_in.beginObject(); }
-    /** Keeps what is read from here on, for held(). */
-    void hold() { m_in.hold(); }
-    /** What was read since hold(), which it ends; valid until the next read. */
-    std::string_view held() { return m_in.held(); }
+    /** Starts a slice: endSlice() returns the bytes read from here on. */
+    void beginSlice() { m_in.beginSlice(); }
+    /** The bytes read since beginSlice(). Valid until the next read. */
+    std::string_view endSlice() { return m_in.endSlice(); }
 
 private:
     const char* take(std::size_t size) {

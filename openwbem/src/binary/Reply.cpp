@@ -10,7 +10,7 @@ namespace OpenWBEM {
 namespace binary {
 namespace {
 
-// Consumes the first byte of the body and throws the error that it announces, if any.
+// Reads the result at the start of the body. Throws the reported error, if any.
 void checkResult(Reader& in) {
     switch (static_cast<Result>(in.u8())) {
     case Result::ok:
@@ -26,8 +26,8 @@ void checkResult(Reader& in) {
     OW_THROW(IOException, "Unexpected value received from server.");
 }
 
-// What does not start like an instance ends the enumeration, and must then be the end byte, twice. So must
-// what comes after a fault within an instance.
+// Any byte other than the start of an instance must be the end mark, twice. So must the byte after a bad
+// signature inside an instance.
 CIMInstanceEnumeration instances(Reader& in) {
     in.expect(sig::instanceEnumeration);
     CIMInstanceEnumeration all;
@@ -46,7 +46,7 @@ CIMInstanceEnumeration instances(Reader& in) {
     return all;
 }
 
-// The body as what a function reads of it. Only the base class of a bad signature is for others to see.
+// Reads the result, then the return value. Callers get a bad signature as its base class.
 template <class Read>
 auto readBody(io::Source& body, Read read) {
     Reader in(body);

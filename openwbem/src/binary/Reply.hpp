@@ -8,15 +8,15 @@ namespace OpenWBEM {
 namespace binary {
 
 /**
- * Read the body of a reply. What follows behind a whole body is left alone.
+ * Read the body of a reply, and nothing after it.
  *
- * Throw CIMException for an error that the object manager reports with a code, IOException for one that it
- * reports without and for a malformed body, StringConversionException for a real that is no number, and what
- * the source throws.
+ * Throw CIMException for a reported error with a code, IOException for a reported error without a code and
+ * for a malformed body, StringConversionException for a real that is not a number, and the exceptions of the
+ * source.
  */
 CIMInstanceEnumeration readInstances(io::Source& body);
 CIMInstance readInstance(io::Source& body);
-/** A reply that says only that the operation was carried out. */
+/** A reply without a return value. */
 void readDone(io::Source& body);
 
 } // namespace binary

@@ -7,7 +7,7 @@ namespace OpenWBEM {
 namespace binary {
 namespace {
 
-// What all requests start with.
+// The start of any request.
 Writer request(Operation operation, const String& nameSpace) {
     Writer body;
     body.u32(version);
@@ -16,32 +16,28 @@ Writer request(Operation operation, const String& nameSpace) {
     return body;
 }
 
+void append(Writer& body, const ReadOptions& options) {
+    body.booleanArgument(options.localOnly);
+    body.booleanArgument(options.includeQualifiers);
+    body.booleanArgument(options.includeClassOrigin);
+    body.stringListArgument(options.properties);
+}
+
 } // namespace
 
 std::string enumerateInstances(const String& nameSpace, const String& className, WBEMFlags::EDeepFlag deep,
-                               WBEMFlags::ELocalOnlyFlag localOnly,
-                               WBEMFlags::EIncludeQualifiersFlag qualifiers,
-                               WBEMFlags::EIncludeClassOriginFlag classOrigin,
-                               const StringArray* properties) {
+                               const ReadOptions& options) {
     Writer body = request(Operation::enumerateInstances, nameSpace);
     body.stringArgument(className);
     body.booleanArgument(deep);
-    body.booleanArgument(localOnly);
-    body.booleanArgument(qualifiers);
-    body.booleanArgument(classOrigin);
-    body.stringListArgument(properties);
+    append(body, options);
     return body.release();
 }
 
-std::string getInstance(const String& nameSpace, const CIMObjectPath& path,
-                        WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EIncludeQualifiersFlag qualifiers,
-                        WBEMFlags::EIncludeClassOriginFlag classOrigin, const StringArray* properties) {
+std::string getInstance(const String& nameSpace, const CIMObjectPath& path, const ReadOptions& options) {
     Writer body = request(Operation::getInstance, nameSpace);
     write(body, path);
-    body.booleanArgument(localOnly);
-    body.booleanArgument(qualifiers);
-    body.booleanArgument(classOrigin);
-    body.stringListArgument(properties);
+    append(body, options);
     return body.release();
 }
 

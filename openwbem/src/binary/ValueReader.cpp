@@ -1,4 +1,4 @@
-// Values, alone and in arrays.
+// Single values and arrays.
 #include "OW_IOException.hpp"
 #include "binary/ObjectReader.hpp"
 #include "binary/Protocol.hpp"

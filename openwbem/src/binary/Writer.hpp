@@ -9,7 +9,7 @@
 namespace OpenWBEM {
 namespace binary {
 
-/** Appends the primitives of the binary protocol to a buffer of its own. */
+/** Writes the primitives of the binary protocol to a buffer. */
 class Writer {
 public:
     void u8(UInt8 value) { m_bytes += static_cast<char>(value); }
@@ -17,13 +17,12 @@ public:
     void u32(UInt32 value);
     void u64(UInt64 value);
     void boolean(bool value) { u8(value ? 1 : 0); }
-    /** A count, a length or a small number, see Reader::number(). */
+    /** The variable-length form of Reader::number(). */
     void number(UInt32 value);
     void text(std::string_view value);
     void string(const String& value);
 
-    /** A truth value, a text and a list of texts as arguments of an operation; a null list means "none
-     * given". */
+    /** Arguments of an operation. A null list means that there is no list. */
     void booleanArgument(bool value);
     void stringArgument(const String& value);
     void stringListArgument(const StringArray* values);

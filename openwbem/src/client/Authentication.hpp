@@ -9,23 +9,25 @@
 namespace OpenWBEM {
 
 /**
- * Tells an object manager who is asking. Values of the header Authorization, for two schemes:
+ * Authenticates the client to an object manager: values of the header Authorization, in two schemes.
  *
- * - OWLocal, with an object manager on this host: the client names its effective user, and proves to be that
- *   user by a secret from a file that only the user can read.
- * - Basic (RFC 7617): name and password, of the URL or of the callback.
+ * - OWLocal, to an object manager on this host: the client names its effective user, and proves it with a
+ * secret from a file that only this user can read.
+ * - Basic (RFC 7617): name and password from the URL or the callback.
  *
- * Digest is not known: the object managers in use compute it in a way of their own.
+ * Digest is not supported: deployed object managers compute it in a non-standard way.
  */
 class Authentication {
 public:
     Authentication(const URL& url, const ClientAuthCBIFCRef& callback);
 
-    /** For a request that was not refused yet: the user, to this host and without credentials; else "". */
+    /** For the first attempt of a request. Names the user if the host is local and the URL has no
+     * credentials, else "". */
     std::string introduction() const;
     /**
-     * For a request that was refused, once: the answer to the first challenge that is known, of those in the
-     * headers WWW-Authenticate. Throws HTTPException when there is none.
+     * For the second attempt, after status 401: answers the first supported challenge of the headers
+     * WWW-Authenticate. Throws HTTPException if none is supported, if there are no credentials, or if the
+     * cookie file is rejected.
      */
     std::string answer(const std::vector<std::string>& challenges) const;
 

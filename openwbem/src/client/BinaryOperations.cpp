@@ -10,7 +10,7 @@ namespace {
 
 const char contentType[] = "application/x-owbinary; charset=\"utf-8\"";
 
-// As it stands in requests: slashes, none of them leading.
+// The namespace as requests state it: slashes for backslashes, no leading ones.
 std::string wireNameSpace(const String& nameSpace) {
     std::string text = nameSpace.c_str();
     std::replace(text.begin(), text.end(), '\\', '/');
@@ -26,22 +26,16 @@ public:
                                               const ReadOptions& options) override {
         const std::string space = wireNameSpace(nameSpace);
         return exchange({contentType, "EnumerateInstances", space, false,
-                         binary::enumerateInstances(space.c_str(), className, deep, options.localOnly,
-                                                    options.includeQualifiers, options.includeClassOrigin,
-                                                    options.properties),
-                         true},
+                         binary::enumerateInstances(space.c_str(), className, deep, options), true},
                         binary::readInstances);
     }
 
     CIMInstance getInstance(const String& nameSpace, const CIMObjectPath& path,
                             const ReadOptions& options) override {
         const std::string space = wireNameSpace(nameSpace);
-        return exchange(
-            {contentType, "GetInstance", space, false,
-             binary::getInstance(space.c_str(), path, options.localOnly, options.includeQualifiers,
-                                 options.includeClassOrigin, options.properties),
-             true},
-            binary::readInstance);
+        return exchange({contentType, "GetInstance", space, false,
+                         binary::getInstance(space.c_str(), path, options), true},
+                        binary::readInstance);
     }
 
     void modifyInstance(const String& nameSpace, const CIMInstance& instance,

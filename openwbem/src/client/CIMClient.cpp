@@ -9,12 +9,11 @@
 #include <stdexcept>
 
 namespace OpenWBEM {
-
 namespace {
 
-// What an operation returns. Callers know the exceptions of this library and no others.
+// Runs an operation. Converts out of memory to an exception of this library: callers catch no others.
 template <class Operation>
-auto carryOut(Operation operation) {
+auto run(Operation operation) {
     try {
         return operation();
     } catch (const std::bad_alloc&) {
@@ -52,7 +51,7 @@ CIMInstanceEnumeration CIMClient::enumInstancesE(const String& className, WBEMFl
                                                  WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                                  WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                                  const StringArray* propertyList) {
-    return carryOut([&] {
+    return run([&] {
         return m_impl->operations->enumerateInstances(
             m_impl->nameSpace, className, deep,
             {localOnly, includeQualifiers, includeClassOrigin, propertyList});
@@ -63,7 +62,7 @@ CIMInstance CIMClient::getInstance(const CIMObjectPath& instanceName, WBEMFlags:
                                    WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                    WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                    const StringArray* propertyList) {
-    return carryOut([&] {
+    return run([&] {
         return m_impl->operations->getInstance(
             m_impl->nameSpace, instanceName,
             {localOnly, includeQualifiers, includeClassOrigin, propertyList});
@@ -73,7 +72,7 @@ CIMInstance CIMClient::getInstance(const CIMObjectPath& instanceName, WBEMFlags:
 void CIMClient::modifyInstance(const CIMInstance& modifiedInstance,
                                WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                StringArray* propertyList) {
-    carryOut([&] {
+    run([&] {
         m_impl->operations->modifyInstance(m_impl->nameSpace, modifiedInstance, includeQualifiers,
                                            propertyList);
     });

@@ -2,6 +2,7 @@
 
 #include "OW_HTTPUtils.hpp"
 #include "OW_SocketAddress.hpp"
+#include "util/Percent.hpp"
 
 #include <arpa/inet.h>
 #include <charconv>
@@ -16,28 +17,12 @@ namespace {
 
 const char builtInSocket[] = "/tmp/OW@LCL@APIIPC_72859_Xq47Bf_P9r761-5_J-7_Q";
 
-int hexDigit(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    const char lower = static_cast<char>(c | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
+// Unlike util::percentDecoded(), rejects a percent sign without two hexadecimal digits.
 std::string percentDecoded(const std::string& text) {
-    std::string decoded;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '%') {
-            decoded += text[i];
-            continue;
-        }
-        const int high = i + 2 < text.size() ? hexDigit(text[i + 1]) : -1;
-        const int low = high < 0 ? -1 : hexDigit(text[i + 2]);
-        if (low < 0)
-            OW_THROW(UnescapeCharForURLException, ("Invalid escape: " + text.substr(i)).c_str());
-        decoded += static_cast<char>(high << 4 | low);
-        i += 2;
-    }
-    return decoded;
+    for (std::size_t at = text.find('%'); at != std::string::npos; at = text.find('%', at + 3))
+        if (!util::isEscape(text, at))
+            OW_THROW(UnescapeCharForURLException, ("Invalid escape: " + text.substr(at)).c_str());
+    return util::percentDecoded(text);
 }
 
 std::optional<UInt16> tcpPort(const std::string& text) {
@@ -77,7 +62,7 @@ void setTcpAddress(std::string host, UInt16 port, Endpoint& endpoint) {
     endpoint.addressSize = found->ai_addrlen;
 }
 
-// The host as a name; empty when it is an address.
+// The name of the host; empty for an address.
 std::string nameOf(const std::string& host) {
     in_addr ignored;
     const bool isAddress = host.front() == '[' || ::inet_pton(AF_INET, host.c_str(), &ignored) == 1;

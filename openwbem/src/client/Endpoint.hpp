@@ -7,34 +7,33 @@
 
 namespace OpenWBEM {
 
-/** Where an object manager listens. */
+/** The address of an object manager. */
 struct Endpoint {
     /** Path of a Unix-domain socket; empty for TCP. */
     std::string path;
-    /** The address to connect to, of either kind. */
+    /** The address to connect to, TCP or Unix-domain. */
     sockaddr_storage address{};
     socklen_t addressSize = 0;
     bool usesTls = false;
-    /** The name that TLS tells the server it is called by (RFC 6066, server_name); empty for an address. */
+    /** The name that TLS sends to the server (RFC 6066, server_name); empty for an address. */
     std::string serverName;
 };
 
 /**
- * The endpoint that a URL names. The port "owipc" and the scheme "ipc" stand for the built-in Unix-domain
- * socket, a decimal port for TCP to the host, and any other port for a Unix-domain socket whose path it is,
- * percent-encoded. A scheme that ends in "s" asks for TLS.
+ * Resolves a URL. The port "owipc" and the scheme "ipc" mean the built-in Unix-domain socket, a decimal port
+ * means TCP, any other port is the percent-encoded path of a Unix-domain socket. A scheme that ends in "s"
+ * means TLS.
  *
- * The host of a TCP address is looked up here: a name as IPv4, of whose addresses the first is taken; IPv6
- * addresses stand in brackets. Throws UnknownHostException with the host as its message,
- * UnescapeCharForURLException for a bad escape, MalformedURLException for a path that no socket can have.
+ * Resolves the host of a TCP address: the first IPv4 address of a name, or an IPv6 address in brackets.
+ * Throws UnknownHostException with the host as its message, UnescapeCharForURLException for an invalid
+ * escape, MalformedURLException for an invalid socket path.
  */
 Endpoint endpointOf(const URL& url);
 
-/** Whether the scheme or the namespace of a URL asks for the binary protocol; all others mean CIM-XML. */
+/** Whether the scheme or the namespace of a URL selects the binary protocol; the default is CIM-XML. */
 bool speaksBinary(const URL& url);
 
-/** Whether the host of a URL is this one, by name or loopback address, so that local authentication applies.
- */
+/** Whether the host of a URL is "localhost" or 127.0.0.1, so that local authentication applies. */
 bool isLocalHost(const URL& url);
 
 } // namespace OpenWBEM

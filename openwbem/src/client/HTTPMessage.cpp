@@ -3,6 +3,8 @@
 #include "OW_ClientTimeouts.hpp"
 #include "OW_HTTPException.hpp"
 #include "OW_IOException.hpp"
+#include "OW_Socket.hpp"
+#include "util/Ascii.hpp"
 
 #include <algorithm>
 #include <boost/beast/http/basic_parser.hpp>
@@ -13,21 +15,20 @@ namespace OpenWBEM {
 namespace {
 
 namespace http = boost::beast::http;
-using boost::beast::iequals;
+using ascii::equalsIgnoreCase;
 using boost::beast::string_view;
 using boost::system::error_code;
 
-// Bytes of a head. A reply that has not begun its body by then is none.
+// Bytes of a head.
 const std::size_t headLimit = 64 * 1024;
-// Bytes that wait to be parsed: a chunk's head with its extensions, or all trailers, which Beast bounds not.
+// Bytes not parsed yet: a chunk header with its extensions, or all trailers, which Beast does not limit.
 const std::size_t unparsedLimit = 64 * 1024;
 
-// Bytes that may arrive for a byte of body, and so many more: what frames a body must not keep its reader
-// busy.
+// Bytes received per byte of body, plus an allowance. Framing alone must not keep the reader busy.
 const std::uint64_t framingLimit = 64;
 const std::uint64_t framingAllowance = 1024ULL * 1024;
 
-const std::size_t prefixSize = 3; // of a trailer's name in a reply to M-POST: two digits and a hyphen
+const std::size_t prefixSize = 3; // of a trailer name in a reply to M-POST: two digits and a hyphen
 
 using Field = std::pair<std::string, std::string>;
 
@@ -44,16 +45,16 @@ void throwUnprocessed(const std::string& reason) {
     OW_THROW(HTTPException, ("Unable to process request: " + reason).c_str());
 }
 
-// Keeps what Beast recognises.
+// Stores the parts that Beast parses.
 class HTTPMessage::Parser final : public http::basic_parser<false> {
 public:
     Parser() {
         eager(true);
         header_limit(headLimit);
-        body_limit(std::numeric_limits<std::uint64_t>::max()); // bounded by what readers take
+        body_limit(std::numeric_limits<std::uint64_t>::max()); // decoders limit it
     }
 
-    // Takes the front of the body.
+    // Moves bytes from the front of the body to a buffer.
     std::size_t takeBody(char* to, std::size_t size) {
         const std::size_t taken = m_body.copy(to, size, m_taken);
         m_taken += taken;
@@ -65,13 +66,13 @@ public:
     }
 
     unsigned m_status = 0;
-    std::string m_statusLine; // empty until it is understood
+    std::string m_statusLine; // empty until parsed
     std::string m_reason;
     std::vector<Field> m_head;
     std::vector<Field> m_trailers;
-    std::string m_body; // what has come and is not taken yet, and what is taken of it
-    std::size_t m_taken = 0;
-    std::uint64_t m_bodySize = 0; // of all that has come
+    std::string m_body;           // bytes received and not all read yet
+    std::size_t m_taken = 0;      // bytes of m_body already read
+    std::uint64_t m_bodySize = 0; // all bytes of the body so far
 
 private:
     void on_request_impl(http::verb, string_view, string_view, int, error_code&) override {}
@@ -119,7 +120,7 @@ bool HTTPMessage::readHead() {
         if (total >= headLimit)
             throwUnprocessed("The head of the reply is too long");
         if (m_isBroken)
-            throwJunk();
+            throwMalformed();
         const std::size_t received = receive(deadline);
         if (received == 0 && total == 0)
             return false;
@@ -130,13 +131,13 @@ bool HTTPMessage::readHead() {
     return true;
 }
 
-void HTTPMessage::throwJunk() const {
+void HTTPMessage::throwMalformed() const {
     if (m_parser->m_statusLine.empty())
         throwUnprocessed("");
     OW_THROW(HTTPException, ("Received junk from server statusline = " + m_parser->m_statusLine).c_str());
 }
 
-// Receives something and parses it; 0 at the end of the connection.
+// Receives and parses some bytes; returns 0 at the end of the connection.
 std::size_t HTTPMessage::receive(const Deadline& deadline) {
     const std::size_t received =
         m_stream.receive(m_input.data() + m_unparsed, m_input.size() - m_unparsed, deadline);
@@ -153,7 +154,7 @@ void HTTPMessage::parse() {
     const char* const first = m_input.data();
     const char* next = first;
     const char* const end = first + m_unparsed;
-    if (!m_parser->got_some()) // blank lines before the status line do not count
+    if (!m_parser->got_some()) // ignore blank lines before the status line
         next = std::find_if(next, end, [](char c) { return c != '\r' && c != '\n'; });
     error_code error;
     next += m_parser->put({next, static_cast<std::size_t>(end - next)}, error);
@@ -172,7 +173,7 @@ const std::string& HTTPMessage::reason() const {
 std::vector<std::string> HTTPMessage::fields(const char* name) const {
     std::vector<std::string> values;
     for (const auto& [fieldName, value] : m_parser->m_head)
-        if (iequals(fieldName, name))
+        if (equalsIgnoreCase(fieldName, name))
             values.push_back(value);
     return values;
 }
@@ -195,7 +196,7 @@ std::size_t HTTPMessage::read(char* to, std::size_t size) {
     return m_parser->takeBody(to, size);
 }
 
-// Notes it when nothing more will come.
+// Receives some bytes, or marks the reply as broken.
 void HTTPMessage::tryReceive(const Deadline& deadline) {
     try {
         if (receive(deadline) == 0)
@@ -208,8 +209,9 @@ void HTTPMessage::tryReceive(const Deadline& deadline) {
 std::string HTTPMessage::trailer(const char* name) const {
     std::vector<std::string> values;
     for (const auto& [fieldName, value] : m_parser->m_trailers)
-        if (iequals(fieldName, name) ||
-            (fieldName.size() > prefixSize && iequals(string_view(fieldName).substr(prefixSize), name)))
+        if (equalsIgnoreCase(fieldName, name) ||
+            (fieldName.size() > prefixSize &&
+             equalsIgnoreCase(std::string_view(fieldName).substr(prefixSize), name)))
             values.push_back(value);
     return joined(values);
 }

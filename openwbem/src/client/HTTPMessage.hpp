@@ -10,43 +10,44 @@
 
 namespace OpenWBEM {
 
-/** Throws the HTTPException of a request that has no good reply. */
+/** Throws the HTTPException of a failed request. */
 [[noreturn]] void throwUnprocessed(const std::string& reason);
 
 /**
- * A reply while it comes in (RFC 7230): its head, then its body, unchunked, then its trailers. Takes memory
- * for what has come only, whatever the peer announces.
+ * A reply, read as it arrives (RFC 7230): head, decoded chunks of the body, trailers. Memory grows with the
+ * bytes that arrive, never with a length that the peer announces.
  */
 class HTTPMessage : public io::Source {
 public:
-    /** Nothing is read yet. The stream must outlive the message. */
+    /** Does not read. The stream must outlive the message. */
     explicit HTTPMessage(Stream& stream);
     ~HTTPMessage() override;
 
     /**
-     * Reads the head, within clientTimeouts().receive as a whole. False when the connection ended before any
-     * byte of it. Throws HTTPException when it is none, SocketTimeoutException.
+     * Reads the head, within clientTimeouts().receive. False if the connection ends before the first byte.
+     * Throws HTTPException for a malformed head, SocketTimeoutException.
      */
     bool readHead();
 
     unsigned status() const;
-    /** What follows the status; may be empty. */
+    /** Reason phrase of the status line; may be empty. */
     const std::string& reason() const;
-    /** The values of a header, whatever the case of its name; empty when there is none. */
+    /** All values of a header, whose name is compared without case. */
     std::vector<std::string> fields(const char* name) const;
-    /** The same as one text, with ", " between the values. */
+    /** The values of a header, joined by ", "; "" if there is none. */
     std::string field(const char* name) const;
-    /** Whether the head tells where the body ends. */
+    /** Whether the head determines the end of the body. */
     bool isFramed() const;
 
     /**
-     * The body as it arrives. Waits for more of it for clientTimeouts().receive; what frames it does not
-     * count. Throws IOException "Failed reading data" when it breaks off, and again at every call after.
+     * Reads the body as it arrives. Waits at most clientTimeouts().receive for more of it; framing does not
+     * restart the wait. Throws IOException "Failed reading data" if the body is truncated, also on every
+     * later call.
      */
     std::size_t read(char* to, std::size_t size) override;
-    /** The value of a trailer behind the body. Its name may have a prefix of three characters (RFC 2774). */
+    /** The value of a trailer after the body; the name may have a prefix of three characters (RFC 2774). */
     std::string trailer(const char* name) const;
-    /** Whether the reply has ended and left the connection ready for the next request. */
+    /** Whether the reply is complete and the connection ready for the next request. */
     bool leavesConnection() const;
 
 private:
@@ -55,13 +56,13 @@ private:
     std::size_t receive(const Deadline& deadline);
     void tryReceive(const Deadline& deadline);
     void parse();
-    [[noreturn]] void throwJunk() const;
+    [[noreturn]] void throwMalformed() const;
 
     Stream& m_stream;
     const std::unique_ptr<Parser> m_parser;
-    std::vector<char> m_input; // what is not parsed yet stands at its front
-    std::size_t m_unparsed = 0;
-    std::uint64_t m_received = 0; // bytes of all kinds so far
+    std::vector<char> m_input;
+    std::size_t m_unparsed = 0;   // bytes at the front of m_input
+    std::uint64_t m_received = 0; // all bytes so far
     bool m_isBroken = false;
 };
 

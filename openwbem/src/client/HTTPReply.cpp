@@ -4,18 +4,18 @@
 #include "OW_CIMException.hpp"
 #include "OW_HTTPException.hpp"
 #include "OW_IOException.hpp"
+#include "util/Ascii.hpp"
 
-#include <boost/beast/core/string.hpp>
 #include <charconv>
 #include <initializer_list>
 
 namespace OpenWBEM {
 namespace {
 
-// Bytes that may follow what was decoded of a body.
+// Bytes of a body after its decoded part.
 const std::size_t restLimit = 1024 * 1024;
 
-// The first of some headers that is there: object managers use several names.
+// The first trailer of several alternative names; "" if there is none.
 std::string trailer(const HTTPMessage& message, std::initializer_list<const char*> names) {
     for (const char* const name : names) {
         std::string value = message.trailer(name);
@@ -61,9 +61,9 @@ void HTTPReply::expectBody() {
         OW_THROW(HTTPException,
                  "HTTPClient: unable to understand server response. There may be no content in the reply.");
     const std::string encoding = m_message.field("Content-Encoding");
-    if (boost::beast::iequals(encoding, "deflate"))
+    if (ascii::equalsIgnoreCase(encoding, "deflate"))
         m_inflater.emplace(m_message);
-    else if (!encoding.empty() && !boost::beast::iequals(encoding, "identity"))
+    else if (!encoding.empty() && !ascii::equalsIgnoreCase(encoding, "identity"))
         throwUnprocessed("unknown Content-Encoding " + encoding);
 }
 
@@ -90,7 +90,7 @@ void HTTPReply::throwReportedError() {
     throwTrailerError(m_message);
 }
 
-// Reads the rest of the body, after which the connection may serve again.
+// Reads the rest of the body, after which the connection can be reused.
 void HTTPReply::skip(io::Source& rest) {
     char ignored[4096];
     std::size_t total = 0;

@@ -9,34 +9,32 @@
 namespace OpenWBEM {
 
 /**
- * The reply to a request and the connection on which it comes. Whoever decodes the body calls finish() after
- * it, or throwReportedError() when decoding has failed; a reply that is destroyed before closes its
- * connection.
+ * The reply to a request, and its connection. After decoding the body, call finish(); if decoding fails, call
+ * throwReportedError(). A reply destroyed earlier closes its connection.
  */
 class HTTPReply : public io::Source {
 public:
-    /** @param kept where the connection is put when the reply has ended well; must outlive the reply */
+    /** @param kept receives the connection when the reply is complete; must outlive the reply */
     HTTPReply(std::unique_ptr<Stream> connection, std::unique_ptr<Stream>& kept);
 
-    /** What the object manager says about the body. */
+    /** Head and trailers. */
     HTTPMessage& message() { return m_message; }
-    /** Throws the HTTPException that says why this is no reply with a body that can be read, if it is none.
-     */
+    /** Throws HTTPException for an error response, and for a reply without a readable body. */
     void expectBody();
 
     /**
-     * The body as it arrives, without what was done to it for the transport. Throws IOException "Failed
-     * reading data" when it breaks off.
+     * Reads the body as it arrives, decompressed. Throws IOException "Failed reading data" if it is
+     * truncated.
      */
     std::size_t read(char* to, std::size_t size) override;
 
     /**
-     * Reads and ignores what is left of the body, to its end. Then throws the error that the object manager
-     * reports behind it, if any: CIMErrorException, CIMException, or StringConversionException for a code
-     * that is no number. Throws IOException "Failed reading data" when the body does not end well.
+     * Discards the rest of the body. Then throws the error that the trailers report, if any:
+     * CIMErrorException, CIMException, or StringConversionException for a code that is not a number. Throws
+     * IOException "Failed reading data" if the body is truncated.
      */
     void finish();
-    /** The same for a body that made no sense, so that what is wrong with it does not matter. */
+    /** The same, but ignores errors in the body. For use after a decoding error. */
     void throwReportedError();
 
 private:
@@ -45,7 +43,7 @@ private:
     std::unique_ptr<Stream> m_connection;
     std::unique_ptr<Stream>& m_kept;
     HTTPMessage m_message;
-    std::optional<Inflater> m_inflater; // of a compressed body
+    std::optional<Inflater> m_inflater; // for a compressed body
 };
 
 } // namespace OpenWBEM

@@ -8,13 +8,13 @@
 namespace OpenWBEM {
 namespace {
 
-const std::size_t pieceSize = 16 * 1024; // compressed bytes asked for at a time
+const std::size_t pieceSize = 16 * 1024; // maximum compressed bytes of one read
 
-// What a stream may yield: so many times its own size. A thousand like instances shrink to a thirtieth; what
-// is meant to exhaust memory shrinks to a thousandth. The other way round, what is to keep somebody busy
-// yields next to nothing, as empty blocks do.
+// Limit of the ratio between the compressed and the uncompressed size, in both directions, plus an allowance.
+// A thousand similar instances compress to 1/30; data that is meant to exhaust memory compresses to 1/1000;
+// data that is meant to waste time, like empty blocks, expands to almost nothing.
 const std::uint64_t ratioLimit = 100;
-const std::uint64_t allowance = 1024ULL * 1024; // bytes in either direction that are not looked at
+const std::uint64_t allowance = 1024ULL * 1024;
 
 [[noreturn]] void throwFailed() {
     OW_THROW(IOException, "Failed reading data");

@@ -8,18 +8,18 @@
 
 namespace OpenWBEM {
 
-/** Undoes the compression of a body: a zlib stream (RFC 1950), and nothing behind it. */
+/** Decompresses a body: one zlib stream (RFC 1950) without trailing bytes. */
 class Inflater : public io::Source {
 public:
-    /** The compressed bytes come from a source that must outlive this one. */
+    /** The source of the compressed bytes must outlive the inflater. */
     explicit Inflater(io::Source& deflated);
     ~Inflater() override;
     Inflater(const Inflater&) = delete;
     Inflater& operator=(const Inflater&) = delete;
 
     /**
-     * Throws IOException "Failed reading data" when the stream is corrupt, incomplete or followed by more,
-     * and when it yields far more or far less than honest data would.
+     * Throws IOException "Failed reading data" if the stream is corrupt, truncated or followed by other
+     * bytes, and if its compression ratio is implausible.
      */
     std::size_t read(char* to, std::size_t size) override;
 

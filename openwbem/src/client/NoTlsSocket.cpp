@@ -1,4 +1,4 @@
-// Stands in for TlsSocket.cpp where no OpenSSL for the target was found.
+// Replaces TlsSocket.cpp if there is no OpenSSL for the target.
 #include "OW_SSLException.hpp"
 #include "client/TlsSocket.hpp"
 

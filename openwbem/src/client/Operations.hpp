@@ -5,24 +5,17 @@
 #include "OW_CIMObjectPath.hpp"
 #include "OW_WBEMFlags.hpp"
 #include "client/HTTPClient.hpp"
+#include "types/ReadOptions.hpp"
 
 #include <memory>
 #include <type_traits>
 
 namespace OpenWBEM {
 
-/** What a read is to bring. */
-struct ReadOptions {
-    WBEMFlags::ELocalOnlyFlag localOnly;
-    WBEMFlags::EIncludeQualifiersFlag includeQualifiers;
-    WBEMFlags::EIncludeClassOriginFlag includeClassOrigin;
-    /** Names of properties; null means all. */
-    const StringArray* properties;
-};
-
 /**
- * The operations of one object manager (DSP0200) in one of its protocols. Each throws an OpenWBEM::Exception
- * and nothing else, whatever the peer does, and then leaves everything ready for the next.
+ * The operations of one object manager (DSP0200) in one of the protocols. Whatever the peer does, an
+ * operation throws nothing but an OpenWBEM::Exception, or std::bad_alloc or std::length_error when out of
+ * memory, and the next operation works.
  */
 class Operations {
 public:
@@ -39,7 +32,7 @@ public:
                                 const StringArray* properties) = 0;
 
 protected:
-    /** Sends a request and returns what decode makes of the body of the reply. */
+    /** Sends a request and returns the result of decode(body of the reply). */
     template <class Decode>
     auto exchange(const HTTPRequest& request, Decode decode);
 
@@ -47,6 +40,7 @@ private:
     HTTPClient m_http;
 };
 
+/** The operations in the binary protocol and in CIM-XML. Throw what the constructor of HTTPClient throws. */
 std::unique_ptr<Operations> binaryOperations(const URL& url, const ClientAuthCBIFCRef& callback);
 std::unique_ptr<Operations> xmlOperations(const URL& url, const ClientAuthCBIFCRef& callback);
 
@@ -63,7 +57,7 @@ auto Operations::exchange(const HTTPRequest& request, Decode decode) {
             return result;
         }
     } catch (const Exception&) {
-        reply->throwReportedError(); // says more than what came of it
+        reply->throwReportedError(); // says more than the decoding error
         throw;
     }
 }

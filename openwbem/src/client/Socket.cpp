@@ -34,21 +34,21 @@ namespace {
     OW_THROW(SocketException, ("Failed to connect to: " + endpoint.path + ": timed out").c_str());
 }
 
-// Bounds how long connect() may block.
-bool boundConnect(int socket, int milliseconds) {
-    timeval bound{};
-    bound.tv_sec = milliseconds / 1000;
-    bound.tv_usec = milliseconds % 1000 * 1000;
-    return ::setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &bound, sizeof bound) == 0;
+// Limits the time that connect() blocks.
+bool setConnectTimeout(int socket, int milliseconds) {
+    timeval limit{};
+    limit.tv_sec = milliseconds / 1000;
+    limit.tv_usec = milliseconds % 1000 * 1000;
+    return ::setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit) == 0;
 }
 
-// Blocks, since a full backlog makes connect() wait on a Unix-domain socket that blocks and fail at once on
-// one that does not (unix(7)). SO_SNDTIMEO bounds the wait (socket(7)): it ends with EAGAIN there and with
-// EINPROGRESS in TCP, or EALREADY when a signal had interrupted the call.
+// The socket blocks: on a non-blocking Unix-domain socket, connect() fails at once if the backlog is full
+// (unix(7)). After SO_SNDTIMEO (socket(7)), connect() fails with EAGAIN on a Unix-domain socket and with
+// EINPROGRESS in TCP, or with EALREADY if a signal interrupted an earlier call.
 void connect(int socket, const Endpoint& endpoint, const Deadline& deadline) {
     const auto* const address = reinterpret_cast<const sockaddr*>(&endpoint.address);
     for (int left = deadline.left(); left > 0; left = deadline.left()) {
-        if (!boundConnect(socket, left))
+        if (!setConnectTimeout(socket, left))
             throwNotConnected(endpoint, errno);
         if (::connect(socket, address, endpoint.addressSize) == 0)
             return;
@@ -67,7 +67,7 @@ Socket::Socket(const Endpoint& endpoint, const Deadline& deadline)
     if (!m_descriptor.isOpen())
         throwNotConnected(endpoint, errno);
     connect(m_descriptor.number(), endpoint, deadline);
-    if (endpoint.path.empty()) { // a request is sent at once, whole; waiting for more of it gains nothing
+    if (endpoint.path.empty()) { // a request is sent in one piece: delaying it gains nothing
         const int yes = 1;
         ::setsockopt(m_descriptor.number(), IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
     }

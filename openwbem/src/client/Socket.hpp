@@ -1,17 +1,17 @@
 #ifndef OPENWBEM_CLIENT_SOCKET_HPP_INCLUDED
 #define OPENWBEM_CLIENT_SOCKET_HPP_INCLUDED
-#include "client/Descriptor.hpp"
 #include "client/Endpoint.hpp"
 #include "client/Stream.hpp"
+#include "util/Descriptor.hpp"
 
 namespace OpenWBEM {
 
-/** A connected stream socket. It closes on exec, and writing to it raises no SIGPIPE. */
+/** A connected stream socket: close-on-exec, without SIGPIPE. */
 class Socket : public Stream {
 public:
-    /** Connects. Throws SocketException, also when the deadline passes. */
+    /** Connects. Throws SocketException, also on timeout. */
     Socket(const Endpoint& endpoint, const Deadline& deadline);
-    /** Takes over the descriptor of a socket that is connected. */
+    /** Takes ownership of a connected descriptor. */
     explicit Socket(int connected)
         : m_descriptor(connected) {}
 
@@ -22,7 +22,7 @@ public:
 private:
     void wait(short event, const Deadline& deadline) const;
 
-    const Descriptor m_descriptor;
+    const util::Descriptor m_descriptor;
 };
 
 } // namespace OpenWBEM

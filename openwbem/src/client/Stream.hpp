@@ -7,24 +7,24 @@
 
 namespace OpenWBEM {
 
-/** A connection to a peer: bytes in both directions, closed when destroyed. */
+/** A connection to a peer, closed by the destructor. */
 class Stream {
 public:
     virtual ~Stream() = default;
 
     /**
-     * Sends all bytes. False when the peer takes no more of them, which does not mean that it has not
-     * answered. Throws SocketTimeoutException when the peer takes none for clientTimeouts().send, and
-     * SocketException when the system refuses.
+     * Sends all bytes. False if the peer has closed the connection, possibly after a reply. Throws
+     * SocketTimeoutException if the peer accepts no bytes for clientTimeouts().send, SocketException for any
+     * other error.
      */
     virtual bool send(std::string_view bytes) = 0;
     /**
-     * Receives up to size bytes, size being at least 1, and returns how many; 0 when the connection has
-     * ended, in whatever way. Throws SocketTimeoutException when none come before the deadline, and
-     * SocketException when it cannot be waited for them.
+     * Receives up to size bytes, which must be at least 1. Returns the number of bytes; 0 at the end of the
+     * connection, also after an error. Throws SocketTimeoutException at the deadline, SocketException if
+     * waiting fails.
      */
     virtual std::size_t receive(char* to, std::size_t size, const Deadline& deadline) = 0;
-    /** Whether nothing waits to be received, neither bytes nor the end. */
+    /** Whether receive() would block: neither bytes nor the end have arrived. */
     virtual bool isQuiet() = 0;
 };
 

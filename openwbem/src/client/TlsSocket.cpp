@@ -8,7 +8,7 @@
 namespace OpenWBEM {
 namespace {
 
-const std::size_t pieceSize = 16 * 1024; // bytes encrypted or taken in at a time; what a TLS record holds
+const std::size_t pieceSize = 16 * 1024; // maximum size of a TLS record
 
 [[noreturn]] void throwFailed() {
     char reason[256] = "the peer closed the connection";
@@ -29,8 +29,8 @@ struct Deleter {
     void operator()(SSL* ssl) const { ::SSL_free(ssl); }
 };
 
-// OpenSSL between two buffers in memory. It never touches the socket: only so are its waits bounded, and
-// SIGPIPE is not raised.
+// OpenSSL between two buffers in memory. It never accesses the socket, so that deadlines apply and SIGPIPE is
+// not raised.
 class TlsSocket : public Stream {
 public:
     TlsSocket(std::unique_ptr<Stream> plain, const std::string& serverName, const Deadline& deadline)
@@ -42,7 +42,7 @@ public:
         m_ssl.reset(checked(::SSL_new(m_context.get())));
         m_incoming = checked(::BIO_new(::BIO_s_mem()));
         m_outgoing = ::BIO_new(::BIO_s_mem());
-        ::SSL_set_bio(m_ssl.get(), m_incoming, m_outgoing); // owns both from here on
+        ::SSL_set_bio(m_ssl.get(), m_incoming, m_outgoing); // takes ownership of both
         checked(m_outgoing);
         if (!serverName.empty())
             ::SSL_set_tlsext_host_name(m_ssl.get(), serverName.c_str());
@@ -68,7 +68,7 @@ public:
             const int result = ::SSL_read_ex(m_ssl.get(), to, size, &received);
             if (result == 1)
                 return received;
-            if (!goOn(result, deadline))
+            if (!resume(result, deadline))
                 return 0;
         }
     }
@@ -84,14 +84,15 @@ private:
             const int result = ::SSL_connect(m_ssl.get());
             if (result == 1)
                 break;
-            if (!goOn(result, deadline))
+            if (!resume(result, deadline))
                 throwFailed();
         }
         flush();
     }
 
-    // After a call that did not succeed: gets OpenSSL what it waits for. False when there is none to come.
-    bool goOn(int result, const Deadline& deadline) {
+    // After an unsuccessful call: receives the input that OpenSSL needs. False at the end of the connection,
+    // and for an error.
+    bool resume(int result, const Deadline& deadline) {
         const bool wantsInput = ::SSL_get_error(m_ssl.get(), result) == SSL_ERROR_WANT_READ;
         flush();
         return wantsInput && fetch(deadline);
@@ -115,8 +116,8 @@ private:
     const std::unique_ptr<Stream> m_plain;
     const std::unique_ptr<SSL_CTX, Deleter> m_context;
     std::unique_ptr<SSL, Deleter> m_ssl;
-    BIO* m_incoming; // what the peer sent, encrypted
-    BIO* m_outgoing; // what is to be sent to it
+    BIO* m_incoming; // encrypted bytes from the peer
+    BIO* m_outgoing; // encrypted bytes to the peer
 };
 
 } // namespace

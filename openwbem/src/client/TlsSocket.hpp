@@ -7,17 +7,17 @@
 
 namespace OpenWBEM {
 
-/** Throws SSLException when this library was built without TLS. */
+/** Throws SSLException if this library was built without TLS. */
 void requireTls();
 
 /**
- * A TLS connection over a plain one, of version 1.2 or later, after its handshake.
+ * Performs a TLS handshake, version 1.2 or later, over a plain connection.
  *
- * The certificate of the server is NOT verified: it keeps others from listening, not from posing as the
- * server. Object managers come with certificates of their own making, which no store vouches for.
+ * Does NOT verify the certificate of the server: TLS prevents eavesdropping, not impersonation. Object
+ * managers use self-signed certificates, which no certificate store contains.
  *
- * @param serverName sent to the server when not empty (RFC 6066, server_name)
- * Throws SSLException when the handshake fails, SocketTimeoutException when the deadline passes.
+ * @param serverName sent to the server unless empty (RFC 6066, server_name)
+ * Throws SSLException if the handshake fails, SocketTimeoutException at the deadline.
  */
 std::unique_ptr<Stream> startTls(std::unique_ptr<Stream> plain, const std::string& serverName,
                                  const Deadline& deadline);

@@ -24,22 +24,17 @@ public:
             while (reply.next(instance))
                 all.addElement(std::move(instance));
         };
-        exchange(nameSpace, id, true,
-                 xml::enumerateInstances(id, nameSpace, className, deep, options.localOnly,
-                                         options.includeQualifiers, options.includeClassOrigin,
-                                         options.properties),
+        exchange(nameSpace, id, true, xml::enumerateInstances(id, nameSpace, className, deep, options),
                  collect);
         return all;
     }
 
-    // Null when the reply has no return value.
+    // Null if the reply has no return value.
     CIMInstance getInstance(const String& nameSpace, const CIMObjectPath& path,
                             const ReadOptions& options) override {
         const UInt32 id = nextId();
         CIMInstance instance(CIMNULL);
-        exchange(nameSpace, id, true,
-                 xml::getInstance(id, nameSpace, path, options.localOnly, options.includeQualifiers,
-                                  options.includeClassOrigin, options.properties),
+        exchange(nameSpace, id, true, xml::getInstance(id, nameSpace, path, options),
                  [&instance](xml::Reply& reply) { instance = reply.instance(); });
         return instance;
     }

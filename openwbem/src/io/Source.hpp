@@ -5,14 +5,13 @@
 namespace OpenWBEM {
 namespace io {
 
-/** Bytes that come piece by piece. */
+/** A stream of bytes that arrives in pieces. */
 class Source {
 public:
     virtual ~Source() = default;
     /**
-     * Reads up to size bytes, size being at least 1, and returns how many; 0 at the end, and again at every
-     * call after it. Waits until there is at least one. Throws an OpenWBEM::Exception when the bytes break
-     * off before their end.
+     * Reads up to size bytes, which must be at least 1; waits for at least one. Returns the number of bytes
+     * read; 0 at the end and after it. Throws an OpenWBEM::Exception if the stream is truncated.
      */
     virtual std::size_t read(char* to, std::size_t size) = 0;
 };

@@ -7,14 +7,14 @@ namespace OpenWBEM {
 namespace io {
 namespace {
 
-const std::size_t pieceSize = 64 * 1024; // bytes asked of the source at a time
+const std::size_t pieceSize = 64 * 1024; // maximum bytes of one read from the source
 
 } // namespace
 
 bool Window::fetch(std::size_t wanted) {
     if (!m_source)
         return false;
-    const auto kept = static_cast<std::size_t>(m_held ? m_next - m_held : 0);
+    const auto kept = static_cast<std::size_t>(m_slice ? m_next - m_slice : 0);
     m_buffer.consume(m_buffer.size() - kept - size());
     std::size_t got = 1;
     while (m_buffer.size() < kept + wanted && got > 0) {
@@ -27,8 +27,8 @@ bool Window::fetch(std::size_t wanted) {
     const char* const first = static_cast<const char*>(m_buffer.cdata().data());
     m_next = first + kept;
     m_end = first + m_buffer.size();
-    if (m_held)
-        m_held = first;
+    if (m_slice)
+        m_slice = first;
     return size() >= wanted;
 }
 

@@ -1,4 +1,4 @@
-// Anchors of the small classes: their destructors and the few members that need no file of their own.
+// Out-of-line members of the smallest classes.
 #include "OW_Bool.hpp"
 #include "OW_CIMElement.hpp"
 #include "OW_CIMName.hpp"

@@ -7,8 +7,7 @@
 namespace OpenWBEM {
 namespace {
 
-// DSP0004, intrinsic data types. Objects within objects are declared as strings; of types that share a name
-// the first is meant by it.
+// DSP0004, intrinsic data types. Embedded objects are declared as strings. A name maps to its first type.
 struct TypeName {
     CIMDataType::Type type;
     const char* name;
@@ -73,9 +72,9 @@ bool CIMDataType::syncWithValue(const CIMValue& value) {
 }
 
 String CIMDataType::toString() const {
-    for (const TypeName& known : typeNames)
-        if (known.type == m_type)
-            return known.name;
+    for (const TypeName& entry : typeNames)
+        if (entry.type == m_type)
+            return entry.name;
     return "** INVALID DATA TYPE IN CIMDATATYPE - toString **";
 }
 
@@ -94,9 +93,9 @@ bool CIMDataType::isNumericType(Type type) {
 }
 
 CIMDataType::Type CIMDataType::strToSimpleType(const String& name) {
-    for (const TypeName& known : typeNames)
-        if (name.equalsIgnoreCase(known.name))
-            return known.type;
+    for (const TypeName& entry : typeNames)
+        if (name.equalsIgnoreCase(entry.name))
+            return entry.type;
     return INVALID;
 }
 

@@ -14,11 +14,11 @@
 namespace OpenWBEM {
 namespace {
 
-const std::size_t deciding = 21;     // the character that tells a date from an interval
-const std::size_t lastLookedAt = 34; // text from here on is ignored
+const std::size_t formIndex = 21;     // of the character that distinguishes dates from intervals
+const std::size_t maximumLength = 34; // the rest of a text is ignored
 
 int field(std::string_view text, std::size_t begin, std::size_t length) {
-    char digits[lastLookedAt] = {}; // up to a NUL
+    char digits[maximumLength] = {}; // NUL-terminated
     text.copy(digits, std::min(length, sizeof digits - 1), begin);
     return static_cast<int>(std::strtol(digits, nullptr, 10));
 }
@@ -32,8 +32,8 @@ CIMDateTime::CIMDateTime(CIMNULL_t) {
 CIMDateTime::CIMDateTime(const String& string) {
     if (string.empty())
         return;
-    const std::string_view text = std::string_view(string.c_str()).substr(0, lastLookedAt);
-    const char form = text.size() > deciding ? text[deciding] : '\0';
+    const std::string_view text = std::string_view(string.c_str()).substr(0, maximumLength);
+    const char form = text.size() > formIndex ? text[formIndex] : '\0';
     if (form != ':' && form != '+' && form != '-')
         OW_THROW_ERR(CIMDateTimeException, "Invalid format for date time", E_INVALID_DATE_TIME_FORMAT);
 
@@ -44,7 +44,7 @@ CIMDateTime::CIMDateTime(const String& string) {
         m_fields.year = static_cast<UInt16>(field(text, 0, 4));
         m_fields.month = static_cast<UInt8>(field(text, 4, 2));
         m_fields.days = static_cast<UInt32>(field(text, 6, 2));
-        m_fields.utc = static_cast<Int16>(field(text, deciding, lastLookedAt - deciding));
+        m_fields.utc = static_cast<Int16>(field(text, formIndex, maximumLength - formIndex));
     }
     m_fields.hours = static_cast<UInt8>(field(text, 8, 2));
     m_fields.minutes = static_cast<UInt8>(field(text, 10, 2));
@@ -114,7 +114,7 @@ void CIMDateTime::setInterval(bool value) {
 
 String CIMDateTime::toString() const {
     const Fields& f = read();
-    char text[64]; // every field at its widest
+    char text[64]; // fits every field at its maximum
     if (f.interval)
         std::snprintf(text, sizeof text, "%08u%02u%02u%02u.%06u:000", f.days, unsigned{f.hours},
                       unsigned{f.minutes}, unsigned{f.seconds}, f.microSeconds);

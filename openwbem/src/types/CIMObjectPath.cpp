@@ -1,16 +1,19 @@
 #include "OW_CIMObjectPath.hpp"
 
+#include "OW_CIMException.hpp"
 #include "OW_NoSuchPropertyException.hpp"
 #include "ObjectData.hpp"
-#include "PathText.hpp"
+#include "ValueText.hpp"
+#include "io/Limits.hpp"
 
 #include <algorithm>
+#include <string>
 #include <vector>
 
 namespace OpenWBEM {
 namespace {
 
-/** A key for comparing. */
+// A key for comparison.
 struct Key {
     String name;
     String value;
@@ -47,7 +50,99 @@ int compareAddresses(const CIMObjectPath::Data& a, const CIMObjectPath::Data& b)
     return hosts ? hosts : a.port.compareTo(b.port);
 }
 
+// A namespace without surrounding white space and leading slashes.
+String cleanNameSpace(const String& nameSpace) {
+    String text = nameSpace;
+    text.trim();
+    const char* const end = text.c_str() + text.length();
+    const char* begin = text.c_str();
+    while (*begin == '/')
+        ++begin;
+    return begin == text.c_str() ? text : String(begin, static_cast<std::size_t>(end - begin));
+}
+
+[[noreturn]] void throwInvalid(const char* what, const String& text) {
+    OW_THROWCIMMSG(CIMException::INVALID_PARAMETER, (what + text).c_str());
+}
+
+// Removes the text up to the end of a mark and returns the part before the mark.
+String cutBefore(String& text, std::size_t mark, std::size_t markLength = 1) {
+    String before = text.substring(0, mark);
+    text = text.substring(mark + markLength);
+    return before;
+}
+
+// `<host>[:<port>]`
+void readAddress(const String& address, CIMObjectPath::Data& path) {
+    const std::size_t colon = address.indexOf(':');
+    path.host = address.substring(0, colon);
+    if (path.host.equalsIgnoreCase("localhost"))
+        path.host = LocalAddress::get().host;
+    if (colon == String::npos)
+        return;
+    try {
+        path.port = String(UInt32{address.substring(colon + 1).toUInt16()});
+    } catch (const StringConversionException&) {
+        OW_THROWCIMMSG(CIMException::INVALID_PARAMETER, "Invalid port in Object Path");
+    }
+}
+
+// Reads the keys of `<name>=<value>,...`.
+class KeyScanner {
+public:
+    explicit KeyScanner(const String& text)
+        : m_text(text) {}
+
+    CIMPropertyArray scan() {
+        bool isQuoted = false;
+        for (std::size_t i = 0; i < m_text.length(); ++i) {
+            const bool isLast = i + 1 == m_text.length();
+            const char c = m_text.charAt(i);
+            if (c == '\\' && !isLast) {
+                ++i; // the escaped character
+                continue;
+            }
+            if (c == '"')
+                isQuoted = !isQuoted;
+            if (isQuoted)
+                continue;
+            if (c == '=')
+                m_value = i + 1;
+            if (isLast)
+                endKey(i + 1); // a final comma belongs to the value
+            else if (c == ',')
+                endKey(i++); // the first character of a name is never a separator
+        }
+        return m_keys;
+    }
+
+private:
+    void endKey(std::size_t end) {
+        if (m_value == String::npos) {
+            const String name = m_text.substring(m_begin, end - m_begin);
+            OW_THROWCIMMSG(CIMException::NOT_FOUND, ("Bad key in string (" + name + ")").c_str());
+        }
+        const String name = m_text.substring(m_begin, m_value - 1 - m_begin);
+        const bool isInQuotes = m_text.charAt(m_value) == '"';
+        const std::size_t first = isInQuotes ? m_value + 1 : m_value;
+        const std::size_t last = isInQuotes ? end - 1 : end;
+        const String value = CIMObjectPath::unEscape(m_text.substring(first, last - first));
+        m_keys.push_back(CIMProperty(name, CIMValue(value)));
+        m_begin = end + 1;
+        m_value = String::npos;
+    }
+
+    const String m_text;
+    std::size_t m_begin = 0;
+    std::size_t m_value = String::npos; // start of the current key's value
+    CIMPropertyArray m_keys;
+};
+
 } // namespace
+
+bool isLocalHost(const String& host) {
+    return host.empty() || host.equalsIgnoreCase("localhost") || host == "127.0.0.1";
+}
 
 CIMObjectPath::CIMObjectPath()
     : m_data(new Data) {}
@@ -165,6 +260,94 @@ int CIMObjectPath::compare(const CIMObjectPath& other) const {
 
 void CIMObjectPath::setNull() {
     m_data.reset();
+}
+
+CIMObjectPath CIMObjectPath::parse(const String& text) {
+    String rest = text;
+    if (rest.trim().empty())
+        return CIMObjectPath(CIMNULL);
+    CIMObjectPath path;
+    Data& data = path.m_data.edit();
+    data.protocol = "HTTP";
+    const std::size_t mark = rest.indexOf("://");
+    if (mark != String::npos) {
+        data.protocol = cutBefore(rest, mark, 3);
+        const std::size_t slash = rest.indexOf('/');
+        if (slash == String::npos)
+            throwInvalid("Invalid instance name: ", text);
+        readAddress(cutBefore(rest, slash), data);
+    } else if (rest.startsWith('/')) {
+        cutBefore(rest, 0);
+    }
+    const std::size_t colon = rest.indexOf(':');
+    data.nameSpace = colon == String::npos ? String("root") : cleanNameSpace(cutBefore(rest, colon));
+    const std::size_t dot = rest.indexOf('.');
+    if (dot == String::npos)
+        throwInvalid("class name not found in instance name: ", text);
+    data.className = cutBefore(rest, dot);
+    if (rest.empty())
+        throwInvalid("No key values found in instance name: ", text);
+    data.keys = KeyScanner(rest).scan();
+    return path;
+}
+
+String CIMObjectPath::toString() const {
+    const Data& data = m_data.read();
+    String text;
+    if (!isLocalHost(data.host)) {
+        text = data.protocol + "://" + data.host;
+        if (data.port != "5988")
+            text += ":" + data.port;
+    }
+    return text + "/" + data.nameSpace + ":" + modelPath();
+}
+
+String CIMObjectPath::toMOF() const {
+    return escape(toString());
+}
+
+String CIMObjectPath::modelPath() const {
+    const Data& data = m_data.read();
+    std::string text;
+    appendText(text, data.className.toString());
+    const char* separator = ".";
+    for (const CIMProperty& key : data.keys) {
+        const CIMValue value = key.getValue();
+        text += separator;
+        appendText(text, key.getName());
+        text += "=\"";
+        appendText(text, escape(value ? value.toString() : "null"));
+        text += '"';
+        separator = ",";
+        // Nested paths are escaped at each level, which doubles their backslashes.
+        if (text.size() > io::maximumText)
+            OW_THROWCIMMSG(CIMException::FAILED, "object path is too long");
+    }
+    return stringOf(text);
+}
+
+String CIMObjectPath::escape(const String& text) {
+    std::string escaped;
+    for (const char* c = text.c_str(); *c; ++c) {
+        if (*c == '\n') {
+            escaped += "\\n";
+            continue;
+        }
+        if (*c == '\\' || *c == '"')
+            escaped += '\\';
+        escaped += *c;
+    }
+    return stringOf(escaped);
+}
+
+String CIMObjectPath::unEscape(const String& text) {
+    std::string plain;
+    for (const char* c = text.c_str(); *c; ++c) {
+        if (*c == '\\' && !*++c)
+            break;
+        plain += *c;
+    }
+    return stringOf(plain);
 }
 
 } // namespace OpenWBEM

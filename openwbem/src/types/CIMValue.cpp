@@ -10,8 +10,8 @@
 namespace OpenWBEM {
 namespace {
 
-[[noreturn]] void throwWrongType(const char* word) {
-    const std::string message = std::string("CIMValue::CIMValueImpl::get - Value is not a ") + word;
+[[noreturn]] void throwTypeMismatch(const char* name) {
+    const std::string message = std::string("CIMValue::CIMValueImpl::get - Value is not a ") + name;
     OW_THROW(ValueCastException, message.c_str());
 }
 
@@ -26,7 +26,7 @@ CIMValue& CIMValue::operator=(const CIMValue& other) {
     return *this = CIMValue(other);
 }
 
-// Of a null value into a value.
+// Copies another value into this null value.
 void CIMValue::copy(const CIMValue& other) {
     m_type = other.m_type;
     m_isArray = other.m_isArray;
@@ -61,7 +61,7 @@ void CIMValue::read(T& out) const {
             return;
         }
     }
-    throwWrongType(TypeOf<T>::word);
+    throwTypeMismatch(TypeOf<T>::name);
 }
 
 CIMValue::CIMValue(bool value)
@@ -69,7 +69,7 @@ CIMValue::CIMValue(bool value)
 CIMValue::CIMValue(const char* value)
     : CIMValue(String(value)) {}
 
-// One constructor, one get() and one toXxx() for every type that a value can hold.
+// One constructor, one get() and one toXxx() for each C++ type of a value.
 #define OPENWBEM_VALUE_TYPE(PARAMETER, TYPE)                                                                 \
     CIMValue::CIMValue(PARAMETER value)                                                                      \
         : CIMValue(CIMNULL) {                                                                                \

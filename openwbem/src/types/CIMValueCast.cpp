@@ -20,7 +20,7 @@ bool canCast(CIMDataType::Type from, CIMDataType::Type to) {
            (isPlainType(from) && isPlainType(to));
 }
 
-// The elements of an array, or the single value.
+// The elements of an array, or a single value as one element.
 CIMValueArray elementsOf(const CIMValue& value) {
     return ValueAccess::visit(value, [&value](const auto& content) {
         CIMValueArray elements;
@@ -35,7 +35,7 @@ CIMValueArray elementsOf(const CIMValue& value) {
     });
 }
 
-// One element as a T: as it is, or what its text reads as.
+// Converts one element to a T by parsing its text, unless it is a T.
 template <class T, class Read>
 T convert(const CIMValue& element, Read read) {
     if (element.getType() != TypeOf<T>::type)
@@ -45,7 +45,7 @@ T convert(const CIMValue& element, Read read) {
     return same;
 }
 
-// A value of Ts, an array or the first element alone.
+// An array of all elements, or the first element alone.
 template <class T, class Read>
 CIMValue build(const CIMValueArray& elements, bool isArray, Read read) {
     if (!isArray)
@@ -88,7 +88,7 @@ CIMValue build(const CIMValueArray& elements, const CIMDataType& type) {
         return build<CIMDateTime>(elements, isArray, [](const String& text) { return CIMDateTime(text); });
     case CIMDataType::REFERENCE:
         return build<CIMObjectPath>(elements, isArray, &CIMObjectPath::parse);
-    default: // what is left of the types that can be cast to
+    default: // STRING: the caller excludes all other types
         return build<String>(elements, isArray, [](const String& text) { return text; });
     }
 }

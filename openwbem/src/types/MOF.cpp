@@ -56,7 +56,7 @@ void appendQualifiers(std::string& text, const QualifierArray& qualifiers, const
     text += qualifiers.empty() ? "" : "]\n";
 }
 
-// `<type> <name>[<size>]`, of a reference `<class> REF <name>`.
+// `<type> <name>[<size>]`; for a reference, `<class> REF <name>`.
 void appendTyped(std::string& text, const CIMDataType& type, const CIMName& name) {
     if (type.isReferenceType()) {
         append(text, type.getRefClassName());

@@ -1,6 +1,6 @@
 #ifndef OPENWBEM_OBJECT_DATA_HPP_INCLUDED
 #define OPENWBEM_OBJECT_DATA_HPP_INCLUDED
-// What the handles of the CIM objects share, and the way in for the code that builds objects off the wire.
+// The data behind the handles of CIM objects, and access to it for code of this library.
 
 #include "OW_CIMClass.hpp"
 #include "OW_CIMDateTime.hpp"
@@ -15,7 +15,8 @@
 
 namespace OpenWBEM {
 
-/** A qualifier, with what came with it of its type (DSP0004, qualifiers). Kept to be sent back as it came. */
+/** A qualifier with its qualifier type (DSP0004, qualifiers). Stored so that it can be sent back unchanged.
+ */
 struct Qualifier {
     enum Flavor : Int32 { NOT_OVERRIDABLE = 2, RESTRICTED = 3, TO_SUBCLASS = 4, TRANSLATABLE = 5 };
 
@@ -32,33 +33,36 @@ struct Qualifier {
 };
 typedef Array<Qualifier> QualifierArray;
 
-/** Whether a qualifier has this name and is true. */
+/** Whether the qualifier has this name and the value true. */
 bool isTrue(const Qualifier& qualifier, const CIMName& name);
-/** Whether the qualifier of this name is there and true. */
+/** Whether a qualifier with this name has the value true. */
 bool isTrue(const QualifierArray& qualifiers, const CIMName& name);
 
-/** All of a property but its value. The same property of many instances shares one. */
+/** A property without its value. Instances of a class share the declarations of their properties. */
 struct Declaration : detail::Counted {
     CIMName name;
     CIMName overridden;
     CIMName originClass;
     CIMDataType type;
-    Int32 arraySize = -1; // -1: not given, which says nothing about arrayness
+    Int32 arraySize = -1; // -1: unknown, also for arrays
     bool propagated = false;
     QualifierArray qualifiers;
 };
 
-/** What a path has that names no host; all such paths share the texts. */
+/** The address in paths without a host. All such paths share its strings. */
 struct LocalAddress {
     const String protocol{"http"};
     const String host{"127.0.0.1"};
     const String port{"5988"};
 
     static const LocalAddress& get() {
-        static const LocalAddress* const only = new LocalAddress; // outlives every path
+        static const LocalAddress* const only = new LocalAddress; // never destroyed: outlives every path
         return *only;
     }
 };
+
+/** Whether a path's host is the host of the object manager that returned the path. */
+bool isLocalHost(const String& host);
 
 struct CIMObjectPath::Data : detail::Counted {
     String protocol = LocalAddress::get().protocol;
@@ -103,13 +107,12 @@ struct CIMClass::Data : detail::Counted {
     Array<Method> methods;
 };
 
-/** Makes and opens handles for this library's own code, without the casts and copies of the public interface.
- */
+/** Creates handles and accesses their data, without the copies of the public interface. */
 struct ObjectAccess {
     static CIMProperty property(detail::Shared<Declaration> declaration, CIMValue value) {
         return CIMProperty(std::move(declaration), std::move(value));
     }
-    /** A handle of new data, which it takes over. */
+    /** Takes ownership of new data. */
     template <class Object>
     static Object object(typename Object::Data* data) {
         Object object{CIMNULL};
@@ -123,7 +126,7 @@ struct ObjectAccess {
     static const Declaration& declaration(const CIMProperty& property) {
         return property.m_declaration.read();
     }
-    /** Not for the null property. */
+    /** Undefined for the null property. */
     static const CIMValue& value(const CIMProperty& property) { return property.m_value; }
 
     static CIMDataType dataType(CIMDataType::Type type, Int32 size, Int32 sizeRange, const String& refClass) {
@@ -136,7 +139,7 @@ struct ObjectAccess {
     static Int32 sizeRange(const CIMDataType& type) { return type.m_sizeRange; }
 };
 
-/** The first property or key of a name in an array, const or not, or its end. Null ones have no name. */
+/** Iterator to the first property with a name; end() if there is none. Skips null properties. */
 template <class Properties>
 auto findByName(Properties& properties, const CIMName& name) {
     return std::find_if(properties.begin(), properties.end(), [&name](const CIMProperty& property) {

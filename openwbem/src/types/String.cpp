@@ -1,21 +1,27 @@
-// Making, joining and changing strings. Searching stands in StringSearch.cpp, numbers in StringNumbers.cpp.
 #include "OW_String.hpp"
 
 #include "OW_Char16.hpp"
+#include "Utf8.hpp"
 #include "ValueText.hpp"
 #include "detail/OW_Shared.hpp"
+#include "util/Ascii.hpp"
 
 #include <algorithm>
+#include <cerrno>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <istream>
 #include <limits>
+#include <locale.h>
 #include <memory>
 #include <new>
 #include <ostream>
 #include <string>
+#include <string_view>
 
 namespace OpenWBEM {
 namespace detail {
@@ -29,7 +35,7 @@ Text* Text::make(std::size_t length) {
 }
 
 Text* Text::none() noexcept {
-    // The NUL stands where bytes() looks for it. The count starts with a handle that nobody gives back.
+    // The reference count starts at 1 and is never released. bytes() finds the NUL in end.
     static struct {
         Text text{{1}, 0};
         char end[sizeof(Text)] = {};
@@ -71,15 +77,73 @@ TextHandle textOf(T value) {
     return copyOf(text.data(), text.size());
 }
 
-// Not isspace() and its relatives: texts must be handled alike in every locale of the process.
+// Locale-independent, unlike isspace() and toupper().
 bool isSpace(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
-char toLower(char c) {
-    return static_cast<char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
-}
 char toUpper(char c) {
     return static_cast<char>(c >= 'a' && c <= 'z' ? c - ('a' - 'A') : c);
+}
+
+std::string_view viewOf(const String& text) {
+    return std::string_view(text.c_str(), text.length());
+}
+
+bool areEqual(std::string_view a, const String& b, String::EIgnoreCaseFlag flag) {
+    if (flag == String::E_CASE_SENSITIVE)
+        return a == viewOf(b);
+    return String(a.data(), a.size()).equalsIgnoreCase(b);
+}
+
+[[noreturn]] void throwConversion(const String& text, const char* type) {
+    const std::string message = std::string("Unable to convert \"") + text.c_str() + "\" into " + type;
+    OW_THROW(StringConversionException, message.c_str());
+}
+
+// Reads with strtoll() or strtoull(), which have 64 bits on every platform.
+template <class Wide>
+Wide wideInteger(const String& text, bool isNull, int base, Wide (*read)(const char*, char**, int),
+                 const char* type) {
+    const char* const begin = text.c_str();
+    char* end = const_cast<char*>(begin);
+    errno = 0;
+    const Wide number = read(begin, &end, base);
+    if (isNull || errno != 0 || end != begin + text.length())
+        throwConversion(text, type);
+    return number;
+}
+
+template <class T>
+T signedInteger(const String& text, bool isNull, int base, const char* type) {
+    const Int64 number = wideInteger(text, isNull, base, std::strtoll, type);
+    const auto narrow = static_cast<T>(number);
+    if (narrow != number)
+        throwConversion(text, type);
+    return narrow;
+}
+
+// Like strtoul() with a long of 32 bits: a negative number wraps at 2^32, so -1 is the maximum UInt32 and
+// out of range for UInt16.
+template <class T>
+T unsignedInteger(const String& text, bool isNull, int base, const char* type) {
+    const Int64 maximum = std::numeric_limits<UInt32>::max();
+    const Int64 number = wideInteger(text, isNull, base, std::strtoll, type);
+    const auto wrapped = static_cast<UInt32>(number);
+    const auto narrow = static_cast<T>(wrapped);
+    if (number < -maximum || number > maximum || narrow != wrapped)
+        throwConversion(text, type);
+    return narrow;
+}
+
+Real64 real(const String& text, bool isNull, const char* type) {
+    static const locale_t classic = newlocale(LC_ALL_MASK, "C", nullptr);
+    const char* const begin = text.c_str();
+    char* end = nullptr;
+    errno = 0;
+    const Real64 number = strtod_l(begin, &end, classic);
+    if (isNull || errno != 0 || end != begin + text.length() || std::isinf(number))
+        throwConversion(text, type);
+    return number;
 }
 
 } // namespace
@@ -184,7 +248,7 @@ String& String::trim() {
 
 String& String::toLowerCase() {
     if (!empty())
-        std::transform(c_str(), c_str() + length(), edit(), toLower);
+        std::transform(c_str(), c_str() + length(), edit(), ascii::toLower);
     return *this;
 }
 
@@ -202,8 +266,142 @@ String& String::erase(std::size_t begin, std::size_t count) {
     if (begin >= length() || count == 0)
         return *this;
     const std::size_t removed = std::min(count, length() - begin);
-    const std::size_t behind = begin + removed;
-    return *this = String(c_str(), begin, c_str() + behind, length() - behind);
+    const std::size_t end = begin + removed;
+    return *this = String(c_str(), begin, c_str() + end, length() - end);
+}
+
+int String::compareTo(const char* other) const {
+    return std::strcmp(c_str(), other);
+}
+
+int String::compareToIgnoreCase(const char* other) const {
+    return compareIgnoringCase(c_str(), other);
+}
+
+bool String::startsWith(const String& other, EIgnoreCaseFlag flag) const {
+    if (other.empty() || other.length() > length())
+        return empty() && other.empty();
+    return areEqual(viewOf(*this).substr(0, other.length()), other, flag);
+}
+
+bool String::startsWith(const char* other, EIgnoreCaseFlag flag) const {
+    return startsWith(String(other), flag);
+}
+
+bool String::endsWith(const String& other, EIgnoreCaseFlag flag) const {
+    if (other.empty() || other.length() > length())
+        return empty() && other.empty();
+    return areEqual(viewOf(*this).substr(length() - other.length()), other, flag);
+}
+
+bool String::endsWith(const char* other, EIgnoreCaseFlag flag) const {
+    return endsWith(String(other), flag);
+}
+
+std::size_t String::indexOf(char c, std::size_t from) const {
+    return viewOf(*this).find(c, from);
+}
+
+std::size_t String::indexOf(const char* text, std::size_t from) const {
+    return from < length() ? viewOf(*this).find(text, from) : npos;
+}
+
+std::size_t String::indexOf(const String& text, std::size_t from) const {
+    return from < length() ? viewOf(*this).find(viewOf(text), from) : npos;
+}
+
+std::size_t String::lastIndexOf(char c, std::size_t from) const {
+    return viewOf(*this).rfind(c, from);
+}
+
+std::size_t String::lastIndexOf(const char* text, std::size_t from) const {
+    return empty() ? npos : viewOf(*this).rfind(text, from);
+}
+
+std::size_t String::lastIndexOf(const String& text, std::size_t from) const {
+    return empty() ? npos : viewOf(*this).rfind(viewOf(text), from);
+}
+
+String String::substring(std::size_t begin, std::size_t count) const {
+    if (begin >= length() || count == 0)
+        return String();
+    return String(c_str() + begin, std::min(count, length() - begin));
+}
+
+StringArray String::tokenize(const char* delimiters) const {
+    const std::string_view text = viewOf(*this);
+    StringArray tokens;
+    std::size_t begin = text.find_first_not_of(delimiters);
+    while (begin != npos) {
+        const std::size_t end = std::min(text.find_first_of(delimiters, begin), text.size());
+        tokens.push_back(String(text.data() + begin, end - begin));
+        begin = text.find_first_not_of(delimiters, end);
+    }
+    return tokens;
+}
+
+bool String::isSpaces() const {
+    const std::string_view text = viewOf(*this);
+    return std::all_of(text.begin(), text.end(), isSpace);
+}
+
+std::size_t String::UTF8Length() const {
+    const std::string_view text = viewOf(*this);
+    // Continuation bytes do not count (RFC 3629).
+    return static_cast<std::size_t>(
+        std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
+UInt32 String::hashCode() const {
+    return static_cast<UInt32>(std::hash<std::string_view>()(viewOf(*this)));
+}
+
+UInt8 String::toUInt8(int base) const {
+    return unsignedInteger<UInt8>(*this, !m_text, base, "UInt8");
+}
+Int8 String::toInt8(int base) const {
+    return signedInteger<Int8>(*this, !m_text, base, "Int8");
+}
+UInt16 String::toUInt16(int base) const {
+    return unsignedInteger<UInt16>(*this, !m_text, base, "UInt16");
+}
+Int16 String::toInt16(int base) const {
+    return signedInteger<Int16>(*this, !m_text, base, "Int16");
+}
+UInt32 String::toUInt32(int base) const {
+    return unsignedInteger<UInt32>(*this, !m_text, base, "UInt32");
+}
+Int32 String::toInt32(int base) const {
+    return signedInteger<Int32>(*this, !m_text, base, "Int32");
+}
+UInt64 String::toUInt64(int base) const {
+    return wideInteger(*this, !m_text, base, std::strtoull, "UInt64");
+}
+Int64 String::toInt64(int base) const {
+    return wideInteger(*this, !m_text, base, std::strtoll, "Int64");
+}
+
+Real32 String::toReal32() const {
+    const auto narrow = static_cast<Real32>(real(*this, !m_text, "Real32"));
+    if (std::isinf(narrow))
+        throwConversion(*this, "Real32");
+    return narrow;
+}
+
+Real64 String::toReal64() const {
+    return real(*this, !m_text, "Real64");
+}
+
+bool String::toBool() const {
+    if (equalsIgnoreCase("true"))
+        return true;
+    if (!equalsIgnoreCase("false"))
+        throwConversion(*this, "bool");
+    return false;
+}
+
+Char16 String::toChar16() const {
+    return Char16(*this);
 }
 
 String String::getLine(std::istream& in) {

@@ -8,23 +8,23 @@
 namespace OpenWBEM {
 namespace {
 
-// Cuts text at the first mark and returns what stood behind it; text keeps all when there is no mark.
-std::string cutBehind(std::string& text, const std::string& mark) {
+// Splits text at the first mark: keeps the part before it, returns the part after it ("" without a mark).
+std::string cutAfter(std::string& text, const std::string& mark) {
     const std::size_t at = text.find(mark);
     if (at == std::string::npos)
         return std::string();
-    std::string behind = text.substr(at + mark.size());
+    std::string after = text.substr(at + mark.size());
     text.resize(at);
-    return behind;
+    return after;
 }
 
-// Cuts the port off a host. The colons of an IPv6 address are inside its brackets.
+// Removes the port from a host and returns it. The colons of an IPv6 address are in its brackets.
 std::string cutPort(std::string& host) {
     const std::size_t addressEnd = host.compare(0, 1, "[") == 0 ? host.find(']') : 0;
-    std::string behind = host.substr(std::min(addressEnd, host.size()));
-    host.resize(host.size() - behind.size());
-    std::string port = cutBehind(behind, ":");
-    host += behind;
+    std::string rest = host.substr(std::min(addressEnd, host.size()));
+    host.resize(host.size() - rest.size());
+    std::string port = cutAfter(rest, ":");
+    host += rest;
     return port;
 }
 
@@ -37,7 +37,7 @@ bool isHost(const std::string& text) {
     return !text.empty() && isOneWord && (!isBracketed || isAddress);
 }
 
-// Cuts text up to and including the first mark and returns what stood before it; "" when there is no mark.
+// Splits text at the first mark: keeps the part after it, returns the part before it ("" without a mark).
 std::string cutBefore(std::string& text, const std::string& mark) {
     const std::size_t at = text.find(mark);
     if (at == std::string::npos)
@@ -62,10 +62,10 @@ URL::URL(const String& given)
     std::string rest = text.c_str();
     const std::string schemeText = cutBefore(rest, "://");
     std::string user = cutBefore(rest, "@");
-    std::string path = cutBehind(rest, "/");
-    const std::string model = cutBehind(path, "/:");
+    std::string path = cutAfter(rest, "/");
+    const std::string model = cutAfter(path, "/:");
     const std::string portText = cutPort(rest);
-    const std::string password = cutBehind(user, ":");
+    const std::string password = cutAfter(user, ":");
     if (!isHost(rest)) {
         const std::string message = std::string("Invalid URL: ") + given.c_str();
         OW_THROW(MalformedURLException, message.c_str());

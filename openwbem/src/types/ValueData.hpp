@@ -1,6 +1,6 @@
 #ifndef OPENWBEM_VALUE_DATA_HPP_INCLUDED
 #define OPENWBEM_VALUE_DATA_HPP_INCLUDED
-// What a CIMValue holds, by its C++ type.
+// The content of a CIMValue, by C++ type.
 
 #include "OW_CIMClass.hpp"
 #include "OW_CIMDateTime.hpp"
@@ -15,21 +15,21 @@
 
 namespace OpenWBEM {
 
-/** The CIM type of a C++ type, and how messages call it. */
+/** The CIM type of a C++ type, and its name in messages. */
 template <class T>
 struct TypeOf;
-#define OPENWBEM_TYPE_OF(CPP, TYPE, WORD, ARRAY_WORD)                                                        \
+#define OPENWBEM_TYPE_OF(CPP, TYPE, NAME, ARRAY_NAME)                                                        \
     template <>                                                                                              \
     struct TypeOf<CPP> {                                                                                     \
         static constexpr CIMDataType::Type type = CIMDataType::TYPE;                                         \
         static constexpr bool isArray = false;                                                               \
-        static constexpr const char* word = WORD;                                                            \
+        static constexpr const char* name = NAME;                                                            \
     };                                                                                                       \
     template <>                                                                                              \
     struct TypeOf<Array<CPP>> {                                                                              \
         static constexpr CIMDataType::Type type = CIMDataType::TYPE;                                         \
         static constexpr bool isArray = true;                                                                \
-        static constexpr const char* word = ARRAY_WORD;                                                      \
+        static constexpr const char* name = ARRAY_NAME;                                                      \
     }
 OPENWBEM_TYPE_OF(Bool, BOOLEAN, "BOOLEAN", "BOOLEAN ARRAY");
 OPENWBEM_TYPE_OF(UInt8, UINT8, "UINT8", "UINT8 ARRAY");
@@ -50,12 +50,12 @@ OPENWBEM_TYPE_OF(CIMClass, EMBEDDEDCLASS, "EMBEDDEDCLASS", "EMBEDDEDCLASS ARRAY"
 OPENWBEM_TYPE_OF(CIMInstance, EMBEDDEDINSTANCE, "EMBEDDEDINSTANCE", "EMBEDDEDINSTANCE ARRAY");
 #undef OPENWBEM_TYPE_OF
 
-/** Whether values of a type stand in the CIMValue itself, as bytes. */
+/** Whether a CIMValue stores values of a type inline, as bytes. */
 template <class T>
 inline constexpr bool isPlain =
     std::is_arithmetic_v<T> || std::is_same_v<T, Bool> || std::is_same_v<T, Char16>;
 
-/** What copies of a value share. */
+/** The shared data of a single value. */
 template <class T>
 struct Boxed : detail::Counted {
     explicit Boxed(T value)
@@ -64,7 +64,7 @@ struct Boxed : detail::Counted {
 };
 
 struct ValueAccess {
-    /** A value of any type that a value can have. */
+    /** Creates a value of any C++ type in TypeOf. */
     template <class T>
     static CIMValue make(T content) {
         CIMValue value{CIMNULL};
@@ -86,7 +86,7 @@ struct ValueAccess {
         return value.m_type == TypeOf<T>::type && value.m_isArray == TypeOf<T>::isArray;
     }
 
-    /** The content of a value that holds a T. */
+    /** The content of a value of type T. */
     template <class T>
     static decltype(auto) content(const CIMValue& value) {
         if constexpr (isPlain<T>) {
@@ -102,7 +102,7 @@ struct ValueAccess {
         }
     }
 
-    /** Calls the visitor with the content of a value that is not null. */
+    /** Calls the visitor with the content of a value, which must not be null. */
     template <class Visitor>
     static decltype(auto) visit(const CIMValue& value, Visitor&& visitor) {
         switch (value.getType()) {
@@ -138,7 +138,7 @@ struct ValueAccess {
             return visitType<CIMClass>(value, visitor);
         case CIMDataType::EMBEDDEDINSTANCE:
             return visitType<CIMInstance>(value, visitor);
-        default: // a value has no other type
+        default: // STRING
             return visitType<String>(value, visitor);
         }
     }

@@ -10,7 +10,7 @@ namespace {
 
 template <class T>
 void appendInteger(std::string& text, T value) {
-    char digits[24]; // a sign and the twenty digits of 2^64 - 1
+    char digits[24]; // fits a sign and the 20 digits of 2^64 - 1
     const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
     text.append(digits, end);
 }
@@ -50,7 +50,7 @@ void appendText(std::string& text, Real32 value) {
 }
 
 void appendText(std::string& text, Real64 value) {
-    char digits[32]; // sign, six digits, point and a three-digit exponent
+    char digits[32]; // fits a sign, six digits, a point and a three-digit exponent
     const auto end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 6).ptr;
     text.append(digits, end);
 }

@@ -1,4 +1,4 @@
-// Classes, their methods and the parameters of these.
+// Classes, methods and parameters.
 #include "xml/Nesting.hpp"
 #include "xml/ObjectReader.hpp"
 #include "xml/TextValue.hpp"

@@ -1,94 +1,72 @@
 #ifndef OPENWBEM_XML_ELEMENT_WRITER_HPP_INCLUDED
 #define OPENWBEM_XML_ELEMENT_WRITER_HPP_INCLUDED
-#include "OW_CIMName.hpp"
 #include "OW_String.hpp"
 #include "xml/Entities.hpp"
 
-#include <exception>
 #include <string>
 #include <string_view>
 
 namespace OpenWBEM {
 namespace xml {
 
-/** An element that is open as long as this object lives. */
-class Element {
+/**
+ * Appends one element: `StartTag(out, "A").attribute("B", "c").content([&] { ... })`. The peers of this
+ * format expect a fixed form: no blank before the ">", or one after each attribute.
+ */
+class StartTag {
 public:
-    /** An element without attributes. */
-    Element(std::string& out, const char* name)
-        : Element(out, name, "") {
-        m_out += '>';
-    }
-    /** An element with one attribute. */
-    Element(std::string& out, const char* name, const char* attribute, const String& value)
-        : Element(out, name, " ") {
-        appendAttribute(attribute, value);
-        m_out += '>';
-    }
-    /** An element with two attributes. */
-    Element(std::string& out, const char* name, const char* first, const String& firstValue,
-            const char* second, const String& secondValue)
-        : Element(out, name, " ") {
-        appendAttribute(first, firstValue);
-        m_out += ' ';
-        appendAttribute(second, secondValue);
-        m_out += '>';
-    }
-    // What an exception leaves behind nobody reads, and there may be no memory for more of it.
-    ~Element() noexcept(false) {
-        if (std::uncaught_exceptions() > m_exceptions)
-            return;
-        m_out += "</";
-        m_out += m_name;
-        m_out += '>';
-    }
-    Element(const Element&) = delete;
-    Element& operator=(const Element&) = delete;
-
-protected:
-    Element(std::string& out, const char* name, const char* gap)
+    StartTag(std::string& out, const char* name)
         : m_out(out)
         , m_name(name) {
         m_out += '<';
         m_out += name;
-        m_out += gap;
     }
-    void appendAttribute(const char* name, const String& value) {
+    StartTag(const StartTag&) = delete;
+    StartTag& operator=(const StartTag&) = delete;
+
+    StartTag& attribute(const char* name, const String& value) {
+        m_out += ' ';
         m_out += name;
         m_out += "=\"";
         appendEscaped(m_out, std::string_view(value.c_str(), value.length()));
         m_out += '"';
+        return *this;
     }
-
-    std::string& m_out;
-
-private:
-    const char* m_name;
-    const int m_exceptions = std::uncaught_exceptions(); // under way when the element began
-};
-
-/** An element that declares something: any number of attributes, a blank behind each. */
-class DeclaringElement : public Element {
-public:
-    DeclaringElement(std::string& out, const char* name)
-        : Element(out, name, " ") {}
-
-    DeclaringElement& attribute(const char* name, const String& value) {
-        appendAttribute(name, value);
+    /** Appends the attribute only if the value is not empty. */
+    StartTag& optional(const char* name, const String& value) {
+        return value.empty() ? *this : attribute(name, value);
+    }
+    /** Appends the attribute only if it applies. */
+    StartTag& optional(const char* name, bool applies, const char* value) {
+        return applies ? attribute(name, value) : *this;
+    }
+    /** Ends the tag with a blank: the form of declarations. */
+    StartTag& blank() {
         m_out += ' ';
         return *this;
     }
-    /** Only when the value is not empty. */
-    DeclaringElement& optional(const char* name, const String& value) {
-        return value.empty() ? *this : attribute(name, value);
+
+    /** Ends the tag, calls the function, which appends the content, and appends the end tag. If it throws,
+     * the text ends there. */
+    template <class Append>
+    void content(Append append) {
+        m_out += '>';
+        append();
+        m_out += "</";
+        m_out += m_name;
+        m_out += '>';
     }
-    /** Only when it applies. */
-    DeclaringElement& optional(const char* name, bool applies, const char* value) {
-        return applies ? attribute(name, value) : *this;
-    }
-    /** Ends the start tag. */
-    void open() { m_out += '>'; }
+
+private:
+    std::string& m_out;
+    const char* m_name;
 };
+
+/** Appends an element without attributes. */
+template <class Append>
+void appendElement(std::string& out, const char* name, Append append) {
+    StartTag(out, name).content(append);
+}
 
 } // namespace xml
 } // namespace OpenWBEM

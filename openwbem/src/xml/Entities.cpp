@@ -7,8 +7,8 @@ namespace OpenWBEM {
 namespace xml {
 namespace {
 
-const unsigned highestCharacter = 127; // that a numeric reference may name
-const std::size_t shownOfReference = 16;
+const unsigned highestCharacter = 127;    // of a numeric reference
+const std::size_t reportedReference = 16; // bytes of an invalid reference in messages
 
 constexpr std::pair<std::string_view, char> namedReferences[] = {
     {"&lt;", '<'}, {"&gt;", '>'}, {"&amp;", '&'}, {"&quot;", '"'}, {"&apos;", '\''},
@@ -18,7 +18,7 @@ bool startsWith(std::string_view text, std::string_view start) {
     return text.substr(0, start.size()) == start;
 }
 
-// Bytes of the numeric reference that a text starts with, and its character; 0 when it is none.
+// Parses the numeric reference at the start of a text. Returns its size, or 0 if it is invalid.
 std::size_t numericReference(std::string_view text, char& character) {
     const bool isHex = startsWith(text, "&#x");
     const char* const digits = text.data() + (isHex ? 3 : 2);
@@ -33,7 +33,7 @@ std::size_t numericReference(std::string_view text, char& character) {
     return static_cast<std::size_t>(result.ptr + 1 - text.data());
 }
 
-// Bytes of the named reference that a text starts with, and its character; the "&" alone when it is none.
+// Parses the named reference at the start of a text. Returns its size. Any other "&" is a character.
 std::size_t namedReference(std::string_view text, char& character) {
     for (const auto& [reference, meaning] : namedReferences) {
         if (!startsWith(text, reference))
@@ -81,7 +81,7 @@ std::string_view decode(std::string_view text, std::string& to) {
         const std::size_t size =
             startsWith(text, "&#") ? numericReference(text, character) : namedReference(text, character);
         if (size == 0)
-            return text.substr(0, shownOfReference);
+            return text.substr(0, reportedReference);
         to += character;
         text.remove_prefix(size);
     }

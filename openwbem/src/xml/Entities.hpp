@@ -7,15 +7,15 @@ namespace OpenWBEM {
 namespace xml {
 
 /**
- * Appends a text with its references replaced by what they stand for: the five names of XML 1.0, and numbers
- * up to 127. Any other "&" stands for itself. Never appends more than it takes.
+ * Appends a text with its references decoded: the five named entities of XML 1.0, and numeric references up
+ * to 127. Any other "&" is copied. The output is never longer than the input.
  *
- * @return the first numeric reference that cannot be replaced, where it stopped; empty when there is none
+ * @return the invalid numeric reference at which decoding stopped; empty on success
  */
 std::string_view decode(std::string_view text, std::string& to);
 
-/** Appends a text for the content of an element or an attribute: markup, quotes and line ends as references,
- * all other bytes as they are. */
+/** Appends a text escaped for the content of an element or an attribute: markup, quotes and line ends become
+ * references, all other bytes are copied. */
 void appendEscaped(std::string& to, std::string_view text);
 
 } // namespace xml

@@ -6,8 +6,8 @@
 namespace OpenWBEM {
 namespace xml {
 
-/** Counts how deep objects hold objects, and refuses what is too deep (XMLParseException). With an outermost
- * object the reader's list of known declarations begins again. */
+/** Counts the nesting depth and throws XMLParseException beyond the limit. An outermost object restarts the
+ * reader's walk through its cached declarations. */
 class ObjectReader::Nesting {
 public:
     explicit Nesting(ObjectReader& reader)

@@ -1,4 +1,4 @@
-// Instances, their properties and what declares these.
+// Instances, properties and their declarations.
 #include "xml/ObjectReader.hpp"
 
 #include "xml/Nesting.hpp"
@@ -84,7 +84,7 @@ CIMInstance ObjectReader::readInstance() {
     return ObjectAccess::object<CIMInstance>(data.release());
 }
 
-// The properties from there on, which are done.
+// Removes and returns the collected properties from an index on.
 CIMPropertyArray ObjectReader::collected(std::size_t first) {
     const auto begin = m_collected.begin() + static_cast<std::ptrdiff_t>(first);
     if (begin == m_collected.end())
@@ -94,7 +94,7 @@ CIMPropertyArray ObjectReader::collected(std::size_t first) {
     return all;
 }
 
-// Most names are the one before.
+// Consecutive names are usually equal.
 CIMName ObjectReader::className(std::string_view text) {
     if (text != view(m_className))
         m_className = toString(text);
@@ -102,7 +102,7 @@ CIMName ObjectReader::className(std::string_view text) {
 }
 
 std::string_view ObjectReader::expectedTag() const {
-    return m_next < m_known.size() ? std::string_view(m_known[m_next].tag) : std::string_view();
+    return m_next < m_cached.size() ? std::string_view(m_cached[m_next].tag) : std::string_view();
 }
 
 bool ObjectReader::startsProperty() const {
@@ -112,9 +112,9 @@ bool ObjectReader::startsProperty() const {
 }
 
 CIMProperty ObjectReader::property() {
-    const std::size_t place = known();
-    detail::Shared<Declaration> declaration = m_known[place].declaration;
-    bool isEmbedded = m_known[place].isEmbedded;
+    const std::size_t index = declarationIndex();
+    detail::Shared<Declaration> declaration = m_cached[index].declaration;
+    bool isEmbedded = m_cached[index].isEmbedded;
     CIMValue content{CIMNULL};
     while (m_in.next() == Tag::start) {
         if (m_in.name() == "QUALIFIER") {
@@ -128,20 +128,19 @@ CIMProperty ObjectReader::property() {
     return ObjectAccess::property(std::move(declaration), std::move(content));
 }
 
-// Place of the declaration that the start tag stands for: that of the instance before, if its tag was the
-// same.
-std::size_t ObjectReader::known() {
-    const std::size_t place = std::min(m_next++, maximumKnown - 1);
-    if (place == m_known.size())
-        m_known.emplace_back();
-    Known& known = m_known[place];
-    if (!known.declaration || known.tag != m_in.tag()) {
-        known.tag = m_in.tag();
-        known.declaration = newDeclaration();
-        known.isEmbedded =
+// Index of the cached declaration for the start tag. Replaces the cached one if its tag differs.
+std::size_t ObjectReader::declarationIndex() {
+    const std::size_t index = std::min(m_next++, maximumCached - 1);
+    if (index == m_cached.size())
+        m_cached.emplace_back();
+    Cached& cached = m_cached[index];
+    if (!cached.declaration || cached.tag != m_in.tag()) {
+        cached.tag = m_in.tag();
+        cached.declaration = newDeclaration();
+        cached.isEmbedded =
             !m_in.attribute("EmbeddedObject").empty() || !m_in.attribute("EMBEDDEDOBJECT").empty();
     }
-    return place;
+    return index;
 }
 
 detail::Shared<Declaration> ObjectReader::newDeclaration() const {

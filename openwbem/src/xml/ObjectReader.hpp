@@ -18,13 +18,13 @@ namespace OpenWBEM {
 namespace xml {
 
 /**
- * Reads CIM objects from their elements (DSP0201). Each function is called at the start tag of its element
- * and passes to the end tag. Elements and attributes that are not known are passed over. One reader serves
- * one document: consecutive instances mostly declare the same properties, which are then recognised by the
- * bytes of their tags, and shared.
+ * Reads CIM objects from their elements (DSP0201). Call each function at the start tag of its element; it
+ * stops at the end tag. Unknown elements and attributes are ignored. Use one reader for a whole document:
+ * consecutive instances usually declare the same properties, so the reader caches the declarations by the
+ * bytes of their tags and shares them.
  *
- * Throws XMLParseException for what is not well-formed or too deep, CIMException INVALID_PARAMETER for a
- * value whose text is not of its type, CIMDateTimeException for a datetime that is none.
+ * Throws XMLParseException if the document is malformed or nested too deeply, CIMException INVALID_PARAMETER
+ * for a text that is not a value of its type, CIMDateTimeException for a malformed datetime.
  */
 class ObjectReader {
 public:
@@ -34,35 +34,36 @@ public:
     ObjectReader(const ObjectReader&) = delete;
     ObjectReader& operator=(const ObjectReader&) = delete;
 
-    /** VALUE.NAMEDINSTANCE: an instance whose keys come from its name. */
+    /** VALUE.NAMEDINSTANCE: an instance with the keys of its name. */
     CIMInstance namedInstance();
     /** INSTANCE. Its keys are the properties with a true Key qualifier. */
     CIMInstance instance();
     CIMClass classObject();
-    /** INSTANCENAME, CLASSNAME, or either within a path that gives namespace and host. */
+    /** INSTANCENAME, CLASSNAME, or either in a path with namespace and host. */
     CIMObjectPath objectPath();
     /**
-     * VALUE, VALUE.ARRAY, VALUE.REFERENCE or VALUE.REFARRAY. The value is null for a type that has no text
-     * form, and for a number whose text is NULL. An array element that is null, which no array of this
-     * library can hold, is an empty or zero one.
+     * VALUE, VALUE.ARRAY, VALUE.REFERENCE or VALUE.REFARRAY. The value is null for a type without a text
+     * form, and for a number with the text NULL. A null element of an array becomes empty or zero: arrays
+     * cannot contain null.
      *
-     * @param isEmbedded whether texts are instances or classes, in XML themselves
+     * @param isEmbedded whether the texts are instances or classes in XML
      */
     CIMValue value(CIMDataType::Type type, bool isEmbedded = false);
 
 private:
     class Nesting;
-    /** Declarations of an instance that are recognised in the next one. Any more share the last place. */
-    static constexpr std::size_t maximumKnown = 256;
-    /** What the readers of objects within objects share, so that no document costs more than a small multiple
-     * of its size. */
+    /** Declarations of one instance that are cached for the next one. All further ones share the last slot.
+     */
+    static constexpr std::size_t maximumCached = 256;
+    /** Shared by the readers of nested objects. Limits the cost of a document to a small multiple of its
+     * size. */
     struct Budget {
         unsigned depth = 0;
-        std::uint64_t received = 0;  // bytes of the objects in the document's own texts
-        std::uint64_t unescaped = 0; // bytes of the objects in the texts of those, and so on
+        std::uint64_t received = 0;  // bytes of embedded objects at the first level
+        std::uint64_t unescaped = 0; // bytes of embedded objects at all deeper levels
     };
-    /** A declaration of the instance before, and the tag that it was read from. */
-    struct Known {
+    /** A declaration of the previous instance, and its tag. */
+    struct Cached {
         std::string tag;
         detail::Shared<Declaration> declaration;
         bool isEmbedded = false;
@@ -72,7 +73,7 @@ private:
         : m_in(in)
         , m_budget(budget) {}
 
-    /** Appends to a list of an object, which has its limit. */
+    /** Appends to a list of an object. Fails beyond io::maximumElements. */
     template <class List, class Element>
     void append(List& list, Element&& element, std::size_t first = 0) {
         if (list.size() - first == io::maximumElements)
@@ -88,12 +89,12 @@ private:
     void pathPart(CIMObjectPath::Data& path, std::string& nameSpace);
     CIMObjectPath reference();
 
-    /** Tag of the property or key that comes next, if it is as in the instance before. */
+    /** Tag of the next property or key, provided that the instance equals the previous one. */
     std::string_view expectedTag() const;
     bool startsProperty() const;
     CIMProperty property();
     CIMPropertyArray collected(std::size_t first);
-    std::size_t known();
+    std::size_t declarationIndex();
     detail::Shared<Declaration> newDeclaration() const;
     CIMDataType declaredType() const;
     Qualifier qualifier();
@@ -112,10 +113,10 @@ private:
     Tokenizer& m_in;
     Budget m_own;
     Budget& m_budget;                     // of the outermost reader
-    std::vector<Known> m_known;           // in the order in which they were read
-    std::size_t m_next = 0;               // of m_known: what the next property of an outermost object may be
-    std::vector<CIMProperty> m_collected; // of the objects that are being read, the innermost last
-    String m_className;                   // the one before
+    std::vector<Cached> m_cached;         // in the order of the properties
+    std::size_t m_next = 0;               // index into m_cached for the next property of an outermost object
+    std::vector<CIMProperty> m_collected; // properties of the current objects, innermost last
+    String m_className;                   // of the previous instance
 };
 
 } // namespace xml

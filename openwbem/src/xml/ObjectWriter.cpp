@@ -1,4 +1,4 @@
-// Instances and classes, their properties, qualifiers and methods.
+// Instances, classes, properties, qualifiers and methods.
 #include "xml/ObjectWriter.hpp"
 
 #include "OW_CIMException.hpp"
@@ -15,7 +15,7 @@ bool has(const Int32Array& numbers, Int32 number) {
     return std::find(numbers.begin(), numbers.end(), number) != numbers.end();
 }
 
-// The name of a type in a TYPE attribute. What has no type, a null value can only be, is a string.
+// The name of a type in a TYPE attribute. No type means a null value, which is written as a string.
 String typeName(const CIMDataType& type) {
     return type ? type.toString() : String("string");
 }
@@ -27,16 +27,16 @@ bool isEmbedded(const CIMValue& value) {
 
 void writeQualifier(std::string& out, const Qualifier& qualifier) {
     const CIMDataType type = qualifier.value ? qualifier.value.getCIMDataType() : qualifier.type;
-    DeclaringElement element(out, "QUALIFIER");
-    element.attribute("NAME", qualifier.name.toString())
+    StartTag(out, "QUALIFIER")
+        .attribute("NAME", qualifier.name.toString())
         .attribute("TYPE", typeName(type))
         .optional("PROPAGATED", qualifier.propagated, "true")
         .optional("OVERRIDABLE", has(qualifier.flavors, Qualifier::NOT_OVERRIDABLE), "false")
         .optional("TOSUBCLASS", has(qualifier.flavors, Qualifier::RESTRICTED), "false")
         .optional("TRANSLATABLE", has(qualifier.flavors, Qualifier::TRANSLATABLE), "true")
         .optional("xml:lang", qualifier.language)
-        .open();
-    write(out, qualifier.value);
+        .blank()
+        .content([&] { write(out, qualifier.value); });
 }
 
 void writeQualifiers(std::string& out, const QualifierArray& qualifiers) {
@@ -51,7 +51,7 @@ void writeEmbeddedObject(std::string& out) {
     writeQualifier(out, qualifier);
 }
 
-// What a value and its declaration make of an element's name; indexed by "is a reference" and "is an array".
+// Element names, indexed by "is a reference" and "is an array".
 typedef const char* const Names[2][2];
 Names propertyNames = {{"PROPERTY", "PROPERTY.ARRAY"}, {"PROPERTY.REFERENCE", "PROPERTY.REFARRAY"}};
 Names parameterNames = {{"PARAMETER", "PARAMETER.ARRAY"}, {"PARAMETER.REFERENCE", "PARAMETER.REFARRAY"}};
@@ -60,33 +60,34 @@ const char* nameOf(Names& names, const CIMDataType& type) {
     return names[type.isReferenceType()][type.isArrayType()];
 }
 
-void writeType(DeclaringElement& element, const CIMDataType& type) {
+void writeType(StartTag& tag, const CIMDataType& type) {
     if (type.isReferenceType())
-        element.optional("REFERENCECLASS", type.getRefClassName());
+        tag.optional("REFERENCECLASS", type.getRefClassName());
     else
-        element.attribute("TYPE", typeName(type));
+        tag.attribute("TYPE", typeName(type));
     if (type.isArrayType() && type.getSize() > 0)
-        element.attribute("ARRAYSIZE", std::to_string(type.getSize()).c_str());
+        tag.attribute("ARRAYSIZE", std::to_string(type.getSize()).c_str());
 }
 
 void writeParameter(std::string& out, const Parameter& parameter) {
-    DeclaringElement element(out, nameOf(parameterNames, parameter.type));
-    element.attribute("NAME", parameter.name.toString());
-    writeType(element, parameter.type);
-    element.open();
-    writeQualifiers(out, parameter.qualifiers);
+    StartTag tag(out, nameOf(parameterNames, parameter.type));
+    tag.attribute("NAME", parameter.name.toString());
+    writeType(tag, parameter.type);
+    tag.blank().content([&] { writeQualifiers(out, parameter.qualifiers); });
 }
 
 void writeMethod(std::string& out, const Method& method) {
-    DeclaringElement element(out, "METHOD");
-    element.attribute("NAME", method.name.toString())
+    StartTag(out, "METHOD")
+        .attribute("NAME", method.name.toString())
         .attribute("TYPE", typeName(method.returnType))
         .optional("CLASSORIGIN", method.originClass.toString())
         .optional("PROPAGATED", method.propagated, "true")
-        .open();
-    writeQualifiers(out, method.qualifiers);
-    for (const Parameter& parameter : method.parameters)
-        writeParameter(out, parameter);
+        .blank()
+        .content([&] {
+            writeQualifiers(out, method.qualifiers);
+            for (const Parameter& parameter : method.parameters)
+                writeParameter(out, parameter);
+        });
 }
 
 } // namespace
@@ -96,44 +97,52 @@ void write(std::string& out, const CIMProperty& property, KeyType keyType) {
     const CIMValue& value = ObjectAccess::value(property);
     if (!declaration.name)
         OW_THROWCIMMSG(CIMException::FAILED, "property must have a name");
-    // A property that was given a value before it had a type is still declared without one.
+    // A property can have a value but no declared type.
     const CIMDataType type = declaration.type || !value ? declaration.type : value.getCIMDataType();
-    DeclaringElement element(out, nameOf(propertyNames, type));
-    element.attribute("NAME", declaration.name.toString());
-    writeType(element, type);
-    element.optional("CLASSORIGIN", declaration.originClass.toString())
+    StartTag tag(out, nameOf(propertyNames, type));
+    tag.attribute("NAME", declaration.name.toString());
+    writeType(tag, type);
+    tag.optional("CLASSORIGIN", declaration.originClass.toString())
         .optional("PROPAGATED", declaration.propagated, "true")
-        .open();
-    writeQualifiers(out, declaration.qualifiers);
-    if (isEmbedded(value) && !isTrue(declaration.qualifiers, "EmbeddedObject"))
-        writeEmbeddedObject(out);
-    write(out, value, keyType);
+        .blank()
+        .content([&] {
+            writeQualifiers(out, declaration.qualifiers);
+            if (isEmbedded(value) && !isTrue(declaration.qualifiers, "EmbeddedObject"))
+                writeEmbeddedObject(out);
+            write(out, value, keyType);
+        });
 }
 
 void write(std::string& out, const CIMInstance& instance, KeyType keyType) {
     const CIMInstance::Data& data = ObjectAccess::data(instance);
-    const Element element(out, "INSTANCE", "CLASSNAME", data.className.toString());
-    writeQualifiers(out, data.qualifiers);
-    for (const CIMProperty& property : data.properties)
-        write(out, property, keyType);
+    StartTag(out, "INSTANCE").attribute("CLASSNAME", data.className.toString()).content([&] {
+        writeQualifiers(out, data.qualifiers);
+        for (const CIMProperty& property : data.properties)
+            write(out, property, keyType);
+    });
 }
 
 void writeNamed(std::string& out, const CIMInstance& instance, KeyType keyType) {
     const CIMInstance::Data& data = ObjectAccess::data(instance);
-    const Element element(out, "VALUE.NAMEDINSTANCE");
-    writeName(out, CIMObjectPath(data.className, data.keys), keyType);
-    write(out, instance, keyType);
+    appendElement(out, "VALUE.NAMEDINSTANCE", [&] {
+        writeName(out, CIMObjectPath(data.className, data.keys), keyType);
+        write(out, instance, keyType);
+    });
 }
 
 void write(std::string& out, const CIMClass& object) {
     const CIMClass::Data& data = ObjectAccess::data(object);
-    DeclaringElement element(out, "CLASS");
-    element.attribute("NAME", data.name.toString()).optional("SUPERCLASS", data.superClass.toString()).open();
-    writeQualifiers(out, data.qualifiers);
-    for (const CIMProperty& property : data.properties)
-        write(out, property);
-    for (const Method& method : data.methods)
-        writeMethod(out, method);
+    StartTag(out, "CLASS")
+        .attribute("NAME", data.name.toString())
+        .optional("SUPERCLASS", data.superClass.toString())
+        .blank()
+        .content([&] {
+            writeQualifiers(out, data.qualifiers);
+            for (const CIMProperty& property : data.properties)
+                write(out, property);
+            for (const Method& method : data.methods)
+                writeMethod(out, method);
+        });
 }
 
 } // namespace xml

@@ -8,29 +8,29 @@
 namespace OpenWBEM {
 namespace xml {
 
-// Append one CIM object as its element (DSP0201), without white space between elements. A null object throws
-// an OpenWBEM::Exception, a property without a name CIMException FAILED.
+// Append a CIM object as its element (DSP0201), without white space between elements. Throw an
+// OpenWBEM::Exception for a null object, CIMException FAILED for a property without a name.
 
-/** Whether a KEYVALUE has the attribute TYPE: DTD 2.4 requires it, OpenWBEM clients do not write it. */
+/** Whether to write the attribute TYPE of KEYVALUE: DTD 2.4 requires it, OpenWBEM clients omit it. */
 enum class KeyType { omitted, written };
 
 /** INSTANCE. */
 void write(std::string& out, const CIMInstance& instance, KeyType keyType = KeyType::omitted);
-/** VALUE.NAMEDINSTANCE: the instance behind its name, which has the keys of the instance. */
+/** VALUE.NAMEDINSTANCE: the name, made of class and keys, and the instance. */
 void writeNamed(std::string& out, const CIMInstance& instance, KeyType keyType = KeyType::omitted);
-/** INSTANCENAME, whatever namespace and host the path names. */
+/** INSTANCENAME; ignores namespace and host of the path. */
 void writeName(std::string& out, const CIMObjectPath& path, KeyType keyType = KeyType::omitted);
-/** The name of the instance, of the class for a path without keys, and as much around it as the path names:
- * its namespace, its host if that is another one. */
+/** INSTANCENAME, or CLASSNAME for a path without keys, in an element with the namespace and the host of the
+ * path, if it has any. */
 void write(std::string& out, const CIMObjectPath& path, KeyType keyType = KeyType::omitted);
 /** CLASS. */
 void write(std::string& out, const CIMClass& object);
-/** PROPERTY and its kin. An object is written as a string that holds its element. */
+/** PROPERTY, PROPERTY.ARRAY or PROPERTY.REFERENCE. An embedded object becomes a string with its element. */
 void write(std::string& out, const CIMProperty& property, KeyType keyType = KeyType::omitted);
-/** VALUE and its kin; nothing for the null value. */
+/** VALUE, VALUE.ARRAY, VALUE.REFERENCE or VALUE.REFARRAY; nothing for the null value. */
 void write(std::string& out, const CIMValue& value, KeyType keyType = KeyType::omitted);
 
-/** LOCALNAMESPACEPATH; slashes and backslashes part the names. */
+/** LOCALNAMESPACEPATH; slashes and backslashes separate the names. */
 void writeNameSpace(std::string& out, const String& nameSpace);
 
 } // namespace xml

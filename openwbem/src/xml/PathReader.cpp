@@ -1,4 +1,4 @@
-// Names of instances and classes, with or without the way to them.
+// Names and paths of instances and classes.
 #include "types/ValueData.hpp"
 #include "xml/Nesting.hpp"
 #include "xml/ObjectReader.hpp"
@@ -12,7 +12,7 @@ namespace OpenWBEM {
 namespace xml {
 namespace {
 
-// Elements that only hold the parts of a path.
+// Elements that contain nothing but parts of a path.
 bool isPath(std::string_view name) {
     const std::string_view paths[] = {"LOCALINSTANCEPATH", "INSTANCEPATH",  "LOCALCLASSPATH",
                                       "CLASSPATH",         "NAMESPACEPATH", "LOCALNAMESPACEPATH"};
@@ -37,7 +37,7 @@ CIMObjectPath ObjectReader::objectPath() {
     const Nesting nesting(*this);
     auto path = std::make_unique<CIMObjectPath::Data>();
     std::string nameSpace;
-    std::size_t open = 0; // elements around the parts
+    std::size_t open = 0; // depth of the elements around the parts
     Tag tag = Tag::start;
     do {
         if (tag == Tag::end)
@@ -68,7 +68,7 @@ void ObjectReader::pathPart(CIMObjectPath::Data& path, std::string& nameSpace) {
     m_in.skip();
 }
 
-// Those of an INSTANCENAME, which may hold the value of a single key without its name.
+// The keys of an INSTANCENAME, which may contain the value of a single key without its name.
 CIMPropertyArray ObjectReader::keys() {
     const std::size_t first = m_collected.size();
     while (m_in.next(expectedTag()) == Tag::start)
@@ -77,8 +77,8 @@ CIMPropertyArray ObjectReader::keys() {
 }
 
 CIMProperty ObjectReader::key() {
-    const std::size_t place = known();
-    detail::Shared<Declaration> declaration = m_known[place].declaration;
+    const std::size_t index = declarationIndex();
+    detail::Shared<Declaration> declaration = m_cached[index].declaration;
     CIMValue content{CIMNULL};
     if (m_in.name() != "KEYBINDING")
         content = keyValue();
@@ -88,8 +88,8 @@ CIMProperty ObjectReader::key() {
     const CIMDataType::Type type = content ? content.getType() : CIMDataType::CIMNULL;
     if (declaration->type.getType() != type) {
         declaration.edit().type = CIMDataType(type);
-        if (place + 1 < maximumKnown) // what the value held may have taken the last place
-            m_known[place].declaration = declaration;
+        if (index + 1 < maximumCached) // a nested object may have replaced the last one
+            m_cached[index].declaration = declaration;
     }
     return ObjectAccess::property(std::move(declaration), std::move(content));
 }

@@ -32,7 +32,7 @@ Reply::Reply(io::Window& in, UInt32 messageId, const char* method)
     toReturnValue();
 }
 
-// Passes to the next tag, which must start this element.
+// Consumes the next tag, which must start this element.
 void Reply::enter(const char* name) {
     const Tag tag = m_in.next();
     if (tag == Tag::start && m_in.name() == name)
@@ -43,9 +43,9 @@ void Reply::enter(const char* name) {
     OW_THROWCIMMSG(CIMException::FAILED, message.c_str());
 }
 
-void Reply::requireVersion(const char* attribute, std::initializer_list<std::string_view> understood) {
+void Reply::requireVersion(const char* attribute, std::initializer_list<std::string_view> accepted) {
     const std::string_view version = m_in.attribute(attribute);
-    if (std::find(understood.begin(), understood.end(), version) == understood.end())
+    if (std::find(accepted.begin(), accepted.end(), version) == accepted.end())
         throwOtherReply(std::string("Return is for ") + attribute + " " + std::string(version));
 }
 

@@ -12,35 +12,35 @@ namespace OpenWBEM {
 namespace xml {
 
 /**
- * The object manager's reply to one request (DSP0200, SIMPLERSP), read as it comes in.
+ * The reply to one request (DSP0200, SIMPLERSP), read as it arrives.
  *
- * Throws CIMException for an error of the object manager and for a reply that is none to the request,
- * and what Tokenizer and ObjectReader throw.
+ * Throws CIMException for an error that the object manager reports and for a reply to another request, and
+ * the exceptions of Tokenizer and ObjectReader.
  */
 class Reply {
 public:
     /**
-     * Reads up to what the operation returns, if anything.
+     * Reads up to the return value, if there is one.
      *
      * @param in must outlive the reply
-     * @param messageId that of the request
+     * @param messageId message ID of the request
      * @param method operation of the request
      */
     Reply(io::Window& in, UInt32 messageId, const char* method);
 
-    /** The next instance that the operation returns, in the reply's order; false when there is none left. */
+    /** Reads the next returned instance; false at the end. */
     bool next(CIMInstance& instance);
     /**
-     * The instance of an operation that returns one, in place of next(); null when the operation returns
-     * nothing. A return value without an instance is a CIMException.
+     * Reads the instance of an operation that returns one; null if there is no return value. Throws
+     * CIMException for a return value without an instance.
      */
     CIMInstance instance();
-    /** Passes over what is left, up to the end of the document and of the window. */
+    /** Reads the rest, up to the end of the document and of the window. */
     void finish();
 
 private:
     void enter(const char* name);
-    void requireVersion(const char* attribute, std::initializer_list<std::string_view> understood);
+    void requireVersion(const char* attribute, std::initializer_list<std::string_view> accepted);
     void requireMessage(UInt32 id);
     void requireMethod(std::string_view method);
     void toReturnValue();

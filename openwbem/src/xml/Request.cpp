@@ -11,7 +11,7 @@ namespace OpenWBEM {
 namespace xml {
 namespace {
 
-// Writes the whole document of a call; writeParameters() appends the parameters to the text it is given.
+// The document of a call. writeParameters() appends the parameters to the text that it gets.
 template <class WriteParameters>
 Request call(const char* method, const char* protocolVersion, UInt32 messageId, const String& nameSpace,
              WriteParameters writeParameters) {
@@ -21,67 +21,61 @@ Request call(const char* method, const char* protocolVersion, UInt32 messageId, 
         .append(R"(" PROTOCOLVERSION=")")
         .append(protocolVersion)
         .append("\">");
-    {
-        const Element request(out, "SIMPLEREQ");
-        const Element element(out, "IMETHODCALL", "NAME", method);
-        writeNameSpace(out, nameSpace);
-        writeParameters(out);
-    }
+    appendElement(out, "SIMPLEREQ", [&] {
+        StartTag(out, "IMETHODCALL").attribute("NAME", method).content([&] {
+            writeNameSpace(out, nameSpace);
+            writeParameters(out);
+        });
+    });
     out += "</MESSAGE></CIM>\r\n";
     return {method, protocolVersion, std::move(out)};
 }
 
+template <class WriteValue>
+void parameter(std::string& out, const char* name, WriteValue writeValue) {
+    StartTag(out, "IPARAMVALUE").attribute("NAME", name).content(writeValue);
+}
+
 void flag(std::string& out, const char* name, bool value, bool byDefault) {
-    if (value == byDefault)
-        return;
-    const Element parameter(out, "IPARAMVALUE", "NAME", name);
-    const Element element(out, "VALUE");
-    out += value ? "TRUE" : "FALSE";
+    if (value != byDefault)
+        parameter(out, name, [&] { appendElement(out, "VALUE", [&] { out += value ? "TRUE" : "FALSE"; }); });
+}
+
+void flags(std::string& out, const ReadOptions& options) {
+    flag(out, "LocalOnly", options.localOnly == WBEMFlags::E_LOCAL_ONLY, true);
+    flag(out, "IncludeQualifiers", options.includeQualifiers == WBEMFlags::E_INCLUDE_QUALIFIERS, false);
+    flag(out, "IncludeClassOrigin", options.includeClassOrigin == WBEMFlags::E_INCLUDE_CLASS_ORIGIN, false);
 }
 
 void propertyList(std::string& out, const StringArray* properties) {
-    if (!properties)
-        return;
-    const Element parameter(out, "IPARAMVALUE", "NAME", "PropertyList");
-    write(out, CIMValue(*properties));
+    if (properties)
+        parameter(out, "PropertyList", [&] { write(out, CIMValue(*properties)); });
 }
 
 } // namespace
 
 Request enumerateInstances(UInt32 messageId, const String& nameSpace, const String& className,
-                           WBEMFlags::EDeepFlag deep, WBEMFlags::ELocalOnlyFlag localOnly,
-                           WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
-                           WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
-                           const StringArray* properties) {
+                           WBEMFlags::EDeepFlag deep, const ReadOptions& options) {
     if (className.empty())
         OW_THROWCIM(CIMException::NOT_FOUND);
     return call("EnumerateInstances", "1.0", messageId, nameSpace, [&](std::string& out) {
-        {
-            const Element parameter(out, "IPARAMVALUE", "NAME", "ClassName");
+        parameter(out, "ClassName", [&] {
             out += "<CLASSNAME NAME=\"";
             appendEscaped(out, std::string_view(className.c_str(), className.length()));
             out += "\"/>";
-        }
+        });
         flag(out, "DeepInheritance", deep == WBEMFlags::E_DEEP, true);
-        flag(out, "LocalOnly", localOnly == WBEMFlags::E_LOCAL_ONLY, true);
-        flag(out, "IncludeQualifiers", includeQualifiers == WBEMFlags::E_INCLUDE_QUALIFIERS, false);
-        flag(out, "IncludeClassOrigin", includeClassOrigin == WBEMFlags::E_INCLUDE_CLASS_ORIGIN, false);
-        propertyList(out, properties);
+        flags(out, options);
+        propertyList(out, options.properties);
     });
 }
 
 Request getInstance(UInt32 messageId, const String& nameSpace, const CIMObjectPath& path,
-                    WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
-                    WBEMFlags::EIncludeClassOriginFlag includeClassOrigin, const StringArray* properties) {
+                    const ReadOptions& options) {
     return call("GetInstance", "1.0", messageId, nameSpace, [&](std::string& out) {
-        flag(out, "LocalOnly", localOnly == WBEMFlags::E_LOCAL_ONLY, true);
-        flag(out, "IncludeQualifiers", includeQualifiers == WBEMFlags::E_INCLUDE_QUALIFIERS, false);
-        flag(out, "IncludeClassOrigin", includeClassOrigin == WBEMFlags::E_INCLUDE_CLASS_ORIGIN, false);
-        {
-            const Element parameter(out, "IPARAMVALUE", "NAME", "InstanceName");
-            writeName(out, path);
-        }
-        propertyList(out, properties);
+        flags(out, options);
+        parameter(out, "InstanceName", [&] { writeName(out, path); });
+        propertyList(out, options.properties);
     });
 }
 
@@ -91,10 +85,7 @@ Request modifyInstance(UInt32 messageId, const String& nameSpace, const CIMInsta
     const char* const version = withQualifiers && !properties ? "1.0" : "1.1";
     return call("ModifyInstance", version, messageId, nameSpace, [&](std::string& out) {
         flag(out, "IncludeQualifiers", withQualifiers, true);
-        {
-            const Element parameter(out, "IPARAMVALUE", "NAME", "ModifiedInstance");
-            writeNamed(out, instance);
-        }
+        parameter(out, "ModifiedInstance", [&] { writeNamed(out, instance); });
         propertyList(out, properties);
     });
 }

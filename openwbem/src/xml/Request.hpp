@@ -4,37 +4,36 @@
 #include "OW_CommonFwd.hpp"
 #include "OW_Types.hpp"
 #include "OW_WBEMFlags.hpp"
+#include "types/ReadOptions.hpp"
 
 #include <string>
 
 namespace OpenWBEM {
 namespace xml {
 
-/** A request of the client for one operation (DSP0200). */
+/** A request for one operation (DSP0200). */
 struct Request {
     /** Name of the operation. */
     const char* method;
-    /** "1.0"; "1.1" when the operation needs it, which the head of the request must then say as well. */
+    /** "1.0", or "1.1" if the operation needs it; the HTTP head must then announce it, too. */
     const char* protocolVersion;
     /** The document. */
     std::string body;
 };
 
-// Requests for the operations of the same names; arguments that equal their defaults are left out. messageId
-// is a number that the reply repeats; nameSpace holds names parted by slashes or backslashes, of which any
-// number may stand at either end; properties names the properties wanted, null all.
+// Arguments that equal their defaults are omitted. The reply repeats messageId. Slashes and backslashes
+// separate the names in nameSpace; leading and trailing ones are ignored.
 
-/** CIMException NOT_FOUND for an empty class name. */
+/** Throws CIMException NOT_FOUND for an empty class name. */
 Request enumerateInstances(UInt32 messageId, const String& nameSpace, const String& className,
-                           WBEMFlags::EDeepFlag deep, WBEMFlags::ELocalOnlyFlag localOnly,
-                           WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
-                           WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
-                           const StringArray* properties);
-/** Host and namespace of the path do not matter. An exception for a null path. */
+                           WBEMFlags::EDeepFlag deep, const ReadOptions& options = {});
+/** Ignores host and namespace of the path. A null path throws an OpenWBEM::Exception. */
 Request getInstance(UInt32 messageId, const String& nameSpace, const CIMObjectPath& path,
-                    WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
-                    WBEMFlags::EIncludeClassOriginFlag includeClassOrigin, const StringArray* properties);
-/** CIMException FAILED for a property without a name; an exception for a null instance. */
+                    const ReadOptions& options = {});
+/**
+ * A null property list means all properties of the instance. Throws CIMException FAILED for a property
+ * without a name; a null instance throws an OpenWBEM::Exception.
+ */
 Request modifyInstance(UInt32 messageId, const String& nameSpace, const CIMInstance& instance,
                        WBEMFlags::EIncludeQualifiersFlag includeQualifiers, const StringArray* properties);
 

@@ -1,4 +1,4 @@
-// The tokenizer's parser of start tags, and how it makes bytes visible.
+// Parsing of start tags, and the tokenizer's access to its window.
 #include "OW_XMLParseException.hpp"
 #include "io/Limits.hpp"
 #include "xml/Entities.hpp"
@@ -10,9 +10,9 @@ namespace OpenWBEM {
 namespace xml {
 namespace {
 
-const std::size_t shownOfDetail = 80; // bytes of a peer's text that messages repeat
+const std::size_t reportedDetail = 80; // bytes of a peer's text in messages
 
-// Kinds of bytes, of which names are made (XML 1.0, NameStartChar and NameChar; bytes of UTF-8 are letters).
+// Classes of bytes (XML 1.0, NameStartChar and NameChar; all bytes above 127 count as letters).
 struct Bytes {
     bool isBlank[256] = {};
     bool startsName[256] = {};
@@ -36,8 +36,8 @@ bool is(const bool (&kind)[256], char c) {
 
 } // namespace
 
-// Takes the tag of these bytes, if it comes next, with neither slash nor blank before its end.
-bool Tokenizer::recognise(std::string_view expected) {
+// Consumes the expected tag, if it is next and has neither a slash nor a blank before its ">".
+bool Tokenizer::consumeExpected(std::string_view expected) {
     const std::size_t end = 1 + expected.size();
     if (expected.empty() || m_in.size() <= end || m_in.begin()[end] != '>' ||
         visible().substr(1, expected.size()) != expected)
@@ -51,14 +51,14 @@ bool Tokenizer::recognise(std::string_view expected) {
     return true;
 }
 
-// Bytes may move until all of the tag is visible: up to there its parts are known by their offsets.
+// Offsets, not pointers: bytes may move until the whole tag is visible.
 void Tokenizer::parseStartTag() {
     std::size_t at = parseName(1, "Bad tag name");
     const std::size_t nameSize = at - 1;
     m_attributeCount = 0;
     while (byteAt(at) != '>' && byteAt(at) != '/') {
         const std::size_t gap = at;
-        at = pastBlanks(at);
+        at = afterBlanks(at);
         if (byteAt(at) == '>' || byteAt(at) == '/')
             break;
         if (at == gap)
@@ -76,16 +76,16 @@ void Tokenizer::parseStartTag() {
     decodeAttributes();
 }
 
-// Returns the offset behind the attribute.
+// Returns the offset after the attribute.
 std::size_t Tokenizer::parseAttribute(std::size_t at) {
     Attribute attribute;
     attribute.nameAt = at;
     at = parseName(at, "Bad attribute name");
     attribute.nameSize = at - attribute.nameAt;
-    at = pastBlanks(at);
+    at = afterBlanks(at);
     if (byteAt(at) != '=')
         fail("Bad attribute", "Expected =");
-    at = pastBlanks(at + 1);
+    at = afterBlanks(at + 1);
     const char quote = byteAt(at);
     if (quote != '"' && quote != '\'')
         fail("Bad attribute value", "Expected a quote");
@@ -98,7 +98,7 @@ std::size_t Tokenizer::parseAttribute(std::size_t at) {
     return at + 1;
 }
 
-// Returns the offset behind the name.
+// Returns the offset after the name.
 std::size_t Tokenizer::parseName(std::size_t at, const char* kind) {
     if (!is(bytes.startsName, byteAt(at)))
         fail(kind, std::string("Expected alpha or _; got ") + byteAt(at));
@@ -114,13 +114,13 @@ std::size_t Tokenizer::parseName(std::size_t at, const char* kind) {
     return at;
 }
 
-std::size_t Tokenizer::pastBlanks(std::size_t at) {
+std::size_t Tokenizer::afterBlanks(std::size_t at) {
     while (is(bytes.isBlank, byteAt(at)))
         ++at;
     return at;
 }
 
-// Once the tag is visible.
+// The whole tag must be visible.
 void Tokenizer::decodeAttributes() {
     m_decoded.clear();
     for (std::size_t i = 0; i < m_attributeCount; ++i) {
@@ -129,7 +129,7 @@ void Tokenizer::decodeAttributes() {
         attribute.value = visible().substr(attribute.valueAt, attribute.valueSize);
         if (attribute.value.find('&') == std::string_view::npos)
             continue;
-        if (m_decoded.empty()) // no value may move the ones before it
+        if (m_decoded.empty()) // no reallocation: earlier values are views
             m_decoded.reserve(m_size);
         const std::size_t begin = m_decoded.size();
         const std::string_view bad = decode(attribute.value, m_decoded);
@@ -149,21 +149,21 @@ std::string_view Tokenizer::attribute(std::string_view name) {
     return found == end ? std::string_view() : found->value;
 }
 
-// Makes size bytes visible; false when there are not that many. What is visible moves.
+// Makes size bytes visible; false if the input ends before. May move the visible bytes.
 bool Tokenizer::extend(std::size_t size) {
     checkSize(size);
     countLines();
-    const bool isThere = m_in.need(size);
+    const bool isVisible = m_in.need(size);
     m_counted = m_in.begin();
-    return isThere;
+    return isVisible;
 }
 
 void Tokenizer::require(std::size_t size) {
     if (m_in.size() < size && !extend(size))
-        fail("Premature end", "the document breaks off");
+        fail("Premature end", "the document is truncated");
 }
 
-// Offset of a mark behind this many bytes; it becomes visible with all in front of it.
+// Offset of a mark at or after from. Makes it, and all bytes before it, visible.
 std::size_t Tokenizer::find(std::string_view mark, std::size_t from) {
     for (;;) {
         const std::size_t at = mark.size() == 1 ? visible().find(mark[0], from) : visible().find(mark, from);
@@ -176,7 +176,7 @@ std::size_t Tokenizer::find(std::string_view mark, std::size_t from) {
     }
 }
 
-// Whether this comes next; not to be asked where a document may end.
+// Whether the mark is next. Fails at the end of the input.
 bool Tokenizer::startsWith(std::string_view mark) {
     for (std::size_t i = 0; i < mark.size(); ++i) {
         require(i + 1);
@@ -205,7 +205,7 @@ unsigned Tokenizer::line() {
 
 void Tokenizer::fail(const char* kind, std::string_view detail) {
     const std::string message =
-        "Line " + std::to_string(line()) + ": " + kind + ": " + std::string(detail.substr(0, shownOfDetail));
+        "Line " + std::to_string(line()) + ": " + kind + ": " + std::string(detail.substr(0, reportedDetail));
     OW_THROW(XMLParseException, message.c_str());
 }
 

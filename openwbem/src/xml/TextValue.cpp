@@ -3,7 +3,6 @@
 #include "OW_CIMException.hpp"
 #include "types/ValueText.hpp"
 
-#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -16,10 +15,6 @@ namespace {
 [[noreturn]] void throwUnconvertible(std::string_view text, const char* type) {
     const std::string message = "Unable to convert \"" + std::string(text) + "\" into " + type;
     OW_THROWCIMMSG(CIMException::INVALID_PARAMETER, message.c_str());
-}
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
 template <class T>
@@ -91,7 +86,7 @@ Real32 fromText(std::string_view text) {
     const Real64 halfStep = largest * std::numeric_limits<Real32>::epsilon() / 4;
     if (std::abs(number) > largest + halfStep)
         throwUnconvertible(text, "Real32");
-    if (std::abs(number) > largest) // rounded up where it was written
+    if (std::abs(number) > largest) // the writer rounded the largest value up
         return static_cast<Real32>(std::copysign(largest, number));
     return static_cast<Real32>(number);
 }
@@ -126,11 +121,6 @@ bool parseInteger(std::string_view text, Int64& number) {
 
 bool isNullNumber(std::string_view text) {
     return equalsIgnoreCase(text, "null");
-}
-
-bool equalsIgnoreCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return lower(x) == lower(y); });
 }
 
 } // namespace xml

@@ -5,6 +5,7 @@
 #include "OW_CIMDateTime.hpp"
 #include "OW_Char16.hpp"
 #include "OW_String.hpp"
+#include "util/Ascii.hpp"
 
 #include <string_view>
 
@@ -12,25 +13,24 @@ namespace OpenWBEM {
 namespace xml {
 
 /**
- * The value of one CIM type that a text stands for (DSP0201, VALUE). Integers are decimal over the whole
- * text, with white space and a sign in front of it; the empty text is 0. Booleans read "true" and "false" in
- * any case. A char16 is the first character, 0 in the empty text, 0xFFFF when it has no 16-bit code. Throws
- * CIMException INVALID_PARAMETER for a text that stands for no value or for one out of range, and
- * CIMDateTimeException for a datetime that is none.
+ * Parses a text as a value of one CIM type (DSP0201, VALUE). Integers are decimal, after optional white space
+ * and a sign; the empty text is 0. Booleans are "true" and "false" in any case. A char16 is the first
+ * character: 0 for the empty text, 0xFFFF for a character without a 16-bit code. Throws CIMException
+ * INVALID_PARAMETER for a malformed value and a value out of range, and CIMDateTimeException for a malformed
+ * datetime.
  */
 template <class T>
 T fromText(std::string_view text);
 
-/** Reads an integer as fromText() does; false when the text is none, the empty text included. */
+/** Parses an integer like fromText(); false if the text is not an integer or is empty. */
 bool parseInteger(std::string_view text, Int64& number);
 
-/** Whether the text, in any case, says that a number has no value. */
+/** Whether the text of a number means null: "NULL" in any case. */
 bool isNullNumber(std::string_view text);
 
-/** Whether two texts are the same but for the case of ASCII letters. */
-bool equalsIgnoreCase(std::string_view a, std::string_view b);
+using ascii::equalsIgnoreCase;
 
-// Empty, not null, where there is nothing: the null string is no number.
+/** Never null: the null string does not convert to numbers. */
 inline String toString(std::string_view text) {
     return String(text.empty() ? "" : text.data(), text.size());
 }
@@ -39,10 +39,10 @@ inline std::string_view view(const String& text) {
     return std::string_view(text.c_str(), text.length());
 }
 
-/** Calls the visitor with an object of the C++ type of a CIM type that has a text form; false for others. */
+/** Calls the visitor with an object of the C++ type of a CIM type; false for a type without a text form. */
 template <class Visitor>
 bool visitType(CIMDataType::Type type, Visitor&& visitor) {
-    // NOLINTBEGIN(bugprone-branch-clone): each branch has a type of its own
+    // NOLINTBEGIN(bugprone-branch-clone): the types of the branches differ
     switch (type) {
     case CIMDataType::UINT8:
         return visitor(UInt8()), true;

@@ -1,16 +1,13 @@
 #include "xml/Tokenizer.hpp"
 
+#include "util/Ascii.hpp"
 #include "xml/Entities.hpp"
 
 namespace OpenWBEM {
 namespace xml {
 namespace {
 
-bool isBlank(char c) {
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
-}
-
-// Whether a "<" and this begin something else than a tag.
+// Whether "<" and this byte start markup other than a tag.
 bool isMarkup(char second) {
     return second == '!' || second == '?';
 }
@@ -32,7 +29,7 @@ Tag Tokenizer::next(std::string_view expected) {
     while (toMarkup()) {
         const char second = m_in.begin()[1];
         if (isMarkup(second)) {
-            passOverMarkup();
+            skipMarkup();
         } else if (second == '/') {
             endTag();
             return Tag::end;
@@ -55,7 +52,7 @@ void Tokenizer::startTag(std::string_view expected) {
         fail("Text after the document", visible().substr(0, 1));
     if (m_depth == maximumNesting)
         fail("Too deep", "elements are nested too deeply");
-    m_isParsed = !recognise(expected);
+    m_isParsed = !consumeExpected(expected);
     if (m_isParsed)
         parseStartTag();
     m_hasRoot = true;
@@ -79,7 +76,7 @@ void Tokenizer::endTag() {
     require(at + 1);
     if (visible().substr(2, size) != name)
         fail("Bad end tag", std::string("expected ").append(name));
-    while (isBlank(m_in.begin()[at]))
+    while (ascii::isSpace(m_in.begin()[at]))
         require(++at + 1);
     if (m_in.begin()[at] != '>')
         fail("Bad end tag", std::string("expected ").append(name));
@@ -87,9 +84,9 @@ void Tokenizer::endTag() {
     pop();
 }
 
-// Drops the text in front of the next "<" and makes that visible with the byte behind it. False at the end.
+// Drops the text before the next "<" and makes "<" and the byte after it visible. False at the end.
 bool Tokenizer::toMarkup() {
-    if (m_in.size() > 1 && *m_in.begin() == '<') // as mostly
+    if (m_in.size() > 1 && *m_in.begin() == '<') // the usual case
         return true;
     for (;;) {
         const std::size_t at = visible().find('<');
@@ -102,38 +99,38 @@ bool Tokenizer::toMarkup() {
         if (extend(m_in.size() + 1))
             continue;
         if (m_depth > 0 || m_in.size() > 0)
-            fail("Premature end", "the document breaks off");
+            fail("Premature end", "the document is truncated");
         return false;
     }
 }
 
-// Text at the front, outside the document element. A byte order mark counts as blank.
+// Checks the text outside the document element. A byte order mark counts as blank.
 void Tokenizer::requireBlank(std::string_view text) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
-        if (isBlank(c) || (!m_hasRoot && (c == '\xEF' || c == '\xBB' || c == '\xBF')))
+        if (ascii::isSpace(c) || (!m_hasRoot && (c == '\xEF' || c == '\xBB' || c == '\xBF')))
             continue;
         m_in.consume(i);
         fail(m_hasRoot ? "Text after the document" : "Text before the document", text.substr(i, 1));
     }
 }
 
-void Tokenizer::passOverMarkup() {
+void Tokenizer::skipMarkup() {
     if (startsWith("<?"))
-        passOver("?>");
+        skipPast("?>");
     else if (startsWith("<!--"))
-        passOver("-->");
+        skipPast("-->");
     else if (m_depth > 0 && startsWith("<![CDATA["))
-        passOver("]]>");
+        skipPast("]]>");
     else if (!m_hasRoot && startsWith("<!DOCTYPE"))
-        passOverDocumentType();
+        skipDocumentType();
     else
         fail("Bad markup", "expected an element, a comment or an instruction");
 }
 
-// Drops everything up to the mark, and the mark.
-void Tokenizer::passOver(std::string_view mark) {
-    m_in.consume(2); // so that "<?>" does not end itself
+// Drops everything up to the end of the mark.
+void Tokenizer::skipPast(std::string_view mark) {
+    m_in.consume(2); // "<?>" is not complete
     for (;;) {
         const std::size_t at = visible().find(mark);
         if (at != std::string_view::npos)
@@ -144,7 +141,7 @@ void Tokenizer::passOver(std::string_view mark) {
     }
 }
 
-void Tokenizer::passOverDocumentType() {
+void Tokenizer::skipDocumentType() {
     char quote = '\0';
     std::size_t at = 1;
     for (char c = byteAt(at); quote || c != '>'; c = byteAt(++at)) {
@@ -171,7 +168,7 @@ std::string_view Tokenizer::text() {
     return piece;
 }
 
-// Text that has to be put together.
+// Text with references, CDATA sections or comments.
 std::string_view Tokenizer::mixedText() {
     m_text.clear();
     for (;;) {
@@ -182,7 +179,7 @@ std::string_view Tokenizer::mixedText() {
         if (!isMarkup(m_in.begin()[1]))
             return m_text;
         if (!startsWith("<![CDATA[")) {
-            passOverMarkup();
+            skipMarkup();
             continue;
         }
         m_in.consume(9);

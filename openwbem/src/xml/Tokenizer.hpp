@@ -10,7 +10,7 @@
 namespace OpenWBEM {
 namespace xml {
 
-/** Levels of elements within elements, the document element being the first. */
+/** Nesting depth of elements; the document element has depth 1. */
 const std::size_t maximumNesting = 512;
 /** Attributes of one element. */
 const std::size_t maximumAttributes = 9;
@@ -20,47 +20,47 @@ const std::size_t maximumName = 1024;
 enum class Tag { start, end, none };
 
 /**
- * Walks through an XML document from tag to tag, as its bytes come in; holds no more of them than the token
- * it looks at, and calls nothing recursively. Does not validate: names may be any, text between elements that
- * nobody asks for is passed over, as are comments, processing instructions and a DOCTYPE. A DOCTYPE that
- * declares anything is refused, so there are no entities but those of XML itself.
+ * Reads an XML document tag by tag, as its bytes arrive. Buffers only the current token; not recursive. Does
+ * not validate: accepts all names, and ignores comments, processing instructions, a DOCTYPE, and text that
+ * the caller does not read. A DOCTYPE with declarations is an error, so only the predefined entities exist.
  *
- * Throws XMLParseException, `Line <n>: <kind>: <detail>`, for what is not well-formed, for what is longer
- * than io::maximumText, and for what goes beyond the limits above. Throws as well what the window throws.
+ * Throws XMLParseException, `Line <n>: <kind>: <detail>`, if the document is malformed, a token exceeds
+ * io::maximumText, or another limit above is exceeded; and the exceptions of the window.
  */
 class Tokenizer {
 public:
-    /** The window must outlive it. Lines are counted from firstLine on. */
+    /** The window must outlive the tokenizer. Lines count from firstLine. */
     explicit Tokenizer(io::Window& in, unsigned firstLine = 1);
 
     /**
-     * Passes to the next tag. `<A/>` is a start and an end. Start and end tags match; there is one document
-     * element, and none comes when it has ended and nothing follows it, or when there is no document at all.
+     * Advances to the next tag. `<A/>` counts as a start and an end. Checks that start and end tags match,
+     * and that there is one document element. Returns Tag::none at the end of the document, and for an empty
+     * input.
      *
-     * @param expected tag() of an earlier tag, or empty: a start tag of these bytes is recognised, which is
-     *        faster than parsing it
+     * @param expected tag() of an earlier tag, or empty; a start tag of exactly these bytes is not parsed
+     * again
      */
     Tag next(std::string_view expected = {});
     /**
-     * The text up to the next tag, references and CDATA sections decoded; to be called after a start tag.
-     * Valid until the next call of a member that is not const.
+     * The text between a start tag and the next tag, with references and CDATA sections decoded. Valid until
+     * the next call of a non-const member.
      */
     std::string_view text();
-    /** Passes to the end tag of the innermost element. */
+    /** Advances to the end tag of the innermost element. */
     void skip();
 
-    /** Name of the start tag that next() came to. Valid, as what follows, until the next call of a member
-     * that is not const. */
+    /** Name in the current start tag. Valid, like tag(), until the next call of a non-const member. */
     std::string_view name() const { return m_name; }
-    /** All of it but the brackets and the slash of an empty element. */
+    /** The current start tag without brackets and without the slash of an empty element. */
     std::string_view tag() const { return m_tag; }
-    /** Value of an attribute, references decoded; empty when there is no such attribute. Changes nothing that
-     * the other members gave. */
+    /** Value of an attribute, with references decoded; empty if there is none. Keeps earlier results valid.
+     */
     std::string_view attribute(std::string_view name);
 
-    /** Line of the token. */
+    /** Line of the current token. */
     unsigned line();
-    /** Throws XMLParseException with the line of the token. Only the first bytes of the detail are told. */
+    /** Throws XMLParseException with the line of the current token. The message contains the first bytes of
+     * the detail. */
     [[noreturn]] void fail(const char* kind, std::string_view detail);
 
 private:
@@ -73,28 +73,28 @@ private:
         std::string_view value;
     };
 
-    // Walking
+    // Tokens
     void startTag(std::string_view expected);
     void endTag();
     void push(std::string_view name);
     void pop() { m_namesSize -= m_nameSizes[--m_depth]; }
     bool toMarkup();
     void requireBlank(std::string_view text);
-    void passOverMarkup();
-    void passOver(std::string_view mark);
-    void passOverDocumentType();
+    void skipMarkup();
+    void skipPast(std::string_view mark);
+    void skipDocumentType();
     std::string_view mixedText();
     void appendText(std::string_view piece);
 
     // Parsing one start tag
-    bool recognise(std::string_view expected);
+    bool consumeExpected(std::string_view expected);
     void parseStartTag();
     std::size_t parseAttribute(std::size_t at);
     std::size_t parseName(std::size_t at, const char* kind);
-    std::size_t pastBlanks(std::size_t at);
+    std::size_t afterBlanks(std::size_t at);
     void decodeAttributes();
 
-    // Making bytes visible
+    // Access to the window
     std::string_view visible() const { return std::string_view(m_in.begin(), m_in.size()); }
     bool extend(std::size_t size);
     void require(std::size_t size);
@@ -113,23 +113,23 @@ private:
     void countLines();
 
     io::Window& m_in;
-    std::size_t m_size = 0; // bytes of the token at the front of the window, which is done with
+    std::size_t m_size = 0; // bytes of the current token at the front of the window
     unsigned m_line;
-    const char* m_counted; // lines are counted up to here
+    const char* m_counted; // end of the bytes counted in m_line
 
     std::string_view m_name;
     std::string_view m_tag;
-    bool m_isParsed = true; // and not recognised only
+    bool m_isParsed = true; // false for an expected tag
     std::array<Attribute, maximumAttributes> m_attributes;
     std::size_t m_attributeCount = 0;
-    std::string m_decoded; // the attribute values that hold references
+    std::string m_decoded; // attribute values with references
     std::string m_text;
 
-    std::string m_names; // begins with those of the open elements, one behind the other
+    std::string m_names; // concatenated names of the open elements, and unused bytes
     std::size_t m_namesSize = 0;
     std::array<std::uint16_t, maximumNesting> m_nameSizes;
     std::size_t m_depth = 0;
-    bool m_isEmpty = false; // the start tag is an end tag as well
+    bool m_isEmpty = false; // the current start tag is also an end tag
     bool m_hasRoot = false;
 };
 

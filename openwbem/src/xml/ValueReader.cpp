@@ -1,4 +1,4 @@
-// Values, alone and in arrays, objects within objects included.
+// Single values, arrays and embedded objects.
 #include "OW_CIMException.hpp"
 #include "types/ValueData.hpp"
 #include "xml/ObjectReader.hpp"
@@ -10,10 +10,11 @@ namespace OpenWBEM {
 namespace xml {
 namespace {
 
-// An object in an object in an object is escaped as often as it is deep, so that every level unescapes what
-// the next one holds once more. All levels but the first together may take as much as this.
-const std::uint64_t unescapedPerReceived = 4;
-const std::uint64_t unescapedAnyway = 4ULL * 1024 * 1024;
+// A nested object is escaped once per level, and unescaped once per level: its bytes are processed again at
+// each level. The bytes of all levels below the first are limited to this multiple of the first level, plus
+// an allowance.
+const std::uint64_t unescapedRatio = 4;
+const std::uint64_t unescapedAllowance = 4ULL * 1024 * 1024;
 
 } // namespace
 
@@ -111,14 +112,14 @@ CIMValue ObjectReader::embeddedArray() {
     return ValueAccess::make(std::move(classes));
 }
 
-// The object that a text holds; null when the text is blank.
+// Parses an embedded object; null for a blank text.
 CIMValue ObjectReader::object(std::string_view text, unsigned line) {
     if (&m_budget == &m_own)
         m_budget.received += text.size();
     else
         m_budget.unescaped += text.size();
-    if (m_budget.unescaped > unescapedAnyway + unescapedPerReceived * m_budget.received)
-        m_in.fail("Too long", "objects within objects");
+    if (m_budget.unescaped > unescapedAllowance + unescapedRatio * m_budget.received)
+        m_in.fail("Too long", "embedded objects");
 
     io::Window window(text.data(), text.size());
     Tokenizer in(window, line);
@@ -132,7 +133,7 @@ CIMValue ObjectReader::object(std::string_view text, unsigned line) {
         result = ValueAccess::make(objects.classObject());
     else
         OW_THROWCIMMSG(CIMException::INVALID_PARAMETER, "An embedded object is neither instance nor class");
-    in.next(); // throws if anything follows
+    in.next(); // throws if there is trailing text
     return result;
 }
 

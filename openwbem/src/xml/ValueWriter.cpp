@@ -1,6 +1,5 @@
-// Values and paths, which hold each other.
+// Values and paths, which contain each other.
 #include "types/ObjectData.hpp"
-#include "types/PathText.hpp"
 #include "types/ValueData.hpp"
 #include "types/ValueText.hpp"
 #include "xml/ElementWriter.hpp"
@@ -36,22 +35,21 @@ void appendContent(std::string& out, const T& value) {
 
 template <class T>
 void writeElement(std::string& out, const T& value, KeyType keyType) {
-    constexpr bool isReference = std::is_same_v<T, CIMObjectPath>;
-    const Element element(out, isReference ? "VALUE.REFERENCE" : "VALUE");
-    if constexpr (isReference)
-        write(out, value, keyType);
+    if constexpr (std::is_same_v<T, CIMObjectPath>)
+        appendElement(out, "VALUE.REFERENCE", [&] { write(out, value, keyType); });
     else
-        appendContent(out, value);
+        appendElement(out, "VALUE", [&] { appendContent(out, value); });
 }
 
 template <class T>
 void writeElement(std::string& out, const Array<T>& values, KeyType keyType) {
-    const Element element(out, std::is_same_v<T, CIMObjectPath> ? "VALUE.REFARRAY" : "VALUE.ARRAY");
-    for (const T& value : values)
-        writeElement(out, value, keyType);
+    appendElement(out, std::is_same_v<T, CIMObjectPath> ? "VALUE.REFARRAY" : "VALUE.ARRAY", [&] {
+        for (const T& value : values)
+            writeElement(out, value, keyType);
+    });
 }
 
-/** VALUETYPE of a key. */
+// The attribute VALUETYPE of a key.
 const char* valueType(const CIMValue& value) {
     if (!value)
         return "string";
@@ -75,27 +73,39 @@ void appendKey(std::string& out, const CIMValue& value) {
         });
 }
 
+void writeKeyValue(std::string& out, const CIMValue& value, KeyType keyType) {
+    StartTag tag(out, "KEYVALUE");
+    tag.attribute("VALUETYPE", valueType(value));
+    if (keyType == KeyType::written)
+        tag.attribute("TYPE", value ? CIMDataType(value.getType()).toString() : String("string"));
+    tag.content([&] { appendKey(out, value); });
+}
+
 void writeKey(std::string& out, const CIMProperty& key, KeyType keyType) {
     const CIMValue& value = ObjectAccess::value(key);
-    const Element binding(out, "KEYBINDING", "NAME", key.getName());
-    if (value && value.getType() == CIMDataType::REFERENCE) {
-        write(out, value, keyType);
-    } else if (keyType == KeyType::omitted) {
-        const Element element(out, "KEYVALUE", "VALUETYPE", valueType(value));
-        appendKey(out, value);
-    } else {
-        const String type = value ? CIMDataType(value.getType()).toString() : String("string");
-        const Element element(out, "KEYVALUE", "VALUETYPE", valueType(value), "TYPE", type);
-        appendKey(out, value);
-    }
+    StartTag(out, "KEYBINDING").attribute("NAME", key.getName()).content([&] {
+        if (value && value.getType() == CIMDataType::REFERENCE)
+            write(out, value, keyType);
+        else
+            writeKeyValue(out, value, keyType);
+    });
 }
 
 void writeObjectName(std::string& out, const CIMObjectPath& path, KeyType keyType) {
     const CIMObjectPath::Data& data = ObjectAccess::data(path);
     if (data.keys.empty())
-        const Element element(out, "CLASSNAME", "NAME", data.className.toString());
+        StartTag(out, "CLASSNAME").attribute("NAME", data.className.toString()).content([] {});
     else
         writeName(out, path, keyType);
+}
+
+void writeNameSpacePath(std::string& out, const CIMObjectPath::Data& data) {
+    appendElement(out, "NAMESPACEPATH", [&] {
+        appendElement(out, "HOST", [&] {
+            appendContent(out, data.port == "5988" ? data.host : data.host + ":" + data.port);
+        });
+        writeNameSpace(out, data.nameSpace);
+    });
 }
 
 } // namespace
@@ -108,42 +118,32 @@ void write(std::string& out, const CIMValue& value, KeyType keyType) {
 
 void writeName(std::string& out, const CIMObjectPath& path, KeyType keyType) {
     const CIMObjectPath::Data& data = ObjectAccess::data(path);
-    const Element element(out, "INSTANCENAME", "CLASSNAME", data.className.toString());
-    for (const CIMProperty& key : data.keys)
-        writeKey(out, key, keyType);
+    StartTag(out, "INSTANCENAME").attribute("CLASSNAME", data.className.toString()).content([&] {
+        for (const CIMProperty& key : data.keys)
+            writeKey(out, key, keyType);
+    });
 }
 
 void write(std::string& out, const CIMObjectPath& path, KeyType keyType) {
     const CIMObjectPath::Data& data = ObjectAccess::data(path);
     if (isLocalHost(data.host) && data.nameSpace.empty())
         return writeObjectName(out, path, keyType);
-    if (isLocalHost(data.host)) {
-        const Element element(out, data.keys.empty() ? "LOCALCLASSPATH" : "LOCALINSTANCEPATH");
-        writeNameSpace(out, data.nameSpace);
-        return writeObjectName(out, path, keyType);
-    }
-    const Element element(out, data.keys.empty() ? "CLASSPATH" : "INSTANCEPATH");
-    {
-        const Element around(out, "NAMESPACEPATH");
-        {
-            const Element host(out, "HOST");
-            appendContent(out, data.port == "5988" ? data.host : data.host + ":" + data.port);
-        }
-        writeNameSpace(out, data.nameSpace);
-    }
-    writeObjectName(out, path, keyType);
+    if (isLocalHost(data.host))
+        return appendElement(out, data.keys.empty() ? "LOCALCLASSPATH" : "LOCALINSTANCEPATH", [&] {
+            writeNameSpace(out, data.nameSpace);
+            writeObjectName(out, path, keyType);
+        });
+    appendElement(out, data.keys.empty() ? "CLASSPATH" : "INSTANCEPATH", [&] {
+        writeNameSpacePath(out, data);
+        writeObjectName(out, path, keyType);
+    });
 }
 
 void writeNameSpace(std::string& out, const String& nameSpace) {
-    const Element element(out, "LOCALNAMESPACEPATH");
-    const std::string text = nameSpace.c_str();
-    const char* const separators = "/\\";
-    std::size_t begin = text.find_first_not_of(separators);
-    while (begin != std::string::npos) {
-        const std::size_t end = text.find_first_of(separators, begin);
-        const Element part(out, "NAMESPACE", "NAME", text.substr(begin, end - begin).c_str());
-        begin = text.find_first_not_of(separators, end);
-    }
+    appendElement(out, "LOCALNAMESPACEPATH", [&] {
+        for (const String& name : String(nameSpace.c_str()).tokenize("/\\")) // a NUL ends it, as in HTTP
+            StartTag(out, "NAMESPACE").attribute("NAME", name).content([] {});
+    });
 }
 
 } // namespace xml
