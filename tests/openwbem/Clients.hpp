@@ -1,6 +1,6 @@
 #ifndef TESTS_OPENWBEM_CLIENTS_HPP
 #define TESTS_OPENWBEM_CLIENTS_HPP
-// What the tests of the client have in common: a good answer, and what comes of a read.
+// Helpers for tests of the client: a good reply, and the outcome of a read.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMErrorException.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
@@ -57,12 +57,12 @@ inline std::string messageOfReply(const std::string& reply) {
     return messageOfReading(client);
 }
 
-// A request larger than what a socket takes at once.
+// A request larger than a socket buffer.
 inline std::string messageOfLongRequest(CIMClient& client) {
     return failureOf([&client] { client.enumInstancesE(String(std::string(8000000, 'x').c_str())); });
 }
 
-// A listener that serves nobody, on a Unix-domain socket or a loopback port.
+// A listener that never accepts, on a Unix-domain socket or a loopback port.
 class BusyListener {
 public:
     explicit BusyListener(sa_family_t family = AF_UNIX)
@@ -96,7 +96,7 @@ public:
         return m_address.ss_family == AF_UNIX ? support::urlOf(path()) : "owbinary.wbem://127.0.0.1:" + port;
     }
 
-    // Makes more connections than it keeps waiting, so that the next one must wait to be made.
+    // Fills the backlog, so that the next connection blocks.
     void fill() {
         for (int i = 0; i < 8; ++i) {
             m_clients.push_back(::socket(m_address.ss_family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));

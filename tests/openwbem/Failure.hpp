@@ -4,7 +4,7 @@
 
 #include <string>
 
-/** Type and message of the library's exception that an action ends in. */
+/** Type and message of the library exception that an action throws. */
 template <class Action>
 std::string failureOf(Action action) {
     try {

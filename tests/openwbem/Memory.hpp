@@ -4,7 +4,7 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-/** Bounds the memory that this process may still take. The sanitizers need all of it and bound their own. */
+/** Limits the further memory of this process. Without effect under a sanitizer, which needs address space. */
 inline void limitMemory(unsigned long bytes) {
 #ifdef __SANITIZE_ADDRESS__
     static_cast<void>(bytes);

@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-/** Hands out bytes in pieces of one size, and counts them. */
+/** Returns bytes in pieces of one size, and counts them. */
 class PieceSource : public OpenWBEM::io::Source {
 public:
     explicit PieceSource(std::string bytes, std::size_t piece = 4096)
@@ -26,7 +26,7 @@ private:
     std::size_t m_at = 0;
 };
 
-/** Hands out some bytes, and then others again and again, without end. */
+/** Returns some bytes, then repeats others endlessly. */
 class EndlessSource : public OpenWBEM::io::Source {
 public:
     EndlessSource(std::string start, std::string again)

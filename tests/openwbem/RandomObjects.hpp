@@ -12,11 +12,11 @@ namespace random_objects {
 
 using namespace OpenWBEM;
 
-/** Makes objects at random, the same ones in every run. */
+/** Creates random objects, the same in every run. */
 class RandomObjects {
 public:
-    /** Binary texts may hold any bytes but NUL, of lengths around the borders of the wire's length field;
-     * those of CIM-XML hold characters, and dates are such that their text forms read back. */
+    /** Texts for the binary protocol have any bytes but NUL, and lengths around the limits of the length
+     * forms. Texts for CIM-XML have characters, and its dates survive their text form. */
     enum class Kind { binary, xml };
     explicit RandomObjects(Kind kind)
         : m_kind(kind) {}
@@ -154,7 +154,7 @@ private:
         return path;
     }
 
-    // CIM-XML knows no types of keys but strings, numbers and booleans.
+    // In CIM-XML, keys are strings, numbers or booleans.
     CIMPropertyArray stringKeys() {
         CIMPropertyArray all;
         for (unsigned i = below(4); i > 0; --i)

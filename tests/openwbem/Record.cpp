@@ -35,7 +35,7 @@ void print(std::ostream& out, const CIMProperty& property) {
         << std::string(valueText.c_str(), valueText.length()) << "]\n";
 }
 
-// Position behind the chunks and trailers that start at a position; the chunks' data go into the body.
+// Index after the chunks and trailers that start at an index; appends the data of the chunks to body.
 std::size_t skipChunks(const std::string& bytes, std::size_t at, std::string& body) {
     while (const std::size_t size = std::stoul(bytes.substr(at, 16), nullptr, 16)) {
         at = bytes.find("\r\n", at) + 2;
@@ -45,7 +45,7 @@ std::size_t skipChunks(const std::string& bytes, std::size_t at, std::string& bo
     return bytes.find("\r\n\r\n", at) + 4;
 }
 
-// Position behind the message that starts at a position.
+// Index after the message that starts at an index.
 std::size_t skipMessage(const std::string& bytes, std::size_t at, std::string& body) {
     const std::size_t headEnd = bytes.find("\r\n\r\n", at) + 4;
     const std::string head = bytes.substr(at, headEnd - at);
@@ -65,20 +65,20 @@ std::string Conversation::file(const char* name) const {
     return support::readFile((captures / folder / name).string());
 }
 
-// Words as a shell reads them: separated by blanks, a backslash takes the next character as it is.
+// Splits arguments like a shell: blanks separate, a backslash escapes the next character.
 std::vector<std::string> Conversation::command() const {
-    std::vector<std::string> words(1);
+    std::vector<std::string> arguments(1);
     const std::string line = file("cmd.txt");
     for (std::size_t i = 0; i < line.size(); ++i) {
         if (line[i] == '\\' && i + 1 < line.size())
-            words.back() += line[++i];
+            arguments.back() += line[++i];
         else if (line[i] == ' ' || line[i] == '\n')
-            words.emplace_back();
+            arguments.emplace_back();
         else
-            words.back() += line[i];
+            arguments.back() += line[i];
     }
-    words.erase(std::remove(words.begin(), words.end(), ""), words.end());
-    return words;
+    arguments.erase(std::remove(arguments.begin(), arguments.end(), ""), arguments.end());
+    return arguments;
 }
 
 std::string Conversation::sent() const {

@@ -1,6 +1,6 @@
 #ifndef TESTS_OPENWBEM_RECORD_HPP
 #define TESTS_OPENWBEM_RECORD_HPP
-// Recorded conversations: what was asked, what went over the wire, and what the client understood.
+// Recorded conversations: command, bytes sent and received, and the result of the client.
 #include "OW_CIMException.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
@@ -11,16 +11,16 @@
 
 namespace record {
 
-/** A recorded conversation, by its folder: its group and its name. */
+/** A recorded conversation, given by its directory: group and name. */
 struct Conversation {
     std::string folder;
 
-    /** The words of the recorded command: program, URL, namespace, operation and its arguments. */
+    /** The arguments of the recorded command: program, URL, namespace, operation and its arguments. */
     std::vector<std::string> command() const;
-    /** Everything that the client sent, and everything that it received. */
+    /** All bytes that the client sent and received. */
     std::string sent() const;
     std::string received() const;
-    /** What the client understood. */
+    /** The recorded output of the client. */
     std::string result() const;
 
 private:
@@ -29,18 +29,18 @@ private:
 
 std::ostream& operator<<(std::ostream& out, const Conversation& conversation);
 
-/** All conversations in the repository, in the order of their names. */
+/** All conversations in the repository, sorted by name. */
 std::vector<Conversation> conversations();
 
-/** HTTP replies that follow each other, one by one. */
+/** Splits consecutive HTTP replies. */
 std::vector<std::string> splitReplies(const std::string& bytes);
-/** The body of an HTTP request, or of a chunked or plain reply, without its framing. */
+/** The body of an HTTP message, chunked or not, without its framing. */
 std::string bodyOf(const std::string& message);
 
-/** Print in the words of the record. */
+/** Print in the form of the recording. */
 void print(std::ostream& out, const OpenWBEM::CIMInstance& instance);
 void print(std::ostream& out, OpenWBEM::CIMInstanceEnumeration instances);
-/** Up to the code; the places in the source are not ours. */
+/** Prints type, message and code, without the source location. */
 void print(std::ostream& out, const OpenWBEM::Exception& e);
 
 } // namespace record

@@ -1,6 +1,6 @@
 #ifndef TESTS_OPENWBEM_XML_HPP
 #define TESTS_OPENWBEM_XML_HPP
-// What the tests of CIM-XML share.
+// Helpers for tests of CIM-XML.
 #include "Failure.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMObjectPath.hpp"
@@ -24,7 +24,7 @@ inline std::string repeated(const std::string& text, std::size_t times) {
     return all;
 }
 
-/** What a function of the reader makes of one element, all of which it must consume. */
+/** Reads one element with a function of the reader, which must consume all of it. */
 template <class Object>
 Object decode(const std::string& element, Object (OpenWBEM::xml::ObjectReader::*function)()) {
     OpenWBEM::io::Window window(element.data(), element.size());
@@ -44,7 +44,7 @@ inline OpenWBEM::CIMObjectPath path(const std::string& element) {
     return decode(element, &OpenWBEM::xml::ObjectReader::objectPath);
 }
 
-/** The only property of an instance that holds this element. */
+/** The only property of an instance with this element. */
 inline OpenWBEM::CIMProperty property(const std::string& element) {
     const OpenWBEM::CIMPropertyArray all =
         instance("<INSTANCE CLASSNAME=\"C\">" + element + "</INSTANCE>").getProperties();

@@ -1,5 +1,5 @@
-// What strings, arrays and exceptions take of memory, and what they do without: operator new of this program
-// stands in front of the library's.
+// Allocations of strings, arrays and exceptions, and their behaviour when out of memory. The program replaces
+// operator new.
 #include "OW_Array.hpp"
 #include "OW_CIMException.hpp"
 #include "OW_IOException.hpp"
@@ -13,20 +13,20 @@
 namespace {
 
 int allocations = 0;
-bool isMemoryShort = false;
+bool isFailing = false;
 
-/** No memory is to be had while it lives. */
+/** Makes all allocations fail during its lifetime. */
 struct FailingAllocations {
-    FailingAllocations() { isMemoryShort = true; }
-    ~FailingAllocations() { isMemoryShort = false; }
+    FailingAllocations() { isFailing = true; }
+    ~FailingAllocations() { isFailing = false; }
 };
 
 } // namespace
 
-// Not inlined: GCC takes malloc() and free() in these for a mismatch with their callers.
+// Not inlined: GCC would report a mismatch between new and free().
 [[gnu::noinline]] void* operator new(std::size_t size) {
     ++allocations;
-    void* const memory = isMemoryShort ? nullptr : std::malloc(size);
+    void* const memory = isFailing ? nullptr : std::malloc(size);
     if (!memory)
         throw std::bad_alloc();
     return memory;
@@ -49,12 +49,12 @@ int allocationsOf(Call call) {
     return allocations - before;
 }
 
-TEST(Allocation, AStringTakesOne) {
+TEST(Allocation, AStringNeedsOne) {
     EXPECT_EQ(1, allocationsOf([] { String("some text that is longer than most", 34); }));
     EXPECT_EQ(1, allocationsOf([] { String("x"); }));
 }
 
-TEST(Allocation, AnEmptyOrCopiedOrMovedStringTakesNone) {
+TEST(Allocation, AnEmptyCopiedOrMovedStringNeedsNone) {
     const String text("x");
     EXPECT_EQ(0, allocationsOf([&text] {
                   String copy = text;
@@ -66,14 +66,14 @@ TEST(Allocation, AnEmptyOrCopiedOrMovedStringTakesNone) {
               }));
 }
 
-TEST(Allocation, AnArrayTakesOneAndNoneWhenItIsEmptyOrCopied) {
+TEST(Allocation, AnArrayNeedsOneAndAnEmptyOrCopiedArrayNone) {
     EXPECT_EQ(0, allocationsOf([] { static_cast<void>(StringArray().empty()); }));
     StringArray array;
     EXPECT_EQ(1, allocationsOf([&array] { array.push_back(String()); }));
     EXPECT_EQ(0, allocationsOf([&array] { const StringArray copy = array; }));
 }
 
-TEST(FailingAllocator, LeavesAStringAsItWas) {
+TEST(FailingAllocator, LeavesAStringUnchanged) {
     String text("abc");
     const String copy = text;
     {
@@ -87,7 +87,7 @@ TEST(FailingAllocator, LeavesAStringAsItWas) {
     EXPECT_EQ("abc", copy);
 }
 
-TEST(FailingAllocator, AnExceptionLacksItsTextsOnly) {
+TEST(FailingAllocator, LeavesAnExceptionWithoutTexts) {
     const FailingAllocations now;
     try {
         OW_THROW_ERR(IOException, "a message", 5);
@@ -101,7 +101,7 @@ TEST(FailingAllocator, AnExceptionLacksItsTextsOnly) {
     }
 }
 
-TEST(FailingAllocator, ACIMExceptionTellsItsCode) {
+TEST(FailingAllocator, LeavesACIMExceptionWithItsCode) {
     const FailingAllocations now;
     try {
         OW_THROWCIMMSG(CIMException::NOT_FOUND, "a description that is longer than most");

@@ -33,7 +33,7 @@ TEST(Array, IsOnePointer) {
     EXPECT_EQ(sizeof(void*), sizeof(StringArray));
 }
 
-TEST(Array, IsMadeOfANumberOfElements) {
+TEST(Array, IsCreatedWithANumberOfElements) {
     EXPECT_EQ(of({0, 0}), Int32Array(2U));
     EXPECT_EQ(of({7, 7}), Int32Array(2, 7));
     EXPECT_EQ(of({7, 7}), Int32Array(2L, 7));
@@ -41,7 +41,7 @@ TEST(Array, IsMadeOfANumberOfElements) {
     EXPECT_TRUE(Int32Array().empty());
 }
 
-TEST(Array, TakesOverAVector) {
+TEST(Array, TakesOwnershipOfAVector) {
     EXPECT_EQ(of({1, 2}), Int32Array(new std::vector<Int32>{1, 2}));
 }
 
@@ -55,7 +55,7 @@ TEST(Array, CopiesShareUntilOneIsChanged) {
     EXPECT_EQ(of({1, 2}), b);
 }
 
-TEST(Array, AnIteratorTakenBeforeACopyStaysWithWhatWasShared) {
+TEST(Array, AnIteratorOlderThanACopyPointsToTheSharedElements) {
     Int32Array a = of({1, 2});
     const Int32Array::iterator before = a.begin();
     const Int32Array b = a;
@@ -63,7 +63,7 @@ TEST(Array, AnIteratorTakenBeforeACopyStaysWithWhatWasShared) {
     EXPECT_EQ(&*before, &*b.begin());
 }
 
-TEST(Array, IsWalkedBothWays) {
+TEST(Array, IteratesInBothDirections) {
     Int32Array a = of({1, 2, 3});
     const Int32Array& same = a;
     EXPECT_EQ(of({3, 2, 1}), Int32Array(a.rbegin(), a.rend()));
@@ -89,7 +89,7 @@ TEST(Array, GrowsAtItsEndAndInside) {
     EXPECT_GE(a.max_size(), a.capacity());
 }
 
-TEST(Array, TakesAnElementOfItsOwnAsAValue) {
+TEST(Array, AcceptsItsOwnElementAsAValue) {
     StringArray a(1, String("x"));
     for (int i = 0; i < 20; ++i) {
         a.push_back(a[0]);
@@ -99,20 +99,20 @@ TEST(Array, TakesAnElementOfItsOwnAsAValue) {
     EXPECT_EQ(StringArray(100, String("x")), a);
 }
 
-TEST(Array, IsMadeOfWhatCanBeReadOnlyOnce) {
+TEST(Array, IsCreatedFromInputIterators) {
     std::istringstream numbers("1 2 3");
     EXPECT_EQ(of({1, 2, 3}),
               Int32Array(std::istream_iterator<Int32>(numbers), std::istream_iterator<Int32>()));
     EXPECT_EQ(3, UInt8Array(2, 3)[1]) << "a number of elements and their value";
 }
 
-TEST(Array, HasRoomForWhatItIsMadeOfAndNoMore) {
+TEST(Array, AllocatesExactlyForARange) {
     const StringArray three(3, String("x"));
     EXPECT_EQ(3U, three.capacity());
     EXPECT_EQ(3U, StringArray(three.begin(), three.end()).capacity());
 }
 
-TEST(Array, RefusesMoreElementsThanMemoryCanHave) {
+TEST(Array, RejectsMoreElementsThanFitInMemory) {
     EXPECT_THROW(Int32Array(Int32Array().max_size() + 1), std::length_error);
     Int32Array a = of({1});
     EXPECT_THROW(a.reserve(static_cast<std::size_t>(-1)), std::length_error);
@@ -161,7 +161,7 @@ TEST(Array, SwapsWithAnother) {
     EXPECT_TRUE(a.empty());
 }
 
-TEST(Enumeration, HandsOutWhatWasAddedInItsOrder) {
+TEST(Enumeration, ReturnsElementsInOrder) {
     Enumeration<String> all;
     all.addElement("a");
     all.addElement("b");
@@ -182,7 +182,7 @@ TEST(Enumeration, CopiesShareOneQueue) {
     EXPECT_FALSE(a.hasMoreElements());
 }
 
-TEST(Enumeration, TakingPastTheEndThrows) {
+TEST(Enumeration, NextElementThrowsAtTheEnd) {
     try {
         Enumeration<String>().nextElement();
         FAIL() << "no exception";

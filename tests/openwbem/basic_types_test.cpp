@@ -13,7 +13,7 @@ namespace {
 
 using namespace OpenWBEM;
 
-TEST(Bool, IsFalseByDefaultAndNotMadeOfPointers) {
+TEST(Bool, IsFalseByDefaultAndDoesNotConvertFromPointers) {
     EXPECT_FALSE(Bool());
     EXPECT_EQ("true", Bool(true).toString());
     EXPECT_EQ("false", Bool(false).toString());
@@ -33,13 +33,13 @@ TEST(Char16, IsTheFirstCharacterOfAText) {
         EXPECT_EQ(code, Char16(String(text)).getValue()) << text;
 }
 
-TEST(Char16, IsWrittenInUTF8) {
+TEST(Char16, HasATextInUTF8) {
     EXPECT_EQ("A", Char16('A').toString());
     EXPECT_EQ("\xc3\xa9", Char16(UInt16(0xE9)).toString());
     EXPECT_EQ("\xe2\x82\xac", Char16(UInt32(0x20AC)).toString());
 }
 
-TEST(Char16, IsMadeOfANumberCutTo16Bits) {
+TEST(Char16, TruncatesANumberTo16Bits) {
     EXPECT_EQ(0xFFFF, Char16(Int8(-1)).getValue());
     EXPECT_EQ(0x2345, Char16(UInt64(0x12345)).getValue());
     EXPECT_EQ(1, Char16(Bool(true)).getValue());
@@ -47,21 +47,21 @@ TEST(Char16, IsMadeOfANumberCutTo16Bits) {
     EXPECT_EQ(0xE9, Char16('\xe9').getValue());
 }
 
-TEST(CIMName, ComparesWithoutCaseButKeepsItsSpelling) {
+TEST(CIMName, ComparesWithoutCaseButKeepsItsLetterCase) {
     const CIMName a("Abc");
     EXPECT_EQ("Abc", a.toString());
     EXPECT_TRUE(a == "aBC" && a <= "ABC" && a >= "ABC" && !(a != "abc"));
     EXPECT_TRUE(a < "ABD" && a <= "ABD" && CIMName("ABD") > a && a != "ABD");
 }
 
-TEST(CIMName, IsFalseWhenItIsEmpty) {
+TEST(CIMName, IsFalseIfItIsEmpty) {
     EXPECT_FALSE(CIMName());
     EXPECT_FALSE(CIMName(static_cast<const char*>(nullptr)));
     EXPECT_FALSE(CIMName(String("")).isValid());
     EXPECT_TRUE(CIMName("x"));
 }
 
-TEST(WBEMFlags, AreNotMadeOfNumbers) {
+TEST(WBEMFlags, DoNotConvertFromNumbers) {
     EXPECT_EQ(1, WBEMFlags::E_DEEP);
     EXPECT_EQ(1, WBEMFlags::E_ENUM_SUBCLASSES);
     EXPECT_EQ(0, WBEMFlags::E_FAILED);

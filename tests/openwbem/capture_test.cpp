@@ -1,5 +1,5 @@
-// Every recorded conversation, once more: our requests equal the recorded ones but for what varies by nature,
-// and we understand of the recorded answers what the recorded client did.
+// Replays every recorded conversation. The requests of the client library equal the recorded ones except for
+// variable parts, and it decodes the recorded replies like the recorded client.
 #include "OW_CIMClass.hpp"
 #include "OW_CIMClient.hpp"
 #include "OW_CIMObjectPath.hpp"
@@ -24,9 +24,9 @@ using namespace OpenWBEM;
 using record::Conversation;
 using support::ScriptedPeer;
 using support::Step;
-using Words = std::vector<std::string>;
+using Arguments = std::vector<std::string>;
 
-// All that differs between two runs of one conversation. Each request has its own pair of digits.
+// Masks the parts that differ between two runs of a conversation. Each request has its own pair of digits.
 std::string withoutWhatVaries(std::string requests) {
     const std::pair<const char*, const char*> varying[] = {
         {"User-Agent: [^\r]*\r\n", ""},
@@ -37,7 +37,7 @@ std::string withoutWhatVaries(std::string requests) {
     };
     for (const auto& [pattern, replacement] : varying)
         requests = std::regex_replace(requests, std::regex(pattern), replacement);
-    // The message ID's digits count in the length.
+    // The length includes the digits of the message ID.
     if (requests.find("<MESSAGE ID") != std::string::npos)
         requests = std::regex_replace(requests, std::regex("Content-Length: [0-9]+"), "Content-Length: N");
     return requests;
@@ -53,7 +53,7 @@ std::string textBetween(const std::string& text, const std::string& before, cons
     return text.substr(begin, text.find(after, begin) - begin);
 }
 
-// The cookie that the conversation turned on, where its answers say that it is.
+// The cookie file that the recorded replies name.
 class Cookie {
 public:
     explicit Cookie(const Conversation& conversation)
@@ -66,7 +66,7 @@ public:
         ::chmod(path.c_str(), S_IRUSR);
         m_received = replaced(m_received, textBetween(m_received, before, "\""), path);
     }
-    /** The recorded answers, which name this file. */
+    /** The recorded replies, with the path of this file. */
     std::string received() const { return m_received; }
 
 private:
@@ -83,7 +83,7 @@ std::vector<Step> stepsOf(const std::string& received) {
     return steps;
 }
 
-// As the recorded client made key properties: with a qualifier made from nothing but its name and value.
+// A key property as the recorded client created it: the qualifier has only a name and a value.
 CIMProperty keyProperty(const CIMProperty& key) {
     Qualifier qualifier;
     qualifier.name = "Key";
@@ -97,14 +97,14 @@ CIMProperty keyProperty(const CIMProperty& key) {
     return ObjectAccess::property(declaration, key.getValue());
 }
 
-// What the recorded program did, by the words of its command.
-void carryOut(CIMClient& client, const Words& words, std::ostream& out) {
-    const std::string& operation = words[3];
-    const String target = words[4].c_str();
+// Runs the operation of the recorded command.
+void runOperation(CIMClient& client, const Arguments& arguments, std::ostream& out) {
+    const std::string& operation = arguments[3];
+    const String target = arguments[4].c_str();
     if (operation == "enum") {
         record::print(out, client.enumInstancesE(target));
     } else if (operation == "enumflags") {
-        const auto flag = [&words](std::size_t i) { return words[5 + i] == "1"; };
+        const auto flag = [&arguments](std::size_t i) { return arguments[5 + i] == "1"; };
         record::print(out,
                       client.enumInstancesE(
                           target, flag(0) ? WBEMFlags::E_DEEP : WBEMFlags::E_SHALLOW,
@@ -127,8 +127,8 @@ void carryOut(CIMClient& client, const Words& words, std::ostream& out) {
             }
             instance.setKeys(keys);
         }
-        instance.setProperty(words[5].c_str(),
-                             CIMValue::createSimpleValue(words[6].c_str(), words[7].c_str()));
+        instance.setProperty(arguments[5].c_str(),
+                             CIMValue::createSimpleValue(arguments[6].c_str(), arguments[7].c_str()));
         client.modifyInstance(instance,
                               isBare ? WBEMFlags::E_EXCLUDE_QUALIFIERS : WBEMFlags::E_INCLUDE_QUALIFIERS);
         out << "MODIFY OK\n";
@@ -138,11 +138,11 @@ void carryOut(CIMClient& client, const Words& words, std::ostream& out) {
     out << "rc=0\n";
 }
 
-std::string understood(const std::string& url, const Words& words) {
+std::string decoded(const std::string& url, const Arguments& arguments) {
     std::ostringstream out;
     try {
-        CIMClient client(url.c_str(), words[2].c_str());
-        carryOut(client, words, out);
+        CIMClient client(url.c_str(), arguments[2].c_str());
+        runOperation(client, arguments, out);
     } catch (const CIMException& e) {
         record::print(out, e);
         out << "\n   CIMException errno=" << e.getErrNo() << " codeStr? description=[" << e.getDescription()
@@ -154,23 +154,23 @@ std::string understood(const std::string& url, const Words& words) {
     return out.str();
 }
 
-// Without the places in the recorded client's source.
+// Removes the source locations of the recorded client.
 std::string comparable(const std::string& result) {
     return std::regex_replace(result, std::regex(" file=[^\n]*"), "");
 }
 
 class Capture : public testing::TestWithParam<Conversation> {};
 
-TEST_P(Capture, IsSentAndUnderstoodAsRecorded) {
-    const Words words = GetParam().command();
+TEST_P(Capture, IsSentAndDecodedAsRecorded) {
+    const Arguments arguments = GetParam().command();
     const Cookie cookie(GetParam());
-    const bool isTcp = words[1].find(":15988") != std::string::npos;
+    const bool isTcp = arguments[1].find(":15988") != std::string::npos;
     ScriptedPeer peer(stepsOf(cookie.received()),
                       isTcp ? support::Listening::ipv4 : support::Listening::unixDomain);
     const std::string address = peer.url().substr(peer.url().rfind(':') + 1);
-    const std::string url = replaced(words[1], isTcp ? "15988" : "%2ftmp%2fOW_PROXY_UDS", address);
+    const std::string url = replaced(arguments[1], isTcp ? "15988" : "%2ftmp%2fOW_PROXY_UDS", address);
 
-    EXPECT_EQ(comparable(GetParam().result()), understood(url, words));
+    EXPECT_EQ(comparable(GetParam().result()), decoded(url, arguments));
     std::string requests;
     for (const std::string& request : peer.requests())
         requests += request;
@@ -182,7 +182,7 @@ INSTANTIATE_TEST_SUITE_P(Conversations, Capture, testing::ValuesIn(record::conve
                              return std::regex_replace(test.param.folder, std::regex("[^A-Za-z0-9]"), "_");
                          });
 
-TEST(Captures, AreAllThere) {
+TEST(Captures, AreComplete) {
     EXPECT_EQ(65U, record::conversations().size());
 }
 

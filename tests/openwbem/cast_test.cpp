@@ -26,7 +26,7 @@ CIMValue arrayValue(std::initializer_list<T> elements) {
     return CIMValue(Array<T>(elements.begin(), elements.end()));
 }
 
-// `<type>: <message>` of what a cast throws.
+// `<type>: <message>` of the exception of a cast.
 std::string errorOf(const CIMValue& value, const CIMDataType& type) {
     return failureOf([&] { castValueToDataType(value, type); });
 }
@@ -45,7 +45,7 @@ TEST(Cast, ToTheSameTypeChangesNothing) {
     EXPECT_EQ(CIMValue(exact), castValueToDataType(arrayValue<Real64>({exact, 2}), CIMDataType::REAL64));
 }
 
-TEST(Cast, OfATextReadsIt) {
+TEST(Cast, OfATextParsesIt) {
     const struct {
         const char* text;
         CIMValue expected;
@@ -66,21 +66,21 @@ TEST(Cast, OfATextReadsIt) {
               castValueToDataType(CIMValue("Foo.A=1"), CIMDataType::REFERENCE).toString());
 }
 
-TEST(Cast, OfNumbersBooleansAndCharactersGoesThroughTheirText) {
+TEST(Cast, OfNumbersBooleansAndCharactersParsesTheirText) {
     EXPECT_EQ(CIMValue(UInt16(2)), castValueToDataType(CIMValue(Real64(2.0)), CIMDataType::UINT16));
     EXPECT_EQ(CIMValue(Real64(5)), castValueToDataType(CIMValue(UInt8(5)), CIMDataType::REAL64));
     EXPECT_EQ(CIMValue(UInt8(7)), castValueToDataType(CIMValue(Char16('7')), CIMDataType::UINT8));
     EXPECT_EQ(CIMValue(Char16('t')), castValueToDataType(CIMValue(true), CIMDataType::CHAR16));
 }
 
-TEST(Cast, ToAStringIsTheTextOfAnything) {
+TEST(Cast, ToAStringIsTheTextOfTheValue) {
     EXPECT_EQ(CIMValue("true"), castValueToDataType(CIMValue(true), CIMDataType::STRING));
     EXPECT_EQ(CIMValue("/:Q"), castValueToDataType(CIMValue(CIMObjectPath("Q")), CIMDataType::STRING));
     EXPECT_EQ(CIMValue("instance of Foo {\n}\n"),
               castValueToDataType(CIMValue(CIMInstance("Foo")), CIMDataType::STRING));
 }
 
-TEST(Cast, OfOneDateOfAnArrayKeepsIt) {
+TEST(Cast, OfAnArrayOfDatesToOneKeepsTheFirst) {
     const CIMDateTime date(String("20050101123000.123456+060"));
     EXPECT_EQ(CIMValue(date),
               castValueToDataType(CIMValue(CIMDateTimeArray(1, date)), CIMDataType::DATETIME));
@@ -97,7 +97,7 @@ TEST(Cast, BetweenArraysAndSingleValues) {
               errorOf(CIMValue(StringArray()), CIMDataType::UINT16));
 }
 
-TEST(Cast, OfATextThatDoesNotReadFails) {
+TEST(Cast, OfAMalformedTextFails) {
     EXPECT_EQ("CIMException: general error (Unable to convert \"abc\" into UInt32)",
               errorOf(CIMValue("abc"), CIMDataType::UINT32));
     EXPECT_EQ("CIMException: general error (Unable to convert \"maybe\" into bool)",
@@ -113,7 +113,7 @@ TEST(Cast, OfATextThatDoesNotReadFails) {
         errorOf(CIMValue("nodot"), CIMDataType::REFERENCE));
 }
 
-TEST(Cast, ThatFailsOnATextTellsWhy) {
+TEST(Cast, OfAMalformedTextHasACause) {
     try {
         castValueToDataType(CIMValue("abc"), CIMDataType::UINT32);
         FAIL() << "no exception";
@@ -124,7 +124,7 @@ TEST(Cast, ThatFailsOnATextTellsWhy) {
     }
 }
 
-TEST(Cast, BetweenOtherTypesIsRefused) {
+TEST(Cast, BetweenOtherTypesIsRejected) {
     EXPECT_EQ("CIMException: general error (Failed to convert \"/:Q\" to uint16)",
               errorOf(CIMValue(CIMObjectPath("Q")), CIMDataType::UINT16));
     EXPECT_EQ("CIMException: general error (Failed to convert \"1\" to datetime)",

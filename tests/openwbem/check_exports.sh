@@ -1,5 +1,5 @@
 #!/bin/sh
-# check_exports.sh NM LIBRARY - a library exports names of the namespace OpenWBEM, and no others.
+# check_exports.sh NM LIBRARY - a library exports only names of the namespace OpenWBEM.
 set -eu
 exported=$("$1" -D --defined-only --demangle "$2" | cut -d ' ' -f 3-)
 own=$(echo "$exported" | grep -c 'OpenWBEM::' || true)

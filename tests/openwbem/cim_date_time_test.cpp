@@ -23,7 +23,7 @@ std::ostream& operator<<(std::ostream& out, const Example& example) {
 
 class CIMDateTimeText : public testing::TestWithParam<Example> {};
 
-TEST_P(CIMDateTimeText, IsReadFieldByField) {
+TEST_P(CIMDateTimeText, IsParsedFieldByField) {
     const CIMDateTime time{String(GetParam().input)};
     EXPECT_EQ(GetParam().isInterval, time.isInterval());
     EXPECT_STREQ(GetParam().output, time.toString().c_str());
@@ -58,9 +58,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Example{"+0000001020304.500000:000", true, "00000001020304.500000:000"},
                     Example{"20051332256199.678901+1440", false, "20051332256199.678901+1440"}));
 
-class BadCIMDateTimeText : public testing::TestWithParam<const char*> {};
+class InvalidCIMDateTimeText : public testing::TestWithParam<const char*> {};
 
-TEST_P(BadCIMDateTimeText, Throws) {
+TEST_P(InvalidCIMDateTimeText, Throws) {
     try {
         CIMDateTime{String(GetParam())};
         FAIL() << "no exception";
@@ -71,7 +71,7 @@ TEST_P(BadCIMDateTimeText, Throws) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Examples, BadCIMDateTimeText,
+INSTANTIATE_TEST_SUITE_P(Examples, InvalidCIMDateTimeText,
                          testing::Values("20050102030405.678901", "00000001020304.500000", "hello",
                                          "20050102030405.678901 060", "4294967296",
                                          "00000001020304.5000000:000"));
@@ -94,7 +94,7 @@ TEST(CIMDateTime, OfMicrosecondsIsAnInterval) {
         EXPECT_STREQ(text, CIMDateTime(microSeconds).toString().c_str());
 }
 
-TEST(CIMDateTime, IsFalseWhenAllFieldsButTheOffsetAreZero) {
+TEST(CIMDateTime, IsFalseIfAllFieldsButTheOffsetAreZero) {
     EXPECT_FALSE(CIMDateTime());
     EXPECT_FALSE(CIMDateTime(OpenWBEM::CIMNULL));
     EXPECT_FALSE(CIMDateTime(String("00000000000000.000000+060")));

@@ -5,7 +5,7 @@
 
 namespace {
 
-TEST(ClientError, OfTheTransportTellsTheReason) {
+TEST(ClientError, OfTheTransportReportsTheReason) {
     EXPECT_EQ("HTTPException: Unable to process request: Unauthorized: ",
               messageOfReply("HTTP/1.1 401 Unauthorized: \r\nContent-Length: 0\r\n\r\n"));
     EXPECT_EQ("HTTPException: Unable to process request: Bad request:request-not-well-formed",
@@ -17,12 +17,12 @@ TEST(ClientError, OfTheTransportTellsTheReason) {
               messageOfReply("HTTP/1.1 200 Ok\r\n\r\n"));
 }
 
-TEST(ClientError, OfTheObjectManagerComesInTrailersOrInTheBody) {
+TEST(ClientError, OfTheObjectManagerMayBeInTrailersOrInTheBody) {
     EXPECT_EQ("CIMException: requested object could not be found",
               messageOfReply(wire::chunkedReply("", {"01-CIMStatusCode: 6"})));
     EXPECT_EQ("CIMException: general error (general)", messageOfReply(wire::cimErrorReply(1, "general")));
-    EXPECT_EQ("CIMException: general error: told twice",
-              messageOfReply(wire::cimErrorReply(1, "general error: told twice")));
+    EXPECT_EQ("CIMException: general error: repeated",
+              messageOfReply(wire::cimErrorReply(1, "general error: repeated")));
     EXPECT_EQ("CIMException: unknown error (x)", messageOfReply(wire::cimErrorReply(99, "x")));
     EXPECT_EQ("CIMErrorException: protocol",
               messageOfReply(wire::chunkedReply("", {"01-CIMError: protocol"})));
@@ -33,7 +33,7 @@ TEST(ClientError, OfTheObjectManagerComesInTrailersOrInTheBody) {
     EXPECT_EQ("IOException: Failed reading data", messageOfReply(wire::plainReply("")));
 }
 
-TEST(ClientError, OfTheEnumerationsFrame) {
+TEST(ClientError, IsThrownForAMalformedEnumeration) {
     EXPECT_EQ("IOException: Received invalid signature. Got: 110 Expected: 111",
               messageOfReply(wire::plainReply(std::string("\0n\x98\x98", 4))));
     EXPECT_EQ("IOException: Received invalid signature. Got: 151 Expected: 152",
@@ -42,7 +42,7 @@ TEST(ClientError, OfTheEnumerationsFrame) {
               messageOfReply(wire::plainReply(std::string("\0o\x98", 3))));
 }
 
-TEST(ClientError, OfAReplyCutAtAnyByteIsFollowedByAGoodRead) {
+TEST(ClientError, AfterAReplyTruncatedAtAnyByteTheNextReadSucceeds) {
     for (std::size_t length = 0; length < good.size(); ++length) {
         ScriptedPeer peer({Step::answerAndClose(good.substr(0, length)), Step::answer(good)});
         CIMClient client(peer.url().c_str(), "root/cimv2");
@@ -51,7 +51,7 @@ TEST(ClientError, OfAReplyCutAtAnyByteIsFollowedByAGoodRead) {
     }
 }
 
-TEST(ClientError, OfARefusalTellsItsReasonWhateverBecomesOfItsBody) {
+TEST(ClientError, OfAnErrorResponseReportsTheReasonDespiteItsBody) {
     EXPECT_EQ("HTTPException: Unable to process request: Not found",
               messageOfReply("HTTP/1.1 404 Not found\r\n\r\n"));
     EXPECT_EQ("HTTPException: Unable to process request: Continue",
@@ -63,35 +63,35 @@ TEST(ClientError, OfARefusalTellsItsReasonWhateverBecomesOfItsBody) {
     EXPECT_EQ(1U, read(client));
 }
 
-TEST(ClientError, OfATrailersNameInTheHeadIsNone) {
+TEST(ClientError, IsNotReportedByAHeaderWithTheNameOfATrailer) {
     const std::string body = wire::enumeration({});
     EXPECT_EQ("no exception", messageOfReply("HTTP/1.1 200 Ok\r\n07-CIMStatusCode: 5\r\nContent-Length: " +
                                              std::to_string(body.size()) + "\r\n\r\n" + body));
 }
 
-TEST(ClientError, OfArraysThatHoldArraysTakesNoMemoryForWhatIsAnnounced) {
+TEST(ClientError, OfNestedArraysAllocatesNothingForAnnouncedSizes) {
     const std::string property = wire::arrayProperty("x", wire::EMBEDDEDINSTANCE, {});
     const std::string opening = property.substr(0, property.size() - 1) + wire::number(100000);
     std::string body("\0o", 2);
     for (int depth = 0; depth < 60; ++depth)
         body += "i\x01" + wire::text("Foo") + wire::number(0) + wire::number(1) + opening;
     body += std::string(2000000, '\0');
-    const support::TempDir folder;
+    const support::TempDir directory;
     ScriptedPeer peer({Step::answer(wire::plainReply(body))});
-    support::inChild(folder.path(), [&] {
+    support::inChild(directory.path(), [&] {
         limitMemory(300UL << 20);
         CIMClient client(peer.url().c_str(), "root/cimv2");
         EXPECT_EQ("IOException: ", messageOfReading(client).substr(0, 13));
     });
 }
 
-TEST(ClientError, OfMissingDescriptorsIsASocketException) {
+TEST(ClientError, WithoutFreeDescriptorsIsASocketException) {
 #ifdef __SANITIZE_ADDRESS__
-    GTEST_SKIP() << "the sanitizer needs descriptors of its own to tell good memory from bad";
+    GTEST_SKIP() << "the sanitizer needs file descriptors";
 #endif
     ScriptedPeer peer({Step::answer(good)});
-    const support::TempDir folder;
-    support::inChild(folder.path(), [&] {
+    const support::TempDir directory;
+    support::inChild(directory.path(), [&] {
         CIMClient client(peer.url().c_str(), "root/cimv2");
         std::vector<int> taken;
         for (int fd = ::open("/dev/null", O_RDONLY); fd >= 0 && fd < 60; fd = ::open("/dev/null", O_RDONLY))
@@ -100,7 +100,7 @@ TEST(ClientError, OfMissingDescriptorsIsASocketException) {
         ::setrlimit(RLIMIT_NOFILE, &few);
         for (int fd = ::open("/dev/null", O_RDONLY); fd >= 0; fd = ::open("/dev/null", O_RDONLY))
             taken.push_back(fd);
-        while (taken.size() > 1) { // from no descriptor left to enough
+        while (taken.size() > 1) { // frees one descriptor after the other
             const std::string message = messageOfReading(client);
             if (message == "no exception")
                 return;
@@ -112,7 +112,7 @@ TEST(ClientError, OfMissingDescriptorsIsASocketException) {
     });
 }
 
-TEST(ClientError, OfAnAnnouncedLengthThatNeverComesTakesNoMemoryForIt) {
+TEST(ClientError, OfATruncatedTextAllocatesNothingForItsLength) {
     const std::string begin("\0o", 2);
     for (const char* length : {"4294967290", "18446744073709551615"}) {
         ScriptedPeer peer({Step::answerAndClose(std::string("HTTP/1.1 200 Ok\r\nContent-Length: ") + length +
@@ -122,7 +122,7 @@ TEST(ClientError, OfAnAnnouncedLengthThatNeverComesTakesNoMemoryForIt) {
     }
 }
 
-TEST(ClientError, OfLinesThatAreNoHeadersIsJunk) {
+TEST(ClientError, OfAMalformedHeaderReportsTheStatusLine) {
     const std::string junk = "HTTPException: Received junk from server statusline = HTTP/1.1 200 Ok";
     EXPECT_EQ(junk, messageOfReply("HTTP/1.1 200 Ok\r\nno header\r\n\r\n"));
     EXPECT_EQ(junk, messageOfReply("HTTP/1.1 200 Ok\r\n: no name\r\n\r\n"));
@@ -130,7 +130,7 @@ TEST(ClientError, OfLinesThatAreNoHeadersIsJunk) {
     EXPECT_EQ(junk, messageOfReply("HTTP/1.1 200 Ok\r\nControl: \x01\r\n\r\n"));
 }
 
-TEST(ClientError, OfAStatusLineThatIsNoneHasNoReason) {
+TEST(ClientError, OfAMalformedStatusLineHasNoReason) {
     for (const char* line : {"HTTP/1.1 200", "HTTP/1.1 200 ", "HTTP/1.1 20 Ok", "HTTP/1.1 2000 Ok",
                              "HTTP/3 200 Ok", "SSH-2.0-server", "\x16\x03\x01"}) {
         const std::string reply = std::string(line) + "\r\nContent-Length: 0\r\n\r\n";
@@ -141,7 +141,7 @@ TEST(ClientError, OfAStatusLineThatIsNoneHasNoReason) {
     }
 }
 
-TEST(ClientError, OfABodyAfterADecodedOneIsTheOneInTheTrailers) {
+TEST(ClientError, InTrailersTakesPrecedenceOverTheBody) {
     const std::string body = wire::enumeration({});
     EXPECT_EQ("CIMException: requested object could not be found",
               messageOfReply(wire::chunkedReply(body, {"07-CIMStatusCode: 6"})));
@@ -162,7 +162,7 @@ TEST(ClientError, InTrailersOfAReplyToPostHasNoPrefix) {
                   wire::chunkedReply(body, {"07-CIMStatusCode: 6", "07-CIMStatusCodeDescription: gone"})));
 }
 
-TEST(ClientError, OfWhatFollowsADecodedBody) {
+TEST(ClientError, IsThrownForAMalformedOrLongEndOfTheBody) {
     const std::string body = wire::enumeration({});
     EXPECT_EQ("no exception", messageOfReply(wire::chunkedReply(body + std::string(1000000, 'x'))));
     EXPECT_EQ("IOException: Failed reading data",
@@ -181,7 +181,7 @@ TEST(ClientError, OfTheObjectManagerLeavesTheConnectionOpen) {
     EXPECT_EQ(1U, peer.connections());
 }
 
-TEST(ClientError, OfARecordedReplyCutAtAnyByteIsFollowedByAGoodRead) {
+TEST(ClientError, AfterARecordedReplyTruncatedAtAnyByteTheNextReadSucceeds) {
     const std::string reply = support::readFile(TEST_DATA "/captures/ow-uds-anon/enum_badclass/s2c.bin");
     for (std::size_t length = 0; length < reply.size(); ++length) {
         ScriptedPeer peer({Step::answerAndClose(reply.substr(0, length)), Step::answer(good)});
@@ -191,18 +191,18 @@ TEST(ClientError, OfARecordedReplyCutAtAnyByteIsFollowedByAGoodRead) {
     }
 }
 
-TEST(ClientError, OfAPeerThatIsNotThere) {
+TEST(ClientError, OfAMissingPeerIsASocketException) {
     CIMClient missing("owbinary.wbem://localhost:missing-socket", "root/cimv2");
     EXPECT_EQ("SocketException: Failed to connect to: missing-socket: 2(No such file or directory)",
               messageOfReading(missing));
-    const support::TempDir folder;
-    const std::string path = folder.write("file", "");
-    CIMClient refused(support::urlOf(path).c_str(), "root/cimv2");
+    const support::TempDir directory;
+    const std::string path = directory.write("file", "");
+    CIMClient closed(support::urlOf(path).c_str(), "root/cimv2");
     EXPECT_EQ("SocketException: Failed to connect to: " + path + ": 111(Connection refused)",
-              messageOfReading(refused));
+              messageOfReading(closed));
 }
 
-TEST(ClientError, OfAUrlThatCannotBeUsedComesFromTheConstructor) {
+TEST(ClientError, OfAnInvalidUrlIsThrownByTheConstructor) {
     const std::pair<const char*, const char*> examples[] = {
         {"owbinary.wbem://", "Invalid URL: owbinary.wbem://"},
         {"", "Invalid URL: "},

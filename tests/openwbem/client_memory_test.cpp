@@ -1,4 +1,4 @@
-// Memory that runs out while a reply is read.
+// Out of memory while a reply is read.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
@@ -18,9 +18,9 @@ namespace memory = support::memory;
 using support::ScriptedPeer;
 using support::Step;
 
-enum class Outcome { read, refused, foreign };
+enum class Outcome { read, rejected, foreign };
 
-// Reads with a new client. Memory is short from one allocation on until the read has ended.
+// Reads with a new client. All allocations from a given one on fail until the read returns.
 Outcome readWithout(long allocation, const char* url, const char* className) {
     CIMClient client(url, "root/cimv2");
     const String name(className);
@@ -29,7 +29,7 @@ Outcome readWithout(long allocation, const char* url, const char* className) {
     try {
         client.enumInstancesE(name);
     } catch (const Exception&) {
-        outcome = Outcome::refused;
+        outcome = Outcome::rejected;
     } catch (...) {
         outcome = Outcome::foreign;
     }
@@ -37,7 +37,7 @@ Outcome readWithout(long allocation, const char* url, const char* className) {
     return outcome;
 }
 
-// Lets one allocation after the other be the first that fails, until the read gets by without it.
+// Fails from the first, the second, ... allocation on, until the read succeeds.
 void expectExceptionsOnly(const char* conversation, const char* scheme, const char* className) {
     const std::string reply = record::Conversation{conversation}.received();
     const ScriptedPeer peer({Step::answer(reply)});
@@ -45,7 +45,7 @@ void expectExceptionsOnly(const char* conversation, const char* scheme, const ch
     ASSERT_EQ(Outcome::read, readWithout(-1, url.c_str(), className));
     const long before = memory::outstanding();
     long allocation = 0;
-    while (readWithout(allocation, url.c_str(), className) == Outcome::refused) {
+    while (readWithout(allocation, url.c_str(), className) == Outcome::rejected) {
         ASSERT_EQ(before, memory::outstanding()) << "allocation " << allocation;
         ++allocation;
     }
@@ -53,11 +53,11 @@ void expectExceptionsOnly(const char* conversation, const char* scheme, const ch
     EXPECT_LT(100, allocation);
 }
 
-TEST(OutOfMemory, InABinaryReplyIsAnExceptionAndLosesNothing) {
+TEST(OutOfMemory, InABinaryReplyIsAnExceptionWithoutALeak) {
     expectExceptionsOnly("ow-uds-anon/enum_AllTypes", "owbinary.wbem", "QAV_AllTypes");
 }
 
-TEST(OutOfMemory, InACimXmlReplyIsAnExceptionAndLosesNothing) {
+TEST(OutOfMemory, InACimXmlReplyIsAnExceptionWithoutALeak) {
     expectExceptionsOnly("xml-uds-anon/enum_OperatingSystem", "cimxml.wbem", "QAV_OperatingSystem");
 }
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(Client, ConnectsNothingBeforeTheFirstRequest) {
+TEST(Client, DoesNotConnectBeforeTheFirstRequest) {
     ScriptedPeer peer({Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     EXPECT_EQ(0U, peer.connections());
@@ -24,11 +24,11 @@ TEST(Client, KeepsItsConnectionAndItsCopiesShareIt) {
     EXPECT_EQ(1U, peer.connections());
 }
 
-TEST(Client, ReadsAnAnswerWithAContentLength) {
+TEST(Client, ReadsAReplyWithAContentLength) {
     EXPECT_EQ("no exception", messageOfReply(wire::plainReply(wire::enumeration({}))));
 }
 
-TEST(Client, ReadsAnAnswerAfterWhichTheServerCloses) {
+TEST(Client, ReadsAReplyAfterWhichTheServerCloses) {
     const std::string body = wire::enumeration({wire::instance("Foo", {})});
     const std::string reply =
         "HTTP/1.1 200 Ok\r\nConnection: close\r\nContent-Length: " + std::to_string(body.size()) +
@@ -40,14 +40,14 @@ TEST(Client, ReadsAnAnswerAfterWhichTheServerCloses) {
     EXPECT_EQ(2U, peer.requests().size()) << "nothing was sent on the closed connection";
 }
 
-TEST(Client, ReadsOnceMoreWhenAKeptConnectionWasDropped) {
+TEST(Client, RepeatsAReadIfAKeptConnectionWasClosed) {
     ScriptedPeer peer({Step::answerAndClose(good), Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     EXPECT_EQ(1U, read(client));
     EXPECT_EQ(1U, read(client));
 }
 
-TEST(Client, ReadsOnceMoreWhenAKeptConnectionIsDroppedOnTheRequest) {
+TEST(Client, RepeatsAReadIfAKeptConnectionIsClosedOnTheRequest) {
     ScriptedPeer peer({Step::answer(good), Step::close(), Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     read(client);
@@ -55,14 +55,14 @@ TEST(Client, ReadsOnceMoreWhenAKeptConnectionIsDroppedOnTheRequest) {
     EXPECT_EQ(3U, peer.requests().size());
 }
 
-TEST(Client, DoesNotReadOnceMoreOnANewConnection) {
+TEST(Client, DoesNotRepeatAReadOnANewConnection) {
     ScriptedPeer peer({Step::close()});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     EXPECT_EQ("HTTPException: Unable to process request: ", messageOfReading(client));
     EXPECT_EQ(1U, peer.requests().size());
 }
 
-TEST(Client, ReadsOnceMoreWhenAKeptConnectionAnswersThatItTimedOut) {
+TEST(Client, RepeatsAReadIfAKeptConnectionRepliesWithATimeout) {
     const std::string timedOut = wire::statusReply("408 Request timeout: Timeout waiting for request.");
     ScriptedPeer peer({Step::answer(good), Step::answerAndClose(timedOut), Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
@@ -70,7 +70,7 @@ TEST(Client, ReadsOnceMoreWhenAKeptConnectionAnswersThatItTimedOut) {
     EXPECT_EQ(1U, read(client));
 }
 
-TEST(Client, FallsBackToPostForGoodWhenTheServerDoesNotKnowMPost) {
+TEST(Client, FallsBackToPostForGoodIfTheServerRejectsMPost) {
     for (const char* status : {"405 Method not allowed", "501 Not implemented", "510 Not Extended"}) {
         ScriptedPeer peer({Step::answer(wire::statusReply(status)), Step::answer(good)});
         CIMClient client(peer.url().c_str(), "root/cimv2");
@@ -86,7 +86,7 @@ TEST(Client, FallsBackToPostForGoodWhenTheServerDoesNotKnowMPost) {
     }
 }
 
-TEST(Client, ReadsOnceMoreWhenAKeptConnectionIsResetOnTheRequest) {
+TEST(Client, RepeatsAReadIfAKeptConnectionIsResetOnTheRequest) {
     ScriptedPeer peer({Step::answer(good), Step::reset(), Step::answer(good)}, Listening::ipv4);
     CIMClient client(peer.url().c_str(), "root/cimv2");
     read(client);
@@ -94,7 +94,7 @@ TEST(Client, ReadsOnceMoreWhenAKeptConnectionIsResetOnTheRequest) {
     EXPECT_EQ(3U, peer.requests().size());
 }
 
-TEST(Client, DoesNotReadOnceMoreAfterPartOfAReply) {
+TEST(Client, DoesNotRepeatAReadAfterPartOfAReply) {
     ScriptedPeer peer({Step::answer(good), Step::answerAndClose("HTTP/1.1 2"), Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     read(client);
@@ -103,7 +103,7 @@ TEST(Client, DoesNotReadOnceMoreAfterPartOfAReply) {
     EXPECT_EQ(1U, read(client));
 }
 
-TEST(Client, AsksForCompressionAndTrailers) {
+TEST(Client, RequestsCompressionAndTrailers) {
     ScriptedPeer peer({Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     read(client);
@@ -111,7 +111,7 @@ TEST(Client, AsksForCompressionAndTrailers) {
               peer.requests().at(0).find("\r\nTE: trailers\r\nAccept-Encoding: deflate\r\n"));
 }
 
-TEST(Client, AsksForListedPropertiesOnly) {
+TEST(Client, RequestsOnlyListedProperties) {
     ScriptedPeer peer({Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     StringArray names;
@@ -126,7 +126,7 @@ TEST(Client, AsksForListedPropertiesOnly) {
     EXPECT_EQ(expected, request.substr(request.size() - expected.size()));
 }
 
-TEST(Client, DoesNotTakeWhatWasSentUnaskedForTheNextAnswer) {
+TEST(Client, DoesNotMistakeUnsolicitedBytesForTheNextReply) {
     const std::string unasked = wire::chunkedReply(wire::enumeration({}));
     ScriptedPeer peer({Step::answer(good + unasked), Step::answer(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
@@ -135,20 +135,20 @@ TEST(Client, DoesNotTakeWhatWasSentUnaskedForTheNextAnswer) {
     EXPECT_EQ(2U, peer.connections());
 }
 
-// The descriptors of this process that a program it starts would inherit.
+// The descriptors that child processes inherit.
 std::size_t inheritableDescriptors() {
     std::size_t count = 0;
-    DIR* const folder = ::opendir("/proc/self/fd");
-    while (const dirent* entry = ::readdir(folder)) {
+    DIR* const directory = ::opendir("/proc/self/fd");
+    while (const dirent* entry = ::readdir(directory)) {
         const int flags = ::fcntl(std::atoi(entry->d_name), F_GETFD);
         if (entry->d_name[0] != '.' && flags >= 0 && !(flags & FD_CLOEXEC))
             ++count;
     }
-    ::closedir(folder);
+    ::closedir(directory);
     return count;
 }
 
-TEST(Client, LeavesNoDescriptorToChildrenAndNoSignalChanged) {
+TEST(Client, LeaksNoDescriptorToChildrenAndChangesNoSignal) {
     ScriptedPeer peer({Step::answer(good)});
     const std::size_t before = inheritableDescriptors();
     CIMClient client(peer.url().c_str(), "root/cimv2");
@@ -159,7 +159,7 @@ TEST(Client, LeavesNoDescriptorToChildrenAndNoSignalChanged) {
     EXPECT_EQ(SIG_DFL, action.sa_handler);
 }
 
-TEST(Client, IsNotKilledByWritingToADroppedConnection) {
+TEST(Client, IsNotKilledByWritingToAClosedConnection) {
     ScriptedPeer peer({Step::answerAndClose(good)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     for (int i = 0; i < 20; ++i)

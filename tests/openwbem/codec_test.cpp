@@ -1,4 +1,4 @@
-// The decoder and the encoder against bytes that were written by hand, and against bytes that are wrong.
+// The decoder and the encoder with hand-written bytes, valid and invalid.
 #include "OW_CIMClass.hpp"
 #include "OW_CIMDateTime.hpp"
 #include "OW_CIMInstance.hpp"
@@ -50,7 +50,7 @@ std::string number(UInt32 value) {
     return out.release();
 }
 
-TEST(Number, IsWrittenInItsShortestFormAndReadBack) {
+TEST(Number, IsWrittenInItsShortestForm) {
     const std::pair<UInt32, std::string> examples[] = {
         {0, std::string("\0", 1)},
         {127, "\x7f"},
@@ -76,7 +76,7 @@ TEST(Number, IsReadInLongerForms) {
     EXPECT_EQ(0U, in.number());
 }
 
-TEST(Number, OfMoreThanFourBytesIsRefused) {
+TEST(Number, OfMoreThanFourBytesIsRejected) {
     const std::string bytes("\x85\0\0\0\0\1", 6);
     binary::Reader in(bytes.data(), bytes.size());
     EXPECT_THROW(in.number(), IOException);
@@ -125,12 +125,12 @@ TEST(Codec, EncodesEveryTypeToTheSameBytes) {
     EXPECT_EQ(everyType(), encode(decode(everyType())));
 }
 
-TEST(Codec, ReadsAnEmptyTextAsTheEmptyStringAndNotAsTheNullOne) {
+TEST(Codec, ReadsAnEmptyTextAsTheEmptyStringNotTheNullString) {
     const CIMInstance instance = decode(wire::instance("Foo", {wire::stringProperty("x", "")}));
     EXPECT_EQ(0U, instance.getPropertyValue("x").toString().toUInt32()) << "the null string throws";
 }
 
-TEST(Codec, KeepsTheNamesOfOneInstanceApartFromTheNext) {
+TEST(Codec, DoesNotMixUpTheNamesOfConsecutiveInstances) {
     const std::string bytes =
         wire::instance("A", {wire::stringProperty("x", "1"), wire::stringProperty("y", "2")}) +
         wire::instance("B", {wire::stringProperty("y", "3")}) +
@@ -163,13 +163,13 @@ TEST(Codec, ReadsClassesOfEveryVersion) {
     }
 }
 
-TEST(Codec, RefusesATruncatedObjectWhereverItIsCut) {
+TEST(Codec, RejectsAnObjectTruncatedAtAnyByte) {
     const std::string whole = everyType();
     for (std::size_t length = 0; length < whole.size(); ++length)
         EXPECT_EQ("IOException: Failed reading data", messageOfDecoding(whole.substr(0, length))) << length;
 }
 
-TEST(Codec, RefusesCountsThatCannotBeTrueBeforeItAllocates) {
+TEST(Codec, RejectsImplausibleCountsBeforeItAllocates) {
     const std::string head = std::string("i\x01") + wire::text("Foo");
     EXPECT_EQ("IOException: Failed reading data", messageOfDecoding(head + wire::number(0xffffffffU) + "R"));
     const std::string property = wire::arrayProperty("x", wire::UINT64, {});
@@ -179,7 +179,7 @@ TEST(Codec, RefusesCountsThatCannotBeTrueBeforeItAllocates) {
                                 "12345678"));
 }
 
-TEST(Codec, RefusesWrongSignatures) {
+TEST(Codec, RejectsInvalidSignatures) {
     EXPECT_EQ("BadCIMSignatureException: Signature does not match. In CIMBase::readSig. signature read: C, "
               "expected: I or i",
               messageOfDecoding("C\x03Foo"));
@@ -188,7 +188,7 @@ TEST(Codec, RefusesWrongSignatures) {
               messageOfDecoding(head + "X" + std::string(20, '\0')));
 }
 
-TEST(Codec, RefusesAValueOfUnknownType) {
+TEST(Codec, RejectsAValueOfUnknownType) {
     for (const char type : {'\0', '\x12', '\x63'}) {
         std::string bytes = wire::instance("Foo", {wire::property("x", wire::UINT8, "\x01")});
         const std::size_t at = bytes.rfind("V\x01");
@@ -198,14 +198,14 @@ TEST(Codec, RefusesAValueOfUnknownType) {
     }
 }
 
-TEST(Codec, RefusesARealThatIsNone) {
+TEST(Codec, RejectsAMalformedReal) {
     for (const char* text : {"1.5x", "", "inf", "-inf", "1e999", " ", "0x10"})
         EXPECT_EQ(
             "StringConversionException: Unable to convert \"" + std::string(text) + "\" into Real64",
             messageOfDecoding(wire::instance("Foo", {wire::property("x", wire::REAL64, wire::text(text))})));
 }
 
-TEST(Codec, ReadsRealsInTheFormsThatWritersUse) {
+TEST(Codec, ReadsRealsInAllFormsThatWritersUse) {
     for (const char* text : {"1.5", "+1.5", " 1.5", "1.5e+00", "15e-1"})
         EXPECT_EQ("1.5", decode(wire::instance("Foo", {wire::property("x", wire::REAL32, wire::text(text))}))
                              .getPropertyValue("x")
@@ -230,7 +230,7 @@ std::string nested(unsigned depth) {
     return bytes;
 }
 
-TEST(Codec, BoundsHowDeepObjectsAreNested) {
+TEST(Codec, LimitsTheNestingDepth) {
     EXPECT_EQ("no exception", messageOfDecoding(nested(io::maximumDepth)));
     EXPECT_EQ("IOException: Failed reading data: objects are nested too deeply",
               messageOfDecoding(nested(io::maximumDepth + 1)));
@@ -245,8 +245,8 @@ TEST(Codec, ReadsAndWritesReferences) {
     EXPECT_EQ(bytes, encode(decode(bytes)));
 }
 
-// Flips every bit of an instance with values of every type: whatever comes of it, it is an instance or an
-// exception of ours.
+// Flips every bit of an instance with values of every type. The result is an instance or an exception of the
+// library.
 TEST(Codec, SurvivesEveryFlippedBit) {
     const std::string whole = everyType();
     for (std::size_t at = 0; at < whole.size() * 8; ++at) {

@@ -15,7 +15,7 @@ using OpenWBEM::DateTime;
 using OpenWBEM::DateTimeException;
 using OpenWBEM::String;
 
-/** The local time zone while it lives (tzset(3)). */
+/** Sets the local time zone during its lifetime (tzset(3)). */
 class TimeZone {
 public:
     explicit TimeZone(const char* zone) {
@@ -51,7 +51,7 @@ std::ostream& operator<<(std::ostream& out, const Example& example) {
 
 class EpochOfADate : public testing::TestWithParam<Example> {};
 
-TEST_P(EpochOfADate, IsItsSecondsSince1970) {
+TEST_P(EpochOfADate, IsTheSecondsSince1970) {
     const TimeZone utc("UTC");
     EXPECT_EQ(GetParam().seconds, DateTime(String(GetParam().text)).get());
 }
@@ -79,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(English, EpochOfADate,
                                          Example{"Dec 31 23:30 EST 2004", 1104553800},
                                          Example{"\tJan\n1\r12:00\v2005 ", 1104580800}));
 
-// Hours east of UTC of every zone that has a name.
+// Hours east of UTC of every named zone.
 struct NamedZone {
     const char* name;
     int hours;
@@ -99,9 +99,9 @@ TEST(Epoch, KnowsTheTimeZonesByName) {
             << zone.name;
 }
 
-class TextThatIsNoDate : public testing::TestWithParam<const char*> {};
+class InvalidDateText : public testing::TestWithParam<const char*> {};
 
-TEST_P(TextThatIsNoDate, IsInvalid) {
+TEST_P(InvalidDateText, IsInvalid) {
     try {
         DateTime{String(GetParam())};
         FAIL() << "no exception";
@@ -113,7 +113,7 @@ TEST_P(TextThatIsNoDate, IsInvalid) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(CIM, TextThatIsNoDate,
+INSTANTIATE_TEST_SUITE_P(CIM, InvalidDateText,
                          testing::Values("20051301000000.000000+000", "20050101240000.000000+000",
                                          "20050101235961.000000+000", "2005**********.******+***",
                                          "20050102030405.-00001+060", "2005010203040a.678901+060",
@@ -121,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(CIM, TextThatIsNoDate,
                                          "20050102030405.678901+06", ""));
 
 INSTANTIATE_TEST_SUITE_P(
-    English, TextThatIsNoDate,
+    English, InvalidDateText,
     testing::Values("Jan 1 2005", "jan 1 00:00 2005", "Mondayy Jan 1 00:00 2005", "Mon Tue Jan 1 00:00 2005",
                     "Jan 32 1:2:3 2005", "Jan 1 00:30 CET 2005", "hello", "Sept 1 00:00 2005",
                     "Jan Feb 1 00:00 2005", "Jan 1 00:00 2005 3", "Jan 1 00:00 UTC GMT 2005",
@@ -165,7 +165,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Unrepresentable{"Jan 1 12:00 UTC 1960", "Fri Jan  1 12:00:00 1960\n"},
                     Unrepresentable{"1 2 Jan 00:00", "Wed Jan  1 00:00:00 1902\n"}));
 
-TEST(Epoch, OfALocalTimeFollowsTheTimeZone) {
+TEST(Epoch, OfALocalTimeDependsOnTheTimeZone) {
     const TimeZone local(centralEurope);
     EXPECT_EQ(1104577200, DateTime("Jan 1 12:00 2005").get());
     EXPECT_EQ(1104577200, DateTime("Jan 1 12:00 J 2005").get());
@@ -182,7 +182,7 @@ TEST(DateTime, KeepsTheMicrosecondsOfADate) {
     EXPECT_EQ(678901U, DateTime("20050102030405.678901+060").getMicrosecond());
 }
 
-TEST(DateTime, GivesItsFieldsInUTCAndLocally) {
+TEST(DateTime, ReturnsItsFieldsInUTCAndLocally) {
     const TimeZone local(centralEurope);
     const DateTime time(1104532205, 7); // 2004-12-31 22:30:05 UTC, a Friday
     EXPECT_EQ(2004, time.getYear(DateTime::E_UTC_TIME));
@@ -195,7 +195,7 @@ TEST(DateTime, GivesItsFieldsInUTCAndLocally) {
     EXPECT_EQ(5, time.getSecond());
 }
 
-TEST(DateTime, IsMadeOfFields) {
+TEST(DateTime, IsCreatedFromFields) {
     const TimeZone local(centralEurope);
     EXPECT_EQ(1104573600, DateTime(2005, 1, 1, 11).get());
     EXPECT_EQ(1104577200, DateTime(2005, 1, 1, 11, 0, 0, 5, DateTime::E_UTC_TIME).get());
@@ -203,7 +203,7 @@ TEST(DateTime, IsMadeOfFields) {
     EXPECT_THROW(DateTime(70, 1, 1), DateTimeException) << "a year is not short here";
 }
 
-TEST(DateTime, MovesInUTC) {
+TEST(DateTime, AddsUnitsInUTC) {
     DateTime time(1104532205);
     EXPECT_EQ(1104532205 + 5, (time += 5).get());
     EXPECT_EQ(1104532205, (time -= 5).get());
@@ -214,7 +214,7 @@ TEST(DateTime, MovesInUTC) {
     EXPECT_EQ(8, time.addWeeks(1).getDay(DateTime::E_UTC_TIME));
 }
 
-TEST(DateTime, RefusesToMoveOutOfItsRange) {
+TEST(DateTime, ThrowsOutsideItsRange) {
     DateTime time(5);
     EXPECT_THROW(time.addYears(100), DateTimeException);
     EXPECT_THROW(time.addSeconds(-6), DateTimeException);
@@ -222,7 +222,7 @@ TEST(DateTime, RefusesToMoveOutOfItsRange) {
     EXPECT_EQ(5, time.get());
 }
 
-TEST(DateTime, EndsIn2038WhateverTheWidthOfTimeT) {
+TEST(DateTime, EndsIn2038ForAnyWidthOfTimeT) {
     DateTime last(2147483647);
     EXPECT_EQ(2147483647, last.get());
     EXPECT_THROW(last += 1, DateTimeException);
@@ -233,7 +233,7 @@ TEST(DateTime, EndsIn2038WhateverTheWidthOfTimeT) {
     }
 }
 
-TEST(DateTime, HasTheSameSizeWhateverTheWidthOfTimeT) {
+TEST(DateTime, HasTheSameSizeForAnyWidthOfTimeT) {
     EXPECT_EQ(8U, sizeof(DateTime));
 }
 
@@ -243,7 +243,7 @@ TEST(DateTime, ComparesByTheInstant) {
     EXPECT_TRUE(DateTime(1, 1) == DateTime(1, 1) && DateTime(1, 1) != DateTime(1, 2));
 }
 
-TEST(DateTime, IsWrittenAsAsctimeAndStrftimeDo) {
+TEST(DateTime, IsFormattedLikeAsctimeAndStrftime) {
     const DateTime time(1104532205);
     EXPECT_EQ("Fri Dec 31 22:30:05 2004\n", time.toString(DateTime::E_UTC_TIME));
     EXPECT_EQ("2004-12-31", time.toString("%Y-%m-%d", DateTime::E_UTC_TIME));
@@ -257,7 +257,7 @@ TEST(DateTime, IsWrittenAsAsctimeAndStrftimeDo) {
     EXPECT_EQ(text, time.toString(form.c_str(), DateTime::E_UTC_TIME).c_str()) << "longer than its form";
 }
 
-TEST(DateTime, SetToCurrentIsNotBeforeWhatWasCurrent) {
+TEST(DateTime, SetToCurrentIsNotEarlierThanTheTimeBefore) {
     const time_t before = std::time(nullptr);
     DateTime time;
     time.setToCurrent();
@@ -272,7 +272,7 @@ TEST(CIMDateTimeOfAnInstant, IsADateInLocalTime) {
     EXPECT_TRUE(winter.toDateTime() == DateTime(1104577200, 5));
 }
 
-TEST(CIMDateTimeOrder, IsThatOfTheInstants) {
+TEST(CIMDateTimeOrder, IsTheOrderOfTheInstants) {
     const CIMDateTime noon(String("20050101120000.000000+060"));
     const CIMDateTime later(String("20050101113000.000000+000"));
     EXPECT_TRUE(noon < later && noon <= later && later > noon && later >= noon);

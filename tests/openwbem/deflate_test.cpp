@@ -1,4 +1,4 @@
-// Replies that come compressed.
+// Compressed replies.
 #include "Clients.hpp"
 
 #include <zlib.h>
@@ -27,12 +27,12 @@ std::string messageOfBody(const std::string& bytes, const std::vector<std::strin
     return messageOfReply(marked(wire::chunkedReply(bytes, trailers)));
 }
 
-// An enumeration of one instance, of about as many bytes as asked for.
+// An enumeration of one instance with about this number of bytes.
 std::string longBody(std::size_t size) {
     return wire::enumeration({wire::instance("Foo", {wire::stringProperty("Name", std::string(size, 'x'))})});
 }
 
-TEST(Deflate, IsUndoneInEitherFraming) {
+TEST(Deflate, IsDecodedInEitherFraming) {
     EXPECT_EQ("no exception", messageOfBody(deflated(body)));
     EXPECT_EQ("no exception", messageOfReply(marked(wire::plainReply(deflated(body)), "Deflate")));
     EXPECT_EQ("no exception", messageOfReply(marked(wire::plainReply(body), "identity")));
@@ -46,19 +46,19 @@ TEST(Deflate, LeavesTheConnectionOpen) {
     EXPECT_EQ(1U, peer.connections());
 }
 
-TEST(Deflate, IsUndoneHoweverTheBytesCome) {
+TEST(Deflate, IsDecodedForAnySizeOfReads) {
     ScriptedPeer peer({Step::answerByteByByte(marked(wire::chunkedReply(deflated(body))))});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     EXPECT_EQ(1U, read(client));
 }
 
-TEST(Deflate, CutAtAnyByteIsNoReply) {
+TEST(Deflate, TruncatedAtAnyByteIsAnError) {
     const std::string whole = deflated(body);
     for (std::size_t length = 0; length < whole.size(); ++length)
         EXPECT_EQ(failedReading, messageOfBody(whole.substr(0, length))) << length;
 }
 
-TEST(Deflate, SpoiltAtAnyByteIsNoReply) {
+TEST(Deflate, CorruptedAtAnyByteIsAnError) {
     const std::string whole = deflated(body);
     for (std::size_t at = 0; at < whole.size(); ++at) {
         std::string spoilt = whole;
@@ -67,19 +67,19 @@ TEST(Deflate, SpoiltAtAnyByteIsNoReply) {
     }
 }
 
-TEST(Deflate, FollowedByMoreIsNoReply) {
+TEST(Deflate, FollowedByOtherBytesIsAnError) {
     EXPECT_EQ(failedReading, messageOfBody(deflated(body) + "x"));
     EXPECT_EQ(failedReading, messageOfBody(deflated(body) + deflated(body)));
 }
 
-TEST(Deflate, OfAnEmptyOrPartialBodyLeavesTheErrorInTheTrailers) {
+TEST(Deflate, OfAnEmptyOrTruncatedBodyReportsTheErrorInTheTrailers) {
     const std::vector<std::string> trailers = {"07-CIMStatusCode: 5"};
     for (const std::string& bytes : {std::string(), deflated(""), deflated(body), deflated(body.substr(0, 9)),
                                      deflated(body).substr(0, 9), deflated(body) + "x", std::string("x")})
         EXPECT_EQ("CIMException: class does not exist", messageOfBody(bytes, trailers));
 }
 
-TEST(Deflate, OfFarMoreThanItsOwnSizeIsRefused) {
+TEST(Deflate, ThatExpandsTooFarIsRejected) {
     const std::string fair = longBody(1000000);
     const std::string bomb = longBody(15 << 20);
     EXPECT_EQ("no exception", messageOfBody(deflated(fair)));
@@ -87,7 +87,7 @@ TEST(Deflate, OfFarMoreThanItsOwnSizeIsRefused) {
     EXPECT_EQ(failedReading, messageOfBody(deflated(bomb)));
 }
 
-TEST(Deflate, OfNothingWithoutEndIsRefused) {
+TEST(Deflate, ThatIsAnEndlessSeriesOfEmptyBlocksIsRejected) {
     const std::string emptyBlock("\0\0\0\xff\xff", 5); // RFC 1951, stored, no bytes
     const std::string head = marked(chunkedHead);
     ScriptedPeer peer({Step::answerWithoutEnd(head + "2\r\n\x78\x01\r\n", "5\r\n" + emptyBlock + "\r\n")});
@@ -95,7 +95,7 @@ TEST(Deflate, OfNothingWithoutEndIsRefused) {
     EXPECT_EQ(failedReading, messageOfReading(client));
 }
 
-TEST(Deflate, IsTheOnlyEncodingThatIsKnown) {
+TEST(Deflate, IsTheOnlySupportedEncoding) {
     EXPECT_EQ("HTTPException: Unable to process request: unknown Content-Encoding gzip",
               messageOfReply(marked(wire::plainReply(body), "gzip")));
 }

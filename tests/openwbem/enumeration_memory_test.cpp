@@ -1,4 +1,4 @@
-// What an enumeration holds, and what becomes of it while instances are taken.
+// The memory of an enumeration, and its release while instances are removed.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
@@ -27,7 +27,8 @@ using support::Step;
 const std::size_t instances = 10000;
 const std::size_t bytesPerInstance = 400;
 
-/** A recorded reply of 1,000 instances of seven properties, and what its instances lie between. */
+/** A recorded reply of 1,000 instances of seven properties: the instances, and the bytes before and after
+ * them. */
 struct Protocol {
     const char* conversation;
     const char* scheme;
@@ -40,7 +41,7 @@ std::ostream& operator<<(std::ostream& out, const Protocol& protocol) {
 
 class EnumerationMemory : public testing::TestWithParam<Protocol> {
 protected:
-    // Another client's read comes first, so that what a process allocates once is not counted.
+    // One read in advance, so that one-time allocations do not count.
     CIMInstanceEnumeration read() {
         CIMClient(m_url.c_str(), "root/cimv2").enumInstancesE("QAV_Many");
         CIMClient client(m_url.c_str(), "root/cimv2");
@@ -48,9 +49,9 @@ protected:
         m_before = used();
         return client.enumInstancesE("QAV_Many");
     }
-    /** Allocated since read() began, with what malloc() adds. */
+    /** Bytes allocated since the start of read(), including the overhead of malloc(). */
     std::size_t allocated() const { return used() - m_before; }
-    /** Taken from the kernel and not given back, but what was allocated before read() began. */
+    /** Bytes mapped from the kernel, without those allocated before read(). */
     std::size_t resident() const {
         const struct mallinfo2 info = mallinfo2();
         return info.arena + info.hblkhd - m_before;
@@ -83,19 +84,19 @@ TEST_P(EnumerationMemory, IsAtMost400BytesAnInstanceOfSevenProperties) {
     EXPECT_LE(allocated(), instances * bytesPerInstance);
 }
 
-TEST_P(EnumerationMemory, OfATakenInstanceIsFreedWithTheNextOne) {
+TEST_P(EnumerationMemory, OfARemovedInstanceIsFreedWithTheNextOne) {
     CIMInstanceEnumeration all = read();
-    const std::size_t held = allocated();
+    const std::size_t whole = allocated();
     CIMInstance instance;
     for (std::size_t taken = 0; taken < instances / 2; ++taken)
         all.nextElement(instance);
-    EXPECT_LE(allocated(), held / 2 + held / 100);
+    EXPECT_LE(allocated(), whole / 2 + whole / 100);
     while (all.hasMoreElements())
         all.nextElement(instance);
-    EXPECT_LE(allocated(), held / 100);
+    EXPECT_LE(allocated(), whole / 100);
 }
 
-/** What an agent makes of a value: an item of ten words and a text of its own. */
+/** An agent's representation of a value: an item of ten words and a copy of its text. */
 struct Items {
     ~Items() {
         for (void* const part : parts)
@@ -113,11 +114,11 @@ struct Items {
     std::size_t bytes = 0;
 };
 
-TEST_P(EnumerationMemory, OfTakenInstancesServesTheItemsMadeOfThem) {
+TEST_P(EnumerationMemory, OfRemovedInstancesIsReusedForTheirItems) {
     Items items;
     items.parts.reserve(instances * 14);
     CIMInstanceEnumeration all = read();
-    const std::size_t held = allocated();
+    const std::size_t whole = allocated();
     std::size_t peak = resident();
     CIMInstance instance;
     while (all.hasMoreElements()) {
@@ -127,7 +128,7 @@ TEST_P(EnumerationMemory, OfTakenInstancesServesTheItemsMadeOfThem) {
             items.add(property.getValue());
         peak = std::max(peak, resident());
     }
-    EXPECT_LE(static_cast<double>(peak), 1.15 * static_cast<double>(std::max(held, items.bytes)));
+    EXPECT_LE(static_cast<double>(peak), 1.15 * static_cast<double>(std::max(whole, items.bytes)));
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -81,16 +81,16 @@ TEST(Exception, ClassesHaveTheirNamesAndNumbers) {
     expectClass<UnescapeCharForURLException>("UnescapeCharForURLException", 1002);
 }
 
-TEST(Exception, ASignatureThatIsBadIsAnIOException) {
+TEST(Exception, BadCIMSignatureIsAnIOException) {
     EXPECT_THROW(OW_THROW(BadCIMSignatureException, "x"), IOException);
 }
 
-TEST(Exception, ClassesAreMadeByAgents) {
+TEST(Exception, ClassesMayBeDefinedByAgents) {
     expectClass<HomeMadeException>("HomeMadeException", 4711);
     expectClass<PlainException>("PlainException", -1);
 }
 
-TEST(Exception, TellsWhereItWasThrown) {
+TEST(Exception, HasTheFileAndLineOfTheThrow) {
     try {
         OW_THROW_ERR(IOException, "oops", 5);
     } catch (const OpenWBEM::Exception& e) {
@@ -101,7 +101,7 @@ TEST(Exception, TellsWhereItWasThrown) {
     }
 }
 
-TEST(Exception, KeepsTheOneThatLedToIt) {
+TEST(Exception, OwnsACopyOfItsCause) {
     try {
         try {
             OW_THROW(SocketException, "inner");
@@ -115,7 +115,7 @@ TEST(Exception, KeepsTheOneThatLedToIt) {
     }
 }
 
-TEST(Exception, TellsWhatErrnoSays) {
+TEST(Exception, MayReportErrno) {
     try {
         errno = ENOENT;
         OW_THROW_ERRNO_MSG(IOException, "open");
@@ -125,14 +125,14 @@ TEST(Exception, TellsWhatErrnoSays) {
     }
 }
 
-TEST(Exception, IsPrintedWithTheOneThatLedToIt) {
+TEST(Exception, IsPrintedWithItsCause) {
     const IOException inner("b.cpp", 2, "inner");
     EXPECT_EQ("a.cpp: 1 SocketException: outer <b.cpp: 2 IOException: inner>",
               textOf(SocketException("a.cpp", 1, "outer", -1, &inner)));
     EXPECT_EQ("[no file]: [no line] IOException: [no message]", textOf(IOException(nullptr, 0, nullptr)));
 }
 
-/** One that says nothing of its own class. */
+/** An exception class without overrides. */
 class Nameless : public OpenWBEM::Exception {
 public:
     Nameless(const char* message, int errorCode)
@@ -140,7 +140,7 @@ public:
     using OpenWBEM::Exception::swap;
 };
 
-TEST(Exception, WithoutAClassOfItsOwnIsOneOfTheBase) {
+TEST(Exception, WithoutOverridesHasTheTypeOfTheBase) {
     const Nameless e("message", 3);
     EXPECT_STREQ("Exception", e.type());
     const std::unique_ptr<OpenWBEM::Exception> copy(e.clone());
@@ -149,7 +149,7 @@ TEST(Exception, WithoutAClassOfItsOwnIsOneOfTheBase) {
     EXPECT_EQ(9, copy->getSubClassId());
 }
 
-TEST(Exception, IsSwappedWhole) {
+TEST(Exception, SwapsAllMembers) {
     Nameless a("a", 1);
     Nameless b("b", 2);
     a.swap(b);
@@ -189,14 +189,14 @@ TEST(CIMException, JoinsTheTextOfItsCodeAndTheDescription) {
     }
 }
 
-TEST(CIMException, TakesAnotherCode) {
+TEST(CIMException, MayChangeItsCode) {
     CIMException e("file.cpp", 7, CIMException::FAILED);
     e.setErrNo(CIMException::NOT_FOUND);
     EXPECT_EQ(CIMException::NOT_FOUND, e.getErrNo());
     EXPECT_STREQ("requested object could not be found", e.getMessage());
 }
 
-TEST(CIMException, TakesTheMessageOfTheOneThatLedToIt) {
+TEST(CIMException, DescriptionDefaultsToTheMessageOfTheCause) {
     const IOException inner("b.cpp", 2, "inner");
     try {
         OW_THROWCIM_SUBEX(CIMException::FAILED, inner);
@@ -213,7 +213,7 @@ TEST(CIMException, TakesTheMessageOfTheOneThatLedToIt) {
     }
 }
 
-TEST(Exception, TellsNoMoreOfATextThanAnybodyReads) {
+TEST(Exception, LimitsTheLengthOfItsTexts) {
     const std::string longest(64 * 1024, 'x');
     EXPECT_EQ(longest, IOException("f", 1, longest.c_str()).getMessage());
     EXPECT_EQ(longest, IOException("f", 1, (longest + "y").c_str()).getMessage());

@@ -1,5 +1,4 @@
-// Binary replies that are made to hurt: every one ends in an exception of the library, soon, and in little
-// memory.
+// Hostile binary replies. Each one ends in an exception of the library, quickly and with little memory.
 #include "OW_CIMInstance.hpp"
 #include "OW_Exception.hpp"
 #include "OW_IOException.hpp"
@@ -23,7 +22,7 @@ namespace wire = support::wire;
 
 const std::string start("\0o", 2);
 
-// Whatever the bytes are: all that they may do is throw an exception of the library.
+// Decodes any bytes. Only exceptions of the library are allowed.
 std::string outcomeOf(const std::string& body) {
     PieceSource source(body);
     try {
@@ -38,7 +37,7 @@ std::string outcomeOf(const std::string& body) {
     return "no exception";
 }
 
-// The number for a length, a count, a type or a version that a peer would like to see tried.
+// Implausible values for a length, a count, a type or a version.
 const std::string absurdNumbers[] = {
     "\x84\xff\xff\xff\xff",         std::string("\x84\x80\0\0\0", 5), "\x84\x7f\xff\xff\xff",
     std::string("\x84\1\0\0\1", 5), std::string("\x85\0\0\0\0\1", 6), "\xff",
@@ -46,11 +45,11 @@ const std::string absurdNumbers[] = {
 
 class EveryByteOf : public testing::TestWithParam<const char*> {};
 
-TEST_P(EveryByteOf, MayBeAnAbsurdNumber) {
+TEST_P(EveryByteOf, MayBeAnImplausibleNumber) {
     const std::string body =
         record::bodyOf(record::Conversation{std::string("ow-uds-anon/") + GetParam()}.received());
-    const support::TempDir folder;
-    support::inChild(folder.path(), [&] {
+    const support::TempDir directory;
+    support::inChild(directory.path(), [&] {
         limitMemory(200UL << 20);
         for (std::size_t at = 0; at < body.size(); ++at)
             for (const std::string& number : absurdNumbers)
@@ -62,7 +61,7 @@ INSTANTIATE_TEST_SUITE_P(Recorded, EveryByteOf,
                          testing::Values("enum_AllTypes", "enum_AllArrays", "enum_K70Chassis"),
                          [](const auto& test) { return std::string(test.param); });
 
-// What holds an object that holds an object, opened as often as a peer likes, never closed.
+// The start of an object that contains an object, repeated, never completed.
 struct Opening {
     const char* name;
     std::string bytes;
@@ -101,7 +100,7 @@ std::vector<Opening> openings() {
 
 class Nesting : public testing::TestWithParam<Opening> {};
 
-TEST_P(Nesting, WithoutEndIsRefused) {
+TEST_P(Nesting, WithoutEndIsRejected) {
     std::string body = start;
     for (int depth = 0; depth < 200000; ++depth)
         body += GetParam().bytes;
@@ -113,7 +112,7 @@ TEST_P(Nesting, WithoutEndIsRefused) {
 
 INSTANTIATE_TEST_SUITE_P(Of, Nesting, testing::ValuesIn(openings()));
 
-TEST(Text, OfTheGreatestLengthIsTakenAndOneMoreIsNot) {
+TEST(Text, OfTheMaximumLengthIsAcceptedAndALongerOneRejected) {
     const std::string longest(io::maximumText, 'x');
     const std::string end =
         wire::number(0) + wire::number(0) + wire::number(0) + wire::number(0) + "\x98\x98";
@@ -122,31 +121,31 @@ TEST(Text, OfTheGreatestLengthIsTakenAndOneMoreIsNot) {
               outcomeOf(start + "i\x01" + wire::text(longest + "x") + end));
 }
 
-TEST(Text, ThatIsAnnouncedTakesMemoryOnlyAsItComes) {
+TEST(Text, AllocatesOnlyForBytesThatArrive) {
     const std::string property = wire::stringProperty("x", "");
     const std::string head =
         property.substr(0, property.size() - 1) + wire::number(io::maximumText) + "short";
-    const support::TempDir folder;
-    support::inChild(folder.path(), [&] {
+    const support::TempDir directory;
+    support::inChild(directory.path(), [&] {
         limitMemory(4UL << 20);
         EXPECT_EQ("IOException: Failed reading data",
                   outcomeOf(start + "i\x01" + wire::text("Foo") + wire::number(0) + wire::number(1) + head));
     });
 }
 
-TEST(Array, OfCountlessElementsTakesMemoryOnlyAsTheyCome) {
+TEST(Array, AllocatesOnlyForElementsThatArrive) {
     const std::string property = wire::arrayProperty("x", wire::UINT64, {});
     const std::string head = property.substr(0, property.size() - 1) + wire::number(0xffffffffU);
     const std::string body = start + "i\x01" + wire::text("Foo") + wire::number(0) + wire::number(1) + head +
                              std::string(8000000, '\1');
-    const support::TempDir folder;
-    support::inChild(folder.path(), [&] {
+    const support::TempDir directory;
+    support::inChild(directory.path(), [&] {
         limitMemory(40UL << 20);
         EXPECT_EQ("IOException: Failed reading data", outcomeOf(body));
     });
 }
 
-TEST(Array, OfTheGreatestSizeIsTakenAndOneMoreIsNot) {
+TEST(Array, OfTheMaximumSizeIsAcceptedAndALargerOneRejected) {
     const auto bodyWith = [](std::size_t elements) {
         const std::string property = wire::arrayProperty("x", wire::BOOLEAN, {});
         return start + "i\x01" + wire::text("Foo") + wire::number(0) + wire::number(1) +
@@ -158,11 +157,11 @@ TEST(Array, OfTheGreatestSizeIsTakenAndOneMoreIsNot) {
               outcomeOf(bodyWith(io::maximumElements + 1)));
 }
 
-TEST(Instance, WithoutEndIsRefused) {
+TEST(Instance, WithoutEndIsRejected) {
     const std::string property = wire::stringProperty("x", std::string(1000000, 'x'));
     const std::string head = start + "i\x01" + wire::text("Foo") + wire::number(0) + wire::number(1000000);
-    const support::TempDir folder;
-    support::inChild(folder.path(), [&] {
+    const support::TempDir directory;
+    support::inChild(directory.path(), [&] {
         limitMemory(200UL << 20);
         EndlessSource body(head, property);
         try {
@@ -175,7 +174,7 @@ TEST(Instance, WithoutEndIsRefused) {
     });
 }
 
-TEST(Instances, TogetherMayBeLongerThanOneMay) {
+TEST(Instances, TogetherMayExceedTheLimitOfOne) {
     const std::string instance =
         wire::instance("Foo", {wire::stringProperty("x", std::string(1000000, 'x'))});
     std::string body = start;
@@ -185,27 +184,27 @@ TEST(Instances, TogetherMayBeLongerThanOneMay) {
     EXPECT_EQ("no exception", outcomeOf(body));
 }
 
-// The memory that a process needs for a million of the same instances.
+// Expects that a million equal instances fit into this memory.
 void expectMillionFits(const std::string& instance, unsigned long bytes) {
     std::string body = start;
     for (int i = 0; i < 1000000; ++i)
         body += instance;
-    const support::TempDir folder;
-    support::inChild(folder.path(), [&] {
+    const support::TempDir directory;
+    support::inChild(directory.path(), [&] {
         limitMemory(bytes);
         EXPECT_EQ("IOException: Failed reading data", outcomeOf(body));
     });
 }
 
-TEST(Instances, ManyAndSmallTakeASmallMultipleOfTheirBytes) {
+TEST(Instances, OfManyNamesNeedASmallMultipleOfTheirBytes) {
     expectMillionFits(wire::instance("", {wire::nullProperty("", wire::STRING)}), 200UL << 20); // 26 MB
 }
 
-TEST(Instances, OfNothingTakeHardlyMore) {
+TEST(Instances, ThatAreEmptyNeedLittleMoreThanTheirBytes) {
     expectMillionFits("i\x01" + std::string(5, '\0'), 20UL << 20); // 7 MB
 }
 
-TEST(Instances, OfNothingAreStillTheirOwn) {
+TEST(Instances, ThatAreEmptyCanBeChangedIndependently) {
     const std::string body =
         start + wire::instance("A", {}) + wire::instance("A", {}) + wire::instance("B", {}) + "\x98\x98";
     PieceSource source(body);
@@ -216,7 +215,7 @@ TEST(Instances, OfNothingAreStillTheirOwn) {
     EXPECT_EQ("B", all.nextElement().getClassName());
 }
 
-TEST(Dates, OutsideEveryRangeAreTaken) {
+TEST(Dates, OutOfRangeAreAccepted) {
     const std::string date = std::string(16, '\xff') + '\0';
     EXPECT_EQ(
         "no exception",

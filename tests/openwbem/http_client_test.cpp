@@ -1,5 +1,5 @@
-// Requests that must not be carried out twice, and replies that are not read to their end. The public client
-// shows neither.
+// Requests that must not run twice, and replies that are not read completely. The public client exposes
+// neither.
 #include "Clients.hpp"
 #include "Failure.hpp"
 #include "client/HTTPClient.hpp"
@@ -13,7 +13,7 @@ HTTPRequest request(bool mayRepeat) {
 
 class Http : public testing::Test {
 protected:
-    // What comes of a request whose reply is read to its end.
+    // The outcome of a request whose reply is read completely.
     static std::string messageOf(HTTPClient& client, bool mayRepeat) {
         return failureOf([&] { client.exchange(request(mayRepeat))->finish(); });
     }
@@ -23,7 +23,7 @@ protected:
 
 using HttpWrite = Http;
 
-TEST_F(HttpWrite, IsNotRepeatedWhenAKeptConnectionEndsInsteadOfAReply) {
+TEST_F(HttpWrite, IsNotRepeatedIfAKeptConnectionEndsInsteadOfReplying) {
     const std::pair<Step, const char*> examples[] = {
         {Step::close(), "HTTPException: Unable to process request: "},
         {Step::reset(), "HTTPException: Unable to process request: "},
@@ -40,7 +40,7 @@ TEST_F(HttpWrite, IsNotRepeatedWhenAKeptConnectionEndsInsteadOfAReply) {
     }
 }
 
-TEST_F(HttpWrite, IsSentOnANewConnectionWhenTheKeptOneIsSeenToHaveEnded) {
+TEST_F(HttpWrite, ReconnectsIfTheKeptConnectionHasEnded) {
     const std::string idle = wire::statusReply("408 Request timeout: idle");
     for (const std::string& unasked : {std::string(), idle}) {
         ScriptedPeer peer({Step::answerAndClose(good + unasked), Step::answer(good)});
@@ -52,7 +52,7 @@ TEST_F(HttpWrite, IsSentOnANewConnectionWhenTheKeptOneIsSeenToHaveEnded) {
     }
 }
 
-TEST_F(HttpWrite, IsRepeatedWhenItWasRefused) {
+TEST_F(HttpWrite, IsRepeatedAfterAnErrorResponse) {
     const std::string challenge = wire::statusReply("401 Unauthorized", {"WWW-Authenticate: Basic"});
     ScriptedPeer peer({Step::answer(wire::statusReply("501 Not implemented")), Step::answer(challenge),
                        Step::answer(good)});
@@ -69,7 +69,7 @@ TEST_F(Http, RepeatsAReadOnce) {
     EXPECT_EQ(3U, peer.requests().size());
 }
 
-TEST_F(Http, NumbersEveryRequestAnew) {
+TEST_F(Http, UsesANewPrefixForEveryRequest) {
     ScriptedPeer peer({Step::answer(wire::statusReply("401 Unauthorized")), Step::answer(good)});
     HTTPClient client(urlOf(peer), ClientAuthCBIFCRef());
     EXPECT_EQ("no exception", messageOf(client, false));
@@ -80,7 +80,7 @@ TEST_F(Http, NumbersEveryRequestAnew) {
         EXPECT_NE(std::string::npos, each.find("\r\n" + numberOf(each) + "-CIMMethod: ModifyInstance\r\n"));
 }
 
-TEST_F(Http, SaysThatAnOperationIsOfVersion11) {
+TEST_F(Http, AnnouncesProtocolVersion11) {
     ScriptedPeer peer({Step::answer(good)});
     HTTPClient client(urlOf(peer), ClientAuthCBIFCRef());
     messageOf(client, false);
@@ -89,7 +89,7 @@ TEST_F(Http, SaysThatAnOperationIsOfVersion11) {
                   "\r\nAccept-Encoding: deflate\r\nCIMProtocolVersion: 1.1\r\nAuthorization: "));
 }
 
-TEST_F(Http, KeepsNoConnectionOfAReplyThatWasNotReadToItsEnd) {
+TEST_F(Http, ClosesTheConnectionOfAReplyThatWasNotReadCompletely) {
     ScriptedPeer peer({Step::answer(good)});
     HTTPClient client(urlOf(peer), ClientAuthCBIFCRef());
     char byte;
@@ -99,7 +99,7 @@ TEST_F(Http, KeepsNoConnectionOfAReplyThatWasNotReadToItsEnd) {
     EXPECT_EQ(2U, peer.connections());
 }
 
-TEST_F(Http, GivesNoMoreAfterTheEndOfABody) {
+TEST_F(Http, ReadsNothingAfterTheEndOfABody) {
     ScriptedPeer peer({Step::answer(wire::plainReply("abc"))});
     HTTPClient client(urlOf(peer), ClientAuthCBIFCRef());
     const auto reply = client.exchange(request(false));
@@ -113,7 +113,7 @@ TEST_F(Http, GivesNoMoreAfterTheEndOfABody) {
     EXPECT_EQ(1U, peer.connections());
 }
 
-TEST_F(Http, FailsAgainWithoutWaitingAfterABodyThatBrokeOff) {
+TEST_F(Http, FailsAgainAtOnceAfterATruncatedBody) {
     ScriptedPeer peer({Step::answerAndClose("HTTP/1.1 200 Ok\r\nContent-Length: 9\r\n\r\nabc")});
     HTTPClient client(urlOf(peer), ClientAuthCBIFCRef());
     const auto reply = client.exchange(request(false));

@@ -1,4 +1,4 @@
-// The client and a real object manager that comes and goes.
+// The client with a real object manager that stops and restarts.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
@@ -32,8 +32,8 @@ int unixSocket(const std::string& path, int (*attach)(int, const sockaddr*, sock
     return socket;
 }
 
-// Stands between a client and the object manager, for one connection, which it ends after so many bytes of
-// what the object manager says; before that it does something.
+// Relays one connection between a client and the object manager. Runs an action and closes the connection
+// after a number of bytes of the reply.
 class Relay {
 public:
     template <class Then>
@@ -85,7 +85,7 @@ std::string messageOfReading(CIMClient& client) {
     return failureOf([&] { read(client); });
 }
 
-TEST(Lifecycle, ARestartBetweenTwoRequestsIsNotNoticed) {
+TEST(Lifecycle, ARestartBetweenTwoRequestsIsInvisible) {
     Manager manager;
     CIMClient client(manager.url().c_str(), "root/cimv2");
     for (const int signal : {SIGTERM, SIGKILL}) {
@@ -96,7 +96,7 @@ TEST(Lifecycle, ARestartBetweenTwoRequestsIsNotNoticed) {
     EXPECT_EQ(1U, read(client));
 }
 
-TEST(Lifecycle, AnObjectManagerThatIsGoneIsAnExceptionUntilItIsBack) {
+TEST(Lifecycle, AMissingObjectManagerIsAnExceptionUntilItRestarts) {
     Manager manager;
     CIMClient client(manager.url().c_str(), "root/cimv2");
     EXPECT_EQ(1U, read(client));
@@ -109,27 +109,27 @@ TEST(Lifecycle, AnObjectManagerThatIsGoneIsAnExceptionUntilItIsBack) {
 }
 
 TEST(Lifecycle, AKillInTheMiddleOfAReplyIsAnExceptionAndTheNextRequestWorks) {
-    const support::TempDir folder;
+    const support::TempDir directory;
     Manager manager;
-    CIMClient client(support::urlOf(folder.file("relay")).c_str(), "root/cimv2");
+    CIMClient client(support::urlOf(directory.file("relay")).c_str(), "root/cimv2");
     for (const std::size_t bytes : {1U, 40U, 300U, 600U}) {
         {
-            const Relay relay(folder.file("relay"), manager.socketPath(), bytes,
+            const Relay relay(directory.file("relay"), manager.socketPath(), bytes,
                               [&] { manager.end(SIGKILL); });
             const std::string message = messageOfReading(client);
             EXPECT_TRUE(message == "IOException: Failed reading data" ||
                         message == "HTTPException: Unable to process request: ")
                 << bytes << ": " << message;
         }
-        ::unlink(folder.file("relay").c_str());
+        ::unlink(directory.file("relay").c_str());
         manager.start();
         {
-            const Relay relay(folder.file("relay"), manager.socketPath(), std::string::npos, [] {});
+            const Relay relay(directory.file("relay"), manager.socketPath(), std::string::npos, [] {});
             EXPECT_EQ(1U, read(client)) << bytes;
-            client =
-                CIMClient(support::urlOf(folder.file("relay")).c_str(), "root/cimv2"); // ends the connection
+            client = CIMClient(support::urlOf(directory.file("relay")).c_str(),
+                               "root/cimv2"); // ends the connection
         }
-        ::unlink(folder.file("relay").c_str());
+        ::unlink(directory.file("relay").c_str());
     }
 }
 

@@ -1,4 +1,4 @@
-// What a peer may make the client hold, and how long it may make it wait.
+// Limits of memory and time that a peer can make the client use.
 #include "Clients.hpp"
 
 #include <csignal>
@@ -6,7 +6,7 @@
 
 namespace {
 
-const std::size_t below = 60000; // the limits are 65,536 bytes
+const std::size_t below = 60000; // bytes; the limits are 65,536
 const std::size_t above = 70000;
 
 const char failedReading[] = "IOException: Failed reading data";
@@ -34,16 +34,16 @@ std::string messageOfStep(const Step& step) {
 }
 
 std::string messageInTime(const Step& step) {
-    const support::TempDir folder;
+    const support::TempDir directory;
     ScriptedPeer peer({step});
-    return support::inChild(folder.path(), [&] {
+    return support::inChild(directory.path(), [&] {
         clientTimeouts().receive = std::chrono::milliseconds(100);
         CIMClient client(peer.url().c_str(), "root/cimv2");
         std::cout << messageOfReading(client);
     });
 }
 
-TEST(ClientLimit, BoundsTheHead) {
+TEST(ClientLimit, AppliesToTheHead) {
     const std::string end = "Content-Length: 4\r\n\r\n" + body;
     EXPECT_EQ("no exception", messageOfReply(headOf(below) + end));
     EXPECT_EQ("HTTPException: Unable to process request: The head of the reply is too long",
@@ -52,14 +52,14 @@ TEST(ClientLimit, BoundsTheHead) {
               messageOfReply("HTTP/1.1 200 Ok\r\nX: " + std::string(above, 'x') + "\r\n" + end));
 }
 
-TEST(ClientLimit, BoundsAHeadThatComesLineByLine) {
+TEST(ClientLimit, AppliesToAHeadThatArrivesLineByLine) {
     EXPECT_EQ("HTTPException: Unable to process request: The head of the reply is too long",
               messageOfStep(Step::answerWithoutEnd("HTTP/1.1 200 Ok\r\n", "A: b\r\n")));
     EXPECT_EQ("HTTPException: Unable to process request: The head of the reply is too long",
               messageOfStep(Step::answerWithoutEnd("", "\r\n")));
 }
 
-TEST(ClientLimit, BoundsChunkExtensions) {
+TEST(ClientLimit, AppliesToChunkExtensions) {
     const auto reply = [](std::size_t size) {
         return chunkedHead + "4;" + std::string(size, 'x') + "\r\n" + body + "\r\n0\r\n\r\n";
     };
@@ -68,7 +68,7 @@ TEST(ClientLimit, BoundsChunkExtensions) {
     EXPECT_EQ(failedReading, messageOfStep(Step::answerWithoutEnd(chunkedHead + "4;", "x")));
 }
 
-TEST(ClientLimit, BoundsTrailers) {
+TEST(ClientLimit, AppliesToTrailers) {
     const auto reply = [](const std::string& trailers) {
         return chunkedHead + chunk + "0\r\n" + trailers + "07-CIMStatusCode: 6\r\n\r\n";
     };
@@ -78,29 +78,28 @@ TEST(ClientLimit, BoundsTrailers) {
               messageOfStep(Step::answerWithoutEnd(chunkedHead + chunk + "0\r\n", "07-Trailer: x\r\n")));
 }
 
-TEST(ClientLimit, BoundsWhatFramesABody) {
-    const std::string start =
-        std::string("\0oi\x01", 4) + wire::number(16000000); // of a long name, byte by byte
+TEST(ClientLimit, AppliesToTheFramingOfABody) {
+    const std::string start = std::string("\0oi\x01", 4) + wire::number(16000000); // starts a long name
     const std::string head = chunkedHead + std::to_string(start.size()) + "\r\n" + start + "\r\n";
     const std::string byte = "1;" + std::string(50000, 'x') + "\r\nx\r\n";
     EXPECT_EQ(failedReading, messageOfStep(Step::answerWithoutEnd(head, byte)));
 }
 
-TEST(ClientLimit, TakesNoChunkSizeForMoreThanItIs) {
+TEST(ClientLimit, DoesNotCountTheAnnouncedSizeOfAChunk) {
     for (const char* size : {"ffffffffffffffff", "10000000000000000", "7fffffff", "-1", "0x4", "g", ""}) {
         const std::string reply = chunkedHead + size + "\r\n" + body + "\r\n0\r\n\r\n";
         EXPECT_EQ(failedReading, messageOfStep(Step::answerAndClose(reply))) << size;
     }
 }
 
-TEST(Client, ReadsARepliesBytesHoweverTheyCome) {
+TEST(Client, ReadsAReplyThatArrivesByteByByte) {
     const std::string replies[] = {good, wire::chunkedReply("", {"07-CIMStatusCode: 6"}),
                                    chunkedHead + "0\r\n\r\n", "\r\n" + wire::plainReply(body)};
     for (const std::string& reply : replies)
         EXPECT_EQ(messageOfReply(reply), messageOfStep(Step::answerByteByByte(reply))) << reply;
 }
 
-TEST(ClientTimeout, BoundsTheWaitForAHeadAsAWhole) {
+TEST(ClientTimeout, LimitsTheWaitForTheWholeHead) {
     const char timedOut[] =
         "HTTPException: Unable to process request: Client receive timeout (0 seconds) expired.";
     EXPECT_EQ(timedOut, messageInTime(Step::staySilent()));
@@ -108,17 +107,17 @@ TEST(ClientTimeout, BoundsTheWaitForAHeadAsAWhole) {
     EXPECT_EQ(timedOut, messageInTime(Step::dripWithoutEnd("", "\r\n")));
 }
 
-TEST(ClientTimeout, BoundsTheWaitForBodyBytesWhateverElseArrives) {
+TEST(ClientTimeout, LimitsTheWaitForBodyBytesDespiteFraming) {
     EXPECT_EQ(failedReading, messageInTime(Step::answer(chunkedHead)));
     EXPECT_EQ(failedReading, messageInTime(Step::answer(chunkedHead + chunk)));
     EXPECT_EQ(failedReading, messageInTime(Step::dripWithoutEnd(chunkedHead + "4;", "x")));
     EXPECT_EQ(failedReading, messageInTime(Step::dripWithoutEnd(chunkedHead + chunk + "0\r\n", "A: b\r\n")));
 }
 
-TEST(ClientTimeout, BoundsHowLongAPeerMayNotTakeTheRequest) {
+TEST(ClientTimeout, LimitsTheWaitForThePeerToAcceptTheRequest) {
     BusyListener listener;
-    const support::TempDir folder;
-    support::inChild(folder.path(), [&] {
+    const support::TempDir directory;
+    support::inChild(directory.path(), [&] {
         clientTimeouts().send = std::chrono::milliseconds(100);
         CIMClient client(listener.url().c_str(), "root/cimv2");
         EXPECT_EQ("HTTPException: Unable to process request: Client send timeout (0 seconds) expired.",
@@ -126,11 +125,11 @@ TEST(ClientTimeout, BoundsHowLongAPeerMayNotTakeTheRequest) {
     });
 }
 
-// What comes of connecting to a listener that keeps everybody waiting, while signals arrive.
+// The outcome of connecting to a listener with a full backlog while signals arrive.
 std::string messageOfConnecting(BusyListener& listener) {
     listener.fill();
-    const support::TempDir folder;
-    return support::inChild(folder.path(), [&] {
+    const support::TempDir directory;
+    return support::inChild(directory.path(), [&] {
         struct sigaction action {};
         action.sa_handler = [](int) {};
         ::sigaction(SIGALRM, &action, nullptr);
@@ -142,7 +141,7 @@ std::string messageOfConnecting(BusyListener& listener) {
     });
 }
 
-TEST(ClientTimeout, BoundsTheWaitForAConnectionWhateverSignalsArrive) {
+TEST(ClientTimeout, LimitsTheWaitForAConnectionDespiteSignals) {
     BusyListener listener;
     EXPECT_EQ("SocketException: Failed to connect to: " + listener.path() + ": timed out",
               messageOfConnecting(listener));

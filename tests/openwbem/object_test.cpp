@@ -1,4 +1,4 @@
-// Properties, instances and classes: what setting a value does, and their text forms.
+// Properties, instances and classes: setters and text forms.
 #include "OW_CIMClass.hpp"
 #include "OW_CIMDateTime.hpp"
 #include "OW_CIMException.hpp"
@@ -30,20 +30,20 @@ TEST(Property, CastsAValueToItsDeclaredType) {
     EXPECT_FALSE(property.getValue());
 }
 
-TEST(Property, TakesAnObjectWhateverItsDeclaredType) {
+TEST(Property, StoresAnEmbeddedObjectDespiteItsDeclaredType) {
     CIMProperty property("x", CIMDataType(CIMDataType::STRING));
     property.setValue(CIMValue(CIMInstance("Foo")));
     EXPECT_EQ(CIMDataType::EMBEDDEDINSTANCE, property.getValue().getType());
     EXPECT_EQ(CIMDataType::STRING, property.getDataType().getType());
 }
 
-TEST(Property, CastsItsValueWhenItsTypeChanges) {
+TEST(Property, CastsItsValueIfItsTypeChanges) {
     CIMProperty property("x", CIMValue("12"));
     property.setDataType(CIMDataType(CIMDataType::UINT16, -1));
     EXPECT_TRUE(property.getValue() == CIMValue(UInt16Array(1, UInt16(12))));
 }
 
-TEST(Property, IsAKeyWhenItIsAReference) {
+TEST(Property, IsAKeyIfItIsAReference) {
     EXPECT_TRUE(CIMProperty("x", CIMDataType(CIMName("Foo"))).isKey());
     EXPECT_FALSE(CIMProperty("x", CIMValue("1")).isKey());
 }
@@ -53,12 +53,12 @@ TEST(Property, HasATextForm) {
     EXPECT_EQ("string:x=null", CIMProperty("x", CIMDataType(CIMDataType::STRING)).toString());
 }
 
-TEST(Property, WithoutAValueIsAnErrorWhereOneIsNeeded) {
+TEST(Property, GetValueTThrowsWithoutAValue) {
     EXPECT_EQ("NULLValueException: x", failureOf([] { CIMProperty("x").getValueT(); }));
     EXPECT_EQ("7", CIMProperty("x", CIMValue("7")).getValueT().toString());
 }
 
-TEST(Element, IsEqualToOneOfItsNameWhateverItIs) {
+TEST(Element, EqualsAnyElementWithTheSameName) {
     const CIMProperty property("Size");
     const CIMInstance instance("SIZE");
     const CIMClass other("Weight");
@@ -82,7 +82,7 @@ TEST(Property, CopiesShareUntilOneIsChanged) {
     EXPECT_TRUE(b.getPropagated());
 }
 
-TEST(Instance, SetPropertyKeepsPlaceSpellingAndDeclaredType) {
+TEST(Instance, SetPropertyKeepsIndexLetterCaseAndDeclaredType) {
     CIMInstance instance("Foo");
     instance.setProperty("Name", CIMValue("a")).setProperty("Size", CIMValue(UInt32(1)));
     instance.setProperty("NAME", CIMValue(UInt16(5)));
@@ -92,7 +92,7 @@ TEST(Instance, SetPropertyKeepsPlaceSpellingAndDeclaredType) {
     EXPECT_EQ("uint32:Size=1", properties[1].toString());
 }
 
-TEST(Instance, APropertyThatWasSetToNullFirstKeepsNoType) {
+TEST(Instance, APropertyFirstSetToNullNeverGetsAType) {
     CIMInstance instance("Foo");
     instance.setProperty("x", CIMValue(CIMNULL));
     EXPECT_EQ(CIMDataType::CIMNULL, instance.getProperty("x").getDataType().getType());
@@ -108,7 +108,7 @@ TEST(Instance, AnEmptyNameIsANameLikeAnyOther) {
     EXPECT_EQ("2", instance.getPropertyValue("").toString());
 }
 
-TEST(Instance, KeysFollowTheirProperty) {
+TEST(Instance, SetPropertyUpdatesTheKey) {
     CIMInstance instance("Foo");
     CIMPropertyArray keys;
     keys.push_back(CIMProperty("Name", CIMValue("a")));
@@ -118,7 +118,7 @@ TEST(Instance, KeysFollowTheirProperty) {
     EXPECT_EQ("b", instance.getKeyValuePairs()[0].getValue().toString());
 }
 
-TEST(Instance, AMissingPropertyIsAnErrorWhereOneIsNeeded) {
+TEST(Instance, GetPropertyTThrowsForAMissingProperty) {
     const CIMInstance instance("Foo");
     EXPECT_FALSE(instance.propertyHasValue("x"));
     try {
@@ -140,20 +140,20 @@ TEST(Instance, IsNamedAfterItsClass) {
     EXPECT_EQ("Bar", instance.getClassName());
 }
 
-TEST(Instance, KeepsTheLanguageOfItsTexts) {
+TEST(Instance, KeepsItsLanguage) {
     CIMInstance instance("Foo");
     EXPECT_EQ("", instance.getLanguage());
     instance.setLanguage("en");
     EXPECT_EQ("en", instance.getLanguage());
 }
 
-TEST(Instance, ANullPropertyChangesNothing) {
+TEST(Instance, IgnoresANullProperty) {
     CIMInstance instance("Foo");
     instance.setProperty(CIMProperty("a", CIMValue("1"))).setProperty(CIMProperty(CIMNULL));
     EXPECT_EQ("instance of Foo {\na = 1;\n}\n", instance.toString());
 }
 
-TEST(Instance, LosesAPropertyThatIsRemoved) {
+TEST(Instance, RemovesAProperty) {
     CIMInstance instance("Foo");
     instance.setProperty("a", CIMValue("1")).setProperty("b", CIMValue("2")).removeProperty("A");
     ASSERT_EQ(1U, instance.getProperties().size());
@@ -170,13 +170,13 @@ TEST(Instance, CopiesShareUntilOneIsChanged) {
     EXPECT_EQ(1U, b.getProperties().size()) << "names are compared without regard to case";
 }
 
-TEST(Instance, AMissingPropertyIsNullAndHasANullValue) {
+TEST(Instance, AMissingPropertyIsNullAndSoIsItsValue) {
     const CIMInstance instance("Foo");
     EXPECT_FALSE(instance.getProperty("X"));
     EXPECT_FALSE(instance.getPropertyValue("X"));
 }
 
-TEST(Instance, PropertiesAreChosenByTheirDeclaredType) {
+TEST(Instance, PropertiesAreFilteredByTheirDeclaredType) {
     CIMInstance instance("Foo");
     instance.setProperty(CIMProperty("A", CIMValue("1")));
     instance.setProperty(CIMProperty("B", CIMValue(UInt16(1))));
@@ -185,7 +185,7 @@ TEST(Instance, PropertiesAreChosenByTheirDeclaredType) {
     EXPECT_EQ("B", instance.getProperties(CIMDataType::UINT16)[0].getName());
 }
 
-TEST(Class, MakesAnInstanceWithItsPropertiesAndDefaults) {
+TEST(Class, CreatesAnInstanceWithItsPropertiesAndDefaults) {
     CIMPropertyArray properties;
     properties.push_back(CIMProperty("Size", CIMDataType(CIMDataType::UINT32)));
     properties.push_back(CIMProperty("Unit", CIMValue("kB")));
@@ -194,7 +194,7 @@ TEST(Class, MakesAnInstanceWithItsPropertiesAndDefaults) {
     EXPECT_EQ(0U, instance.getKeyValuePairs().size());
 }
 
-TEST(Class, MadeFromANameHasNothing) {
+TEST(Class, CreatedFromANameIsEmpty) {
     const CIMInstance instance = CIMClass("Foo").newInstance();
     EXPECT_TRUE(instance);
     EXPECT_EQ("Foo", instance.getClassName());
@@ -203,7 +203,7 @@ TEST(Class, MadeFromANameHasNothing) {
               failureOf([] { CIMClass(CIMNULL).newInstance(); }));
 }
 
-TEST(Class, KnowsTheClassThatItIsDerivedFrom) {
+TEST(Class, HasASuperclass) {
     EXPECT_FALSE(CIMClass("Foo").getSuperClass());
     EXPECT_EQ("Base", CIMClass("Foo").setSuperClass("Base").getSuperClass().toString());
 }

@@ -1,4 +1,4 @@
-// Single instances: reading and writing them, in both protocols.
+// Reading and writing single instances in both protocols.
 #include "OW_CIMException.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMObjectPath.hpp"
@@ -37,7 +37,7 @@ TEST(GetInstance, ReadsOneInstance) {
     EXPECT_EQ("instance of Foo {\nx = y;\n}\n", client.getInstance(somePath()).toString());
 }
 
-TEST(GetInstance, IsSentOnceMoreWhenAKeptConnectionIsDropped) {
+TEST(GetInstance, IsRepeatedIfAKeptConnectionIsClosed) {
     ScriptedPeer peer({Step::answer(one), Step::close(), Step::answer(one)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     client.getInstance(somePath());
@@ -45,7 +45,7 @@ TEST(GetInstance, IsSentOnceMoreWhenAKeptConnectionIsDropped) {
     EXPECT_EQ(3U, peer.requests().size());
 }
 
-TEST(GetInstance, OfANullPathSendsNothing) {
+TEST(GetInstance, OfANullPathThrowsAndSendsNothing) {
     ScriptedPeer peer({Step::answer(one)});
     for (const char* scheme : {"owbinary.wbem", "http"}) {
         CIMClient client(peer.url(scheme, "localhost").c_str(), "root/cimv2");
@@ -55,7 +55,7 @@ TEST(GetInstance, OfANullPathSendsNothing) {
     EXPECT_EQ(0U, peer.requests().size());
 }
 
-TEST(GetInstance, ThatBringsAnotherObjectIsAnError) {
+TEST(GetInstance, ThatReturnsAnotherObjectIsAnError) {
     ScriptedPeer peer({Step::answer(wire::chunkedReply(std::string("\0C\3Foo", 6)))});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     EXPECT_EQ(
@@ -63,13 +63,13 @@ TEST(GetInstance, ThatBringsAnotherObjectIsAnError) {
         failureOf([&] { client.getInstance(somePath()); }));
 }
 
-TEST(GetInstance, InCimXmlIsNullWhenTheReplyHasNoReturnValue) {
+TEST(GetInstance, InCimXmlIsNullIfTheReplyHasNoReturnValue) {
     ScriptedPeer peer({Step::answer(xmlReply("GetInstance", ""))});
     CIMClient client(peer.url("http", "localhost").c_str(), "root/cimv2");
     EXPECT_FALSE(client.getInstance(somePath()));
 }
 
-TEST(GetInstance, InCimXmlIsAnErrorWhenTheReturnValueHasNoInstance) {
+TEST(GetInstance, InCimXmlIsAnErrorIfTheReturnValueHasNoInstance) {
     for (const char* value : {"<IRETURNVALUE/>", "<IRETURNVALUE></IRETURNVALUE>",
                               "<IRETURNVALUE><CLASSNAME NAME=\"C\"/></IRETURNVALUE>"}) {
         ScriptedPeer peer({Step::answer(xmlReply("GetInstance", value))});
@@ -96,7 +96,7 @@ TEST(ModifyInstance, IsNeverSentTwice) {
         }
 }
 
-TEST(ModifyInstance, ReportsWhatTheTrailersSayBehindAGoodStatus) {
+TEST(ModifyInstance, ReportsAnErrorInTheTrailersDespiteAGoodStatus) {
     ScriptedPeer peer({Step::answer(
         wire::chunkedReply(std::string(1, '\0'), {"07-CIMStatusCode: 6", "07-CIMStatusDescription: gone"}))});
     CIMClient client(peer.url().c_str(), "root/cimv2");
@@ -104,7 +104,7 @@ TEST(ModifyInstance, ReportsWhatTheTrailersSayBehindAGoodStatus) {
               failureOf([&] { client.modifyInstance(someInstance()); }));
 }
 
-TEST(ModifyInstance, InCimXmlRefusesAPropertyWithoutAName) {
+TEST(ModifyInstance, InCimXmlRejectsAPropertyWithoutAName) {
     ScriptedPeer peer({Step::answer(done)});
     CIMClient client(peer.url("http", "localhost").c_str(), "root/cimv2");
     CIMInstance instance = someInstance();
@@ -128,7 +128,7 @@ TEST(CimXml, NumbersTheMessagesOfEachClientFromOne) {
             << i;
 }
 
-TEST(Namespace, IsTheSameWithOrWithoutLeadingSlashesInTheBinaryProtocol) {
+TEST(Namespace, LosesLeadingSlashesInTheBinaryProtocol) {
     ScriptedPeer peer({Step::answer(good)});
     for (const char* nameSpace : {"root/cimv2", "/root/cimv2", "//root\\cimv2"}) {
         CIMClient client(peer.url().c_str(), nameSpace);
@@ -140,7 +140,7 @@ TEST(Namespace, IsTheSameWithOrWithoutLeadingSlashesInTheBinaryProtocol) {
     }
 }
 
-TEST(Namespace, IsThatWhichWasSetLast) {
+TEST(Namespace, IsTheOneSetLast) {
     ScriptedPeer peer({Step::answer(one)});
     CIMClient client(peer.url().c_str(), "root/cimv2");
     client.setNameSpace("root/other");
@@ -150,7 +150,7 @@ TEST(Namespace, IsThatWhichWasSetLast) {
     EXPECT_EQ(std::string::npos, peer.requests().at(0).find("root/cimv2"));
 }
 
-TEST(Namespace, GoesIntoTheHeadAsItIsInCimXml) {
+TEST(Namespace, IsSentUnchangedInTheHeadInCimXml) {
     ScriptedPeer peer({Step::close()});
     CIMClient client(peer.url("http", "localhost").c_str(), "/root/cimv2");
     messageOfReading(client);
@@ -159,7 +159,7 @@ TEST(Namespace, GoesIntoTheHeadAsItIsInCimXml) {
     EXPECT_NE(std::string::npos, request.find("<LOCALNAMESPACEPATH><NAMESPACE NAME=\"root\">"));
 }
 
-TEST(Enumeration, OfAnInstanceOfANewerVersionEndsAtItsNextByte) {
+TEST(Enumeration, RejectsAnInstanceOfANewerVersionAtItsNextByte) {
     const std::string body = std::string("\0oi\3", 4) + wire::text("Foobar") + std::string("\0\0\0\0\0", 5);
     EXPECT_EQ("IOException: Received invalid signature. Got: 6 Expected: 152",
               messageOfReply(wire::chunkedReply(body)));

@@ -16,7 +16,7 @@ struct Example {
     const char* text;
     const char* nameSpace;
     const char* className;
-    const char* keys; // as modelPath() writes them
+    const char* keys; // in the form of modelPath()
 };
 std::ostream& operator<<(std::ostream& out, const Example& example) {
     return out << example.text;
@@ -85,13 +85,13 @@ TEST(Path, OfARemoteHostIsWrittenWithItsAddress) {
     EXPECT_EQ(R"(Foo.Name="http://x/root:y)", CIMObjectPath::parse(R"(Foo.Name="http://x/y.z")").toString());
 }
 
-TEST(Path, OfTheLocalHostIsWrittenWithoutAddress) {
+TEST(Path, OfTheLocalHostIsWrittenWithoutItsAddress) {
     EXPECT_EQ(R"(/root:Foo.Name="x")",
               CIMObjectPath::parse(R"(http://localhost:99/root:Foo.Name="x")").toString());
     EXPECT_EQ(R"(/root:Foo.Name="x")", CIMObjectPath::parse(R"(Foo.Name="x")").toString());
 }
 
-TEST(Path, OfNothingButBlanksIsNull) {
+TEST(Path, OfBlanksIsNull) {
     EXPECT_FALSE(CIMObjectPath::parse(""));
     EXPECT_FALSE(CIMObjectPath::parse(String()));
     EXPECT_FALSE(CIMObjectPath::parse(" \t\n"));
@@ -104,18 +104,18 @@ TEST(Path, OfManyKeysIsParsed) {
     EXPECT_EQ(100001U, CIMObjectPath::parse(text.c_str()).getKeys().size());
 }
 
-struct BadExample {
+struct InvalidExample {
     const char* text;
     int code;
     const char* message;
 };
-std::ostream& operator<<(std::ostream& out, const BadExample& example) {
+std::ostream& operator<<(std::ostream& out, const InvalidExample& example) {
     return out << example.text;
 }
 
-class BadPathText : public testing::TestWithParam<BadExample> {};
+class InvalidPathText : public testing::TestWithParam<InvalidExample> {};
 
-TEST_P(BadPathText, IsRefused) {
+TEST_P(InvalidPathText, IsRejected) {
     try {
         CIMObjectPath::parse(GetParam().text);
         FAIL() << "no exception";
@@ -126,24 +126,24 @@ TEST_P(BadPathText, IsRefused) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Examples, BadPathText,
+    Examples, InvalidPathText,
     testing::Values(
-        BadExample{R"(https://h:x/root:Foo.Name="x")", 4,
-                   "invalid parameter passed to method (Invalid port in Object Path)"},
-        BadExample{R"(https://h:/root:Foo.Name="x")", 4,
-                   "invalid parameter passed to method (Invalid port in Object Path)"},
-        BadExample{"http://myhost", 4,
-                   "invalid parameter passed to method (Invalid instance name: http://myhost)"},
-        BadExample{"Foo", 4,
-                   "invalid parameter passed to method (class name not found in instance name: Foo)"},
-        BadExample{"Foo=@", 4,
-                   "invalid parameter passed to method (class name not found in instance name: Foo=@)"},
-        BadExample{
+        InvalidExample{R"(https://h:x/root:Foo.Name="x")", 4,
+                       "invalid parameter passed to method (Invalid port in Object Path)"},
+        InvalidExample{R"(https://h:/root:Foo.Name="x")", 4,
+                       "invalid parameter passed to method (Invalid port in Object Path)"},
+        InvalidExample{"http://myhost", 4,
+                       "invalid parameter passed to method (Invalid instance name: http://myhost)"},
+        InvalidExample{"Foo", 4,
+                       "invalid parameter passed to method (class name not found in instance name: Foo)"},
+        InvalidExample{"Foo=@", 4,
+                       "invalid parameter passed to method (class name not found in instance name: Foo=@)"},
+        InvalidExample{
             R"(Foo.Name="a:b")", 4,
             R"(invalid parameter passed to method (class name not found in instance name: Foo.Name="a:b"))"},
-        BadExample{" Foo. ", 4,
-                   "invalid parameter passed to method (No key values found in instance name:  Foo. )"},
-        BadExample{"Foo.bar", 6, "requested object could not be found (Bad key in string (bar))"},
-        BadExample{"Foo.bar,A=1", 6, "requested object could not be found (Bad key in string (bar))"}));
+        InvalidExample{" Foo. ", 4,
+                       "invalid parameter passed to method (No key values found in instance name:  Foo. )"},
+        InvalidExample{"Foo.bar", 6, "requested object could not be found (Bad key in string (bar))"},
+        InvalidExample{"Foo.bar,A=1", 6, "requested object could not be found (Bad key in string (bar))"}));
 
 } // namespace

@@ -26,19 +26,19 @@ TEST(Path, OfAnInstanceHasItsClassAndKeys) {
     EXPECT_EQ("Bar.Name=\"x\"", CIMObjectPath("Bar").setKeys(instance).modelPath());
 }
 
-TEST(Path, CleansItsNameSpace) {
+TEST(Path, RemovesBlanksAndLeadingSlashesFromItsNameSpace) {
     EXPECT_EQ("root/cimv2", CIMObjectPath("Foo", String(" //root/cimv2 ")).getNameSpace());
     EXPECT_EQ("", CIMObjectPath("Foo").setNameSpace("/").getNameSpace());
 }
 
-TEST(Path, HasTheHostItWasGiven) {
+TEST(Path, HasTheHostThatWasSet) {
     EXPECT_EQ("127.0.0.1", CIMObjectPath("Foo").getHost());
     CIMObjectPath path("Foo");
     path.setHost("box");
     EXPECT_EQ("box", path.getHost());
 }
 
-TEST(Path, FindsAKeyWhateverItsCase) {
+TEST(Path, FindsAKeyWithoutCase) {
     const CIMObjectPath path = pathOf("Foo.Name=\"x\",Id=5");
     EXPECT_EQ("Name", path.getKey("NAME").getName());
     EXPECT_EQ("5", path.getKeyT("id").getValue().toString());
@@ -46,7 +46,7 @@ TEST(Path, FindsAKeyWhateverItsCase) {
     EXPECT_TRUE(path.keyHasValue("id"));
 }
 
-TEST(Path, HasANullKeyWhereThereIsNone) {
+TEST(Path, AMissingKeyIsNull) {
     const CIMObjectPath path = pathOf("Foo.Name=\"x\"");
     EXPECT_FALSE(path.getKey("y"));
     EXPECT_FALSE(path.getKeyValue("y"));
@@ -59,7 +59,7 @@ TEST(Path, HasANullKeyWhereThereIsNone) {
     }
 }
 
-TEST(Path, TakesAKeysValueOrANewKey) {
+TEST(Path, SetKeyValueChangesOrAddsAKey) {
     CIMObjectPath path("Foo");
     EXPECT_TRUE(path.isClassPath());
     path.setKeyValue("Id", CIMValue(UInt32(1)))
@@ -77,7 +77,7 @@ TEST(Path, EscapesBackslashesQuotesAndLineFeeds) {
     EXPECT_EQ("/root:Foo.Name=\\\"x\\\"", pathOf("Foo.Name=x").toMOF());
 }
 
-TEST(Path, WithinPathsIsNoLongerThanTheLongestText) {
+TEST(Path, NestedInPathsIsLimitedToTheMaximumLength) {
     CIMObjectPath path("Foo");
     path.setKeyValue("Name", CIMValue("\""));
     unsigned levels = 0;
@@ -97,7 +97,7 @@ TEST(Path, WithinPathsIsNoLongerThanTheLongestText) {
     EXPECT_LT(10U, levels);
 }
 
-TEST(Path, EqualsOneThatNamesTheSameObject) {
+TEST(Path, EqualsAPathOfTheSameObject) {
     const CIMObjectPath path = pathOf("root:Foo.Name=\"x\",Id=5");
     EXPECT_EQ(path, pathOf("root:FOO.id=5,NAME=x"));
     EXPECT_EQ(path, pathOf("http://localhost:99/root:Foo.Name=\"x\",Id=5"));
@@ -117,7 +117,7 @@ TEST(Path, DiffersInHostNameSpaceClassKeysAndValues) {
     EXPECT_NE(pathOf("http://h:1/root:Foo.Name=\"x\""), pathOf("http://h:2/root:Foo.Name=\"x\""));
 }
 
-TEST(Path, InAValueIsComparedByWhatItNames) {
+TEST(Path, InAValueIsComparedAsAPath) {
     EXPECT_NE(CIMValue(pathOf("Foo.A=1")), CIMValue(pathOf("Foo.A=2")));
     EXPECT_EQ(CIMValue(pathOf("Foo.A=1")), CIMValue(pathOf("foo.a=1")));
 }

@@ -21,7 +21,7 @@ struct Derived : Base {
     using Base::Base;
 };
 
-TEST(IntrusiveReference, DeletesTheObjectWithTheLastOne) {
+TEST(IntrusiveReference, LastOneDeletesTheObject) {
     int alive = 0;
     {
         IntrusiveReference<Base> a(new Base(alive));
@@ -32,7 +32,7 @@ TEST(IntrusiveReference, DeletesTheObjectWithTheLastOne) {
     EXPECT_EQ(0, alive);
 }
 
-TEST(IntrusiveReference, IsFalseWhenItIsNull) {
+TEST(IntrusiveReference, IsFalseIfItIsNull) {
     int alive = 0;
     IntrusiveReference<Base> a;
     EXPECT_TRUE(!a && a.isNull() && a == NULL && a == nullptr);
@@ -40,7 +40,7 @@ TEST(IntrusiveReference, IsFalseWhenItIsNull) {
     EXPECT_TRUE(a && !a.isNull() && a != NULL);
 }
 
-TEST(IntrusiveReference, ComparesWhatItRefersTo) {
+TEST(IntrusiveReference, ComparesTheIdentityOfObjects) {
     int alive = 0;
     const IntrusiveReference<Derived> a(new Derived(alive));
     const IntrusiveReference<Base> b = a;

@@ -1,4 +1,4 @@
-// What the encoder writes the decoder reads back, for objects made at random under a fixed seed.
+// The decoder inverts the encoder: random objects with a fixed seed.
 #include "PieceSource.hpp"
 #include "RandomObjects.hpp"
 #include "binary/ObjectReader.hpp"
@@ -18,7 +18,7 @@ std::string encode(const CIMInstance& instance) {
     return out.release();
 }
 
-TEST(RoundTrip, GivesBackEveryTypeOfValue) {
+TEST(RoundTrip, PreservesEveryTypeOfValue) {
     RandomObjects generator(RandomObjects::Kind::binary);
     for (int type = CIMDataType::UINT8; type <= CIMDataType::EMBEDDEDINSTANCE; ++type) {
         for (int i = 0; i < 200; ++i) {
@@ -38,7 +38,7 @@ TEST(RoundTrip, GivesBackEveryTypeOfValue) {
     }
 }
 
-TEST(RoundTrip, GivesBackEveryPartOfAnInstance) {
+TEST(RoundTrip, PreservesEveryPartOfAnInstance) {
     RandomObjects generator(RandomObjects::Kind::binary);
     for (int i = 0; i < 500; ++i) {
         const std::string bytes = encode(generator.instance());
@@ -48,12 +48,12 @@ TEST(RoundTrip, GivesBackEveryPartOfAnInstance) {
     }
 }
 
-TEST(RoundTrip, DoesNotDependOnHowTheBytesCome) {
+TEST(RoundTrip, DoesNotDependOnTheSizesOfReads) {
     RandomObjects generator(RandomObjects::Kind::binary);
     std::string bytes;
     for (int i = 0; i < 20; ++i) {
         const std::string one = encode(generator.instance());
-        bytes += one + one; // the second one's declarations are recognised
+        bytes += one + one; // the declarations of the second one are cached
     }
     for (const std::size_t piece : {1U, 7U, 1000U}) {
         PieceSource source(bytes, piece);

@@ -44,12 +44,12 @@ TEST(StringAsInteger, ReadsTheWholeRangeOfEachType) {
     EXPECT_EQ(-7, String("-7").toInt());
 }
 
-TEST(StringAsInteger, TakesBlanksAndASignInFront) {
+TEST(StringAsInteger, AcceptsLeadingBlanksAndASign) {
     EXPECT_EQ(5, String(" \t\n+5").toInt32());
     EXPECT_EQ(5U, String(" +5").toUInt8());
 }
 
-TEST(StringAsInteger, TakesTheBaseThatIsGiven) {
+TEST(StringAsInteger, UsesTheGivenBase) {
     EXPECT_EQ(255, String("fF").toUInt8(16));
     EXPECT_EQ(255, String("0xff").toUInt8(0));
     EXPECT_EQ(8, String("010").toInt32(0));
@@ -57,13 +57,13 @@ TEST(StringAsInteger, TakesTheBaseThatIsGiven) {
     EXPECT_THROW(String("1").toInt32(1), StringConversionException);
 }
 
-TEST(StringAsInteger, IsZeroForTheEmptyTextButNothingForTheNullString) {
+TEST(StringAsInteger, IsZeroForTheEmptyTextButThrowsForTheNullString) {
     EXPECT_EQ(0U, String("").toUInt32());
     EXPECT_EQ(0, String("").toInt64());
     EXPECT_EQ("Unable to convert \"\" into UInt32", messageOf(&String::toUInt32, String()));
 }
 
-TEST(StringAsInteger, MinusOneIsTheGreatestOfTheWideUnsignedTypes) {
+TEST(StringAsInteger, MinusOneIsTheMaximumOfTheWideUnsignedTypes) {
     EXPECT_EQ(4294967295U, String("-1").toUInt32());
     EXPECT_EQ(18446744073709551615ULL, String("-1").toUInt64());
     EXPECT_EQ("Unable to convert \"-1\" into UInt8", messageOf(&String::toUInt8, "-1"));
@@ -79,7 +79,7 @@ TEST(StringAsInteger, ReadsANegativeNumberAsUnsignedModulo32Bits) {
               messageOf(&String::toUInt32, "18446744073709551615"));
 }
 
-TEST(StringAsInteger, RefusesWhatIsOutOfRange) {
+TEST(StringAsInteger, RejectsNumbersOutOfRange) {
     EXPECT_EQ("Unable to convert \"256\" into UInt8", messageOf(&String::toUInt8, "256"));
     EXPECT_EQ("Unable to convert \"128\" into Int8", messageOf(&String::toInt8, "128"));
     EXPECT_EQ("Unable to convert \"65536\" into UInt16", messageOf(&String::toUInt16, "65536"));
@@ -92,14 +92,14 @@ TEST(StringAsInteger, RefusesWhatIsOutOfRange) {
               messageOf(&String::toInt64, "9223372036854775808"));
 }
 
-TEST(StringAsInteger, RefusesAnyRest) {
+TEST(StringAsInteger, RejectsTrailingCharacters) {
     for (const char* text : {"abc", "1x", "1 ", " ", "-", "+", "1.0", "0x10"})
         EXPECT_EQ("Unable to convert \"" + std::string(text) + "\" into Int32",
                   messageOf(&String::toInt32, text));
     EXPECT_THROW(String("1\0", 2).toInt32(), StringConversionException);
 }
 
-TEST(StringAsReal, ReadsWhatStrtodReads) {
+TEST(StringAsReal, AcceptsTheFormsOfStrtod) {
     EXPECT_EQ(1.5, String("1.5").toReal64());
     EXPECT_EQ(-1.5, String(" -1.5").toReal64());
     EXPECT_EQ(1e20, String("1E+20").toReal64());
@@ -110,7 +110,7 @@ TEST(StringAsReal, ReadsWhatStrtodReads) {
     EXPECT_TRUE(std::isnan(String("nan").toReal32()));
 }
 
-TEST(StringAsReal, RefusesInfinitiesAndWhatIsNone) {
+TEST(StringAsReal, RejectsInfinitiesAndMalformedNumbers) {
     for (const char* text : {"inf", "-inf", "1e999", "1.5x", "1,5", "abc", " "}) {
         EXPECT_EQ("Unable to convert \"" + std::string(text) + "\" into Real64",
                   messageOf(&String::toReal64, text));
@@ -121,7 +121,7 @@ TEST(StringAsReal, RefusesInfinitiesAndWhatIsNone) {
     EXPECT_EQ("Unable to convert \"\" into Real64", messageOf(&String::toReal64, String()));
 }
 
-TEST(StringAsReal, TakesTheGreatestReal32InEightDigits) {
+TEST(StringAsReal, AcceptsTheMaximumReal32InEightDigits) {
     EXPECT_EQ(std::numeric_limits<Real32>::max(), String("3.4028235e+38").toReal32());
 }
 

@@ -21,7 +21,7 @@ TEST(String, IsOnePointer) {
     EXPECT_EQ(sizeof(void*), sizeof(String));
 }
 
-TEST(String, IsEmptyWithoutTextAndOfANullPointer) {
+TEST(String, IsEmptyByDefaultAndForANullPointer) {
     for (const String& text : {String(), String(static_cast<const char*>(nullptr)), String(""),
                                String(nullptr, 3), String("x", 0)}) {
         EXPECT_TRUE(text.empty());
@@ -31,7 +31,7 @@ TEST(String, IsEmptyWithoutTextAndOfANullPointer) {
     }
 }
 
-TEST(String, HoldsNULsButCompareToStopsAtTheFirst) {
+TEST(String, MayContainNULsButCompareToStopsAtTheFirst) {
     const String text("ab\0cd", 5);
     EXPECT_EQ(5U, text.length());
     EXPECT_EQ(std::string("ab\0cd", 5), textOf(text));
@@ -47,34 +47,34 @@ TEST(String, CopiesShareTheirBytesUntilOneIsChanged) {
     EXPECT_EQ("xbc", b);
     const char* const own = b.c_str();
     b[1] = 'y';
-    EXPECT_EQ(own, b.c_str()) << "a string of its own is changed in its place";
+    EXPECT_EQ(own, b.c_str()) << "an unshared string changes in place";
 }
 
-TEST(String, AMovedStringLeavesNoneBehind) {
+TEST(String, MovingLeavesTheNullString) {
     String a("abc");
     const char* const bytes = a.c_str();
     const String b = std::move(a);
     EXPECT_EQ(bytes, b.c_str());
 }
 
-TEST(String, AssigningItToItselfKeepsIt) {
+TEST(String, SelfAssignmentKeepsIt) {
     String a("abc");
     const String& same = a;
     a = same;
     EXPECT_EQ("abc", a);
 }
 
-TEST(String, TakesOverWhatNewGave) {
+TEST(String, TakesOwnershipOfNewBytes) {
     std::unique_ptr<char[]> newed(new char[3]{'a', 'b', 'c'});
     EXPECT_EQ("abc", String(String::E_TAKE_OWNERSHIP, newed.release(), 3));
 }
 
-TEST(String, OfMoreThanMemoryCanHoldIsRefused) {
+TEST(String, LargerThanMemoryThrowsBadAlloc) {
     EXPECT_THROW(String("x", String::npos), std::bad_alloc);
     EXPECT_THROW(String("x", String::npos - 4), std::bad_alloc);
 }
 
-TEST(String, OfNumbers) {
+TEST(String, OfANumberIsItsText) {
     EXPECT_EQ("-2147483648", String(Int32(-2147483647 - 1)));
     EXPECT_EQ("4294967295", String(UInt32(4294967295U)));
     EXPECT_EQ("-9223372036854775808", String(Int64(-9223372036854775807LL - 1)));
@@ -85,7 +85,7 @@ TEST(String, OfNumbers) {
     EXPECT_EQ("x", String('x'));
 }
 
-TEST(String, ComparesInAllRelations) {
+TEST(String, ComparesWithAllOperators) {
     const String a("a");
     const String b("b");
     EXPECT_TRUE(a == "a" && "a" == a && a == String("a"));
@@ -98,7 +98,7 @@ TEST(String, ComparesInAllRelations) {
     EXPECT_LT(a.compareTo("\xc3\xa9"), 0) << "bytes are unsigned";
 }
 
-TEST(String, IgnoresTheCaseOfAllLetters) {
+TEST(String, ComparesLettersOfAnyScriptWithoutCase) {
     const std::pair<const char*, const char*> same[] = {
         {"Name", "nAME"},
         {"\xc3\x89t\xc3\xa9", "\xc3\xa9T\xc3\x89"}, // e acute
@@ -115,7 +115,7 @@ TEST(String, IgnoresTheCaseOfAllLetters) {
     }
 }
 
-TEST(String, TellsDifferentLettersApartWithoutCase) {
+TEST(String, DistinguishesDifferentLettersWithoutCase) {
     const std::pair<const char*, const char*> ordered[] = {{"a", "B"},
                                                            {"A", "b"},
                                                            {"ab", "ABC"},
@@ -133,14 +133,14 @@ TEST(String, TellsDifferentLettersApartWithoutCase) {
     }
 }
 
-TEST(String, AnOverlongOrCutCharacterIsNoneOfThoseItLooksLike) {
+TEST(String, AMalformedCharacterEqualsNoSimilarCharacter) {
     EXPECT_FALSE(String("\xc1\x81").equalsIgnoreCase("A"));
     EXPECT_FALSE(String("\xe0\x83\x89").equalsIgnoreCase("\xc3\x89"));
     EXPECT_FALSE(String("\xc3").equalsIgnoreCase("\xc3\x89"));
     EXPECT_FALSE(String("\xed\xa0\x80").equalsIgnoreCase("\xed\xb0\x80"));
 }
 
-TEST(String, BeginsAndEndsWithAnother) {
+TEST(String, StartsAndEndsWithAnother) {
     const String text("Abc");
     EXPECT_TRUE(text.startsWith("Ab") && text.startsWith(String("Abc")) && text.startsWith('A'));
     EXPECT_FALSE(text.startsWith("ab") || text.startsWith("Abcd") || text.startsWith('b'));
@@ -150,7 +150,7 @@ TEST(String, BeginsAndEndsWithAnother) {
     EXPECT_TRUE(text.endsWith("BC", String::E_CASE_INSENSITIVE));
 }
 
-TEST(String, OnlyTheEmptyOneBeginsAndEndsWithTheEmptyOne) {
+TEST(String, OnlyTheEmptyOneStartsAndEndsWithTheEmptyOne) {
     EXPECT_FALSE(String("abc").startsWith("") || String("abc").endsWith(""));
     EXPECT_TRUE(String("").startsWith("") && String().endsWith(""));
 }
@@ -170,7 +170,7 @@ TEST(String, FindsTheFirstAndTheLastOccurrence) {
     EXPECT_EQ(String::npos, String().lastIndexOf(""));
 }
 
-TEST(String, ASubstringIsCutToWhatIsThere) {
+TEST(String, ASubstringEndsWithTheText) {
     EXPECT_EQ("bc", String("abc").substring(1));
     EXPECT_EQ("b", String("abc").substring(1, 1));
     EXPECT_EQ("c", String("abc").substring(2, 99));
@@ -178,7 +178,7 @@ TEST(String, ASubstringIsCutToWhatIsThere) {
     EXPECT_EQ("", String("abc").substring(1, 0));
 }
 
-TEST(String, AnIndexOutsideGivesANUL) {
+TEST(String, AnIndexOutOfRangeReturnsNUL) {
     String text("ab");
     EXPECT_EQ('\0', text[2]);
     text[2] = 'x';
@@ -204,7 +204,7 @@ TEST(String, Index0OfTheNullStringThrows) {
     EXPECT_EQ('\0', text.charAt(0));
 }
 
-TEST(String, Grows) {
+TEST(String, GrowsByAppending) {
     String text;
     text.concat("ab").concat(String("cd")).concat('e').concat(static_cast<const char*>(nullptr));
     EXPECT_EQ("abcde", text);
@@ -216,7 +216,7 @@ TEST(String, Grows) {
     EXPECT_EQ("xab", 'x' + (String("a") + String("b")));
 }
 
-TEST(String, LosesWhiteSpaceAtItsEnds) {
+TEST(String, IsTrimmedAtEitherEnd) {
     EXPECT_EQ("a b", String(" \t\n\v\f\ra b ").trim());
     EXPECT_EQ("a ", String(" a ").ltrim());
     EXPECT_EQ(" a", String(" a ").rtrim());
@@ -225,21 +225,21 @@ TEST(String, LosesWhiteSpaceAtItsEnds) {
     EXPECT_FALSE(String(" x").isSpaces());
 }
 
-TEST(String, ChangesTheCaseOfASCIILettersOnly) {
+TEST(String, ConvertsTheCaseOfASCIILettersOnly) {
     const String text("aZ\xc3\x89[");
     EXPECT_EQ("az\xc3\x89[", String(text).toLowerCase());
     EXPECT_EQ("AZ\xc3\x89[", String(text).toUpperCase());
     EXPECT_EQ("aZ\xc3\x89[", text);
 }
 
-TEST(String, IsErasedWholeOrInPart) {
+TEST(String, IsErasedCompletelyOrInPart) {
     EXPECT_EQ("ad", String("abcd").erase(1, 2));
     EXPECT_EQ("a", String("abcd").erase(1));
     EXPECT_EQ("abcd", String("abcd").erase(4));
     EXPECT_EQ("", String("abcd").erase());
 }
 
-TEST(String, FallsIntoTokensWithoutEmptyOnes) {
+TEST(String, IsSplitIntoNonEmptyTokens) {
     const StringArray tokens = String(" a\tbc  d ").tokenize();
     ASSERT_EQ(3U, tokens.size());
     EXPECT_EQ("bc", tokens[1]);
@@ -247,24 +247,24 @@ TEST(String, FallsIntoTokensWithoutEmptyOnes) {
     EXPECT_EQ(0U, String("//").tokenize("/").size());
 }
 
-TEST(String, IsPrintedInto) {
+TEST(String, IsFormattedLikePrintf) {
     String text("x");
     EXPECT_EQ(305, text.format("%s-%03d%300s", "ab", 7, "") - 1);
     EXPECT_TRUE(text.startsWith("ab-007 "));
 }
 
-TEST(String, ThatCannotBePrintedIntoStaysAsItWas) {
+TEST(String, IsUnchangedIfFormattingFails) {
     String text("x");
     EXPECT_THROW(text.format("%ls", L"\u20ac"), std::bad_alloc) << "no character of the locale \"C\"";
     EXPECT_EQ("x", text);
 }
 
-TEST(String, CountsCharactersNotBytes) {
+TEST(String, UTF8LengthCountsCharactersNotBytes) {
     EXPECT_EQ(3U, String("a\xc3\xa9\xe2\x82\xac").UTF8Length());
     EXPECT_EQ(6U, String("a\xc3\xa9\xe2\x82\xac").length());
 }
 
-TEST(String, GivesACopyToFree) {
+TEST(String, AllocatesACopyForFree) {
     const std::unique_ptr<char, decltype(&std::free)> copy(String("abc").allocateCString(), &std::free);
     EXPECT_STREQ("abc", copy.get());
 }
@@ -278,7 +278,7 @@ TEST(String, IsWrittenAndReadLineByLine) {
     EXPECT_EQ("", String::getLine(stream));
 }
 
-TEST(String, EqualStringsHaveOneHashCode) {
+TEST(String, EqualStringsHaveEqualHashCodes) {
     EXPECT_EQ(String("abc").hashCode(), String("xabc").substring(1).hashCode());
     EXPECT_NE(String("abc").hashCode(), String("abd").hashCode());
 }

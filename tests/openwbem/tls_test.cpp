@@ -1,4 +1,4 @@
-// Requests over TLS, against a server with a certificate of its own making.
+// Requests over TLS to a server with a self-signed certificate.
 #include "Clients.hpp"
 
 #include <csignal>
@@ -35,15 +35,15 @@ private:
     sockaddr_in m_address{};
 };
 
-// Serves one connection after another over TLS. A request is whatever comes at once; each gets the same
-// reply, after which a connection is closed if the reply says so.
+// Serves one connection after another over TLS. Each read counts as a request and gets the same reply. Closes
+// the connection if the reply announces it.
 class TlsPeer {
 public:
     TlsPeer(std::string reply, int highestVersion = 0)
         : m_reply(std::move(reply))
         , m_context(::SSL_CTX_new(::TLS_server_method())) {
         certify();
-        ::SSL_CTX_set_security_level(m_context, 0); // old versions are for the client to refuse
+        ::SSL_CTX_set_security_level(m_context, 0); // the client must reject old versions
         ::SSL_CTX_set_min_proto_version(m_context, 0);
         ::SSL_CTX_set_max_proto_version(m_context, highestVersion);
         m_thread = std::thread([this] { run(); });
@@ -58,7 +58,7 @@ public:
 
     std::string url(const std::string& host) const { return m_listener.url(host); }
 
-    // Of the last connection; to be asked for when a reply has come.
+    // Of the last connection. Valid after a reply.
     std::string request;
     std::string serverName;
     std::string version;
@@ -80,7 +80,7 @@ private:
     }
 
     void run() {
-        sigset_t pipe; // raised when the client has gone
+        sigset_t pipe; // raised if the client has closed the connection
         ::sigemptyset(&pipe);
         ::sigaddset(&pipe, SIGPIPE);
         ::pthread_sigmask(SIG_BLOCK, &pipe, nullptr);
@@ -119,7 +119,7 @@ private:
     std::thread m_thread;
 };
 
-// Says something to whoever connects, and closes.
+// Sends some bytes to each client, and closes.
 class GreetingPeer {
 public:
     explicit GreetingPeer(std::string greeting)
@@ -143,7 +143,7 @@ private:
     std::thread m_thread;
 };
 
-// A reply that takes many records, with many instances.
+// A reply of many TLS records and many instances.
 std::string longReply() {
     return wire::chunkedReply(wire::enumeration(std::vector<std::string>(20000, wire::instance("Foo", {}))));
 }
@@ -157,7 +157,7 @@ TEST(Tls, CarriesRequestsAndRepliesOverAKeptConnection) {
     EXPECT_EQ(0U, peer.request.find("M-POST /cimom HTTP/1.1\r\n"));
 }
 
-TEST(Tls, NamesTheServerButNoAddress) {
+TEST(Tls, SendsTheNameOfTheServerButNotAnAddress) {
     const std::pair<const char*, const char*> hosts[] = {{"localhost", "localhost"}, {"127.0.0.1", ""}};
     for (const auto& [host, name] : hosts) {
         TlsPeer peer(good);
@@ -167,7 +167,7 @@ TEST(Tls, NamesTheServerButNoAddress) {
     }
 }
 
-TEST(Tls, IsOfVersion12OrLater) {
+TEST(Tls, RequiresVersion12) {
     for (const auto& [highest, name] : {std::pair(TLS1_2_VERSION, "TLSv1.2"), std::pair(0, "TLSv1.3")}) {
         TlsPeer peer(good, highest);
         CIMClient client(peer.url("localhost").c_str(), "root/cimv2");
@@ -179,7 +179,7 @@ TEST(Tls, IsOfVersion12OrLater) {
     EXPECT_EQ("SSLException: TLS handshake failed: ", messageOfReading(client).substr(0, 36));
 }
 
-TEST(Tls, ConnectsAgainWhenTheServerHasClosed) {
+TEST(Tls, ReconnectsIfTheServerHasClosedTheConnection) {
     for (const bool saysGoodbye : {true, false}) {
         TlsPeer peer(wire::plainReply(wire::enumeration({wire::instance("close", {})})));
         peer.saysGoodbye = saysGoodbye;
@@ -189,7 +189,7 @@ TEST(Tls, ConnectsAgainWhenTheServerHasClosed) {
     }
 }
 
-TEST(Tls, WithAPeerThatSpeaksNoneIsAnSslException) {
+TEST(Tls, WithAPeerWithoutTlsIsAnSslException) {
     for (const char* greeting : {"220 mail.example.org ESMTP\r\n", ""}) {
         GreetingPeer peer(greeting);
         CIMClient client(peer.url().c_str(), "root/cimv2");
@@ -197,10 +197,10 @@ TEST(Tls, WithAPeerThatSpeaksNoneIsAnSslException) {
     }
 }
 
-TEST(Tls, HandshakeIsBoundedByTheTimeToConnect) {
+TEST(Tls, HandshakeIsLimitedByTheConnectTimeout) {
     BusyListener listener(AF_INET);
-    const support::TempDir folder;
-    support::inChild(folder.path(), [&] {
+    const support::TempDir directory;
+    support::inChild(directory.path(), [&] {
         clientTimeouts().connect = std::chrono::milliseconds(100);
         const std::string url = listener.url();
         CIMClient client(("owbinary.wbems" + url.substr(url.find("://"))).c_str(), "root/cimv2");

@@ -32,7 +32,7 @@ Array<T> arrayOf(std::initializer_list<T> elements) {
     return Array<T>(elements.begin(), elements.end());
 }
 
-TEST(ValueText, OfBooleansAndIntegers) {
+TEST(ValueText, OfBooleansAndIntegersIsDecimal) {
     EXPECT_EQ("true", textOf(Bool(true)));
     EXPECT_EQ("false", textOf(false));
     EXPECT_EQ("255", textOf(UInt8(255)));
@@ -76,16 +76,16 @@ TEST(ValueText, OfASingleChar16IsItsLowByte) {
     EXPECT_EQ("", textOf(Char16(0x100)));
 }
 
-TEST(ValueText, OfTextsIsUnchanged) {
+TEST(ValueText, OfStringsIsUnchanged) {
     EXPECT_EQ("a\"b\\c\nd,e", textOf(String("a\"b\\c\nd,e")));
     EXPECT_EQ("", textOf(static_cast<const char*>(nullptr)));
 }
 
-TEST(ValueText, OfANullValue) {
+TEST(ValueText, OfANullValueIsNullInParentheses) {
     EXPECT_EQ("(null)", std::string(CIMValue(CIMNULL).toString().c_str()));
 }
 
-TEST(ValueText, OfArraysJoinsTheElementsByCommas) {
+TEST(ValueText, OfArraysSeparatesElementsWithCommas) {
     EXPECT_EQ("true,false", textOf(arrayOf<Bool>({true, false})));
     EXPECT_EQ("0,65,255", textOf(arrayOf<UInt8>({0, 65, 255})));
     EXPECT_EQ("-1,65", textOf(arrayOf<Int8>({-1, 65})));
@@ -120,7 +120,7 @@ TEST(ValueText, OfAnEmbeddedInstanceListsItsProperties) {
     EXPECT_EQ("instance of Foo {\nA = x;\nB = null;\nC = 7,7;\n}\n", textOf(instance));
 }
 
-TEST(Value, KnowsItsTypeAndArrayness) {
+TEST(Value, HasATypeAndArrayness) {
     EXPECT_EQ(CIMDataType::UINT16, CIMValue(UInt16(1)).getType());
     EXPECT_FALSE(CIMValue(UInt16(1)).isArray());
     EXPECT_EQ(1U, CIMValue(UInt16(1)).getArraySize());
@@ -131,7 +131,7 @@ TEST(Value, KnowsItsTypeAndArrayness) {
     EXPECT_TRUE(array.getCIMDataType().isArrayType());
 }
 
-TEST(Value, GetGivesTheContentOfTheSameType) {
+TEST(Value, GetReturnsContentOfTheSameType) {
     UInt16Array elements;
     CIMValue(arrayOf<UInt16>({1, 2})).get(elements);
     EXPECT_EQ(arrayOf<UInt16>({1, 2}), elements);
@@ -161,7 +161,7 @@ TEST(Value, GetOfAnotherTypeThrows) {
     EXPECT_EQ(start + "BOOLEAN", messageOfGet<Bool>(CIMValue(Int64(1))));
 }
 
-TEST(Value, ASingleSint64IsGivenToEveryNumericTypeCutToItsWidth) {
+TEST(Value, ASingleSint64ConvertsToEveryNumericTypeTruncated) {
     UInt16 number = 0;
     CIMValue(Int64(70000)).get(number);
     EXPECT_EQ(4464, number);
@@ -180,7 +180,7 @@ void expectNullReference(Call call) {
     }
 }
 
-TEST(ValueMOF, QuotesAndEscapesStringsAndPutsArraysInBraces) {
+TEST(ValueMOF, QuotesAndEscapesStringsAndEnclosesArraysInBraces) {
     StringArray texts;
     texts.push_back("a,b");
     texts.push_back("");
@@ -199,7 +199,7 @@ TEST(ValueMOF, QuotesAndEscapesStringsAndPutsArraysInBraces) {
     EXPECT_EQ("instance of Foo\n{\n    a = \"1\";\n};\n", instance.toMOF());
 }
 
-TEST(Value, GivesItsContentByValue) {
+TEST(Value, ReturnsItsContentByValue) {
     EXPECT_TRUE(CIMValue(true).toBool());
     EXPECT_EQ(5U, CIMValue(UInt16(5)).toUInt16());
     EXPECT_EQ(5U, CIMValue(Int64(5)).toUInt8());
@@ -209,7 +209,7 @@ TEST(Value, GivesItsContentByValue) {
               failureOf([] { CIMValue(CIMClass("Foo")).toCIMClassArray(); }));
 }
 
-TEST(Value, IsMadeFromTheNameOfItsTypeAndAText) {
+TEST(Value, IsParsedFromATextByTheNameOfItsType) {
     EXPECT_TRUE(CIMValue::createSimpleValue("Uint16", "12") == CIMValue(UInt16(12)));
     EXPECT_TRUE(CIMValue::createSimpleValue("string", "x") == CIMValue("x"));
     EXPECT_FALSE(CIMValue::createSimpleValue("nothing", "12"));
@@ -228,7 +228,7 @@ TEST(Value, ComparesTypeArraynessAndContent) {
     EXPECT_TRUE(CIMValue(CIMNULL) < CIMValue("a"));
 }
 
-TEST(Value, SurvivesCopyingMovingAndAssigningToItself) {
+TEST(Value, SurvivesCopyMoveAndSelfAssignment) {
     CIMValue text("some text that is longer than most");
     CIMValue number(UInt64(7));
     CIMValue array(StringArray(3, String("x")));
@@ -248,14 +248,14 @@ TEST(Value, SurvivesCopyingMovingAndAssigningToItself) {
     EXPECT_FALSE(moved);
 }
 
-TEST(Value, TellsWhetherItIsANumber) {
+TEST(Value, ReportsWhetherItIsANumber) {
     EXPECT_TRUE(CIMValue(UInt8(1)).isNumericType());
     EXPECT_TRUE(CIMValue(Real64(1)).isNumericType());
     EXPECT_FALSE(CIMValue("1").isNumericType());
     EXPECT_FALSE(CIMValue(Bool(true)).isNumericType());
 }
 
-TEST(DataType, HasANameAndIsFoundByIt) {
+TEST(DataType, HasANameAndIsParsedFromIt) {
     const std::pair<CIMDataType::Type, const char*> names[] = {
         {CIMDataType::UINT8, "uint8"},   {CIMDataType::SINT64, "sint64"},
         {CIMDataType::STRING, "string"}, {CIMDataType::BOOLEAN, "boolean"},
@@ -273,7 +273,7 @@ TEST(DataType, HasANameAndIsFoundByIt) {
     EXPECT_EQ(CIMDataType::INVALID, CIMDataType::strToSimpleType("uint"));
 }
 
-TEST(DataType, BecomesAnArrayTypeAndFollowsAValue) {
+TEST(DataType, BecomesAnArrayTypeAndSyncsWithAValue) {
     CIMDataType type(CIMDataType::UINT8);
     EXPECT_TRUE(type.setToArrayType(4));
     EXPECT_EQ("[4]", type.getArrayMOF());
@@ -287,7 +287,7 @@ TEST(DataType, BecomesAnArrayTypeAndFollowsAValue) {
     EXPECT_TRUE(CIMDataType(CIMDataType::STRING, 3).equals(CIMDataType(CIMDataType::STRING, 4)));
 }
 
-TEST(NullHandle, ThrowsWhenItsDataAreNeeded) {
+TEST(NullHandle, ThrowsOnAccessToItsData) {
     expectNullReference([] { CIMValue(CIMNULL).getType(); });
     expectNullReference([] { CIMValue(CIMNULL).isArray(); });
     expectNullReference([] { CIMProperty(CIMNULL).getName(); });
@@ -298,7 +298,7 @@ TEST(NullHandle, ThrowsWhenItsDataAreNeeded) {
     expectNullReference([] { CIMProperty(CIMNULL).setName("x"); });
 }
 
-TEST(NullHandle, ExceptionOfItIsCopiedInItsOwnClass) {
+TEST(NullHandle, ItsExceptionIsClonedAsItsOwnClass) {
     try {
         CIMProperty(CIMNULL).getName();
         FAIL() << "no exception";
@@ -309,7 +309,7 @@ TEST(NullHandle, ExceptionOfItIsCopiedInItsOwnClass) {
     }
 }
 
-/** Makes a handle null, which is not. */
+/** Sets a non-null handle to null. */
 template <class Object>
 void expectToBecomeNull(Object object) {
     EXPECT_TRUE(object);
@@ -317,7 +317,7 @@ void expectToBecomeNull(Object object) {
     EXPECT_FALSE(object);
 }
 
-TEST(NullHandle, IsWhatSetNullMakes) {
+TEST(NullHandle, IsTheResultOfSetNull) {
     expectToBecomeNull(CIMProperty("x"));
     expectToBecomeNull(CIMInstance("Foo"));
     expectToBecomeNull(CIMClass("Foo"));
@@ -326,7 +326,7 @@ TEST(NullHandle, IsWhatSetNullMakes) {
     EXPECT_FALSE(CIMDataType(CIMNULL));
 }
 
-TEST(NullHandle, IsToldFromAnEmptyOne) {
+TEST(NullHandle, DiffersFromAnEmptyHandle) {
     EXPECT_TRUE(CIMInstance());
     EXPECT_FALSE(CIMInstance(CIMNULL));
     EXPECT_TRUE(CIMInstance(CIMNULL) == NULL);

@@ -1,4 +1,4 @@
-// A client of CIM-XML that others wrote: for the same operation it and ours ask for the same.
+// Compares the requests of an independent CIM-XML client with those of the client library.
 #include "OW_CIMClient.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMInstanceEnumeration.hpp"
@@ -37,8 +37,8 @@ std::string replacedAll(const std::string& text, const char* pattern, const char
     return std::regex_replace(text, std::regex(pattern), with);
 }
 
-// What a request asks for: its operation, and its document without the layout, the number of the message, and
-// the arguments that say what holds without them (DSP0200, default values of the operations' parameters).
+// Normalizes a request: operation and document, without layout, message ID, and arguments that equal their
+// defaults (DSP0200, default values of the parameters).
 std::string meaning(const std::string& request) {
     std::string text = header(request, "CIMOperation") + ' ' + header(request, "CIMMethod") + ' ' +
                        header(request, "CIMObject") + ' ' + header(request, "Content-Type") + '\n';
@@ -53,7 +53,7 @@ std::string meaning(const std::string& request) {
     return text + body;
 }
 
-// The replies of a recorded conversation, whose message numbers are those of the client that is served.
+// The replies of a recorded conversation, with the message IDs of the client under test.
 std::vector<Step> steps(const Conversation& conversation, const std::string& number) {
     std::vector<Step> all;
     for (const std::string& reply : record::splitReplies(conversation.received())) {
@@ -68,17 +68,17 @@ std::vector<Step> steps(const Conversation& conversation, const std::string& num
 
 std::vector<std::string> requestsOfWbemcli(const Conversation& answers,
                                            const std::vector<std::string>& command, const std::string& path) {
-    ScriptedPeer peer(steps(answers, "4711"), support::Listening::ipv4); // the number that it always uses
-    std::vector<std::string> words{WBEMCLI};
-    words.insert(words.end(), command.begin(), command.end());
-    words.push_back("http://127.0.0.1:" + std::to_string(peer.port()) + "/root/cimv2:" + path);
+    ScriptedPeer peer(steps(answers, "4711"), support::Listening::ipv4); // its constant message ID
+    std::vector<std::string> arguments{WBEMCLI};
+    arguments.insert(arguments.end(), command.begin(), command.end());
+    arguments.push_back("http://127.0.0.1:" + std::to_string(peer.port()) + "/root/cimv2:" + path);
     if (command[0] == "mi")
-        words.push_back("Model=changed");
-    support::runProgram(words);
+        arguments.push_back("Model=changed");
+    support::runProgram(arguments);
     return peer.requests();
 }
 
-TEST(Wbemcli, AsksForTheInstancesOfAClassAsWeDo) {
+TEST(Wbemcli, EnumeratesInstancesLikeTheClientLibrary) {
     const auto theirs = requestsOfWbemcli(reading, {"ei"}, "QAV_OperatingSystem");
     ScriptedPeer peer({Step::close()}, support::Listening::ipv4);
     CIMClient client(peer.url("http", "127.0.0.1").c_str(), "root/cimv2");
@@ -88,7 +88,7 @@ TEST(Wbemcli, AsksForTheInstancesOfAClassAsWeDo) {
     EXPECT_EQ(meaning(theirs.at(0)), meaning(peer.requests().at(0)));
 }
 
-TEST(Wbemcli, AsksForOneInstanceAsWeDo) {
+TEST(Wbemcli, GetsAnInstanceLikeTheClientLibrary) {
     const auto theirs = requestsOfWbemcli(reading, {"gi"}, readPath);
     ScriptedPeer peer({Step::close()}, support::Listening::ipv4);
     CIMClient client(peer.url("http", "127.0.0.1").c_str(), "root/cimv2");
@@ -97,7 +97,7 @@ TEST(Wbemcli, AsksForOneInstanceAsWeDo) {
     EXPECT_EQ(meaning(theirs.at(0)), meaning(peer.requests().at(0)));
 }
 
-TEST(Wbemcli, WritesAnInstanceAsWeDo) {
+TEST(Wbemcli, ModifiesAnInstanceLikeTheClientLibrary) {
     const auto theirs = requestsOfWbemcli(writing, {"mi"}, writePath);
     const std::vector<std::string> replies = record::splitReplies(writing.received());
     ScriptedPeer peer({Step::answer(replies.at(0)), Step::answer(replies.at(1))}, support::Listening::ipv4);

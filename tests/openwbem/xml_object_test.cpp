@@ -1,4 +1,4 @@
-// Instances, classes and their names, read from elements that were written by hand.
+// Instances, classes and names, read from hand-written elements.
 #include "OW_CIMClass.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMObjectPath.hpp"
@@ -22,7 +22,7 @@ using xml_test::path;
 using xml_test::property;
 using xml_test::text;
 
-TEST(XmlPath, NamesAnInstance) {
+TEST(XmlPath, IsReadAsTheNameOfAnInstance) {
     const CIMObjectPath read =
         path("<INSTANCENAME CLASSNAME=\"C\"><KEYBINDING NAME=\"Id\"><KEYVALUE VALUETYPE=\""
              "numeric\">5</KEYVALUE></KEYBINDING><KEYBINDING NAME=\"Name\"><KEYVALUE "
@@ -30,7 +30,7 @@ TEST(XmlPath, NamesAnInstance) {
     EXPECT_EQ(String("/:C.Id=\"5\",Name=\"a\\\"b\""), read.toString());
 }
 
-TEST(XmlPath, HasKeysOfTheTypeOfTheirValues) {
+TEST(XmlPath, HasKeysWithTheTypesOfTheirValues) {
     const struct {
         const char* type;
         const char* text;
@@ -59,7 +59,7 @@ TEST(XmlPath, HasKeysOfTheTypeOfTheirValues) {
     }
 }
 
-TEST(XmlPath, RefusesANumericKeyThatIsNone) {
+TEST(XmlPath, RejectsANumericKeyThatIsNotANumber) {
     EXPECT_EQ(
         "CIMException: invalid parameter passed to method (Unable to convert \"x\" into Real64)",
         failureOf([] {
@@ -67,13 +67,13 @@ TEST(XmlPath, RefusesANumericKeyThatIsNone) {
         }));
 }
 
-TEST(XmlPath, MayHaveNoKeysOrOneWithoutAName) {
+TEST(XmlPath, MayHaveNoKeysOrOneUnnamedKey) {
     EXPECT_EQ(0U, path("<INSTANCENAME CLASSNAME=\"C\"></INSTANCENAME>").getKeys().size());
     EXPECT_EQ(String("/:C.=\"x\""),
               path("<INSTANCENAME CLASSNAME=\"C\"><KEYVALUE>x</KEYVALUE></INSTANCENAME>").toString());
 }
 
-TEST(XmlPath, SaysWhereItLeads) {
+TEST(XmlPath, HasTheHostAndNamespaceOfItsElement) {
     const std::string nameSpace =
         "<LOCALNAMESPACEPATH><NAMESPACE NAME=\"root\"></NAMESPACE><NAMESPACE NAME=\"cimv2\"/>"
         "</LOCALNAMESPACEPATH>";
@@ -95,7 +95,7 @@ TEST(XmlPath, SaysWhereItLeads) {
         EXPECT_EQ(String(expected), path(element).toString()) << element;
 }
 
-TEST(XmlReference, IsAPropertysOrAKeysValue) {
+TEST(XmlReference, IsTheValueOfAPropertyOrAKey) {
     const CIMProperty read = property(
         "<PROPERTY.REFERENCE NAME=\"p\" REFERENCECLASS=\"D\" ><VALUE.REFERENCE><INSTANCENAME CLASSNAME=\"A\">"
         "<KEYBINDING NAME=\"k\"><VALUE.REFERENCE><INSTANCENAME CLASSNAME=\"B\"><KEYBINDING "
@@ -109,7 +109,7 @@ TEST(XmlReference, IsAPropertysOrAKeysValue) {
     EXPECT_EQ(CIMDataType::REFERENCE, read.getValue().toCIMObjectPath().getKeys()[0].getDataType().getType());
 }
 
-TEST(XmlReference, ComesInArraysToo) {
+TEST(XmlReference, MayBeAnElementOfAnArray) {
     const CIMProperty read =
         property("<PROPERTY.REFARRAY NAME=\"p\" "
                  "REFERENCECLASS=\"D\"><VALUE.REFARRAY><VALUE.REFERENCE><CLASSNAME NAME=\"A\"/>"
@@ -118,7 +118,7 @@ TEST(XmlReference, ComesInArraysToo) {
     EXPECT_EQ("/:A,/:", text(read.getValue()));
 }
 
-TEST(XmlInstance, HasItsPropertiesInTheirOrder) {
+TEST(XmlInstance, HasItsPropertiesInOrder) {
     const CIMInstance read =
         instance("<INSTANCE CLASSNAME=\"C\" xml:lang=\"en\"><PROPERTY NAME=\"b\" TYPE=\"uint8\" >"
                  "<VALUE>1</VALUE></PROPERTY><PROPERTY NAME=\"a\" TYPE=\"string\" "
@@ -130,7 +130,7 @@ TEST(XmlInstance, HasItsPropertiesInTheirOrder) {
     EXPECT_TRUE(declaration.propagated);
 }
 
-TEST(XmlInstance, IgnoresWhatItDoesNotKnow) {
+TEST(XmlInstance, IgnoresUnknownElements) {
     const CIMInstance read = instance(
         "<INSTANCE CLASSNAME=\"C\" NEW=\"1\"><EXTRA><PROPERTY NAME=\"no\"/></EXTRA><PROPERTY NAME=\"a\" "
         "TYPE=\"uint8\" "
@@ -138,7 +138,7 @@ TEST(XmlInstance, IgnoresWhatItDoesNotKnow) {
     EXPECT_EQ(String("instance of C {\na = 1;\n}\n"), read.toString());
 }
 
-TEST(XmlInstance, TakesItsKeysFromItsName) {
+TEST(XmlInstance, HasTheKeysOfItsName) {
     const CIMInstance read = decode(
         "<VALUE.NAMEDINSTANCE><INSTANCENAME CLASSNAME=\"C\"><KEYBINDING NAME=\"a\"><KEYVALUE VALUETYPE=\""
         "numeric\">1</KEYVALUE></KEYBINDING></INSTANCENAME><INSTANCE CLASSNAME=\"C\"><PROPERTY NAME=\"a\" "
@@ -149,7 +149,7 @@ TEST(XmlInstance, TakesItsKeysFromItsName) {
     EXPECT_EQ(CIMDataType::SINT64, read.getKeyValuePairs()[0].getValue().getType());
 }
 
-TEST(XmlInstance, IsMissedWhereItMustBe) {
+TEST(XmlInstance, IsRequiredInANamedInstance) {
     EXPECT_EQ("XMLParseException: Line 2: Missing element: VALUE.NAMEDINSTANCE without INSTANCE",
               failureOf([] {
                   decode("<VALUE.NAMEDINSTANCE>\n<EXTRA/></VALUE.NAMEDINSTANCE>",
@@ -159,7 +159,7 @@ TEST(XmlInstance, IsMissedWhereItMustBe) {
 
 const char* const keyQualifier = "<QUALIFIER NAME=\"Key\" TYPE=\"boolean\" ><VALUE>true</VALUE></QUALIFIER>";
 
-TEST(XmlInstance, TakesItsKeysFromQualifiersWhenItHasNoName) {
+TEST(XmlInstance, WithoutANameHasThePropertiesWithAKeyQualifierAsKeys) {
     const CIMInstance read = instance(
         std::string("<INSTANCE CLASSNAME=\"C\"><PROPERTY NAME=\"a\" TYPE=\"uint8\">") + keyQualifier +
         "<VALUE>1</VALUE></PROPERTY><PROPERTY NAME=\"b\" TYPE=\"uint8\"/>"
@@ -169,7 +169,7 @@ TEST(XmlInstance, TakesItsKeysFromQualifiersWhenItHasNoName) {
     EXPECT_EQ("1", text(read.getKeyValuePairs()[0].getValue()));
 }
 
-TEST(XmlQualifier, KeepsWhatComesWithIt) {
+TEST(XmlQualifier, KeepsAllItsAttributes) {
     const CIMInstance read =
         instance("<INSTANCE CLASSNAME=\"C\"><QUALIFIER NAME=\"Values\" TYPE=\"string\" PROPAGATED=\"true\" "
                  "OVERRIDABLE=\"false\" "
@@ -209,7 +209,7 @@ std::vector<const Declaration*> declarations(const std::vector<std::string>& pro
     return result;
 }
 
-TEST(XmlQualifier, KeepsAnInvisiblePropertyOutOfTheText) {
+TEST(XmlQualifier, InvisibleHidesAPropertyInTheText) {
     const CIMInstance read = instance(
         "<INSTANCE CLASSNAME=\"C\"><PROPERTY NAME=\"hidden\" TYPE=\"string\"><QUALIFIER "
         "NAME=\"Invisible\" TYPE=\"boolean\"><VALUE>true</VALUE></QUALIFIER><VALUE>x</VALUE></PROPERTY>"
@@ -218,7 +218,7 @@ TEST(XmlQualifier, KeepsAnInvisiblePropertyOutOfTheText) {
     EXPECT_EQ("x", text(read.getPropertyValue("hidden")));
 }
 
-TEST(XmlProperty, TellsTheSizeThatItsArrayCameWith) {
+TEST(XmlProperty, ReportsTheSizeAttributeOfItsArray) {
     EXPECT_EQ(4, property("<PROPERTY.ARRAY NAME=\"p\" TYPE=\"uint8\" ARRAYSIZE=\"4\"/>").getSize());
     EXPECT_EQ(-1, property("<PROPERTY.ARRAY NAME=\"p\" TYPE=\"uint8\"/>").getSize());
 }
@@ -231,7 +231,7 @@ TEST(XmlDeclaration, IsSharedByConsecutiveInstances) {
     EXPECT_EQ(all[0], all[2]);
 }
 
-TEST(XmlDeclaration, IsNotSharedWhereItDiffers) {
+TEST(XmlDeclaration, IsNotSharedIfItDiffers) {
     CIMInstanceArray instances;
     const auto all =
         declarations({"<PROPERTY NAME=\"p\" TYPE=\"uint8\"/>", "<PROPERTY NAME=\"p\" TYPE=\"uint16\"/>",
@@ -244,7 +244,7 @@ TEST(XmlDeclaration, IsNotSharedWhereItDiffers) {
     EXPECT_FALSE(all[3]->type.isArrayType());
 }
 
-TEST(XmlDeclaration, KeepsItsQualifiersToItself) {
+TEST(XmlDeclaration, HasOnlyTheQualifiersOfItsProperty) {
     const std::string begin = "<PROPERTY NAME=\"p\" TYPE=\"uint8\">";
     CIMInstanceArray instances;
     const auto all = declarations(
@@ -254,7 +254,7 @@ TEST(XmlDeclaration, KeepsItsQualifiersToItself) {
     EXPECT_TRUE(all[2]->qualifiers.empty());
 }
 
-TEST(XmlClass, HasItsFeatures) {
+TEST(XmlClass, HasPropertiesMethodsAndQualifiers) {
     const CIMClass read = decode(
         std::string(
             "<CLASS NAME=\"C\" SUPERCLASS=\"S\"><QUALIFIER NAME=\"Association\" TYPE=\"boolean\"><VALUE>true"
@@ -296,7 +296,7 @@ TEST(XmlClass, MayHaveNoKeys) {
     EXPECT_FALSE(ObjectAccess::data(read).isAssociation);
 }
 
-TEST(XmlInstanceName, KeepsItsKeysApartHoweverManyTheyAre) {
+TEST(XmlInstanceName, KeepsAnyNumberOfKeysApart) {
     const std::string plain = "<KEYBINDING NAME=\"a\"><KEYVALUE>1</KEYVALUE></KEYBINDING>";
     const std::string reference =
         "<KEYBINDING NAME=\"OUTER\"><VALUE.REFERENCE><INSTANCENAME CLASSNAME=\"C\"><KEYBINDING "
@@ -314,8 +314,8 @@ TEST(XmlInstanceName, KeepsItsKeysApartHoweverManyTheyAre) {
     EXPECT_EQ(CIMDataType::STRING, keys[301].getDataType().getType());
 }
 
-// Looking through all of them for each one would take minutes.
-TEST(XmlProperty, HasAsManyQualifiersAsCome) {
+// Takes minutes if each qualifier searches all others.
+TEST(XmlProperty, MayHaveAnyNumberOfQualifiers) {
     const std::string qualifier = "<QUALIFIER NAME=\"q\" TYPE=\"boolean\"><VALUE>true</VALUE></QUALIFIER>";
     const CIMProperty property =
         xml_test::property("<PROPERTY NAME=\"p\" TYPE=\"string\">" + xml_test::repeated(qualifier, 100000) +

@@ -1,4 +1,4 @@
-// Recorded replies, whole, in pieces and broken off.
+// Recorded replies: complete, in pieces, and truncated.
 #include "OW_CIMInstance.hpp"
 
 #include "Record.hpp"
@@ -18,7 +18,7 @@ namespace {
 using namespace OpenWBEM;
 using record::Conversation;
 
-// The recorded replies that hold a document, with what the recorded client understood.
+// Recorded replies with a document, and the result of the recorded client.
 std::vector<Conversation> recordedReplies() {
     std::vector<Conversation> chosen;
     for (const Conversation& conversation : record::conversations()) {
@@ -33,7 +33,7 @@ std::vector<Conversation> recordedReplies() {
     return chosen;
 }
 
-// The last reply with a result, and what the record says of it.
+// The last reply with a result, and the recorded result.
 struct Recorded {
     explicit Recorded(const Conversation& conversation) {
         const std::vector<std::string> replies = record::splitReplies(conversation.received());
@@ -58,7 +58,7 @@ struct Recorded {
     const char* method;
 };
 
-// All that the reply returns, in the words of the record.
+// The return value of a reply, in the form of the recording.
 std::string understood(io::Window& window, const Recorded& recorded) {
     xml::Reply reply(window, recorded.messageId, recorded.method);
     std::ostringstream out;
@@ -76,12 +76,12 @@ std::string understood(const std::string& body, const Recorded& recorded) {
 
 class RecordedReply : public testing::TestWithParam<Conversation> {};
 
-TEST_P(RecordedReply, IsUnderstoodAsByTheRecordedClient) {
+TEST_P(RecordedReply, IsDecodedAsByTheRecordedClient) {
     const Recorded recorded(GetParam());
     EXPECT_EQ(recorded.expected, understood(recorded.body, recorded));
 }
 
-TEST_P(RecordedReply, IsUnderstoodTheSameHoweverItComes) {
+TEST_P(RecordedReply, IsDecodedTheSameForAnySizeOfReads) {
     const Recorded recorded(GetParam());
     for (const std::size_t pieceSize : {1, 7, 4096}) {
         PieceSource source(recorded.body, pieceSize);
@@ -99,18 +99,18 @@ std::string testName(const testing::TestParamInfo<Conversation>& info) {
 
 INSTANTIATE_TEST_SUITE_P(Conversations, RecordedReply, testing::ValuesIn(recordedReplies()), testName);
 
-TEST(RecordedReplies, AreAllThere) {
+TEST(RecordedReplies, AreComplete) {
     EXPECT_EQ(20U, recordedReplies().size());
 }
 
-TEST(RecordedReplies, AreRefusedWhereverTheyBreakOff) {
-    for (const char* folder : {"xml-tcp-anon/enum_K70Chassis", "xml-tcp-anon/enum_AllArrays"}) {
-        const Recorded recorded(Conversation{folder});
+TEST(RecordedReplies, AreRejectedIfTruncatedAtAnyByte) {
+    for (const char* directory : {"xml-tcp-anon/enum_K70Chassis", "xml-tcp-anon/enum_AllArrays"}) {
+        const Recorded recorded(Conversation{directory});
         const std::size_t end = recorded.body.rfind('>') + 1;
         for (std::size_t size = 0; size < end; ++size) {
             const std::string part = recorded.body.substr(0, size);
             EXPECT_NE("no exception", failureOf([&] { understood(part, recorded); }))
-                << folder << ' ' << size;
+                << directory << ' ' << size;
         }
     }
 }

@@ -1,4 +1,4 @@
-// The envelope of replies, recorded replies, and replies that break off.
+// The envelope of replies, and malformed and truncated replies.
 #include "OW_CIMException.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMProperty.hpp"
@@ -19,7 +19,7 @@ namespace {
 using namespace OpenWBEM;
 using xml_test::repeated;
 
-// All that a reply returns, in the words of the record.
+// The return value of a reply, in the form of the recording.
 std::string understood(const std::string& body) {
     io::Window window(body.data(), body.size());
     xml::Reply reply(window, 1, "EnumerateInstances");
@@ -58,28 +58,28 @@ std::string replaced(std::string text, const std::string& what, const std::strin
     return text.replace(text.find(what), what.size(), with);
 }
 
-TEST(Reply, GivesOneInstanceAfterTheOther) {
+TEST(Reply, ReturnsOneInstanceAfterTheOther) {
     EXPECT_EQ(std::string(printed) + printed, understood(returning(named() + named())));
 }
 
-TEST(Reply, GivesAnInstanceWithoutAName) {
+TEST(Reply, ReturnsAnInstanceWithoutAName) {
     EXPECT_EQ(printed, understood(returning(instance)));
 }
 
-TEST(Reply, MayReturnNothing) {
+TEST(Reply, MayHaveNoReturnValue) {
     EXPECT_EQ("", understood(returning("")));
     EXPECT_EQ("", understood(response("")));
     EXPECT_EQ("", understood(response("<IRETURNVALUE/>")));
 }
 
-TEST(Reply, PassesOverWhatIsNoInstance) {
+TEST(Reply, SkipsElementsThatAreNotInstances) {
     EXPECT_EQ(printed,
               understood(response("<PARAMVALUE NAME=\"x\"><VALUE>1</VALUE></PARAMVALUE><IRETURNVALUE>"
                                   "<CLASSNAME NAME=\"C\"/>" +
                                   named() + "</IRETURNVALUE><PARAMVALUE NAME=\"y\"/>")));
 }
 
-TEST(Reply, LeavesTheInstanceAloneAtTheEnd) {
+TEST(Reply, LeavesTheInstanceUnchangedAtTheEnd) {
     const std::string body = returning(named());
     io::Window window(body.data(), body.size());
     xml::Reply reply(window, 1, "EnumerateInstances");
@@ -90,7 +90,7 @@ TEST(Reply, LeavesTheInstanceAloneAtTheEnd) {
     EXPECT_FALSE(reply.next(last));
 }
 
-TEST(Reply, CanBeFinishedBeforeItsEnd) {
+TEST(Reply, MayBeFinishedBeforeItsEnd) {
     const std::string body = returning(named() + named());
     PieceSource source(body, 10);
     io::Window window(source);
@@ -102,7 +102,7 @@ TEST(Reply, CanBeFinishedBeforeItsEnd) {
     EXPECT_EQ(0U, window.size());
 }
 
-TEST(Reply, OfKnownVersionsIsRead) {
+TEST(Reply, OfKnownVersionsIsAccepted) {
     const std::pair<const char*, const char*> versions[] = {
         {"CIMVERSION=\"2.0\"", "CIMVERSION=\"2.1\""},
         {"CIMVERSION=\"2.0\"", "CIMVERSION=\"2.2\""},
@@ -114,7 +114,7 @@ TEST(Reply, OfKnownVersionsIsRead) {
         EXPECT_EQ(printed, understood(replaced(returning(named()), what, with))) << with;
 }
 
-TEST(Reply, OfAnotherVersionOrToAnotherRequestIsRefused) {
+TEST(Reply, OfAnotherVersionOrToAnotherRequestIsRejected) {
     const struct {
         const char* what;
         const char* with;
@@ -135,7 +135,7 @@ TEST(Reply, OfAnotherVersionOrToAnotherRequestIsRefused) {
                   failure(replaced(returning(named()), example.what, example.with)));
 }
 
-TEST(Reply, IsCheckedFromTheOutsideInwards) {
+TEST(Reply, ReportsTheOutermostErrorFirst) {
     std::string body = replaced(returning(named()), "\"EnumerateInstances\"", "\"X\"");
     EXPECT_NE(std::string::npos, failure(body).find("Called EnumerateInstances"));
     body = replaced(body, "PROTOCOLVERSION=\"1.0\"", "PROTOCOLVERSION=\"9\"");
@@ -148,7 +148,7 @@ TEST(Reply, IsCheckedFromTheOutsideInwards) {
     EXPECT_NE(std::string::npos, failure(body).find("CIMVERSION 9"));
 }
 
-TEST(Reply, WithoutItsElementsIsRefused) {
+TEST(Reply, WithoutItsElementsIsRejected) {
     const auto notFound = [](const char* element) {
         return std::string("CIMException: general error (Invalid XML. <") + element + "> not found.)";
     };
@@ -161,7 +161,7 @@ TEST(Reply, WithoutItsElementsIsRefused) {
               failure(replaced(response(""), "<IMETHODRESPONSE", "<METHODRESPONSE")));
 }
 
-TEST(Reply, InABatchIsRefused) {
+TEST(Reply, InABatchIsRejected) {
     EXPECT_EQ("CIMException: general error (Invalid XML. <SIMPLERSP> not found. Batches of replies are not "
               "understood.)",
               failure(replaced(response(""), "<SIMPLERSP>", "<MULTIRSP><SIMPLERSP>")));
@@ -188,7 +188,7 @@ TEST(Reply, ThrowsAnErrorWithoutDescription) {
     }
 }
 
-TEST(Reply, TakesAnErrorWithoutAUsableCodeForAGeneralOne) {
+TEST(Reply, ThrowsAGeneralErrorForAnInvalidCode) {
     for (const char* code : {"", " CODE=\"x\"", " CODE=\"-1\"", " CODE=\"99999999999\""})
         EXPECT_EQ("CIMException: general error (d)",
                   failure(response(std::string("<ERROR") + code + " DESCRIPTION=\"d\"/>")));
@@ -203,12 +203,12 @@ TEST(Reply, ThrowsForAValueThatIsNotOfItsType) {
                           "</PROPERTY></INSTANCE>")));
 }
 
-TEST(Reply, FollowedByTextIsRefused) {
+TEST(Reply, FollowedByTextIsRejected) {
     EXPECT_EQ(printed, understood(returning(named()) + "\r\n <!-- end -->"));
     EXPECT_EQ("XMLParseException: Line 2: Text after the document: x", failure(returning(named()) + "\nx"));
 }
 
-TEST(Reply, NestedWithoutEndIsRefused) {
+TEST(Reply, NestedWithoutEndIsRejected) {
     for (const char* element :
          {"<X>", "<VALUE.NAMEDINSTANCE>", "<INSTANCE CLASSNAME=\"C\">", "<IRETURNVALUE>"})
         EXPECT_EQ("XMLParseException: Line 1: Too deep: elements are nested too deeply",
@@ -216,7 +216,7 @@ TEST(Reply, NestedWithoutEndIsRefused) {
             << element;
 }
 
-TEST(Reply, ThatBringsNothingWithoutEndIsRefused) {
+TEST(Reply, WithEndlessIgnoredMarkupIsRejected) {
     const std::string head =
         "<?xml version=\"1.0\" ?><CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE ID=\"1\" "
         "PROTOCOLVERSION=\"1.0\"><SIMPLERSP><IMETHODRESPONSE NAME=\"EnumerateInstances\">"

@@ -1,4 +1,4 @@
-// What the writer writes in CIM-XML the reader reads back, for objects made at random under a fixed seed.
+// The reader inverts the writer of CIM-XML: random objects with a fixed seed.
 #include "RandomObjects.hpp"
 #include "Xml.hpp"
 #include "xml/ObjectWriter.hpp"
@@ -11,7 +11,7 @@ namespace {
 using namespace OpenWBEM;
 using random_objects::RandomObjects;
 
-// The document that holds an object says the same of what was read from it.
+// Normalizes an object to the information that a document contains.
 template <class Object>
 std::string elementOf(const Object& object) {
     std::string element;
@@ -19,7 +19,7 @@ std::string elementOf(const Object& object) {
     return element;
 }
 
-TEST(XmlRoundTrip, GivesBackEveryTypeOfValue) {
+TEST(XmlRoundTrip, PreservesEveryTypeOfValue) {
     RandomObjects generator(RandomObjects::Kind::xml);
     for (int type = CIMDataType::UINT8; type <= CIMDataType::EMBEDDEDINSTANCE; ++type)
         for (int i = 0; i < 200; ++i) {
@@ -27,20 +27,19 @@ TEST(XmlRoundTrip, GivesBackEveryTypeOfValue) {
             const std::string element = elementOf(CIMProperty("p", value));
             const CIMProperty back = xml_test::property(element);
             ASSERT_TRUE(back.getValue()) << element;
-            if (value.getArraySize() > 0) { // no objects at all do not show what they are
+            if (value.getArraySize() > 0) { // an empty array does not show the type of its objects
                 EXPECT_EQ(type, back.getValue().getType()) << element;
             }
             EXPECT_EQ(value.isArray(), back.getValue().isArray()) << element;
             EXPECT_EQ(value.getArraySize(), back.getValue().getArraySize()) << element;
             EXPECT_EQ(element, elementOf(back));
-            if (type <=
-                CIMDataType::REFERENCE) { // the declarations within objects show that these were texts
+            if (type <= CIMDataType::REFERENCE) { // embedded objects are declared as strings
                 EXPECT_EQ(value.toString(), back.getValue().toString()) << element;
             }
         }
 }
 
-TEST(XmlRoundTrip, GivesBackEveryPartOfAnInstance) {
+TEST(XmlRoundTrip, PreservesEveryPartOfAnInstance) {
     RandomObjects generator(RandomObjects::Kind::xml);
     for (int i = 0; i < 300; ++i) {
         const std::string element = elementOf(generator.instance());

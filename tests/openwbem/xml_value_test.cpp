@@ -1,4 +1,4 @@
-// Values read from elements that were written by hand.
+// Values read from hand-written elements.
 #include "OW_CIMDateTime.hpp"
 #include "OW_CIMProperty.hpp"
 #include "OW_CIMValue.hpp"
@@ -26,7 +26,7 @@ CIMValue array(const std::string& type, const std::string& elements) {
         .getValue();
 }
 
-TEST(XmlValue, HasTheTypeOfItsPropertyAndTheValueOfItsText) {
+TEST(XmlValue, HasTheTypeOfItsPropertyAndTheContentOfItsText) {
     const struct {
         const char* type;
         CIMDataType::Type number;
@@ -63,7 +63,7 @@ TEST(XmlValue, HasTheTypeOfItsPropertyAndTheValueOfItsText) {
     }
 }
 
-TEST(XmlValue, OfAnEmptyTextIsTheEmptyStringAndNotTheNullOne) {
+TEST(XmlValue, OfAnEmptyTextIsTheEmptyStringNotTheNullString) {
     EXPECT_EQ(0U, scalar("string", "").toString().toUInt32()) << "the null string throws";
 }
 
@@ -76,7 +76,7 @@ TEST(XmlValue, IsNullWithoutItsElement) {
     EXPECT_TRUE(unsetArray.getDataType().isArrayType());
 }
 
-TEST(XmlValue, IsNullForANumberWhoseTextSaysSo) {
+TEST(XmlValue, IsNullForANumberWithTheTextNull) {
     EXPECT_FALSE(scalar("uint8", "NULL"));
     EXPECT_FALSE(scalar("real64", "null"));
 }
@@ -87,7 +87,7 @@ TEST(XmlValue, IsNullForAnUnknownType) {
     EXPECT_FALSE(property("<PROPERTY NAME=\"p\"><VALUE>1</VALUE></PROPERTY>").getValue());
 }
 
-TEST(XmlValue, IsRefusedWhenItsTextIsNotOfItsType) {
+TEST(XmlValue, IsRejectedIfItsTextIsNotOfItsType) {
     const struct {
         const char* type;
         const char* text;
@@ -126,7 +126,7 @@ TEST(XmlValue, IsRefusedWhenItsTextIsNotOfItsType) {
     }
 }
 
-TEST(XmlValue, OfADatetimeThatIsNoneIsRefused) {
+TEST(XmlValue, OfAMalformedDatetimeIsRejected) {
     EXPECT_EQ("CIMDateTimeException: Invalid format for date time",
               failureOf([] { scalar("datetime", "hello"); }));
 }
@@ -155,7 +155,7 @@ TEST(XmlValue, OfACharacterIsItsCode) {
         EXPECT_EQ(code, scalar("char16", character).toChar16().getValue()) << character;
 }
 
-TEST(XmlArray, HoldsItsElements) {
+TEST(XmlArray, HasItsElementsInOrder) {
     const CIMValue numbers = array("uint16", "<VALUE>1</VALUE> <VALUE>65535</VALUE>");
     EXPECT_EQ(CIMDataType::UINT16, numbers.getType());
     EXPECT_TRUE(numbers.isArray());
@@ -173,20 +173,20 @@ TEST(XmlArray, MayBeEmpty) {
     EXPECT_EQ(0U, none.getArraySize());
 }
 
-TEST(XmlArray, HasAnEmptyElementForANullOne) {
+TEST(XmlArray, HasAnEmptyElementForANullElement) {
     EXPECT_EQ("1,0,2", text(array("uint8", "<VALUE>1</VALUE><VALUE.NULL/><VALUE>2</VALUE>")));
     EXPECT_EQ("0", text(array("sint32", "<VALUE>null</VALUE>")));
     EXPECT_EQ("a,", text(array("string", "<VALUE>a</VALUE><VALUE.NULL></VALUE.NULL>")));
 }
 
-TEST(XmlArray, OfTheGreatestSizeIsTakenAndOneMoreIsNot) {
+TEST(XmlArray, OfTheMaximumSizeIsAcceptedAndALargerOneRejected) {
     const std::string elements = xml_test::repeated("<VALUE/>", io::maximumElements);
     EXPECT_EQ(io::maximumElements, array("string", elements).getArraySize());
     EXPECT_EQ("XMLParseException: Line 1: Too many: elements of one list",
               failureOf([&] { array("string", elements + "<VALUE/>"); }));
 }
 
-TEST(XmlArray, IsDeclaredWithItsSize) {
+TEST(XmlArray, IsDeclaredWithItsSizeAttribute) {
     const CIMDataType type =
         property("<PROPERTY.ARRAY NAME=\"p\" TYPE=\"uint8\" ARRAYSIZE=\"4\"></PROPERTY.ARRAY>").getDataType();
     EXPECT_EQ(4, type.getSize());

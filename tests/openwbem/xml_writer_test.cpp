@@ -1,4 +1,4 @@
-// CIM objects as elements, and that what is written is read back.
+// CIM objects as elements, and the round trip through the reader.
 #include "OW_CIMClass.hpp"
 #include "OW_CIMDateTime.hpp"
 #include "OW_CIMInstance.hpp"
@@ -40,7 +40,7 @@ Array<T> two(const T& a, const T& b) {
     return both;
 }
 
-TEST(XmlWriter, WritesAValueAsTheTextOfItsType) {
+TEST(XmlWriter, WritesAValueInTheTextFormOfItsType) {
     const std::pair<CIMValue, const char*> examples[] = {
         {CIMValue(UInt8(255)), "<VALUE>255</VALUE>"},
         {CIMValue(Int8(-128)), "<VALUE>-128</VALUE>"},
@@ -65,7 +65,7 @@ TEST(XmlWriter, WritesAValueAsTheTextOfItsType) {
         EXPECT_EQ(expected, written(value));
 }
 
-TEST(XmlWriter, WritesWhatDeclaresAProperty) {
+TEST(XmlWriter, WritesTheDeclarationOfAProperty) {
     auto* const declaration = new Declaration;
     declaration->name = "p";
     declaration->type = CIMDataType(CIMDataType::UINT8, 4);
@@ -81,7 +81,7 @@ TEST(XmlWriter, WritesAPropertyWithoutATypeAsAString) {
     EXPECT_EQ("<PROPERTY NAME=\"p\" TYPE=\"string\" ></PROPERTY>", written(CIMProperty("p")));
 }
 
-TEST(XmlWriter, WritesAPropertyThatGotItsValueLaterWithTheTypeOfThat) {
+TEST(XmlWriter, WritesAPropertyWithoutATypeWithTheTypeOfItsValue) {
     auto* const declaration = new Declaration;
     declaration->name = "p";
     EXPECT_EQ("<PROPERTY.ARRAY NAME=\"p\" TYPE=\"uint16\" "
@@ -113,7 +113,7 @@ TEST(XmlWriter, WritesQualifiers) {
         written(declared(declaration)));
 }
 
-TEST(XmlWriter, WritesKeysWithTheKindOfTheirValues) {
+TEST(XmlWriter, WritesKeysWithTheirValueType) {
     CIMPropertyArray keys;
     keys.push_back(CIMProperty("n", CIMValue(Int64(-5))));
     keys.push_back(CIMProperty("r", CIMValue(Real64(1.5))));
@@ -138,7 +138,7 @@ TEST(XmlWriter, WritesKeysWithTheKindOfTheirValues) {
         out);
 }
 
-TEST(XmlWriter, WritesTheTypesOfKeysWhenAsked) {
+TEST(XmlWriter, WritesTheTypesOfKeysOnRequest) {
     CIMPropertyArray inner;
     inner.push_back(CIMProperty("n", CIMValue(UInt16(5))));
     CIMPropertyArray keys;
@@ -161,7 +161,7 @@ TEST(XmlWriter, WritesTheTypesOfKeysWhenAsked) {
               out);
 }
 
-TEST(XmlWriter, WritesAsMuchOfAPathAsItNames) {
+TEST(XmlWriter, WritesHostAndNamespaceOfAPathIfItHasAny) {
     CIMPropertyArray keys;
     keys.push_back(CIMProperty("k", CIMValue("v")));
     const std::string name =
@@ -198,7 +198,7 @@ TEST(XmlWriter, WritesReferences) {
               written(declared(declaration, CIMValue(CIMObjectPath("C")))));
 }
 
-TEST(XmlWriter, WritesAnObjectAsAQualifiedString) {
+TEST(XmlWriter, WritesAnEmbeddedObjectAsAQualifiedString) {
     CIMInstance inner("I");
     inner.setProperty(CIMProperty("q", CIMValue("<")));
     EXPECT_EQ(
@@ -210,7 +210,7 @@ TEST(XmlWriter, WritesAnObjectAsAQualifiedString) {
         written(CIMProperty("p", CIMValue(inner))));
 }
 
-TEST(XmlWriter, WritesTheQualifierOfAnObjectOnce) {
+TEST(XmlWriter, WritesTheQualifierOfAnEmbeddedObjectOnce) {
     CIMInstance outer("O");
     outer.setProperty(CIMProperty("p", CIMValue(CIMInstance("I"))));
     EXPECT_EQ(written(outer), written(readBack(outer)));
@@ -237,7 +237,7 @@ TEST(XmlWriter, WritesClasses) {
         written(object));
 }
 
-TEST(XmlWriter, IsUnderstoodByTheReader) {
+TEST(XmlWriter, IsTheInverseOfTheReader) {
     CIMPropertyArray keys;
     keys.push_back(CIMProperty("k", CIMValue("v")));
     CIMInstance inner("I");
@@ -286,7 +286,7 @@ TEST(XmlWriter, IsUnderstoodByTheReader) {
     EXPECT_EQ(CIMDataType(CIMDataType::UINT32, -1), read.getProperty("null").getDataType());
 }
 
-TEST(XmlWriter, RefusesNullObjects) {
+TEST(XmlWriter, RejectsNullObjects) {
     const std::string message = "NULLCOWIntrusiveReferenceException: NULL COWReference dereferenced";
     EXPECT_EQ(message, failureOf([] { written(CIMInstance(CIMNULL)); }));
     EXPECT_EQ(message, failureOf([] { written(CIMObjectPath(CIMNULL)); }));

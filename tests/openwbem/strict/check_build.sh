@@ -1,10 +1,9 @@
 #!/usr/bin/env bash
-# The bridge, owbctl, the examples and the bridge's tests build against an installed client library with the original's
-# habits, and run: check_build.sh CMAKE CTEST SOURCE_DIR TOOLCHAIN PREFIX OWBCIMOMD END_TO_END_TEST
+# The bridge, owbctl, the examples and the tests of the bridge build with the imitation of the original, and run:
+# check_build.sh CMAKE CTEST SOURCE_DIR TOOLCHAIN PREFIX OWBCIMOMD END_TO_END_TEST
 #
-# The object manager has the bundled client library whatever the bridge is built against, so the one that is already built
-# serves here. The end-to-end tests call the bridge's C interface alone: their program is already built, too, and
-# loads this bridge.
+# The object manager always contains the bundled client library, so the existing program is used. The end-to-end tests call only
+# the C interface of the bridge, so their existing program is used, too; it loads the bridge built here.
 source "$(dirname "${BASH_SOURCE[0]}")/../../package/common.sh"
 
 cmake=$1 ctest=$2 source=$3 toolchain=$4 prefix=$5 manager=$6 end_to_end=$7
@@ -17,7 +16,7 @@ quietly() { # COMMAND...
 }
 
 configure() { # MODE
-    # The linkers of some distributions drop by default what is not called directly.
+    # Some distributions link with --as-needed by default.
     quietly "$cmake" -S "$source" -B "$build" -G Ninja --toolchain "$toolchain" -DOWB_OPENWBEM="$1" \
         -DOpenWBEM_ROOT="$prefix" -DOWB_SBLIM=BUNDLED -DOWB_BENCH=OFF -DOWB_WERROR=ON \
         -DCMAKE_SHARED_LINKER_FLAGS=-Wl,--as-needed -DCMAKE_EXE_LINKER_FLAGS=-Wl,--as-needed
@@ -61,7 +60,7 @@ expect "$("$tree/bin/owbctl" --url "$url" version)" "client library of the syste
 doctor=$("$tree/bin/owbctl" --url http://127.0.0.1:/tmp/any doctor || true)
 expect "$doctor" ", port 5988, since its port is empty" "what the doctor says"
 
-# As docs/client-library.md tells agents.
+# The command line in docs/client-library.md.
 export PKG_CONFIG_PATH=$tree/share/pkgconfig
 cp -r "$source/examples" "$directory/examples"
 quietly make -C "$directory/examples" CFLAGS="-Wall -Wextra -Wpedantic -Werror"

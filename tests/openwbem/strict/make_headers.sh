@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes headers with the original's habits from ours: make_headers.sh OUR_DIRECTORY DIRECTORY. They include what their own
-# declarations need and nothing else, have no extension and no directory detail/, and OpenWBEM is an alias.
+# Derives headers in the form of the original: make_headers.sh SOURCE_DIRECTORY OUTPUT_DIRECTORY. They include only the
+# headers that their declarations need, lack the extension and the directory detail/, and OpenWBEM is an alias.
 set -euo pipefail
 
 ours=$1 directory=$2
@@ -19,7 +19,7 @@ sed -i -e 's/^#define OW_PACKAGE .*/#define OW_PACKAGE "openwbem"/' \
     -e 's/ __attribute__((visibility("default")))$//' \
     -e '$i #ifdef __cplusplus\nnamespace OpenWBEM4 {}\nnamespace OpenWBEM = OpenWBEM4;\n#endif\n' OW_config.h
 
-# What a header only passes on or returns it leaves undefined.
+# Types that a header only passes or returns stay incomplete.
 replace() { # HEADER INCLUDED BY
     grep -q "^#include \"OW_$2.hpp\"$" "OW_$1.hpp" || {
         echo "make_headers.sh: OW_$1.hpp does not include OW_$2.hpp" >&2
@@ -37,8 +37,8 @@ replace CIMValue Bool CommonFwd
 replace CIMValue Char16 CommonFwd
 replace String Array Exception
 
-# Copy-on-write calls a function that OW_vector.hpp alone declares: unless an argument's namespace leads to it, it has
-# to be declared before.
+# Copy-on-write calls a function that only OW_vector.hpp declares. Without argument-dependent lookup, as for numbers, the
+# declaration must come first.
 copied='T(items()[fresh->size])'
 grep -qF "$copied" OW_Array.hpp || {
     echo "make_headers.sh: OW_Array.hpp does not copy by $copied" >&2

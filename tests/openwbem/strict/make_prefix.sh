@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes a prefix with the stand-in for an installed original: make_prefix.sh CMAKE SOURCE_DIR TOOLCHAIN DIRECTORY
+# Installs the imitation of the original: make_prefix.sh CMAKE SOURCE_DIR TOOLCHAIN DIRECTORY
 set -euo pipefail
 
 cmake=$1 source=$2 toolchain=$3 directory=$4

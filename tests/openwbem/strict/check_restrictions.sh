@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The stand-in has the original's habits, or the other tests here show nothing: check_habits.sh PREFIX
+# The imitation is as restrictive as the original, else the other checks prove nothing: check_restrictions.sh PREFIX
 source "$(dirname "${BASH_SOURCE[0]}")/../../package/common.sh"
 
 prefix=$1
@@ -9,7 +9,7 @@ compiles() { # SOURCE
     "$CXX" "${target_flags[@]}" -std=c++17 -fsyntax-only -I"$prefix/include/openwbem" -x c++ - <<<"$1" 2>"$directory/errors"
 }
 
-expect_refused() { # SOURCE
+expect_rejected() { # SOURCE
     ! compiles "$1" || fail "compiles: $1"
 }
 
@@ -21,16 +21,16 @@ array='#include <OW_Array.hpp>'
 vector='#include <OW_vector.hpp>'
 own='struct Own {}; OpenWBEM::Array<Own> two(2, Own());'
 expect_accepted "$vector"$'\n'"$array"$'\n'"$own"
-expect_refused "$array"$'\n'"$own"
-expect_refused "$array"$'\n'"$vector"$'\n'"$own"
+expect_rejected "$array"$'\n'"$own"
+expect_rejected "$array"$'\n'"$vector"$'\n'"$own"
 
 for unused in Bool:OW_CIMValue Char16:OW_CIMValue CIMProperty:OW_CIMInstance CIMInstance:OW_CIMClient; do
     class=OpenWBEM::${unused%:*}
     expect_accepted "#include <${unused#*:}.hpp>"$'\n'"$class* none;"
-    expect_refused "#include <${unused#*:}.hpp>"$'\n'"int size = sizeof($class);"
+    expect_rejected "#include <${unused#*:}.hpp>"$'\n'"int size = sizeof($class);"
 done
-expect_refused '#include <OW_String.hpp>'$'\n''namespace OpenWBEM { class String; }' # an alias
-[[ -z $(find "$prefix/include" -name detail -o -name 'OW_ClientTimeouts*') ]] || fail "what the original lacks is there"
+expect_rejected '#include <OW_String.hpp>'$'\n''namespace OpenWBEM { class String; }' # an alias
+[[ -z $(find "$prefix/include" -name detail -o -name 'OW_ClientTimeouts*') ]] || fail "files that the original lacks"
 
 for library in "$prefix"/lib/libo*.so; do
     dynamic=$(readelf -d "$library")
@@ -39,5 +39,5 @@ for library in "$prefix"/lib/libo*.so; do
 done
 dynamic=$(readelf -d "$prefix/lib/libowclient.so")
 for companion in libopenwbem libowxml libowhttpclient; do
-    expect "$dynamic" "[$companion.so.4]" "what libowclient needs"
+    expect "$dynamic" "[$companion.so.4]" "the needed libraries of libowclient"
 done
