@@ -1,5 +1,5 @@
-// The body of a reply in the binary protocol. The first byte chooses what it should be, and the next ones the
-// pieces in which it arrives.
+// The body of a reply in the binary protocol. The first byte selects the operation, the next ones the sizes
+// of the reads.
 #include "OW_CIMInstance.hpp"
 #include "OW_Exception.hpp"
 #include "binary/Reply.hpp"

@@ -1,5 +1,5 @@
-// The body of a request in the binary protocol. The first byte chooses what the client may do, and the next
-// ones the chunks and pieces in which it arrives. The client library must understand the reply.
+// The body of a request in the binary protocol. The first byte selects the access rights, the next ones the
+// chunks and the sizes of the reads. The client library must be able to decode the reply.
 #include "cimom/ClientReading.hpp"
 #include "cimom/Completed.hpp"
 #include "cimom/LampProvider.hpp"

@@ -1,4 +1,4 @@
-// The body of a reply in CIM-XML, which arrives in pieces.
+// The body of a reply in CIM-XML, read in pieces.
 #include "OW_CIMInstance.hpp"
 #include "OW_Exception.hpp"
 #include "support/Pieces.hpp"

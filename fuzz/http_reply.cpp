@@ -1,4 +1,4 @@
-// A reply as it comes over a connection, in pieces: head, framing, compression, trailers.
+// An HTTP reply, read in pieces: head, framing, compression, trailers.
 #include "OW_Exception.hpp"
 #include "client/HTTPReply.hpp"
 #include "support/Pieces.hpp"

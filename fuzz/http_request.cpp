@@ -1,4 +1,4 @@
-// What a client sends over a connection: requests of HTTP, one after the other, in pieces.
+// Consecutive HTTP requests on one connection, read in pieces.
 #include "cimom/LampProvider.hpp"
 #include "cimom/SessionRun.hpp"
 #include "support/Pieces.hpp"

@@ -1,4 +1,4 @@
-// An instance of any names, types and texts, turned into items, with the trace on.
+// The items of an instance with arbitrary names, types and texts, with the trace enabled.
 #if __has_include("OW_vector.hpp") // an Array of numbers needs it before OW_Array.hpp
 #include "OW_vector.hpp"
 #endif
@@ -17,7 +17,7 @@
 #include "OW_Types.hpp"
 
 #include "support/Bytes.hpp"
-#include "support/Folder.hpp"
+#include "support/Directory.hpp"
 
 #include <owb.h>
 
@@ -28,11 +28,11 @@ using namespace OpenWBEM;
 
 namespace {
 
-/** Has this process trace for good, into nothing. */
-bool traceIntoNothing() {
-    const fuzz::Folder folder;
-    folder.write("vdxDebug", "/dev/null\n");
-    if (::chdir(folder.path().c_str()) != 0)
+/** Enables the trace of this process, to /dev/null. */
+bool enableTrace() {
+    const fuzz::Directory directory;
+    directory.write("vdxDebug", "/dev/null\n");
+    if (::chdir(directory.path().c_str()) != 0)
         std::abort();
     OWB_URLSet("owbinary.wbem://localhost:%2fnowhere");
     return ::chdir("/") == 0;
@@ -92,12 +92,12 @@ CIMValue value(fuzz::Bytes& bytes) {
     }
 }
 
-/** A name of the group's, for the most part. */
+/** Usually a name of the group. */
 String name(fuzz::Bytes& bytes, long group) {
     const std::uint8_t choice = bytes.next();
-    std::uint8_t place = 0;
+    std::uint8_t index = 0;
     for (const ExtItem& item : ExtItemList) {
-        if (item.group == group && place++ == choice)
+        if (item.group == group && index++ == choice)
             return item.property;
     }
     return text(bytes);
@@ -117,7 +117,7 @@ void check(bool is) {
         std::abort();
 }
 
-/** Frees the items of a queue, and sees that it is whole. */
+/** Frees the items of a queue and checks its links. */
 void release(_qHead& queue) {
     _qItem* const end = reinterpret_cast<_qItem*>(&queue);
     long count = 0;
@@ -134,7 +134,7 @@ void release(_qHead& queue) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const bool isTracing = traceIntoNothing();
+    static const bool isTracing = enableTrace();
     check(isTracing);
     fuzz::Bytes bytes(data, size);
     const long group = bytes.next() % (OWB_MAX_GROUP + 1);

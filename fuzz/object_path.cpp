@@ -1,4 +1,4 @@
-// The text of an object path: parsed, written, and parsed again.
+// The text of an object path: parse, write, parse again.
 #include "OW_CIMException.hpp"
 #include "OW_CIMObjectPath.hpp"
 

@@ -1,4 +1,4 @@
-// Items of any texts, in each form that owbctl prints.
+// Items with arbitrary texts, in each output format of owbctl.
 #include "agent/Catalogue.hpp"
 #include "formats/CsvFormat.hpp"
 #include "formats/JsonFormat.hpp"
@@ -44,7 +44,7 @@ Group group(fuzz::Bytes& bytes) {
     return result;
 }
 
-/** What one format prints of a group. */
+/** The output of one format for a group. */
 template <class Form, class... Arguments>
 std::string printed(const Group& group, Arguments... arguments) {
     const int file = ::memfd_create("output", MFD_CLOEXEC);
@@ -64,8 +64,8 @@ std::string printed(const Group& group, Arguments... arguments) {
     return text;
 }
 
-/** Whether a terminal may show it: UTF-8 without control characters but the line feed. */
-bool isHarmless(const std::string& text) {
+/** Whether the text is safe on a terminal: UTF-8 without control characters except line feeds. */
+bool isSafe(const std::string& text) {
     std::string line;
     for (const char c : text)
         line += c == '\n' ? std::string() : std::string(1, c);
@@ -85,8 +85,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         for (std::size_t i = 0; i < row.properties.size(); ++i)
             check(properties.at(i).at("values").size() == row.properties[i].values.size());
     }
-    check(isHarmless(printed<TableFormat>(any)));
-    check(isHarmless(printed<LineFormat>(any)));
+    check(isSafe(printed<TableFormat>(any)));
+    check(isSafe(printed<LineFormat>(any)));
     const std::string csv = printed<CsvFormat>(any);
     check(validUtf8(csv) == csv);
     return 0;

@@ -3,27 +3,27 @@
 #include "SoftwareType.hpp"
 
 #include "support/Bytes.hpp"
-#include "support/Folder.hpp"
+#include "support/Directory.hpp"
 
 #include <string>
 #include <vector>
 
 namespace {
 
-/** A folder like /proc with one process. */
-class ProcFolder {
+/** A directory like /proc with one process. */
+class ProcDirectory {
 public:
-    ProcFolder() {
+    ProcDirectory() {
         std::filesystem::create_directory(path() + "/7");
         std::filesystem::create_symlink("/usr/bin/any", path() + "/7/exe");
     }
-    const std::string& path() const { return m_folder.path(); }
+    const std::string& path() const { return m_directory.path(); }
     void write(const std::string& name, const std::string& content) const {
-        m_folder.write("7/" + name, content);
+        m_directory.write("7/" + name, content);
     }
 
 private:
-    fuzz::Folder m_folder;
+    fuzz::Directory m_directory;
 };
 
 void read(const inventory::Sources& sources, QAV_UnixProcessAPI::tProcessInfoType type) {
@@ -36,7 +36,7 @@ void read(const inventory::Sources& sources, QAV_UnixProcessAPI::tProcessInfoTyp
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const ProcFolder proc;
+    static const ProcDirectory proc;
     fuzz::Bytes bytes(data, size);
     for (const char* const file : {"stat", "status", "cmdline"})
         proc.write(file, bytes.text());

@@ -1,4 +1,4 @@
-// Runs a fuzz target over every file of some folders: replay FOLDER...
+// Runs a fuzz target on every file of some directories: replay DIRECTORY...
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -16,7 +16,7 @@ int main(int argc, char** argv) {
         for (const auto& entry : std::filesystem::directory_iterator(argv[i])) {
             std::ifstream in(entry.path(), std::ios::binary);
             const std::string bytes{std::istreambuf_iterator<char>(in), {}};
-            // Memory of exactly this size, so that the sanitizer sees a step beyond it.
+            // Exactly sized memory, so that the sanitizer detects overruns.
             const auto copy = std::make_unique<std::uint8_t[]>(bytes.size());
             bytes.copy(reinterpret_cast<char*>(copy.get()), bytes.size());
             LLVMFuzzerTestOneInput(copy.get(), bytes.size());

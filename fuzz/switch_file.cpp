@@ -1,8 +1,8 @@
-// The switch file of the trace, its log's name, and the cleaning of texts. The trace reads the switch file
-// once a process; its source is included here, so that each input is read.
+// The switch file of the trace, the name of its log, and the cleaning of texts. The trace reads the switch
+// file once per process; the target includes the source to read each input.
 #include "OWB_Debug.cpp" // NOLINT(bugprone-suspicious-include): see above
 
-#include "support/Folder.hpp"
+#include "support/Directory.hpp"
 
 #include <string>
 #include <unistd.h>
@@ -15,7 +15,7 @@ void check(bool is) {
         std::abort();
 }
 
-/** Cleaning in place and into another buffer give the same, without blanks at the ends and without quotes. */
+/** Cleaning in place and to another buffer must give the same result: no surrounding blanks, no quotes. */
 void clean(const std::string& text) {
     std::vector<char> source(text.c_str(), text.c_str() + text.size() + 1);
     std::vector<char> target(source.size());
@@ -31,18 +31,18 @@ void clean(const std::string& text) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const fuzz::Folder folder;
+    static const fuzz::Directory directory;
     const std::string text(reinterpret_cast<const char*>(data), size);
     clean(text);
-    // The log's name is relative to this folder, or else it is a path that does not exist.
-    check(::chdir(folder.path().c_str()) == 0);
-    folder.write("vdxDebug", text.find('/') == std::string::npos ? text : "none/" + text);
+    // The log is in this directory or at a path that does not exist.
+    check(::chdir(directory.path().c_str()) == 0);
+    directory.write("vdxDebug", text.find('/') == std::string::npos ? text : "none/" + text);
     char name[256] = "";
     check(readSwitch(name, sizeof name));
     append(name, text.c_str());
     OWB_Debug(const_cast<char*>("file"), const_cast<char*>("function"), 1, const_cast<char*>("%s\n"),
               text.c_str());
-    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+    for (const auto& entry : std::filesystem::directory_iterator(directory.path()))
         std::filesystem::remove_all(entry.path());
     return 0;
 }

@@ -1,4 +1,4 @@
-// The URL of an object manager, and the address that it leads to.
+// The URL of an object manager, and its address.
 #include "OW_Exception.hpp"
 #include "OW_URL.hpp"
 #include "client/Endpoint.hpp"

@@ -1,4 +1,4 @@
-// The file of the users who may log in: read, changed, written, and read again.
+// The file of users: read, change, write, read again.
 #include "users/Users.hpp"
 
 #include <cstdint>
@@ -10,7 +10,7 @@ using cimom::Users;
 
 namespace {
 
-/** A text that Users has written it reads again; an exception is a fault. */
+/** Users must be able to read its own text; an exception terminates the program. */
 void requireReadable(const Users& users) noexcept {
     const std::string text = users.text();
     if (Users(text).text() != text)
@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     try {
         Users users(text);
         requireReadable(users);
-        // Of a user whom the text may name.
+        // The name of a user in the text, if there is one.
         const std::string name = text.substr(0, text.find(':'));
         users.set(name, "$6$salt$" + std::string(86, 'x'));
         requireReadable(users);

@@ -7,7 +7,7 @@
 
 namespace fuzz {
 
-/** Takes an input apart from its front. What is asked for beyond its end is 0, or empty. */
+/** Splits an input from the front. Values beyond its end are 0 or empty. */
 class Bytes {
 public:
     Bytes(const std::uint8_t* data, std::size_t size)
@@ -31,7 +31,7 @@ public:
         take(&value, sizeof value);
         return value;
     }
-    /** As many bytes as the next two say. */
+    /** A text whose length is in the next two bytes. */
     std::string text() {
         const std::size_t low = next();
         std::string result(std::min(m_left, low + 256u * next()), '\0');

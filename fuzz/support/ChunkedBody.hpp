@@ -10,16 +10,15 @@
 
 namespace fuzz {
 
-/** What a new object manager answers to a request, without the date. */
-inline std::string answerTo(const std::vector<std::string_view>& pieces) {
+/** The reply of a new object manager, without the date. */
+inline std::string replyTo(const std::vector<std::string_view>& pieces) {
     cimom::ObjectManager manager = lampManager({"red", "green"});
-    std::string answer = SessionRun(manager).answerTo(pieces);
-    const std::size_t date = answer.find("Date: ");
-    return date == std::string::npos ? answer : answer.erase(date, answer.find("\r\n", date) - date);
+    std::string reply = SessionRun(manager).answerTo(pieces);
+    const std::size_t date = reply.find("Date: ");
+    return date == std::string::npos ? reply : reply.erase(date, reply.find("\r\n", date) - date);
 }
 
-/** Aborts unless a body that arrives in chunks, and these in pieces, is answered as one that arrives whole.
- */
+/** Aborts unless the reply to a body in chunks, received in pieces, equals the reply to the whole body. */
 inline void expectSameInChunks(const char* contentType, const Pieces& body) {
     const std::string head = std::string("POST / HTTP/1.1\r\nContent-Type: ") + contentType + "\r\n";
     const std::string whole = head + "Content-Length: " + std::to_string(body.content().size()) + "\r\n\r\n" +
@@ -28,7 +27,7 @@ inline void expectSameInChunks(const char* contentType, const Pieces& body) {
     for (const std::string_view piece : body.of(body.content()))
         chunks += chunk(piece);
     chunks += chunk("");
-    if (answerTo({whole}) != answerTo(body.of(chunks)))
+    if (replyTo({whole}) != replyTo(body.of(chunks)))
         std::abort();
 }
 

@@ -12,9 +12,8 @@
 namespace fuzz {
 
 /**
- * An input that says in which pieces it arrives: one byte for the number of sizes, at most 7, then as many
- * bytes, each a size less one, then the content. The sizes are used in turn; without any, the content
- * arrives whole.
+ * An input with the sizes of its reads: one byte with the number of sizes (0 to 7), one byte per size (the
+ * size minus 1), the content. Reads use the sizes in turn; without sizes, one read returns the whole content.
  */
 class Pieces {
 public:
@@ -49,7 +48,7 @@ private:
     std::vector<std::uint8_t> m_sizes;
 };
 
-/** Hands out the content of an input piece by piece, then its end. */
+/** Returns the content of an input piece by piece, then 0 bytes. */
 class Arrival {
 public:
     explicit Arrival(const Pieces& pieces)

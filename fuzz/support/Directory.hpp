@@ -1,5 +1,5 @@
-#ifndef FUZZ_SUPPORT_FOLDER_HPP
-#define FUZZ_SUPPORT_FOLDER_HPP
+#ifndef FUZZ_SUPPORT_DIRECTORY_HPP
+#define FUZZ_SUPPORT_DIRECTORY_HPP
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -7,16 +7,17 @@
 
 namespace fuzz {
 
-/** A folder for files that a target reads, in memory where that is at hand; gone with the object. */
-class Folder {
+/** A temporary directory for the files that a target reads; in memory if possible. Removed by the destructor.
+ */
+class Directory {
 public:
-    Folder() {
+    Directory() {
         if (::mkdtemp(m_path.data()) == nullptr)
             std::abort();
     }
-    ~Folder() { std::filesystem::remove_all(m_path); }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
+    ~Directory() { std::filesystem::remove_all(m_path); }
+    Directory(const Directory&) = delete;
+    Directory& operator=(const Directory&) = delete;
 
     const std::string& path() const { return m_path; }
     void write(const std::string& name, const std::string& content) const {
