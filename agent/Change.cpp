@@ -1,6 +1,6 @@
 #include "agent/Change.hpp"
 
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 
 namespace owbctl {
 namespace {

@@ -1,6 +1,6 @@
 #include "agent/Group.hpp"
 
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "agent/Connection.hpp"
 #include "agent/Status.hpp"
 

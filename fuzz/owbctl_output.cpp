@@ -1,5 +1,5 @@
 // Items with arbitrary texts, in each output format of owbctl.
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "formats/CsvFormat.hpp"
 #include "formats/JsonFormat.hpp"
 #include "formats/LineFormat.hpp"

@@ -1,5 +1,5 @@
 // owbctl: reads and writes groups through libowb and prints them.
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "agent/Endpoint.hpp"
 #include "agent/Number.hpp"
 #include "agent/Status.hpp"

@@ -1,6 +1,6 @@
 #include "arguments/Assignment.hpp"
 
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "arguments/Usage.hpp"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "arguments/Completion.hpp"
 
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "arguments/CommandLine.hpp"
 #include "arguments/GroupNames.hpp"
 

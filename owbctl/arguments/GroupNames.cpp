@@ -1,6 +1,6 @@
 #include "arguments/GroupNames.hpp"
 
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "agent/Number.hpp"
 
 namespace owbctl {

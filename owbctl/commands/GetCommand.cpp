@@ -1,6 +1,6 @@
 #include "commands/GetCommand.hpp"
 
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "agent/Status.hpp"
 #include "arguments/Usage.hpp"
 #include "commands/ShowGroups.hpp"

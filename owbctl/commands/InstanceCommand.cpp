@@ -1,6 +1,6 @@
 #include "commands/InstanceCommand.hpp"
 
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "agent/Group.hpp"
 #include "arguments/Usage.hpp"
 #include "commands/ShowGroups.hpp"

@@ -1,6 +1,6 @@
 #include "formats/CsvFormat.hpp"
 
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "agent/Counter.hpp"
 #include "formats/Csv.hpp"
 #include "formats/ProcessFields.hpp"

@@ -1,6 +1,6 @@
 #include "formats/GroupTable.hpp"
 
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "formats/Table.hpp"
 #include "output/Text.hpp"
 

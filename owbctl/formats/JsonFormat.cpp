@@ -1,6 +1,6 @@
 #include "formats/JsonFormat.hpp"
 
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "agent/Counter.hpp"
 #include "agent/Status.hpp"
 #include "output/Text.hpp"

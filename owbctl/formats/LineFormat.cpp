@@ -1,6 +1,6 @@
 #include "formats/LineFormat.hpp"
 
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "formats/GroupTable.hpp"
 #include "formats/ProcessFields.hpp"
 #include "output/Text.hpp"

@@ -1,6 +1,6 @@
 #include "formats/TableFormat.hpp"
 
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "agent/Counter.hpp"
 #include "formats/GroupTable.hpp"
 #include "formats/ProcessTable.hpp"

@@ -1,4 +1,4 @@
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "agent/Counter.hpp"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // Samples: what has changed since the reading before, and how they look.
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "agent/Sample.hpp"
 #include "formats/GroupTable.hpp"
 

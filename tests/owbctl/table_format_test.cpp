@@ -1,5 +1,5 @@
 // What no answer over the wire brings about: tables of reads that failed half-way.
-#include "agent/Catalogue.hpp"
+#include "agent/Items.hpp"
 #include "formats/TableFormat.hpp"
 
 #include "support/Child.hpp"
