@@ -1,25 +1,14 @@
-/*
- * Prints what owbcimomd declares, one property a line: class, property, type, and "key", "site" (the site's
- * to write) or "state". groups_document makes its table from it.
- */
+#include "Served.hpp"
+
 #include "host/Host.hpp"
 #include "objects/Provider.hpp"
 #include "providers/Providers.hpp"
+#include "util/Ascii.hpp"
 
-#include <iostream>
+#include <algorithm>
 
+namespace docs {
 namespace {
-
-const char* nameOf(cimom::Role role) {
-    switch (role) {
-    case cimom::Role::key:
-        return "key";
-    case cimom::Role::site:
-        return "site";
-    default:
-        return "state";
-    }
-}
 
 std::string typeOf(const cimom::PropertyDeclaration& property) {
     const OpenWBEM::CIMDataType type = property.dataType();
@@ -28,14 +17,25 @@ std::string typeOf(const cimom::PropertyDeclaration& property) {
 
 } // namespace
 
-int main() {
+std::vector<ServedProperty> servedProperties() {
     const cimom::Host host("/"); // declarations are constant: nothing is read from it
-    boost::asio::io_context io;  // nor does anything run in it
+    boost::asio::io_context io;  // nothing runs in it
+    std::vector<ServedProperty> served;
     for (const auto& provider : cimom::makeProviders(host, io)) {
         const cimom::ClassDeclaration& declaration = provider->declaration();
         for (const cimom::PropertyDeclaration& property : declaration.properties)
-            std::cout << declaration.name << ' ' << property.name << ' ' << typeOf(property) << ' '
-                      << nameOf(property.role) << '\n';
+            served.push_back({declaration.name, property.name, typeOf(property),
+                              property.role == cimom::Role::key, property.role == cimom::Role::site});
     }
-    return std::cout.flush() ? 0 : 1;
+    return served;
 }
+
+const ServedProperty* findServed(const std::vector<ServedProperty>& served, const std::string& className,
+                                 const std::string& name) {
+    const auto found = std::find_if(served.begin(), served.end(), [&](const ServedProperty& each) {
+        return each.className == className && ascii::equalsIgnoreCase(each.name, name);
+    });
+    return found == served.end() ? nullptr : &*found;
+}
+
+} // namespace docs

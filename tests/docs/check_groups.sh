@@ -1,10 +1,9 @@
 #!/usr/bin/env bash
-# check_groups.sh SERVED_PROPERTIES GROUPS_DOCUMENT FILE [--update] - whether a file is what the programs print now;
-# with --update it is made so.
+# check_groups.sh GROUPS_DOCUMENT FILE [--update] - whether a file holds what the program prints; --update writes the file.
 set -euo pipefail
-served_properties=$1 groups_document=$2 file=$3 update=${4-}
+groups_document=$1 file=$2 update=${3-}
 
-text=$("$served_properties" | "$groups_document")
+text=$("$groups_document")
 if [[ $update == --update ]]; then
     printf '%s\n' "$text" >"$file"
 elif ! printf '%s\n' "$text" | diff -u "$file" - >&2; then
