@@ -7,36 +7,68 @@
 #include <string>
 #include <vector>
 
-namespace owbctl {
+/** Writes values into a row and finds out what became of them. */
+namespace agent {
 
-/** A value that a property is to get. */
+/** A value to write. */
 struct Assignment {
-    const ExtItem* description;
+    const Attribute* attribute;
     std::string value;
 };
 
-/** One property of a row around a write: what it was, what was asked of it, what it is. */
+/** One property of a row before and after a write. */
 struct Change {
-    const ExtItem* description;
-    /** Nothing for a property that the write did not name. */
-    std::optional<std::string> asked;
-    /** None for a null value. */
+    const Attribute* attribute;
+    /** The value that the write carried; nothing if it did not name the property. */
+    std::optional<std::string> requested;
+    /** Empty for a null value. */
     std::vector<std::string> before;
     std::vector<std::string> after;
 
     bool isChanged() const { return before != after; }
 
-    /** Whether the property was to get a value and does not have it. An array of just this value has it. */
-    bool isRefused() const { return asked && after != std::vector<std::string>{*asked}; }
+    /** Whether the write named the property, but it does not hold the value. An array holds it if it holds
+     * nothing else. */
+    bool isRejected() const { return requested && after != std::vector<std::string>{*requested}; }
 
-    /** Whether the property was not named and lost its value. */
-    bool isCleared() const { return !asked && !before.empty() && after.empty(); }
+    /** Whether the write did not name the property, but it lost its value. */
+    bool isCleared() const { return !requested && !before.empty() && after.empty(); }
 };
 
-/** Compares a row before and after a write: a Change for each property of `group`, in the order of
- * ExtItemList, also for one that stayed as it was. */
+/** Compares a row before and after a write: one Change for each attribute of the group, in the order of the
+ * catalogue, also for those that did not change. */
 std::vector<Change> compare(long group, const Row& before, const Row& after,
                             const std::vector<Assignment>& assignments);
 
-} // namespace owbctl
+/** Values for one row of a group. */
+struct WriteRequest {
+    long group;
+    /** Number of the row, as readGroup() counts. */
+    long row;
+    std::vector<Assignment> assignments;
+};
+
+/** Result of writing one row. */
+struct Write {
+    long group;
+    long row;
+    /** Status of the library at the last step. */
+    long status = OWB_DONE;
+    /** Why there are no changes to compare, for people; else empty. The status may be OWB_DONE: the row does
+     * not exist. */
+    std::string error;
+    /** As compare() returns them; empty after an error. */
+    std::vector<Change> changes;
+};
+
+/**
+ * Reads the group, writes the values and reads the group again, since the library does not report whether the
+ * object manager accepted them. Reads are repeated as readGroup() does, the write never. Blocks; for the
+ * thread that calls the library. Throws std::bad_alloc if an item cannot be made; nothing is written then.
+ *
+ * @param url without password; appears in Write::error
+ */
+Write writeRow(const WriteRequest& request, const std::string& url);
+
+} // namespace agent
 #endif

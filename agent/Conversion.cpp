@@ -4,7 +4,7 @@
 
 #include <regex>
 
-namespace owbctl {
+namespace agent {
 namespace {
 
 constexpr long secondsOf1970 = 365L * 24 * 60 * 60;
@@ -13,8 +13,8 @@ long epoch(std::string text) {
     return OWB_calcTimeEpoch(text.data());
 }
 
-// The first four digits that stand together are the year, in a CIM date as in an English one.
-std::string inTheNextYear(const std::string& text) {
+// The first four adjacent digits are the year, in a CIM date as in an English one.
+std::string withNextYear(const std::string& text) {
     std::smatch year;
     if (!std::regex_search(text, year, std::regex("[0-9]{4}")))
         return text;
@@ -38,7 +38,7 @@ OWB_TIME_UNIT unitOf(const std::string& name) {
 
 Conversion convertDate(const std::string& text) {
     const long number = epoch(text);
-    if (number == 0 && epoch(inTheNextYear(text)) != secondsOf1970)
+    if (number == 0 && epoch(withNextYear(text)) != secondsOf1970)
         return {text, "s", std::nullopt, "no date from 1970 to 2038-01-19 03:14:07 UTC"};
     return {text, "s", number, {}};
 }
@@ -51,4 +51,4 @@ Conversion convertInterval(const std::string& text, const std::string& unit) {
     return {text, unit, number, {}};
 }
 
-} // namespace owbctl
+} // namespace agent

@@ -4,32 +4,34 @@
 #include <optional>
 #include <string>
 
-namespace owbctl {
+/** CIM times as numbers. */
+namespace agent {
 
-/** A CIM time as a number. */
+/** Result of a conversion. */
 struct Conversion {
-    /** The time that was given. */
+    /** The CIM time. */
     std::string text;
-    /** Of the number: "s", "cs", "ms" or "us". */
+    /** Unit of the number: "s", "cs", "ms" or "us". */
     std::string unit;
-    /** Nothing when the library cannot read the text. */
+    /** Nothing if the library cannot read the text. */
     std::optional<long> number;
-    /** Why there is no number; empty when there is one. */
+    /** Why there is no number, for people; else empty. */
     std::string error;
 };
 
 /**
- * Seconds from 1970 to a CIM date, as OWB_calcTimeEpoch() counts them. The library gives 0 also for a text
- * that it cannot read; a 0 is believed when the same text with the year one higher gives the length of 1970.
+ * Seconds from 1970-01-01 00:00:00 UTC to a CIM date, by OWB_calcTimeEpoch(). The library returns 0 also for
+ * a text that it cannot read. Therefore a 0 counts as valid only if the same text with the next year gives
+ * the length of 1970.
  */
 Conversion convertDate(const std::string& text);
 
 /**
- * Length of a CIM interval in "s", "cs", "ms" or "us", as OWB_calcTimeInterval() counts it. A 0 is believed
- * only of a text in the form of an interval (DSP0004): 14 digits or asterisks, a point, 6 more, a colon and 3
+ * Length of a CIM interval in "s", "cs", "ms" or "us", by OWB_calcTimeInterval(). A 0 counts as valid only if
+ * the text has the form of an interval (DSP0004): 14 digits or asterisks, a point, 6 more, a colon and 3
  * digits.
  */
 Conversion convertInterval(const std::string& text, const std::string& unit);
 
-} // namespace owbctl
+} // namespace agent
 #endif

@@ -1,35 +1,23 @@
 #include "agent/Endpoint.hpp"
 
-#include "agent/Number.hpp"
+#include "util/Decimal.hpp"
+#include "util/Percent.hpp"
 
+// Before owb.h, which declares functions with the client library's classes only after their headers.
+#include <OW_CIMClient.hpp>
+#include <OW_Exception.hpp>
 #include <OW_String.hpp>
 #include <OW_URL.hpp>
 
-#include <charconv>
+#include <owb.h>
 
-namespace owbctl {
+namespace agent {
 namespace {
 
 constexpr long highestPort = 65535;
 
-std::string percentDecoded(const std::string& text) {
-    std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        unsigned char byte = 0;
-        const char* const code = text.data() + i + 1;
-        if (text[i] == '%' && text.size() - i > 2 &&
-            std::from_chars(code, code + 2, byte, 16).ptr == code + 2) {
-            result += static_cast<char>(byte);
-            i += 2;
-        } else {
-            result += text[i];
-        }
-    }
-    return result;
-}
-
-/** The scheme names the client library's own socket, too. An installed OpenWBEM leaves the port of "host:/"
- * empty and means the default one. */
+/** The scheme "ipc" selects the client library's own socket, too. An installed OpenWBEM gives an empty port
+ * for "host:/" and uses the default one. */
 std::string portOf(const OpenWBEM::URL& url) {
     if (url.scheme == "ipc" || url.port.equalsIgnoreCase(Endpoint::ownSocket))
         return Endpoint::ownSocket;
@@ -39,7 +27,7 @@ std::string portOf(const OpenWBEM::URL& url) {
 }
 
 bool isSocket(const std::string& port) {
-    return port != Endpoint::ownSocket && decimal(port).value_or(highestPort + 1) > highestPort;
+    return port != Endpoint::ownSocket && util::decimal<long>(port).value_or(highestPort + 1) > highestPort;
 }
 
 } // namespace
@@ -49,17 +37,43 @@ Endpoint endpointOf(const std::string& url) {
     const std::string scheme = parts.scheme.c_str();
     const std::string port = portOf(parts);
     return {scheme.rfind("owbinary", 0) == 0 ? "binary protocol" : "CIM-XML", parts.host.c_str(), port,
-            isSocket(port) ? percentDecoded(port) : std::string()};
+            isSocket(port) ? util::percentDecoded(port) : std::string()};
 }
 
 std::string withoutPassword(const std::string& url) {
     const std::size_t scheme = url.find("://");
     const std::size_t user = scheme == std::string::npos ? 0 : scheme + 3;
-    const std::size_t userEnd = url.rfind('@'); // of a password with an @ nothing may be left
+    const std::size_t userEnd = url.rfind('@'); // the last one: a password with an @ must not show in part
     const std::size_t colon = url.find(':', user);
     if (userEnd == std::string::npos || colon >= userEnd)
         return url;
     return url.substr(0, colon + 1) + "***" + url.substr(userEnd);
 }
 
-} // namespace owbctl
+std::string reconnect() {
+    try {
+        OWB_connect(1);
+        return std::string();
+    } catch (const OpenWBEM::Exception& reason) {
+        return std::string(reason.type()) + ": " + reason.getMessage();
+    }
+}
+
+bool isConnectionFailure(long status) {
+    return status == OWB_NO_CONNECTION || status == OWB_EXCEPTION;
+}
+
+std::string failureText(long status, const std::string& url) {
+    switch (status) {
+    case OWB_NO_INSTANCE:
+        return "the object manager at " + url + " returned no instance";
+    case OWB_BAD_ARGUMENT:
+        return "the library rejected an argument";
+    case OWB_NO_CONNECTION:
+        return "no connection to the object manager at " + url;
+    default:
+        return "no answer from the object manager at " + url + ", or it reported an error";
+    }
+}
+
+} // namespace agent

@@ -3,27 +3,42 @@
 
 #include <string>
 
-namespace owbctl {
+/** The object manager that the library asks: its URL, the connection to it, and why a request failed. */
+namespace agent {
 
-/** What a URL of an object manager names. */
+/** The parts of a URL. */
 struct Endpoint {
     static constexpr const char* ownSocket = "owipc";
 
-    /** "binary protocol" or "CIM-XML". */
+    /** "binary protocol" or "CIM-XML". Static. */
     const char* protocol;
     std::string host;
     /** As in the URL; Endpoint::ownSocket for the client library's own socket. */
     std::string port;
-    /** Of a Unix-domain socket, decoded; empty when the port is none. */
+    /** Decoded path of a Unix-domain socket; empty if the port is none. */
     std::string socketPath;
 };
 
-/** Takes apart a URL that the client library has accepted, see connectAnew(). */
+/** Splits a URL. The client library must have accepted it, see reconnect(): a malformed URL throws an
+ * exception of that library. */
 Endpoint endpointOf(const std::string& url);
 
-/** `url` with the password, if there is one, replaced by "***". For people and logs to read, not for the
- * library. */
+/** `url` with "***" in place of the password. For messages and logs, not for the library. */
 std::string withoutPassword(const std::string& url);
 
-} // namespace owbctl
+/**
+ * Drops the library's client, if there is one, and makes a new one for the URL that is set. Sends nothing:
+ * the next request connects. Returns the empty text, or why there is no client, for example a malformed URL.
+ * The client is one per process: call this from the thread that calls the library.
+ */
+std::string reconnect();
+
+/** Whether a status of the library can mean that the connection or the object manager failed. */
+bool isConnectionFailure(long status);
+
+/** The meaning of a status other than OWB_DONE, for people. `url` is printed as it is: pass it without
+ * password. */
+std::string failureText(long status, const std::string& url);
+
+} // namespace agent
 #endif

@@ -1,21 +1,18 @@
 #include "agent/Group.hpp"
 
-#include "agent/Items.hpp"
-#include "agent/Connection.hpp"
-#include "agent/Status.hpp"
+#include "agent/Endpoint.hpp"
 
 #include <algorithm>
 
-namespace owbctl {
+namespace agent {
 namespace {
 
-std::vector<Property> inTableOrder(const std::vector<const ExtItem*>& descriptions,
-                                   ValuesByNominator& values) {
+std::vector<Property> inCatalogueOrder(const std::vector<const Attribute*>& all, ValuesByNominator& values) {
     std::vector<Property> properties;
-    for (const ExtItem* description : descriptions) {
-        const auto found = values.find(description->nom);
+    for (const Attribute* attribute : all) {
+        const auto found = values.find(attribute->nominator);
         if (found != values.end())
-            properties.push_back({description, std::move(found->second)});
+            properties.push_back({attribute, std::move(found->second)});
     }
     return properties;
 }
@@ -23,15 +20,15 @@ std::vector<Property> inTableOrder(const std::vector<const ExtItem*>& descriptio
 Group readOnce(long number, const Read& read) {
     Queue queue;
     const long status = read(queue.head());
-    return {number, ExtGroupCimClass[number], status, rowsOf(number, queue)};
+    return {number, classOf(number).name, status, rowsOf(number, queue)};
 }
 
 } // namespace
 
-const Property* Row::find(const ExtItem* description) const {
+const Property* Row::find(const Attribute* attribute) const {
     const auto found =
         std::find_if(properties.begin(), properties.end(),
-                     [description](const Property& property) { return property.description == description; });
+                     [attribute](const Property& property) { return property.attribute == attribute; });
     return found == properties.end() ? nullptr : &*found;
 }
 
@@ -42,16 +39,16 @@ const Row* Group::find(long row) const {
 }
 
 std::vector<Row> rowsOf(long group, const Queue& queue) {
-    const std::vector<const ExtItem*> descriptions = propertiesOf(group);
+    const std::vector<const Attribute*> all = attributesOf(group);
     std::vector<Row> rows;
     for (auto& [row, values] : valuesByRow(queue, group))
-        rows.push_back({row, inTableOrder(descriptions, values)});
+        rows.push_back({row, inCatalogueOrder(all, values)});
     return rows;
 }
 
 Group readGroup(long number, const Read& read) {
     Group group = readOnce(number, read);
-    if (mayBeUnreachable(group.status) && connectAnew().empty())
+    if (isConnectionFailure(group.status) && reconnect().empty())
         group = readOnce(number, read);
     return group;
 }
@@ -60,4 +57,4 @@ Group readGroup(long number) {
     return readGroup(number, [number](_qHead* queue) { return OWB_getGroup(number, queue); });
 }
 
-} // namespace owbctl
+} // namespace agent

@@ -1,6 +1,7 @@
 #ifndef AGENT_GROUP_HPP
 #define AGENT_GROUP_HPP
 
+#include "agent/Catalogue.hpp"
 #include "agent/Queue.hpp"
 
 #include <owb.h>
@@ -9,49 +10,52 @@
 #include <string>
 #include <vector>
 
-namespace owbctl {
+/** Reads groups. All functions block until the reply is complete and must run in the thread that calls the
+ * library: its client is one per process. */
+namespace agent {
 
-/** The values of one property in one row; more than one for an array. At least one. */
+/** The values of one attribute in one row: at least one, several for an array. */
 struct Property {
-    const ExtItem* description;
+    const Attribute* attribute;
     std::vector<std::string> values;
 };
 
-/** One instance: its row number, and its properties in the order of ExtItemList. Null properties are left
- * out. */
+/** One instance: its row number, and its properties in the order of the catalogue. Null properties are
+ * absent. */
 struct Row {
     long number;
     std::vector<Property> properties;
 
-    /** The property described by `description`, or null when the row has none. Owned by the row. */
-    const Property* find(const ExtItem* description) const;
+    /** The property of an attribute; null if the row has none. Owned by the row. */
+    const Property* find(const Attribute* attribute) const;
 };
 
-/** What one read of a group gave: status of the library, and the rows that arrived, by ascending number. */
+/** Result of one read: status of the library, and the rows that arrived, by ascending number. Rows without
+ * any value are absent. */
 struct Group {
     long number;
     const char* className;
     long status;
     std::vector<Row> rows;
 
-    /** The row of the given number, or null when none arrived. Owned by the group. */
+    /** The row of a number; null if it did not arrive. Owned by the group. */
     const Row* find(long row) const;
 };
 
-/** The rows that the items of a queue make up, all of them items of `group`; by ascending number. */
+/** The rows that the items of `group` in a queue form, by ascending number. */
 std::vector<Row> rowsOf(long group, const Queue& queue);
 
 /** Reads items of a group into a queue and returns the status of the library. */
 using Read = std::function<long(_qHead* queue)>;
 
 /**
- * Reads a group with `read`, and once more on a fresh connection when the first try fails for want of a good
- * one. Only what the last try gave is in the result. Blocks until the reply is complete.
+ * Reads group `number` (0 to highestGroup) with `read`. If the connection failed, repeats the read once on a
+ * new connection. The result holds the rows of the last attempt only. Reports errors by Group::status.
  */
 Group readGroup(long number, const Read& read);
 
-/** Reads group `number` (0 to OWB_MAX_GROUP) from the object manager. */
+/** Reads group `number` (0 to highestGroup) from the object manager, with OWB_getGroup(). */
 Group readGroup(long number);
 
-} // namespace owbctl
+} // namespace agent
 #endif

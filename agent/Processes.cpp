@@ -4,7 +4,7 @@
 
 #include <map>
 
-namespace owbctl {
+namespace agent {
 namespace {
 
 constexpr long informationGroup = 16;
@@ -34,21 +34,21 @@ std::vector<Process> readProcesses() {
     Queue queue;
     OWB_getSWRun(queue.head());
     std::vector<Process> processes;
-    std::map<std::string, std::size_t> places;
+    std::map<std::string, std::size_t> indexes;
     for (const auto& [row, values] : valuesByRow(queue, informationGroup)) {
         const std::string handle = text(values, informationHandle);
-        places[handle] = processes.size();
+        indexes[handle] = processes.size();
         processes.push_back({handle, information(values), std::nullopt});
     }
     for (const auto& [row, values] : valuesByRow(queue, statisticsGroup)) {
         const std::string handle = text(values, statisticsHandle);
-        const auto place = places.find(handle);
-        if (place != places.end())
-            processes[place->second].statistics = statistics(values);
+        const auto index = indexes.find(handle);
+        if (index != indexes.end())
+            processes[index->second].statistics = statistics(values);
         else
             processes.push_back({handle, std::nullopt, statistics(values)});
     }
     return processes;
 }
 
-} // namespace owbctl
+} // namespace agent

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-namespace owbctl {
+namespace agent {
 
-/** What a process is, as group 16 tells it: item texts. */
+/** A row of group 16: item texts. */
 struct ProcessInformation {
     std::string name;
     std::string modulePath;
@@ -16,7 +16,7 @@ struct ProcessInformation {
     std::string executionState;
 };
 
-/** What a process uses, as group 22 tells it: item texts, sizes in kB. */
+/** A row of group 22: item texts, sizes in kB. */
 struct ProcessStatistics {
     std::string cpuTime;
     std::string text;
@@ -24,16 +24,21 @@ struct ProcessStatistics {
     std::string stack;
 };
 
-/** A process of this host. The two readings are made one after the other: a process may be in one of them
- * only. */
+/** A process of this host. The groups are read one after the other, so a process that starts or ends in
+ * between is in one of them only. */
 struct Process {
+    /** Process ID, decimal. */
     std::string handle;
     std::optional<ProcessInformation> information;
     std::optional<ProcessStatistics> statistics;
 };
 
-/** The processes in the order in which they were read, those of the second reading alone at the end. */
+/**
+ * Reads the processes with OWB_getSWRun(), in the order of group 16; those of group 22 alone follow. Needs no
+ * object manager. Blocks while the software inventory runs, at most 30 s. For the thread that calls the
+ * library.
+ */
 std::vector<Process> readProcesses();
 
-} // namespace owbctl
+} // namespace agent
 #endif

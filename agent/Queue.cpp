@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-namespace owbctl {
+namespace agent {
 
 Queue::Queue()
     : m_head() {
@@ -28,4 +28,4 @@ std::map<long, ValuesByNominator> valuesByRow(const Queue& queue, long group) {
     return rows;
 }
 
-} // namespace owbctl
+} // namespace agent

@@ -7,10 +7,12 @@
 #include <string>
 #include <vector>
 
-namespace owbctl {
+namespace agent {
 
-/** An item queue of the library, empty at first, which frees its items. Not copyable: items point at the
- * head. */
+/**
+ * An item queue of the library. Empty at first; frees its items. Not copyable: the items point at the head.
+ * For one thread at a time, like the library.
+ */
 class Queue {
 public:
     Queue();
@@ -18,7 +20,7 @@ public:
     Queue(const Queue&) = delete;
     Queue& operator=(const Queue&) = delete;
 
-    /** For the library's calls; never null, owned by the queue. */
+    /** The head for calls of the library. Never null; owned by the queue. */
     _qHead* head() { return &m_head; }
 
     /** First item, or end() when the queue is empty. Follow `next` up to end(). */
@@ -29,11 +31,11 @@ private:
     _qHead m_head;
 };
 
-/** Item texts of one row by nominator; those of an array in their order. */
+/** Item texts of one row by nominator. The texts of an array keep their order. */
 using ValuesByNominator = std::map<long, std::vector<std::string>>;
 
-/** The items of `group` in a queue, by row. */
+/** Copies the items of `group` in a queue, by row. */
 std::map<long, ValuesByNominator> valuesByRow(const Queue& queue, long group);
 
-} // namespace owbctl
+} // namespace agent
 #endif

@@ -1,13 +1,15 @@
 #include "agent/Sample.hpp"
 
-#include "agent/Counter.hpp"
+#include "util/Decimal.hpp"
 
-namespace owbctl {
+#include <cstdint>
+
+namespace agent {
 namespace {
 
-Sampled compare(const Property& now, const Property* before, double seconds) {
-    Sampled sampled{now, before == nullptr || before->values != now.values, std::nullopt};
-    if (before != nullptr && isCounter(*now.description))
+SampledProperty compare(const Property& now, const Property* before, double seconds) {
+    SampledProperty sampled{now, before == nullptr || before->values != now.values, std::nullopt};
+    if (before != nullptr && now.attribute->kind == Kind::counter)
         sampled.perSecond = ratePerSecond(before->values.front(), now.values.front(), seconds);
     return sampled;
 }
@@ -16,7 +18,7 @@ SampledRow compare(const Row& now, const Row* before, double seconds) {
     SampledRow row{now.number, {}};
     for (const Property& property : now.properties)
         row.properties.push_back(
-            compare(property, before == nullptr ? nullptr : before->find(property.description), seconds));
+            compare(property, before == nullptr ? nullptr : before->find(property.attribute), seconds));
     return row;
 }
 
@@ -40,4 +42,12 @@ std::vector<SampledRow> compare(const Reading& now, const Reading* before) {
     return rows;
 }
 
-} // namespace owbctl
+std::optional<double> ratePerSecond(const std::string& before, const std::string& now, double seconds) {
+    const auto first = util::decimal<std::uint64_t>(before);
+    const auto second = util::decimal<std::uint64_t>(now);
+    if (!first || !second || *second < *first || seconds <= 0)
+        return std::nullopt;
+    return static_cast<double>(*second - *first) / seconds;
+}
+
+} // namespace agent

@@ -5,23 +5,31 @@
 
 #include <ctime>
 #include <optional>
+#include <string>
 #include <vector>
 
-namespace owbctl {
+/** Compares successive readings of a group: changed values, and the rates of counters. */
+namespace agent {
 
-/** A property in a row of a sample, beside what it was in the reading before. */
-struct Sampled {
+/** A reading of a group, and when it was made: seconds of a steady clock. */
+struct Reading {
+    Group group;
+    double moment;
+};
+
+/** A property of a sample, compared with the previous reading. */
+struct SampledProperty {
     Property property;
-    /** Whether the reading before had other values, or none. False in the first one. */
+    /** Whether the previous reading had other values or none. False in the first sample. */
     bool isChanged;
-    /** Of a counter whose growth is known. */
+    /** Growth of a counter in one second; nothing for other kinds and where it is unknown. */
     std::optional<double> perSecond;
 };
 
-/** One instance in a sample. Rows are compared by their number. */
+/** One row of a sample. Rows are compared by their number. */
 struct SampledRow {
     long number;
-    std::vector<Sampled> properties;
+    std::vector<SampledProperty> properties;
 };
 
 /** One of several readings of a group. */
@@ -29,21 +37,21 @@ struct Sample {
     /** From 1. */
     long number;
     std::time_t time;
-    /** Whether there was nothing to compare it with. */
+    /** Whether there is no previous reading. */
     bool isFirst;
     Group group;
     /** The rows of the group. */
     std::vector<SampledRow> rows;
 };
 
-/** A reading that was made at a moment of a steady clock, in seconds. */
-struct Reading {
-    Group group;
-    double moment;
-};
-
-/** The rows of `now` beside those of `before`; null when there is nothing to compare with. */
+/** Compares the rows of `now` with those of `before`; null if there is no previous reading. */
 std::vector<SampledRow> compare(const Reading& now, const Reading* before);
 
-} // namespace owbctl
+/**
+ * Growth of a counter in one second, between two values in decimal that were read `seconds` apart. Nothing if
+ * a value is no number of 64 bits, if the counter restarted, or if no time has passed.
+ */
+std::optional<double> ratePerSecond(const std::string& before, const std::string& now, double seconds);
+
+} // namespace agent
 #endif

@@ -10,7 +10,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace owbctl {
+namespace agent {
 namespace {
 
 int checked(int result, const std::string& what) {
@@ -21,13 +21,15 @@ int checked(int result, const std::string& what) {
 
 int openTrace(const std::string& path) {
     if (path == "-") {
-        // The library opens it anew for each line: neither may overwrite what the other has written.
+        // The library reopens the file for each line. O_APPEND keeps both writers from overwriting each
+        // other.
         fcntl(STDERR_FILENO, F_SETFL, fcntl(STDERR_FILENO, F_GETFL) | O_APPEND);
-        // It cannot when this is a socket or another user's, nor may it wait for the reader of a pipe.
+        // Reopening fails for a socket and for another user's file. O_NONBLOCK: do not wait for the reader of
+        // a pipe.
         return checked(::open("/proc/self/fd/2", O_WRONLY | O_APPEND | O_CLOEXEC | O_NONBLOCK),
-                       "standard error cannot be traced to");
+                       "cannot trace to standard error");
     }
-    // The URL is traced, maybe with a password.
+    // Mode 0600: the trace holds the URL with its password.
     return checked(::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0600), path);
 }
 
@@ -35,33 +37,34 @@ std::string nameOf(int descriptor) {
     return "/proc/self/fd/" + std::to_string(descriptor);
 }
 
-std::string folderForFiles() {
-    const char* const folder = std::getenv("TMPDIR");
-    return folder != nullptr && *folder != '\0' ? folder : "/tmp";
+std::string temporaryDirectory() {
+    const char* const path = std::getenv("TMPDIR");
+    return path != nullptr && *path != '\0' ? path : "/tmp";
 }
 
-/** The current directory is a new folder with a switch file while one of these lives. */
-class SwitchFolder {
+/** Changes the current directory to a new one with a switch file, and back at the end of its scope. */
+class SwitchDirectory {
 public:
-    explicit SwitchFolder(const std::string& log)
+    explicit SwitchDirectory(const std::string& log)
         : m_before(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)) {
-        checked(::mkdtemp(m_path.data()) == nullptr ? -1 : 0, "folder for the trace's switch, " + m_path);
+        checked(::mkdtemp(m_path.data()) == nullptr ? -1 : 0,
+                "cannot create directory for the trace switch, " + m_path);
         std::ofstream switchFile(file());
         switchFile << log << std::endl;
         if (!switchFile || ::chdir(m_path.c_str()) != 0) {
             const int error = errno;
             remove();
-            throw std::system_error(error, std::generic_category(), "trace's switch in " + m_path);
+            throw std::system_error(error, std::generic_category(), "cannot write trace switch in " + m_path);
         }
     }
-    ~SwitchFolder() {
-        // Back to a folder that may not be entered there is no way; nor can it hold a switch for this user.
+    ~SwitchDirectory() {
+        // The previous directory may have become inaccessible. It can hold no switch file for this user then.
         if (::fchdir(m_before) != 0 && ::chdir("/") != 0)
             std::abort();
         remove();
     }
-    SwitchFolder(const SwitchFolder&) = delete;
-    SwitchFolder& operator=(const SwitchFolder&) = delete;
+    SwitchDirectory(const SwitchDirectory&) = delete;
+    SwitchDirectory& operator=(const SwitchDirectory&) = delete;
 
 private:
     std::string file() const { return m_path + "/vdxDebug"; }
@@ -73,7 +76,7 @@ private:
     }
 
     const int m_before;
-    std::string m_path = folderForFiles() + "/owbctl.XXXXXX";
+    std::string m_path = temporaryDirectory() + "/owbctl.XXXXXX";
 };
 
 } // namespace
@@ -92,14 +95,14 @@ Trace::~Trace() {
 }
 
 void Trace::begin(const std::function<void()>& firstCall) const {
-    const SwitchFolder folder(nameOf(m_descriptor));
+    const SwitchDirectory directory(nameOf(m_descriptor));
     firstCall();
 }
 
 std::string Trace::lastError() const {
     struct stat status {};
     if (::fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode))
-        return std::string(); // a terminal or a pipe would be waited for
+        return std::string(); // reading a terminal or a pipe would block
     std::ifstream file(nameOf(m_descriptor));
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     // "ERROR <type> <file>:<line>  <message>"
@@ -113,4 +116,4 @@ std::string Trace::lastError() const {
            text.substr(message + 2, text.find('\n', message) - message - 2);
 }
 
-} // namespace owbctl
+} // namespace agent

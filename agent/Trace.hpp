@@ -4,30 +4,33 @@
 #include <functional>
 #include <string>
 
-namespace owbctl {
+namespace agent {
 
 /**
- * The library's trace of this process alone, whatever switch files there are for others.
+ * Turns the library's trace on for this process, regardless of switch files.
  *
- * The library looks for its switch at its first trace call and never again: begin() has this happen in a
- * folder of its own, whose switch file names the trace's descriptor.
+ * The library looks for its switch file at its first trace call and never again. begin() makes that call
+ * happen in a temporary directory whose switch file names the descriptor of the trace. Needs /proc. One per
+ * process; must live as long as the library is called.
  */
 class Trace {
 public:
-    /** Traces into the file at `path`, which is emptied, or to standard error for "-". Throws
-     * std::system_error when that cannot be opened. */
+    /** Traces to the file `path`, which is truncated, or to standard error for "-". Throws std::system_error
+     * if it cannot be opened. */
     explicit Trace(const std::string& path);
-    /** Traces into memory. */
+    /** Traces to memory. */
     Trace();
     ~Trace();
     Trace(const Trace&) = delete;
     Trace& operator=(const Trace&) = delete;
 
-    /** Has the library trace from `firstCall` on, which must make the first trace call of the process. */
+    /** Runs `firstCall`, which must make the first trace call of the process; the library traces from then
+     * on. Changes the current directory in the meantime. Throws std::system_error if the temporary directory
+     * cannot be made. */
     void begin(const std::function<void()>& firstCall) const;
 
-    /** What the library last traced of an exception: its type and message. Empty when there was none, or the
-     * trace goes where it cannot be read from, as to a terminal. */
+    /** Type and message of the exception that the library traced last. Empty if there was none, or if the
+     * trace cannot be read, as on a terminal. */
     std::string lastError() const;
 
 private:
@@ -36,5 +39,5 @@ private:
     int m_descriptor;
 };
 
-} // namespace owbctl
+} // namespace agent
 #endif

@@ -1,5 +1,5 @@
 // Items with arbitrary texts, in each output format of owbctl.
-#include "agent/Items.hpp"
+#include "agent/Catalogue.hpp"
 #include "formats/CsvFormat.hpp"
 #include "formats/JsonFormat.hpp"
 #include "formats/LineFormat.hpp"
@@ -17,6 +17,7 @@
 
 namespace {
 
+using namespace agent;
 using namespace owbctl;
 
 void check(bool is) {
@@ -25,13 +26,13 @@ void check(bool is) {
 }
 
 Group group(fuzz::Bytes& bytes) {
-    const long number = bytes.next() % (OWB_MAX_GROUP + 1);
-    const std::vector<const ExtItem*> descriptions = propertiesOf(number);
-    Group result{number, ExtGroupCimClass[number], OWB_DONE, {}};
+    const long number = bytes.next() % (highestGroup + 1);
+    const std::vector<const Attribute*> all = attributesOf(number);
+    Group result{number, classOf(number).name, OWB_DONE, {}};
     while (!bytes.isEmpty()) {
         Row row{static_cast<long>(result.rows.size()), {}};
-        for (const ExtItem* description : descriptions) {
-            Property property{description, {}};
+        for (const Attribute* attribute : all) {
+            Property property{attribute, {}};
             for (std::uint8_t count = bytes.next() % 3; count > 0; --count) {
                 const std::string text = bytes.text();
                 property.values.emplace_back(text.c_str()); // an item ends at a NUL

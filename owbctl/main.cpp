@@ -1,20 +1,15 @@
 // owbctl: reads and writes groups through libowb and prints them.
-#include "agent/Items.hpp"
 #include "agent/Endpoint.hpp"
-#include "agent/Number.hpp"
-#include "agent/Status.hpp"
+#include "agent/Processes.hpp"
 #include "agent/Trace.hpp"
-#include "arguments/Assignment.hpp"
 #include "arguments/CommandLine.hpp"
 #include "arguments/Completion.hpp"
-#include "arguments/GroupNames.hpp"
-#include "arguments/Usage.hpp"
-#include "commands/DoctorCommand.hpp"
-#include "commands/GetCommand.hpp"
-#include "commands/InstanceCommand.hpp"
-#include "commands/SetCommand.hpp"
-#include "commands/TimeCommand.hpp"
-#include "commands/WatchCommand.hpp"
+#include "arguments/Names.hpp"
+#include "commands/Read.hpp"
+#include "commands/Report.hpp"
+#include "commands/Set.hpp"
+#include "commands/Watch.hpp"
+#include "doctor/Doctor.hpp"
 #include "formats/CsvFormat.hpp"
 #include "formats/JsonFormat.hpp"
 #include "formats/LineFormat.hpp"
@@ -22,6 +17,7 @@
 #include "output/Deadline.hpp"
 #include "output/Output.hpp"
 #include "output/Text.hpp"
+#include "util/Decimal.hpp"
 
 #include <exception>
 #include <iostream>
@@ -29,28 +25,31 @@
 #include <sstream>
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 const char* const programName = "owbctl";
-/** Seconds after which a silent object manager has told enough. */
+/** Seconds after which doctor ends. */
 constexpr double doctorTimeout = 60;
 
-std::unique_ptr<Format> makeFormat(const Words& words, Output& output) {
-    if (words.output == "json")
-        return std::make_unique<JsonFormat>(output, withoutPassword(words.url));
-    if (words.output == "csv")
+std::unique_ptr<Format> makeFormat(const Arguments& arguments, Output& output) {
+    if (arguments.output == "json")
+        return std::make_unique<JsonFormat>(output, withoutPassword(arguments.url));
+    if (arguments.output == "csv")
         return std::make_unique<CsvFormat>(output);
-    if (words.output == "line")
+    if (arguments.output == "line")
         return std::make_unique<LineFormat>(output);
     return std::make_unique<TableFormat>(output);
 }
 
 std::optional<long> numberOrNone(const std::string& checked) {
-    return checked.empty() ? std::nullopt : decimal(checked);
+    return checked.empty() ? std::nullopt : util::decimal<long>(checked);
 }
 
-long groupOf(const Words& words) {
-    return groupsNamed(words.group).front();
+long groupOf(const Arguments& arguments) {
+    return groupsNamed(arguments.group).front();
 }
 
 std::vector<Version> versions() {
@@ -59,58 +58,71 @@ std::vector<Version> versions() {
             {"client library", OWBCTL_CLIENT_IS_BUNDLED ? "bundled" : "of the system"}};
 }
 
-InstanceQuery instanceQuery(const Words& words) {
+InstanceQuery instanceQuery(const Arguments& arguments) {
     std::vector<long> groups =
-        words.group.empty() ? groupsOfPath(words.path) : std::vector<long>{groupOf(words)};
-    return {words.path, std::move(groups), numberOrNone(words.row).value_or(0)};
+        arguments.group.empty() ? groupsOfPath(arguments.path) : std::vector<long>{groupOf(arguments)};
+    return {arguments.path, std::move(groups), numberOrNone(arguments.row).value_or(0)};
 }
 
-WriteRequest writeRequest(const Words& words) {
-    const long group = groupOf(words);
-    return {group, decimal(words.row).value(), parseAssignments(group, words.assignments)};
+WriteRequest writeRequest(const Arguments& arguments) {
+    const long group = groupOf(arguments);
+    return {group, util::decimal<long>(arguments.row).value(),
+            parseAssignments(group, arguments.assignments)};
 }
 
-int execute(const CLI::App& app, const Words& words, const Output& output, const Trace* trace,
+/** Writes a conversion, and its error on standard error. Returns the exit status. */
+int showConversion(const Conversion& conversion, Format& format) {
+    format.writeConversion(conversion);
+    if (conversion.number)
+        return 0;
+    std::cerr << programName << ": '" << printable(conversion.text) << "': " << conversion.error << '\n';
+    return exitFailed;
+}
+
+int execute(const CLI::App& app, const Arguments& arguments, const Output& output, const Trace* trace,
             Format& format) {
-    const std::string url = withoutPassword(words.url);
+    const std::string url = withoutPassword(arguments.url);
     if (app.got_subcommand("get"))
-        return getGroups({groupsNamed(words.groups), words.properties, numberOrNone(words.row)}, format, url);
+        return getGroups({groupsNamed(arguments.groups), arguments.properties, numberOrNone(arguments.row)},
+                         format, url);
     if (app.got_subcommand("watch"))
-        return watchGroup({groupOf(words), words.interval, numberOrNone(words.count)}, format, output, url);
+        return watchGroup({groupOf(arguments), arguments.interval, numberOrNone(arguments.count)}, format,
+                          output, url);
     if (app.got_subcommand("instance"))
-        return showInstance(instanceQuery(words), format, url);
+        return showInstance(instanceQuery(arguments), format, url);
     if (app.got_subcommand("set"))
-        return setRow(writeRequest(words), format, url);
+        return setRow(writeRequest(arguments), format, url);
     if (app.got_subcommand("time")) {
         const bool isDate = app.get_subcommand("time")->got_subcommand("epoch");
-        return showConversion(isDate ? convertDate(words.time) : convertInterval(words.time, words.unit),
-                              format);
+        return showConversion(
+            isDate ? convertDate(arguments.time) : convertInterval(arguments.time, arguments.unit), format);
     }
     if (app.got_subcommand("doctor"))
-        return showChecks(words.url, *trace, format);
+        return runChecks(arguments.url, *trace, format);
     if (app.got_subcommand("processes"))
         format.writeProcesses(readProcesses());
     else if (app.got_subcommand("version"))
         format.writeVersions(versions());
     else
-        format.writeCatalogue(words.groups.empty() ? everyGroup() : groupsNamed(words.groups));
+        format.writeCatalogue(arguments.groups.empty() ? everyGroup() : groupsNamed(arguments.groups));
     return 0;
 }
 
-void bound(double timeout, const Words& words, const Output& output) {
+void startTimer(double timeout, const Arguments& arguments, const Output& output) {
     std::ostringstream message;
-    message << "no end within " << timeout << " s";
+    message << "timed out after " << timeout << " s";
     endAfter(timeout, "owbctl: " + message.str() + '\n',
-             words.output == "json" ? jsonError(message.str(), exitTimeout) : std::string(), output);
+             arguments.output == "json" ? jsonError(message.str(), exitTimeout) : std::string(), output);
 }
 
-/** Sets the URL, which is the first that the library traces; the trace that it goes into, or null. */
-std::unique_ptr<Trace> setUrl(const CLI::App& app, const Words& words) {
-    const auto set = [&words] { OWB_URLSet(words.url.c_str()); };
+/** Sets the URL. This makes the first trace call of the process, so tracing starts here. Returns the trace,
+ * or null. */
+std::unique_ptr<Trace> setUrl(const CLI::App& app, const Arguments& arguments) {
+    const auto set = [&arguments] { OWB_URLSet(arguments.url.c_str()); };
     std::unique_ptr<Trace> trace;
-    if (!words.trace.empty())
-        trace = std::make_unique<Trace>(words.trace);
-    else if (app.got_subcommand("doctor")) // which needs the library's reasons
+    if (!arguments.trace.empty())
+        trace = std::make_unique<Trace>(arguments.trace);
+    else if (app.got_subcommand("doctor")) // it needs the reasons that the library traces
         trace = std::make_unique<Trace>();
     if (trace != nullptr)
         trace->begin(set);
@@ -119,12 +131,13 @@ std::unique_ptr<Trace> setUrl(const CLI::App& app, const Words& words) {
     return trace;
 }
 
-int carryOut(const CLI::App& app, const Words& words, Output& output) {
-    const double timeout = words.timeout == 0 && app.got_subcommand("doctor") ? doctorTimeout : words.timeout;
+int carryOut(const CLI::App& app, const Arguments& arguments, Output& output) {
+    const double timeout =
+        arguments.timeout == 0 && app.got_subcommand("doctor") ? doctorTimeout : arguments.timeout;
     if (timeout > 0)
-        bound(timeout, words, output);
-    const std::unique_ptr<Trace> trace = setUrl(app, words);
-    return execute(app, words, output, trace.get(), *makeFormat(words, output));
+        startTimer(timeout, arguments, output);
+    const std::unique_ptr<Trace> trace = setUrl(app, arguments);
+    return execute(app, arguments, output, trace.get(), *makeFormat(arguments, output));
 }
 
 int complete(const CLI::App& app, int argc, char** argv, Output& output) {
@@ -133,7 +146,7 @@ int complete(const CLI::App& app, int argc, char** argv, Output& output) {
     return 0;
 }
 
-/** Says why there is no data, on standard error, and in JSON where that was asked for. */
+/** Reports an error on standard error, and as JSON if that was requested. */
 int fail(const std::string& why, int status, bool inJson, Output& output) {
     std::cerr << programName << ": " << printable(why) << '\n';
     if (status == exitUsage)
@@ -144,16 +157,16 @@ int fail(const std::string& why, int status, bool inJson, Output& output) {
 }
 
 int run(int argc, char** argv, Output& output) {
-    Words words;
+    Arguments arguments;
     CLI::App app("Reads and writes the data of a CIM object manager through libowb.", programName);
-    describe(app, words);
-    // For the shell's completion, and so no command of the user's.
+    describe(app, arguments);
+    // For the completion of the shell; not a command for users.
     if (argc > 1 && std::string(argv[1]) == "complete")
         return complete(app, argc, argv, output);
     const bool inJson = asksForJson(argc, argv);
     try {
         parse(app, argc, argv);
-        return carryOut(app, words, output);
+        return carryOut(app, arguments, output);
     } catch (const CLI::Success& wanted) { // help or version
         std::ostringstream text;
         app.exit(wanted, text, text);
@@ -175,7 +188,7 @@ int main(int argc, char** argv) {
     try {
         owbctl::Output output;
         return owbctl::run(argc, argv, output);
-    } catch (const std::exception& error) { // there is no standard output, or not any more
+    } catch (const std::exception& error) { // standard output is closed or failed
         std::cerr << "owbctl: " << error.what() << '\n';
         return owbctl::exitFailed;
     }

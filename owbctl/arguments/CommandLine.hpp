@@ -1,8 +1,6 @@
 #ifndef OWBCTL_ARGUMENTS_COMMANDLINE_HPP
 #define OWBCTL_ARGUMENTS_COMMANDLINE_HPP
 
-#include <owb.h>
-
 #include <CLI/CLI.hpp>
 
 #include <string>
@@ -10,25 +8,24 @@
 
 namespace owbctl {
 
-/** The words of the command line, for all commands. Groups and rows name what there is; numbers are in their
- * range. */
-struct Words {
-    Words();
+/** The arguments of all commands. parse() checks groups, rows and the ranges of numbers. */
+struct Arguments {
+    Arguments();
 
-    /** Of the environment, else the library's. */
+    /** By default OWB_URL of the environment, else the default of the library. */
     std::string url;
     std::string output = "table";
-    /** Seconds; 0 for no bound. */
+    /** Seconds; 0 for no limit. */
     double timeout = 0;
-    /** Empty for none. */
+    /** File name; empty for no trace. */
     std::string trace;
 
-    /** Of `groups` and `get`, see groupsNamed(). */
+    /** For `groups` and `get`, see groupsNamed(). */
     std::vector<std::string> groups;
     std::vector<std::string> properties;
-    /** Of `watch` and `set`, and of `instance`, where it may be empty; names one group. */
+    /** Names one group. For `watch`, `set` and `instance`; may be empty for `instance`. */
     std::string group;
-    /** Empty when not given. */
+    /** Empty if not given. */
     std::string row;
     double interval = 2;
     std::string count;
@@ -38,19 +35,19 @@ struct Words {
     std::string unit = "s";
 };
 
-/** The forms of the program's data. */
+/** The output formats. */
 extern const std::vector<std::string> outputNames;
 
-/** The units of an interval. */
+/** The units of `time interval`. */
 extern const std::vector<std::string> unitNames;
 
-/** Makes `app` take the commands and options of the program. It fills `words`, which must outlive it. */
-void describe(CLI::App& app, Words& words);
+/** Adds the commands and options of the program to `app`. It fills `arguments`, which must outlive it. */
+void describe(CLI::App& app, Arguments& arguments);
 
-/** Parses the command line. Throws CLI::ParseError for help, version and wrong usage. */
+/** Parses the command line. Throws CLI::ParseError for help, version and usage errors. */
 void parse(CLI::App& app, int argc, char** argv);
 
-/** Whether a command line asks for JSON, be it a good one or not. */
+/** Whether a command line requests JSON, even if it is invalid otherwise. */
 bool asksForJson(int argc, char** argv);
 
 } // namespace owbctl

@@ -1,24 +1,26 @@
 #include "arguments/Completion.hpp"
 
-#include "agent/Items.hpp"
 #include "arguments/CommandLine.hpp"
-#include "arguments/GroupNames.hpp"
+#include "arguments/Names.hpp"
 
 #include <algorithm>
 #include <set>
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 using Strings = std::vector<std::string>;
 
-/** What stands in front of the word to complete. */
+/** What precedes the word to complete. */
 struct Context {
     const CLI::App* program;
     /** The innermost command. */
     const CLI::App* command;
     Strings positionals;
-    /** Which the word is a value of; null for none. */
+    /** Option whose value the word is; null for none. */
     const CLI::Option* option;
 };
 
@@ -53,7 +55,7 @@ Strings groupWords() {
     std::set<std::string> classes;
     for (const long group : everyGroup()) {
         words.push_back(std::to_string(group));
-        classes.insert(ExtGroupCimClass[group]);
+        classes.insert(classOf(group).name);
     }
     words.insert(words.end(), classes.begin(), classes.end());
     return words;
@@ -62,8 +64,8 @@ Strings groupWords() {
 Strings propertyWords(const Strings& groups, const std::string& suffix) {
     Strings words;
     for (const long group : groupsNamed(groups)) {
-        for (const ExtItem* item : propertiesOf(group))
-            words.push_back(item->property + suffix);
+        for (const Attribute* attribute : attributesOf(group))
+            words.push_back(attribute->property + suffix);
     }
     return words;
 }
@@ -97,13 +99,13 @@ Strings wordsOf(const Context& context) {
     for (const CLI::App* command : context.command->get_subcommands([](const CLI::App*) { return true; }))
         words.push_back(command->get_name());
     const std::string command = context.command->get_name();
-    const std::size_t place = context.positionals.size();
-    if (command == "get" || command == "groups" || (command == "watch" && place == 0) ||
-        (command == "set" && place == 0))
+    const std::size_t index = context.positionals.size();
+    if (command == "get" || command == "groups" || (command == "watch" && index == 0) ||
+        (command == "set" && index == 0))
         words = groupWords();
     if (command == "get")
         words.emplace_back(allGroups);
-    if (command == "set" && place >= 2)
+    if (command == "set" && index >= 2)
         words = propertyWords({context.positionals.front()}, "=");
     return words;
 }

@@ -9,8 +9,8 @@
 namespace owbctl {
 
 /**
- * What may stand in place of the last of `words`, a command line without the program's name: every word that
- * begins as it does. `app` takes the commands and options of the program.
+ * The candidates for the last of `words`, a command line without the program's name: all possible words that
+ * begin with it, sorted. `app` has the commands and options of the program.
  */
 std::vector<std::string> completions(const CLI::App& app, const std::vector<std::string>& words);
 

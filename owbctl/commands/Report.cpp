@@ -1,19 +1,26 @@
 #include "commands/Report.hpp"
 
-#include "agent/Status.hpp"
+#include "agent/Endpoint.hpp"
 #include "output/Text.hpp"
 
 #include <iostream>
 
 namespace owbctl {
 
-void reportFailure(const Group& group, const std::string& url) {
+int exitStatus(long status) {
+    return status == OWB_DONE ? 0 : static_cast<int>(10 + status);
+}
+
+void reportFailure(const agent::Group& group, const std::string& url) {
     std::cerr << "owbctl: group " << group.number << " (" << group.className
-              << "): " << printable(failureText(group.status, url)) << " (status " << group.status << ")\n";
+              << "): " << printable(agent::failureText(group.status, url)) << " (status " << group.status
+              << ")\n";
 }
 
 void hintAtDoctor() {
-    std::cerr << "        'owbctl doctor' with the same URL says why; --trace - shows what the library did\n";
+    std::cerr
+        << "        'owbctl doctor' with the same URL finds the reason; --trace - shows what the library "
+           "did\n";
 }
 
 void hintAtTrace() {

@@ -5,15 +5,23 @@
 
 #include <string>
 
+/** Exit statuses and messages that several commands share. */
 namespace owbctl {
 
-/** Says on standard error that a read failed. `url` is for people to read. */
-void reportFailure(const Group& group, const std::string& url);
+/** owbctl itself failed. */
+constexpr int exitFailed = 1;
+constexpr int exitUsage = 2;
 
-/** Says on standard error how to find out why the object manager could not be read. */
+/** Exit status for a status of the library: 0 for OWB_DONE, else the library's number plus 10. */
+int exitStatus(long status);
+
+/** Reports a failed read on standard error. `url` is printed as it is: pass it without password. */
+void reportFailure(const agent::Group& group, const std::string& url);
+
+/** Says on standard error how to find out why a read failed. */
 void hintAtDoctor();
 
-/** Says on standard error how to find the cause of what the library does not tell. */
+/** Says on standard error how to find the object manager's reason. */
 void hintAtTrace();
 
 } // namespace owbctl

@@ -3,26 +3,30 @@
 
 #include <cstddef>
 #include <string>
+#include <sys/types.h>
 
 namespace owbctl {
 
-/** One thing that was looked at: what was found, and what there is to do about it. */
+/** One check of the command doctor. */
 struct Check {
     enum class Result { ok, warn, fail };
 
     Result result;
-    /** What was looked at, a word or two. */
+    /** Subject of the check, one or two words. */
     std::string name;
     std::string finding;
-    /** Empty when there is nothing to do. */
+    /** What to do about the finding; empty if there is nothing to do. */
     std::string advice;
 };
 
-/** Characters of the longest name of a check. */
+/** Length of the longest name of a check. */
 constexpr std::size_t longestCheckName = 9;
 
 /** "ok", "warn" or "fail". */
 const char* wordOf(Check::Result result);
+
+/** Name of a user, or "user 1234" if it has none. */
+std::string userName(uid_t user);
 
 } // namespace owbctl
 #endif

@@ -1,14 +1,15 @@
 #include "doctor/Doctor.hpp"
 
-#include "agent/Connection.hpp"
 #include "agent/Endpoint.hpp"
+#include "commands/Report.hpp"
 #include "doctor/HostChecks.hpp"
-#include "doctor/LoginCheck.hpp"
-#include "doctor/ManagerCheck.hpp"
+#include "doctor/ManagerChecks.hpp"
 #include "doctor/SocketCheck.hpp"
-#include "doctor/TraceCheck.hpp"
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 std::string meaningOf(const Endpoint& endpoint) {
@@ -21,19 +22,19 @@ std::string meaningOf(const Endpoint& endpoint) {
 }
 
 const char* const form =
-    "Give it as scheme://[user[:password]@]host[:port]; the port of a socket is its path, with each "
-    "/ written as %2f";
+    "The form is scheme://[user[:password]@]host[:port]; the port of a socket is its path, with each / "
+    "written as %2f";
 
-bool holds(const std::string& text, const char* part) {
+bool contains(const std::string& text, const char* part) {
     return text.find(part) != std::string::npos;
 }
 
 Check checkUrl(const std::string& url) {
-    const std::string why = connectAnew();
+    const std::string why = reconnect();
     const std::string shown = withoutPassword(url);
     if (!why.empty())
         return {Check::Result::fail, "URL", shown + ": " + withoutPassword(why),
-                holds(why, "MalformedURL") || holds(why, "UnescapeChar") ? form : ""};
+                contains(why, "MalformedURL") || contains(why, "UnescapeChar") ? form : ""};
     const std::size_t host = url.find("://") == std::string::npos ? 0 : url.find("://") + 3;
     const std::string finding = shown + ": " + meaningOf(endpointOf(url));
     if (url.find(":/", host) != std::string::npos)
@@ -43,7 +44,12 @@ Check checkUrl(const std::string& url) {
 
 } // namespace
 
-void examine(const std::string& url, const Trace& trace, const std::function<void(const Check&)>& report) {
+int runChecks(const std::string& url, const Trace& trace, Format& format) {
+    bool hasFailed = false;
+    const auto report = [&](const Check& check) {
+        format.writeCheck(check);
+        hasFailed = hasFailed || check.result == Check::Result::fail;
+    };
     const Check urlCheck = checkUrl(url);
     report(urlCheck);
     if (urlCheck.result != Check::Result::fail) {
@@ -57,6 +63,8 @@ void examine(const std::string& url, const Trace& trace, const std::function<voi
     report(checkTrace());
     report(checkProcessTable());
     report(checkSoftwareInventory());
+    format.endChecks();
+    return hasFailed ? exitFailed : 0;
 }
 
 } // namespace owbctl

@@ -2,20 +2,18 @@
 #define OWBCTL_DOCTOR_DOCTOR_HPP
 
 #include "agent/Trace.hpp"
-#include "doctor/Check.hpp"
+#include "formats/Format.hpp"
 
-#include <functional>
 #include <string>
 
 namespace owbctl {
 
 /**
- * Looks at everything that a read needs: the URL, the socket, the object manager, the login, the trace, /proc
- * and the software inventory. `url` is the one that is set; the library must trace into `trace`, which tells
- * why a read failed. Each finding is handed to `report` before the next is looked for, which may take its
- * time.
+ * The command doctor: checks everything that a read needs, and writes each check before the next one starts.
+ * `url` is the URL that is set. The library must trace to `trace`, which holds the reasons for failures.
+ * Returns the exit status: exitFailed if a check failed, else 0.
  */
-void examine(const std::string& url, const Trace& trace, const std::function<void(const Check&)>& report);
+int runChecks(const std::string& url, const agent::Trace& trace, Format& format);
 
 } // namespace owbctl
 #endif

@@ -3,12 +3,16 @@
 
 #include "doctor/Check.hpp"
 
+/** Checks of this host: what agents read here, without an object manager. */
 namespace owbctl {
 
-/** Whether /proc shows the processes of every user (see hidepid in proc(5)). */
+/** Whether an agent that starts in the current directory traces, into which file, and who enabled that. */
+Check checkTrace();
+
+/** Whether /proc shows the processes of all users (hidepid in proc(5)). */
 Check checkProcessTable();
 
-/** Whether the program that tells the kind of a process can be run. */
+/** Whether the program that determines the kind of a process is executable. */
 Check checkSoftwareInventory();
 
 } // namespace owbctl

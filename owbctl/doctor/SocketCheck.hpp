@@ -7,8 +7,8 @@
 
 namespace owbctl {
 
-/** Whether there is a Unix-domain socket at `path`, whose it is, and who listens on it. Connects, but sends
- * nothing. */
+/** Whether a Unix-domain socket exists at `path`, its owner, and the process that listens on it. Connects,
+ * but sends nothing. */
 Check checkSocket(const std::string& path);
 
 } // namespace owbctl

@@ -1,17 +1,80 @@
 #include "formats/CsvFormat.hpp"
 
-#include "agent/Items.hpp"
-#include "agent/Counter.hpp"
-#include "formats/Csv.hpp"
-#include "formats/ProcessFields.hpp"
+#include "formats/ProcessTable.hpp"
 #include "output/Text.hpp"
 
 #include <algorithm>
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
-std::string rate(const Sampled& sampled) {
+bool mustBeQuoted(std::string_view text) {
+    return text.empty() || text.find_first_of(",\"\r\n") != std::string_view::npos || text.front() == ' ' ||
+           text.back() == ' ';
+}
+
+std::string quoted(const std::string& text) {
+    std::string result = "\"";
+    for (const char c : text)
+        result += c == '"' ? std::string("\"\"") : std::string(1, c);
+    return result + '"';
+}
+
+/** Records of comma-separated values (RFC 4180), each ended by a line feed. */
+class Csv {
+public:
+    void header(const std::vector<std::string>& names) {
+        for (const std::string& name : names)
+            text(name);
+        end();
+    }
+
+    /** Adds a text field. It is quoted if necessary and if it is empty. */
+    Csv& text(std::string_view text) {
+        const std::string valid = validUtf8(text);
+        return unquoted(mustBeQuoted(valid) ? quoted(valid) : valid);
+    }
+
+    /** Adds a field that needs no quotes; the empty text means no value. */
+    Csv& unquoted(std::string_view text) {
+        m_text += m_isFirst ? "" : ",";
+        m_text += text;
+        m_isFirst = false;
+        return *this;
+    }
+
+    template <class Number>
+    Csv& number(Number number) {
+        return unquoted(std::to_string(number));
+    }
+
+    /** Adds one field with all values, separated by line feeds; no value for an empty list. */
+    Csv& values(const std::vector<std::string>& values) {
+        if (values.empty())
+            return unquoted("");
+        std::string all;
+        for (const std::string& value : values)
+            all += (&value == &values.front() ? "" : "\n") + value;
+        return text(all);
+    }
+
+    /** Ends a record. */
+    void end() {
+        m_text += '\n';
+        m_isFirst = true;
+    }
+
+    const std::string& text() const { return m_text; }
+
+private:
+    std::string m_text;
+    bool m_isFirst = true;
+};
+
+std::string rate(const SampledProperty& sampled) {
     return sampled.perSecond ? std::to_string(*sampled.perSecond) : std::string();
 }
 
@@ -23,9 +86,9 @@ const char* yesOrNo(bool is) {
 std::vector<std::string> columnsOf(const std::vector<Group>& groups) {
     std::vector<std::string> columns;
     for (const Group& group : groups) {
-        for (const ExtItem* item : propertiesOf(group.number)) {
-            if (std::find(columns.begin(), columns.end(), item->property) == columns.end())
-                columns.emplace_back(item->property);
+        for (const Attribute* attribute : attributesOf(group.number)) {
+            if (std::find(columns.begin(), columns.end(), attribute->property) == columns.end())
+                columns.emplace_back(attribute->property);
         }
     }
     return columns;
@@ -37,9 +100,12 @@ void CsvFormat::writeCatalogue(const std::vector<long>& groups) {
     Csv csv;
     csv.header({"group", "class", "nominator", "property", "counter"});
     for (const long group : groups) {
-        for (const ExtItem* item : propertiesOf(group)) {
-            csv.number(group).text(ExtGroupCimClass[group]).number(item->nom).text(item->property);
-            csv.text(yesOrNo(isCounter(*item))).end();
+        for (const Attribute* attribute : attributesOf(group)) {
+            csv.number(group)
+                .text(classOf(group).name)
+                .number(attribute->nominator)
+                .text(attribute->property);
+            csv.text(yesOrNo(attribute->kind == Kind::counter)).end();
         }
     }
     m_output.write(csv.text());
@@ -59,7 +125,7 @@ void CsvFormat::endGroups() {
         for (const Row& row : group.rows) {
             csv.number(group.number).text(group.className).number(row.number);
             for (const std::string& column : columns) {
-                const Property* const property = row.find(findProperty(group.number, column));
+                const Property* const property = row.find(findAttribute(group.number, column));
                 csv.values(property == nullptr ? std::vector<std::string>() : property->values);
             }
             csv.end();
@@ -73,10 +139,13 @@ void CsvFormat::writeSample(const Sample& sample) {
     if (sample.number == 1)
         csv.header({"sample", "time", "group", "class", "row", "property", "value", "changed", "per_second"});
     for (const SampledRow& row : sample.rows) {
-        for (const Sampled& sampled : row.properties) {
+        for (const SampledProperty& sampled : row.properties) {
             csv.number(sample.number).text(utc(sample.time)).number(sample.group.number);
-            csv.text(sample.group.className).number(row.number).text(sampled.property.description->property);
-            csv.values(sampled.property.values).text(yesOrNo(sampled.isChanged)).bare(rate(sampled)).end();
+            csv.text(sample.group.className).number(row.number).text(sampled.property.attribute->property);
+            csv.values(sampled.property.values)
+                .text(yesOrNo(sampled.isChanged))
+                .unquoted(rate(sampled))
+                .end();
         }
     }
     m_output.write(csv.text());
@@ -88,8 +157,8 @@ void CsvFormat::writeWrite(const Write& write) {
     for (const Change& change : write.changes) {
         if (!change.isChanged())
             continue;
-        csv.number(write.group).text(ExtGroupCimClass[write.group]).number(write.row);
-        csv.text(change.description->property).text(yesOrNo(change.asked.has_value()));
+        csv.number(write.group).text(classOf(write.group).name).number(write.row);
+        csv.text(change.attribute->property).text(yesOrNo(change.requested.has_value()));
         csv.values(change.before).values(change.after).end();
     }
     m_output.write(csv.text());
@@ -99,7 +168,7 @@ void CsvFormat::writeConversion(const Conversion& conversion) {
     Csv csv;
     csv.header({"text", "unit", "value"});
     csv.text(conversion.text).text(conversion.unit);
-    csv.bare(conversion.number ? std::to_string(*conversion.number) : std::string()).end();
+    csv.unquoted(conversion.number ? std::to_string(*conversion.number) : std::string()).end();
     m_output.write(csv.text());
 }
 

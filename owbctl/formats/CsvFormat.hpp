@@ -9,9 +9,9 @@
 namespace owbctl {
 
 /**
- * Comma-separated values (RFC 4180, lines ended by a line feed): one header, then one record a line. What is
- * not there is an empty field, an empty text is "". The values of an array stand in one field, a line feed
- * between them. Bytes that are not UTF-8 are replaced by U+FFFD.
+ * Comma-separated values (RFC 4180, lines ended by a line feed): one header, then one record on each line. An
+ * empty field means no value, "" an empty text. The values of an array share one field, separated by line
+ * feeds. U+FFFD replaces bytes that are not UTF-8.
  */
 class CsvFormat : public Format {
 public:
@@ -20,20 +20,20 @@ public:
         : m_output(output) {}
 
     void writeCatalogue(const std::vector<long>& groups) override;
-    /** All groups make one table: a record is a row, a column each property that one of the groups has. */
-    void writeGroup(const Group& group) override;
+    /** All groups form one table: one record for each row, one column for each property of the groups. */
+    void writeGroup(const agent::Group& group) override;
     void endGroups() override;
-    void writeSample(const Sample& sample) override;
-    void writeWrite(const Write& write) override;
-    void writeConversion(const Conversion& conversion) override;
-    void writeProcesses(const std::vector<Process>& processes) override;
+    void writeSample(const agent::Sample& sample) override;
+    void writeWrite(const agent::Write& write) override;
+    void writeConversion(const agent::Conversion& conversion) override;
+    void writeProcesses(const std::vector<agent::Process>& processes) override;
     void writeCheck(const Check& check) override;
     void endChecks() override {}
     void writeVersions(const std::vector<Version>& versions) override;
 
 private:
     Output& m_output;
-    std::vector<Group> m_groups;
+    std::vector<agent::Group> m_groups;
 };
 
 } // namespace owbctl

@@ -1,11 +1,11 @@
 #ifndef OWBCTL_FORMATS_FORMAT_HPP
 #define OWBCTL_FORMATS_FORMAT_HPP
 
+#include "agent/Change.hpp"
 #include "agent/Conversion.hpp"
 #include "agent/Group.hpp"
 #include "agent/Processes.hpp"
 #include "agent/Sample.hpp"
-#include "agent/Write.hpp"
 #include "doctor/Check.hpp"
 
 #include <string>
@@ -19,30 +19,29 @@ struct Version {
     std::string version;
 };
 
-/** A form of the program's data on standard output. Each function throws std::system_error when writing
- * fails. */
+/** An output format. Each function throws std::system_error if writing fails. */
 class Format {
 public:
     virtual ~Format() = default;
 
-    /** Writes what the tables of the library say of groups: class, nominators and property names. */
+    /** Writes groups from the catalogue: class, nominators and properties. */
     virtual void writeCatalogue(const std::vector<long>& groups) = 0;
 
-    /** Writes what one read gave. After the last one call endGroups(). */
-    virtual void writeGroup(const Group& group) = 0;
+    /** Writes the result of one read. Call endGroups() after the last one. */
+    virtual void writeGroup(const agent::Group& group) = 0;
     virtual void endGroups() = 0;
 
     /** Writes one of a series of samples. */
-    virtual void writeSample(const Sample& sample) = 0;
+    virtual void writeSample(const agent::Sample& sample) = 0;
 
-    /** Writes what came of writing a row: the properties that changed, or the error. */
-    virtual void writeWrite(const Write& write) = 0;
+    /** Writes the result of writing a row: the properties that changed, or the error. */
+    virtual void writeWrite(const agent::Write& write) = 0;
 
-    virtual void writeConversion(const Conversion& conversion) = 0;
+    virtual void writeConversion(const agent::Conversion& conversion) = 0;
 
-    virtual void writeProcesses(const std::vector<Process>& processes) = 0;
+    virtual void writeProcesses(const std::vector<agent::Process>& processes) = 0;
 
-    /** Writes one check. After the last one call endChecks(). */
+    /** Writes one check. Call endChecks() after the last one. */
     virtual void writeCheck(const Check& check) = 0;
     virtual void endChecks() = 0;
 

@@ -1,6 +1,5 @@
 #include "formats/GroupTable.hpp"
 
-#include "agent/Items.hpp"
 #include "formats/Table.hpp"
 #include "output/Text.hpp"
 
@@ -8,13 +7,16 @@
 #include <cstdio>
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 constexpr std::size_t gap = 2;
 
-/** A value as it is shown, and its mark. */
+/** A value for people, and its mark. */
 struct Shown {
-    const ExtItem* description;
+    const Attribute* attribute;
     std::string value;
     std::string mark;
 };
@@ -23,10 +25,10 @@ struct ShownRow {
     long number;
     std::vector<Shown> properties;
 
-    const Shown* find(const ExtItem* description) const {
+    const Shown* find(const Attribute* attribute) const {
         const auto found =
             std::find_if(properties.begin(), properties.end(),
-                         [description](const Shown& shown) { return shown.description == description; });
+                         [attribute](const Shown& shown) { return shown.attribute == attribute; });
         return found == properties.end() ? nullptr : &*found;
     }
 };
@@ -35,18 +37,18 @@ std::string padded(const std::string& text, std::size_t columns) {
     return text + std::string(columns - std::min(columns, width(text)), ' ');
 }
 
-// Without a header: property, value and mark, one property a line.
+// One property on each line: name, value and mark, without a header.
 std::string vertical(const ShownRow& row, std::size_t limit) {
     std::size_t nameWidth = 0;
     std::size_t valueWidth = 0;
     for (const Shown& shown : row.properties) {
-        nameWidth = std::max(nameWidth, width(shown.description->property));
+        nameWidth = std::max(nameWidth, width(shown.attribute->property));
         if (!shown.mark.empty())
             valueWidth = std::max(valueWidth, width(shown.value));
     }
     std::string text;
     for (const Shown& shown : row.properties) {
-        text += padded(shown.description->property, nameWidth + gap);
+        text += padded(shown.attribute->property, nameWidth + gap);
         if (shown.mark.empty())
             text += wrapped(shown.value, nameWidth + gap, limit) + '\n';
         else
@@ -55,9 +57,9 @@ std::string vertical(const ShownRow& row, std::size_t limit) {
     return text;
 }
 
-std::vector<const ExtItem*> usedColumns(long group, const std::vector<ShownRow>& rows) {
-    std::vector<const ExtItem*> columns = propertiesOf(group);
-    const auto isUnused = [&rows](const ExtItem* column) {
+std::vector<const Attribute*> usedColumns(long group, const std::vector<ShownRow>& rows) {
+    std::vector<const Attribute*> columns = attributesOf(group);
+    const auto isUnused = [&rows](const Attribute* column) {
         return std::none_of(rows.begin(), rows.end(),
                             [column](const ShownRow& row) { return row.find(column) != nullptr; });
     };
@@ -65,7 +67,7 @@ std::vector<const ExtItem*> usedColumns(long group, const std::vector<ShownRow>&
     return columns;
 }
 
-std::size_t markWidth(const ExtItem* column, const std::vector<ShownRow>& rows) {
+std::size_t markWidth(const Attribute* column, const std::vector<ShownRow>& rows) {
     std::size_t widest = 0;
     for (const ShownRow& row : rows) {
         const Shown* const shown = row.find(column);
@@ -74,7 +76,7 @@ std::size_t markWidth(const ExtItem* column, const std::vector<ShownRow>& rows) 
     return widest;
 }
 
-// Marks take the same room in all rows, so that the values stay aligned.
+// Marks have the same width in all rows, so that the values are aligned.
 std::string cell(const Shown* shown, std::size_t markWidth) {
     if (shown == nullptr)
         return Table::absent;
@@ -82,10 +84,10 @@ std::string cell(const Shown* shown, std::size_t markWidth) {
 }
 
 std::string horizontal(long group, const std::vector<ShownRow>& rows, std::size_t limit) {
-    const std::vector<const ExtItem*> columns = usedColumns(group, rows);
+    const std::vector<const Attribute*> columns = usedColumns(group, rows);
     std::vector<std::string> header = {"Row"};
     std::vector<std::size_t> markWidths;
-    for (const ExtItem* column : columns) {
+    for (const Attribute* column : columns) {
         header.emplace_back(column->property);
         markWidths.push_back(markWidth(column, rows));
     }
@@ -141,7 +143,7 @@ std::string groupTable(const Group& group, std::size_t limit) {
     for (const Row& row : group.rows) {
         rows.push_back({row.number, {}});
         for (const Property& property : row.properties)
-            rows.back().properties.push_back({property.description, cell(property.values), {}});
+            rows.back().properties.push_back({property.attribute, cell(property.values), {}});
     }
     return table(group.number, rows, limit);
 }
@@ -150,14 +152,14 @@ std::string sampleTable(const Sample& sample, std::size_t limit) {
     std::vector<ShownRow> rows;
     for (const SampledRow& row : sample.rows) {
         rows.push_back({row.number, {}});
-        for (const Sampled& sampled : row.properties)
+        for (const SampledProperty& sampled : row.properties)
             rows.back().properties.push_back(
-                {sampled.property.description, cell(sampled.property.values), mark(sampled)});
+                {sampled.property.attribute, cell(sampled.property.values), mark(sampled)});
     }
     return table(sample.group.number, rows, limit);
 }
 
-std::string mark(const Sampled& sampled) {
+std::string mark(const SampledProperty& sampled) {
     if (!sampled.isChanged)
         return std::string();
     if (!sampled.perSecond)

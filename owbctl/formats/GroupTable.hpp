@@ -10,23 +10,24 @@
 
 namespace owbctl {
 
-/** Several values as one printable text; Table::absent for none. */
+/** Values as one printable text, separated by a comma and a blank; Table::absent for none. */
 std::string cell(const std::vector<std::string>& values);
 
-/** How many rows and items a group has, and whether that is all: "(2 rows, 10 items)". */
-std::string extent(const Group& group);
+/** Numbers of rows and items of a group, and whether the read was incomplete: "(2 rows, 10 items)". */
+std::string extent(const agent::Group& group);
 
 /**
- * The rows of a group for people: a single row with a property a line, several as a table, which takes at
- * most `limit` columns when that is not 0.
+ * The rows of a group for people: a single row with one property on each line, several rows as a table. The
+ * lines have at most `limit` columns; 0 means no limit.
  */
-std::string groupTable(const Group& group, std::size_t limit);
+std::string groupTable(const agent::Group& group, std::size_t limit);
 
-/** The same of a sample; behind each value that changed stands its mark(). */
-std::string sampleTable(const Sample& sample, std::size_t limit);
+/** The same for a sample; a mark() follows each value that changed. */
+std::string sampleTable(const agent::Sample& sample, std::size_t limit);
 
-/** What is said of a value that changed: "*", or of a counter "+2.5/s". Empty for one that did not. */
-std::string mark(const Sampled& sampled);
+/** The mark of a value: "*" if it changed, "+2.5/s" for a counter with a known rate, empty if it did not
+ * change. */
+std::string mark(const agent::SampledProperty& sampled);
 
 } // namespace owbctl
 #endif

@@ -1,23 +1,24 @@
 #include "formats/JsonFormat.hpp"
 
-#include "agent/Items.hpp"
-#include "agent/Counter.hpp"
-#include "agent/Status.hpp"
+#include "agent/Endpoint.hpp"
 #include "output/Text.hpp"
 
 #include <utility>
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Goes up when a key changes its meaning or goes away; new keys may come at any time.
+// Incremented when a key changes its meaning or is removed. New keys do not change it.
 constexpr int formatVersion = 1;
 
 Json toJson(const Property& property) {
-    return {{"name", property.description->property},
-            {"nominator", property.description->nom},
+    return {{"name", property.attribute->property},
+            {"nominator", property.attribute->nominator},
             {"values", property.values}};
 }
 
@@ -30,7 +31,7 @@ Json toJson(const Row& row) {
 
 Json toJson(const SampledRow& row) {
     Json properties = Json::array();
-    for (const Sampled& sampled : row.properties) {
+    for (const SampledProperty& sampled : row.properties) {
         Json property = toJson(sampled.property);
         property["changed"] = sampled.isChanged;
         property["per_second"] = sampled.perSecond ? Json(*sampled.perSecond) : Json();
@@ -41,15 +42,17 @@ Json toJson(const SampledRow& row) {
 
 Json nominators(long group) {
     Json result = Json::array();
-    for (const ExtItem* item : propertiesOf(group))
-        result.push_back({{"nominator", item->nom}, {"name", item->property}, {"counter", isCounter(*item)}});
+    for (const Attribute* attribute : attributesOf(group))
+        result.push_back({{"nominator", attribute->nominator},
+                          {"name", attribute->property},
+                          {"counter", attribute->kind == Kind::counter}});
     return result;
 }
 
 Json toJson(const Change& change) {
-    return {{"name", change.description->property},
-            {"nominator", change.description->nom},
-            {"asked", change.asked.has_value()},
+    return {{"name", change.attribute->property},
+            {"nominator", change.attribute->nominator},
+            {"asked", change.requested.has_value()},
             {"before", change.before},
             {"after", change.after}};
 }
@@ -59,7 +62,7 @@ Json namesWhere(const std::vector<Change>& changes, Predicate applies) {
     Json names = Json::array();
     for (const Change& change : changes) {
         if (applies(change))
-            names.push_back(change.description->property);
+            names.push_back(change.attribute->property);
     }
     return names;
 }
@@ -102,8 +105,8 @@ void JsonFormat::writeCatalogue(const std::vector<long>& groups) {
     Json all = Json::array();
     for (const long group : groups)
         all.push_back({{"group", group},
-                       {"class", ExtGroupCimClass[group]},
-                       {"keys", keysOf(group)},
+                       {"class", classOf(group).name},
+                       {"keys", classOf(group).writeKeys},
                        {"properties", nominators(group)}});
     write({{"format_version", formatVersion}, {"groups", std::move(all)}});
 }
@@ -129,17 +132,17 @@ void JsonFormat::writeWrite(const Write& write) {
         if (change.isChanged())
             changed.push_back(toJson(change));
     }
-    const auto isRefused = [](const Change& change) { return change.isRefused(); };
+    const auto isRejected = [](const Change& change) { return change.isRejected(); };
     const auto isCleared = [](const Change& change) { return change.isCleared(); };
     this->write({{"format_version", formatVersion},
                  {"url", m_url},
                  {"group", write.group},
-                 {"class", ExtGroupCimClass[write.group]},
+                 {"class", classOf(write.group).name},
                  {"row", write.row},
                  {"status", write.status},
                  {"error", textOrNull(write.error)},
                  {"changes", std::move(changed)},
-                 {"not_taken", namesWhere(write.changes, isRefused)},
+                 {"not_taken", namesWhere(write.changes, isRejected)},
                  {"cleared", namesWhere(write.changes, isCleared)}});
 }
 

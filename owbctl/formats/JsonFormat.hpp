@@ -11,22 +11,22 @@
 namespace owbctl {
 
 /**
- * One JSON document (RFC 8259) for programs. Every key is always present and arrays are always arrays. Values
- * are the item texts as strings; in them each byte sequence that is not UTF-8 is replaced by U+FFFD.
+ * One JSON document (RFC 8259) for programs. Every key is always present, and arrays are always arrays.
+ * Values are the item texts as strings; U+FFFD replaces each byte sequence that is not UTF-8.
  */
 class JsonFormat : public Format {
 public:
-    /** `output` must outlive the format; `url` is shown in the document. */
+    /** `output` must outlive the format. `url` appears in the document: pass it without password. */
     JsonFormat(Output& output, std::string url);
 
     void writeCatalogue(const std::vector<long>& groups) override;
-    void writeGroup(const Group& group) override;
+    void writeGroup(const agent::Group& group) override;
     void endGroups() override;
-    /** Each sample is a document on a line of its own. */
-    void writeSample(const Sample& sample) override;
-    void writeWrite(const Write& write) override;
-    void writeConversion(const Conversion& conversion) override;
-    void writeProcesses(const std::vector<Process>& processes) override;
+    /** Each sample is one document on one line. */
+    void writeSample(const agent::Sample& sample) override;
+    void writeWrite(const agent::Write& write) override;
+    void writeConversion(const agent::Conversion& conversion) override;
+    void writeProcesses(const std::vector<agent::Process>& processes) override;
     void writeCheck(const Check& check) override;
     void endChecks() override;
     void writeVersions(const std::vector<Version>& versions) override;
@@ -41,7 +41,7 @@ private:
     nlohmann::ordered_json m_checks = nlohmann::ordered_json::array();
 };
 
-/** The document, with its line feed, of a command that came to no other one. */
+/** The document of a command that failed before it had data, with a line feed. */
 std::string jsonError(const std::string& why, int exitStatus);
 
 } // namespace owbctl

@@ -1,22 +1,24 @@
 #include "formats/LineFormat.hpp"
 
-#include "agent/Items.hpp"
 #include "formats/GroupTable.hpp"
-#include "formats/ProcessFields.hpp"
+#include "formats/ProcessTable.hpp"
 #include "output/Text.hpp"
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 std::string rowName(long group, long row) {
-    return std::to_string(group) + " " + ExtGroupCimClass[group] + "[" + std::to_string(row) + "].";
+    return std::to_string(group) + " " + classOf(group).name + "[" + std::to_string(row) + "].";
 }
 
 std::string lines(const std::string& name, const std::vector<std::string>& values) {
     std::string text;
     for (std::size_t i = 0; i < values.size(); ++i) {
-        const std::string place = values.size() > 1 ? "[" + std::to_string(i) + "]" : "";
-        text += name + place + " = " + printable(values[i]) + '\n';
+        const std::string index = values.size() > 1 ? "[" + std::to_string(i) + "]" : "";
+        text += name + index + " = " + printable(values[i]) + '\n';
     }
     return text;
 }
@@ -30,9 +32,9 @@ std::string line(const std::string& name, const std::string& value) {
 void LineFormat::writeCatalogue(const std::vector<long>& groups) {
     std::string text;
     for (const long group : groups) {
-        for (const ExtItem* item : propertiesOf(group))
-            text += line(std::to_string(group) + " " + ExtGroupCimClass[group] + "." + item->property,
-                         std::to_string(item->nom));
+        for (const Attribute* attribute : attributesOf(group))
+            text += line(std::to_string(group) + " " + classOf(group).name + "." + attribute->property,
+                         std::to_string(attribute->nominator));
     }
     m_output.write(text);
 }
@@ -41,8 +43,7 @@ void LineFormat::writeGroup(const Group& group) {
     std::string text;
     for (const Row& row : group.rows) {
         for (const Property& property : row.properties)
-            text +=
-                lines(rowName(group.number, row.number) + property.description->property, property.values);
+            text += lines(rowName(group.number, row.number) + property.attribute->property, property.values);
     }
     m_output.write(text);
 }
@@ -50,12 +51,12 @@ void LineFormat::writeGroup(const Group& group) {
 void LineFormat::writeSample(const Sample& sample) {
     std::string text;
     for (const SampledRow& row : sample.rows) {
-        for (const Sampled& sampled : row.properties) {
+        for (const SampledProperty& sampled : row.properties) {
             if (!sample.isFirst && !sampled.isChanged)
                 continue;
             const std::string suffix = mark(sampled);
-            text += rowName(sample.group.number, row.number) + sampled.property.description->property +
-                    " = " + cell(sampled.property.values) + (suffix.empty() ? "" : " " + suffix) + '\n';
+            text += rowName(sample.group.number, row.number) + sampled.property.attribute->property + " = " +
+                    cell(sampled.property.values) + (suffix.empty() ? "" : " " + suffix) + '\n';
         }
     }
     m_output.write(text);
@@ -65,7 +66,7 @@ void LineFormat::writeWrite(const Write& write) {
     std::string text;
     for (const Change& change : write.changes) {
         if (change.isChanged())
-            text += rowName(write.group, write.row) + change.description->property + " = " +
+            text += rowName(write.group, write.row) + change.attribute->property + " = " +
                     cell(change.after) + " (was " + cell(change.before) + ")\n";
     }
     m_output.write(text);

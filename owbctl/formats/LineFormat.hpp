@@ -7,9 +7,9 @@
 namespace owbctl {
 
 /**
- * One value a line, with its whole address in front, for grep(1) and its kin:
- * "7 QAV_TCPProtocolEndpoint[2].LocalPort = 80". The elements of an array of several are numbered as in
- * "Parameters[1]". Of a series of samples the later ones show what changed.
+ * One value on each line, after its full address, for grep(1) and similar programs:
+ * "7 QAV_TCPProtocolEndpoint[2].LocalPort = 80". Several values of an array have an index, as in
+ * "Parameters[1]". After the first sample only changed values are printed.
  */
 class LineFormat : public Format {
 public:
@@ -18,12 +18,12 @@ public:
         : m_output(output) {}
 
     void writeCatalogue(const std::vector<long>& groups) override;
-    void writeGroup(const Group& group) override;
+    void writeGroup(const agent::Group& group) override;
     void endGroups() override {}
-    void writeSample(const Sample& sample) override;
-    void writeWrite(const Write& write) override;
-    void writeConversion(const Conversion& conversion) override;
-    void writeProcesses(const std::vector<Process>& processes) override;
+    void writeSample(const agent::Sample& sample) override;
+    void writeWrite(const agent::Write& write) override;
+    void writeConversion(const agent::Conversion& conversion) override;
+    void writeProcesses(const std::vector<agent::Process>& processes) override;
     void writeCheck(const Check& check) override;
     void endChecks() override {}
     void writeVersions(const std::vector<Version>& versions) override;

@@ -1,31 +1,27 @@
 #include "formats/ProcessTable.hpp"
 
+#include "agent/Catalogue.hpp"
 #include "output/Text.hpp"
 
-#include <map>
-
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
-std::string word(const std::map<std::string, const char*>& words, const std::string& code) {
-    const auto found = words.find(code);
-    return found == words.end() ? printable(code) : found->second;
+constexpr long informationGroup = 16;
+
+using Texts = std::vector<std::string>;
+
+template <class Part>
+Texts valueOf(const std::optional<Part>& part, std::string Part::*member) {
+    return part ? Texts{(*part).*member} : Texts();
 }
 
-// CIM_Process.ExecutionState
-std::string stateWord(const std::string& code) {
-    return word({{"0", "unknown"},
-                 {"2", "ready"},
-                 {"3", "running"},
-                 {"4", "stopped"},
-                 {"5", "waiting"},
-                 {"7", "zombie"}},
-                code);
-}
-
-// RFC 2790, hrSWRunType
-std::string kindWord(const std::string& code) {
-    return word({{"2", "system"}, {"3", "driver"}, {"4", "app"}}, code);
+/** The name of a code of group 16; the code if it has none. */
+std::string nameOf(const char* property, const std::string& code) {
+    const char* const name = findAttribute(informationGroup, property)->values.find(code);
+    return name == nullptr ? printable(code) : name;
 }
 
 // ddddddddhhmmss.mmmmmm:000 as [d-]hh:mm:ss
@@ -38,7 +34,7 @@ std::string clock(const std::string& interval) {
     return days < 8 ? interval.substr(days, 8 - days) + "-" + time : time;
 }
 
-// As in ps(1): of a program whose path is not known, as of a thread of the kernel, the name in brackets.
+// As in ps(1): the name in brackets if the path is unknown, as for a kernel thread.
 std::string commandLine(const ProcessInformation& information) {
     std::string text = information.modulePath.empty() ? "[" + printable(information.name) + "]"
                                                       : printable(information.modulePath);
@@ -49,14 +45,29 @@ std::string commandLine(const ProcessInformation& information) {
 
 } // namespace
 
+std::vector<ProcessField> fieldsOf(const Process& process) {
+    const auto& information = process.information;
+    const auto& statistics = process.statistics;
+    return {{"Name", valueOf(information, &ProcessInformation::name)},
+            {"ModulePath", valueOf(information, &ProcessInformation::modulePath)},
+            {"Parameters", information ? information->parameters : Texts()},
+            {"RunType", valueOf(information, &ProcessInformation::runType)},
+            {"ExecutionState", valueOf(information, &ProcessInformation::executionState)},
+            {"TotalCPUTime", valueOf(statistics, &ProcessStatistics::cpuTime)},
+            {"RealText", valueOf(statistics, &ProcessStatistics::text)},
+            {"RealData", valueOf(statistics, &ProcessStatistics::data)},
+            {"RealStack", valueOf(statistics, &ProcessStatistics::stack)}};
+}
+
 Table processTable(const std::vector<Process>& processes) {
     Table table({"Handle", "State", "Kind", "CPU time", "Text", "Data", "Stack", "Command"});
     const std::string absent = Table::absent;
     for (const Process& process : processes) {
         const auto& information = process.information;
         const auto& statistics = process.statistics;
-        table.add({printable(process.handle), information ? stateWord(information->executionState) : absent,
-                   information ? kindWord(information->runType) : absent,
+        table.add({printable(process.handle),
+                   information ? nameOf("ExecutionState", information->executionState) : absent,
+                   information ? nameOf("RunType", information->runType) : absent,
                    statistics ? clock(statistics->cpuTime) : absent, statistics ? statistics->text : absent,
                    statistics ? statistics->data : absent, statistics ? statistics->stack : absent,
                    information ? commandLine(*information) : absent});

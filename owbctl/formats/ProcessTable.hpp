@@ -4,12 +4,23 @@
 #include "agent/Processes.hpp"
 #include "formats/Table.hpp"
 
+#include <string>
 #include <vector>
 
 namespace owbctl {
 
-/** A table of processes for people: codes as words, times as in ps(1), sizes in kB. */
-Table processTable(const std::vector<Process>& processes);
+/** One property of a process: item texts; empty if the process was not in the group of the property. */
+struct ProcessField {
+    std::string name;
+    std::vector<std::string> values;
+};
+
+/** All properties of a process except its handle, under their names in groups 16 and 22. Always the same
+ * names in the same order. */
+std::vector<ProcessField> fieldsOf(const agent::Process& process);
+
+/** A table of processes for people: names of codes, times as in ps(1), sizes in kB. */
+Table processTable(const std::vector<agent::Process>& processes);
 
 } // namespace owbctl
 #endif

@@ -9,12 +9,12 @@ namespace owbctl {
 namespace {
 
 constexpr std::size_t gap = 2;
-/** To what a text may be cut so that a table fits. */
+/** Smallest width to which a text is cut to make a table fit. */
 constexpr std::size_t leastTextWidth = 12;
-/** What is left of a text in a table that cannot be made to fit. */
+/** Width of texts in a table that does not fit even so. */
 constexpr std::size_t longestTextWidth = 30;
 
-/** Whether a cell is a number, maybe with a mark and blanks behind it. */
+/** Whether a cell is a number, perhaps followed by a mark and blanks. */
 bool isNumber(const std::string& cell) {
     const std::string number = cell.substr(0, cell.find(' '));
     return !number.empty() && number.find_first_not_of("0123456789") == std::string::npos &&
@@ -61,33 +61,33 @@ std::string Table::text(std::size_t limit) const {
     return text;
 }
 
-Table::Column Table::measure(std::size_t place) const {
-    std::size_t widest = width(m_lines.front()[place]);
+Table::Column Table::measure(std::size_t index) const {
+    std::size_t widest = width(m_lines.front()[index]);
     std::size_t numbers = 0;
     std::size_t others = 0;
     std::for_each(m_lines.begin() + 1, m_lines.end(), [&](const std::vector<std::string>& cells) {
-        widest = std::max(widest, width(cells[place]));
-        if (isNumber(cells[place]))
+        widest = std::max(widest, width(cells[index]));
+        if (isNumber(cells[index]))
             ++numbers;
-        else if (cells[place] != absent)
+        else if (cells[index] != absent)
             ++others;
     });
-    return {place, widest, numbers > 0 && others == 0};
+    return {index, widest, numbers > 0 && others == 0};
 }
 
 Table::Columns Table::measureAll() const {
     Columns columns;
-    for (std::size_t place = 0; place < m_lines.front().size(); ++place)
-        columns.push_back(measure(place));
+    for (std::size_t index = 0; index < m_lines.front().size(); ++index)
+        columns.push_back(measure(index));
     return columns;
 }
 
 std::size_t Table::leastWidth(const Column& column) const {
-    const std::size_t least = std::max(leastTextWidth, width(m_lines.front()[column.place]));
+    const std::size_t least = std::max(leastTextWidth, width(m_lines.front()[column.index]));
     return column.numeric ? column.width : std::min(column.width, least);
 }
 
-// The widest text gives way first, so that the narrower ones stay whole as long as possible.
+// The widest text is cut first, so that narrower texts remain complete as long as possible.
 void Table::narrow(Columns& columns, std::size_t limit) const {
     const auto spare = [this](const Column& column) { return column.width - leastWidth(column); };
     const auto isBetter = [&spare](const Column& one, const Column& other) {
@@ -103,13 +103,13 @@ void Table::narrow(Columns& columns, std::size_t limit) const {
 
 std::vector<Table::Columns> Table::split(const Columns& columns, std::size_t limit) const {
     std::vector<Columns> parts{{columns.front()}};
-    for (std::size_t place = 1; place < columns.size(); ++place) {
+    for (std::size_t index = 1; index < columns.size(); ++index) {
         Columns* part = &parts.back();
-        if (part->size() > 1 && totalWidth(*part) + gap + columns[place].width > limit) {
+        if (part->size() > 1 && totalWidth(*part) + gap + columns[index].width > limit) {
             parts.push_back({columns.front()});
             part = &parts.back();
         }
-        part->push_back(columns[place]);
+        part->push_back(columns[index]);
     }
     return parts;
 }
@@ -121,7 +121,7 @@ std::string Table::print(const Columns& columns, std::size_t wrapAt) const {
         std::size_t indent = 0;
         for (const Column& column : columns) {
             const bool isLast = &column == &columns.back();
-            const std::string& whole = cells[column.place];
+            const std::string& whole = cells[column.index];
             const std::string cell =
                 wrapAt > 0 && isLast ? wrapped(whole, indent, wrapAt) : cut(whole, column.width);
             const std::string blanks(column.width - std::min(column.width, width(cell)), ' ');

@@ -8,42 +8,40 @@
 namespace owbctl {
 
 /**
- * Lines of cells, printed in aligned columns. A column of numbers is aligned to the right; a column is one of
- * numbers when every cell below the header is made of decimal digits, maybe with a mark behind them as mark()
- * in GroupTable.hpp makes it, or is absent, and not all are absent.
+ * Lines of cells, printed in aligned columns. A column of numbers is aligned to the right. In such a column
+ * every cell below the header consists of decimal digits, perhaps followed by a mark (see mark() in
+ * GroupTable.hpp), or is absent; at least one is not absent.
  */
 class Table {
 public:
-    /** What becomes of the last column when it does not fit: it is cut like any other, or broken at blanks.
-     */
+    /** How a last column that does not fit is shortened: cut like any other, or broken at blanks. */
     enum class LastColumn { cut, wrapped };
 
     explicit Table(std::vector<std::string> header, LastColumn lastColumn = LastColumn::cut);
 
-    /** Adds one line: printable cells, as many as the header has. */
+    /** Adds one line of printable cells, as many as the header has. */
     void add(std::vector<std::string> cells);
 
     /**
-     * The header and all lines, each ended by a line feed, without blanks at the end of a line.
+     * The header and all lines, each ended by a line feed, without trailing blanks.
      *
-     * When `limit` is not 0, lines take at most `limit` columns of a terminal: texts, never numbers, are cut
-     * and marked by "…"; what still does not fit comes in further tables below, which repeat the first
-     * column.
+     * Lines have at most `limit` columns of a terminal; 0 means no limit. Texts are cut and marked with "…",
+     * numbers never. Columns that do not fit follow in further tables, which repeat the first column.
      */
     std::string text(std::size_t limit = 0) const;
 
-    /** Stands for a value that is not there. */
+    /** Cell of a value that does not exist. */
     static constexpr const char* absent = "-";
 
 private:
     struct Column {
-        std::size_t place;
+        std::size_t index;
         std::size_t width;
         bool numeric;
     };
     using Columns = std::vector<Column>;
 
-    Column measure(std::size_t place) const;
+    Column measure(std::size_t index) const;
     Columns measureAll() const;
     std::size_t leastWidth(const Column& column) const;
     void narrow(Columns& columns, std::size_t limit) const;

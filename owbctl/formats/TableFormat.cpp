@@ -1,7 +1,5 @@
 #include "formats/TableFormat.hpp"
 
-#include "agent/Items.hpp"
-#include "agent/Counter.hpp"
 #include "formats/GroupTable.hpp"
 #include "formats/ProcessTable.hpp"
 #include "formats/Table.hpp"
@@ -10,45 +8,49 @@
 #include <ctime>
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 std::string name(long group) {
-    return "Group " + std::to_string(group) + "  " + ExtGroupCimClass[group];
+    return "Group " + std::to_string(group) + "  " + classOf(group).name;
 }
 
 std::string nominators(long group) {
     std::string text;
-    for (const ExtItem* item : propertiesOf(group))
-        text += (text.empty() ? "" : " ") + std::to_string(item->nom) + "=" + item->property;
+    for (const Attribute* attribute : attributesOf(group))
+        text += (text.empty() ? "" : " ") + std::to_string(attribute->nominator) + "=" + attribute->property;
     return text;
 }
 
 std::string overview(const std::vector<long>& groups, std::size_t limit) {
     Table table({"Group", "Class", "Nominators"}, Table::LastColumn::wrapped);
     for (const long group : groups)
-        table.add({std::to_string(group), ExtGroupCimClass[group], nominators(group)});
+        table.add({std::to_string(group), classOf(group).name, nominators(group)});
     return table.text(limit);
 }
 
 std::string inFull(long group, std::size_t limit) {
-    const std::vector<const ExtItem*> properties = propertiesOf(group);
+    const std::vector<const Attribute*> properties = attributesOf(group);
     Table table({"Nominator", "Property", "Counter"});
-    for (const ExtItem* item : properties)
-        table.add({std::to_string(item->nom), item->property, isCounter(*item) ? "yes" : "no"});
-    const std::vector<std::string> keys = keysOf(group);
+    for (const Attribute* attribute : properties)
+        table.add({std::to_string(attribute->nominator), attribute->property,
+                   attribute->kind == Kind::counter ? "yes" : "no"});
+    const std::vector<std::string> keys = classOf(group).writeKeys;
     return name(group) + "  (" + std::to_string(properties.size()) +
            (properties.size() == 1 ? " property)\n" : " properties)\n") + table.text(limit) +
            "Keys of a write: " + (keys.empty() ? "none" : cell(keys)) + '\n';
 }
 
-// Empty when nothing has changed.
+// Empty if nothing changed.
 std::string changed(const std::vector<Change>& changes, std::size_t limit) {
     Table table({"Property", "Asked for", "Before", "After"});
     bool any = false;
     for (const Change& change : changes) {
         if (!change.isChanged())
             continue;
-        table.add({change.description->property, change.asked ? "yes" : "no", cell(change.before),
+        table.add({change.attribute->property, change.requested ? "yes" : "no", cell(change.before),
                    cell(change.after)});
         any = true;
     }
@@ -89,7 +91,7 @@ void TableFormat::writeCatalogue(const std::vector<long>& groups) {
 
 void TableFormat::writeGroup(const Group& group) {
     if (group.status != OWB_DONE && group.rows.empty())
-        return; // the message on standard error says all there is to say
+        return; // the message on standard error is enough
     m_output.write(separator() + name(group.number) + "  " + extent(group) + '\n' +
                    groupTable(group, m_output.terminalWidth()));
 }
@@ -108,7 +110,7 @@ void TableFormat::writeSample(const Sample& sample) {
 
 void TableFormat::writeWrite(const Write& write) {
     if (!write.error.empty())
-        return; // the message on standard error says all there is to say
+        return; // the message on standard error is enough
     const std::string table = changed(write.changes, m_output.terminalWidth());
     m_output.write(name(write.group) + "  (row " + std::to_string(write.row) + ")\n" +
                    (table.empty() ? "no change\n" : table));

@@ -6,8 +6,8 @@
 
 namespace owbctl {
 
-/** Tables for people, made to fit the terminal: each group under a heading, a group of a single row with one
- * property a line. On a terminal a sample takes the place of the one before. */
+/** Tables for people that fit the terminal. Each group has a heading; a group of one row has one property on
+ * each line. On a terminal each sample replaces the previous one. */
 class TableFormat : public Format {
 public:
     /** `output` must outlive the format. */
@@ -15,18 +15,18 @@ public:
         : m_output(output) {}
 
     void writeCatalogue(const std::vector<long>& groups) override;
-    void writeGroup(const Group& group) override;
+    void writeGroup(const agent::Group& group) override;
     void endGroups() override {}
-    void writeSample(const Sample& sample) override;
-    void writeWrite(const Write& write) override;
-    void writeConversion(const Conversion& conversion) override;
-    void writeProcesses(const std::vector<Process>& processes) override;
+    void writeSample(const agent::Sample& sample) override;
+    void writeWrite(const agent::Write& write) override;
+    void writeConversion(const agent::Conversion& conversion) override;
+    void writeProcesses(const std::vector<agent::Process>& processes) override;
     void writeCheck(const Check& check) override;
     void endChecks() override {}
     void writeVersions(const std::vector<Version>& versions) override;
 
 private:
-    /** The blank line between two parts: empty in front of the first one. */
+    /** A blank line, except before the first part. */
     const char* separator();
 
     Output& m_output;

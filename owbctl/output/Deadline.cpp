@@ -1,7 +1,5 @@
 #include "output/Deadline.hpp"
 
-#include "output/Progress.hpp"
-
 #include <csignal>
 #include <poll.h>
 #include <sys/time.h>
@@ -11,23 +9,22 @@
 namespace owbctl {
 namespace {
 
-// What the handler needs; set before the timer runs.
+// State of the signal handler; set before the timer starts.
 std::string lastMessage;
 std::string lastDocument;
 const Output* lastOutput = nullptr;
 
-// Calls nothing but what signal-safety(7) allows, and waits for nobody. There is nobody left to tell of an
-// error.
-void writeIfTaken(int descriptor, const std::string& text) {
-    pollfd taking{descriptor, POLLOUT, 0};
-    if (::poll(&taking, 1, 0) == 1 && ::write(descriptor, text.data(), text.size()) < 0)
+// Async-signal-safe and non-blocking. An error cannot be reported any more.
+void writeIfPossible(int descriptor, const std::string& text) {
+    pollfd waiting{descriptor, POLLOUT, 0};
+    if (::poll(&waiting, 1, 0) == 1 && ::write(descriptor, text.data(), text.size()) < 0)
         return;
 }
 
 void end(int) {
-    writeIfTaken(STDERR_FILENO, lastMessage);
+    writeIfPossible(STDERR_FILENO, lastMessage);
     if (!lastOutput->isBegun())
-        writeIfTaken(lastOutput->descriptor(), lastDocument);
+        writeIfPossible(lastOutput->descriptor(), lastDocument);
     ::_exit(exitTimeout);
 }
 

@@ -11,9 +11,9 @@ namespace owbctl {
 constexpr int exitTimeout = 124;
 
 /**
- * Ends the program, wherever it is, when `seconds` have passed: with exitTimeout, `message` on standard error
- * and, unless something stands there already, `document` on the output, which must live until the end. Call
- * it once only.
+ * Ends the program after `seconds`, whatever it is doing: writes `message` to standard error and, if nothing
+ * was written to the output yet, `document` to it, and exits with exitTimeout. `output` must live until the
+ * end of the program. Call this once only.
  */
 void endAfter(double seconds, std::string message, std::string document, const Output& output);
 

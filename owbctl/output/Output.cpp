@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <iostream>
 #include <string>
 #include <system_error>
 
@@ -20,7 +21,7 @@ namespace {
     throw std::system_error(errno, std::generic_category(), what);
 }
 
-/** The size of a terminal; that of the oldest ones where it is not known. */
+/** Size of a terminal; 24 lines of 80 columns if it is unknown. */
 winsize sizeOf(int terminal) {
     winsize size{};
     if (ioctl(terminal, TIOCGWINSZ, &size) != 0 || size.ws_col == 0 || size.ws_row == 0)
@@ -28,7 +29,8 @@ winsize sizeOf(int terminal) {
     return size;
 }
 
-/** `text` for a terminal (ECMA-48): from its top, each line cut to its width and cleared behind its text. */
+/** `text` as a whole terminal screen (ECMA-48): from the top, each line cut to the width and cleared after
+ * the text. */
 std::string screen(std::string_view text, const winsize& size) {
     std::size_t lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
     std::string result = "\x1b[H";
@@ -48,10 +50,10 @@ std::string screen(std::string_view text, const winsize& size) {
 Output::Output()
     : m_descriptor(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {
     if (m_descriptor < 0)
-        fail("standard output");
+        fail("cannot use standard output");
     if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0)
-        fail("standard error");
-    // The library's lines then stand in order with our own messages.
+        fail("cannot use standard error");
+    // Line buffering keeps the library's lines in order with our own messages.
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
 }
 
@@ -67,17 +69,17 @@ void Output::write(std::string_view text) {
         const ssize_t written = ::write(m_descriptor, text.data(), text.size());
         if (written >= 0)
             text.remove_prefix(static_cast<std::size_t>(written));
-        else if (errno == EAGAIN) // whoever shares the descriptor has made it non-blocking
+        else if (errno == EAGAIN) // another user of the descriptor made it non-blocking
             waitWritable();
         else if (errno != EINTR)
-            fail("standard output");
+            fail("cannot write standard output");
     }
 }
 
 void Output::waitWritable() const {
     pollfd waiting{m_descriptor, POLLOUT, 0};
     if (poll(&waiting, 1, -1) < 0 && errno != EINTR)
-        fail("standard output");
+        fail("cannot write standard output");
 }
 
 void Output::redraw(std::string_view text) {
@@ -90,6 +92,22 @@ bool Output::isTerminal() const {
 
 std::size_t Output::terminalWidth() const {
     return isTerminal() ? sizeOf(m_descriptor).ws_col : 0;
+}
+
+Progress::Progress()
+    : m_isOn(isatty(STDERR_FILENO) != 0) {}
+
+void Progress::show(const std::string& text) {
+    if (!m_isOn)
+        return;
+    std::cerr << clearLine << text << std::flush;
+    m_isShown = true;
+}
+
+void Progress::clear() {
+    if (m_isShown)
+        std::cerr << clearLine << std::flush;
+    m_isShown = false;
 }
 
 } // namespace owbctl

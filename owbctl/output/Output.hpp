@@ -2,16 +2,17 @@
 #define OWBCTL_OUTPUT_OUTPUT_HPP
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace owbctl {
 
 /**
- * The program's standard output, kept apart from what libraries print.
+ * The program's standard output, separate from what libraries print.
  *
- * While an Output lives, it holds standard output under a descriptor of its own, and descriptor 1 leads to
- * standard error: the lines that libowb prints about duplicate items never mix into the data. Make one only,
- * before anything is printed. Throws std::system_error when either stream is closed.
+ * While an Output exists, it writes to a duplicate of standard output, and descriptor 1 refers to standard
+ * error. So the lines that libowb prints about duplicate items never mix with the data. Make only one, before
+ * anything is printed. The constructor throws std::system_error if either stream is closed.
  */
 class Output {
 public:
@@ -21,24 +22,24 @@ public:
     Output& operator=(const Output&) = delete;
 
     /**
-     * Writes all of `text`, unbuffered; waits for a slow reader, even when the descriptor is non-blocking.
-     * Throws std::system_error when writing fails (a full disk, say).
+     * Writes all of `text`, unbuffered. Waits for a slow reader, also if the descriptor is non-blocking.
+     * Throws std::system_error if writing fails.
      */
     void write(std::string_view text);
 
-    /** Shows a text on the terminal in place of what stood there; lines that it has no room for are counted
-     * on the last one. For terminals only. */
+    /** Replaces the contents of the terminal with a text. The last line counts the lines that do not fit. For
+     * terminals only. */
     void redraw(std::string_view text);
 
     bool isTerminal() const;
 
-    /** Columns of the terminal that standard output is, or 0 when it is no terminal. */
+    /** Columns of the terminal; 0 if standard output is no terminal. */
     std::size_t terminalWidth() const;
 
     /** Whether anything was written. */
     bool isBegun() const { return m_isBegun; }
 
-    /** Where the data goes. */
+    /** Descriptor of the data; owned by this object. */
     int descriptor() const { return m_descriptor; }
 
 private:
@@ -46,6 +47,28 @@ private:
 
     int m_descriptor;
     bool m_isBegun = false;
+};
+
+/** Makes a terminal clear its line and return to the start (ECMA-48). */
+constexpr const char* clearLine = "\r\x1b[K";
+
+/** A line on standard error that shows the progress of a long command. Does nothing if standard error is no
+ * terminal. The destructor removes the line. */
+class Progress {
+public:
+    Progress();
+    ~Progress() { clear(); }
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    /** Shows a printable text in place of the previous one. */
+    void show(const std::string& text);
+    /** Removes the line, so that other output can follow. */
+    void clear();
+
+private:
+    const bool m_isOn;
+    bool m_isShown = false;
 };
 
 } // namespace owbctl

@@ -9,27 +9,26 @@
 namespace owbctl {
 
 /**
- * `text` as a terminal may show it on one line: control characters (C0, DEL and C1) and bytes that are not
- * UTF-8 (RFC 3629) stand as \n, \r, \t or \xNN. All else, the backslash too, stays as it is.
+ * `text` for one line of a terminal. Control characters (C0, DEL and C1) and bytes that are not UTF-8 (RFC
+ * 3629) become \n, \r, \t or \xNN. Nothing else changes, not even a backslash.
  */
 std::string printable(std::string_view text);
 
-/** `text` as UTF-8: each byte sequence that is none (RFC 3629) is replaced by U+FFFD. */
+/** `text` as UTF-8: U+FFFD replaces each byte sequence that is not UTF-8 (RFC 3629). */
 std::string validUtf8(std::string_view text);
 
-/** `text`, a printable one, of at most `columns`: a longer one ends early, with "…" in the last column. */
+/** A printable text of at most `columns`. A longer one is cut and gets "…" in the last column. */
 std::string cut(std::string_view text, std::size_t columns);
 
 /** A moment as "2026-01-02T03:04:05Z" (RFC 3339). */
 std::string utc(std::time_t time);
 
-/** Columns that a printable text takes: its UTF-8 characters, each counted as one. */
+/** Number of columns of a printable text: each UTF-8 character counts as one. */
 std::size_t width(std::string_view text);
 
 /**
- * Breaks `text` at blanks into lines of at most `columns`, the later ones indented by `indent` blanks; the
- * first is thought to stand behind `indent` columns. A longer word has a line of its own. columns 0: no
- * break.
+ * Breaks `text` at blanks into lines of at most `columns`. The first line starts at column `indent`; the
+ * others are indented by as many blanks. A longer word gets its own line. 0 columns mean no limit.
  */
 std::string wrapped(std::string_view text, std::size_t indent, std::size_t columns);
 

@@ -1,9 +1,11 @@
-#include "arguments/Assignment.hpp"
-#include "arguments/Usage.hpp"
+#include "arguments/Names.hpp"
 
 #include <gtest/gtest.h>
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 std::string reasonAgainst(const std::vector<std::string>& texts) {
@@ -18,14 +20,14 @@ std::string reasonAgainst(const std::vector<std::string>& texts) {
 TEST(Assignment, APropertyIsNamedInAnyCaseOrByItsNominator) {
     const std::vector<Assignment> result = parseAssignments(2, {"systemNAME=a", "3=b"});
     ASSERT_EQ(result.size(), 2u);
-    EXPECT_STREQ(result[0].description->property, "SystemName");
+    EXPECT_STREQ(result[0].attribute->property, "SystemName");
     EXPECT_EQ(result[0].value, "a");
-    EXPECT_STREQ(result[1].description->property, "PrimaryOwnerContact");
+    EXPECT_STREQ(result[1].attribute->property, "PrimaryOwnerContact");
     EXPECT_EQ(result[1].value, "b");
 }
 
 TEST(Assignment, ThePropertyIsOneOfTheGroup) {
-    EXPECT_EQ(parseAssignments(9, {"Description=x"}).front().description->group, 9);
+    EXPECT_EQ(parseAssignments(9, {"Description=x"}).front().attribute->group, 9);
 }
 
 TEST(Assignment, TheValueIsAllBehindTheFirstEqualsSign) {
@@ -37,7 +39,7 @@ TEST(Assignment, TheValueMayBeEmpty) {
 }
 
 TEST(Assignment, ATextWithoutEqualsSignIsRefused) {
-    EXPECT_EQ(reasonAgainst({"Description"}), "'Description' is not of the form NAME=VALUE");
+    EXPECT_EQ(reasonAgainst({"Description"}), "'Description' does not have the form NAME=VALUE");
 }
 
 TEST(Assignment, AnUnknownPropertyOrNominatorIsRefused) {

@@ -35,7 +35,7 @@ TEST(Instance, AnAnswerWithoutAnInstanceGivesStatus12) {
     const support::ProgramResult result = owbctl({"--url", url, "instance", "QAV_K70Chassis.Tag=\"x\""});
     EXPECT_EQ(result.exitCode, 12);
     EXPECT_EQ(result.err, "owbctl: group 0 (QAV_K70Chassis): the object manager at " + url +
-                              " gave no instance (status 2)\n" + pathHint);
+                              " returned no instance (status 2)\n" + pathHint);
 }
 
 TEST(Instance, TheFirstGroupThatFailsDecidesAndAnyMayCallForTheHint) {
@@ -43,14 +43,15 @@ TEST(Instance, TheFirstGroupThatFailsDecidesAndAnyMayCallForTheHint) {
     const std::string url = peer.url("http", "localhost");
     const support::ProgramResult result = owbctl({"--url", url, "instance", "QAV_System.Name=\"x\""});
     EXPECT_EQ(result.exitCode, 15);
-    EXPECT_EQ(result.err, "owbctl: group 1 (QAV_System): no answer from the object manager at " + url +
-                              ", or it reported an error (status 5)\n"
-                              "owbctl: group 2 (QAV_System): the object manager at " +
-                              url +
-                              " gave no instance (status 2)\n"
-                              "        'owbctl doctor' with the same URL says why; --trace - shows what the "
-                              "library did\n" +
-                              pathHint);
+    EXPECT_EQ(result.err,
+              "owbctl: group 1 (QAV_System): no answer from the object manager at " + url +
+                  ", or it reported an error (status 5)\n"
+                  "owbctl: group 2 (QAV_System): the object manager at " +
+                  url +
+                  " returned no instance (status 2)\n"
+                  "        'owbctl doctor' with the same URL finds the reason; --trace - shows what the "
+                  "library did\n" +
+                  pathHint);
 }
 
 } // namespace

@@ -18,7 +18,7 @@ TEST(Failure, NobodyAtTheSocketGivesStatus15AndNamesGroupAndUrl) {
               0u)
         << result.err;
     EXPECT_NE(result.err.find("(status 5)\n"), std::string::npos);
-    EXPECT_NE(result.err.find("'owbctl doctor' with the same URL says why"), std::string::npos);
+    EXPECT_NE(result.err.find("'owbctl doctor' with the same URL finds the reason"), std::string::npos);
 }
 
 TEST(Failure, AMalformedUrlGivesStatus15) {
@@ -61,7 +61,7 @@ TEST(Failure, AFullDiskGivesStatus1AndIsTold) {
     for (const char* const arguments : {"groups", "groups -o json", "--help", "--version"}) {
         const support::ProgramResult result = shell("\"$OWBCTL\" " + std::string(arguments) + " >/dev/full");
         EXPECT_EQ(result.exitCode, 1) << arguments;
-        EXPECT_EQ(result.err, "owbctl: standard output: No space left on device\n") << arguments;
+        EXPECT_EQ(result.err, "owbctl: cannot write standard output: No space left on device\n") << arguments;
     }
 }
 
@@ -73,7 +73,7 @@ TEST(Failure, AFullDiskIsNoticedByGet) {
 TEST(Failure, AClosedStandardOutputGivesStatus1) {
     const support::ProgramResult result = shell("\"$OWBCTL\" groups >&-");
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_EQ(result.err, "owbctl: standard output: Bad file descriptor\n");
+    EXPECT_EQ(result.err, "owbctl: cannot use standard output: Bad file descriptor\n");
 }
 
 } // namespace

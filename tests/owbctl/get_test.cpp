@@ -156,7 +156,7 @@ TEST(Get, ARowIsChosenByItsNumber) {
 TEST(Get, ARowThatIsNotThereGivesStatus1AndIsTold) {
     const support::ProgramResult result = get({instances({connection(80, "::1")})}, {"7", "--row", "1"});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_EQ(result.err, "owbctl: row 1: there is no such row, or it has no value\n");
+    EXPECT_EQ(result.err, "owbctl: row 1: no such row, or it has no value\n");
 }
 
 TEST(Get, OptionsMayStandBehindTheCommandAndItsGroups) {

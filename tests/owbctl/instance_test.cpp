@@ -22,7 +22,8 @@ const std::string pathHint =
     "owbctl: the path may be malformed, or the object manager may not have the instance: the library does "
     "not tell\n";
 const std::string hints =
-    "        'owbctl doctor' with the same URL says why; --trace - shows what the library did\n" + pathHint;
+    "        'owbctl doctor' with the same URL finds the reason; --trace - shows what the library did\n" +
+    pathHint;
 
 TEST(Instance, ItIsReadAsEachGroupOfItsClass) {
     const support::ProgramResult result =

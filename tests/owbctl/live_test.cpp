@@ -78,8 +78,8 @@ TEST_F(Live, AValueThatTheObjectManagerRefusesIsToldAndNothingIsWritten) {
     const support::ProgramResult result = run({"set", "2", "0", "SysServices=1", "InstalledLocation=rack 7"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.out, "Group 2  QAV_System  (row 0)\nno change\n");
-    EXPECT_NE(result.err.find("SysServices was not taken: asked for '1', there is '"), std::string::npos);
-    EXPECT_NE(result.err.find("InstalledLocation was not taken: asked for 'rack 7', there is no value"),
+    EXPECT_NE(result.err.find("SysServices rejected: requested '1', current '"), std::string::npos);
+    EXPECT_NE(result.err.find("InstalledLocation rejected: requested 'rack 7', current no value"),
               std::string::npos);
 }
 

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 ProcessInformation sleeping() {
@@ -15,9 +18,9 @@ ProcessStatistics small() {
 
 TEST(ProcessTable, AProcessIsALineOfWordsTimesAndSizes) {
     EXPECT_EQ(processTable({{"1", sleeping(), small()}, {"4711", sleeping(), small()}}).text(),
-              "Handle  State  Kind  CPU time  Text  Data  Stack  Command\n"
-              "     1  ready  app   00:00:07  2368   948    132  /usr/bin/bash -c echo\n"
-              "  4711  ready  app   00:00:07  2368   948    132  /usr/bin/bash -c echo\n");
+              "Handle  State  Kind         CPU time  Text  Data  Stack  Command\n"
+              "     1  ready  application  00:00:07  2368   948    132  /usr/bin/bash -c echo\n"
+              "  4711  ready  application  00:00:07  2368   948    132  /usr/bin/bash -c echo\n");
 }
 
 // One cell of a table of one process.
@@ -50,9 +53,9 @@ TEST(ProcessTable, KindsAreWords) {
         information.runType = code;
         return cell({"1", information, small()}, "Kind");
     };
-    EXPECT_EQ(kind("2"), "system");
-    EXPECT_EQ(kind("3"), "driver");
-    EXPECT_EQ(kind("4"), "app");
+    EXPECT_EQ(kind("2"), "operating system");
+    EXPECT_EQ(kind("3"), "device driver");
+    EXPECT_EQ(kind("4"), "application");
 }
 
 TEST(ProcessTable, DaysStandBeforeTheTime) {
@@ -69,9 +72,9 @@ TEST(ProcessTable, DaysStandBeforeTheTime) {
 
 TEST(ProcessTable, WhatOneReadingLacksIsADash) {
     EXPECT_EQ(processTable({{"1", sleeping(), std::nullopt}, {"2", std::nullopt, small()}}).text(),
-              "Handle  State  Kind  CPU time  Text  Data  Stack  Command\n"
-              "     1  ready  app   -            -     -      -  /usr/bin/bash -c echo\n"
-              "     2  -      -     00:00:07  2368   948    132  -\n");
+              "Handle  State  Kind         CPU time  Text  Data  Stack  Command\n"
+              "     1  ready  application  -            -     -      -  /usr/bin/bash -c echo\n"
+              "     2  -      -            00:00:07  2368   948    132  -\n");
 }
 
 TEST(ProcessTable, AKernelThreadIsItsNameInBrackets) {

@@ -10,7 +10,7 @@ namespace {
 using namespace support::wire;
 
 const std::string connectionHint =
-    "        'owbctl doctor' with the same URL says why; --trace - shows what the library did\n";
+    "        'owbctl doctor' with the same URL finds the reason; --trace - shows what the library did\n";
 
 support::Step system() {
     return instanceOf({stringProperty("SystemName", "host")});
@@ -40,7 +40,7 @@ TEST(SetFailure, AFailedReadBeforeTheWriteEndsIt) {
     EXPECT_EQ(run.result.exitCode, 15);
     EXPECT_EQ(run.result.out, "");
     EXPECT_EQ(run.result.err,
-              "owbctl: group 2 (QAV_System), row 0: reading before the write failed, nothing was written: " +
+              "owbctl: group 2 (QAV_System), row 0: cannot read before the write, nothing was written: " +
                   run.noAnswer());
     EXPECT_EQ(run.peer.requests().size(), 2u) << "a read is tried twice";
 }
@@ -50,7 +50,7 @@ TEST(SetFailure, AFailedWriteIsTold) {
     EXPECT_EQ(run.result.exitCode, 15);
     EXPECT_EQ(run.result.out, "");
     EXPECT_EQ(run.result.err,
-              "owbctl: group 2 (QAV_System), row 0: writing failed, perhaps after the values were sent: " +
+              "owbctl: group 2 (QAV_System), row 0: cannot write, perhaps after the values were sent: " +
                   run.noAnswer());
     EXPECT_EQ(run.peer.requests().size(), 2u) << "a write is tried once";
 }
@@ -60,17 +60,17 @@ TEST(SetFailure, AClassThatLostItsInstancesBeforeTheWriteGivesStatus12) {
     EXPECT_EQ(run.result.exitCode, 12);
     EXPECT_EQ(run.result.out, "");
     EXPECT_EQ(run.result.err,
-              "owbctl: group 2 (QAV_System), row 0: writing failed, perhaps after the values were sent: the "
+              "owbctl: group 2 (QAV_System), row 0: cannot write, perhaps after the values were sent: the "
               "object manager at " +
-                  run.peer.url() + " gave no instance (status 2)\n");
+                  run.peer.url() + " returned no instance (status 2)\n");
 }
 
 TEST(SetFailure, AFailureToReadBackIsTold) {
     const SetRun run({system(), system(), accepted(), refusal()}, "0");
     EXPECT_EQ(run.result.exitCode, 15);
     EXPECT_EQ(run.result.out, "");
-    EXPECT_EQ(run.result.err, "owbctl: group 2 (QAV_System), row 0: reading back failed, the values were "
-                              "sent and may have been taken: " +
+    EXPECT_EQ(run.result.err, "owbctl: group 2 (QAV_System), row 0: cannot read back, the values were "
+                              "sent and may have been accepted: " +
                                   run.noAnswer());
 }
 
@@ -81,7 +81,7 @@ TEST(SetFailure, ARowThatIsNotThereIsTold) {
     EXPECT_EQ(run.result.exitCode, 1);
     EXPECT_EQ(run.result.out, "");
     EXPECT_EQ(run.result.err,
-              "owbctl: group 2 (QAV_System), row 2: there is no such row, or no value was taken; "
+              "owbctl: group 2 (QAV_System), row 2: no such row, or all values were rejected; "
               "rows with values: 2\n");
     EXPECT_EQ(run.peer.requests().size(), 3u) << "there was no row to write";
 }
@@ -93,7 +93,7 @@ TEST(SetFailure, ARowWithoutValuesBetweenOthersMayTakeNone) {
     const SetRun run(writeOf(instances(rows), instances(rows)), "1");
     EXPECT_EQ(run.result.exitCode, 1);
     EXPECT_EQ(run.result.err,
-              "owbctl: group 2 (QAV_System), row 1: there is no such row, or no value was taken; "
+              "owbctl: group 2 (QAV_System), row 1: no such row, or all values were rejected; "
               "rows with values: 2\n");
 }
 
@@ -104,8 +104,8 @@ TEST(SetFailure, ARowThatIsGoneAfterTheWriteIsTold) {
                      "1");
     EXPECT_EQ(run.result.exitCode, 1);
     EXPECT_EQ(run.result.out, "");
-    EXPECT_EQ(run.result.err, "owbctl: group 2 (QAV_System), row 1: after the write the row is gone, or has "
-                              "no value any more; rows with values: 1\n");
+    EXPECT_EQ(run.result.err, "owbctl: group 2 (QAV_System), row 1: after the write the row is gone or has "
+                              "no value; rows with values: 1\n");
 }
 
 TEST(SetFailure, AFailureStandsInTheJsonDocumentToo) {
@@ -113,7 +113,7 @@ TEST(SetFailure, AFailureStandsInTheJsonDocumentToo) {
     const support::ProgramResult result =
         owbctl({"-ojson", "--url", peer.url(), "set", "2", "0", "SystemName=new"});
     EXPECT_EQ(result.exitCode, 15);
-    EXPECT_NE(result.err.find("reading back failed"), std::string::npos);
+    EXPECT_NE(result.err.find("cannot read back"), std::string::npos);
     EXPECT_EQ(result.out, R"({
   "format_version": 1,
   "url": ")" + peer.url() + R"(",
@@ -121,7 +121,7 @@ TEST(SetFailure, AFailureStandsInTheJsonDocumentToo) {
   "class": "QAV_System",
   "row": 0,
   "status": 5,
-  "error": "reading back failed, the values were sent and may have been taken: no answer from the object manager at )" +
+  "error": "cannot read back, the values were sent and may have been accepted: no answer from the object manager at )" +
                               peer.url() + R"(, or it reported an error",
   "changes": [],
   "not_taken": [],
@@ -135,14 +135,14 @@ TEST(SetFailure, AMissingRowStandsInTheJsonDocumentToo) {
     EXPECT_EQ(result.exitCode, 1);
     const nlohmann::json document = nlohmann::json::parse(result.out);
     EXPECT_EQ(document.at("status"), 0);
-    EXPECT_EQ(document.at("error"), "there is no such row, or no value was taken; rows with values: 1");
+    EXPECT_EQ(document.at("error"), "no such row, or all values were rejected; rows with values: 1");
 }
 
 TEST(SetFailure, AWordInBracketsIsNotSeveralWords) {
     const support::ProgramResult result = owbctl({"set", "2", "0", "[3=x,5=y]"});
     EXPECT_EQ(result.exitCode, 2);
-    EXPECT_EQ(result.err, "owbctl: '[3=x,5=y]' begins with [ and ends with ], which the command line cannot "
-                          "take\ntry 'owbctl --help'\n");
+    EXPECT_EQ(result.err, "owbctl: '[3=x,5=y]' begins with [ and ends with ], which is not "
+                          "supported\ntry 'owbctl --help'\n");
 }
 
 TEST(SetFailure, WrongUsageIsNoticedBeforeTheObjectManagerIsAsked) {
@@ -173,7 +173,7 @@ TEST(SetFailure, WrongUsageIsNoticedBeforeTheObjectManagerIsAsked) {
 
 TEST(SetFailure, AMessageAboutAWordShowsControlCharactersEscaped) {
     EXPECT_EQ(owbctl({"set", "2", "0", "a\x1b[31m"}).err,
-              "owbctl: 'a\\x1b[31m' is not of the form NAME=VALUE\ntry 'owbctl --help'\n");
+              "owbctl: 'a\\x1b[31m' does not have the form NAME=VALUE\ntry 'owbctl --help'\n");
 }
 
 } // namespace

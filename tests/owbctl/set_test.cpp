@@ -107,8 +107,8 @@ TEST(Set, AnIgnoredValueIsNamedWithWhatIsThere) {
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.out, "Group 2  QAV_System  (row 0)\nno change\n");
     EXPECT_EQ(result.err,
-              std::string("owbctl: PrimaryOwnerContact was not taken: asked for 'a\\nb', there is 'old'\n"
-                          "owbctl: Description was not taken: asked for 'x', there is no value\n") +
+              std::string("owbctl: PrimaryOwnerContact rejected: requested 'a\\nb', current 'old'\n"
+                          "owbctl: Description rejected: requested 'x', current no value\n") +
                   traceHint);
 }
 
@@ -119,7 +119,7 @@ TEST(Set, AWriteThatTheObjectManagerRefusesIsNoticedByReadingBack) {
             {"2", "0", "3=new"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err,
-              std::string("owbctl: PrimaryOwnerContact was not taken: asked for 'new', there is 'old'\n") +
+              std::string("owbctl: PrimaryOwnerContact rejected: requested 'new', current 'old'\n") +
                   traceHint);
 }
 
@@ -131,7 +131,7 @@ TEST(Set, AValueThatTheObjectManagerAltersWasNotTaken) {
                           "Property             Asked for  Before  After\n"
                           "PrimaryOwnerContact  yes        old     NEW\n");
     EXPECT_EQ(result.err,
-              std::string("owbctl: PrimaryOwnerContact was not taken: asked for 'new', there is 'NEW'\n") +
+              std::string("owbctl: PrimaryOwnerContact rejected: requested 'new', current 'NEW'\n") +
                   traceHint);
 }
 
@@ -159,7 +159,7 @@ TEST(Set, ValuesThatAReplacedInstanceLostAreWarnedOf) {
                           "PrimaryOwnerContact  yes        old     new\n"
                           "InstalledLocation    no         here    -\n");
     EXPECT_EQ(result.err,
-              std::string("owbctl: not named, and without a value now: SystemName, InstalledLocation\n") +
+              std::string("owbctl: not named in the write, and cleared: SystemName, InstalledLocation\n") +
                   clearedWhy);
 }
 
@@ -221,9 +221,8 @@ TEST(Set, TheJsonDocumentNamesWhatWasNotTakenAndWhatWasCleared) {
         owbctl({"--url", peer.url(), "set", "2", "0", "SystemName=new", "5=x", "-ojson"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err,
-              std::string("owbctl: SystemName was not taken: asked for 'new', there is 'host'\n") +
-                  traceHint + "owbctl: not named, and without a value now: PrimaryOwnerContact\n" +
-                  clearedWhy);
+              std::string("owbctl: SystemName rejected: requested 'new', current 'host'\n") + traceHint +
+                  "owbctl: not named in the write, and cleared: PrimaryOwnerContact\n" + clearedWhy);
     EXPECT_EQ(result.out, R"({
   "format_version": 1,
   "url": ")" + peer.url() + R"(",

@@ -94,7 +94,7 @@ TEST_F(SocketCheck, TooManyThatWaitAreTold) {
     listener.fill();
     const Check check = checkSocket(m_path);
     EXPECT_EQ(Check::Result::fail, check.result);
-    EXPECT_TRUE(holds(check.finding, ": too many wait to be served")) << check.finding;
+    EXPECT_TRUE(holds(check.finding, ": listen backlog full")) << check.finding;
     EXPECT_TRUE(holds(check.advice, "busy or stuck")) << check.advice;
 }
 
@@ -106,7 +106,7 @@ TEST_F(SocketOfAnotherUser, ThatMayNotBeUsedIsTold) {
     const Check check = checkSocket(m_path);
     EXPECT_EQ(Check::Result::fail, check.result);
     EXPECT_TRUE(holds(check.finding, ", of root: Permission denied")) << check.finding;
-    EXPECT_TRUE(holds(check.advice, "a user who may use the socket")) << check.advice;
+    EXPECT_TRUE(holds(check.advice, "a user with access to the socket")) << check.advice;
 }
 
 TEST_F(SocketOfAnotherUser, InAFolderThatMayNotBeEnteredIsTold) {
@@ -116,7 +116,7 @@ TEST_F(SocketOfAnotherUser, InAFolderThatMayNotBeEnteredIsTold) {
     const Check check = checkSocket(m_path);
     EXPECT_EQ(Check::Result::fail, check.result);
     EXPECT_EQ(m_path + ": Permission denied", check.finding);
-    EXPECT_EQ("Run this as a user who may enter the folder", check.advice);
+    EXPECT_EQ("Run as a user with access to the directory", check.advice);
 }
 
 TEST_F(SocketOfAnotherUser, WhereAnyoneMayPutOneIsAWarning) {
@@ -127,7 +127,7 @@ TEST_F(SocketOfAnotherUser, WhereAnyoneMayPutOneIsAWarning) {
     const Check check = checkSocket(m_path);
     EXPECT_EQ(Check::Result::warn, check.result);
     EXPECT_TRUE(holds(check.finding, " of nobody")) << check.finding;
-    EXPECT_TRUE(holds(check.advice, "Anyone may put a socket into this folder")) << check.advice;
+    EXPECT_TRUE(holds(check.advice, "Every user may create a socket in this directory")) << check.advice;
     setFolderMode(0755);
     EXPECT_EQ(Check::Result::ok, checkSocket(m_path).result) << "nobody but root may put one there";
 }

@@ -1,5 +1,4 @@
 // What no answer over the wire brings about: tables of reads that failed half-way.
-#include "agent/Items.hpp"
 #include "formats/TableFormat.hpp"
 
 #include "support/Child.hpp"
@@ -8,6 +7,9 @@
 #include <gtest/gtest.h>
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 std::string tableOf(const Group& group) {
@@ -21,7 +23,7 @@ std::string tableOf(const Group& group) {
 }
 
 TEST(TableFormat, RowsThatArrivedBeforeAFailureAreShownAsIncomplete) {
-    const Row row{0, {{propertiesOf(2).front(), {"one"}}}};
+    const Row row{0, {{attributesOf(2).front(), {"one"}}}};
     EXPECT_EQ(tableOf({2, "QAV_System", OWB_EXCEPTION, {row}}),
               "Group 2  QAV_System  (1 row, 1 item, incomplete)\nSystemName  one\n");
 }

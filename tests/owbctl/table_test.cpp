@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 TEST(Table, WhatFitsIsNotChanged) {

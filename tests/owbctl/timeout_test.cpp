@@ -12,7 +12,7 @@ TEST(Timeout, AnObjectManagerThatStaysSilentIsNotWaitedFor) {
         owbctlAt({support::Step::staySilent()}, {"get", "4", "--timeout", "0.2"});
     EXPECT_EQ(result.exitCode, 124);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "owbctl: no end within 0.2 s\n");
+    EXPECT_EQ(result.err, "owbctl: timed out after 0.2 s\n");
 }
 
 TEST(Timeout, InJsonItIsADocument) {
@@ -21,7 +21,7 @@ TEST(Timeout, InJsonItIsADocument) {
     EXPECT_EQ(result.exitCode, 124);
     EXPECT_EQ(nlohmann::json::parse(result.out),
               nlohmann::json::parse(
-                  R"({"format_version": 1, "error": "no end within 0.2 s", "exit_status": 124})"));
+                  R"({"format_version": 1, "error": "timed out after 0.2 s", "exit_status": 124})"));
 }
 
 TEST(Timeout, AWatchEndsBehindItsLastWholeSample) {
@@ -56,7 +56,7 @@ TEST(Timeout, OnATerminalTheLineOfProgressIsCleared) {
     const std::string out =
         shell("script -qec '\"$OWBCTL\" --url " + peer.url() + " get 4 14 --timeout 1 >/dev/null' /dev/null")
             .out;
-    EXPECT_NE(out.find("1 of 2\r\x1b[Kowbctl: no end within 1 s"), std::string::npos) << out;
+    EXPECT_NE(out.find("1 of 2\r\x1b[Kowbctl: timed out after 1 s"), std::string::npos) << out;
 }
 
 TEST(Timeout, ACommandThatEndsInTimeIsNotTouched) {

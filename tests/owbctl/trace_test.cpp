@@ -95,7 +95,7 @@ TEST_F(TraceOption, AStandardErrorThatCannotBeOpenedAnewIsToldBeforeAnythingIsDo
     EXPECT_GE(read(ends[0], text, sizeof text - 1), 0);
     close(ends[0]);
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_STREQ(text, "owbctl: standard error cannot be traced to: No such device or address\n");
+    EXPECT_STREQ(text, "owbctl: cannot trace to standard error: No such device or address\n");
     EXPECT_EQ(m_peer.connections(), 0u);
 }
 

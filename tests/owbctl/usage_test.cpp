@@ -51,16 +51,16 @@ TEST(Usage, OneGroupIsOneNumberOrTheClassOfOneGroup) {
     expectUsageError({"watch", "4", "5"});
     const support::ProgramResult result = owbctl({"set", "QAV_OperatingSystem", "0", "NumberOfUsers=1"});
     EXPECT_EQ(result.exitCode, 2);
-    EXPECT_EQ(result.err, "owbctl: GROUP: 'QAV_OperatingSystem' is several groups, give one of 4, 17\n"
+    EXPECT_EQ(result.err, "owbctl: GROUP: 'QAV_OperatingSystem' names several groups, give one of 4, 17\n"
                           "try 'owbctl --help'\n");
 }
 
 TEST(Usage, AllIsNamedOnlyWhereItMayBeGiven) {
     EXPECT_EQ(owbctl({"get", "31"}).err,
-              "owbctl: GROUP: '31' is neither a group (0 to 30, or all) nor the class of one\n"
+              "owbctl: GROUP: '31' is neither a group (0 to 30, or all) nor the class of a group\n"
               "try 'owbctl --help'\n");
     EXPECT_EQ(owbctl({"watch", "31"}).err,
-              "owbctl: GROUP: '31' is neither a group (0 to 30) nor the class of one\n"
+              "owbctl: GROUP: '31' is neither a group (0 to 30) nor the class of a group\n"
               "try 'owbctl --help'\n");
 }
 

@@ -1,13 +1,15 @@
-#include "commands/WatchCommand.hpp"
+#include "commands/Watch.hpp"
 
-#include "agent/Status.hpp"
+#include "agent/Sample.hpp"
 #include "commands/Report.hpp"
-#include "output/Progress.hpp"
 
 #include <chrono>
 #include <thread>
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -16,7 +18,7 @@ double seconds(Clock::time_point moment) {
     return std::chrono::duration<double>(moment.time_since_epoch()).count();
 }
 
-/** Sleeps to the end of each of a row of intervals. Ones that are over already are not made up for. */
+/** Sleeps until the end of each interval. A missed end is not made up for. */
 class Pace {
 public:
     explicit Pace(double interval)
@@ -52,7 +54,7 @@ int watchGroup(const WatchRequest& request, Format& format, const Output& output
             return exitStatus(now.group.status);
         if (now.group.status == OWB_DONE)
             before = std::move(now);
-        if (!output.isTerminal()) // where the samples themselves show that it goes on
+        if (!output.isTerminal()) // a terminal shows the samples themselves
             progress.show("owbctl: group " + std::to_string(request.group) + ", sample " +
                           std::to_string(samples));
         pace.wait();

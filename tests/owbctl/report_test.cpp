@@ -1,12 +1,11 @@
-#include "agent/Status.hpp"
+#include "commands/Report.hpp"
 
 #include <gtest/gtest.h>
-#include <owb.h>
 
 namespace owbctl {
 namespace {
 
-TEST(Status, EachStatusOfTheLibraryHasItsOwnExitStatus) {
+TEST(ExitStatus, IsDifferentForEachStatusOfTheLibrary) {
     EXPECT_EQ(exitStatus(OWB_DONE), 0);
     EXPECT_EQ(exitStatus(OWB_NO_INSTANCE), 12);
     EXPECT_EQ(exitStatus(OWB_BAD_ARGUMENT), 13);

@@ -5,7 +5,8 @@
 
 #include <initializer_list>
 
-namespace owbctl {
+using namespace agent;
+
 namespace {
 
 std::optional<long> dateIn(const std::string& text) {
@@ -62,4 +63,3 @@ TEST(ConvertInterval, AZeroOfAnythingElseIsNoInterval) {
 }
 
 } // namespace
-} // namespace owbctl

@@ -1,16 +1,18 @@
 // Samples: what has changed since the reading before, and how they look.
-#include "agent/Items.hpp"
 #include "agent/Sample.hpp"
 #include "formats/GroupTable.hpp"
 
 #include <gtest/gtest.h>
 
 namespace owbctl {
+
+using namespace agent;
+
 namespace {
 
 Row row(long number, const std::string& inDatagrams, const std::string& noPorts) {
     return {number,
-            {{findProperty(14, "InDatagrams"), {inDatagrams}}, {findProperty(14, "NoPorts"), {noPorts}}}};
+            {{findAttribute(14, "InDatagrams"), {inDatagrams}}, {findAttribute(14, "NoPorts"), {noPorts}}}};
 }
 
 Reading reading(std::vector<Row> rows, double moment) {
@@ -42,7 +44,7 @@ TEST(Sample, AnotherChangeIsMarked) {
     const Reading first = reading({row(0, "7", "1")}, 0);
     const Reading second = reading({row(0, "3", "1")}, 1);
     EXPECT_EQ(table(second, &first), "InDatagrams  3  *\nNoPorts      1\n") << "it has started anew";
-    const ExtItem* const name = findProperty(2, "SystemName");
+    const Attribute* const name = findAttribute(2, "SystemName");
     const Reading before{{2, "QAV_System", OWB_DONE, {{0, {{name, {"old"}}}}}}, 0};
     const Reading after{{2, "QAV_System", OWB_DONE, {{0, {{name, {"new"}}}}}}, 1};
     EXPECT_EQ(sampleTable({2, 0, false, after.group, compare(after, &before)}, 0), "SystemName  new  *\n");

@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 
-namespace owbctl {
+using namespace agent;
+
 namespace {
 
 TEST(Endpoint, ThePasswordOfAUrlIsReplaced) {
@@ -19,4 +20,3 @@ TEST(Endpoint, AUrlWithoutPasswordStaysAsItIs) {
 }
 
 } // namespace
-} // namespace owbctl

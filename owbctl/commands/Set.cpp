@@ -1,0 +1,72 @@
+#include "commands/Set.hpp"
+
+#include "agent/Endpoint.hpp"
+#include "commands/Report.hpp"
+#include "output/Text.hpp"
+
+#include <iostream>
+
+namespace owbctl {
+
+using namespace agent;
+
+namespace {
+
+void reportError(const Write& write) {
+    std::cerr << "owbctl: group " << write.group << " (" << classOf(write.group).name << "), row "
+              << write.row << ": " << printable(write.error);
+    if (write.status != OWB_DONE)
+        std::cerr << " (status " << write.status << ')';
+    std::cerr << '\n';
+    if (isConnectionFailure(write.status))
+        hintAtDoctor();
+}
+
+std::string quoted(const std::vector<std::string>& values) {
+    std::string text;
+    for (const std::string& value : values)
+        text += (text.empty() ? "'" : ", '") + printable(value) + "'";
+    return text.empty() ? "no value" : text;
+}
+
+bool reportRejected(const std::vector<Change>& changes) {
+    bool any = false;
+    for (const Change& change : changes) {
+        if (!change.isRejected())
+            continue;
+        std::cerr << "owbctl: " << change.attribute->property << " rejected: requested "
+                  << quoted({*change.requested}) << ", current " << quoted(change.after) << '\n';
+        any = true;
+    }
+    if (any)
+        hintAtTrace();
+    return any;
+}
+
+void warnAboutCleared(const std::vector<Change>& changes) {
+    std::string names;
+    for (const Change& change : changes) {
+        if (change.isCleared())
+            names += (names.empty() ? "" : ", ") + std::string(change.attribute->property);
+    }
+    if (!names.empty())
+        std::cerr << "owbctl: not named in the write, and cleared: " << names
+                  << "\n        Some object managers replace the whole instance on a write and clear what it "
+                     "does not carry.\n        To keep a value, name it in the same command.\n";
+}
+
+} // namespace
+
+int setRow(const WriteRequest& request, Format& format, const std::string& url) {
+    const Write write = writeRow(request, url);
+    format.writeWrite(write);
+    if (!write.error.empty()) {
+        reportError(write);
+        return write.status == OWB_DONE ? exitFailed : exitStatus(write.status);
+    }
+    const bool isRejected = reportRejected(write.changes);
+    warnAboutCleared(write.changes);
+    return isRejected ? exitFailed : 0;
+}
+
+} // namespace owbctl
