@@ -33,11 +33,11 @@ std::string overview(const std::vector<long>& groups, std::size_t limit) {
 
 std::string inFull(long group, std::size_t limit) {
     const std::vector<const Attribute*> properties = attributesOf(group);
-    Table table({"Nominator", "Property", "Counter"});
+    Table table({"Nominator", "Property", "Kind", "Unit", "Description"}, Table::LastColumn::wrapped);
     for (const Attribute* attribute : properties)
-        table.add({std::to_string(attribute->nominator), attribute->property,
-                   attribute->kind == Kind::counter ? "yes" : "no"});
-    const std::vector<std::string> keys = classOf(group).writeKeys;
+        table.add({std::to_string(attribute->nominator), attribute->property, wordOf(attribute->kind),
+                   *attribute->unit == '\0' ? Table::absent : attribute->unit, attribute->description});
+    const std::vector<std::string>& keys = classOf(group).writeKeys;
     return name(group) + "  (" + std::to_string(properties.size()) +
            (properties.size() == 1 ? " property)\n" : " properties)\n") + table.text(limit) +
            "Keys of a write: " + (keys.empty() ? "none" : cell(keys)) + '\n';

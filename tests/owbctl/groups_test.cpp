@@ -1,4 +1,4 @@
-// `owbctl groups`: the catalogue.
+// `owbctl groups`.
 #include "Owbctl.hpp"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ std::vector<std::string> linesOf(const std::string& text) {
     return lines;
 }
 
-TEST(Groups, EachGroupHasALineWithItsClassAndItsNominators) {
+TEST(Groups, EachGroupIsOneLineWithItsClassAndItsNominators) {
     const support::ProgramResult result = owbctl({"groups"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
@@ -30,39 +30,39 @@ TEST(Groups, EachGroupHasALineWithItsClassAndItsNominators) {
 }
 
 TEST(Groups, OneGroupIsShownInFull) {
-    const std::string expected = "Group 6  QAV_TCPStatisticalData  (10 properties)\n"
-                                 "Nominator  Property      Counter\n"
-                                 "        4  ActiveOpens   yes\n"
-                                 "        5  PassiveOpens  yes\n"
-                                 "        6  AttemptFails  yes\n"
-                                 "        7  EstabResets   yes\n"
-                                 "        8  CurrEstab     no\n"
-                                 "        9  InSegs        yes\n"
-                                 "       10  OutSegs       yes\n"
-                                 "       11  RetransSegs   yes\n"
-                                 "       12  InErrs        yes\n"
-                                 "       13  OutRsts       yes\n"
-                                 "Keys of a write: none\n";
-    EXPECT_EQ(owbctl({"groups", "6"}).out, expected);
-    EXPECT_EQ(owbctl({"groups", "qav_tcpSTATISTICALdata"}).out, expected);
+    const std::string expected =
+        "Group 10  QAV_NetworkPortStatistics  (13 properties)\n"
+        "Nominator  Property         Kind     Unit     Description\n"
+        "       26  InstanceID       key      -        Name of the interface in the kernel.\n"
+        "        9  InOctets         counter  Bytes    Bytes received, with those of the link layer.\n";
+    const std::string shown = owbctl({"groups", "10"}).out;
+    EXPECT_EQ(shown.substr(0, expected.size()), expected);
+    EXPECT_NE(shown.find("\n       20  OutQLen          gauge    Packets  Packets in the output queue.\n"
+                         "Keys of a write: none\n"),
+              std::string::npos)
+        << shown;
+    EXPECT_EQ(owbctl({"groups", "qav_networkPORTstatistics"}).out, shown);
 }
 
 TEST(Groups, SeveralGroupsAreShownOneAfterTheOther) {
-    EXPECT_EQ(owbctl({"groups", "1", "25"}).out, "Group 1  QAV_System  (1 property)\n"
-                                                 "Nominator  Property        Counter\n"
-                                                 "        0  LastChangeTime  no\n"
-                                                 "Keys of a write: none\n"
-                                                 "\n"
-                                                 "Group 25  HR_NETWORK  (2 properties)\n"
-                                                 "Nominator  Property           Counter\n"
-                                                 "        0  _HR_NETWORK_INDEX  no\n"
-                                                 "        1  _HR_DEVICE_INDEX   no\n"
-                                                 "Keys of a write: none\n");
+    EXPECT_EQ(
+        owbctl({"groups", "1", "25"}).out,
+        "Group 1  QAV_System  (1 property)\n"
+        "Nominator  Property        Kind  Unit  Description\n"
+        "        0  LastChangeTime  date  -     Time at which the name of the host or of its operating "
+        "system last changed.\n"
+        "Keys of a write: none\n"
+        "\n"
+        "Group 25  HR_NETWORK  (2 properties)\n"
+        "Nominator  Property           Kind       Unit  Description\n"
+        "        0  _HR_NETWORK_INDEX  reference  -     Index of the network interface (group 9).\n"
+        "        1  _HR_DEVICE_INDEX   reference  -     Index of the interface as a device (group 21).\n"
+        "Keys of a write: none\n");
     EXPECT_NE(owbctl({"groups", "2"}).out.find("\nKeys of a write: Name, CreationClassName\n"),
               std::string::npos);
 }
 
-TEST(Groups, ALineOrARecordIsOneNominator) {
+TEST(Groups, EachLineOrRecordIsOneNominator) {
     EXPECT_EQ(owbctl({"groups", "25", "-o", "line"}).out, "25 HR_NETWORK._HR_NETWORK_INDEX = 0\n"
                                                           "25 HR_NETWORK._HR_DEVICE_INDEX = 1\n");
     EXPECT_EQ(owbctl({"groups", "14", "-o", "csv"}).out, "group,class,nominator,property,counter\n"
@@ -72,7 +72,7 @@ TEST(Groups, ALineOrARecordIsOneNominator) {
                                                          "14,QAV_UDPStatisticalData,3,OutDatagrams,yes\n");
 }
 
-TEST(Groups, AnObjectManagerIsNotAsked) {
+TEST(Groups, NoObjectManagerIsContacted) {
     EXPECT_EQ(owbctl({"groups", "--url", deadUrl()}).exitCode, 0);
 }
 
