@@ -14,7 +14,7 @@ std::string without(const std::string& text, const char* pattern) {
     return std::regex_replace(text, std::regex(pattern), " ");
 }
 
-/** By hand: a regular expression would take stack for every character of a comment. */
+/** Not by a regular expression: std::regex uses stack for every character of a comment. */
 std::string withoutComments(std::string text) {
     for (std::size_t begin; (begin = text.find("/*")) != std::string::npos;) {
         const std::size_t end = text.find("*/", begin + 2);
@@ -25,7 +25,7 @@ std::string withoutComments(std::string text) {
     return text;
 }
 
-/** The parts between semicolons. */
+/** Splits code at semicolons. */
 std::vector<std::string> statements(const std::string& text) {
     std::vector<std::string> found;
     std::istringstream in(text);
@@ -34,14 +34,14 @@ std::vector<std::string> statements(const std::string& text) {
     return found;
 }
 
-/** One form for all spellings that differ in white space alone. */
+/** Canonical form: white space only where it separates words. */
 std::string compact(const std::string& text) {
     const std::string spaced = std::regex_replace(text, std::regex(R"(\s+)"), " ");
     const std::string tight = std::regex_replace(spaced, std::regex(R"( ?([(),*&\[\]]) ?)"), "$1");
     return std::regex_replace(tight, std::regex("^ | $"), "");
 }
 
-/** The functions, and the variables, which begin with "extern", of C without comments and macros. */
+/** The functions, and the variables declared "extern", in C code without comments and macros. */
 std::vector<Declaration> declarationsOf(const std::string& code) {
     static const std::regex function(R"(^[\w:*& ]+\b(\w+)\()"), variable(R"(^extern [\w* ]+\b(\w+)(\[|$))");
     std::vector<Declaration> found;
@@ -54,7 +54,7 @@ std::vector<Declaration> declarationsOf(const std::string& code) {
     return found;
 }
 
-/** The source of one section of a page, up to the next. */
+/** The source of one section of a page. */
 std::string section(const std::string& page, const std::string& title) {
     const std::string heading = "\n.SH " + title + "\n";
     const std::size_t begin = page.find(heading);
@@ -64,7 +64,7 @@ std::string section(const std::string& page, const std::string& title) {
     return page.substr(first, page.find("\n.SH ", first - 1) - first);
 }
 
-/** The text of a line `.B text`, with the quotes that keep its blanks; empty for another line. */
+/** The text of a line `.B text`, without quotes; empty for any other line. */
 std::string boldText(const std::string& line) {
     if (line.compare(0, 3, ".B ") != 0)
         return std::string();
@@ -94,17 +94,17 @@ std::set<std::string> identifiersIn(const std::string& text) {
     return {std::sregex_token_iterator(text.begin(), text.end(), identifier), std::sregex_token_iterator()};
 }
 
-std::string pageOf(const std::string& folder, const std::string& name) {
-    const std::string page = contentOf(folder + "/" + name + ".3");
+std::string pageOf(const std::string& directory, const std::string& name) {
+    const std::string page = contentOf(directory + "/" + name + ".3");
     std::smatch alias;
     if (!std::regex_match(page, alias, std::regex(R"(\.so man3/(\w+)\.3\n)")))
         return page;
-    return contentOf(folder + "/" + alias.str(1) + ".3");
+    return contentOf(directory + "/" + alias.str(1) + ".3");
 }
 
-std::vector<std::string> namesOfPages(const std::string& folder) {
+std::vector<std::string> namesOfPages(const std::string& directory) {
     std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    for (const auto& entry : std::filesystem::directory_iterator(directory)) {
         if (entry.path().extension() == ".3")
             names.push_back(entry.path().stem());
     }

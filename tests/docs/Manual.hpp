@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-/** What the public header declares, and what the man pages of section 3 say of it. */
+/** The declarations of the public header and those of the man pages in section 3. */
 namespace manual {
 
 /** A declared function or variable. */
 struct Declaration {
     std::string name;
-    /** The whole text, white space apart. */
+    /** The text in canonical white space. */
     std::string text;
 };
 
@@ -22,11 +22,11 @@ std::vector<Declaration> declarationsIn(const std::string& header);
 /** All identifiers of a text. */
 std::set<std::string> identifiersIn(const std::string& text);
 
-/** The page of a name in section 3, its alias followed; throws when there is none. */
-std::string pageOf(const std::string& folder, const std::string& name);
+/** The page of a name in section 3. Follows an alias. Throws if there is no page. */
+std::string pageOf(const std::string& directory, const std::string& name);
 
 /** The names of all pages of section 3. */
-std::vector<std::string> namesOfPages(const std::string& folder);
+std::vector<std::string> namesOfPages(const std::string& directory);
 
 /** The names that the section NAME of a page lists. */
 std::set<std::string> namesIn(const std::string& page);

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# check_options.sh PAGE PROGRAM [COMMAND...] - whether a man page names the options that the program's help shows, those of
-# each COMMAND of the program ("get", "time epoch") included, and no others.
+# check_options.sh PAGE PROGRAM [COMMAND...] - whether a man page names exactly the options in the help of a program and of
+# its COMMANDs ("get", "time epoch").
 set -euo pipefail
 page=$1 program=$2
 shift 2

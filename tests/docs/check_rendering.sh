@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# check_rendering.sh FOLDER - whether groff renders every man page of a folder without a warning. Skipped (77) without groff.
+# check_rendering.sh DIRECTORY - whether groff renders every man page of a directory without a warning. Skipped (77) without groff.
 set -euo pipefail
-folder=$1
+directory=$1
 
 command -v groff >/dev/null || exit 77
 
@@ -9,7 +9,7 @@ command -v groff >/dev/null || exit 77
 installed=$(mktemp -d)
 trap 'rm -rf "$installed"' EXIT
 pages=()
-for page in "$folder"/*.[1-8]; do
+for page in "$directory"/*.[1-8]; do
     section=man${page##*.}
     mkdir -p "$installed/$section"
     cp "$page" "$installed/$section"
@@ -26,6 +26,6 @@ for page in "${pages[@]}"; do
     fi
 done
 [[ $failed == 0 ]] || {
-    echo "check_rendering.sh: $folder: groff warns, see above" >&2
+    echo "check_rendering.sh: $directory: groff warns, see above" >&2
     exit 1
 }

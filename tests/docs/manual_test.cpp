@@ -13,7 +13,7 @@ std::string header() {
     return contentOf(HEADER);
 }
 
-/** Names of the header's own: an agent cannot have others of these forms from elsewhere. */
+/** Whether a name has a form that only this library uses. */
 bool isOfLibrary(const std::string& name) {
     return name.compare(0, 4, "OWB_") == 0 || name.compare(0, 3, "Ext") == 0 ||
            name.compare(0, 2, "_q") == 0 ||
@@ -53,7 +53,7 @@ TEST(Manual, ReadsEveryExportOfTheHeader) {
         EXPECT_EQ(textsOf(declared, name).size(), 1U) << name;
 }
 
-TEST(Manual, HasAPageForEveryDeclarationThatNamesItAndDeclaresItAlike) {
+TEST(Manual, HasAPageForEveryDeclarationWithItsNameAndText) {
     for (const Declaration& declared : declarationsIn(header())) {
         SCOPED_TRACE(declared.name);
         const std::string page = pageOf(pages, declared.name);
@@ -78,7 +78,7 @@ TEST(Manual, NamesNothingThatTheHeaderDoesNot) {
     }
 }
 
-TEST(Manual, ListsInNameThePageItself) {
+TEST(Manual, NamesEachPageInItsSectionName) {
     for (const std::string& name : namesOfPages(pages))
         EXPECT_EQ(namesIn(pageOf(pages, name)).count(name), 1U) << name;
 }

@@ -13,20 +13,20 @@ namespace owbctl_test {
 /** Runs owbctl with the given arguments. */
 support::ProgramResult owbctl(const std::vector<std::string>& arguments);
 
-/** Runs a line of the shell, in which "$OWBCTL" is the program. */
+/** Runs a shell command line; "$OWBCTL" is the program. */
 support::ProgramResult shell(const std::string& line);
 
-/** A good answer with the given instances. */
+/** A successful answer with the given instances. */
 support::Step instances(const std::vector<std::string>& each);
 
-/** A good answer with one instance of the given properties. */
+/** A successful answer with one instance of the given properties. */
 support::Step instanceOf(const std::vector<std::string>& properties);
 
-/** A good answer to a write. */
+/** A successful answer to a write. */
 support::Step accepted();
 
-/** All answers to a write of one row: the instances before it, twice, since the library numbers the rows
- * anew, then an acceptance, and the instances after it. */
+/** All answers to a write of one row: the instances before it, twice, since the library counts the rows
+ * again; a successful answer to the write; the instances after it. */
 std::vector<support::Step> writeOf(const support::Step& before, const support::Step& after);
 
 /** URL of a socket that does not exist. */

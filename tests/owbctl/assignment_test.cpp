@@ -26,11 +26,11 @@ TEST(Assignment, APropertyIsNamedInAnyCaseOrByItsNominator) {
     EXPECT_EQ(result[1].value, "b");
 }
 
-TEST(Assignment, ThePropertyIsOneOfTheGroup) {
+TEST(Assignment, ThePropertyBelongsToTheGroup) {
     EXPECT_EQ(parseAssignments(9, {"Description=x"}).front().attribute->group, 9);
 }
 
-TEST(Assignment, TheValueIsAllBehindTheFirstEqualsSign) {
+TEST(Assignment, TheValueIsAllTextAfterTheFirstEqualsSign) {
     EXPECT_EQ(parseAssignments(2, {"Description=a=b "}).front().value, "a=b ");
 }
 
@@ -38,17 +38,17 @@ TEST(Assignment, TheValueMayBeEmpty) {
     EXPECT_EQ(parseAssignments(2, {"Description="}).front().value, "");
 }
 
-TEST(Assignment, ATextWithoutEqualsSignIsRefused) {
+TEST(Assignment, AnArgumentWithoutEqualsSignIsRejected) {
     EXPECT_EQ(reasonAgainst({"Description"}), "'Description' does not have the form NAME=VALUE");
 }
 
-TEST(Assignment, AnUnknownPropertyOrNominatorIsRefused) {
+TEST(Assignment, AnUnknownPropertyOrNominatorIsRejected) {
     const std::string before = "group 2 (QAV_System) has no property '";
     for (const std::string name : {"Nope", "2", "99", "-1", "", " Description", "LastChangeTime"})
         EXPECT_EQ(reasonAgainst({name + "=x"}), before + name + "'; see 'owbctl groups'");
 }
 
-TEST(Assignment, APropertyThatIsGivenTwiceIsRefused) {
+TEST(Assignment, APropertyThatIsGivenTwiceIsRejected) {
     EXPECT_EQ(reasonAgainst({"Description=a", "DESCRIPTION=b"}), "Description is given twice");
     EXPECT_EQ(reasonAgainst({"Description=a", "SystemName=b", "0=a"}), "Description is given twice");
 }

@@ -1,5 +1,5 @@
-// What owbctl makes of behaviour that the bundled client library promises and an installed OpenWBEM does not:
-// what it tries again, and which answers it takes.
+// Behaviour that the bundled client library guarantees and an installed OpenWBEM does not: repeated requests,
+// and answers without an instance.
 #include "Owbctl.hpp"
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ support::Step nothing(const std::string& message) {
         "</IMETHODRESPONSE></SIMPLERSP></MESSAGE></CIM>"));
 }
 
-TEST(Failure, AReadIsTriedOnceMoreOnAFreshConnection) {
+TEST(Failure, AFailedReadIsRepeatedOnceOnANewConnection) {
     const support::ScriptedPeer peer({support::Step::answer("nonsense\r\n\r\n"), instances({})});
     const support::ProgramResult result = owbctl({"--url", peer.url(), "get", "14"});
     EXPECT_EQ(result.exitCode, 0) << result.err;
@@ -38,7 +38,7 @@ TEST(Instance, AnAnswerWithoutAnInstanceGivesStatus12) {
                               " returned no instance (status 2)\n" + pathHint);
 }
 
-TEST(Instance, TheFirstGroupThatFailsDecidesAndAnyMayCallForTheHint) {
+TEST(Instance, TheFirstFailureDeterminesTheExitStatusAndAnyMayAddTheHint) {
     const support::ScriptedPeer peer({support::Step::answer(statusReply("404 Not Found")), nothing("2")});
     const std::string url = peer.url("http", "localhost");
     const support::ProgramResult result = owbctl({"--url", url, "instance", "QAV_System.Name=\"x\""});

@@ -1,4 +1,4 @@
-// The words that a shell completes, and its function.
+// Completion: the candidates of the program, and the function of the shell.
 #include "Owbctl.hpp"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@ std::string complete(std::vector<std::string> words) {
     return owbctl(words).out;
 }
 
-TEST(Completion, CommandsAndOptionsAreThoseOfTheProgram) {
+TEST(Completion, CommandsAndOptionsComeFromTheProgram) {
     EXPECT_EQ(complete({""}), "doctor\nget\ngroups\ninstance\nprocesses\nset\ntime\nversion\nwatch\n");
     EXPECT_EQ(complete({"g"}), "get\ngroups\n");
     EXPECT_EQ(complete({"--t"}), "--timeout\n--trace\n");
@@ -20,7 +20,7 @@ TEST(Completion, CommandsAndOptionsAreThoseOfTheProgram) {
     EXPECT_EQ(complete({"time", ""}), "epoch\ninterval\n");
 }
 
-TEST(Completion, GroupsAreNumbersAndClasses) {
+TEST(Completion, GroupsAreOfferedAsNumbersAndClasses) {
     EXPECT_EQ(complete({"get", "3"}), "3\n30\n");
     EXPECT_EQ(complete({"get", "a"}), "all\n");
     EXPECT_EQ(complete({"-o", "csv", "get", "4", "QAV_UDP"}), "QAV_UDPStatisticalData\n");
@@ -28,7 +28,7 @@ TEST(Completion, GroupsAreNumbersAndClasses) {
     EXPECT_EQ(complete({"watch", "4", "HR_"}), "") << "it takes one";
 }
 
-TEST(Completion, PropertiesAreThoseOfTheGroup) {
+TEST(Completion, PropertiesOfTheGroupAreOffered) {
     EXPECT_EQ(complete({"set", "2", "0", "S"}), "SNMPObjectID=\nSysServices=\nSystemName=\nSystemVersion=\n");
     EXPECT_EQ(complete({"set", "2", ""}), "") << "of rows nothing is known";
     EXPECT_EQ(complete({"get", "2", "4", "--property", "SystemName", "Num"}),
@@ -44,7 +44,7 @@ TEST(Completion, ValuesOfOptionsAreOffered) {
     EXPECT_EQ(complete({"--url", "x", "gr"}), "groups\n") << "the value is no command";
 }
 
-/** What bash offers for a line of a command, its cursor at the end. */
+/** The candidates of bash for a command line with the cursor at its end. */
 std::string offered(const std::string& line) {
     const support::ProgramResult result = support::runProgram(
         {"/bin/bash", "-c",
@@ -55,15 +55,15 @@ std::string offered(const std::string& line) {
     return result.out;
 }
 
-TEST(Completion, TheShellAsksTheProgram) {
+TEST(Completion, TheShellFunctionAsksTheProgram) {
     EXPECT_EQ(offered("owbctl get QAV_UDP"), "QAV_UDPStatisticalData\n");
     EXPECT_EQ(offered("owbctl watch HR_N"), "HR_NETWORK\n");
     EXPECT_EQ(offered("owbctl time "), "epoch\ninterval\n");
 }
 
-TEST(Completion, WordsThatTheShellTakesApartAreOneToTheProgram) {
+TEST(Completion, WordsThatTheShellSplitsReachTheProgramAsOne) {
     EXPECT_EQ(offered("owbctl --url http://h:5988 wat"), "watch\n");
-    EXPECT_EQ(offered("owbctl --output=js"), "json\n") << "what stands behind the = alone";
+    EXPECT_EQ(offered("owbctl --output=js"), "json\n") << "only the part after the =";
     EXPECT_EQ(offered("owbctl set 2 0 PrimaryOwnerContact=Sys"), "\n") << "nothing is known of values";
     EXPECT_EQ(offered("owbctl set 2 0 PrimaryO"), "PrimaryOwnerContact=\n");
 }

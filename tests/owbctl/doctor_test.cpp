@@ -43,7 +43,7 @@ support::Step operatingSystem() {
             "QAV_OperatingSystem", {support::wire::stringProperty("_INIT_LOAD_PARAMETERS", "quiet")})})));
 }
 
-TEST(Doctor, AManagerThatRunsIsWell) {
+TEST(Doctor, ARunningManagerPassesAllChecks) {
     support::Manager manager;
     const support::ProgramResult result = doctor(manager.url());
     EXPECT_EQ(result.exitCode, 0) << result.out;
@@ -78,7 +78,7 @@ TEST(Doctor, AManagerThatWasStoppedLeavesNoSocket) {
         << "the library's own reason";
 }
 
-TEST(Doctor, AManagerThatWasKilledLeavesASocketAtWhichNobodyListens) {
+TEST(Doctor, AKilledManagerLeavesASocketWithoutAListener) {
     support::Manager manager;
     manager.end(SIGKILL);
     auto checks = checksOf(doctor(manager.url()));
@@ -88,14 +88,14 @@ TEST(Doctor, AManagerThatWasKilledLeavesASocketAtWhichNobodyListens) {
     EXPECT_TRUE(holds(checks["socket"]["advice"], "restart it"));
 }
 
-TEST(Doctor, AFileIsNoSocket) {
+TEST(Doctor, AFileIsReportedAsNotASocket) {
     const support::TempDir folder;
     auto checks = checksOf(doctor(support::urlOf(folder.write("file", ""))));
     EXPECT_EQ(checks["socket"]["finding"], folder.file("file") + ": not a socket");
     EXPECT_EQ(checks["socket"]["advice"], "Check the path in the URL");
 }
 
-TEST(Doctor, AMalformedUrlIsToldWithItsForm) {
+TEST(Doctor, AMalformedUrlIsReportedWithTheValidForm) {
     const support::ProgramResult result = doctor("owbinary.wbem://me:secret@:1");
     EXPECT_EQ(result.exitCode, 1);
     auto checks = checksOf(result);
@@ -106,7 +106,7 @@ TEST(Doctor, AMalformedUrlIsToldWithItsForm) {
     EXPECT_EQ(checks.count("manager"), 0u);
 }
 
-TEST(Doctor, AnErrorOfTheManagerIsToldInItsWords) {
+TEST(Doctor, AnErrorOfTheManagerIsReportedWithItsText) {
     const support::ScriptedPeer peer(
         {support::Step::answer(support::wire::cimErrorReply(5, "no such class"))}, support::Listening::ipv4);
     auto checks = checksOf(doctor(peer.url()));
@@ -117,7 +117,7 @@ TEST(Doctor, AnErrorOfTheManagerIsToldInItsWords) {
     EXPECT_TRUE(holds(checks["manager"]["finding"], "no such class")) << checks["manager"];
 }
 
-TEST(Doctor, AWrongPasswordIsNoticedThoughReadsNeedNone) {
+TEST(Doctor, AnInvalidPasswordIsReportedAlthoughReadsNeedNone) {
     const std::string refused = "HTTP/1.1 401 Unauthorized: wrong name or password\r\n"
                                 "WWW-Authenticate: Basic realm=\"x\"\r\nContent-Length: 0\r\n\r\n";
     const support::ScriptedPeer peer({operatingSystem(), support::Step::answerAndClose(refused)},
@@ -134,7 +134,7 @@ TEST(Doctor, AWrongPasswordIsNoticedThoughReadsNeedNone) {
     EXPECT_EQ(result.out.find("se\xc3\xa4t"), std::string::npos) << "the password is not shown";
 }
 
-TEST(Doctor, AUserWhoIsNotRefusedIsWell) {
+TEST(Doctor, AUserWhoIsAcceptedPassesTheCheck) {
     const support::ScriptedPeer peer(
         {operatingSystem(), support::Step::answerAndClose("HTTP/1.1 200 Ok\r\n"
                                                           "Content-Length: 0\r\n\r\n")},
@@ -144,7 +144,7 @@ TEST(Doctor, AUserWhoIsNotRefusedIsWell) {
     EXPECT_EQ(checks["login"]["finding"], "user agent is not rejected");
 }
 
-TEST(Doctor, AnAnswerThatSaysNothingOfTheLoginIsAWarning) {
+TEST(Doctor, AnAnswerWithoutResultOfTheLoginIsAWarning) {
     const support::ScriptedPeer peer(
         {operatingSystem(), support::Step::answerAndClose("HTTP/1.1 429 Too many\r\n\r\n")},
         support::Listening::ipv4);
@@ -155,7 +155,7 @@ TEST(Doctor, AnAnswerThatSaysNothingOfTheLoginIsAWarning) {
               "cannot check user agent: no answer");
 }
 
-TEST(Doctor, WithoutAUserThereIsNoLogin) {
+TEST(Doctor, AUrlWithoutAUserSkipsTheLoginCheck) {
     support::Manager manager;
     EXPECT_EQ(checksOf(doctor(manager.url())).count("login"), 0u);
     EXPECT_EQ(checksOf(doctor("http://127.0.0.1:1")).count("login"), 0u);
@@ -170,7 +170,7 @@ TEST(Doctor, AManagerWithoutTheInstanceIsAWarning) {
     EXPECT_TRUE(holds(checks["manager"]["finding"], "has no instance for group 4"));
 }
 
-TEST(Doctor, ASilentManagerIsNotWaitedForButWhatIsKnownIsTold) {
+TEST(Doctor, ASilentManagerEndsTheChecksAfterTheTimeout) {
     const support::ScriptedPeer peer({support::Step::staySilent()});
     const support::ProgramResult result = owbctl({"--url", peer.url(), "doctor", "--timeout", "2"});
     EXPECT_EQ(result.exitCode, 124);
@@ -178,27 +178,27 @@ TEST(Doctor, ASilentManagerIsNotWaitedForButWhatIsKnownIsTold) {
     EXPECT_EQ(result.err, "owbctl: timed out after 2 s\n");
 }
 
-/** Runs a doctor behind a command of the shell, with mounts of its own; skips the test where none are to be
- * had. */
+/** Runs doctor after a shell command, in its own mount namespace. Returns nothing if there is no such
+ * namespace. */
 std::map<std::string, json> checksWithMounts(const std::string& command) {
     const support::ProgramResult result =
         shell("exec unshare --mount sh -c '" + command + " && exec \"$OWBCTL\" --url x:// doctor -o json'");
     return result.out.empty() ? std::map<std::string, json>() : checksOf(result);
 }
 
-TEST(Doctor, WithoutProcessesTheProcessTableIsMissed) {
+TEST(Doctor, AMissingProcessTableIsAFailure) {
     auto checks = checksWithMounts("mount -t tmpfs none /proc");
     if (checks.empty())
-        GTEST_SKIP() << "no mounts of one's own";
+        GTEST_SKIP() << "needs a mount namespace";
     EXPECT_EQ(checks["/proc"]["result"], "fail");
     EXPECT_EQ(checks["/proc"]["finding"], "cannot read any process");
     EXPECT_TRUE(holds(checks["/proc"]["advice"], "mount -t proc"));
 }
 
-TEST(Doctor, WithoutTheProcessesOfOthersItIsAWarning) {
+TEST(Doctor, HiddenProcessesOfOtherUsersAreAWarning) {
     auto checks = checksWithMounts("mount -t tmpfs none /proc/1");
     if (checks.empty())
-        GTEST_SKIP() << "no mounts of one's own";
+        GTEST_SKIP() << "needs a mount namespace";
     EXPECT_EQ(checks["/proc"]["result"], "warn");
     EXPECT_TRUE(holds(checks["/proc"]["finding"], ", only those of this user")) << checks["/proc"];
     EXPECT_TRUE(holds(checks["/proc"]["advice"], "hidepid")) << checks["/proc"];
@@ -214,11 +214,11 @@ TEST(Doctor, TheClientLibrarysOwnSocketIsNamedByPortOrScheme) {
     for (const std::string url : {"ipc://localhost", "http://localhost:OwIpc"}) {
         auto checks = checksOf(doctor(url));
         EXPECT_EQ(checks["URL"]["finding"], url + ": CIM-XML over the client library's own socket");
-        EXPECT_EQ(checks.count("socket"), 0u) << "where it is the library alone knows";
+        EXPECT_EQ(checks.count("socket"), 0u) << "only the library knows its path";
     }
 }
 
-TEST(Doctor, ANamedPipeAsSwitchIsToldAndNotReadFrom) {
+TEST(Doctor, ANamedPipeAsSwitchIsReportedAndNotRead) {
     const support::TempDir folder;
     auto checks = checksOf(shell("cd '" + folder.path() + "'; mkfifo vdxDebug; \"$OWBCTL\" --url " +
                                  deadUrl() + " doctor -o json --timeout 20"));
@@ -226,7 +226,7 @@ TEST(Doctor, ANamedPipeAsSwitchIsToldAndNotReadFrom) {
     EXPECT_TRUE(holds(checks["trace"]["finding"], "vdxDebug is a named pipe")) << checks["trace"];
 }
 
-TEST(Doctor, ATraceThatIsOnForAgentsIsToldWithItsLog) {
+TEST(Doctor, ATraceOfAgentsIsReportedWithItsLog) {
     const support::TempDir folder;
     const auto finding = [&folder](const std::string& content) {
         folder.write("vdxDebug", content);
@@ -243,7 +243,7 @@ TEST(Doctor, ATraceThatIsOnForAgentsIsToldWithItsLog) {
     EXPECT_EQ(finding("")["result"], "ok") << "a switch without a log";
 }
 
-TEST(Doctor, ItsOwnTraceIsNotTakenForAnAgents) {
+TEST(Doctor, TheTraceOfTheDoctorIsNotReported) {
     const support::TempDir folder;
     const auto checks = checksOf(
         shell("cd '" + folder.path() + "'; \"$OWBCTL\" --url " + deadUrl() + " doctor -o json --trace log"));
@@ -251,14 +251,14 @@ TEST(Doctor, ItsOwnTraceIsNotTakenForAnAgents) {
     EXPECT_TRUE(holds(checks.at("manager")["finding"], "SocketException: ")) << "read from the file";
 }
 
-TEST(Doctor, ATraceThatCannotBeReadBackIsNotWaitedFor) {
+TEST(Doctor, ATraceToAPipeIsNotReadBack) {
     const support::ProgramResult result =
         owbctl({"--url", deadUrl(), "doctor", "-o", "json", "--trace", "-", "--timeout", "20"});
     EXPECT_EQ(result.exitCode, 1) << "standard error is a pipe";
     EXPECT_NE(result.err.find("ERROR SocketException "), std::string::npos) << result.err;
 }
 
-TEST(Doctor, AsATableACheckIsALineAndItsAdviceBelow) {
+TEST(Doctor, TheTableShowsACheckOnOneLineAndItsAdviceBelow) {
     const support::ProgramResult result = owbctl({"--url", "x://", "doctor"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.out.rfind("fail  URL        x://: MalformedURLException: Invalid URL: x://\n"

@@ -8,7 +8,7 @@ namespace {
 
 using namespace support::wire;
 
-TEST(Failure, NobodyAtTheSocketGivesStatus15AndNamesGroupAndUrl) {
+TEST(Failure, AMissingSocketGivesStatus15AndNamesGroupAndUrl) {
     const std::string url = deadUrl();
     const support::ProgramResult result = owbctl({"--url", url, "get", "4"});
     EXPECT_EQ(result.exitCode, 15);
@@ -29,20 +29,20 @@ TEST(Failure, AnErrorOfTheObjectManagerGivesStatus15) {
     EXPECT_EQ(get({support::Step::answer(cimErrorReply(5, "no such class"))}, {"4"}).exitCode, 15);
 }
 
-TEST(Failure, TheRestOfTheGroupsIsReadAllTheSame) {
+TEST(Failure, GroupsAfterAFailureAreRead) {
     const support::Step error = support::Step::answer(cimErrorReply(5, "no such class"));
     const support::ProgramResult result = get({error, error, instances({})}, {"4", "14"});
     EXPECT_EQ(result.exitCode, 15);
     EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n");
 }
 
-TEST(Failure, AReadIsTriedNoMoreThanTwice) {
+TEST(Failure, AReadIsAttemptedAtMostTwice) {
     const support::ScriptedPeer peer({support::Step::answer(cimErrorReply(5, "no such class"))});
     EXPECT_EQ(owbctl({"--url", peer.url(), "get", "14"}).exitCode, 15);
     EXPECT_EQ(peer.requests().size(), 2u);
 }
 
-TEST(Failure, SeveralFailedGroupsHaveALineEachAndOneHint) {
+TEST(Failure, SeveralFailedGroupsGiveOneLineEachAndOneHint) {
     const support::ProgramResult result = owbctl({"--url", deadUrl(), "get", "4", "14"});
     EXPECT_NE(result.err.find("group 4 ("), std::string::npos);
     EXPECT_NE(result.err.find("group 14 ("), std::string::npos);
@@ -57,7 +57,7 @@ TEST(Failure, APasswordIsNotShown) {
         << result.err;
 }
 
-TEST(Failure, AFullDiskGivesStatus1AndIsTold) {
+TEST(Failure, AFullDiskGivesStatus1AndAMessage) {
     for (const char* const arguments : {"groups", "groups -o json", "--help", "--version"}) {
         const support::ProgramResult result = shell("\"$OWBCTL\" " + std::string(arguments) + " >/dev/full");
         EXPECT_EQ(result.exitCode, 1) << arguments;
@@ -65,7 +65,7 @@ TEST(Failure, AFullDiskGivesStatus1AndIsTold) {
     }
 }
 
-TEST(Failure, AFullDiskIsNoticedByGet) {
+TEST(Failure, AFullDiskFailsGet) {
     const support::ScriptedPeer peer({instances({})});
     EXPECT_EQ(shell("\"$OWBCTL\" --url " + peer.url() + " get 14 >/dev/full").exitCode, 1);
 }

@@ -16,7 +16,7 @@ std::string connection(unsigned long port, const std::string& address) {
                                                 stringProperty("LocalAddress", address)});
 }
 
-TEST(Get, ASingleRowHasOnePropertyALineInTableOrder) {
+TEST(Get, ASingleRowShowsOnePropertyOnEachLineInCatalogueOrder) {
     const support::ProgramResult result =
         get({instanceOf({property("NumberOfUsers", UINT32, bigEndian(7, 4)),
                          stringProperty("LastBootUpTime", "20260101000000.000000+060"),
@@ -29,7 +29,7 @@ TEST(Get, ASingleRowHasOnePropertyALineInTableOrder) {
                           "NumberOfUsers   7\n");
 }
 
-TEST(Get, SeveralRowsMakeATableOfThePropertiesThatAnyRowHas) {
+TEST(Get, SeveralRowsFormATableOfAllPropertiesWithAValue) {
     const support::ProgramResult result =
         get({instances({connection(80, "::1"), connection(50123, "192.0.2.1")})}, {"7"});
     EXPECT_EQ(result.exitCode, 0);
@@ -39,7 +39,7 @@ TEST(Get, SeveralRowsMakeATableOfThePropertiesThatAnyRowHas) {
                           "  1  192.0.2.1         50123\n");
 }
 
-TEST(Get, AValueThatARowLacksIsADash) {
+TEST(Get, AMissingValueIsADash) {
     const std::string other =
         instance("QAV_TCPProtocolEndpoint", {property("LocalPort", UINT32, bigEndian(1, 4))});
     const support::ProgramResult result = get({instances({connection(80, "::1"), other})}, {"7"});
@@ -75,14 +75,14 @@ TEST(Get, ArrayElementsAreSeparatedByCommas) {
     EXPECT_EQ(result.out, "Group 0  QAV_K70Chassis  (1 row, 2 items)\nOtherIdentifyingInfo  one, two\n");
 }
 
-TEST(Get, GroupsComeInTheGivenOrderAsOftenAsTheyAreGiven) {
+TEST(Get, GroupsFollowTheOrderOfTheArguments) {
     const support::ProgramResult result = get({instances({})}, {"14", "4", "14"});
     EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n\n"
                           "Group 4  QAV_OperatingSystem  (0 rows, 0 items)\nno data\n\n"
                           "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n");
 }
 
-TEST(Get, AllIsEveryGroupInTheOrderOfTheirNumbers) {
+TEST(Get, AllReadsEveryGroupByAscendingNumber) {
     const support::ProgramResult result = get({instances({})}, {"14", "all", "-ojson"});
     EXPECT_EQ(result.exitCode, 0) << result.err;
     const nlohmann::json document = nlohmann::json::parse(result.out);
@@ -111,7 +111,7 @@ TEST(Get, ColumnsAreAlignedByCharactersNotBytes) {
                           "  1  sand-sand-sand        443\n");
 }
 
-TEST(Get, LinesOfTheLibraryAboutDuplicatesGoToStandardError) {
+TEST(Get, MessagesOfTheLibraryAboutDuplicatesGoToStandardError) {
     const support::ProgramResult result =
         get({instanceOf({stringProperty("SystemName", "one"), stringProperty("SystemName", "two")})}, {"2"});
     EXPECT_EQ(result.exitCode, 0);
@@ -119,13 +119,13 @@ TEST(Get, LinesOfTheLibraryAboutDuplicatesGoToStandardError) {
     EXPECT_NE(result.err, "");
 }
 
-TEST(Get, AClassIsEachGroupThatHasIt) {
+TEST(Get, AClassSelectsEachGroupThatHasIt) {
     const support::ProgramResult result = get({instances({})}, {"qav_operatingsystem"});
     EXPECT_EQ(result.out, "Group 4  QAV_OperatingSystem  (0 rows, 0 items)\nno data\n\n"
                           "Group 17  QAV_OperatingSystem  (0 rows, 0 items)\nno data\n");
 }
 
-TEST(Get, PropertiesAreChosenByNameOrNominatorInTheGroupsThatHaveThem) {
+TEST(Get, PropertiesAreSelectedByNameOrNominatorInTheGroupsThatHaveThem) {
     const support::Step system =
         instanceOf({stringProperty("SystemName", "here"), stringProperty("PrimaryOwnerContact", "me"),
                     stringProperty("Description", "box")});
@@ -136,7 +136,7 @@ TEST(Get, PropertiesAreChosenByNameOrNominatorInTheGroupsThatHaveThem) {
               "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n");
 }
 
-TEST(Get, APropertyThatNoGroupHasIsRefusedBeforeAnythingIsRead) {
+TEST(Get, AnUnknownPropertyIsRejectedBeforeAnythingIsRead) {
     const support::ScriptedPeer peer({instances({})});
     const support::ProgramResult result =
         owbctl({"--url", peer.url(), "get", "14", "--property", "SystemName"});
@@ -146,20 +146,20 @@ TEST(Get, APropertyThatNoGroupHasIsRefusedBeforeAnythingIsRead) {
     EXPECT_EQ(peer.connections(), 0u);
 }
 
-TEST(Get, ARowIsChosenByItsNumber) {
+TEST(Get, ARowIsSelectedByItsNumber) {
     const support::Step two = instances({connection(80, "::1"), connection(81, "::2")});
     EXPECT_EQ(get({two}, {"7", "--row", "1"}).out, "Group 7  QAV_TCPProtocolEndpoint  (row 1, 2 items)\n"
                                                    "LocalAddress  ::2\n"
                                                    "LocalPort     81\n");
 }
 
-TEST(Get, ARowThatIsNotThereGivesStatus1AndIsTold) {
+TEST(Get, AMissingRowGivesStatus1AndAMessage) {
     const support::ProgramResult result = get({instances({connection(80, "::1")})}, {"7", "--row", "1"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, "owbctl: row 1: no such row, or it has no value\n");
 }
 
-TEST(Get, OptionsMayStandBehindTheCommandAndItsGroups) {
+TEST(Get, OptionsMayFollowTheCommandAndItsGroups) {
     const support::ScriptedPeer peer({instances({})});
     const support::ProgramResult result = owbctl({"get", "14", "--url", peer.url()});
     EXPECT_EQ(result.exitCode, 0) << result.err;

@@ -9,7 +9,7 @@ namespace {
 
 using namespace support::wire;
 
-// A good answer to the request for one instance.
+// A successful answer to the request for one instance.
 support::Step found(const std::vector<std::string>& properties) {
     return support::Step::answer(chunkedReply(std::string(1, '\0') + instance("QAV_Any", properties)));
 }
@@ -25,7 +25,7 @@ const std::string hints =
     "        'owbctl doctor' with the same URL finds the reason; --trace - shows what the library did\n" +
     pathHint;
 
-TEST(Instance, ItIsReadAsEachGroupOfItsClass) {
+TEST(Instance, TheInstanceIsShownForEachGroupOfItsClass) {
     const support::ProgramResult result =
         owbctlAt({found(someProperties())}, {"instance", "QAV_System.Name=\"x\""});
     EXPECT_EQ(result.exitCode, 0);
@@ -37,14 +37,14 @@ TEST(Instance, ItIsReadAsEachGroupOfItsClass) {
                           "Description  a thing\n");
 }
 
-TEST(Instance, TheClassIsFoundInAnyCaseBehindANamespace) {
+TEST(Instance, TheClassIsFoundAfterANamespaceInAnyCase) {
     const support::ProgramResult result =
         owbctlAt({found(someProperties())}, {"instance", "root/cimv2.1:qav_SYSTEM.Name=\"a.b:c\""});
     EXPECT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(result.out.rfind("Group 1  QAV_System  (1 row, 1 item)\n", 0), 0u) << result.out;
 }
 
-TEST(Instance, TheObjectManagerIsAskedForThePath) {
+TEST(Instance, TheRequestCarriesThePath) {
     const support::ScriptedPeer peer({found(someProperties())});
     owbctl({"--url", peer.url(), "instance", "QAV_K70Chassis.Tag=\"seven\""});
     const std::vector<std::string> requests = peer.requests();
@@ -55,14 +55,14 @@ TEST(Instance, TheObjectManagerIsAskedForThePath) {
     EXPECT_NE(requests[0].find(text("seven")), std::string::npos);
 }
 
-TEST(Instance, AGivenGroupIsTheOnlyOneWhateverTheClass) {
+TEST(Instance, AGivenGroupReplacesThoseOfTheClass) {
     const support::ProgramResult result =
         owbctlAt({found(someProperties())}, {"instance", "--group", "2", "Another_Class.Name=\"x\""});
     EXPECT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(result.out, "Group 2  QAV_System  (1 row, 1 item)\nDescription  a thing\n");
 }
 
-TEST(Instance, TheRowIsZero) {
+TEST(Instance, TheRowIsZeroByDefault) {
     const support::ScriptedPeer peer({found(someProperties())});
     const support::ProgramResult result =
         owbctl({"-ojson", "--url", peer.url(), "instance", "QAV_System.Name=\"x\"", "--group", "2"});
@@ -96,7 +96,7 @@ TEST(Instance, TheRowIsZero) {
 )");
 }
 
-TEST(Instance, TheRowIsTheOneGiven) {
+TEST(Instance, TheRowCanBeGiven) {
     const support::ProgramResult result =
         owbctlAt({found(someProperties())},
                  {"-ojson", "instance", "QAV_System.Name=\"x\"", "--group", "2", "--row", "2147483647"});
@@ -126,7 +126,7 @@ TEST(Instance, AMalformedPathFailsLikeAnUnknownInstance) {
     EXPECT_EQ(peer.connections(), 0u);
 }
 
-TEST(Instance, AFailureStandsInTheJsonDocumentToo) {
+TEST(Instance, AFailureAppearsInTheJsonDocument) {
     const support::ProgramResult result =
         owbctlAt({support::Step::answer(cimErrorReply(6, "no such instance"))},
                  {"-ojson", "instance", "QAV_K70Chassis.Tag=\"x\""});
@@ -139,7 +139,7 @@ TEST(Instance, AFailureStandsInTheJsonDocumentToo) {
     EXPECT_EQ(groups[0]["rows"], nlohmann::json::array());
 }
 
-TEST(Instance, AClassThatNoGroupHasNeedsAGroup) {
+TEST(Instance, AClassWithoutAGroupNeedsTheOptionGroup) {
     for (const char* const path : {"Other.Name=\"x\"", "root:Other.Name=\"QAV_System\""}) {
         const support::ProgramResult result = owbctl({"instance", path});
         EXPECT_EQ(result.exitCode, 2);
@@ -151,7 +151,7 @@ TEST(Instance, AClassThatNoGroupHasNeedsAGroup) {
     }
 }
 
-TEST(Instance, WrongUsageIsRefused) {
+TEST(Instance, UsageErrorsAreRejected) {
     const std::string path = "QAV_System.Name=\"x\"";
     const std::vector<std::vector<std::string>> wrong = {{},
                                                          {path, path},

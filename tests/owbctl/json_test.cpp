@@ -49,7 +49,7 @@ TEST(Json, BytesThatAreNotUtf8AreReplaced) {
               "a\xef\xbf\xbd z\xc3\xa4");
 }
 
-TEST(Json, LinesOfTheLibraryAboutDuplicatesDoNotSpoilTheDocument) {
+TEST(Json, MessagesOfTheLibraryAboutDuplicatesStayOutOfTheDocument) {
     const support::ProgramResult result =
         get({instanceOf({stringProperty("SystemName", "one"), stringProperty("SystemName", "two")})},
             {"2", "-ojson"});
@@ -57,7 +57,7 @@ TEST(Json, LinesOfTheLibraryAboutDuplicatesDoNotSpoilTheDocument) {
               json::array({"one", "two"}));
 }
 
-TEST(Json, AFailedReadStandsInTheDocumentToo) {
+TEST(Json, AFailedReadAppearsInTheDocument) {
     const support::Step error = support::Step::answer(cimErrorReply(5, "no such class"));
     const support::ProgramResult result = get({error, error, instances({})}, {"2", "14", "-ojson"});
     EXPECT_EQ(result.exitCode, 15);
@@ -71,7 +71,7 @@ TEST(Json, AFailedReadStandsInTheDocumentToo) {
     EXPECT_NE(result.err.find("group 2 (QAV_System)"), std::string::npos);
 }
 
-TEST(Json, ACommandThatComesToNothingIsADocumentOfItsReason) {
+TEST(Json, ACommandWithoutDataGivesADocumentWithTheReason) {
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"get", "99", "-o", "json"},
           {"-ojson", "fetch"},

@@ -1,4 +1,4 @@
-// `-o line` and `-o csv`: one value, or one record, a line.
+// `-o line` and `-o csv`: one value or one record on each line.
 #include "Owbctl.hpp"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ support::Step twoChassis() {
                       instance("QAV_K70Chassis", {stringProperty("Model", "M\xff")})});
 }
 
-TEST(Line, EachValueHasALineWithItsWholeAddress) {
+TEST(Line, EachValueIsOneLineWithItsFullAddress) {
     const support::ProgramResult result = get({twoChassis()}, {"0", "-o", "line"});
     EXPECT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(result.out, "0 QAV_K70Chassis[0].Model = a,\"b\"\\nc\n"
@@ -25,7 +25,7 @@ TEST(Line, EachValueHasALineWithItsWholeAddress) {
                           "0 QAV_K70Chassis[1].Model = M\\xff\n");
 }
 
-TEST(Csv, ARowIsARecordOfAllPropertiesOfTheGroup) {
+TEST(Csv, ARowIsOneRecordOfAllPropertiesOfTheGroup) {
     const support::ProgramResult result = get({twoChassis()}, {"0", "-o", "csv"});
     EXPECT_EQ(result.exitCode, 0) << result.err;
     const std::string header = result.out.substr(0, result.out.find('\n'));
@@ -36,7 +36,7 @@ TEST(Csv, ARowIsARecordOfAllPropertiesOfTheGroup) {
     EXPECT_NE(result.out.find("\n0,QAV_K70Chassis,1,M\xef\xbf\xbd,,"), std::string::npos) << result.out;
 }
 
-TEST(Csv, SeveralGroupsMakeOneTable) {
+TEST(Csv, SeveralGroupsFormOneTable) {
     const support::Step one = instanceOf(
         {property("InDatagrams", UINT32, bigEndian(5, 4)), stringProperty("LastChangeTime", "now")});
     EXPECT_EQ(get({one}, {"14", "1", "-o", "csv"}).out,
@@ -45,13 +45,13 @@ TEST(Csv, SeveralGroupsMakeOneTable) {
               "1,QAV_System,0,,,,,now\n");
 }
 
-TEST(Csv, AFailedGroupHasNoRecordsButItsColumns) {
+TEST(Csv, AFailedGroupHasColumnsButNoRecords) {
     const support::ProgramResult result = owbctl({"--url", deadUrl(), "get", "25", "-o", "csv"});
     EXPECT_EQ(result.exitCode, 15);
     EXPECT_EQ(result.out, "group,class,row,_HR_NETWORK_INDEX,_HR_DEVICE_INDEX\n");
 }
 
-TEST(Line, AWriteShowsWhatAPropertyIsAndWas) {
+TEST(Line, AWriteShowsTheNewAndThePreviousValue) {
     const support::Step before = instanceOf({stringProperty("PrimaryOwnerContact", "you")});
     const support::Step after = instanceOf(
         {stringProperty("PrimaryOwnerContact", "me"), stringProperty("InstalledLocation", "here")});
@@ -68,13 +68,13 @@ TEST(Line, AWriteShowsWhatAPropertyIsAndWas) {
                                                          "2,QAV_System,0,InstalledLocation,yes,,here\n");
 }
 
-TEST(Line, ATimeIsItsNumberAlone) {
+TEST(Line, ATimeIsShownAsANumber) {
     EXPECT_EQ(owbctl({"time", "interval", "00000000000102.000000:000", "-o", "line"}).out, "62\n");
     EXPECT_EQ(owbctl({"time", "interval", "00000000000102.000000:000", "-o", "csv"}).out,
               "text,unit,value\n00000000000102.000000:000,s,62\n");
 }
 
-TEST(Line, AProcessHasALineForEachProperty) {
+TEST(Line, AProcessHasOneLineForEachProperty) {
     const std::string line = owbctl({"processes", "-o", "line"}).out;
     EXPECT_NE(line.find(".Name = owbctl\n"), std::string::npos) << line;
     EXPECT_NE(line.find(".Parameters[1] = -o\n"), std::string::npos) << line;

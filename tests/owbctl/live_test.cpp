@@ -41,7 +41,7 @@ std::string valueOf(const json& row, const std::string& name) {
     return "";
 }
 
-TEST_F(Live, TheNameOfTheHostIsTheKernels) {
+TEST_F(Live, TheNameOfTheHostIsThatOfTheKernel) {
     std::string name = support::readFile("/proc/sys/kernel/hostname");
     name.pop_back(); // the line feed
     const json rows = rowsOf("2");
@@ -56,7 +56,7 @@ TEST_F(Live, TheRunningProcessesAreCounted) {
         << "this test, the object manager, owbctl";
 }
 
-TEST_F(Live, TheTimeToLiveIsTheKernels) {
+TEST_F(Live, TheTimeToLiveIsThatOfTheKernel) {
     const json rows = rowsOf("12");
     ASSERT_EQ(rows.size(), 1u);
     EXPECT_EQ(valueOf(rows[0], "DefaultTTL") + "\n", support::readFile("/proc/sys/net/ipv4/ip_default_ttl"));
@@ -74,7 +74,7 @@ TEST_F(Live, AValueIsWrittenAndShownBeforeAndAfter) {
     EXPECT_EQ(valueOf(rowsOf("2")[0], "InstalledLocation"), "rack 7");
 }
 
-TEST_F(Live, AValueThatTheObjectManagerRefusesIsToldAndNothingIsWritten) {
+TEST_F(Live, ARejectedValueIsReportedAndNothingIsWritten) {
     const support::ProgramResult result = run({"set", "2", "0", "SysServices=1", "InstalledLocation=rack 7"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.out, "Group 2  QAV_System  (row 0)\nno change\n");

@@ -12,7 +12,7 @@
 namespace owbctl_test {
 namespace {
 
-/** All that comes through a pipe, taken in pieces so small that the pipe is full most of the time. */
+/** Reads a pipe to its end, in pieces so small that the pipe is full most of the time. */
 std::string readSlowly(int descriptor) {
     std::string text;
     char piece[16];
@@ -22,7 +22,7 @@ std::string readSlowly(int descriptor) {
     return text;
 }
 
-TEST(Output, ANonBlockingPipeGetsAllOfTheText) {
+TEST(Output, ANonBlockingPipeReceivesTheWholeText) {
     support::inChild("/", [] {
         const std::string text(200000, 'x');
         int ends[2];

@@ -16,14 +16,14 @@ ProcessStatistics small() {
     return {"00000000000007.250000:000", "2368", "948", "132"};
 }
 
-TEST(ProcessTable, AProcessIsALineOfWordsTimesAndSizes) {
+TEST(ProcessTable, AProcessIsOneLineOfNamesTimesAndSizes) {
     EXPECT_EQ(processTable({{"1", sleeping(), small()}, {"4711", sleeping(), small()}}).text(),
               "Handle  State  Kind         CPU time  Text  Data  Stack  Command\n"
               "     1  ready  application  00:00:07  2368   948    132  /usr/bin/bash -c echo\n"
               "  4711  ready  application  00:00:07  2368   948    132  /usr/bin/bash -c echo\n");
 }
 
-// One cell of a table of one process.
+// A cell of the table of one process.
 std::string cell(const Process& process, const std::string& column) {
     const std::string text = processTable({process}).text();
     const std::size_t line = text.find('\n') + 1;
@@ -37,7 +37,7 @@ std::string state(const std::string& code) {
     return cell({"1", information, small()}, "State");
 }
 
-TEST(ProcessTable, StatesAreWords) {
+TEST(ProcessTable, StatesHaveNames) {
     EXPECT_EQ(state("0"), "unknown");
     EXPECT_EQ(state("2"), "ready");
     EXPECT_EQ(state("3"), "running");
@@ -47,7 +47,7 @@ TEST(ProcessTable, StatesAreWords) {
     EXPECT_EQ(state("odd"), "odd");
 }
 
-TEST(ProcessTable, KindsAreWords) {
+TEST(ProcessTable, KindsHaveNames) {
     const auto kind = [](const std::string& code) {
         ProcessInformation information = sleeping();
         information.runType = code;
@@ -58,7 +58,7 @@ TEST(ProcessTable, KindsAreWords) {
     EXPECT_EQ(kind("4"), "application");
 }
 
-TEST(ProcessTable, DaysStandBeforeTheTime) {
+TEST(ProcessTable, DaysPrecedeTheTime) {
     const auto time = [](const std::string& interval) {
         ProcessStatistics statistics = small();
         statistics.cpuTime = interval;
@@ -70,24 +70,24 @@ TEST(ProcessTable, DaysStandBeforeTheTime) {
     EXPECT_EQ(time("odd"), "odd");
 }
 
-TEST(ProcessTable, WhatOneReadingLacksIsADash) {
+TEST(ProcessTable, AMissingGroupShowsDashes) {
     EXPECT_EQ(processTable({{"1", sleeping(), std::nullopt}, {"2", std::nullopt, small()}}).text(),
               "Handle  State  Kind         CPU time  Text  Data  Stack  Command\n"
               "     1  ready  application  -            -     -      -  /usr/bin/bash -c echo\n"
               "     2  -      -            00:00:07  2368   948    132  -\n");
 }
 
-TEST(ProcessTable, AKernelThreadIsItsNameInBrackets) {
+TEST(ProcessTable, AKernelThreadShowsItsNameInBrackets) {
     const ProcessInformation thread = {"kthreadd", "", {}, "4", "2"};
     EXPECT_EQ(cell({"2", thread, small()}, "Command"), "[kthreadd]\n");
 }
 
-TEST(ProcessTable, AProgramWhosePathMayNotBeReadKeepsItsName) {
+TEST(ProcessTable, AProgramWithoutAPathShowsItsName) {
     const ProcessInformation daemon = {"sshd", "", {"-D"}, "4", "2"};
     EXPECT_EQ(cell({"2", daemon, small()}, "Command"), "[sshd] -D\n");
 }
 
-TEST(ProcessTable, ControlCharactersAreShownAsTheyAreEscaped) {
+TEST(ProcessTable, ControlCharactersAreEscaped) {
     const ProcessInformation odd = {"a\nb", "/bin/\x1b[31m", {"c\td"}, "4", "2"};
     EXPECT_EQ(cell({"2", odd, small()}, "Command"), "/bin/\\x1b[31m c\\td\n");
     const ProcessInformation thread = {"a\nb", "", {}, "4", "2"};

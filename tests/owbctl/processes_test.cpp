@@ -13,7 +13,7 @@ namespace {
 
 using nlohmann::json;
 
-/** A process of a known command line that sleeps as long as this lives. */
+/** A sleeping process with a known command line. The destructor ends it. */
 class Sleeper {
 public:
     Sleeper()
@@ -47,7 +47,7 @@ json processWith(const json& document, const std::string& handle) {
     return json();
 }
 
-TEST(Processes, EachIsInTheJsonDocumentWithBothParts) {
+TEST(Processes, TheJsonDocumentHoldsBothPartsOfEachProcess) {
     const Sleeper stopped;
     const support::ProgramResult result = owbctl({"processes", "-ojson"});
     EXPECT_EQ(result.exitCode, 0);
@@ -66,7 +66,7 @@ TEST(Processes, EachIsInTheJsonDocumentWithBothParts) {
     EXPECT_GT(std::stol(own.at("statistics").at("real_text").get<std::string>()), 0);
 }
 
-TEST(Processes, TheTableHasALineForEach) {
+TEST(Processes, TheTableHasOneLineForEachProcess) {
     const Sleeper stopped;
     const support::ProgramResult result = owbctl({"processes"});
     EXPECT_EQ(result.exitCode, 0);
@@ -87,7 +87,7 @@ TEST(Processes, TheTableHasALineForEach) {
     EXPECT_TRUE(isThere) << result.out;
 }
 
-TEST(Processes, NoObjectManagerIsAsked) {
+TEST(Processes, NoObjectManagerIsContacted) {
     EXPECT_EQ(owbctl({"--url", deadUrl(), "processes"}).exitCode, 0);
 }
 

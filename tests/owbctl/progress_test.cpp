@@ -1,4 +1,4 @@
-// What a terminal shows of long work.
+// The progress line on a terminal.
 #include "Owbctl.hpp"
 
 #include <gtest/gtest.h>
@@ -6,7 +6,7 @@
 namespace owbctl_test {
 namespace {
 
-/** Standard error of a command on a terminal, while its output goes elsewhere. */
+/** Standard error of a command on a terminal; its standard output is discarded. */
 std::string onTerminal(const std::string& arguments) {
     const support::ScriptedPeer peer({instances({})});
     return shell("script -qec '\"$OWBCTL\" --url " + peer.url() + " " + arguments + " >/dev/null' /dev/null")
@@ -19,7 +19,7 @@ TEST(Progress, SeveralGroupsAreCounted) {
               "\r\x1b[Kowbctl: reading group 14 (QAV_UDPStatisticalData), 2 of 2\r\x1b[K");
 }
 
-TEST(Progress, OneGroupIsRead) {
+TEST(Progress, OneGroupShowsNoProgress) {
     EXPECT_EQ(onTerminal("get 4"), "");
 }
 
@@ -27,7 +27,7 @@ TEST(Progress, SamplesAreCounted) {
     EXPECT_EQ(onTerminal("watch 14 --interval 0.1 --count 2"), "\r\x1b[Kowbctl: group 14, sample 1\r\x1b[K");
 }
 
-TEST(Progress, NothingReachesAFile) {
+TEST(Progress, AFileReceivesNoProgress) {
     EXPECT_EQ(get({instances({})}, {"4", "14"}).err, "");
 }
 

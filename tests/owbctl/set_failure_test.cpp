@@ -1,4 +1,4 @@
-// `owbctl set` that comes to no comparison: wrong usage, steps that fail, rows that are not there.
+// `owbctl set` without a comparison: usage errors, failed steps, missing rows.
 #include "Owbctl.hpp"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ support::Step refusal() {
     return support::Step::answer(cimErrorReply(1, "failed"));
 }
 
-// What a run of `owbctl set 2 ROW SystemName=new` left behind.
+// Result of `owbctl set 2 ROW SystemName=new`.
 struct SetRun {
     SetRun(const std::vector<support::Step>& answers, const std::string& row)
         : peer(answers)
@@ -35,24 +35,24 @@ struct SetRun {
     support::ProgramResult result;
 };
 
-TEST(SetFailure, AFailedReadBeforeTheWriteEndsIt) {
+TEST(SetFailure, AFailedReadPreventsTheWrite) {
     const SetRun run({refusal()}, "0");
     EXPECT_EQ(run.result.exitCode, 15);
     EXPECT_EQ(run.result.out, "");
     EXPECT_EQ(run.result.err,
               "owbctl: group 2 (QAV_System), row 0: cannot read before the write, nothing was written: " +
                   run.noAnswer());
-    EXPECT_EQ(run.peer.requests().size(), 2u) << "a read is tried twice";
+    EXPECT_EQ(run.peer.requests().size(), 2u) << "a read is repeated once";
 }
 
-TEST(SetFailure, AFailedWriteIsTold) {
+TEST(SetFailure, AFailedWriteIsReported) {
     const SetRun run({system(), refusal()}, "0");
     EXPECT_EQ(run.result.exitCode, 15);
     EXPECT_EQ(run.result.out, "");
     EXPECT_EQ(run.result.err,
               "owbctl: group 2 (QAV_System), row 0: cannot write, perhaps after the values were sent: " +
                   run.noAnswer());
-    EXPECT_EQ(run.peer.requests().size(), 2u) << "a write is tried once";
+    EXPECT_EQ(run.peer.requests().size(), 2u) << "a write is never repeated";
 }
 
 TEST(SetFailure, AClassThatLostItsInstancesBeforeTheWriteGivesStatus12) {
@@ -65,7 +65,7 @@ TEST(SetFailure, AClassThatLostItsInstancesBeforeTheWriteGivesStatus12) {
                   run.peer.url() + " returned no instance (status 2)\n");
 }
 
-TEST(SetFailure, AFailureToReadBackIsTold) {
+TEST(SetFailure, AFailureToReadBackIsReported) {
     const SetRun run({system(), system(), accepted(), refusal()}, "0");
     EXPECT_EQ(run.result.exitCode, 15);
     EXPECT_EQ(run.result.out, "");
@@ -74,7 +74,7 @@ TEST(SetFailure, AFailureToReadBackIsTold) {
                                   run.noAnswer());
 }
 
-TEST(SetFailure, ARowThatIsNotThereIsTold) {
+TEST(SetFailure, AMissingRowIsReported) {
     const support::Step rows = instances({instance("QAV_System", {stringProperty("SystemName", "a")}),
                                           instance("QAV_System", {stringProperty("SystemName", "b")})});
     const SetRun run({rows}, "2");
@@ -83,10 +83,10 @@ TEST(SetFailure, ARowThatIsNotThereIsTold) {
     EXPECT_EQ(run.result.err,
               "owbctl: group 2 (QAV_System), row 2: no such row, or all values were rejected; "
               "rows with values: 2\n");
-    EXPECT_EQ(run.peer.requests().size(), 3u) << "there was no row to write";
+    EXPECT_EQ(run.peer.requests().size(), 3u) << "no row to write";
 }
 
-TEST(SetFailure, ARowWithoutValuesBetweenOthersMayTakeNone) {
+TEST(SetFailure, ARowWithoutValuesMayRejectAllValues) {
     const std::vector<std::string> rows = {instance("QAV_System", {stringProperty("SystemName", "a")}),
                                            instance("QAV_System", {nullProperty("SystemName", STRING)}),
                                            instance("QAV_System", {stringProperty("SystemName", "b")})};
@@ -97,7 +97,7 @@ TEST(SetFailure, ARowWithoutValuesBetweenOthersMayTakeNone) {
               "rows with values: 2\n");
 }
 
-TEST(SetFailure, ARowThatIsGoneAfterTheWriteIsTold) {
+TEST(SetFailure, ARowThatDisappearsDuringTheWriteIsReported) {
     const SetRun run(writeOf(instances({instance("QAV_System", {stringProperty("SystemName", "a")}),
                                         instance("QAV_System", {stringProperty("SystemName", "b")})}),
                              system()),
@@ -108,7 +108,7 @@ TEST(SetFailure, ARowThatIsGoneAfterTheWriteIsTold) {
                               "no value; rows with values: 1\n");
 }
 
-TEST(SetFailure, AFailureStandsInTheJsonDocumentToo) {
+TEST(SetFailure, AFailureAppearsInTheJsonDocument) {
     const support::ScriptedPeer peer({system(), system(), accepted(), refusal()});
     const support::ProgramResult result =
         owbctl({"-ojson", "--url", peer.url(), "set", "2", "0", "SystemName=new"});
@@ -130,7 +130,7 @@ TEST(SetFailure, AFailureStandsInTheJsonDocumentToo) {
 )");
 }
 
-TEST(SetFailure, AMissingRowStandsInTheJsonDocumentToo) {
+TEST(SetFailure, AMissingRowAppearsInTheJsonDocument) {
     const support::ProgramResult result = owbctlAt({system()}, {"-ojson", "set", "2", "1", "SystemName=new"});
     EXPECT_EQ(result.exitCode, 1);
     const nlohmann::json document = nlohmann::json::parse(result.out);
@@ -138,14 +138,14 @@ TEST(SetFailure, AMissingRowStandsInTheJsonDocumentToo) {
     EXPECT_EQ(document.at("error"), "no such row, or all values were rejected; rows with values: 1");
 }
 
-TEST(SetFailure, AWordInBracketsIsNotSeveralWords) {
+TEST(SetFailure, AnArgumentInBracketsIsNotSplit) {
     const support::ProgramResult result = owbctl({"set", "2", "0", "[3=x,5=y]"});
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.err, "owbctl: '[3=x,5=y]' begins with [ and ends with ], which is not "
                           "supported\ntry 'owbctl --help'\n");
 }
 
-TEST(SetFailure, WrongUsageIsNoticedBeforeTheObjectManagerIsAsked) {
+TEST(SetFailure, UsageErrorsAreReportedBeforeAnythingIsSent) {
     const std::vector<std::vector<std::string>> wrong = {{},
                                                          {"2"},
                                                          {"2", "0"},
@@ -171,7 +171,7 @@ TEST(SetFailure, WrongUsageIsNoticedBeforeTheObjectManagerIsAsked) {
     EXPECT_EQ(peer.connections(), 0u);
 }
 
-TEST(SetFailure, AMessageAboutAWordShowsControlCharactersEscaped) {
+TEST(SetFailure, AMessageEscapesControlCharactersOfAnArgument) {
     EXPECT_EQ(owbctl({"set", "2", "0", "a\x1b[31m"}).err,
               "owbctl: 'a\\x1b[31m' does not have the form NAME=VALUE\ntry 'owbctl --help'\n");
 }

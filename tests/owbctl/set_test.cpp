@@ -1,4 +1,4 @@
-// `owbctl set`: what it sends, and what it shows of the row before and after.
+// `owbctl set`: its requests, and the row before and after.
 #include "Owbctl.hpp"
 
 #include <gtest/gtest.h>
@@ -26,7 +26,7 @@ const char* const clearedWhy =
     "        To keep a value, name it in the same command.\n";
 const char* const traceHint = "        The same command with --trace - shows the object manager's reason\n";
 
-TEST(Set, APropertyThatTookItsValueIsShownBeforeAndAfter) {
+TEST(Set, AnAcceptedValueIsShownWithThePreviousOne) {
     const support::ProgramResult result =
         set(writeOf(systemOf("old@example.net", "here"), systemOf("ops@example.net", "here")),
             {"2", "0", "PrimaryOwnerContact=ops@example.net"});
@@ -37,7 +37,7 @@ TEST(Set, APropertyThatTookItsValueIsShownBeforeAndAfter) {
                           "PrimaryOwnerContact  yes        old@example.net  ops@example.net\n");
 }
 
-TEST(Set, ARowWithoutValuesTakesItsFirst) {
+TEST(Set, ARowWithoutValuesAcceptsAValue) {
     const support::ProgramResult result =
         set(writeOf(instanceOf({nullProperty("PrimaryOwnerContact", STRING)}),
                     instanceOf({stringProperty("PrimaryOwnerContact", "ops")})),
@@ -63,7 +63,7 @@ TEST(Set, OneRequestCarriesAllTheValues) {
     EXPECT_NE(write.find("V\x09" + std::string(2, '\0')), std::string::npos) << "the empty value";
 }
 
-TEST(Set, TheRowOfTheGivenNumberIsWritten) {
+TEST(Set, OnlyTheGivenRowIsWritten) {
     const auto systems = [](const std::string& contactOfSecond) {
         return instances({instance("QAV_System", {stringProperty("Name", "first key"),
                                                   stringProperty("PrimaryOwnerContact", "a")}),
@@ -82,7 +82,7 @@ TEST(Set, TheRowOfTheGivenNumberIsWritten) {
     EXPECT_NE(requests[2].find(text("second key")), std::string::npos);
 }
 
-TEST(Set, AValueThatWasThereAlreadyIsNoChange) {
+TEST(Set, AnEqualValueIsNoChange) {
     const support::ProgramResult result =
         set(writeOf(systemOf("ops", "here"), systemOf("ops", "here")), {"2", "0", "PrimaryOwnerContact=ops"});
     EXPECT_EQ(result.exitCode, 0);
@@ -90,7 +90,7 @@ TEST(Set, AValueThatWasThereAlreadyIsNoChange) {
     EXPECT_EQ(result.out, "Group 2  QAV_System  (row 0)\nno change\n");
 }
 
-TEST(Set, AValueThatMovedByItselfIsShownAsNotAskedFor) {
+TEST(Set, AValueThatChangedWithoutTheWriteIsShownAsNotAskedFor) {
     const support::ProgramResult result =
         set(writeOf(systemOf("old", "here"), systemOf("new", "there")), {"2", "0", "3=new"});
     EXPECT_EQ(result.exitCode, 0);
@@ -101,7 +101,7 @@ TEST(Set, AValueThatMovedByItselfIsShownAsNotAskedFor) {
                           "InstalledLocation    no         here    there\n");
 }
 
-TEST(Set, AnIgnoredValueIsNamedWithWhatIsThere) {
+TEST(Set, AnIgnoredValueIsReportedWithTheCurrentOne) {
     const support::ProgramResult result =
         set(writeOf(systemOf("old", "here"), systemOf("old", "here")), {"2", "0", "3=a\nb", "Description=x"});
     EXPECT_EQ(result.exitCode, 1);
@@ -112,7 +112,7 @@ TEST(Set, AnIgnoredValueIsNamedWithWhatIsThere) {
                   traceHint);
 }
 
-TEST(Set, AWriteThatTheObjectManagerRefusesIsNoticedByReadingBack) {
+TEST(Set, AWriteThatTheObjectManagerRejectsIsDetectedByReadingBack) {
     const support::Step system = systemOf("old", "here");
     const support::ProgramResult result =
         set({system, system, support::Step::answer(cimErrorReply(2, "access denied")), system},
@@ -123,7 +123,7 @@ TEST(Set, AWriteThatTheObjectManagerRefusesIsNoticedByReadingBack) {
                   traceHint);
 }
 
-TEST(Set, AValueThatTheObjectManagerAltersWasNotTaken) {
+TEST(Set, AValueThatTheObjectManagerAltersIsRejected) {
     const support::ProgramResult result =
         set(writeOf(systemOf("old", "here"), systemOf("NEW", "here")), {"2", "0", "3=new"});
     EXPECT_EQ(result.exitCode, 1);
@@ -135,7 +135,7 @@ TEST(Set, AValueThatTheObjectManagerAltersWasNotTaken) {
                   traceHint);
 }
 
-TEST(Set, AnArrayTakesASingleValue) {
+TEST(Set, AnArrayAcceptsASingleValue) {
     const auto chassis = [](const std::vector<std::string>& texts) {
         return instanceOf({arrayProperty("OtherIdentifyingInfo", STRING, texts)});
     };
@@ -148,7 +148,7 @@ TEST(Set, AnArrayTakesASingleValue) {
                           "OtherIdentifyingInfo  yes        a, b    c\n");
 }
 
-TEST(Set, ValuesThatAReplacedInstanceLostAreWarnedOf) {
+TEST(Set, ClearedValuesOfAReplacedInstanceGiveAWarning) {
     const support::Step after =
         instanceOf({stringProperty("PrimaryOwnerContact", "new"), nullProperty("InstalledLocation", STRING)});
     const support::ProgramResult result = set(writeOf(systemOf("old", "here"), after), {"2", "0", "3=new"});
@@ -213,7 +213,7 @@ TEST(Set, TheJsonDocumentHoldsTheChanges) {
 )");
 }
 
-TEST(Set, TheJsonDocumentNamesWhatWasNotTakenAndWhatWasCleared) {
+TEST(Set, TheJsonDocumentListsRejectedAndClearedProperties) {
     const support::ScriptedPeer peer(writeOf(
         systemOf("old", "here"),
         instanceOf({stringProperty("SystemName", "host"), stringProperty("InstalledLocation", "x")})));

@@ -1,4 +1,4 @@
-// What `owbctl doctor` makes of a socket.
+// The socket check of `owbctl doctor`.
 #include "doctor/SocketCheck.hpp"
 #include "support/TempDir.hpp"
 
@@ -20,7 +20,7 @@ using owbctl::checkSocket;
 
 const uid_t nobody = 65534;
 
-/** Root is another user for a scope. */
+/** Makes root another user in a scope. */
 class OtherUser {
 public:
     OtherUser() { EXPECT_EQ(0, ::seteuid(nobody)); }
@@ -29,7 +29,7 @@ public:
     OtherUser& operator=(const OtherUser&) = delete;
 };
 
-/** A socket that listens, takes nobody in, and lets a few wait. */
+/** A listening socket that accepts no connection and has a short backlog. */
 class Listener {
 public:
     explicit Listener(const std::string& path) {
@@ -46,7 +46,7 @@ public:
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
 
-    /** Has so many wait that no more may. */
+    /** Fills the backlog. */
     void fill() {
         do
             m_descriptors.push_back(newSocket());
@@ -64,8 +64,8 @@ private:
 
 class SocketCheck : public testing::Test {
 protected:
-    /** Lets anyone, or only some, do what a mode says in the folder of the socket. */
-    void setFolderMode(mode_t mode) const { EXPECT_EQ(0, ::chmod(m_folder.path().c_str(), mode)); }
+    /** Sets the mode of the directory of the socket. */
+    void setDirectoryMode(mode_t mode) const { EXPECT_EQ(0, ::chmod(m_folder.path().c_str(), mode)); }
 
     const support::TempDir m_folder;
     const std::string m_path = m_folder.file("socket");
@@ -83,13 +83,13 @@ bool holds(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-TEST_F(SocketCheck, OnesOwnIsWellWhereverItIs) {
+TEST_F(SocketCheck, ASocketOfThisUserPassesTheCheckInAnyDirectory) {
     const Listener listener(m_path);
-    setFolderMode(0777);
+    setDirectoryMode(0777);
     EXPECT_EQ(Check::Result::ok, checkSocket(m_path).result);
 }
 
-TEST_F(SocketCheck, TooManyThatWaitAreTold) {
+TEST_F(SocketCheck, AFullListenBacklogIsReported) {
     Listener listener(m_path);
     listener.fill();
     const Check check = checkSocket(m_path);
@@ -98,9 +98,9 @@ TEST_F(SocketCheck, TooManyThatWaitAreTold) {
     EXPECT_TRUE(holds(check.advice, "busy or stuck")) << check.advice;
 }
 
-TEST_F(SocketOfAnotherUser, ThatMayNotBeUsedIsTold) {
+TEST_F(SocketOfAnotherUser, WithoutAccessIsReported) {
     const Listener listener(m_path);
-    setFolderMode(0755);
+    setDirectoryMode(0755);
     ASSERT_EQ(0, ::chmod(m_path.c_str(), 0600));
     const OtherUser user;
     const Check check = checkSocket(m_path);
@@ -109,9 +109,9 @@ TEST_F(SocketOfAnotherUser, ThatMayNotBeUsedIsTold) {
     EXPECT_TRUE(holds(check.advice, "a user with access to the socket")) << check.advice;
 }
 
-TEST_F(SocketOfAnotherUser, InAFolderThatMayNotBeEnteredIsTold) {
+TEST_F(SocketOfAnotherUser, InAnInaccessibleDirectoryIsReported) {
     const Listener listener(m_path);
-    setFolderMode(0700);
+    setDirectoryMode(0700);
     const OtherUser user;
     const Check check = checkSocket(m_path);
     EXPECT_EQ(Check::Result::fail, check.result);
@@ -119,8 +119,8 @@ TEST_F(SocketOfAnotherUser, InAFolderThatMayNotBeEnteredIsTold) {
     EXPECT_EQ("Run as a user with access to the directory", check.advice);
 }
 
-TEST_F(SocketOfAnotherUser, WhereAnyoneMayPutOneIsAWarning) {
-    setFolderMode(0777);
+TEST_F(SocketOfAnotherUser, InADirectoryThatAllUsersMayWriteIsAWarning) {
+    setDirectoryMode(0777);
     ASSERT_EQ(0, ::seteuid(nobody));
     const Listener listener(m_path);
     ASSERT_EQ(0, ::seteuid(0));
@@ -128,8 +128,8 @@ TEST_F(SocketOfAnotherUser, WhereAnyoneMayPutOneIsAWarning) {
     EXPECT_EQ(Check::Result::warn, check.result);
     EXPECT_TRUE(holds(check.finding, " of nobody")) << check.finding;
     EXPECT_TRUE(holds(check.advice, "Every user may create a socket in this directory")) << check.advice;
-    setFolderMode(0755);
-    EXPECT_EQ(Check::Result::ok, checkSocket(m_path).result) << "nobody but root may put one there";
+    setDirectoryMode(0755);
+    EXPECT_EQ(Check::Result::ok, checkSocket(m_path).result) << "only root may create a socket there";
 }
 
 } // namespace

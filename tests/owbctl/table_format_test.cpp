@@ -1,4 +1,4 @@
-// What no answer over the wire brings about: tables of reads that failed half-way.
+// Tables of reads that failed after some rows. No answer over the wire causes that.
 #include "formats/TableFormat.hpp"
 
 #include "support/Child.hpp"
@@ -28,7 +28,7 @@ TEST(TableFormat, RowsThatArrivedBeforeAFailureAreShownAsIncomplete) {
               "Group 2  QAV_System  (1 row, 1 item, incomplete)\nSystemName  one\n");
 }
 
-TEST(TableFormat, AFailureWithoutRowsIsNotTakenForAnEmptyGroup) {
+TEST(TableFormat, AFailureWithoutRowsIsNotShownAsAnEmptyGroup) {
     EXPECT_EQ(tableOf({2, "QAV_System", OWB_EXCEPTION, {}}), "");
 }
 

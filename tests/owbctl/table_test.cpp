@@ -1,15 +1,13 @@
-// Tables that have to fit a terminal.
+// Tables that fit a terminal.
 #include "formats/Table.hpp"
 
 #include <gtest/gtest.h>
 
 namespace owbctl {
 
-using namespace agent;
-
 namespace {
 
-TEST(Table, WhatFitsIsNotChanged) {
+TEST(Table, ATableThatFitsIsNotChanged) {
     Table table({"Row", "Name"});
     table.add({"0", "abcdefghijklmno"});
     EXPECT_EQ(table.text(20), table.text());
@@ -24,7 +22,7 @@ TEST(Table, TheWidestTextIsCutFirstAndMarked) {
                               "  7  abcdefghijk\xe2\x80\xa6  abcdefghijk\xe2\x80\xa6\n");
 }
 
-TEST(Table, NumbersAreNeverCutButGoIntoAFurtherTable) {
+TEST(Table, NumbersThatDoNotFitFollowInAnotherTable) {
     Table table({"Row", "One", "Two", "Name"});
     table.add({"0", "1234567890", "1234567890", "abcdefghijklmnopqrstuvwxyz"});
     EXPECT_EQ(table.text(27), "Row         One         Two\n"

@@ -5,7 +5,7 @@
 namespace owbctl {
 namespace {
 
-TEST(Printable, WellFormedTextStaysAsItIs) {
+TEST(Printable, WellFormedTextIsNotChanged) {
     const std::string text = "a\\b \xc3\xa4 \xe2\x82\xac \xf0\x9f\x90\xa7 \xf4\x8f\xbf\xbf";
     EXPECT_EQ(printable(text), text);
 }
@@ -26,12 +26,12 @@ TEST(Printable, ControlCharactersOfBothSetsAreEscaped) {
     EXPECT_EQ(printable("\xc2\x80\xc2\x9f\xc2\xa0"), "\\xc2\\x80\\xc2\\x9f\xc2\xa0");
 }
 
-TEST(ValidUtf8, EachSequenceThatIsNoneIsReplaced) {
+TEST(ValidUtf8, EachInvalidSequenceIsReplaced) {
     EXPECT_EQ(validUtf8("a\x01\xc3\xa4"), "a\x01\xc3\xa4");
     EXPECT_EQ(validUtf8("\xff\xe2\x82z"), "\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbdz");
 }
 
-TEST(Cut, AMarkStandsForWhatIsMissing) {
+TEST(Cut, AMarkReplacesTheRest) {
     EXPECT_EQ(cut("abcd", 4), "abcd");
     EXPECT_EQ(cut("abcd", 3), "ab\xe2\x80\xa6");
     EXPECT_EQ(cut("\xc3\xa4\xc3\xb6\xc3\xbc", 2), "\xc3\xa4\xe2\x80\xa6");
@@ -39,7 +39,7 @@ TEST(Cut, AMarkStandsForWhatIsMissing) {
     EXPECT_EQ(cut("abcd", 0), "");
 }
 
-TEST(Utc, AMomentIsWrittenAsInternetTime) {
+TEST(Utc, ATimeHasTheFormOfRfc3339) {
     EXPECT_EQ(utc(1767323045), "2026-01-02T03:04:05Z");
 }
 
@@ -52,11 +52,11 @@ TEST(Wrapped, LinesAreBrokenAtBlanksAndIndented) {
     EXPECT_EQ(wrapped("one two three", 2, 8), "one\n  two\n  three");
 }
 
-TEST(Wrapped, ALongWordHasALineOfItsOwn) {
+TEST(Wrapped, ALongWordGetsItsOwnLine) {
     EXPECT_EQ(wrapped("a verylongword b", 1, 6), "a\n verylongword\n b");
 }
 
-TEST(Wrapped, NothingIsBrokenWithoutALimit) {
+TEST(Wrapped, WithoutALimitNoLineIsBroken) {
     EXPECT_EQ(wrapped("one two three", 2, 0), "one two three");
 }
 

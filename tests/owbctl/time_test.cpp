@@ -67,7 +67,7 @@ TEST(Time, TheJsonDocumentHoldsTextUnitAndValue) {
 )");
 }
 
-TEST(Time, AFailureStandsInTheJsonDocumentToo) {
+TEST(Time, AFailureAppearsInTheJsonDocument) {
     const support::ProgramResult result = owbctl({"-ojson", "time", "epoch", ""});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, "owbctl: '': no date from 1970 to 2038-01-19 03:14:07 UTC\n");
@@ -81,19 +81,19 @@ TEST(Time, AFailureStandsInTheJsonDocumentToo) {
 )");
 }
 
-TEST(Time, OneConversionIsNeeded) {
+TEST(Time, AConversionIsRequired) {
     expectUsageError({"time"}, "time: epoch or interval is required");
     expectUsageError({"time", "length"}, "The following argument was not expected: length");
     expectUsageError({"time", "epoch", "x", "interval", "y"},
                      "The following arguments were not expected: y interval");
 }
 
-TEST(Time, AConversionNeedsItsText) {
+TEST(Time, AConversionRequiresItsText) {
     expectUsageError({"time", "epoch"}, "TEXT is required");
     expectUsageError({"time", "interval"}, "TEXT is required");
 }
 
-TEST(Time, AnUnknownUnitIsRefused) {
+TEST(Time, AnUnknownUnitIsRejected) {
     expectUsageError({"time", "interval", "00000000000001.234567:000", "--unit", "min"},
                      "--unit: min not in {s,cs,ms,us}");
 }

@@ -7,7 +7,7 @@
 namespace owbctl_test {
 namespace {
 
-TEST(Timeout, AnObjectManagerThatStaysSilentIsNotWaitedFor) {
+TEST(Timeout, ASilentObjectManagerEndsTheCommand) {
     const support::ProgramResult result =
         owbctlAt({support::Step::staySilent()}, {"get", "4", "--timeout", "0.2"});
     EXPECT_EQ(result.exitCode, 124);
@@ -15,7 +15,7 @@ TEST(Timeout, AnObjectManagerThatStaysSilentIsNotWaitedFor) {
     EXPECT_EQ(result.err, "owbctl: timed out after 0.2 s\n");
 }
 
-TEST(Timeout, InJsonItIsADocument) {
+TEST(Timeout, TheJsonDocumentHoldsTheTimeout) {
     const support::ProgramResult result =
         owbctlAt({support::Step::staySilent()}, {"get", "4", "--timeout", "0.2", "-o", "json"});
     EXPECT_EQ(result.exitCode, 124);
@@ -24,22 +24,22 @@ TEST(Timeout, InJsonItIsADocument) {
                   R"({"format_version": 1, "error": "timed out after 0.2 s", "exit_status": 124})"));
 }
 
-TEST(Timeout, AWatchEndsBehindItsLastWholeSample) {
+TEST(Timeout, AWatchEndsAfterItsLastCompleteSample) {
     const support::ProgramResult result =
         owbctlAt({instances({}), support::Step::staySilent()},
                  {"watch", "14", "--interval", "0.1", "--timeout", "2", "-o", "json"});
     EXPECT_EQ(result.exitCode, 124);
-    EXPECT_EQ(nlohmann::json::parse(result.out)["sample"], 1) << "one document alone";
+    EXPECT_EQ(nlohmann::json::parse(result.out)["sample"], 1) << "exactly one document";
 }
 
-TEST(Timeout, ItHoldsFromTheFirstTraceOn) {
+TEST(Timeout, TheTimerRunsBeforeTheFirstTrace) {
     const support::TempDir folder;
     const support::ProgramResult result =
         shell("cd '" + folder.path() + "'; mkfifo vdxDebug; \"$OWBCTL\" groups --timeout 0.2");
-    EXPECT_EQ(result.exitCode, 124) << "a switch that nobody writes to";
+    EXPECT_EQ(result.exitCode, 124) << "a named pipe without a writer";
 }
 
-TEST(Timeout, AFullPipeOfMessagesDoesNotHoldItUp) {
+TEST(Timeout, AFullPipeOfMessagesDoesNotBlockTheEnd) {
     const support::ScriptedPeer peer({support::Step::staySilent()});
     const support::TempDir folder;
     const support::ProgramResult result =
@@ -51,7 +51,7 @@ TEST(Timeout, AFullPipeOfMessagesDoesNotHoldItUp) {
         << "the pipe was not full";
 }
 
-TEST(Timeout, OnATerminalTheLineOfProgressIsCleared) {
+TEST(Timeout, TheProgressOnATerminalIsCleared) {
     const support::ScriptedPeer peer({support::Step::staySilent()});
     const std::string out =
         shell("script -qec '\"$OWBCTL\" --url " + peer.url() + " get 4 14 --timeout 1 >/dev/null' /dev/null")
@@ -59,11 +59,11 @@ TEST(Timeout, OnATerminalTheLineOfProgressIsCleared) {
     EXPECT_NE(out.find("1 of 2\r\x1b[Kowbctl: timed out after 1 s"), std::string::npos) << out;
 }
 
-TEST(Timeout, ACommandThatEndsInTimeIsNotTouched) {
+TEST(Timeout, ACommandThatEndsInTimeIsNotAffected) {
     EXPECT_EQ(owbctlAt({instances({})}, {"get", "14", "--timeout", "600"}).exitCode, 0);
 }
 
-TEST(Timeout, AParentThatIgnoresAlarmsDoesNotStopIt) {
+TEST(Timeout, AParentThatIgnoresAlarmsHasNoEffect) {
     const support::ScriptedPeer peer({support::Step::staySilent()});
     const support::ProgramResult result =
         shell("trap '' ALRM; \"$OWBCTL\" --url " + peer.url() + " get 4 --timeout 0.2");

@@ -13,7 +13,7 @@ namespace {
 
 class TraceOption : public testing::Test {
 protected:
-    /** Runs a command in a folder of its own, where temporary files go as well. */
+    /** Runs a command in its own current directory, with its own directory for temporary files. */
     support::ProgramResult run(const std::string& arguments) const {
         return shell("cd '" + m_folder.path() + "'; TMPDIR='" + m_temporary.path() + "' \"$OWBCTL\" --url " +
                      m_peer.url() + " " + arguments);
@@ -25,7 +25,7 @@ protected:
     support::ScriptedPeer m_peer{{instances({})}};
 };
 
-TEST_F(TraceOption, TheFileHoldsWhatTheLibraryDidForThisCommand) {
+TEST_F(TraceOption, TheFileHoldsTheTraceOfThisCommand) {
     m_folder.write("my log", "of yesterday\n");
     const support::ProgramResult result = run("get 14 --trace 'my log'");
     EXPECT_EQ(result.exitCode, 0);
@@ -35,29 +35,29 @@ TEST_F(TraceOption, TheFileHoldsWhatTheLibraryDidForThisCommand) {
     EXPECT_NE(log().find(":OWB_getGroup:"), std::string::npos) << log();
 }
 
-TEST_F(TraceOption, NobodyElseMayReadIt) {
+TEST_F(TraceOption, TheFileIsReadableByItsOwnerOnly) {
     run("get 14 --trace 'my log'");
     struct stat status;
     ASSERT_EQ(stat(m_folder.file("my log").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0600u) << "the URL may hold a password";
 }
 
-TEST_F(TraceOption, ASwitchFileForOthersIsNotFollowed) {
+TEST_F(TraceOption, ASwitchFileHasNoEffect) {
     m_folder.write("vdxDebug", m_folder.file("others") + "\n");
     run("get 14 --trace 'my log'");
     EXPECT_FALSE(std::filesystem::exists(m_folder.file("others")));
     EXPECT_NE(log(), "");
     run("get 14");
-    EXPECT_TRUE(std::filesystem::exists(m_folder.file("others"))) << "without the option it counts";
+    EXPECT_TRUE(std::filesystem::exists(m_folder.file("others"))) << "it has an effect without the option";
 }
 
-TEST_F(TraceOption, ADashIsStandardError) {
+TEST_F(TraceOption, ADashMeansStandardError) {
     const support::ProgramResult result = run("get 14 --trace -");
     EXPECT_NE(result.err.find("OWB_URLSet:149: Set URL: '"), std::string::npos) << result.err;
     EXPECT_EQ(result.out, "Group 14  QAV_UDPStatisticalData  (0 rows, 0 items)\nno data\n");
 }
 
-TEST_F(TraceOption, InAFileTheTraceAndMessagesDoNotOverwriteEachOther) {
+TEST_F(TraceOption, TraceAndMessagesInOneFileDoNotOverwriteEachOther) {
     const support::ProgramResult result =
         shell("cd '" + m_folder.path() + "'; \"$OWBCTL\" --url " + deadUrl() + " get 14 --trace - 2>both");
     EXPECT_EQ(result.exitCode, 15);
@@ -66,26 +66,26 @@ TEST_F(TraceOption, InAFileTheTraceAndMessagesDoNotOverwriteEachOther) {
     EXPECT_NE(both.find("\nowbctl: group 14 (QAV_UDPStatisticalData): no answer"), std::string::npos) << both;
 }
 
-TEST_F(TraceOption, NothingIsLeftBehind) {
+TEST_F(TraceOption, NoTemporaryFileRemains) {
     run("get 14 --trace 'my log'");
     EXPECT_TRUE(std::filesystem::is_empty(m_temporary.path()));
 }
 
-TEST_F(TraceOption, AFolderForASwitchThatCannotBeMadeIsTold) {
+TEST_F(TraceOption, ADirectoryThatCannotBeCreatedIsReported) {
     const support::ProgramResult result =
         shell("TMPDIR=/proc \"$OWBCTL\" --url " + m_peer.url() + " get 14 --trace -");
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_NE(result.err.find("/proc"), std::string::npos) << result.err;
 }
 
-TEST_F(TraceOption, ACurrentDirectoryThatIsGoneDoesNotMatter) {
+TEST_F(TraceOption, ARemovedCurrentDirectoryIsNoError) {
     const support::ProgramResult result =
         shell("mkdir '" + m_folder.file("gone") + "'; cd '" + m_folder.file("gone") + "'; rmdir '" +
               m_folder.file("gone") + "'; \"$OWBCTL\" --url " + m_peer.url() + " get 14 --trace -");
     EXPECT_EQ(result.exitCode, 0) << result.err;
 }
 
-TEST_F(TraceOption, AStandardErrorThatCannotBeOpenedAnewIsToldBeforeAnythingIsDone) {
+TEST_F(TraceOption, AStandardErrorThatCannotBeReopenedIsReportedBeforeAnythingIsSent) {
     int ends[2]; // such as the journal gives a service
     ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
     ASSERT_LT(ends[1], 10) << "the shell takes one digit";
@@ -99,7 +99,7 @@ TEST_F(TraceOption, AStandardErrorThatCannotBeOpenedAnewIsToldBeforeAnythingIsDo
     EXPECT_EQ(m_peer.connections(), 0u);
 }
 
-TEST_F(TraceOption, AFileThatCannotBeWrittenIsToldBeforeAnythingIsDone) {
+TEST_F(TraceOption, AFileThatCannotBeWrittenIsReportedBeforeAnythingIsSent) {
     const support::ProgramResult result = run("get 14 --trace /nowhere/log");
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, "owbctl: /nowhere/log: No such file or directory\n");

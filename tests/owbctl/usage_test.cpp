@@ -1,4 +1,4 @@
-// The command line: help, version and wrong usage.
+// The command line: help, version and usage errors.
 #include "Owbctl.hpp"
 
 #include <gtest/gtest.h>
@@ -15,23 +15,23 @@ void expectUsageError(const std::vector<std::string>& arguments) {
     EXPECT_NE(result.err.find("\ntry 'owbctl --help'\n"), std::string::npos) << result.err;
 }
 
-TEST(Usage, ACommandIsNeeded) {
+TEST(Usage, ACommandIsRequired) {
     expectUsageError({});
     expectUsageError({"-o", "csv"});
 }
 
-TEST(Usage, UnknownWordsAreRefused) {
+TEST(Usage, UnknownArgumentsAreRejected) {
     expectUsageError({"fetch"});
     expectUsageError({"--bogus"});
     expectUsageError({"groups", "4", "nothing"});
     expectUsageError({"get", "4", "groups"});
 }
 
-TEST(Usage, GetNeedsAGroup) {
+TEST(Usage, GetRequiresAGroup) {
     expectUsageError({"get"});
 }
 
-TEST(Usage, AUrlNeedsItsText) {
+TEST(Usage, AUrlMayNotBeEmpty) {
     expectUsageError({"get", "4", "--url"});
     expectUsageError({"--url", "", "get", "4"});
     expectUsageError({"--url=", "get", "4"});
@@ -46,7 +46,7 @@ TEST(Usage, AGroupIsADecimalNumberUpTo30OrAClass) {
     }
 }
 
-TEST(Usage, OneGroupIsOneNumberOrTheClassOfOneGroup) {
+TEST(Usage, AClassOfSeveralGroupsIsNoSingleGroup) {
     expectUsageError({"watch", "all"});
     expectUsageError({"watch", "4", "5"});
     const support::ProgramResult result = owbctl({"set", "QAV_OperatingSystem", "0", "NumberOfUsers=1"});
@@ -55,7 +55,7 @@ TEST(Usage, OneGroupIsOneNumberOrTheClassOfOneGroup) {
                           "try 'owbctl --help'\n");
 }
 
-TEST(Usage, AllIsNamedOnlyWhereItMayBeGiven) {
+TEST(Usage, AllIsOfferedOnlyWhereItIsAllowed) {
     EXPECT_EQ(owbctl({"get", "31"}).err,
               "owbctl: GROUP: '31' is neither a group (0 to 30, or all) nor the class of a group\n"
               "try 'owbctl --help'\n");
@@ -64,7 +64,7 @@ TEST(Usage, AllIsNamedOnlyWhereItMayBeGiven) {
               "try 'owbctl --help'\n");
 }
 
-TEST(Usage, NumbersAreInTheirRanges) {
+TEST(Usage, NumbersOutOfRangeAreRejected) {
     expectUsageError({"watch", "4", "--interval", "0.05"});
     expectUsageError({"watch", "4", "--interval", "1e9"});
     expectUsageError({"watch", "4", "--interval", "soon"});
@@ -76,7 +76,7 @@ TEST(Usage, NumbersAreInTheirRanges) {
     expectUsageError({"get", "4", "--row", "-1"});
 }
 
-TEST(Usage, AFormIsOneOfFour) {
+TEST(Usage, AnUnknownFormatIsRejected) {
     expectUsageError({"-o", "xml", "groups"});
     expectUsageError({"-o", "", "groups"});
 }
@@ -98,13 +98,13 @@ TEST(Usage, ACommandHasItsOwnHelp) {
     EXPECT_NE(result.out.find("GROUP"), std::string::npos);
 }
 
-TEST(Usage, VersionIsTheLibrarysAndGoesToStandardOutput) {
+TEST(Usage, TheOptionVersionShowsThatOfTheLibrary) {
     const support::ProgramResult result = owbctl({"--version"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out, "owbctl v1.12\n");
 }
 
-TEST(Usage, TheCommandVersionNamesEachComponent) {
+TEST(Usage, TheCommandVersionShowsEachComponent) {
     EXPECT_EQ(owbctl({"version", "-o", "line"}).out.find("owbctl = 1."), 0u);
     const std::string table = owbctl({"version"}).out;
     EXPECT_NE(table.find("\nlibowb v1.12\nclient library " OWBCTL_CLIENT_LIBRARY "\n"), std::string::npos)
@@ -114,15 +114,15 @@ TEST(Usage, TheCommandVersionNamesEachComponent) {
               nlohmann::json::parse(R"({"name": "libowb", "version": "v1.12"})"));
 }
 
-TEST(Usage, TheUrlOfTheEnvironmentIsTakenUnlessAnotherIsGiven) {
+TEST(Usage, TheOptionUrlOverridesTheEnvironment) {
     const support::ScriptedPeer peer({instances({})});
     EXPECT_EQ(shell("OWB_URL=" + peer.url() + " \"$OWBCTL\" get 14").exitCode, 0);
     EXPECT_EQ(shell("OWB_URL=" + peer.url() + " \"$OWBCTL\" get 14 --url " + deadUrl()).exitCode, 15);
     EXPECT_NE(shell("OWB_URL= \"$OWBCTL\" doctor").out.find("%2ftmp%2fOpenWBEM_UDS: "), std::string::npos)
-        << "an empty one is none";
+        << "an empty value counts as unset";
 }
 
-TEST(Usage, AMessageShowsControlCharactersEscaped) {
+TEST(Usage, AMessageEscapesControlCharacters) {
     const support::ProgramResult result = owbctl({"get", "\x1b[31m"});
     EXPECT_EQ(result.err.find('\x1b'), std::string::npos);
     EXPECT_NE(result.err.find("\\x1b[31m"), std::string::npos);

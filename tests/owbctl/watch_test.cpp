@@ -24,7 +24,7 @@ bool matches(const std::string& text, const std::string& pattern) {
     return std::regex_match(text, std::regex(pattern));
 }
 
-TEST(Watch, EachReadingIsATableThatMarksWhatGrew) {
+TEST(Watch, EachReadingIsATableWithTheRatesOfCounters) {
     const support::ProgramResult result = watch({datagrams(5, 1), datagrams(1005, 1)}, "2", "table");
     EXPECT_EQ(result.exitCode, 0) << result.err;
     EXPECT_TRUE(matches(result.out,
@@ -38,21 +38,21 @@ TEST(Watch, EachReadingIsATableThatMarksWhatGrew) {
         << result.out;
 }
 
-TEST(Watch, LaterLinesAreThoseThatChanged) {
+TEST(Watch, LinesAfterTheFirstSampleAreThoseThatChanged) {
     const support::ProgramResult result = watch({datagrams(5, 1), datagrams(5, 0)}, "2", "line");
     EXPECT_EQ(result.out, "14 QAV_UDPStatisticalData[0].InDatagrams = 5\n"
                           "14 QAV_UDPStatisticalData[0].NoPorts = 1\n"
                           "14 QAV_UDPStatisticalData[0].NoPorts = 0 *\n");
 }
 
-TEST(Watch, TheFirstGoodReadingIsShownWhole) {
+TEST(Watch, TheFirstSuccessfulReadingIsShownInFull) {
     const support::Step error = support::Step::answer(cimErrorReply(5, "no such class"));
     EXPECT_EQ(watch({error, error, datagrams(5, 1)}, "3", "line").out,
               "14 QAV_UDPStatisticalData[0].InDatagrams = 5\n"
               "14 QAV_UDPStatisticalData[0].NoPorts = 1\n");
 }
 
-TEST(Watch, ARecordIsAValueOfASample) {
+TEST(Watch, ARecordIsOnePropertyOfOneSample) {
     const support::ProgramResult result = watch({datagrams(5, 1), datagrams(6, 1)}, "2", "csv");
     EXPECT_TRUE(matches(result.out,
                         "sample,time,group,class,row,property,value,changed,per_second\n"
@@ -63,7 +63,7 @@ TEST(Watch, ARecordIsAValueOfASample) {
         << result.out;
 }
 
-TEST(Watch, EachSampleIsADocumentOnALine) {
+TEST(Watch, EachSampleIsOneDocumentOnOneLine) {
     const support::ProgramResult result = watch({datagrams(5, 1), datagrams(6, 1)}, "2", "json");
     const std::size_t end = result.out.find('\n');
     const nlohmann::json first = nlohmann::json::parse(result.out.substr(0, end));
@@ -79,7 +79,7 @@ TEST(Watch, EachSampleIsADocumentOnALine) {
     EXPECT_GT(second["rows"][0]["properties"][0]["per_second"], 0);
 }
 
-TEST(Watch, AReadingThatFailsIsToldAndTheNextIsMade) {
+TEST(Watch, AFailedReadingIsReportedAndTheNextFollows) {
     const support::Step error = support::Step::answer(cimErrorReply(5, "no such class"));
     const support::ProgramResult result =
         watch({datagrams(5, 1), error, error, datagrams(5, 2)}, "3", "table");
@@ -89,12 +89,12 @@ TEST(Watch, AReadingThatFailsIsToldAndTheNextIsMade) {
     EXPECT_EQ(result.err.rfind("owbctl: group 14 (QAV_UDPStatisticalData): no answer ", 0), 0u) << result.err;
 }
 
-TEST(Watch, TheLastReadingDecidesTheExitStatus) {
+TEST(Watch, TheLastReadingDeterminesTheExitStatus) {
     const support::Step error = support::Step::answer(cimErrorReply(5, "no such class"));
     EXPECT_EQ(watch({datagrams(5, 1), error}, "2", "line").exitCode, 15);
 }
 
-TEST(Watch, OnATerminalASampleTakesThePlaceOfTheOneBefore) {
+TEST(Watch, OnATerminalEachSampleReplacesThePreviousOne) {
     const support::ScriptedPeer peer({datagrams(5, 1)});
     const std::string command =
         "stty rows 24 cols 60 -onlcr; \"$OWBCTL\" --url " + peer.url() + " watch 14 --interval 0.1 --count 2";
@@ -105,7 +105,7 @@ TEST(Watch, OnATerminalASampleTakesThePlaceOfTheOneBefore) {
     EXPECT_NE(result.out.find("sample 1  (1 ro\xe2\x80\xa6\x1b"), std::string::npos) << "cut to its width";
 }
 
-TEST(Watch, LinesThatATerminalHasNoRoomForAreCounted) {
+TEST(Watch, LinesThatDoNotFitTheTerminalAreCounted) {
     const support::ScriptedPeer peer({datagrams(5, 1)});
     const std::string command =
         "stty rows 3 cols 90 -onlcr; \"$OWBCTL\" --url " + peer.url() + " watch 14 --count 1";
