@@ -4,11 +4,11 @@
 #include "binary/Request.hpp"
 #include "cimom/ClientReading.hpp"
 #include "cimom/Completed.hpp"
-#include "objects/InstanceSource.hpp"
-#include "objects/Naming.hpp"
 #include "objects/ObjectManager.hpp"
 #include "protocol/BinaryHandler.hpp"
 #include "protocol/XmlHandler.hpp"
+#include "schema/InstanceSource.hpp"
+#include "schema/Namespace.hpp"
 #include "support/TempDir.hpp"
 #include "xml/Request.hpp"
 
@@ -47,46 +47,34 @@ const ClassDeclaration all{"All",
                             {"Ss", Type::STRING, Role::state, true},
                             {"Ds", Type::DATETIME, Role::state, true},
                             {"Note", Type::STRING, Role::site}}};
-const ClassDeclaration link{"Link",
-                            {{"From", Type::REFERENCE, Role::key, false, "All"},
-                             {"To", Type::REFERENCE, Role::key, false, "Link"},
-                             {"Others", Type::REFERENCE, Role::state, true, "All"}}};
+const ClassDeclaration linkClass{"Link",
+                                 {{"From", Type::REFERENCE, Role::key, false, "All"},
+                                  {"To", Type::REFERENCE, Role::key, false, "Link"},
+                                  {"Others", Type::REFERENCE, Role::state, true, "All"}}};
 
-/** A class with site instances only. */
-class SiteProvider : public Provider {
-public:
-    explicit SiteProvider(const ClassDeclaration& declaration)
-        : m_declaration(declaration) {}
-
-    const ClassDeclaration& declaration() const override { return m_declaration; }
-    InstanceSource instances() const override {
-        return [] { return CIMInstance(CIMNULL); };
-    }
-
-private:
-    const ClassDeclaration& m_declaration;
-};
+/** A class whose instances all come from the site. */
+Provider siteProvider(const ClassDeclaration& declaration) {
+    return {&declaration,
+            [] { return eachOf(std::vector<CIMInstance>(), [](CIMInstance each) { return each; }); }};
+}
 
 ObjectManager siteManager() {
-    std::vector<std::unique_ptr<Provider>> providers;
-    providers.push_back(std::make_unique<SiteProvider>(all));
-    providers.push_back(std::make_unique<SiteProvider>(link));
-    return ObjectManager(std::move(providers));
+    return ObjectManager({siteProvider(all), siteProvider(linkClass)});
 }
 
 void requireFound(const SiteInstances& site, const ClassDeclaration& declaration) {
-    const InstanceSource next = site.instances(declaration);
-    while (const CIMInstance instance = next()) {
+    const std::unique_ptr<InstanceSource> source = site.instances(declaration);
+    while (const CIMInstance instance = source->next()) {
         if (!site.find(pathOf(instance)))
             std::abort();
     }
 }
 
 void requireDecodable(ObjectManager& manager, const ClassDeclaration& declaration) {
-    const std::string body = binary::enumerateInstances(onlyNameSpace, declaration.name, WBEMFlags::E_DEEP);
+    const std::string body = binary::enumerateInstances(servedNamespace, declaration.name, WBEMFlags::E_DEEP);
     readAsBinaryClient(completed(BinaryHandler(manager).handle(body, Access::read)));
     const std::string document =
-        xml::enumerateInstances(1, onlyNameSpace, declaration.name, WBEMFlags::E_DEEP).body;
+        xml::enumerateInstances(1, servedNamespace, declaration.name, WBEMFlags::E_DEEP).body;
     readAsXmlClient(completed(XmlHandler(manager).handle(document, Access::read)), document);
 }
 
@@ -99,12 +87,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     try {
         const SiteInstances site(directory.path(), manager.declarations());
         requireFound(site, all);
-        requireFound(site, link);
+        requireFound(site, linkClass);
         manager.setSiteInstances(site);
     } catch (const std::runtime_error&) {
         return 0;
     }
     requireDecodable(manager, all);
-    requireDecodable(manager, link);
+    requireDecodable(manager, linkClass);
     return 0;
 }

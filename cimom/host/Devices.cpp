@@ -1,7 +1,9 @@
 #include "host/Devices.hpp"
 
 #include "host/Disks.hpp"
-#include "host/Processors.hpp"
+#include "util/Ascii.hpp"
+
+#include <map>
 
 namespace cimom {
 
@@ -9,14 +11,51 @@ using namespace OpenWBEM;
 
 namespace {
 
+/** Processors by number. */
+using ProcessorMap = std::map<UInt32, Processor>;
+
+/** Adds the processors of /proc/cpuinfo, proc(5). The line with the number begins a processor. */
+void addOnline(const Host& host, ProcessorMap& all) {
+    const std::string content = host.readFile("/proc/cpuinfo").value_or("");
+    Processor* current = nullptr;
+    for (const std::string_view line : lines(content)) {
+        const std::size_t colon = line.find(':');
+        if (colon == std::string_view::npos)
+            continue;
+        const std::string_view name = ascii::trim(line.substr(0, colon));
+        const std::string_view value = ascii::trim(line.substr(colon + 1));
+        if (name == "processor") {
+            const std::optional<UInt32> own = number<UInt32>(value);
+            current = own ? &all.insert_or_assign(*own, Processor{*own, true, std::nullopt}).first->second
+                          : nullptr;
+        } else if (current && name == "model name" && !value.empty()) {
+            current->model = value;
+        }
+    }
+}
+
+/** Adds the other processors of /sys/devices/system/cpu: the directories "cpu<number>". */
+void addOthers(const Host& host, ProcessorMap& all) {
+    const std::string directory = "/sys/devices/system/cpu";
+    for (const std::string& name : host.listDirectory(directory).value_or(std::vector<std::string>())) {
+        const bool hasPrefix = name.compare(0, 3, "cpu") == 0;
+        const std::optional<UInt32> own = hasPrefix ? number<UInt32>(name.substr(3)) : std::nullopt;
+        if (!own)
+            continue;
+        const std::optional<unsigned> isOnline =
+            host.readNumber<unsigned>(directory + "/" + name + "/online");
+        all.emplace(*own, Processor{*own, isOnline ? std::optional<bool>(*isOnline == 1) : std::nullopt,
+                                    std::nullopt});
+    }
+}
+
 DeviceStatus statusOf(std::optional<bool> isRunning) {
     if (!isRunning)
         return DeviceStatus::unknown;
     return *isRunning ? DeviceStatus::running : DeviceStatus::down;
 }
 
-/** An interface that waits for another, or for a packet to send, can be used as little as one that is down.
- */
+/** Dormant interfaces and those with a lower layer that is down are as unusable as those that are down. */
 DeviceStatus statusOf(std::optional<OperStatus> status) {
     switch (status.value_or(OperStatus::unknown)) {
     case OperStatus::up:
@@ -63,6 +102,16 @@ void addDisks(const Host& host, std::vector<Device>& all) {
 
 } // namespace
 
+std::vector<Processor> processors(const Host& host) {
+    ProcessorMap all;
+    addOnline(host, all);
+    addOthers(host, all);
+    std::vector<Processor> found;
+    for (const auto& [own, processor] : all)
+        found.push_back(processor);
+    return found;
+}
+
 std::vector<Device> devices(const Host& host) {
     std::vector<Device> all;
     addProcessors(host, all);
@@ -71,9 +120,9 @@ std::vector<Device> devices(const Host& host) {
     return all;
 }
 
-std::vector<std::pair<NetworkInterface, UInt32>> indexedInterfaces(const Host& host) {
+std::vector<IndexedInterface> indexedInterfaces(const Host& host) {
     DeviceIndexes indexes(DeviceType::network);
-    std::vector<std::pair<NetworkInterface, UInt32>> all;
+    std::vector<IndexedInterface> all;
     for (NetworkInterface& each : networkInterfaces(host)) {
         const UInt32 index = indexes.next(each.index);
         all.emplace_back(std::move(each), index);

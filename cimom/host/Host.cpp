@@ -1,5 +1,6 @@
 #include "host/Host.hpp"
 
+#include "util/Ascii.hpp"
 #include "util/Descriptor.hpp"
 
 #include <cerrno>
@@ -19,7 +20,7 @@ struct CloseDirectory {
     void operator()(DIR* directory) const { ::closedir(directory); }
 };
 
-/** What a call that failed gives, by errno: nothing, or an exception when the file may well be there. */
+/** The result of a failed call. Throws std::system_error if errno leaves open whether the file exists. */
 std::nullopt_t absent(const std::string& path) {
     if (errno == EMFILE || errno == ENFILE || errno == ENOMEM)
         throw std::system_error(errno, std::generic_category(), path);
@@ -43,7 +44,7 @@ Host::Host(std::string root)
     : m_root(withoutSlashAtEnd(std::move(root))) {}
 
 std::optional<std::string> Host::readFile(const std::string& path) const {
-    // A pipe in the place of a file must not hold the object manager up.
+    // Non-blocking: a pipe in place of a file must not block the object manager.
     const util::Descriptor file(::open(realPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (file.number() < 0)
         return absent(path);
@@ -57,7 +58,7 @@ std::optional<std::string> Host::readLine(const std::string& path) const {
     const std::optional<std::string> content = readFile(path);
     if (!content)
         return std::nullopt;
-    const std::string_view line = trimmed(*content);
+    const std::string_view line = ascii::trim(*content);
     return line.empty() ? std::nullopt : std::optional<std::string>(line);
 }
 
@@ -66,7 +67,7 @@ std::optional<std::vector<std::string>> Host::listDirectory(const std::string& p
     if (!directory)
         return absent(path);
     std::vector<std::string> names;
-    errno = 0; // which alone tells the end of the folder from a failure
+    errno = 0; // only errno distinguishes the end of the directory from a failure
     while (const dirent* const entry = ::readdir(directory.get())) {
         std::string name = entry->d_name;
         if (name != "." && name != "..")

@@ -11,7 +11,7 @@
 
 namespace cimom {
 
-/** What differs when a file has been written to, or replaced by another. */
+/** Differs between two reads if the file was modified or replaced. */
 struct FileVersion {
     std::timespec modified;
     off_t size;
@@ -21,31 +21,30 @@ struct FileVersion {
 };
 
 /**
- * The host whose data is served, as its files tell it: /proc, /sys, /etc, /run, /dev and where file systems
- * are mounted, below a root folder. All paths given are absolute, as the host itself sees them. Symbolic
- * links are followed by the kernel, so an absolute one leaves the root. What cannot be read is absent, not
- * an error: it may be gone the next moment. Only when this process or the system is out of descriptors or
- * memory, so that nobody knows what is there, the functions throw std::system_error.
+ * The files of the host whose data is served: /proc, /sys, /etc, /run, /dev and mount points, below a root
+ * directory. Paths are absolute, as the host sees them. The kernel follows symbolic links, so an absolute
+ * link leaves the root. A file that cannot be read is absent, not an error: files of /proc come and go. If
+ * this process or the system is out of descriptors or memory, the functions throw std::system_error.
  */
 class Host {
 public:
     /** @param root "/" for the host that this process runs on */
     explicit Host(std::string root);
 
-    /** Where a file is for this process. */
+    /** The path of a file for this process. */
     std::string realPath(const std::string& path) const { return m_root + path; }
 
     /** The whole content of a file. */
     std::optional<std::string> readFile(const std::string& path) const;
-    /** The content of a file that holds one line, without the blanks around it; absent when that is empty. */
+    /** The content of a file of one line, without blanks around it; absent if empty. */
     std::optional<std::string> readLine(const std::string& path) const;
-    /** The content of a file that holds one decimal number. */
+    /** The content of a file of one decimal number. */
     template <class T>
     std::optional<T> readNumber(const std::string& path) const {
         const std::optional<std::string> line = readLine(path);
         return line ? number<T>(*line) : std::nullopt;
     }
-    /** The content of a file that holds one hexadecimal number behind "0x". */
+    /** The content of a file of one hexadecimal number after "0x". */
     template <class T>
     std::optional<T> readHexadecimal(const std::string& path) const {
         const std::optional<std::string> line = readLine(path);
@@ -53,15 +52,15 @@ public:
             return std::nullopt;
         return number<T>(std::string_view(*line).substr(2), 16);
     }
-    /** Names in a folder, without "." and "..", in no order. */
+    /** The names in a directory, except "." and "..", in any order. */
     std::optional<std::vector<std::string>> listDirectory(const std::string& path) const;
-    /** What a file, or what a link leads to, is at present. */
+    /** The present version of a file or of the target of a link. */
     std::optional<FileVersion> fileVersion(const std::string& path) const;
-    /** When a file, or what a link leads to, was last modified. */
+    /** The time of the last modification of a file or of the target of a link. */
     std::optional<std::timespec> modificationTime(const std::string& path) const;
-    /** What a symbolic link leads to, as it says itself. */
+    /** The target of a symbolic link, not resolved. */
     std::optional<std::string> readLink(const std::string& path) const;
-    /** Sizes of the file system that holds a file, statvfs(3). Waits for the server of a remote one. */
+    /** The sizes of the file system that holds a file, statvfs(3). Waits for the server of a remote one. */
     std::optional<struct statvfs> fileSystemStatus(const std::string& path) const;
 
     /** Name of the host, proc(5): /proc/sys/kernel/hostname. */

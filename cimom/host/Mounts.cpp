@@ -10,9 +10,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-/**
- * A field without its escapes: a backslash and three octal digits for a blank, tab, line feed, backslash.
- */
+/** A field without escapes: a backslash and three octal digits for a blank, tab, line feed or backslash. */
 std::string unescaped(std::string_view field) {
     std::string text;
     for (std::size_t i = 0; i < field.size(); ++i) {
@@ -29,8 +27,8 @@ std::string unescaped(std::string_view field) {
     return text;
 }
 
-/** Whether options, which commas separate, say "ro". */
-bool sayReadOnly(std::string_view options) {
+/** Whether "ro" is among options, which commas separate. */
+bool hasReadOnly(std::string_view options) {
     while (!options.empty()) {
         const std::size_t end = std::min(options.find(','), options.size());
         if (options.substr(0, end) == "ro")
@@ -42,7 +40,7 @@ bool sayReadOnly(std::string_view options) {
 
 std::optional<Mount> parseMount(std::string_view line) {
     enum Column { id, parent, device, part, point, options, firstOptional };
-    enum ColumnBehindTheDash { type = 1, source = 2, fileSystemOptions = 3 };
+    enum ColumnAfterDash { type = 1, source = 2, fileSystemOptions = 3 };
     const std::vector<std::string_view> fields = words(line);
     if (fields.size() <= firstOptional)
         return std::nullopt;
@@ -61,44 +59,44 @@ std::optional<Mount> parseMount(std::string_view line) {
                  unescaped(fields[point]),
                  unescaped(dash[type]),
                  unescaped(dash[source]),
-                 sayReadOnly(fields[options]) || sayReadOnly(dash[fileSystemOptions])};
+                 hasReadOnly(fields[options]) || hasReadOnly(dash[fileSystemOptions])};
 }
 
-/** Finds mounts by what they say of each other. */
+/** The parents and mount points of all mounts. */
 class MountTree {
 public:
     explicit MountTree(const std::vector<Mount>& all) {
         for (const Mount& mount : all) {
             m_parents[mount.id] = mount.parent;
-            m_onFolder[mount.point].push_back(mount.id);
+            m_byPoint[mount.point].push_back(mount.id);
         }
     }
 
-    /** Whether another mount stands on the folder of a mount, or on one above, without carrying it. */
+    /** Whether a mount that is no ancestor is on the mount point or on a directory above it. */
     bool isHidden(const Mount& mount) const {
-        const std::set<UInt32> carrying = carriersOf(mount);
-        for (std::string folder = mount.point;; folder.resize(folder.rfind('/'))) {
-            const auto found = m_onFolder.find(folder.empty() ? "/" : folder);
-            const auto hides = [&carrying](UInt32 id) { return carrying.count(id) == 0; };
-            if (found != m_onFolder.end() && std::any_of(found->second.begin(), found->second.end(), hides))
+        const std::set<UInt32> ancestors = ancestorsOf(mount);
+        for (std::string path = mount.point;; path.resize(path.rfind('/'))) {
+            const auto found = m_byPoint.find(path.empty() ? "/" : path);
+            const auto hides = [&ancestors](UInt32 id) { return ancestors.count(id) == 0; };
+            if (found != m_byPoint.end() && std::any_of(found->second.begin(), found->second.end(), hides))
                 return true;
-            if (folder.empty() || folder == "/")
+            if (path.empty() || path == "/")
                 return false;
         }
     }
 
 private:
-    /** The mount itself, the one that it stands on, the one that this one stands on, and so on. */
-    std::set<UInt32> carriersOf(const Mount& mount) const {
-        std::set<UInt32> carriers = {mount.id};
+    /** The mount itself, its parent, the parent of that, and so on. */
+    std::set<UInt32> ancestorsOf(const Mount& mount) const {
+        std::set<UInt32> ancestors = {mount.id};
         auto next = m_parents.find(mount.id);
-        while (next != m_parents.end() && carriers.insert(next->second).second)
+        while (next != m_parents.end() && ancestors.insert(next->second).second)
             next = m_parents.find(next->second);
-        return carriers;
+        return ancestors;
     }
 
     std::map<UInt32, UInt32> m_parents;
-    std::map<std::string, std::vector<UInt32>> m_onFolder;
+    std::map<std::string, std::vector<UInt32>> m_byPoint;
 };
 
 } // namespace
@@ -111,14 +109,14 @@ std::vector<Mount> mounts(const Host& host) {
             all.push_back(std::move(*mount));
     }
     const MountTree tree(all);
-    std::vector<Mount> seen;
-    std::copy_if(all.begin(), all.end(), std::back_inserter(seen),
+    std::vector<Mount> visible;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(visible),
                  [&tree](const Mount& mount) { return !tree.isHidden(mount); });
-    return seen;
+    return visible;
 }
 
-bool isBelow(const std::string& path, const std::string& folder) {
-    return path.compare(0, folder.size() + 1, folder + "/") == 0;
+bool isBelow(const std::string& path, const std::string& directory) {
+    return path.compare(0, directory.size() + 1, directory + "/") == 0;
 }
 
 } // namespace cimom

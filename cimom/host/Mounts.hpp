@@ -1,7 +1,7 @@
 #ifndef CIMOM_HOST_MOUNTS_HPP_INCLUDED
 #define CIMOM_HOST_MOUNTS_HPP_INCLUDED
 #include "OW_Types.hpp"
-#include "host/DeviceNumber.hpp"
+#include "host/DeviceNumbers.hpp"
 #include "host/Host.hpp"
 
 #include <string>
@@ -9,35 +9,34 @@
 
 namespace cimom {
 
-/**
- * A file system, or a part of one, as it is mounted on a folder: a line of /proc/self/mountinfo, proc(5).
- */
+/** A mount of a file system or a part of one: a line of /proc/self/mountinfo, proc(5). */
 struct Mount {
-    /** Identifies the mount as long as it is there; given to another one later. */
+    /** Identifies the mount while it exists; reused later. */
     OpenWBEM::UInt32 id;
-    /** The mount that it stands on. */
+    /** The id of the mount that holds the mount point. */
     OpenWBEM::UInt32 parent;
-    /** Of the file system: its block device or, with the major number 0, a number of its own. */
+    /** The block device of the file system; with the major number 0, the number of a file system without one.
+     */
     DeviceNumber device;
-    /** The folder of the file system that is mounted; "/" for all of it. */
+    /** The mounted directory of the file system; "/" for all of it. */
     std::string part;
-    /** The folder that it is mounted on. */
+    /** The mount point. */
     std::string point;
     /** Such as "ext4" or "fuse.sshfs". */
     std::string type;
-    /** A device file, "server:/folder", or any text. */
+    /** A device file, "server:/directory", or any text. */
     std::string source;
     bool isReadOnly;
 };
 
 /**
- * The mounts that can be seen: of those that stand on the same folder, the one on top, and none that are
- * below a folder which another mount has covered since. In the kernel's order.
+ * The visible mounts, in the kernel's order: of several on the same mount point the one on top, and none
+ * below a directory that a later mount covers.
  */
 std::vector<Mount> mounts(const Host& host);
 
-/** Whether a path leads into a folder other than "/"; both are absolute and without a slash at the end. */
-bool isBelow(const std::string& path, const std::string& folder);
+/** Whether a path is below a directory other than "/". Both are absolute, without a slash at the end. */
+bool isBelow(const std::string& path, const std::string& directory);
 
 } // namespace cimom
 #endif

@@ -1,5 +1,7 @@
 #include "host/NetworkInterfaces.hpp"
 
+#include "util/Ascii.hpp"
+
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -13,7 +15,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-/** The status for a word of the file operstate; the words are those of RFC 2863 in lower case. */
+/** The status in the file operstate, which has the words of RFC 2863 in lower case. */
 std::optional<OperStatus> status(const std::optional<std::string>& word) {
     static const char* const words[] = {"up",      "down",       "testing",       "unknown",
                                         "dormant", "notpresent", "lowerlayerdown"};
@@ -23,19 +25,19 @@ std::optional<OperStatus> status(const std::optional<std::string>& word) {
     return static_cast<OperStatus>(found - std::begin(words) + 1);
 }
 
-/** Bits per second for the file speed, which has Mbit/s, and -1 when the speed is not known. */
+/** Bits per second from the file speed, which holds Mbit/s, or -1 if the speed is unknown. */
 std::optional<UInt64> speed(std::optional<Int32> megabits) {
     if (!megabits || *megabits <= 0)
         return std::nullopt;
     return UInt64{1000000} * static_cast<UInt32>(*megabits);
 }
 
-/** The flag IFF_UP of the file flags. */
+/** The flag IFF_UP in the file flags. */
 std::optional<bool> isEnabled(std::optional<UInt32> flags) {
     return flags ? std::optional<bool>((*flags & IFF_UP) != 0) : std::nullopt;
 }
 
-/** The columns of /proc/net/dev behind the colon. */
+/** Reads the columns of /proc/net/dev after the colon. */
 std::optional<InterfaceCounters> parseCounters(std::string_view text) {
     std::array<UInt64, 16> columns{};
     const std::vector<std::string_view> fields = words(text);
@@ -47,12 +49,12 @@ std::optional<InterfaceCounters> parseCounters(std::string_view text) {
             return std::nullopt;
         columns[i] = *value;
     }
-    // Between them: overruns, framing errors, compressed packets, collisions, lost carriers.
+    // Skipped: overruns, framing errors, compressed packets, collisions, lost carriers.
     return InterfaceCounters{columns[0], columns[1], columns[2],  columns[3], columns[7],
                              columns[8], columns[9], columns[10], columns[11]};
 }
 
-/** The counters of each interface, by its name. The two lines of titles hold no numbers. */
+/** The counters of each interface, by its name. The two title lines hold no numbers, so they are skipped. */
 std::map<std::string, InterfaceCounters, std::less<>> countersByName(const Host& host) {
     std::map<std::string, InterfaceCounters, std::less<>> all;
     const std::string content = host.readFile("/proc/net/dev").value_or("");
@@ -61,26 +63,26 @@ std::map<std::string, InterfaceCounters, std::less<>> countersByName(const Host&
         if (colon == std::string_view::npos)
             continue;
         if (const std::optional<InterfaceCounters> counters = parseCounters(line.substr(colon + 1)))
-            all.emplace(trimmed(line.substr(0, colon)), *counters);
+            all.emplace(ascii::trim(line.substr(0, colon)), *counters);
     }
     return all;
 }
 
 std::optional<NetworkInterface> readInterface(const Host& host, const std::string& name) {
-    const std::string folder = "/sys/class/net/" + name + "/";
-    const std::optional<UInt32> index = host.readNumber<UInt32>(folder + "ifindex");
+    const std::string directory = "/sys/class/net/" + name + "/";
+    const std::optional<UInt32> index = host.readNumber<UInt32>(directory + "ifindex");
     if (index.value_or(0) == 0)
         return std::nullopt;
     NetworkInterface found{};
     found.name = name;
     found.index = *index;
-    found.isEnabled = isEnabled(host.readHexadecimal<UInt32>(folder + "flags"));
-    found.status = status(host.readLine(folder + "operstate"));
-    found.hardwareType = host.readNumber<UInt16>(folder + "type");
-    found.address = host.readLine(folder + "address");
-    found.mtu = host.readNumber<UInt32>(folder + "mtu");
-    found.speed = speed(host.readNumber<Int32>(folder + "speed"));
-    found.alias = host.readLine(folder + "ifalias");
+    found.isEnabled = isEnabled(host.readHexadecimal<UInt32>(directory + "flags"));
+    found.status = status(host.readLine(directory + "operstate"));
+    found.hardwareType = host.readNumber<UInt16>(directory + "type");
+    found.address = host.readLine(directory + "address");
+    found.mtu = host.readNumber<UInt32>(directory + "mtu");
+    found.speed = speed(host.readNumber<Int32>(directory + "speed"));
+    found.alias = host.readLine(directory + "ifalias");
     return found;
 }
 

@@ -9,17 +9,17 @@
 
 namespace cimom {
 
-/** ifOperStatus of RFC 2863: whether an interface can pass packets, and if not why. */
+/** ifOperStatus of RFC 2863. */
 enum class OperStatus { up = 1, down, testing, unknown, dormant, notPresent, lowerLayerDown };
 
-/** What an interface has counted since it was made. Bytes are those of whole frames. */
+/** The counters of an interface since it was created. Bytes include the headers of frames. */
 struct InterfaceCounters {
     OpenWBEM::UInt64 receivedBytes;
     OpenWBEM::UInt64 receivedPackets;
     OpenWBEM::UInt64 receiveErrors;
-    /** Received without error and not passed on, for want of room or because no protocol wants them. */
+    /** Packets received without error and dropped: no buffer, or no protocol that handles them. */
     OpenWBEM::UInt64 receiveDrops;
-    /** Those of the received packets that came to a group address. */
+    /** Received packets with a group address. */
     OpenWBEM::UInt64 receivedMulticasts;
     OpenWBEM::UInt64 sentBytes;
     OpenWBEM::UInt64 sentPackets;
@@ -27,31 +27,31 @@ struct InterfaceCounters {
     OpenWBEM::UInt64 sendDrops;
 };
 
-/** A network interface. What the kernel does not tell, or not in a form that makes sense, is absent. */
+/** A network interface. What the kernel does not report in the expected form is absent. */
 struct NetworkInterface {
-    /** As the kernel calls it; unique at a time. */
+    /** The kernel's name; unique at any time. */
     std::string name;
-    /** ifindex of netdevice(7), at least 1; an interface keeps it as long as it exists. */
+    /** ifindex of netdevice(7), at least 1. It does not change while the interface exists. */
     OpenWBEM::UInt32 index;
-    /** Whether the administrator wants it up: the flag IFF_UP of netdevice(7). */
+    /** The flag IFF_UP of netdevice(7), which the administrator sets. */
     std::optional<bool> isEnabled;
     std::optional<OperStatus> status;
-    /** Kind of its hardware: ARPHRD_... of linux/if_arp.h. */
+    /** ARPHRD_... of linux/if_arp.h. */
     std::optional<OpenWBEM::UInt16> hardwareType;
-    /** Of the hardware: octets in hexadecimal with colons between them, as many as the hardware has. */
+    /** Hardware address: any number of octets in hexadecimal, separated by colons. */
     std::optional<std::string> address;
     /** Largest payload of a frame, in bytes. */
     std::optional<OpenWBEM::UInt32> mtu;
     /** In bits per second. */
     std::optional<OpenWBEM::UInt64> speed;
-    /** What the administrator calls it (ip-link(8), alias). */
+    /** The name that the administrator gives it (ip-link(8), alias). */
     std::optional<std::string> alias;
     std::optional<InterfaceCounters> counters;
 };
 
 /**
- * The interfaces of /sys/class/net, in the order of their indexes, with the counters of /proc/net/dev,
- * proc(5). An entry without an index is none.
+ * The interfaces of /sys/class/net, sorted by index, with the counters of /proc/net/dev, proc(5). Entries
+ * without an index are skipped.
  */
 std::vector<NetworkInterface> networkInterfaces(const Host& host);
 

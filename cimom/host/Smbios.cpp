@@ -1,5 +1,7 @@
 #include "host/Smbios.hpp"
 
+#include "util/Ascii.hpp"
+
 #include <algorithm>
 
 namespace cimom {
@@ -15,7 +17,7 @@ UInt8 byteAt(std::string_view bytes, std::size_t offset) {
     return static_cast<UInt8>(bytes[offset]);
 }
 
-/** Takes the texts behind a formatted area away from a table; absent when they do not end. */
+/** Removes the texts after a formatted area from a table and returns them; absent if they do not end. */
 std::optional<std::vector<std::string>> takeTexts(std::string_view& table) {
     const std::string_view twoZeros("\0\0", 2);
     const std::size_t end = table.find(twoZeros);
@@ -32,7 +34,7 @@ std::optional<std::vector<std::string>> takeTexts(std::string_view& table) {
     return texts;
 }
 
-/** Takes the structure at the beginning of a table away from it; absent when it is not all there. */
+/** Removes the first structure of a table and returns it; absent if it is malformed or truncated. */
 std::optional<SmbiosStructure> takeStructure(std::string_view& table) {
     if (table.size() < headerSize)
         return std::nullopt;
@@ -71,7 +73,7 @@ std::optional<std::string> SmbiosStructure::text(std::size_t offset) const {
     const std::size_t which = byte(offset).value_or(0); // from 1; 0 is none
     if (which == 0 || which > m_texts.size())
         return std::nullopt;
-    std::string text(trimmed(m_texts[which - 1]));
+    std::string text(ascii::trim(m_texts[which - 1]));
     std::replace_if(
         text.begin(), text.end(), [](char c) { return c < ' ' || c > '~'; }, '.');
     return text.empty() ? std::nullopt : std::optional<std::string>(std::move(text));

@@ -12,26 +12,26 @@
 namespace cimom {
 
 /**
- * A structure of the firmware's table of the hardware (SMBIOS, DSP0134). Its fields are found by the
- * offsets that DSP0134 lists; one that lies behind the end of the structure, as those of later versions do,
- * is absent.
+ * A structure of the SMBIOS table, in which the firmware describes the hardware (DSP0134). Fields are found
+ * by their offsets in DSP0134. A field beyond the end of the structure is absent: it belongs to a later
+ * version.
  */
 class SmbiosStructure {
 public:
     /**
      * @param fields the formatted area with its header, at least 4 bytes
-     * @param texts the texts behind it, in their order
+     * @param texts the texts after it, in order
      */
     SmbiosStructure(std::string_view fields, std::vector<std::string> texts);
 
-    /** What the structure describes: 3 an enclosure, 9 a slot, 17 a memory device... */
+    /** 3 is an enclosure, 9 a slot, 17 a memory device. */
     OpenWBEM::UInt8 type() const;
 
     std::optional<OpenWBEM::UInt8> byte(std::size_t offset) const;
     std::optional<OpenWBEM::UInt16> word(std::size_t offset) const;
     /**
-     * The text whose number is at an offset, without the blanks around it; absent when empty. Bytes that
-     * are no printable ASCII characters are shown as dots.
+     * The text whose number is at an offset, without blanks around it; absent if empty. Dots replace bytes
+     * that are not printable ASCII characters.
      */
     std::optional<std::string> text(std::size_t offset) const;
 
@@ -41,14 +41,13 @@ private:
 };
 
 /**
- * The structures of a table, up to the one that ends it (type 127), or up to the first that is malformed or
- * cut short: where the next one would begin is not known then.
+ * The structures of a table up to the end marker (type 127) or the first malformed or truncated one: it is
+ * unknown where the next one begins.
  */
 std::vector<SmbiosStructure> parseSmbiosTable(std::string_view table);
 
 /**
- * The table of a host: /sys/firmware/dmi/tables/DMI, which the kernel has cut to the length that the
- * firmware tells, and which root alone may read. Empty where there is none.
+ * The table of a host, /sys/firmware/dmi/tables/DMI. Only root can read it. Empty if it cannot be read.
  */
 std::vector<SmbiosStructure> smbiosStructures(const Host& host);
 

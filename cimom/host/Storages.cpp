@@ -1,7 +1,6 @@
 #include "host/Storages.hpp"
 
 #include "host/Disks.hpp"
-#include "host/Residence.hpp"
 
 #include <map>
 #include <tuple>
@@ -17,7 +16,7 @@ const char* const swapId = "swap";
 
 enum Index : UInt32 { memoryIndex = 1, swapIndex = 2, firstOfFileSystems = 3 };
 
-/** Values of /proc/meminfo by their names, in units of 1024 bytes. */
+/** The values of /proc/meminfo by name, in units of 1024 bytes. */
 std::map<std::string, UInt64> memoryValues(const Host& host) {
     const std::string content = host.readFile("/proc/meminfo").value_or("");
     std::map<std::string, UInt64> values;
@@ -35,7 +34,7 @@ std::optional<UInt64> difference(std::optional<UInt64> size, std::optional<UInt6
     return size && free && *free <= *size ? std::optional<UInt64>(*size - *free) : std::nullopt;
 }
 
-/** The size of memory or swap space, of which the names of two lines of /proc/meminfo are given. */
+/** The size of memory or swap space, from two lines of /proc/meminfo. */
 StorageSize memorySize(const Host& host, const char* total, const char* free) {
     const std::map<std::string, UInt64> values = memoryValues(host);
     const auto value = [&values](const char* name) {
@@ -54,7 +53,7 @@ bool hasSwap(const Host& host) {
 StorageType typeOf(const FileSystem& fileSystem, const std::vector<Disk>& all, const Host& host) {
     if (fileSystem.backing == Backing::memory)
         return StorageType::ramDisk;
-    const Disk* const disk = diskOf(fileSystem.mount, all, host);
+    const Disk* const disk = backingDisk(fileSystem.mount, all, host);
     if (!disk)
         return StorageType::other;
     switch (disk->medium) {
@@ -69,8 +68,8 @@ StorageType typeOf(const FileSystem& fileSystem, const std::vector<Disk>& all, c
     }
 }
 
-/** Whether a mount stands for its file system rather than another mount of the same. */
-bool standsBetter(const FileSystem& a, const FileSystem& b) {
+/** Whether one mount of a file system is preferred to another. */
+bool isPreferred(const FileSystem& a, const FileSystem& b) {
     const auto rank = [](const Mount& mount) {
         return std::make_tuple(mount.part != "/", mount.point.size(), mount.point);
     };
@@ -83,9 +82,9 @@ std::vector<FileSystem> localFileSystems(const Host& host) {
     for (const FileSystem& fileSystem : fileSystems(host)) {
         if (!storageId(fileSystem))
             continue;
-        const auto [known, isNew] = byDevice.emplace(fileSystem.mount.device, fileSystem);
-        if (!isNew && standsBetter(fileSystem, known->second))
-            known->second = fileSystem;
+        const auto [present, isNew] = byDevice.emplace(fileSystem.mount.device, fileSystem);
+        if (!isNew && isPreferred(fileSystem, present->second))
+            present->second = fileSystem;
     }
     std::vector<FileSystem> found;
     found.reserve(byDevice.size());
@@ -104,7 +103,7 @@ std::vector<Storage> storages(const Host& host) {
     for (const FileSystem& fileSystem : localFileSystems(host)) {
         const Mount& mount = fileSystem.mount;
         all.push_back({*storageId(fileSystem), storageIndex(fileSystem), typeOf(fileSystem, allDisks, host),
-                       mount.point, fileSystem.isBehindRemote ? "" : mount.point});
+                       mount.point, fileSystem.isBelowRemote ? "" : mount.point});
     }
     return all;
 }
@@ -114,9 +113,9 @@ StorageSize sizeOf(const Storage& storage, const Host& host) {
         return memorySize(host, "MemTotal:", "MemFree:");
     if (storage.id == swapId)
         return memorySize(host, "SwapTotal:", "SwapFree:");
-    if (storage.folder.empty())
+    if (storage.point.empty())
         return {};
-    const std::optional<struct statvfs> status = host.fileSystemStatus(storage.folder);
+    const std::optional<struct statvfs> status = host.fileSystemStatus(storage.point);
     if (!status || status->f_frsize == 0)
         return {};
     return {UInt64{status->f_frsize}, UInt64{status->f_blocks},
@@ -132,7 +131,7 @@ std::optional<std::string> storageId(const FileSystem& fileSystem) {
 UInt32 storageIndex(const FileSystem& fileSystem) {
     if (fileSystem.backing == Backing::remote)
         return 0;
-    // The number as the kernel keeps it, which is 0 for no device.
+    // The device number as the kernel encodes it; no device has 0.
     const DeviceNumber& device = fileSystem.mount.device;
     return firstOfFileSystems + (device.majorNumber << 20U) + device.minorNumber;
 }

@@ -10,7 +10,7 @@
 
 namespace cimom {
 
-/** Kinds of storage: hrStorageTypes of RFC 2790. */
+/** hrStorageTypes of RFC 2790. */
 enum class StorageType {
     other = 1,
     ram = 2,
@@ -22,44 +22,44 @@ enum class StorageType {
     ramDisk = 8
 };
 
-/** A row of the storage table of RFC 2790: memory, swap space, or a local file system. */
+/** A row of the storage table of RFC 2790: memory, swap space or a local file system. */
 struct Storage {
-    /** Identifies it among the others: "memory", "swap" or the number of a file system's device. */
+    /** Identifies the storage: "memory", "swap" or the device number of a file system. */
     std::string id;
     /** From 1 to 2147483647; see storageIndex(). */
     OpenWBEM::UInt32 index;
     StorageType type;
-    /** "Physical memory", "Swap space", or the folder that a file system is mounted on. */
+    /** "Physical memory", "Swap space" or the mount point of a file system. */
     std::string description;
-    /** That folder when sizes can be had from there without waiting for another computer; else empty. */
-    std::string folder;
+    /** The mount point from which to read the size; empty if the read may wait for another computer. */
+    std::string point;
 };
 
-/** How large a storage is; what the host does not tell is absent. */
+/** The size of a storage. What the host does not report is absent. */
 struct StorageSize {
-    /** Bytes in a unit. */
+    /** Bytes per unit. */
     std::optional<OpenWBEM::UInt64> unit;
     /** In units. */
     std::optional<OpenWBEM::UInt64> size;
-    /** Units that are allocated, to caches of the kernel too. */
+    /** Allocated units, including caches of the kernel. */
     std::optional<OpenWBEM::UInt64> used;
 };
 
 /**
- * Memory, swap space when there is any, and each local file system once, however often it is mounted; of
- * its mounts the one of the whole file system tells the folder, of several the one with the shortest path.
+ * Memory, swap space if there is any, and each local file system once, however often it is mounted. Mounts of
+ * the whole file system are preferred, then those with the shortest path.
  */
 std::vector<Storage> storages(const Host& host);
 
-/** The size at this moment, of proc(5): /proc/meminfo or statvfs(3). */
+/** The present size, from /proc/meminfo, proc(5), or statvfs(3). */
 StorageSize sizeOf(const Storage& storage, const Host& host);
 
-/** The id of the storage of a file system; absent for a remote one, which has no storage here. */
+/** The id of the storage of a file system; absent for a remote one. */
 std::optional<std::string> storageId(const FileSystem& fileSystem);
 
 /**
- * The index of the storage of a file system, which follows from its device number, so that it is the same
- * as long as the file system is mounted and, on a block device, mostly afterwards too. 0 for a remote one.
+ * The index of the storage of a file system; 0 for a remote one. It follows from the device number, so it
+ * does not change while the file system is mounted; on a block device it is mostly the same after a remount.
  */
 OpenWBEM::UInt32 storageIndex(const FileSystem& fileSystem);
 

@@ -7,7 +7,7 @@
 namespace cimom::json {
 namespace {
 
-/** Where the parser is in the document; moved by the iterators that it reads through. */
+/** The position of the parser in the document. The iterators that the parser reads through advance it. */
 class Position {
 public:
     explicit Position(const std::string& document)
@@ -16,8 +16,7 @@ public:
 
     void advance() { ++m_next; }
 
-    /** Line of the last character read. A line end that follows a number has been read, but is not counted.
-     */
+    /** Line of the last character read. Does not count a line end that the parser read to end a number. */
     unsigned line() {
         for (; m_counted + 1 < m_next; ++m_counted)
             m_line += *m_counted == '\n';
@@ -30,8 +29,8 @@ private:
     unsigned m_line = 1;
 };
 
-/** Reads the characters of a document and tells a position. */
-class Reading {
+/** Iterates over the characters of a document and advances a position. */
+class Iterator {
 public:
     using iterator_category = std::input_iterator_tag;
     using value_type = char;
@@ -39,28 +38,28 @@ public:
     using pointer = const char*;
     using reference = const char&;
 
-    Reading(const char* at, Position& position)
+    Iterator(const char* at, Position& position)
         : m_at(at)
         , m_position(&position) {}
 
     reference operator*() const { return *m_at; }
-    Reading& operator++() {
+    Iterator& operator++() {
         ++m_at;
         m_position->advance();
         return *this;
     }
-    bool operator==(const Reading& other) const { return m_at == other.m_at; }
-    bool operator!=(const Reading& other) const { return m_at != other.m_at; }
+    bool operator==(const Iterator& other) const { return m_at == other.m_at; }
+    bool operator!=(const Iterator& other) const { return m_at != other.m_at; }
 
 private:
     const char* m_at;
     Position* m_position;
 };
 
-/** What of nlohmann's message is not about the place. */
+/** A message of nlohmann without its prefix, which holds the position. */
 std::string reason(const std::string& message) {
-    const std::size_t place = message.find(": ");
-    return place == std::string::npos ? message : message.substr(place + 2);
+    const std::size_t prefix = message.find(": ");
+    return prefix == std::string::npos ? message : message.substr(prefix + 2);
 }
 
 /** Builds the document from the parser's events. */
@@ -76,7 +75,7 @@ public:
     bool number_unsigned(number_unsigned_t value) override { return number(std::to_string(value)); }
     bool number_float(number_float_t, const string_t& text) override { return number(text); }
     bool string(string_t& value) override { return leaf(Value::Kind::string, value); }
-    bool binary(binary_t&) override { return false; } // JSON has none
+    bool binary(binary_t&) override { return false; } // JSON has no binary values
 
     bool start_object(std::size_t) override { return open(Value::Kind::object); }
     bool end_object() override { return close(); }
@@ -85,7 +84,7 @@ public:
 
     bool key(string_t& name) override {
         if (!m_open.back().names.insert(name).second)
-            throw Error(m_position.line(), "\"" + name + "\" comes twice");
+            throw Error(m_position.line(), "duplicate name \"" + name + "\"");
         m_open.back().value->members.emplace_back(name, Value());
         return true;
     }
@@ -95,7 +94,7 @@ public:
     }
 
 private:
-    /** An array or an object whose end has not come. */
+    /** An array or an object whose end has not been read. */
     struct Open {
         Value* value;
         std::set<std::string> names; // of the members of an object
@@ -121,7 +120,7 @@ private:
         return true;
     }
 
-    /** Places a value where the next one belongs. Only the innermost open value grows, so the others stay. */
+    /** Adds a value to the innermost open one. Only that one grows, so pointers to the others stay valid. */
     Value& add(Value::Kind kind) {
         Value& value = next();
         value.kind = kind;
@@ -150,7 +149,8 @@ Value parse(const std::string& document) {
     Position position(document);
     Builder builder(root, position);
     const char* const begin = document.data();
-    nlohmann::json::sax_parse(Reading(begin, position), Reading(begin + document.size(), position), &builder);
+    nlohmann::json::sax_parse(Iterator(begin, position), Iterator(begin + document.size(), position),
+                              &builder);
     return root;
 }
 

@@ -7,22 +7,22 @@
 
 namespace cimom::json {
 
-/** A value of a JSON document (RFC 8259) that knows where it stands. */
+/** A value of a JSON document (RFC 8259) and its line. */
 struct Value {
     enum class Kind { null, boolean, number, string, array, object };
 
     Kind kind = Kind::null;
-    /** Line of the document on which the value begins, or a string ends; from 1. */
+    /** Line on which the value begins; of a string, line on which it ends. From 1. */
     unsigned line = 1;
-    /** Of a string its characters in UTF-8; of a number and a truth value its text. */
+    /** The characters of a string in UTF-8; the source text of a number or a boolean. */
     std::string text;
-    /** Of an array. */
+    /** The elements of an array. */
     std::vector<Value> elements;
-    /** Of an object, in their order. No name comes twice. */
+    /** The members of an object in source order. Names are unique. */
     std::vector<std::pair<std::string, Value>> members;
 };
 
-/** What is wrong with a document, and on which line. */
+/** An error in a document, and its line. */
 class Error : public std::runtime_error {
 public:
     Error(unsigned line, const std::string& why)
@@ -35,8 +35,8 @@ private:
 };
 
 /**
- * Reads a document. Throws Error for one that is not JSON, in which a name comes twice in an object, or whose
- * values stand more than 64 levels deep.
+ * Parses a document. Throws Error if it is not JSON, if an object has duplicate names, or if values are
+ * nested more than 64 levels deep.
  */
 Value parse(const std::string& document);
 

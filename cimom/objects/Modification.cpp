@@ -1,7 +1,7 @@
 #include "objects/Modification.hpp"
 
 #include "OW_CIMException.hpp"
-#include "objects/Naming.hpp"
+#include "schema/Namespace.hpp"
 #include "system/Log.hpp"
 #include "types/Utf8.hpp"
 
@@ -28,7 +28,7 @@ bool isUtf8(const std::string& text) {
     return true;
 }
 
-/** A value as the site's values are kept: as text, which is UTF-8 as all texts of CIM are. */
+/** A value in the form in which SiteValues keeps it. Throws CIMException TYPE_MISMATCH if it is not UTF-8. */
 std::optional<std::string> textOf(const CIMValue& value, const PropertyDeclaration& declared) {
     if (!value)
         return std::nullopt;
@@ -41,13 +41,13 @@ std::optional<std::string> textOf(const CIMValue& value, const PropertyDeclarati
 
 void requireDeclared(const PropertyList& listed, const ClassDeclaration& declaration) {
     for (const CIMName& name : listed) {
-        if (!find(declaration, name))
+        if (!declaration.find(name))
             OW_THROWCIMMSG(CIMException::INVALID_PARAMETER,
                            ("PropertyList: the class has no property " + name.toString()).c_str());
     }
 }
 
-/** One line, however many there are. */
+/** Logs the names that the class does not declare, in one line. */
 void logLeftOut(const std::string& names, const CIMInstance& present) {
     if (!names.empty())
         log("ModifyInstance " + std::string(pathOf(present).toString().c_str()) +
@@ -68,12 +68,12 @@ SiteValues::Values valuesToWrite(const CIMInstance& request, const PropertyList*
         const CIMName name = property.getName();
         if (listed && wanted.count(name) == 0)
             continue;
-        const PropertyDeclaration* const declared = find(declaration, name);
+        const PropertyDeclaration* const declared = declaration.find(name);
         if (!declared) {
             leftOut += (leftOut.empty() ? "\"" : ", \"") + std::string(name.toString().c_str()) + "\"";
             continue;
         }
-        const CIMValue value = converted(property.getValue(), *declared);
+        const CIMValue value = declared->converted(property.getValue());
         if (declared->role == Role::site)
             changes[declared->name] = textOf(value, *declared);
         else if (!isSame(value, present.getPropertyValue(name)))

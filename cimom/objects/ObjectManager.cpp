@@ -2,12 +2,11 @@
 
 #include "OW_CIMException.hpp"
 #include "objects/Modification.hpp"
-#include "objects/Naming.hpp"
+#include "schema/Namespace.hpp"
 #include "system/Log.hpp"
 
 #include <algorithm>
 #include <exception>
-#include <set>
 #include <utility>
 
 namespace cimom {
@@ -16,50 +15,13 @@ using namespace OpenWBEM;
 
 namespace {
 
-/** Those of the listed names that the class declares. A client may list far more names than it declares. */
-std::set<CIMName> declaredNames(const PropertyList& listed, const ClassDeclaration& declaration) {
-    std::set<CIMName> declared;
-    for (const PropertyDeclaration& property : declaration.properties)
-        declared.insert(property.name);
-    std::set<CIMName> names;
-    for (const CIMName& name : listed) {
-        if (declared.count(name) > 0)
-            names.insert(name);
-    }
-    return names;
-}
-
-CIMPropertyArray wantedOf(const CIMPropertyArray& all, const std::set<CIMName>& wanted) {
-    CIMPropertyArray kept;
-    for (const CIMProperty& property : all) {
-        if (wanted.count(property.getName()) > 0)
-            kept.push_back(property);
-    }
-    return kept;
-}
-
-void keepWanted(CIMInstance& instance, const std::set<CIMName>& wanted) {
-    instance.setProperties(wantedOf(instance.getProperties(), wanted));
-}
-
-void setOrigin(CIMInstance& instance, const ClassDeclaration& declaration) {
-    CIMPropertyArray properties = instance.getProperties();
-    for (CIMProperty& property : properties)
-        property.setOriginClass(declaration.name);
-    instance.setProperties(properties);
-}
-
-/** A key that the class does not have names no instance of it. */
-void requireKeysOf(const ClassDeclaration& declaration, const CIMObjectPath& path) {
+/** No instance has a key that its class does not declare. */
+void requireDeclaredKeys(const CIMObjectPath& path, const ClassDeclaration& declaration) {
     for (const CIMProperty& key : path.getKeys()) {
-        const PropertyDeclaration* const declared = find(declaration, key.getName());
+        const PropertyDeclaration* const declared = declaration.find(key.getName());
         if (!declared || declared->role != Role::key)
             OW_THROWCIMMSG(CIMException::NOT_FOUND, path.toString().c_str());
     }
-}
-
-bool isOfTheSite(const PropertyDeclaration& declared) {
-    return declared.role == Role::site;
 }
 
 CIMProperty property(const PropertyDeclaration& declared, const std::optional<std::string>& value) {
@@ -70,8 +32,60 @@ CIMProperty property(const PropertyDeclaration& declared, const std::optional<st
 
 } // namespace
 
-ObjectManager::ObjectManager(std::vector<std::unique_ptr<Provider>> providers,
-                             std::optional<SiteValues> siteValues)
+/** The instances of a class: those of its provider, then those of the site. */
+class ObjectManager::Enumeration : public InstanceSource {
+public:
+    Enumeration(const ObjectManager& manager, const Provider& provider, PropertyFilter filter)
+        : m_manager(manager)
+        , m_declaration(*provider.declaration)
+        , m_site(manager.m_siteInstances)
+        , m_ofProvider(provider.instances())
+        , m_ofSite(m_site->instances(m_declaration))
+        , m_filter(std::move(filter)) {}
+
+    CIMInstance next() override {
+        CIMInstance instance = nextOfProvider();
+        if (!instance)
+            instance = m_ofSite->next();
+        if (!instance)
+            return instance;
+        m_manager.applyOverrides(instance, m_declaration);
+        m_filter.apply(instance);
+        return instance;
+    }
+
+private:
+    /** The next instance that the site does not replace. */
+    CIMInstance nextOfProvider() {
+        CIMInstance instance = m_ofProvider->next();
+        while (instance && m_site->find(pathOf(instance)))
+            instance = m_ofProvider->next();
+        return instance;
+    }
+
+    const ObjectManager& m_manager;
+    const ClassDeclaration& m_declaration;
+    const std::shared_ptr<const SiteInstances> m_site;
+    const std::unique_ptr<InstanceSource> m_ofProvider;
+    const std::unique_ptr<InstanceSource> m_ofSite;
+    const PropertyFilter m_filter;
+};
+
+class ObjectManager::PathEnumeration : public PathSource {
+public:
+    PathEnumeration(const ObjectManager& manager, const Provider& provider)
+        : m_instances(manager, provider, PropertyFilter(*provider.declaration, nullptr)) {}
+
+    CIMObjectPath next() override {
+        const CIMInstance instance = m_instances.next();
+        return instance ? pathOf(instance) : CIMObjectPath(CIMNULL);
+    }
+
+private:
+    Enumeration m_instances;
+};
+
+ObjectManager::ObjectManager(std::vector<Provider> providers, std::optional<SiteValues> siteValues)
     : m_providers(std::move(providers))
     , m_classes(declarations())
     , m_siteValues(std::move(siteValues))
@@ -79,8 +93,8 @@ ObjectManager::ObjectManager(std::vector<std::unique_ptr<Provider>> providers,
 
 std::vector<const ClassDeclaration*> ObjectManager::declarations() const {
     std::vector<const ClassDeclaration*> all;
-    for (const std::unique_ptr<Provider>& provider : m_providers)
-        all.push_back(&provider->declaration());
+    for (const Provider& provider : m_providers)
+        all.push_back(provider.declaration);
     return all;
 }
 
@@ -88,68 +102,57 @@ void ObjectManager::setSiteInstances(SiteInstances instances) {
     m_siteInstances = std::make_shared<const SiteInstances>(std::move(instances));
 }
 
-InstanceSource ObjectManager::enumerateInstances(const std::string& nameSpace, const CIMName& className,
-                                                 const PropertyList* wanted, ClassOrigin origin) const {
+std::unique_ptr<InstanceSource> ObjectManager::enumerateInstances(const std::string& nameSpace,
+                                                                  const CIMName& className,
+                                                                  const PropertyList* wanted,
+                                                                  ClassOrigin origin) const {
     const Provider& provider = providerOf(nameSpace, className);
-    InstanceSource next = instancesOf(provider);
-    if (wanted)
-        next = eachWith(std::move(next), [names = declaredNames(*wanted, provider.declaration())](
-                                             CIMInstance& instance) { keepWanted(instance, names); });
-    if (origin == ClassOrigin::included)
-        next = eachWith(std::move(next), [&declaration = provider.declaration()](CIMInstance& instance) {
-            setOrigin(instance, declaration);
-        });
-    return next;
+    return std::make_unique<Enumeration>(*this, provider,
+                                         PropertyFilter(*provider.declaration, wanted, origin));
 }
 
-PathSource ObjectManager::enumerateInstanceNames(const std::string& nameSpace,
-                                                 const CIMName& className) const {
-    return [next = instancesOf(providerOf(nameSpace, className))] {
-        const CIMInstance instance = next();
-        return instance ? pathOf(instance) : CIMObjectPath(CIMNULL);
-    };
+std::unique_ptr<PathSource> ObjectManager::enumerateInstanceNames(const std::string& nameSpace,
+                                                                  const CIMName& className) const {
+    return std::make_unique<PathEnumeration>(*this, providerOf(nameSpace, className));
 }
 
 CIMInstance ObjectManager::getInstance(const std::string& nameSpace, const CIMObjectPath& path,
                                        const PropertyList* wanted, ClassOrigin origin) const {
     const Provider& provider = providerOf(nameSpace, path.getClassName());
-    requireKeysOf(provider.declaration(), path);
+    requireDeclaredKeys(path, *provider.declaration);
     CIMInstance instance = instanceAt(m_classes.canonical(path), provider);
-    if (wanted)
-        keepWanted(instance, declaredNames(*wanted, provider.declaration()));
-    if (origin == ClassOrigin::included)
-        setOrigin(instance, provider.declaration());
+    PropertyFilter(*provider.declaration, wanted, origin).apply(instance);
     return instance;
 }
 
 CIMValue ObjectManager::getProperty(const std::string& nameSpace, const CIMObjectPath& path,
                                     const CIMName& property) const {
-    if (!find(providerOf(nameSpace, path.getClassName()).declaration(), property))
+    if (!providerOf(nameSpace, path.getClassName()).declaration->find(property))
         OW_THROWCIMMSG(CIMException::NO_SUCH_PROPERTY, property.toString().c_str());
     return getInstance(nameSpace, path, nullptr).getPropertyValue(property);
 }
 
 CIMClass ObjectManager::getClass(const std::string& nameSpace, const CIMName& className,
                                  const ClassDetails& details, const PropertyList* wanted) const {
-    // Of DSP0200 the one operation to which an unknown class is an object that is not there.
+    // Only GetClass reports an unknown class as NOT_FOUND (DSP0200).
     const ClassDeclaration& declaration =
-        providerOf(nameSpace, className, CIMException::NOT_FOUND).declaration();
+        *providerOf(nameSpace, className, CIMException::NOT_FOUND).declaration;
     CIMClass result = classObject(declaration, details);
     if (wanted)
-        result.setProperties(wantedOf(result.getAllProperties(), declaredNames(*wanted, declaration)));
+        result.setProperties(PropertyFilter(declaration, wanted).wantedOf(result.getAllProperties()));
     return result;
 }
 
 std::vector<CIMClass> ObjectManager::enumerateClasses(const std::string& nameSpace, const CIMName& superClass,
                                                       const ClassDetails& details) const {
-    requireNameSpace(nameSpace);
+    requireNamespace(nameSpace);
     std::vector<CIMClass> classes;
     if (superClass != CIMName()) {
         providerOf(nameSpace, superClass);
         return classes;
     }
-    for (const std::unique_ptr<Provider>& provider : m_providers)
-        classes.push_back(classObject(provider->declaration(), details));
+    for (const Provider& provider : m_providers)
+        classes.push_back(classObject(*provider.declaration, details));
     return classes;
 }
 
@@ -165,76 +168,59 @@ void ObjectManager::modifyInstance(const std::string& nameSpace, const CIMInstan
     named.appendArray(modified.getProperties());
     const CIMObjectPath path = m_classes.canonical(CIMObjectPath(modified.getClassName(), named));
     const CIMInstance present = instanceAt(path, provider);
-    const SiteValues::Values changes = valuesToWrite(modified, listed, present, provider.declaration());
+    const SiteValues::Values changes = valuesToWrite(modified, listed, present, *provider.declaration);
     try {
         m_siteValues->write(path.modelPath().c_str(), changes);
     } catch (const std::exception& e) {
-        const std::string why = std::string("keeping the values: ") + e.what();
-        log(why); // a client like the library does not tell its user
+        const std::string why = std::string("cannot save values: ") + e.what();
+        log(why); // some clients do not show the description
         OW_THROWCIMMSG(CIMException::FAILED, why.c_str());
     }
 }
 
-void ObjectManager::requireNameSpace(const std::string& nameSpace) const {
+void ObjectManager::requireNamespace(const std::string& nameSpace) const {
     const std::string name = nameSpace.substr(std::min(nameSpace.find_first_not_of('/'), nameSpace.size()));
-    if (CIMName(name.c_str()) != CIMName(onlyNameSpace))
+    if (CIMName(name.c_str()) != CIMName(servedNamespace))
         OW_THROWCIMMSG(CIMException::INVALID_NAMESPACE, name.c_str());
 }
 
 const Provider& ObjectManager::providerOf(const std::string& nameSpace, const CIMName& className,
                                           CIMException::ErrNoType whenUnknown) const {
-    requireNameSpace(nameSpace);
-    for (const std::unique_ptr<Provider>& provider : m_providers) {
-        if (className == CIMName(provider->declaration().name))
-            return *provider;
+    requireNamespace(nameSpace);
+    for (const Provider& provider : m_providers) {
+        if (className == CIMName(provider.declaration->name))
+            return provider;
     }
-    const String description = String("/") + onlyNameSpace + ":" + className.toString();
+    const String description = String("/") + servedNamespace + ":" + className.toString();
     OW_THROWCIMMSG(whenUnknown, description.c_str());
 }
 
-/** What the provider tells, but for the instances that the site declares. */
-InstanceSource ObjectManager::liveInstancesOf(const Provider& provider) const {
-    return [next = provider.instances(), site = m_siteInstances] {
-        CIMInstance instance = next();
-        while (instance && site->find(pathOf(instance)))
-            instance = next();
-        return instance;
-    };
-}
-
-/** Live ones and the site's, and over them what has been written. */
-InstanceSource ObjectManager::instancesOf(const Provider& provider) const {
-    const ClassDeclaration& declaration = provider.declaration();
-    InstanceSource next = chained(liveInstancesOf(provider), m_siteInstances->instances(declaration));
+/** Replaces the values of an instance that have been written. */
+void ObjectManager::applyOverrides(CIMInstance& instance, const ClassDeclaration& declaration) const {
+    const auto isWritable = [](const PropertyDeclaration& declared) { return declared.role == Role::site; };
     if (!m_siteValues ||
-        std::none_of(declaration.properties.begin(), declaration.properties.end(), isOfTheSite))
-        return next;
-    return eachWith(std::move(next),
-                    [this, &declaration](CIMInstance& instance) { layWritten(instance, declaration); });
-}
-
-void ObjectManager::layWritten(CIMInstance& instance, const ClassDeclaration& declaration) const {
-    const SiteValues::Values* const written =
-        m_siteValues ? m_siteValues->find(pathOf(instance).modelPath().c_str()) : nullptr;
+        std::none_of(declaration.properties.begin(), declaration.properties.end(), isWritable))
+        return;
+    const SiteValues::Values* const written = m_siteValues->find(pathOf(instance).modelPath().c_str());
     if (!written)
         return;
     for (const PropertyDeclaration& declared : declaration.properties) {
         const auto value = written->find(declared.name);
-        if (isOfTheSite(declared) && value != written->end())
+        if (isWritable(declared) && value != written->end())
             instance.setProperty(property(declared, value->second));
     }
 }
 
 CIMInstance ObjectManager::instanceAt(const CIMObjectPath& path, const Provider& provider) const {
-    if (CIMInstance declared = m_siteInstances->find(path)) {
-        layWritten(declared, provider.declaration());
-        return declared;
+    if (CIMInstance ofSite = m_siteInstances->find(path)) {
+        applyOverrides(ofSite, *provider.declaration);
+        return ofSite;
     }
-    const InstanceSource next = provider.instances();
-    while (CIMInstance live = next()) {
-        if (pathOf(live) == path) {
-            layWritten(live, provider.declaration());
-            return live;
+    const std::unique_ptr<InstanceSource> instances = provider.instances();
+    while (CIMInstance instance = instances->next()) {
+        if (pathOf(instance) == path) {
+            applyOverrides(instance, *provider.declaration);
+            return instance;
         }
     }
     OW_THROWCIMMSG(CIMException::NOT_FOUND, path.toString().c_str());

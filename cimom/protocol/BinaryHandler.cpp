@@ -9,6 +9,7 @@
 #include "system/Text.hpp"
 
 #include <exception>
+#include <memory>
 #include <stdexcept>
 #include <utility>
 
@@ -64,6 +65,32 @@ void write(Writer& out, const String& name) {
 }
 using binary::write;
 
+/** The elements of an enumeration, and its end. */
+template <class Object>
+class Elements : public ReplyPieces {
+public:
+    Elements(std::unique_ptr<Source<Object>> objects, UInt8 end)
+        : m_objects(std::move(objects))
+        , m_end(end) {}
+
+    bool appendNext(std::string& body) override {
+        Writer piece;
+        const Object object = m_objects->next();
+        if (object) {
+            write(piece, object);
+        } else {
+            piece.u8(m_end);
+            piece.u8(m_end);
+        }
+        body += piece.bytes();
+        return static_cast<bool>(object);
+    }
+
+private:
+    std::unique_ptr<Source<Object>> m_objects;
+    UInt8 m_end;
+};
+
 /** One request: reads its arguments and carries it out. */
 class Call {
 public:
@@ -113,8 +140,8 @@ private:
         out.u8(static_cast<UInt8>(binary::Result::ok));
         return out;
     }
-    template <class Source>
-    void replyBy(Source next, UInt8 begin, UInt8 end);
+    template <class Object>
+    void replyBy(std::unique_ptr<Source<Object>> objects, UInt8 begin, UInt8 end);
     template <class Object>
     void replyBy(const std::vector<Object>& objects, UInt8 begin, UInt8 end);
     void fail(const std::exception& e, binary::Result result);
@@ -233,24 +260,13 @@ void Call::modifyInstance() {
     m_reply.body = done().release();
 }
 
-/** Replies by an enumeration of what a source hands out. */
-template <class Source>
-void Call::replyBy(Source next, UInt8 begin, UInt8 end) {
+/** Replies by an enumeration of the objects of a source. */
+template <class Object>
+void Call::replyBy(std::unique_ptr<Source<Object>> objects, UInt8 begin, UInt8 end) {
     Writer out = done();
     out.u8(begin);
     m_reply.body = out.release();
-    m_reply.more = [next = std::move(next), end](std::string& body) {
-        Writer piece;
-        const auto object = next();
-        if (object) {
-            write(piece, object);
-        } else {
-            piece.u8(end);
-            piece.u8(end);
-        }
-        body += piece.bytes();
-        return static_cast<bool>(object);
-    };
+    m_reply.more = std::make_unique<Elements<Object>>(std::move(objects), end);
 }
 
 template <class Object>

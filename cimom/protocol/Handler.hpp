@@ -4,7 +4,7 @@
 
 #include <cstddef>
 #include <exception>
-#include <functional>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -28,18 +28,29 @@ struct OperationError {
  */
 OperationError operationError(const std::exception& e);
 
+/** The rest of a reply's body. It is made as the client takes it, so no long reply is in memory as a whole.
+ */
+class ReplyPieces {
+public:
+    virtual ~ReplyPieces() = default;
+
+    /** Appends the next piece; false after the last one. Throws what ends the operation halfway. */
+    virtual bool appendNext(std::string& body) = 0;
+
+protected:
+    ReplyPieces() = default;
+    ReplyPieces(const ReplyPieces&) = default;
+    ReplyPieces& operator=(const ReplyPieces&) = default;
+};
+
 /** The outcome of an operation. */
 struct OperationReply {
     /** The operation and the class, for the log. */
     std::string title;
     /** The beginning of the body. If the operation failed, the error. */
     std::string body;
-    /**
-     * Appends the next piece of the body, and tells whether there may be more after it; null when `body` is
-     * all. Throws what ends the operation halfway. It is called as the client takes what it has got, so that
-     * no long reply stands in memory whole; the handler must outlive it.
-     */
-    std::function<bool(std::string&)> more;
+    /** What follows `body`; null if that is all. The handler must outlive it. */
+    std::unique_ptr<ReplyPieces> more;
     /** Set when the operation failed. */
     std::optional<OperationError> error;
 };

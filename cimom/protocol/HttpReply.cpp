@@ -37,7 +37,7 @@ http::ReplyHead HttpReply::head() const {
 bool HttpReply::append(std::string& piece) {
     piece += std::exchange(m_reply.body, std::string());
     try {
-        return m_reply.more && m_reply.more(piece);
+        return m_reply.more && m_reply.more->appendNext(piece);
     } catch (const std::exception& e) {
         m_reply.error = operationError(e);
         if (!m_request.takesTrailers)

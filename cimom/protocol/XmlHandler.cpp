@@ -9,6 +9,7 @@
 #include "xml/TextValue.hpp"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace cimom {
@@ -33,6 +34,55 @@ void writeClassName(std::string& out, const String& name) {
     appendAttribute(out, "NAME", xml::view(name));
     out += "/>";
 }
+
+/** The elements around the outcome of an operation. */
+struct Frame {
+    explicit Frame(const XmlRequest& request)
+        : before(
+              R"(<?xml version="1.0" encoding="utf-8" ?><CIM CIMVERSION="2.0" DTDVERSION="2.0"><MESSAGE)") {
+        const std::string response = request.isExtrinsic ? "METHODRESPONSE" : "IMETHODRESPONSE";
+        appendAttribute(before, "ID", request.messageId);
+        before += R"( PROTOCOLVERSION="1.0"><SIMPLERSP><)" + response;
+        appendAttribute(before, "NAME", request.operation);
+        before += ">";
+        after = "</" + response + "></SIMPLERSP></MESSAGE></CIM>\r\n";
+    }
+    std::string before;
+    std::string after;
+};
+
+void writeElement(std::string& out, const CIMInstance& instance) {
+    xml::writeNamed(out, instance, KeyType::written);
+}
+
+void writeElement(std::string& out, const CIMObjectPath& path) {
+    xml::writeName(out, path, KeyType::written);
+}
+
+/** The elements of an enumeration, and the end of the document. */
+template <class Object>
+class Elements : public ReplyPieces {
+public:
+    Elements(std::unique_ptr<Source<Object>> objects, std::string end)
+        : m_objects(std::move(objects))
+        , m_end(std::move(end)) {}
+
+    bool appendNext(std::string& body) override {
+        const Object object = m_objects->next();
+        if (!object) {
+            body += m_end;
+            return false;
+        }
+        const std::size_t from = body.size();
+        writeElement(body, object);
+        replaceForbidden(body, from);
+        return true;
+    }
+
+private:
+    std::unique_ptr<Source<Object>> m_objects;
+    std::string m_end;
+};
 
 /** One request: reads its arguments and carries it out. */
 class Call {
@@ -78,9 +128,9 @@ private:
 
     /** The reply to an operation that returns a value, which stands whole in a text. */
     static OperationReply returned(std::string value);
-    /** The reply that returns what a source hands out, each written in its form. */
-    template <class Source, class Write>
-    static OperationReply returned(Source next, Write write);
+    /** The reply that returns the objects of a source. */
+    template <class Object>
+    OperationReply returned(std::unique_ptr<Source<Object>> objects) const;
 
     const XmlRequest& m_request;
     ObjectManager& m_manager;
@@ -182,16 +232,11 @@ OperationReply Call::enumerateClassNames() const {
 OperationReply Call::enumerateInstances() const {
     const std::optional<PropertyList> wanted = propertyList();
     return returned(
-        m_manager.enumerateInstances(m_request.nameSpace, className(), orNull(wanted), classOrigin()),
-        [](std::string& out, const CIMInstance& instance) {
-            xml::writeNamed(out, instance, KeyType::written);
-        });
+        m_manager.enumerateInstances(m_request.nameSpace, className(), orNull(wanted), classOrigin()));
 }
 
 OperationReply Call::enumerateInstanceNames() const {
-    return returned(
-        m_manager.enumerateInstanceNames(m_request.nameSpace, className()),
-        [](std::string& out, const CIMObjectPath& each) { xml::writeName(out, each, KeyType::written); });
+    return returned(m_manager.enumerateInstanceNames(m_request.nameSpace, className()));
 }
 
 OperationReply Call::getClass() const {
@@ -237,18 +282,12 @@ OperationReply Call::returned(std::string value) {
     return reply;
 }
 
-template <class Source, class Write>
-OperationReply Call::returned(Source next, Write write) {
+template <class Object>
+OperationReply Call::returned(std::unique_ptr<Source<Object>> objects) const {
     OperationReply reply;
     reply.body = "<IRETURNVALUE>";
-    reply.more = [next = std::move(next), write](std::string& body) {
-        const auto object = next();
-        if (object)
-            write(body, object);
-        else
-            body += "</IRETURNVALUE>";
-        return static_cast<bool>(object);
-    };
+    reply.more =
+        std::make_unique<Elements<Object>>(std::move(objects), "</IRETURNVALUE>" + Frame(m_request).after);
     return reply;
 }
 
@@ -280,22 +319,6 @@ void requireAnnounced(const XmlRequest& request, const Announcement& announced) 
         throw UnreadableRequest(400, "Bad request", "header-mismatch");
 }
 
-/** What stands around the outcome of an operation, up to it and behind it. */
-struct Frame {
-    explicit Frame(const XmlRequest& request)
-        : before(
-              R"(<?xml version="1.0" encoding="utf-8" ?><CIM CIMVERSION="2.0" DTDVERSION="2.0"><MESSAGE)") {
-        const std::string response = request.isExtrinsic ? "METHODRESPONSE" : "IMETHODRESPONSE";
-        appendAttribute(before, "ID", request.messageId);
-        before += R"( PROTOCOLVERSION="1.0"><SIMPLERSP><)" + response;
-        appendAttribute(before, "NAME", request.operation);
-        before += ">";
-        after = "</" + response + "></SIMPLERSP></MESSAGE></CIM>\r\n";
-    }
-    std::string before;
-    std::string after;
-};
-
 OperationReply failure(const std::exception& e) {
     OperationReply reply;
     reply.error = operationError(e);
@@ -307,23 +330,14 @@ OperationReply failure(const std::exception& e) {
     return reply;
 }
 
+/** Puts the frame around a reply; the rest of a long one brings its own end. */
 OperationReply framed(OperationReply reply, const XmlRequest& request) {
-    Frame frame(request);
+    const Frame frame(request);
     reply.title = request.operation + classNamed(request);
     reply.body.insert(0, frame.before);
     replaceForbidden(reply.body, 0);
-    if (!reply.more) {
+    if (!reply.more)
         reply.body += frame.after;
-        return reply;
-    }
-    reply.more = [more = std::move(reply.more), after = std::move(frame.after)](std::string& body) {
-        const std::size_t from = body.size();
-        const bool isMore = more(body);
-        replaceForbidden(body, from);
-        if (!isMore)
-            body += after;
-        return isMore;
-    };
     return reply;
 }
 

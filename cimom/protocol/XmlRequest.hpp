@@ -3,7 +3,7 @@
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMNULL.hpp"
 #include "OW_CIMObjectPath.hpp"
-#include "objects/ObjectManager.hpp"
+#include "schema/PropertyFilter.hpp"
 
 #include <optional>
 #include <string>

@@ -1,6 +1,6 @@
 #include "providers/Association.hpp"
 
-#include "objects/InstanceBuilder.hpp"
+#include "schema/InstanceBuilder.hpp"
 
 namespace cimom {
 
@@ -14,16 +14,17 @@ PropertyDeclaration reference(const AssociationEnd& end) {
 
 } // namespace
 
-Association::Association(const char* className, AssociationEnd first, AssociationEnd second,
-                         std::function<std::vector<References>()> references)
-    : m_declaration{className, {reference(first), reference(second)}}
-    , m_references(std::move(references)) {}
+ClassDeclaration associationClass(const char* name, const AssociationEnd& first,
+                                  const AssociationEnd& second) {
+    return {name, {reference(first), reference(second)}};
+}
 
-InstanceSource Association::instances() const {
-    return eachOf(m_references(), [this](const References& each) {
-        return InstanceBuilder(m_declaration)
-            .set(m_declaration.properties[0].name, CIMValue(each.first))
-            .set(m_declaration.properties[1].name, CIMValue(each.second))
+std::unique_ptr<InstanceSource> associations(const ClassDeclaration& association,
+                                             std::vector<References> pairs) {
+    return eachOf(std::move(pairs), [&association](const References& pair) {
+        return InstanceBuilder(association)
+            .set(association.properties[0].name, CIMValue(pair.first))
+            .set(association.properties[1].name, CIMValue(pair.second))
             .build();
     });
 }

@@ -1,9 +1,10 @@
 #ifndef CIMOM_PROVIDERS_ASSOCIATION_HPP_INCLUDED
 #define CIMOM_PROVIDERS_ASSOCIATION_HPP_INCLUDED
 #include "OW_CIMObjectPath.hpp"
-#include "objects/Provider.hpp"
+#include "schema/ClassDeclaration.hpp"
+#include "schema/InstanceSource.hpp"
 
-#include <functional>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -15,23 +16,20 @@ struct AssociationEnd {
     const char* referenceClass;
 };
 
-/** The values of the two references of an instance. */
+/** A class of two properties, which are references and keys. */
+ClassDeclaration associationClass(const char* name, const AssociationEnd& first,
+                                  const AssociationEnd& second);
+
+/** The values of the two references of an instance, in declared order. */
 using References = std::pair<OpenWBEM::CIMObjectPath, OpenWBEM::CIMObjectPath>;
 
-/** A class whose instances are pairs of references, both of them keys. */
-class Association : public Provider {
-public:
-    /** @param references all pairs, as they are at the moment of the call */
-    Association(const char* className, AssociationEnd first, AssociationEnd second,
-                std::function<std::vector<References>()> references);
-
-    const ClassDeclaration& declaration() const override { return m_declaration; }
-    InstanceSource instances() const override;
-
-private:
-    const ClassDeclaration m_declaration;
-    const std::function<std::vector<References>()> m_references;
-};
+/**
+ * The instances of an association.
+ *
+ * @param association declared by associationClass(); must outlive the source
+ */
+std::unique_ptr<InstanceSource> associations(const ClassDeclaration& association,
+                                             std::vector<References> pairs);
 
 } // namespace cimom
 #endif

@@ -1,10 +1,7 @@
-#include "OW_CIMDateTime.hpp"
-#include "OW_DateTime.hpp"
 #include "host/Disks.hpp"
 #include "host/FileSystems.hpp"
-#include "host/Residence.hpp"
-#include "objects/InstanceBuilder.hpp"
-#include "providers/Providers.hpp"
+#include "providers/Subjects.hpp"
+#include "schema/InstanceBuilder.hpp"
 
 #include <algorithm>
 #include <cstring>
@@ -16,7 +13,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-static_assert(sizeof(utmp) == 384, "the size of a record, which is the same in 32-bit and 64-bit programs");
+static_assert(sizeof(utmp) == 384, "a record has the same size in 32-bit and 64-bit programs");
 
 /** The line "btime" of /proc/stat, proc(5): seconds since the epoch. */
 std::optional<CIMDateTime> bootTime(const Host& host) {
@@ -34,11 +31,11 @@ std::optional<CIMDateTime> bootTime(const Host& host) {
 CIMDateTime now() {
     std::timespec moment{};
     ::clock_gettime(CLOCK_REALTIME, &moment);
-    return DateTime(moment.tv_sec, static_cast<UInt32>(moment.tv_nsec / 1000));
+    return localTime(moment);
 }
 
 /** Number of login sessions in utmp(5). */
-std::optional<UInt32> users(const Host& host) {
+std::optional<UInt32> numberOfUsers(const Host& host) {
     std::optional<std::string> file = host.readFile("/run/utmp");
     if (!file)
         file = host.readFile("/var/run/utmp");
@@ -54,8 +51,8 @@ std::optional<UInt32> users(const Host& host) {
     return sessions;
 }
 
-/** Number of the folders of /proc that are named by a process number. */
-std::optional<UInt32> processes(const Host& host) {
+/** Number of the directories of /proc whose names are process numbers. */
+std::optional<UInt32> numberOfProcesses(const Host& host) {
     const std::optional<std::vector<std::string>> names = host.listDirectory("/proc");
     if (!names)
         return std::nullopt;
@@ -63,58 +60,47 @@ std::optional<UInt32> processes(const Host& host) {
     return static_cast<UInt32>(std::count_if(names->begin(), names->end(), isProcess));
 }
 
-/** Index of the disk that the host boots from, see DeviceIndexes; RFC 2790, hrSystemInitialLoadDevice. */
+/** RFC 2790, hrSystemInitialLoadDevice: index of the disk that the host boots from, see DeviceIndexes. */
 std::optional<UInt32> bootDevice(const Host& host) {
     const std::vector<Disk> all = disks(host);
     for (const FileSystem& fileSystem : fileSystems(host)) {
-        const Disk* const disk = fileSystem.isBootable ? diskOf(fileSystem.mount, all, host) : nullptr;
+        const Disk* const disk = fileSystem.isBootable ? backingDisk(fileSystem.mount, all, host) : nullptr;
         if (disk)
             return disk->deviceIndex;
     }
     return std::nullopt;
 }
 
-/** One instance: the running system. */
-class OperatingSystem : public Provider {
-public:
-    explicit OperatingSystem(const Host& host)
-        : m_host(host) {}
+const ClassDeclaration operatingSystemClass{"QAV_OperatingSystem",
+                                            {{"CreationClassName", CIMDataType::STRING, Role::key},
+                                             {"Name", CIMDataType::STRING, Role::key},
+                                             {"LastBootUpTime", CIMDataType::DATETIME},
+                                             {"LocalDateTime", CIMDataType::DATETIME},
+                                             {"_INIT_LOAD_DEVICE", CIMDataType::UINT32},
+                                             {"_INIT_LOAD_PARAMETERS", CIMDataType::STRING},
+                                             {"NumberOfUsers", CIMDataType::UINT32},
+                                             {"NumberOfProcesses", CIMDataType::UINT32},
+                                             {"MaxNumberOfProcesses", CIMDataType::UINT32}}};
 
-    const ClassDeclaration& declaration() const override { return m_declaration; }
-
-    InstanceSource instances() const override {
-        InstanceBuilder instance(m_declaration);
-        instance.set("CreationClassName", CIMValue(m_declaration.name))
-            .set("Name", m_host.name())
-            .set("LastBootUpTime", bootTime(m_host))
-            .set("LocalDateTime", CIMValue(now()))
-            .set("_INIT_LOAD_DEVICE", bootDevice(m_host))
-            // RFC 2790, hrSystemInitialLoadParameters: of the kernel, proc(5).
-            .set("_INIT_LOAD_PARAMETERS", m_host.readLine("/proc/cmdline"))
-            .set("NumberOfUsers", users(m_host))
-            .set("NumberOfProcesses", processes(m_host))
-            .set("MaxNumberOfProcesses", m_host.readNumber<UInt32>("/proc/sys/kernel/pid_max"));
-        return only(instance.build());
-    }
-
-private:
-    const ClassDeclaration m_declaration{"QAV_OperatingSystem",
-                                         {{"CreationClassName", CIMDataType::STRING, Role::key},
-                                          {"Name", CIMDataType::STRING, Role::key},
-                                          {"LastBootUpTime", CIMDataType::DATETIME},
-                                          {"LocalDateTime", CIMDataType::DATETIME},
-                                          {"_INIT_LOAD_DEVICE", CIMDataType::UINT32},
-                                          {"_INIT_LOAD_PARAMETERS", CIMDataType::STRING},
-                                          {"NumberOfUsers", CIMDataType::UINT32},
-                                          {"NumberOfProcesses", CIMDataType::UINT32},
-                                          {"MaxNumberOfProcesses", CIMDataType::UINT32}}};
-    const Host& m_host;
-};
+CIMInstance operatingSystem(const Host& host) {
+    return InstanceBuilder(operatingSystemClass)
+        .set("CreationClassName", CIMValue(operatingSystemClass.name))
+        .set("Name", host.name())
+        .set("LastBootUpTime", bootTime(host))
+        .set("LocalDateTime", CIMValue(now()))
+        .set("_INIT_LOAD_DEVICE", bootDevice(host))
+        // RFC 2790, hrSystemInitialLoadParameters: the command line of the kernel, proc(5).
+        .set("_INIT_LOAD_PARAMETERS", host.readLine("/proc/cmdline"))
+        .set("NumberOfUsers", numberOfUsers(host))
+        .set("NumberOfProcesses", numberOfProcesses(host))
+        .set("MaxNumberOfProcesses", host.readNumber<UInt32>("/proc/sys/kernel/pid_max"))
+        .build();
+}
 
 } // namespace
 
-std::unique_ptr<Provider> makeOperatingSystem(const Host& host) {
-    return std::make_unique<OperatingSystem>(host);
+std::vector<Provider> operatingSystemProviders(const Host& host) {
+    return {{&operatingSystemClass, [&host] { return only(operatingSystem(host)); }}};
 }
 
 } // namespace cimom

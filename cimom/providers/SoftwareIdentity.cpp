@@ -1,14 +1,18 @@
-#include "OW_CIMDateTime.hpp"
-#include "OW_DateTime.hpp"
 #include "host/SoftwareInventory.hpp"
-#include "objects/InstanceBuilder.hpp"
-#include "providers/Providers.hpp"
+#include "providers/Subjects.hpp"
+#include "schema/InstanceBuilder.hpp"
 
 namespace cimom {
 
 using namespace OpenWBEM;
 
 namespace {
+
+const ClassDeclaration softwareClass{"QAV_SoftwareIdentity",
+                                     {{"InstanceID", CIMDataType::STRING, Role::key},
+                                      {"Name", CIMDataType::STRING},
+                                      {"Classifications", CIMDataType::UINT16, Role::state, true},
+                                      {"InstalledDate", CIMDataType::DATETIME}}};
 
 /** CIM_SoftwareIdentity.Classifications: one value. */
 std::optional<UInt16Array> classifications(SoftwareKind kind) {
@@ -25,47 +29,38 @@ std::optional<UInt16Array> classifications(SoftwareKind kind) {
     return std::nullopt;
 }
 
-/** An instance for each installed package. */
-class SoftwareIdentity : public Provider {
+CIMInstance packageInstance(const SoftwarePackage& package) {
+    InstanceBuilder instance(softwareClass);
+    // RFC 2790, hrSWInstalledName: name and version.
+    instance.set("InstanceID", CIMValue(package.id.c_str()))
+        .set("Name", CIMValue((package.name + "-" + package.version).c_str()))
+        .set("Classifications", classifications(package.kind));
+    if (package.installed)
+        instance.set("InstalledDate", CIMValue(localTime(*package.installed)));
+    return instance.build();
+}
+
+/** An instance for each installed package. Shares the list with the inventory: it may have thousands of them.
+ */
+class Packages : public InstanceSource {
 public:
-    SoftwareIdentity(const Host& host, boost::asio::io_context& io)
-        : m_inventory(host, io) {}
+    explicit Packages(std::shared_ptr<const SoftwareInventory::Packages> packages)
+        : m_packages(std::move(packages)) {}
 
-    const ClassDeclaration& declaration() const override { return m_declaration; }
-
-    InstanceSource instances() const override {
-        return [this, packages = m_inventory.packages(), next = std::size_t{0}]() mutable {
-            return next < packages->size() ? instance((*packages)[next++]) : CIMInstance(CIMNULL);
-        };
+    CIMInstance next() override {
+        return m_next < m_packages->size() ? packageInstance((*m_packages)[m_next++]) : CIMInstance(CIMNULL);
     }
 
 private:
-    CIMInstance instance(const SoftwarePackage& package) const {
-        InstanceBuilder instance(m_declaration);
-        // RFC 2790, hrSWInstalledName: what it is, and its version.
-        instance.set("InstanceID", CIMValue(package.id.c_str()))
-            .set("Name", CIMValue((package.name + "-" + package.version).c_str()))
-            .set("Classifications", classifications(package.kind));
-        if (package.installed) {
-            const auto microseconds = static_cast<UInt32>(package.installed->tv_nsec / 1000);
-            instance.set("InstalledDate",
-                         CIMValue(CIMDateTime(DateTime(package.installed->tv_sec, microseconds))));
-        }
-        return instance.build();
-    }
-
-    const ClassDeclaration m_declaration{"QAV_SoftwareIdentity",
-                                         {{"InstanceID", CIMDataType::STRING, Role::key},
-                                          {"Name", CIMDataType::STRING},
-                                          {"Classifications", CIMDataType::UINT16, Role::state, true},
-                                          {"InstalledDate", CIMDataType::DATETIME}}};
-    mutable SoftwareInventory m_inventory; // which remembers what it has read
+    const std::shared_ptr<const SoftwareInventory::Packages> m_packages;
+    std::size_t m_next = 0;
 };
 
 } // namespace
 
-std::unique_ptr<Provider> makeSoftwareIdentity(const Host& host, boost::asio::io_context& io) {
-    return std::make_unique<SoftwareIdentity>(host, io);
+std::vector<Provider> softwareProviders(const Host& host, boost::asio::io_context& io) {
+    const auto inventory = std::make_shared<SoftwareInventory>(host, io);
+    return {{&softwareClass, [inventory] { return std::make_unique<Packages>(inventory->packages()); }}};
 }
 
 } // namespace cimom

@@ -1,7 +1,6 @@
-#include "OW_CIMDateTime.hpp"
-#include "OW_DateTime.hpp"
-#include "objects/InstanceBuilder.hpp"
-#include "providers/Providers.hpp"
+#include "providers/Subjects.hpp"
+#include "schema/InstanceBuilder.hpp"
+#include "util/Ascii.hpp"
 
 #include <tuple>
 
@@ -11,7 +10,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-/** RFC 3418, sysServices: 2^(layer - 1) for each layer that the host serves. */
+/** RFC 3418, sysServices: 2^(layer - 1) for each layer of which the host offers services. */
 UInt32 services(const Host& host) {
     const UInt32 internet = 4;
     const UInt32 endToEnd = 8;
@@ -20,7 +19,7 @@ UInt32 services(const Host& host) {
     return endToEnd + applications + (forwards ? internet : 0);
 }
 
-/** "Linux <host name> <release> <version>", as uname(1) has it; absent unless the host tells all of it. */
+/** "Linux <host name> <release> <version>", like uname(1). Absent if a part is missing. */
 std::optional<std::string> description(const Host& host) {
     std::string text;
     for (const char* const part : {"ostype", "hostname", "osrelease", "version"}) {
@@ -32,7 +31,7 @@ std::optional<std::string> description(const Host& host) {
     return text;
 }
 
-/** A value of os-release(5) without its quotes and backslashes, which are those of a shell. */
+/** A value of os-release(5) without quotes and backslashes, which follow the rules of a shell. */
 std::string unquoted(std::string_view value) {
     std::string result;
     char quote = '\0';
@@ -50,7 +49,7 @@ std::string unquoted(std::string_view value) {
     return result;
 }
 
-/** PRETTY_NAME of os-release(5). As in a shell, the last assignment counts. */
+/** PRETTY_NAME of os-release(5). As in a shell, the last assignment is valid. */
 std::optional<std::string> version(const Host& host) {
     std::optional<std::string> file = host.readFile("/etc/os-release");
     if (!file)
@@ -61,7 +60,7 @@ std::optional<std::string> version(const Host& host) {
     std::optional<std::string> found;
     for (const std::string_view line : lines(*file)) {
         if (line.substr(0, wanted.size()) == wanted)
-            found = unquoted(trimmed(line.substr(wanted.size())));
+            found = unquoted(ascii::trim(line.substr(wanted.size())));
     }
     return found;
 }
@@ -78,51 +77,38 @@ std::optional<CIMDateTime> lastChange(const Host& host) {
         if (time && (!latest || isEarlier(*latest, *time)))
             latest = time;
     }
-    if (!latest)
-        return std::nullopt;
-    return CIMDateTime(DateTime(latest->tv_sec, static_cast<UInt32>(latest->tv_nsec / 1000)));
+    return latest ? std::optional<CIMDateTime>(localTime(*latest)) : std::nullopt;
 }
 
-/** One instance: the host as a system. */
-class System : public Provider {
-public:
-    explicit System(const Host& host)
-        : m_host(host) {}
+// No file of a Linux host holds an SNMP object identifier.
+const ClassDeclaration systemClass{"QAV_System",
+                                   {{"Name", CIMDataType::STRING, Role::key},
+                                    {"CreationClassName", CIMDataType::STRING, Role::key},
+                                    {"SystemName", CIMDataType::STRING},
+                                    {"PrimaryOwnerContact", CIMDataType::STRING, Role::site},
+                                    {"InstalledLocation", CIMDataType::STRING, Role::site},
+                                    {"SysServices", CIMDataType::UINT32},
+                                    {"SNMPObjectID", CIMDataType::STRING},
+                                    {"Description", CIMDataType::STRING},
+                                    {"SystemVersion", CIMDataType::STRING},
+                                    {"LastChangeTime", CIMDataType::DATETIME}}};
 
-    const ClassDeclaration& declaration() const override { return m_declaration; }
-
-    InstanceSource instances() const override {
-        InstanceBuilder instance(m_declaration);
-        instance.set("Name", m_host.name())
-            .set("CreationClassName", CIMValue(m_declaration.name))
-            .set("SystemName", m_host.name())
-            .set("SysServices", CIMValue(services(m_host)))
-            .set("Description", description(m_host))
-            .set("SystemVersion", version(m_host))
-            .set("LastChangeTime", lastChange(m_host));
-        return only(instance.build());
-    }
-
-private:
-    // No file of a Linux host tells the SNMP object identifier.
-    const ClassDeclaration m_declaration{"QAV_System",
-                                         {{"Name", CIMDataType::STRING, Role::key},
-                                          {"CreationClassName", CIMDataType::STRING, Role::key},
-                                          {"SystemName", CIMDataType::STRING},
-                                          {"PrimaryOwnerContact", CIMDataType::STRING, Role::site},
-                                          {"InstalledLocation", CIMDataType::STRING, Role::site},
-                                          {"SysServices", CIMDataType::UINT32},
-                                          {"SNMPObjectID", CIMDataType::STRING},
-                                          {"Description", CIMDataType::STRING},
-                                          {"SystemVersion", CIMDataType::STRING},
-                                          {"LastChangeTime", CIMDataType::DATETIME}}};
-    const Host& m_host;
-};
+CIMInstance systemInstance(const Host& host) {
+    return InstanceBuilder(systemClass)
+        .set("Name", host.name())
+        .set("CreationClassName", CIMValue(systemClass.name))
+        .set("SystemName", host.name())
+        .set("SysServices", CIMValue(services(host)))
+        .set("Description", description(host))
+        .set("SystemVersion", version(host))
+        .set("LastChangeTime", lastChange(host))
+        .build();
+}
 
 } // namespace
 
-std::unique_ptr<Provider> makeSystem(const Host& host) {
-    return std::make_unique<System>(host);
+std::vector<Provider> systemProviders(const Host& host) {
+    return {{&systemClass, [&host] { return only(systemInstance(host)); }}};
 }
 
 } // namespace cimom

@@ -1,7 +1,7 @@
 #include "site/SiteInstances.hpp"
 
 #include "OW_CIMException.hpp"
-#include "objects/Naming.hpp"
+#include "schema/Namespace.hpp"
 #include "site/JsonValues.hpp"
 #include "system/RegularFile.hpp"
 #include "json/Document.hpp"
@@ -21,14 +21,16 @@ namespace cimom {
 using namespace OpenWBEM;
 using json::Value;
 
-/** Instances by number, and their numbers by their keys: the paths themselves would take as much again. */
+/**
+ * Instances by number, and their numbers by a hash of the path. Paths as map keys would double the memory.
+ */
 class SiteInstances::OfClass {
 public:
     CIMInstance at(std::size_t number) const {
         return number < m_instances.size() ? m_instances[number] : CIMInstance(CIMNULL);
     }
 
-    /** The number of the instance with the keys of a path in its one spelling. */
+    /** The number of the instance with a path in canonical form. */
     std::optional<std::size_t> find(const CIMObjectPath& path) const {
         const auto [begin, end] = m_numbers.equal_range(hash(path));
         for (auto candidate = begin; candidate != end; ++candidate) {
@@ -38,7 +40,7 @@ public:
         return std::nullopt;
     }
 
-    /** Appends an instance whose keys no other has. */
+    /** Appends an instance. No other one has its keys. */
     void add(const CIMInstance& instance) {
         m_numbers.emplace(hash(pathOf(instance)), m_instances.size());
         m_instances.push_back(instance);
@@ -55,14 +57,29 @@ private:
 
 namespace {
 
-/** Makes the instances of one class, which share their declarations and their null properties. */
+/** Hands out the instances of a class. */
+class FromFiles : public InstanceSource {
+public:
+    /** @param instances null for none */
+    explicit FromFiles(std::shared_ptr<const SiteInstances::OfClass> instances)
+        : m_instances(std::move(instances)) {}
+
+    CIMInstance next() override { return m_instances ? m_instances->at(m_next++) : CIMInstance(CIMNULL); }
+
+private:
+    std::shared_ptr<const SiteInstances::OfClass> m_instances;
+    std::size_t m_next = 0;
+};
+
+/** Makes the instances of one class. They share the declarations of their properties and the null properties.
+ */
 class Maker {
 public:
     Maker(const ClassDeclaration& declaration, const ServedClasses& classes)
         : m_declaration(declaration)
         , m_classes(classes) {
         for (const PropertyDeclaration& declared : declaration.properties) {
-            m_positions[declared.name] = m_nulls.size();
+            m_indexes[declared.name] = m_nulls.size();
             m_nulls.push_back(CIMProperty(CIMName(declared.name), declared.dataType()));
         }
     }
@@ -71,12 +88,12 @@ public:
         CIMPropertyArray properties = m_nulls;
         std::set<std::size_t> given;
         for (const auto& [name, value] : object.members) {
-            const std::size_t position = positionOf(name, value);
-            if (!given.insert(position).second)
-                throw json::Error(value.line, "\"" + name + "\" comes twice, in another case");
-            const CIMValue converted = valueAt(position, value);
+            const std::size_t index = indexOf(name, value);
+            if (!given.insert(index).second)
+                throw json::Error(value.line, "duplicate name \"" + name + "\" (in another case)");
+            const CIMValue converted = valueAt(index, value);
             if (converted)
-                properties[position].setValue(converted);
+                properties[index].setValue(converted);
         }
         CIMInstance instance(m_declaration.name);
         instance.setKeys(keysOf(properties, object));
@@ -85,16 +102,16 @@ public:
     }
 
 private:
-    std::size_t positionOf(const std::string& name, const Value& value) const {
-        const auto found = m_positions.find(name.c_str());
-        if (found == m_positions.end() || name.find('\0') != std::string::npos)
+    std::size_t indexOf(const std::string& name, const Value& value) const {
+        const auto found = m_indexes.find(name.c_str());
+        if (found == m_indexes.end() || name.find('\0') != std::string::npos)
             throw json::Error(value.line,
                               std::string(m_declaration.name) + " has no property \"" + name + "\"");
         return found->second;
     }
 
-    CIMValue valueAt(std::size_t position, const Value& value) const {
-        const PropertyDeclaration& declared = m_declaration.properties[position];
+    CIMValue valueAt(std::size_t index, const Value& value) const {
+        const PropertyDeclaration& declared = m_declaration.properties[index];
         try {
             return valueOf(value, declared, m_classes);
         } catch (const json::Error& e) {
@@ -117,11 +134,11 @@ private:
 
     const ClassDeclaration& m_declaration;
     const ServedClasses& m_classes;
-    CIMPropertyArray m_nulls;                   // in the order of the declaration
-    std::map<CIMName, std::size_t> m_positions; // by name
+    CIMPropertyArray m_nulls;                 // in the order of the declaration
+    std::map<CIMName, std::size_t> m_indexes; // by name
 };
 
-/** Reads files into classes. */
+/** Reads the instances of all files. */
 class Reader {
 public:
     explicit Reader(const ServedClasses& classes)
@@ -145,87 +162,86 @@ public:
 
     std::map<std::string, std::shared_ptr<const SiteInstances::OfClass>> all() const {
         std::map<std::string, std::shared_ptr<const SiteInstances::OfClass>> result;
-        for (const auto& [name, filled] : m_filled)
-            result[name] = filled.instances;
+        for (const auto& [name, read] : m_byClass)
+            result[name] = read.instances;
         return result;
     }
 
 private:
-    /** Where an instance was read. */
-    struct Place {
-        std::size_t file;
+    /** The origin of an instance. */
+    struct Position {
+        std::size_t file; // index in m_files
         unsigned line;
     };
-    /** A class while it is filled. */
-    struct Filled {
+    /** The instances of a class that have been read so far. */
+    struct ReadClass {
         std::shared_ptr<SiteInstances::OfClass> instances = std::make_shared<SiteInstances::OfClass>();
-        std::vector<Place> places; // by number
+        std::vector<Position> positions; // by number of the instance
     };
 
     void readClass(const std::string& name, const Value& instances) {
         const ClassDeclaration* const declaration = m_classes.find(name.c_str());
         if (!declaration || name.find('\0') != std::string::npos)
-            throw json::Error(instances.line, "there is no class \"" + name + "\"");
+            throw json::Error(instances.line, "unknown class \"" + name + "\"");
         if (instances.kind != Value::Kind::array)
             throw json::Error(instances.line, name + ": expected an array of instances");
         const Maker maker(*declaration, m_classes);
-        Filled& filled = m_filled[declaration->name];
+        ReadClass& all = m_byClass[declaration->name];
         for (const Value& object : instances.elements) {
             if (object.kind != Value::Kind::object)
                 throw json::Error(object.line, name + ": expected an object of properties");
-            add(maker.make(object), object.line, filled);
+            add(maker.make(object), object.line, all);
         }
     }
 
-    void add(const CIMInstance& instance, unsigned line, Filled& filled) const {
-        if (const std::optional<std::size_t> first = filled.instances->find(pathOf(instance))) {
-            const Place& place = filled.places[*first];
-            throw json::Error(line, "an instance with the same keys is in " + m_files[place.file] + ":" +
-                                        std::to_string(place.line));
+    void add(const CIMInstance& instance, unsigned line, ReadClass& all) const {
+        if (const std::optional<std::size_t> first = all.instances->find(pathOf(instance))) {
+            const Position& position = all.positions[*first];
+            throw json::Error(line, "duplicate instance, first one at " + m_files[position.file] + ":" +
+                                        std::to_string(position.line));
         }
-        filled.instances->add(instance);
-        filled.places.push_back({m_files.size() - 1, line});
+        all.instances->add(instance);
+        all.positions.push_back({m_files.size() - 1, line});
     }
 
     const ServedClasses& m_classes;
     std::vector<std::string> m_files; // the last is the one being read
-    std::map<std::string, Filled> m_filled;
+    std::map<std::string, ReadClass> m_byClass;
 };
 
-/** Paths of the files of a folder, in their order. */
-std::set<std::string> filesOf(const std::string& folder) {
+/** The paths of the files to read. */
+std::set<std::string> filesIn(const std::string& directory) {
     namespace fs = std::filesystem;
     std::set<std::string> paths;
     std::error_code error;
-    fs::directory_iterator entry(folder, error);
+    fs::directory_iterator entry(directory, error);
     for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
         const fs::path& path = entry->path();
-        std::error_code ignored; // reading it will tell
+        std::error_code ignored; // reading the file reports it
         const bool isHidden = path.filename().string().front() == '.';
         if (path.extension() == ".json" && !isHidden && !entry->is_directory(ignored))
             paths.insert(path.string());
     }
     if (error)
-        throw std::system_error(error, folder);
+        throw std::system_error(error, directory);
     return paths;
 }
 
 } // namespace
 
-SiteInstances::SiteInstances(const std::string& folder, const std::vector<const ClassDeclaration*>& classes)
+SiteInstances::SiteInstances(const std::string& directory,
+                             const std::vector<const ClassDeclaration*>& classes)
     : m_classes(classes) {
     Reader reader(m_classes);
-    for (const std::string& path : filesOf(folder))
+    for (const std::string& path : filesIn(directory))
         reader.read(path);
     m_byClass = reader.all();
-    ::malloc_trim(0); // a document takes more memory than its instances
+    ::malloc_trim(0); // documents take more memory than their instances
 }
 
-InstanceSource SiteInstances::instances(const ClassDeclaration& declaration) const {
+std::unique_ptr<InstanceSource> SiteInstances::instances(const ClassDeclaration& declaration) const {
     const auto found = m_byClass.find(declaration.name);
-    if (found == m_byClass.end())
-        return [] { return CIMInstance(CIMNULL); };
-    return [all = found->second, next = std::size_t{0}]() mutable { return all->at(next++); };
+    return std::make_unique<FromFiles>(found == m_byClass.end() ? nullptr : found->second);
 }
 
 CIMInstance SiteInstances::find(const CIMObjectPath& path) const {
@@ -236,7 +252,7 @@ CIMInstance SiteInstances::find(const CIMObjectPath& path) const {
     try {
         const std::optional<std::size_t> number = found->second->find(m_classes.canonical(path));
         return number ? found->second->at(*number) : CIMInstance(CIMNULL);
-    } catch (const CIMException&) { // what the files cannot have named either
+    } catch (const CIMException&) { // a path that no file can hold
         return CIMInstance(CIMNULL);
     }
 }

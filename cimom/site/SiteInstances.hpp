@@ -1,9 +1,9 @@
 #ifndef CIMOM_SITE_SITE_INSTANCES_HPP_INCLUDED
 #define CIMOM_SITE_SITE_INSTANCES_HPP_INCLUDED
 #include "OW_CIMObjectPath.hpp"
-#include "objects/InstanceSource.hpp"
-#include "objects/Provider.hpp"
-#include "objects/ServedClasses.hpp"
+#include "schema/ClassDeclaration.hpp"
+#include "schema/InstanceSource.hpp"
+#include "schema/ServedClasses.hpp"
 
 #include <map>
 #include <memory>
@@ -13,43 +13,40 @@
 namespace cimom {
 
 /**
- * The instances that a site declares in files, for what the host cannot tell. The files are the *.json of a
- * folder, in the order of the bytes of their names; those that begin with a dot, other files and folders
- * are left alone. Each holds an object of classes, whose values are arrays of instances, which are objects
- * of properties:
+ * The instances that a site declares in the files *.json of a directory, for data that the host does not
+ * have. The files are read in the byte order of their names. Hidden files, other files and subdirectories are
+ * ignored. A file holds an object whose members are classes; a class is an array of instances; an instance is
+ * an object of properties:
  *
  *     { "QAV_System": [ { "Name": "node-1", "CreationClassName": "QAV_System", "SysServices": 72 } ] }
  *
- * Names of classes and properties may be in any case of their letters; for values see valueOf(). A property
- * that is left out is null. Every key has a value, and no two instances of a class have the same keys.
+ * The case of class and property names does not matter; for values see valueOf(). An omitted property is
+ * null. Every key needs a value, and no two instances of a class have the same keys.
  */
 class SiteInstances {
 public:
-    /** None. */
+    /** No instances. */
     SiteInstances() = default;
     /**
-     * Reads a folder.
+     * Reads a directory.
      *
-     * @param classes those that may have instances; must outlive this object
+     * @param classes the classes that may have instances; must outlive this object
      *
-     * Throws std::runtime_error that says `<path>:<line>: <why>` for a file that does not hold that, and
-     * `<path>: <why>` when the folder or a file cannot be read.
+     * Throws std::runtime_error: `<path>:<line>: <why>` for an invalid file, `<path>: <why>` if the directory
+     * or a file cannot be read.
      */
-    SiteInstances(const std::string& folder, const std::vector<const ClassDeclaration*>& classes);
+    SiteInstances(const std::string& directory, const std::vector<const ClassDeclaration*>& classes);
 
     /**
-     * The instances of a class, in their order, each with every declared property. The source may outlive
-     * this object.
+     * The instances of a class in the order of the files, each with every declared property. The source may
+     * outlive this object.
      */
-    InstanceSource instances(const ClassDeclaration& declaration) const;
+    std::unique_ptr<InstanceSource> instances(const ClassDeclaration& declaration) const;
 
-    /**
-     * The instance that a path leads to, however the path is spelled: case of names, order of keys,
-     * namespace, numbers or references as text. Null when there is none.
-     */
+    /** The instance of a path, which need not be in canonical form. Null if there is none. */
     OpenWBEM::CIMInstance find(const OpenWBEM::CIMObjectPath& path) const;
 
-    /** Those of one class; shared with the sources that hand them out. */
+    /** The instances of one class; shared with the sources that hand them out. */
     class OfClass;
 
 private:

@@ -4,7 +4,7 @@
 
 /** A reply whose body is whole. */
 inline cimom::OperationReply completed(cimom::OperationReply reply) {
-    while (reply.more && reply.more(reply.body)) {
+    while (reply.more && reply.more->appendNext(reply.body)) {
     }
     reply.more = nullptr;
     return reply;

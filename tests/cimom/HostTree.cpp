@@ -2,12 +2,15 @@
 
 #include "Collected.hpp"
 #include "OW_CIMProperty.hpp"
+#include "providers/Providers.hpp"
 #include "system/ChildAnswer.hpp"
 
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <stdexcept>
+#include <string>
 #include <sys/stat.h>
 
 using namespace OpenWBEM;
@@ -33,16 +36,24 @@ TimeZone::~TimeZone() {
     ::tzset();
 }
 
+cimom::Provider providerOf(const char* className, const cimom::Host& host) {
+    for (cimom::Provider& provider : cimom::makeProviders(host, loop())) {
+        if (provider.declaration->name == std::string(className))
+            return provider;
+    }
+    throw std::logic_error(std::string("no provider of ") + className);
+}
+
 std::vector<CIMInstance> allInstances(const cimom::Provider& provider) {
     try {
-        return collected(provider.instances());
+        return collected(*provider.instances());
     } catch (const cimom::AnswerPending& answer) {
         bool hasAnswered = false;
         answer.wait([&hasAnswered] { hasAnswered = true; });
         loop().restart();
         loop().run();
         EXPECT_TRUE(hasAnswered);
-        return collected(provider.instances());
+        return collected(*provider.instances());
     }
 }
 

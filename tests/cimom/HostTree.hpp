@@ -1,7 +1,7 @@
 #ifndef TESTS_CIMOM_HOST_TREE_HPP
 #define TESTS_CIMOM_HOST_TREE_HPP
 #include "host/Host.hpp"
-#include "objects/Provider.hpp"
+#include "providers/Provider.hpp"
 #include "support/TempDir.hpp"
 
 #include <boost/asio/io_context.hpp>
@@ -39,6 +39,9 @@ public:
 
 /** The loop in which programs of the invented hosts are asked. */
 boost::asio::io_context& loop();
+
+/** The provider of a class. */
+cimom::Provider providerOf(const char* className, const cimom::Host& host);
 
 /** All instances of a class; waits for the answer of a program. */
 std::vector<OpenWBEM::CIMInstance> allInstances(const cimom::Provider& provider);

@@ -1,77 +1,65 @@
 #ifndef TESTS_CIMOM_LAMP_PROVIDER_HPP
 #define TESTS_CIMOM_LAMP_PROVIDER_HPP
-#include "objects/InstanceBuilder.hpp"
 #include "objects/ObjectManager.hpp"
+#include "schema/InstanceBuilder.hpp"
 
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
-/** A class that no host has: one instance for each colour. */
-class LampProvider : public cimom::Provider {
-public:
-    explicit LampProvider(std::vector<std::string> colours)
-        : m_colours(std::move(colours)) {}
+/** A class that no host has. */
+inline const cimom::ClassDeclaration lampClass{"QAV_Lamp",
+                                               {{"Colour", OpenWBEM::CIMDataType::STRING, cimom::Role::key},
+                                                {"Watts", OpenWBEM::CIMDataType::UINT16},
+                                                {"LitSince", OpenWBEM::CIMDataType::DATETIME},
+                                                {"Room", OpenWBEM::CIMDataType::STRING, cimom::Role::site},
+                                                {"Owner", OpenWBEM::CIMDataType::STRING, cimom::Role::site}}};
 
-    const cimom::ClassDeclaration& declaration() const override { return m_declaration; }
-    cimom::InstanceSource instances() const override {
-        return cimom::eachOf(m_colours, [this](const std::string& colour) {
-            return cimom::InstanceBuilder(m_declaration)
-                .set("Colour", std::optional<std::string>(colour))
-                .set("Watts", OpenWBEM::CIMValue(OpenWBEM::UInt16{60}))
-                .build();
-        });
-    }
+inline OpenWBEM::CIMInstance lampInstance(const std::string& colour) {
+    return cimom::InstanceBuilder(lampClass)
+        .set("Colour", std::optional<std::string>(colour))
+        .set("Watts", OpenWBEM::CIMValue(OpenWBEM::UInt16{60}))
+        .build();
+}
 
-private:
-    using Type = OpenWBEM::CIMDataType;
-
-    cimom::ClassDeclaration m_declaration{"QAV_Lamp",
-                                          {{"Colour", Type::STRING, cimom::Role::key},
-                                           {"Watts", Type::UINT16},
-                                           {"LitSince", Type::DATETIME},
-                                           {"Room", Type::STRING, cimom::Role::site},
-                                           {"Owner", Type::STRING, cimom::Role::site}}};
-    std::vector<std::string> m_colours;
-};
+/** One lamp for each colour. */
+inline cimom::Provider lampProvider(const std::vector<std::string>& colours) {
+    return {&lampClass, [colours] { return cimom::eachOf(colours, lampInstance); }};
+}
 
 /** A class of one instance with two keys, of which one is a number. */
-class SocketProvider : public cimom::Provider {
-public:
-    const cimom::ClassDeclaration& declaration() const override { return m_declaration; }
-    cimom::InstanceSource instances() const override {
-        return cimom::only(cimom::InstanceBuilder(m_declaration)
-                               .set("Wall", OpenWBEM::CIMValue("north"))
-                               .set("Number", OpenWBEM::CIMValue(OpenWBEM::UInt32{7}))
-                               .build());
-    }
+inline const cimom::ClassDeclaration socketClass{
+    "QAV_Socket",
+    {{"Wall", OpenWBEM::CIMDataType::STRING, cimom::Role::key},
+     {"Number", OpenWBEM::CIMDataType::UINT32, cimom::Role::key},
+     {"Label", OpenWBEM::CIMDataType::STRING, cimom::Role::site}}};
 
-private:
-    cimom::ClassDeclaration m_declaration{"QAV_Socket",
-                                          {{"Wall", OpenWBEM::CIMDataType::STRING, cimom::Role::key},
-                                           {"Number", OpenWBEM::CIMDataType::UINT32, cimom::Role::key},
-                                           {"Label", OpenWBEM::CIMDataType::STRING, cimom::Role::site}}};
-};
+inline cimom::Provider socketProvider() {
+    return {&socketClass, [] {
+                return cimom::only(cimom::InstanceBuilder(socketClass)
+                                       .set("Wall", OpenWBEM::CIMValue("north"))
+                                       .set("Number", OpenWBEM::CIMValue(OpenWBEM::UInt32{7}))
+                                       .build());
+            }};
+}
 
-/** A class whose instances cannot be had. */
-class BrokenProvider : public cimom::Provider {
-public:
-    const cimom::ClassDeclaration& declaration() const override { return m_declaration; }
-    cimom::InstanceSource instances() const override { throw std::runtime_error("the lamp is broken"); }
+/** A class whose provider fails. */
+inline const cimom::ClassDeclaration brokenClass{"QAV_Broken", {}};
 
-private:
-    cimom::ClassDeclaration m_declaration{"QAV_Broken", {}};
-};
+inline cimom::Provider brokenProvider() {
+    return {&brokenClass, []() -> std::unique_ptr<cimom::InstanceSource> {
+                throw std::runtime_error("the lamp is broken");
+            }};
+}
 
 /** An object manager with the classes above. */
-inline cimom::ObjectManager lampManager(std::vector<std::string> colours,
+inline cimom::ObjectManager lampManager(const std::vector<std::string>& colours,
                                         cimom::SiteValues siteValues = cimom::SiteValues()) {
-    std::vector<std::unique_ptr<cimom::Provider>> providers;
-    providers.push_back(std::make_unique<BrokenProvider>());
-    providers.push_back(std::make_unique<LampProvider>(std::move(colours)));
-    providers.push_back(std::make_unique<SocketProvider>());
-    return cimom::ObjectManager(std::move(providers), std::move(siteValues));
+    return cimom::ObjectManager({brokenProvider(), lampProvider(colours), socketProvider()},
+                                std::move(siteValues));
 }
 
 #endif

@@ -1,9 +1,9 @@
 #include "RecordedSchema.hpp"
 
 #include "Understood.hpp"
-#include "objects/InstanceBuilder.hpp"
-#include "objects/Naming.hpp"
 #include "openwbem/Record.hpp"
+#include "schema/InstanceBuilder.hpp"
+#include "schema/Namespace.hpp"
 
 #include <algorithm>
 #include <memory>
@@ -17,40 +17,27 @@ namespace {
 using Type = OpenWBEM::CIMDataType;
 using Instances = std::vector<CIMInstance>;
 
-/** Serves instances that are there from the beginning. */
-class RecordedProvider : public Provider {
-public:
-    RecordedProvider(ClassDeclaration declaration, const Instances& instances)
-        : m_declaration(std::move(declaration)) {
-        for (const CIMInstance& instance : instances)
-            m_instances.push_back(declared(instance));
-    }
+/** A class and its recorded instances. */
+struct RecordedClass {
+    ClassDeclaration declaration;
+    Instances instances;
 
-    const ClassDeclaration& declaration() const override { return m_declaration; }
-    InstanceSource instances() const override {
-        return eachOf(m_instances, [](const CIMInstance& instance) { return instance; });
-    }
-
-    /** Puts an instance in the place of the one with the same keys. */
-    void replace(const CIMInstance& newer) {
-        const CIMInstance instance = declared(newer);
-        for (CIMInstance& each : m_instances) {
-            if (pathOf(each) == pathOf(instance))
-                each = instance;
-        }
-    }
-
-private:
-    /** A recorded instance as the class declares its instances. */
+    /** A recorded instance in the form of the declaration. */
     CIMInstance declared(const CIMInstance& recorded) const {
-        InstanceBuilder builder(m_declaration);
+        InstanceBuilder builder(declaration);
         for (const OpenWBEM::CIMProperty& property : recorded.getProperties())
             builder.set(property.getName().c_str(), property.getValue());
         return builder.build();
     }
 
-    ClassDeclaration m_declaration;
-    Instances m_instances;
+    /** Replaces the instance with the same keys. */
+    void replace(const CIMInstance& newer) {
+        const CIMInstance instance = declared(newer);
+        for (CIMInstance& each : instances) {
+            if (pathOf(each) == pathOf(instance))
+                each = instance;
+        }
+    }
 };
 
 bool isOf(const CIMInstance& instance, const ClassDeclaration& declaration) {
@@ -149,15 +136,20 @@ std::vector<ClassDeclaration> recordedClasses() {
 }
 
 ObjectManager recordedManager(std::vector<ClassDeclaration> classes, const Instances& newer) {
-    std::vector<std::unique_ptr<Provider>> providers;
+    std::vector<Provider> providers;
     for (ClassDeclaration& declaration : classes) {
-        const Instances instances = recordedInstances(declaration);
-        auto provider = std::make_unique<RecordedProvider>(std::move(declaration), instances);
+        const auto recorded = std::make_shared<RecordedClass>();
+        recorded->declaration = std::move(declaration);
+        for (const CIMInstance& instance : recordedInstances(recorded->declaration))
+            recorded->instances.push_back(recorded->declared(instance));
         for (const CIMInstance& instance : newer) {
-            if (isOf(instance, provider->declaration()))
-                provider->replace(instance);
+            if (isOf(instance, recorded->declaration))
+                recorded->replace(instance);
         }
-        providers.push_back(std::move(provider));
+        providers.push_back({&recorded->declaration, [recorded] {
+                                 return eachOf(recorded->instances,
+                                               [](const CIMInstance& instance) { return instance; });
+                             }});
     }
     return ObjectManager(std::move(providers));
 }

@@ -14,7 +14,7 @@ std::vector<cimom::ClassDeclaration> recordedClasses();
 /**
  * An object manager that serves classes, with the instances that the recorded enumerations hold.
  *
- * @param newer instances that take the place of those with the same keys
+ * @param newer instances that replace those with the same keys
  */
 cimom::ObjectManager recordedManager(std::vector<cimom::ClassDeclaration> classes,
                                      const std::vector<OpenWBEM::CIMInstance>& newer = {});

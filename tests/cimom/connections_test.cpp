@@ -1,5 +1,5 @@
 #include "HostTree.hpp"
-#include "host/TCPConnections.hpp"
+#include "host/InternetProtocols.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "StorageTree.hpp"
-#include "host/DeviceIndexes.hpp"
+#include "host/DeviceNumbers.hpp"
 #include "host/Disks.hpp"
 #include "providers/Providers.hpp"
 
@@ -23,7 +23,7 @@ void writeSCSIDisk(const StorageTree& tree) {
 }
 
 std::string value(const StorageTree& tree, const char* property) {
-    return text(onlyInstance(*makeMediaAccessDevice(tree.host())), property);
+    return text(onlyInstance(providerOf("QAV_MediaAccessDevice", tree.host())), property);
 }
 
 /** What the class tells of sda when one of its files has another content. */
@@ -35,7 +35,7 @@ std::string told(const char* property, const std::string& file, const std::strin
 }
 
 std::string devicesOf(const StorageTree& tree) {
-    return column(*makeMediaAccessDevice(tree.host()), "DeviceID");
+    return column(providerOf("QAV_MediaAccessDevice", tree.host()), "DeviceID");
 }
 
 } // namespace
@@ -43,7 +43,7 @@ std::string devicesOf(const StorageTree& tree) {
 TEST(MediaAccessDevice, PropertiesComeKeysFirst) {
     StorageTree tree;
     writeSCSIDisk(tree);
-    const CIMInstance found = onlyInstance(*makeMediaAccessDevice(tree.host()));
+    const CIMInstance found = onlyInstance(providerOf("QAV_MediaAccessDevice", tree.host()));
     EXPECT_EQ("QAV_MediaAccessDevice", found.getClassName());
     EXPECT_EQ("CreationClassName DeviceID", names(found.getKeyValuePairs()));
     EXPECT_EQ("CreationClassName DeviceID Capabilities StorageType MaxMediaSize _HR_DEVICE_INDEX "
@@ -104,7 +104,7 @@ TEST(MediaAccessDevice, MediaAreToldByTheKernelsNumbersAndNames) {
     tree.writeDiskFile("zram0", "dev", "253:0");
     tree.writeDiskFile("zram0", "size", "8");
     EXPECT_EQ("ram0 fd0 sda sr0 dm-0 zram0 ", devicesOf(tree));
-    EXPECT_EQ("8 4 3 5 1 8 ", column(*makeMediaAccessDevice(tree.host()), "StorageType"));
+    EXPECT_EQ("8 4 3 5 1 8 ", column(providerOf("QAV_MediaAccessDevice", tree.host()), "StorageType"));
 }
 
 TEST(MediaAccessDevice, ADriveWithoutAMediumIsToldAndADeviceOfNothingIsNot) {
@@ -115,7 +115,7 @@ TEST(MediaAccessDevice, ADriveWithoutAMediumIsToldAndADeviceOfNothingIsNot) {
     tree.writeDiskFile("loop1", "dev", "7:1");
     tree.writeDiskFile("loop1", "size", "8");
     EXPECT_EQ("loop1 sr0 ", devicesOf(tree));
-    EXPECT_EQ("4 (null) ", column(*makeMediaAccessDevice(tree.host()), "MaxMediaSize"));
+    EXPECT_EQ("4 (null) ", column(providerOf("QAV_MediaAccessDevice", tree.host()), "MaxMediaSize"));
 }
 
 TEST(MediaAccessDevice, AnEntryWithoutADeviceNumberIsNone) {
@@ -133,7 +133,8 @@ TEST(MediaAccessDevice, ItsDeviceIndexFollowsFromItsDeviceNumber) {
     tree.writeDisk("sda", "8:0", "8");
     tree.writeDisk("nvme0n1", "259:5", "8");
     EXPECT_EQ("sda vda nvme0n1 ", devicesOf(tree));
-    EXPECT_EQ("395264 458240 393989 ", column(*makeMediaAccessDevice(tree.host()), "_HR_DEVICE_INDEX"));
+    EXPECT_EQ("395264 458240 393989 ",
+              column(providerOf("QAV_MediaAccessDevice", tree.host()), "_HR_DEVICE_INDEX"));
 }
 
 TEST(DeviceIndexes, AreOfTheTypeAndTheKernelsNumber) {

@@ -31,7 +31,7 @@ std::string seen(const std::vector<MountLine>& lines) {
 std::string told(const MountLine& mount, const char* property) {
     StorageTree tree;
     tree.writeMounts({mount});
-    return text(onlyInstance(*makeFileSystem(tree.host())), property);
+    return text(onlyInstance(providerOf("QAV_FileSystem", tree.host())), property);
 }
 
 /** The folders of the file systems, with a blank after each, when these types are mounted on "/<type>". */
@@ -43,7 +43,7 @@ std::string kept(const std::vector<std::string>& types) {
         lines.push_back({id, 27, "0:" + std::to_string(id), "/" + type, type, "source"});
     }
     tree.writeMounts(lines);
-    return column(*makeFileSystem(tree.host()), "Root");
+    return column(providerOf("QAV_FileSystem", tree.host()), "Root");
 }
 
 } // namespace
@@ -120,7 +120,7 @@ TEST(Mounts, ACircleOfMountsHoldsNobodyUp) {
 TEST(FileSystem, PropertiesComeKeysFirst) {
     StorageTree tree;
     tree.writeMounts({root});
-    const CIMInstance found = onlyInstance(*makeFileSystem(tree.host()));
+    const CIMInstance found = onlyInstance(providerOf("QAV_FileSystem", tree.host()));
     EXPECT_EQ("QAV_FileSystem", found.getClassName());
     EXPECT_EQ("CreationClassName Name", names(found.getKeyValuePairs()));
     EXPECT_EQ("CreationClassName Name Index Root RemoteMountPoint FileSystemType ReadOnly Bootable "
@@ -161,17 +161,17 @@ TEST(FileSystem, TheOneThatHoldsBootIsBootable) {
     StorageTree tree;
     const MountLine home = {31, 27, "8:3", "/home", "ext4", "/dev/sda3"};
     tree.writeMounts({root, home});
-    EXPECT_EQ("true false ", column(*makeFileSystem(tree.host()), "Bootable"));
+    EXPECT_EQ("true false ", column(providerOf("QAV_FileSystem", tree.host()), "Bootable"));
     tree.writeMounts({root, home, {32, 27, "8:1", "/boot", "ext4", "/dev/sda1"}});
-    EXPECT_EQ("false false true ", column(*makeFileSystem(tree.host()), "Bootable"));
+    EXPECT_EQ("false false true ", column(providerOf("QAV_FileSystem", tree.host()), "Bootable"));
     tree.writeMounts({root, home, {32, 27, "8:1", "/boot/efi", "vfat", "/dev/sda1"}});
-    EXPECT_EQ("true false false ", column(*makeFileSystem(tree.host()), "Bootable"));
+    EXPECT_EQ("true false false ", column(providerOf("QAV_FileSystem", tree.host()), "Bootable"));
 }
 
 TEST(FileSystem, NoneIsBootableWhileBootWaitsToBeMounted) {
     StorageTree tree;
     tree.writeMounts({root, {32, 27, "0:40", "/boot", "autofs", "systemd-1"}});
-    EXPECT_EQ("false ", column(*makeFileSystem(tree.host()), "Bootable"));
+    EXPECT_EQ("false ", column(providerOf("QAV_FileSystem", tree.host()), "Bootable"));
 }
 
 TEST(FileSystem, KernelsAndUsersOwnOnesAreLeftOut) {
@@ -192,9 +192,9 @@ TEST(FileSystem, WithoutTheListOfTypesNoneIsKnownToBeOnADevice) {
     HostTree tree;
     tree.write("/proc/self/mountinfo",
                root.text() + MountLine{30, 27, "0:30", "/run", "tmpfs", "run"}.text());
-    EXPECT_EQ("/run ", column(*makeFileSystem(tree.host()), "Root"));
+    EXPECT_EQ("/run ", column(providerOf("QAV_FileSystem", tree.host()), "Root"));
 }
 
 TEST(FileSystem, NoMountsAreNoFileSystems) {
-    EXPECT_TRUE(allInstances(*makeFileSystem(StorageTree().host())).empty());
+    EXPECT_TRUE(allInstances(providerOf("QAV_FileSystem", StorageTree().host())).empty());
 }

@@ -1,5 +1,5 @@
 #include "StorageTree.hpp"
-#include "host/Processors.hpp"
+#include "host/Devices.hpp"
 #include "providers/Providers.hpp"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@ using namespace OpenWBEM;
 namespace {
 
 CIMInstance device(const HostTree& tree, const std::string& deviceId) {
-    const CIMInstance found = instanceWhere(*makeHRDevice(tree.host()), "DeviceID", deviceId);
+    const CIMInstance found = instanceWhere(providerOf("HR_DEVICE", tree.host()), "DeviceID", deviceId);
     EXPECT_TRUE(found) << deviceId;
     return found;
 }
@@ -20,7 +20,7 @@ std::string value(const HostTree& tree, const std::string& deviceId, const char*
 }
 
 std::string devicesOf(const HostTree& tree) {
-    return column(*makeHRDevice(tree.host()), "DeviceID");
+    return column(providerOf("HR_DEVICE", tree.host()), "DeviceID");
 }
 
 void writeInterface(const HostTree& tree, const std::string& name, const std::string& index,
@@ -34,7 +34,7 @@ void writeInterface(const HostTree& tree, const std::string& name, const std::st
 TEST(HRDevice, PropertiesComeKeyFirst) {
     HostTree tree;
     tree.write("/proc/cpuinfo", "processor\t: 0\n");
-    const CIMInstance found = onlyInstance(*makeHRDevice(tree.host()));
+    const CIMInstance found = onlyInstance(providerOf("HR_DEVICE", tree.host()));
     EXPECT_EQ("HR_DEVICE", found.getClassName());
     EXPECT_EQ("DeviceID", names(found.getKeyValuePairs()));
     EXPECT_EQ("DeviceID _HR_DEVICE_INDEX _HR_DEVICE_TYPE _HR_DEVICE_DESCR _HR_DEVICE_ID _HR_DEVICE_STATUS "
@@ -50,8 +50,9 @@ TEST(HRDevice, ProcessorsInterfacesAndDisksHaveIndexesOfTheirTypes) {
     writeInterface(tree, "eth0", "4", "up");
     tree.writeDisk("vda", "254:0", "8");
     EXPECT_EQ("processor:cpu0 processor:cpu11 network:lo network:eth0 disk:vda ", devicesOf(tree));
-    EXPECT_EQ("196609 196620 262145 262148 458240 ", column(*makeHRDevice(tree.host()), "_HR_DEVICE_INDEX"));
-    EXPECT_EQ("3 3 4 4 6 ", column(*makeHRDevice(tree.host()), "_HR_DEVICE_TYPE"));
+    EXPECT_EQ("196609 196620 262145 262148 458240 ",
+              column(providerOf("HR_DEVICE", tree.host()), "_HR_DEVICE_INDEX"));
+    EXPECT_EQ("3 3 4 4 6 ", column(providerOf("HR_DEVICE", tree.host()), "_HR_DEVICE_TYPE"));
     EXPECT_EQ("", devicesOf(StorageTree()));
 }
 
@@ -76,7 +77,7 @@ TEST(HRDevice, AProcessorIsDownWhenTheKernelHasTakenItOffline) {
     tree.write("/sys/devices/system/cpu/cpufreq/online", "0\n");
     tree.write("/sys/devices/system/cpu/xyz4/online", "0\n");
     EXPECT_EQ("processor:cpu0 processor:cpu1 processor:cpu2 processor:cpu3 ", devicesOf(tree));
-    EXPECT_EQ("2 5 1 2 ", column(*makeHRDevice(tree.host()), "_HR_DEVICE_STATUS"));
+    EXPECT_EQ("2 5 1 2 ", column(providerOf("HR_DEVICE", tree.host()), "_HR_DEVICE_STATUS"));
 }
 
 TEST(HRDevice, AnInterfaceIsDescribedByItsAlias) {
@@ -139,7 +140,7 @@ TEST(HRDevice, TheKernelTellsStatusAndErrorsOfADisk) {
 TEST(HRNetwork, PropertiesComeKeyFirst) {
     HostTree tree;
     writeInterface(tree, "eth0", "4", "up");
-    const CIMInstance found = onlyInstance(*makeHRNetwork(tree.host()));
+    const CIMInstance found = onlyInstance(providerOf("HR_NETWORK", tree.host()));
     EXPECT_EQ("HR_NETWORK", found.getClassName());
     EXPECT_EQ("DeviceID", names(found.getKeyValuePairs()));
     EXPECT_EQ("DeviceID _HR_NETWORK_INDEX _HR_DEVICE_INDEX", names(found.getProperties()));
@@ -149,9 +150,9 @@ TEST(HRNetwork, LeadsFromAnInterfaceToTheDeviceOfTheSameName) {
     HostTree tree;
     writeInterface(tree, "eth0", "4", "up");
     writeInterface(tree, "veth9", "65539", "up"); // one that must give way to eth0
-    const auto provider = makeHRNetwork(tree.host());
-    EXPECT_EQ("4 65539 ", column(*provider, "_HR_NETWORK_INDEX"));
-    EXPECT_EQ("262148 262149 ", column(*provider, "_HR_DEVICE_INDEX"));
-    for (const CIMInstance& each : allInstances(*provider))
+    const Provider provider = providerOf("HR_NETWORK", tree.host());
+    EXPECT_EQ("4 65539 ", column(provider, "_HR_NETWORK_INDEX"));
+    EXPECT_EQ("262148 262149 ", column(provider, "_HR_DEVICE_INDEX"));
+    for (const CIMInstance& each : allInstances(provider))
         EXPECT_EQ(text(each, "_HR_DEVICE_INDEX"), value(tree, text(each, "DeviceID"), "_HR_DEVICE_INDEX"));
 }

@@ -2,7 +2,9 @@
 #include "http/ReplyStream.hpp"
 #include "protocol/HttpReply.hpp"
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <memory>
 #include <stdexcept>
 
 using namespace cimom;
@@ -20,11 +22,23 @@ const ClientOf xmlClient{{Protocol::xml, false, true}, {true, true, true}};
 const ClientOf extendedXmlClient{{Protocol::xml, true, true}, {true, true, true}};
 const ClientOf trailerClient{{Protocol::binary, true, true}, {true, true, true}};
 
+/** Pieces that a function makes. */
+class Pieces : public ReplyPieces {
+public:
+    explicit Pieces(std::function<bool(std::string&)> appendNext)
+        : m_appendNext(std::move(appendNext)) {}
+
+    bool appendNext(std::string& body) override { return m_appendNext(body); }
+
+private:
+    std::function<bool(std::string&)> m_appendNext;
+};
+
 /** A reply of `count` elements of a size between "<" and ">". */
 OperationReply elements(std::size_t count, std::size_t size) {
     OperationReply reply;
     reply.body = "<";
-    reply.more = [count, size](std::string& body) mutable {
+    reply.more = std::make_unique<Pieces>([count, size](std::string& body) mutable {
         if (count == 0) {
             body += ">";
             return false;
@@ -32,19 +46,19 @@ OperationReply elements(std::size_t count, std::size_t size) {
         --count;
         body.append(size, 'x');
         return true;
-    };
+    });
     return reply;
 }
 
 /** A reply that fails after some elements. */
 OperationReply failing(std::size_t count, std::size_t size) {
     OperationReply reply;
-    reply.more = [count, size](std::string& body) mutable {
+    reply.more = std::make_unique<Pieces>([count, size](std::string& body) mutable {
         if (count-- == 0)
             throw std::runtime_error("the lamp is broken");
         body.append(size, 'x');
         return true;
-    };
+    });
     return reply;
 }
 

@@ -1,5 +1,5 @@
 #include "HostTree.hpp"
-#include "objects/InstanceBuilder.hpp"
+#include "schema/InstanceBuilder.hpp"
 
 #include <gtest/gtest.h>
 #include <stdexcept>

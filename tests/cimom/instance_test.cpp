@@ -2,7 +2,7 @@
 #include "Collected.hpp"
 #include "Failure.hpp"
 #include "LampProvider.hpp"
-#include "objects/Naming.hpp"
+#include "schema/Namespace.hpp"
 
 #include <gtest/gtest.h>
 
@@ -103,7 +103,7 @@ TEST(Instance, ItsPropertiesSayTheirClassWhenAsked) {
 
 TEST(InstanceNames, AreThePathsOfAllInstances) {
     const auto names =
-        collected(lampManager({"red", "green"}).enumerateInstanceNames("/root/cimv2", "qav_lamp"));
+        collected(*lampManager({"red", "green"}).enumerateInstanceNames("/root/cimv2", "qav_lamp"));
     ASSERT_EQ(2u, names.size());
     EXPECT_EQ("/root/cimv2:QAV_Lamp.Colour=\"red\"", names[0].toString());
     EXPECT_EQ("/root/cimv2:QAV_Lamp.Colour=\"green\"", names[1].toString());
@@ -111,7 +111,7 @@ TEST(InstanceNames, AreThePathsOfAllInstances) {
 
 TEST(InstanceNames, EachNamesItsInstance) {
     const ObjectManager manager = lampManager({"red", "green"});
-    for (const CIMObjectPath& name : collected(manager.enumerateInstanceNames("root/cimv2", "QAV_Socket")))
+    for (const CIMObjectPath& name : collected(*manager.enumerateInstanceNames("root/cimv2", "QAV_Socket")))
         EXPECT_EQ(name, pathOf(manager.getInstance("root/cimv2", name, nullptr)));
 }
 

@@ -71,7 +71,7 @@ TEST(JsonDocument, AFaultIsToldWithItsLine) {
 }
 
 TEST(JsonDocument, ANameThatComesTwiceIsAFault) {
-    EXPECT_EQ("3: \"a\" comes twice", errorOf("{\"a\": 1,\n\"b\": {\"a\": 2},\n\"a\": 3}"));
+    EXPECT_EQ("3: duplicate name \"a\"", errorOf("{\"a\": 1,\n\"b\": {\"a\": 2},\n\"a\": 3}"));
 }
 
 TEST(JsonDocument, DepthIsLimited) {

@@ -196,7 +196,7 @@ TEST_F(Life, InvalidSiteFilesAreNotReloaded) {
     start({"--instances", systems(2)});
     const std::string path = folder().write("site/wrong.json", "{\n\"QAV_Nope\": []}");
     daemon().signal(SIGHUP);
-    EXPECT_EQ("owbcimomd: cannot reload the site's files: " + path + ":2: there is no class \"QAV_Nope\"",
+    EXPECT_EQ("owbcimomd: cannot reload the site's files: " + path + ":2: unknown class \"QAV_Nope\"",
               daemon().nextErrorLine());
     Client client(socketPath());
     EXPECT_EQ(3u, count(client));

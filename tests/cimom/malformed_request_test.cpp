@@ -1,13 +1,14 @@
 // Recorded requests that are broken off or bent: they end in a reply, a refusal or a closed connection, in
 // little memory, and a request that has not come whole changes nothing.
 #include "ClientReading.hpp"
+#include "Collected.hpp"
 #include "Completed.hpp"
 #include "MutatedRequests.hpp"
 #include "RecordedSchema.hpp"
 #include "SessionRun.hpp"
-#include "objects/Naming.hpp"
 #include "openwbem/Memory.hpp"
 #include "openwbem/Record.hpp"
+#include "schema/Namespace.hpp"
 #include "support/Child.hpp"
 #include "support/TempDir.hpp"
 
@@ -37,8 +38,8 @@ std::set<std::string> recordedBodies(bool isXml) {
 /** All instances of the class that can be written to, as one text. */
 std::string written(const ObjectManager& manager) {
     std::string all;
-    const InstanceSource next = manager.enumerateInstances(onlyNameSpace, "QAV_K70Chassis", nullptr);
-    while (const CIMInstance instance = next())
+    for (const CIMInstance& instance :
+         collected(*manager.enumerateInstances(servedNamespace, "QAV_K70Chassis", nullptr)))
         all += instance.toString().c_str();
     return all;
 }

@@ -47,7 +47,7 @@ protected:
         path.setKeyValue("Colour", CIMValue(colour));
         const CIMInstance one = manager.getInstance("root/cimv2", path, nullptr);
         for (const CIMInstance& each :
-             collected(manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr))) {
+             collected(*manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr))) {
             if (each.getPropertyValue("Colour").toString() == colour) {
                 EXPECT_EQ(one.toString(), each.toString());
             }
@@ -94,7 +94,7 @@ TEST_F(Modify, NullAndTheEmptyTextAreValuesOfTheirOwn) {
 
 TEST_F(Modify, APropertyWrittenNullKeepsItsType) {
     modify({{"Room", null()}});
-    const auto all = collected(manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr));
+    const auto all = collected(*manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr));
     EXPECT_EQ(CIMDataType::STRING, all.at(0).getProperty("Room").getDataType().getType());
     EXPECT_EQ("Room", all.at(0).getProperties()[3].getName()) << "and its place";
 }
@@ -235,7 +235,7 @@ TEST_F(Modify, AValueThatCannotBeKeptIsNotServedEither) {
     const support::TempDir folder;
     manager = lampManager({"red"}, SiteValues(std::make_unique<StateFile>(folder.file("state"))));
     folder.write("state.new/in the way", "");
-    const std::string why = "keeping the values: " + folder.file("state.new") + ": Is a directory";
+    const std::string why = "cannot save values: " + folder.file("state.new") + ": Is a directory";
     EXPECT_EQ("owbcimomd: " + why + "\n", logOf([&] {
                   EXPECT_EQ("1 " + why, errorOf({{"Room", CIMValue("hall")}}));
               }));
@@ -258,9 +258,7 @@ TEST_F(Modify, ValuesOutliveTheObjectManager) {
 }
 
 TEST(ModifyWithoutState, NobodyMayWrite) {
-    std::vector<std::unique_ptr<Provider>> providers;
-    providers.push_back(std::make_unique<LampProvider>(std::vector<std::string>{"red"}));
-    ObjectManager manager(std::move(providers), std::nullopt);
+    ObjectManager manager({lampProvider({"red"})}, std::nullopt);
     CIMInstance lamp("QAV_Lamp");
     lamp.setProperty("Colour", CIMValue("red"));
     lamp.setProperty("Room", CIMValue("hall"));

@@ -1,7 +1,7 @@
 #include "SmbiosTable.hpp"
-#include "objects/Naming.hpp"
 #include "objects/ObjectManager.hpp"
 #include "providers/Providers.hpp"
+#include "schema/Namespace.hpp"
 
 #include <gtest/gtest.h>
 
@@ -29,26 +29,26 @@ void writeDevice(const HostTree& tree, const std::string& address,
 }
 
 /** A property of every instance, with a blank behind each value. */
-std::string each(std::unique_ptr<Provider> (*make)(const Host&), const HostTree& tree, const char* property) {
+std::string each(const char* className, const HostTree& tree, const char* property) {
     std::string values;
-    for (const CIMInstance& instance : allInstances(*make(tree.host())))
+    for (const CIMInstance& instance : allInstances(providerOf(className, tree.host())))
         values += text(instance, property) + " ";
     return values;
 }
 
 std::string modulesOf(const HostTree& tree) {
-    return each(makeLogicalModule, tree, "DeviceID");
+    return each("QAV_XRULogicalModule", tree, "DeviceID");
 }
 
 std::string placesOf(const HostTree& tree) {
-    return each(makeModuleLocation, tree, "Key");
+    return each("QAV_CoreTelephony_ModuleLocation", tree, "Key");
 }
 
 /** What CanBeFRUed tells of memory of a form factor. */
 std::string canBeReplaced(unsigned formFactor) {
     HostTree tree;
     writeSmbiosTable(tree, memory("A").byte(0x0E, formFactor));
-    return text(onlyInstance(*makeLogicalModule(tree.host())), "CanBeFRUed");
+    return text(onlyInstance(providerOf("QAV_XRULogicalModule", tree.host())), "CanBeFRUed");
 }
 
 /** An enclosure of DSP0134 with a list of `elements` entries of 3 bytes, and a part number behind it. */
@@ -65,7 +65,7 @@ SmbiosBytes enclosure(unsigned type, unsigned elements = 0) {
 TEST(LogicalModule, PropertiesComeKeysFirst) {
     HostTree tree;
     writeSmbiosTable(tree, memory("DIMM_A1"));
-    const CIMInstance module = onlyInstance(*makeLogicalModule(tree.host()));
+    const CIMInstance module = onlyInstance(providerOf("QAV_XRULogicalModule", tree.host()));
     EXPECT_EQ("QAV_XRULogicalModule", module.getClassName());
     EXPECT_EQ("CreationClassName DeviceID", names(module.getKeyValuePairs()));
     EXPECT_EQ("CreationClassName DeviceID VendorEquipmentType Version SerialNumber Manufacturer PartNumber "
@@ -83,7 +83,7 @@ TEST(LogicalModule, TheFirmwareTellsWhatAMemoryModuleIs) {
                                .text(0x18, "serial")
                                .text(0x1A, "part")
                                .text(0x2B, "firmware"));
-    const CIMInstance module = onlyInstance(*makeLogicalModule(tree.host()));
+    const CIMInstance module = onlyInstance(providerOf("QAV_XRULogicalModule", tree.host()));
     EXPECT_EQ("QAV_XRULogicalModule", text(module, "CreationClassName"));
     EXPECT_EQ("memory:0", text(module, "DeviceID"));
     EXPECT_EQ("(null)", text(module, "VendorEquipmentType"));
@@ -97,7 +97,7 @@ TEST(LogicalModule, TheFirmwareTellsWhatAMemoryModuleIs) {
     EXPECT_EQ("1", text(module, "_CONTAINED_IN"));
     EXPECT_EQ("(null)", text(module, "PresentStatus"));
     EXPECT_EQ("DIMM_A1 ", placesOf(tree));
-    EXPECT_EQ("memory module ", each(makeModuleLocation, tree, "LocnXruType"));
+    EXPECT_EQ("memory module ", each("QAV_CoreTelephony_ModuleLocation", tree, "LocnXruType"));
 }
 
 TEST(LogicalModule, AnEmptySocketIsNoModuleAndKeepsItsNumber) {
@@ -106,7 +106,7 @@ TEST(LogicalModule, AnEmptySocketIsNoModuleAndKeepsItsNumber) {
                                std::string(memory("B").word(0x0C, 0xFFFF)) +
                                std::string(SmbiosBytes(17, 0x0D)) + std::string(memory("C")));
     EXPECT_EQ("memory:1 memory:3 ", modulesOf(tree));
-    EXPECT_EQ("257 259 ", each(makeLogicalModule, tree, "_INDEX"));
+    EXPECT_EQ("257 259 ", each("QAV_XRULogicalModule", tree, "_INDEX"));
     EXPECT_EQ("B C ", placesOf(tree));
 }
 
@@ -136,17 +136,18 @@ TEST(LogicalModule, WithoutSlotsTheDevicesThatAreNoBridgesAreCards) {
     writeDevice(tree, "0000:00:1f.2", "0x010601");
     writeDevice(tree, "0001:02:03.0");
     EXPECT_EQ("pci:0000:00:01.0 pci:0001:02:03.0 ", modulesOf(tree));
-    EXPECT_EQ("65544 131608 ", each(makeLogicalModule, tree, "_INDEX"));
-    EXPECT_EQ("(null) (null) ", each(makeLogicalModule, tree, "CanBeFRUed"));
+    EXPECT_EQ("65544 131608 ", each("QAV_XRULogicalModule", tree, "_INDEX"));
+    EXPECT_EQ("(null) (null) ", each("QAV_XRULogicalModule", tree, "CanBeFRUed"));
     EXPECT_EQ("0000:00:01.0 0001:02:03.0 ", placesOf(tree));
-    EXPECT_EQ("expansion card expansion card ", each(makeModuleLocation, tree, "LocnXruType"));
+    EXPECT_EQ("expansion card expansion card ",
+              each("QAV_CoreTelephony_ModuleLocation", tree, "LocnXruType"));
 }
 
 TEST(LogicalModule, AFunctionOtherThanTheFirstHasItsOwnIndexWhereItStandsAlone) {
     HostTree tree;
     writeDevice(tree, "0000:ff:1f.7");
     writeDevice(tree, "fffe:ff:1f.7");
-    EXPECT_EQ("131071 4294967295 ", each(makeLogicalModule, tree, "_INDEX"));
+    EXPECT_EQ("131071 4294967295 ", each("QAV_XRULogicalModule", tree, "_INDEX"));
 }
 
 TEST(LogicalModule, DevicesOfDomainsThatTheKernelMakesUpAreNoCards) {
@@ -160,14 +161,14 @@ TEST(LogicalModule, TheDeviceTellsWhatACardIs) {
     HostTree tree;
     const std::string folder = "/sys/bus/pci/devices/0000:00:01.0/";
     writeDevice(tree, "0000:00:01.0");
-    EXPECT_EQ("1af4 ", each(makeLogicalModule, tree, "Manufacturer"));
-    EXPECT_EQ("1af4:1041 ", each(makeLogicalModule, tree, "VendorEquipmentType"));
-    EXPECT_EQ("(null) ", each(makeLogicalModule, tree, "Version"));
+    EXPECT_EQ("1af4 ", each("QAV_XRULogicalModule", tree, "Manufacturer"));
+    EXPECT_EQ("1af4:1041 ", each("QAV_XRULogicalModule", tree, "VendorEquipmentType"));
+    EXPECT_EQ("(null) ", each("QAV_XRULogicalModule", tree, "Version"));
     tree.write("/usr/share/misc/pci.ids", "1028  Acme\n1af4  Chips\n\t1041  Network\n");
     tree.write(folder + "subsystem_vendor", "0x1028\n");
     tree.write(folder + "revision", "0x0a\n");
     tree.write(folder + "label", "Onboard LAN\n");
-    const CIMInstance card = onlyInstance(*makeLogicalModule(tree.host()));
+    const CIMInstance card = onlyInstance(providerOf("QAV_XRULogicalModule", tree.host()));
     EXPECT_EQ("Acme", text(card, "Manufacturer"));
     EXPECT_EQ("Network", text(card, "VendorEquipmentType"));
     EXPECT_EQ("0a", text(card, "Version"));
@@ -187,7 +188,7 @@ TEST(LogicalModule, WhereSlotsAreKnownOnlyDevicesInThemAreCards) {
     tree.write("/sys/bus/pci/slots/8/address", "0000:05:00\n");
     EXPECT_EQ("pci:0000:04:00.0 ", modulesOf(tree));
     EXPECT_EQ("PCI slot 7 ", placesOf(tree));
-    EXPECT_EQ("true ", each(makeLogicalModule, tree, "CanBeFRUed"));
+    EXPECT_EQ("true ", each("QAV_XRULogicalModule", tree, "CanBeFRUed"));
 
     writeSmbiosTable(tree, std::string(slot("SLOT A", 0, 2, 3)) + std::string(slot("SLOT B", 0, 4, 0)));
     EXPECT_EQ("pci:0000:02:03.0 pci:0000:04:00.0 ", modulesOf(tree));
@@ -217,20 +218,21 @@ TEST(LogicalModule, MemoryComesBeforeCards) {
 
 TEST(LogicalModule, AHostThatTellsNothingHasNoModules) {
     HostTree tree;
-    for (const auto make : {makeLogicalModule, makeModuleLocation, makePackageDependency,
-                            makeLogicalModuleLocation, makeExpansionChassis})
-        EXPECT_TRUE(allInstances(*make(tree.host())).empty());
+    for (const auto make :
+         {"QAV_XRULogicalModule", "QAV_CoreTelephony_ModuleLocation", "QAV_XRUPackageDependency",
+          "QAV_XRULogicalModuleLocation", "QAV_K70ExpansionChassis"})
+        EXPECT_TRUE(allInstances(providerOf(className, tree.host())).empty());
 }
 
 TEST(ExpansionChassis, TheEnclosuresBehindTheFirstAreExpansions) {
     HostTree tree;
     writeSmbiosTable(tree, enclosure(0x17));
-    EXPECT_EQ("", each(makeExpansionChassis, tree, "Tag"));
+    EXPECT_EQ("", each("QAV_K70ExpansionChassis", tree, "Tag"));
     writeSmbiosTable(tree,
                      std::string(memory("A")) + std::string(enclosure(0x17)) + std::string(memory("B")) +
                          std::string(enclosure(0x92, 2).text(4, "Acme").text(6, "B2").text(7, "serial")) +
                          std::string(SmbiosBytes(3, 9).byte(5, 0x15)));
-    const std::vector<CIMInstance> all = allInstances(*makeExpansionChassis(tree.host()));
+    const std::vector<CIMInstance> all = allInstances(providerOf("QAV_K70ExpansionChassis", tree.host()));
     ASSERT_EQ(2u, all.size());
     EXPECT_EQ("QAV_K70ExpansionChassis", all[0].getClassName());
     EXPECT_EQ("Tag CreationClassName", names(all[0].getKeyValuePairs()));
@@ -255,8 +257,8 @@ TEST(ExpansionChassis, AListOfElementsThatIsLongerThanTheStructureHidesThePartNu
     HostTree tree;
     writeSmbiosTable(tree, std::string(enclosure(3)) +
                                std::string(enclosure(0x12).byte(0x13, 255).byte(0x14, 255)));
-    EXPECT_EQ("(null) ", each(makeExpansionChassis, tree, "PartNumber"));
-    EXPECT_EQ("18 ", each(makeExpansionChassis, tree, "PhysicalType"));
+    EXPECT_EQ("(null) ", each("QAV_K70ExpansionChassis", tree, "PartNumber"));
+    EXPECT_EQ("18 ", each("QAV_K70ExpansionChassis", tree, "PhysicalType"));
 }
 
 TEST(ExpansionChassis, AbsurdNumbersOfPartsNeverShareAnIndex) {
@@ -267,8 +269,8 @@ TEST(ExpansionChassis, AbsurdNumbersOfPartsNeverShareAnIndex) {
     for (int i = 0; i < 66000; ++i)
         structures += SmbiosBytes(17, 0x0E).word(0x0C, 1);
     writeSmbiosTable(tree, structures);
-    EXPECT_EQ("255", text(allInstances(*makeExpansionChassis(tree.host())).back(), "_INDEX"));
-    EXPECT_EQ("65535", text(allInstances(*makeLogicalModule(tree.host())).back(), "_INDEX"));
+    EXPECT_EQ("255", text(allInstances(providerOf("QAV_K70ExpansionChassis", tree.host())).back(), "_INDEX"));
+    EXPECT_EQ("65535", text(allInstances(providerOf("QAV_XRULogicalModule", tree.host())).back(), "_INDEX"));
 }
 
 TEST(ModuleAssociations, EachModuleLeadsToItsChassisAndItsPlace) {
@@ -280,7 +282,8 @@ TEST(ModuleAssociations, EachModuleLeadsToItsChassisAndItsPlace) {
         return manager.getInstance("root/cimv2", instance.getProperty(end).getValue().toCIMObjectPath(),
                                    nullptr);
     };
-    const std::vector<CIMInstance> dependencies = allInstances(*makePackageDependency(tree.host()));
+    const std::vector<CIMInstance> dependencies =
+        allInstances(providerOf("QAV_XRUPackageDependency", tree.host()));
     ASSERT_EQ(2u, dependencies.size());
     EXPECT_EQ("QAV_XRUPackageDependency", dependencies[0].getClassName());
     EXPECT_EQ("Dependent Antecedent", names(dependencies[0].getKeyValuePairs()));
@@ -289,7 +292,8 @@ TEST(ModuleAssociations, EachModuleLeadsToItsChassisAndItsPlace) {
     EXPECT_EQ("QAV_K70Chassis", at(dependencies[1], "Antecedent").getClassName());
     EXPECT_EQ("1", text(at(dependencies[1], "Antecedent"), "_INDEX"));
 
-    const std::vector<CIMInstance> places = allInstances(*makeLogicalModuleLocation(tree.host()));
+    const std::vector<CIMInstance> places =
+        allInstances(providerOf("QAV_XRULogicalModuleLocation", tree.host()));
     ASSERT_EQ(2u, places.size());
     EXPECT_EQ("QAV_XRULogicalModuleLocation", places[0].getClassName());
     EXPECT_EQ("SameElement SystemElement", names(places[0].getKeyValuePairs()));
@@ -304,7 +308,7 @@ TEST(ModuleAssociations, AnAssociationIsFoundByItsReferences) {
     HostTree tree;
     writeSmbiosTable(tree, memory("DIMM_A1"));
     const ObjectManager manager(makeProviders(tree.host(), loop()));
-    for (const auto make : {makePackageDependency, makeLogicalModuleLocation}) {
+    for (const auto make : {"QAV_XRUPackageDependency", "QAV_XRULogicalModuleLocation"}) {
         const CIMInstance instance = onlyInstance(*make(tree.host()));
         const CIMInstance found = manager.getInstance("root/cimv2", pathOf(instance), nullptr);
         EXPECT_EQ(pathOf(instance), pathOf(found));

@@ -34,7 +34,7 @@ void writeEthernet(const HostTree& tree) {
 }
 
 CIMInstance endpointOf(const HostTree& tree) {
-    return onlyInstance(*makeLANEndpoint(tree.host()));
+    return onlyInstance(providerOf("QAV_LANEndpoint", tree.host()));
 }
 
 /** What the endpoint tells when one file of an otherwise plain interface has another content. */
@@ -46,7 +46,7 @@ std::string told(const char* property, const char* file, const std::string& cont
 }
 
 CIMInstance statisticsOf(const HostTree& tree) {
-    return onlyInstance(*makeNetworkPortStatistics(tree.host()));
+    return onlyInstance(providerOf("QAV_NetworkPortStatistics", tree.host()));
 }
 
 } // namespace
@@ -212,7 +212,8 @@ TEST(LANEndpointNetworkPortAssociation, EachEndpointLeadsToTheCountersOfItsInter
     HostTree tree;
     writeEthernet(tree);
     writeInterface(tree, "lo", "ifindex", "1");
-    const std::vector<CIMInstance> pairs = allInstances(*makeLANEndpointNetworkPortAssociation(tree.host()));
+    const std::vector<CIMInstance> pairs =
+        allInstances(providerOf("QAV_LANEndpointNetworkPortAssociation", tree.host()));
     ASSERT_EQ(2u, pairs.size());
     EXPECT_EQ("Dependent Antecedent", names(pairs[1].getKeyValuePairs()));
     const ObjectManager manager(makeProviders(tree.host(), loop()));

@@ -18,7 +18,7 @@ std::string errorOf(const std::string& nameSpace, const char* className) {
 
 TEST(ObjectManager, InstancesComeInTheOrderOfTheProvider) {
     const auto found = collected(
-        lampManager({"red", "green", "blue"}).enumerateInstances("root/cimv2", "QAV_Lamp", nullptr));
+        *lampManager({"red", "green", "blue"}).enumerateInstances("root/cimv2", "QAV_Lamp", nullptr));
     ASSERT_EQ(3u, found.size());
     EXPECT_EQ("green", found[1].getPropertyValue("Colour").toString());
     EXPECT_EQ("blue", found[2].getPropertyValue("Colour").toString());
@@ -26,17 +26,17 @@ TEST(ObjectManager, InstancesComeInTheOrderOfTheProvider) {
 
 TEST(ObjectManager, TheCaseOfAClassNameDoesNotMatter) {
     EXPECT_EQ(1u,
-              collected(lampManager({"red"}).enumerateInstances("root/cimv2", "qav_LAMP", nullptr)).size());
+              collected(*lampManager({"red"}).enumerateInstances("root/cimv2", "qav_LAMP", nullptr)).size());
 }
 
 TEST(ObjectManager, LeadingSlashesOfANamespaceDoNotMatter) {
-    EXPECT_EQ(1u,
-              collected(lampManager({"red"}).enumerateInstances("//root/cimv2", "QAV_Lamp", nullptr)).size());
+    EXPECT_EQ(
+        1u, collected(*lampManager({"red"}).enumerateInstances("//root/cimv2", "QAV_Lamp", nullptr)).size());
 }
 
 TEST(ObjectManager, TheCaseOfANamespaceDoesNotMatter) {
     EXPECT_EQ(1u,
-              collected(lampManager({"red"}).enumerateInstances("/Root/CIMV2", "QAV_Lamp", nullptr)).size());
+              collected(*lampManager({"red"}).enumerateInstances("/Root/CIMV2", "QAV_Lamp", nullptr)).size());
 }
 
 TEST(ObjectManager, AClassThatIsNotServedIsInvalid) {
@@ -51,7 +51,7 @@ TEST(ObjectManager, AnotherNamespaceIsInvalidWhateverTheClass) {
 
 TEST(ObjectManager, OnlyTheWantedPropertiesAreThere) {
     const PropertyList wanted = {"Volts", "wATTS"};
-    const auto found = collected(lampManager({"red"}).enumerateInstances("root/cimv2", "QAV_Lamp", &wanted));
+    const auto found = collected(*lampManager({"red"}).enumerateInstances("root/cimv2", "QAV_Lamp", &wanted));
     ASSERT_EQ(1u, found.at(0).getProperties().size());
     EXPECT_EQ("Watts", found[0].getProperties()[0].getName());
     EXPECT_EQ("60", found[0].getProperties()[0].getValue().toString());
@@ -59,13 +59,13 @@ TEST(ObjectManager, OnlyTheWantedPropertiesAreThere) {
 
 TEST(ObjectManager, AnEmptyListWantsNoProperties) {
     const PropertyList none;
-    const auto found = collected(lampManager({"red"}).enumerateInstances("root/cimv2", "QAV_Lamp", &none));
+    const auto found = collected(*lampManager({"red"}).enumerateInstances("root/cimv2", "QAV_Lamp", &none));
     EXPECT_TRUE(found.at(0).getProperties().empty());
 }
 
 TEST(ObjectManager, KeysStayWhateverIsWanted) {
     const PropertyList wanted = {"Watts"};
-    const auto found = collected(lampManager({"red"}).enumerateInstances("root/cimv2", "QAV_Lamp", &wanted));
+    const auto found = collected(*lampManager({"red"}).enumerateInstances("root/cimv2", "QAV_Lamp", &wanted));
     ASSERT_EQ(1u, found.at(0).getKeyValuePairs().size());
     EXPECT_EQ("Colour", found[0].getKeyValuePairs()[0].getName());
 }

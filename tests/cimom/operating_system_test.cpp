@@ -14,7 +14,7 @@ using namespace OpenWBEM;
 namespace {
 
 CIMInstance osOf(const HostTree& tree) {
-    return onlyInstance(*makeOperatingSystem(tree.host()));
+    return onlyInstance(providerOf("QAV_OperatingSystem", tree.host()));
 }
 
 std::string loginRecord(short type) {
@@ -114,7 +114,8 @@ TEST(OperatingSystem, IsLoadedFromTheDiskOfTheFileSystemThatBoots) {
     EXPECT_EQ("(null)", text(osOf(tree), "_INIT_LOAD_DEVICE"));
     tree.writeMounts(
         {{27, 1, "8:0", "/", "ext4", "/dev/sda"}, {28, 27, "8:18", "/boot", "ext4", "/dev/sdb2"}});
-    const CIMInstance disk = instanceWhere(*makeMediaAccessDevice(tree.host()), "DeviceID", "sdb");
+    const CIMInstance disk =
+        instanceWhere(providerOf("QAV_MediaAccessDevice", tree.host()), "DeviceID", "sdb");
     EXPECT_EQ(text(disk, "_HR_DEVICE_INDEX"), text(osOf(tree), "_INIT_LOAD_DEVICE"));
     tree.writeMounts({{27, 1, "0:30", "/", "overlay", "overlay"}});
     EXPECT_EQ("(null)", text(osOf(tree), "_INIT_LOAD_DEVICE"));

@@ -1,5 +1,5 @@
 #include "StorageTree.hpp"
-#include "host/PartitionNames.hpp"
+#include "host/Disks.hpp"
 #include "providers/Providers.hpp"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ public:
     }
 
     std::string told(const char* property) const {
-        return text(onlyInstance(*makeDiskPartition(host())), property);
+        return text(onlyInstance(providerOf("QAV_DiskPartition", host())), property);
     }
     void writeUdev(const std::string& lines) const { write("/run/udev/data/b8:1", lines); }
     void writeKernel(const std::string& lines) const { write("/sys/class/block/sda1/uevent", lines); }
@@ -28,7 +28,7 @@ public:
 
 TEST(DiskPartition, PropertiesComeKeysFirst) {
     const PartitionTree tree;
-    const CIMInstance found = onlyInstance(*makeDiskPartition(tree.host()));
+    const CIMInstance found = onlyInstance(providerOf("QAV_DiskPartition", tree.host()));
     EXPECT_EQ("QAV_DiskPartition", found.getClassName());
     EXPECT_EQ("CreationClassName DeviceID", names(found.getKeyValuePairs()));
     EXPECT_EQ("CreationClassName DeviceID Index Label Identity Size HR_DEVICE_INDEX",
@@ -51,9 +51,10 @@ TEST(DiskPartition, PartitionsComeByTheirNumbersAndBearTheIndexOfTheirDisk) {
     tree.writePartition("sda", "sda2", "8:2", "2", "2");
     tree.writeDisk("sdb", "8:16", "1000");
     tree.writePartition("sdb", "sdb1", "8:17", "1", "2");
-    EXPECT_EQ("sda1 sda2 sda10 sdb1 ", column(*makeDiskPartition(tree.host()), "DeviceID"));
-    EXPECT_EQ("1 2 10 1 ", column(*makeDiskPartition(tree.host()), "Index"));
-    EXPECT_EQ("395264 395264 395264 395280 ", column(*makeDiskPartition(tree.host()), "HR_DEVICE_INDEX"));
+    EXPECT_EQ("sda1 sda2 sda10 sdb1 ", column(providerOf("QAV_DiskPartition", tree.host()), "DeviceID"));
+    EXPECT_EQ("1 2 10 1 ", column(providerOf("QAV_DiskPartition", tree.host()), "Index"));
+    EXPECT_EQ("395264 395264 395264 395280 ",
+              column(providerOf("QAV_DiskPartition", tree.host()), "HR_DEVICE_INDEX"));
 }
 
 TEST(DiskPartition, AFolderThatIsNoPartitionIsNone) {
@@ -61,7 +62,7 @@ TEST(DiskPartition, AFolderThatIsNoPartitionIsNone) {
     tree.writeDiskFile("sda", "queue/rotational", "1");
     tree.writePartition("sda", "sda2", "8:2", "two", "2");
     tree.writePartition("sda", "sda3", "8", "3", "2");
-    EXPECT_EQ("sda1 ", column(*makeDiskPartition(tree.host()), "DeviceID"));
+    EXPECT_EQ("sda1 ", column(providerOf("QAV_DiskPartition", tree.host()), "DeviceID"));
 }
 
 TEST(DiskPartition, WithoutNamesLabelAndIdentityAreNull) {
@@ -114,7 +115,7 @@ TEST(DiskPartition, ASlashInTheNameOfADeviceIsTheKernelsExclamationMark) {
     tree.writeDisk("cciss!c0d0", "104:0", "1000");
     tree.writePartition("cciss!c0d0", "cciss!c0d0p1", "104:1", "1", "2");
     tree.link("/dev/disk/by-label/data", "../../cciss/c0d0p1");
-    const CIMInstance found = onlyInstance(*makeDiskPartition(tree.host()));
+    const CIMInstance found = onlyInstance(providerOf("QAV_DiskPartition", tree.host()));
     EXPECT_EQ("cciss!c0d0p1", text(found, "DeviceID"));
     EXPECT_EQ("data", text(found, "Label"));
 }

@@ -1,6 +1,5 @@
 #include "HostTree.hpp"
-#include "host/PciDevices.hpp"
-#include "host/PciNames.hpp"
+#include "host/Pci.hpp"
 
 #include <gtest/gtest.h>
 

@@ -20,7 +20,7 @@ TEST(IPProtocolEndpoint, SettingsComeFromTheKernel) {
     HostTree tree;
     tree.write("/proc/net/snmp", "Ip: Forwarding DefaultTTL ReasmTimeout\nIp: 2 64 99\n");
     tree.write("/proc/sys/net/ipv4/ipfrag_time", "30\n");
-    const CIMInstance ip = onlyInstance(*makeIPProtocolEndpoint(tree.host()));
+    const CIMInstance ip = onlyInstance(providerOf("QAV_IPProtocolEndpoint", tree.host()));
     EXPECT_EQ("CreationClassName Name Forwarding DefaultTTL ReassemblyTimeout", names(ip.getProperties()));
     EXPECT_EQ("CreationClassName Name", names(ip.getKeyValuePairs()));
     EXPECT_EQ("QAV_IPProtocolEndpoint", text(ip, "CreationClassName"));
@@ -32,7 +32,7 @@ TEST(IPProtocolEndpoint, SettingsComeFromTheKernel) {
 
 TEST(IPProtocolEndpoint, SettingsThatTheHostDoesNotTellAreNull) {
     HostTree tree;
-    const CIMInstance ip = onlyInstance(*makeIPProtocolEndpoint(tree.host()));
+    const CIMInstance ip = onlyInstance(providerOf("QAV_IPProtocolEndpoint", tree.host()));
     for (const char* const property : {"Forwarding", "DefaultTTL", "ReassemblyTimeout"})
         EXPECT_EQ("(null)", text(ip, property)) << property;
 }
@@ -41,7 +41,7 @@ TEST(TCPProtocolEndpoint, TheFirstInstanceHasTheSettingsAndNoConnection) {
     HostTree tree;
     tree.write("/proc/net/snmp", "Tcp: RtoAlgorithm RtoMin RtoMax MaxConn\nTcp: 1 200 120000 -1\n");
     tree.write("/proc/net/tcp", tcpTable);
-    const CIMInstance settings = allInstances(*makeTCPProtocolEndpoint(tree.host())).at(0);
+    const CIMInstance settings = allInstances(providerOf("QAV_TCPProtocolEndpoint", tree.host())).at(0);
     EXPECT_EQ("CreationClassName Name TimeoutAlgorithm TimeoutMin TimeoutMax MaxConnections ConnectionState "
               "LocalAddress LocalPort RemoteAddress RemotePort",
               names(settings.getProperties()));
@@ -58,7 +58,7 @@ TEST(TCPProtocolEndpoint, TheFirstInstanceHasTheSettingsAndNoConnection) {
 TEST(TCPProtocolEndpoint, FurtherInstancesAreConnectionsWithoutSettings) {
     HostTree tree;
     tree.write("/proc/net/tcp", tcpTable);
-    const std::vector<CIMInstance> all = allInstances(*makeTCPProtocolEndpoint(tree.host()));
+    const std::vector<CIMInstance> all = allInstances(providerOf("QAV_TCPProtocolEndpoint", tree.host()));
     ASSERT_EQ(2u, all.size());
     EXPECT_EQ("CreationClassName Name", names(all[1].getKeyValuePairs()));
     EXPECT_EQ("127.0.0.1:8080-192.168.0.2:54321", text(all[1], "Name"));
@@ -73,7 +73,7 @@ TEST(TCPProtocolEndpoint, FurtherInstancesAreConnectionsWithoutSettings) {
 
 TEST(TCPProtocolEndpoint, WithoutAnyFileThereAreTheSettingsAndTheyAreNull) {
     HostTree tree;
-    const CIMInstance settings = onlyInstance(*makeTCPProtocolEndpoint(tree.host()));
+    const CIMInstance settings = onlyInstance(providerOf("QAV_TCPProtocolEndpoint", tree.host()));
     EXPECT_EQ("(null)", text(settings, "TimeoutAlgorithm"));
     EXPECT_EQ("(null)", text(settings, "MaxConnections"));
 }
@@ -82,7 +82,7 @@ TEST(Providers, EveryClassIsServedOnce) {
     HostTree tree;
     std::multiset<std::string> classes;
     for (const auto& provider : makeProviders(tree.host(), loop()))
-        classes.insert(provider->declaration().name);
+        classes.insert(provider.declaration->name);
     const std::multiset<std::string> all = {"HR_DEVICE",
                                             "HR_NETWORK",
                                             "QAV_CoreTelephony_ModuleLocation",

@@ -3,8 +3,8 @@
 #include "RecordedSchema.hpp"
 #include "SessionRun.hpp"
 #include "Understood.hpp"
-#include "objects/Naming.hpp"
 #include "openwbem/Record.hpp"
+#include "schema/Namespace.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -112,7 +112,7 @@ const Conversation bareWrites[] = {{"ow-uds-anon/modify_bare_ok"}, {"xml-tcp-ano
 /** A property of the instance that the recorded client writes to. */
 std::string written(const ObjectManager& manager, const char* property) {
     const CIMInstance chassis = manager.getInstance(
-        onlyNameSpace,
+        servedNamespace,
         CIMObjectPath::parse("QAV_K70Chassis.Tag=\"chassis-1\",CreationClassName=\"QAV_K70Chassis\""),
         nullptr);
     const CIMValue value = chassis.getPropertyValue(property);

@@ -1,7 +1,7 @@
 #include "Collected.hpp"
 #include "OW_CIMProperty.hpp"
 #include "OW_CIMValue.hpp"
-#include "objects/Naming.hpp"
+#include "schema/Namespace.hpp"
 #include "site/SiteInstances.hpp"
 #include "support/TempDir.hpp"
 #include "types/ObjectData.hpp"
@@ -37,7 +37,7 @@ protected:
     /** The instances of a class in a file. */
     std::vector<CIMInstance> read(const ClassDeclaration& declaration, const std::string& content) const {
         write("site.json", content);
-        return collected(load().instances(declaration));
+        return collected(*load().instances(declaration));
     }
     /** Why the files are refused, without the folder. */
     std::string refusal() const {
@@ -89,7 +89,7 @@ std::pair<int, int> numbersThatHashAlike() {
 } // namespace
 
 TEST_F(SiteFilesTest, ThereAreNoneWithoutAFolder) {
-    EXPECT_TRUE(collected(SiteInstances().instances(lamp)).empty());
+    EXPECT_TRUE(collected(*SiteInstances().instances(lamp)).empty());
     EXPECT_FALSE(SiteInstances().find(lampPath("red", 1)));
 }
 
@@ -99,9 +99,9 @@ TEST_F(SiteFilesTest, AClassHasTheInstancesOfAllFilesInTheOrderOfTheirNames) {
         "a.json",
         R"({"QAV_Lamp": [{"Colour": "red", "Number": 1}, {"Colour": "green", "Number": 2}], "QAV_Plan": []})");
     write("c.json", "{}");
-    EXPECT_EQ("red green blue", colours(collected(load().instances(lamp))));
-    EXPECT_TRUE(collected(load().instances(plan)).empty());
-    EXPECT_TRUE(collected(load().instances(wiring)).empty());
+    EXPECT_EQ("red green blue", colours(collected(*load().instances(lamp))));
+    EXPECT_TRUE(collected(*load().instances(plan)).empty());
+    EXPECT_TRUE(collected(*load().instances(wiring)).empty());
 }
 
 TEST_F(SiteFilesTest, OtherFilesAndFoldersAreLeftAlone) {
@@ -111,7 +111,7 @@ TEST_F(SiteFilesTest, OtherFilesAndFoldersAreLeftAlone) {
     write("sub.json/inner.json", "no JSON");
     write("sub/inner.json", "no JSON");
     write("lamp.json", oneLamp("red"));
-    EXPECT_EQ("red", colours(collected(load().instances(lamp))));
+    EXPECT_EQ("red", colours(collected(*load().instances(lamp))));
 }
 
 TEST_F(SiteFilesTest, AnInstanceCarriesEveryPropertyAndItsKeys) {
@@ -184,14 +184,14 @@ TEST_F(SiteFilesTest, InstancesWhoseKeysHashAlikeAreToldApart) {
                   pathOf(site.find(lampPath("red", static_cast<UInt32>(number)))));
 }
 
-TEST_F(SiteFilesTest, ASourceOutlivesWhatItCameFrom) {
+TEST_F(SiteFilesTest, ASourceOutlivesItsSiteInstances) {
     write("site.json", oneLamp("red"));
     auto site = std::make_unique<SiteInstances>(load());
-    const InstanceSource next = site->instances(lamp);
+    const std::unique_ptr<InstanceSource> source = site->instances(lamp);
     site.reset();
-    EXPECT_EQ("red", colours({next()}));
-    EXPECT_FALSE(next());
-    EXPECT_FALSE(next());
+    EXPECT_EQ("red", colours({source->next()}));
+    EXPECT_FALSE(source->next());
+    EXPECT_FALSE(source->next());
 }
 
 TEST_F(SiteFilesTest, InstancesShareWhatTheyHaveInCommon) {
@@ -210,9 +210,9 @@ TEST_F(SiteFilesTest, AFileThatIsNoObjectOfClassesIsRefused) {
     EXPECT_EQ("f.json:1: expected an object of classes", refusalOf("[]"));
     EXPECT_EQ("f.json:2: QAV_Lamp: expected an array of instances", refusalOf("{\"QAV_Lamp\":\n{}}"));
     EXPECT_EQ("f.json:2: QAV_Lamp: expected an object of properties", refusalOf("{\"QAV_Lamp\": [\n7]}"));
-    EXPECT_EQ("f.json:2: there is no class \"QAV_Lam\"", refusalOf("{\"QAV_Lam\":\n[]}"));
-    EXPECT_EQ("f.json:1: there is no class \"\"", refusalOf("{\"\": []}"));
-    EXPECT_EQ("f.json:1: there is no class \"QAV_Lamp", refusalOf(R"({"QAV_Lamp\u0000": []})"));
+    EXPECT_EQ("f.json:2: unknown class \"QAV_Lam\"", refusalOf("{\"QAV_Lam\":\n[]}"));
+    EXPECT_EQ("f.json:1: unknown class \"\"", refusalOf("{\"\": []}"));
+    EXPECT_EQ("f.json:1: unknown class \"QAV_Lamp", refusalOf(R"({"QAV_Lamp\u0000": []})"));
 }
 
 TEST_F(SiteFilesTest, APropertyThatTheClassDoesNotHaveIsRefused) {
@@ -228,9 +228,9 @@ TEST_F(SiteFilesTest, AValueThatDoesNotFitIsRefusedWithItsProperty) {
 }
 
 TEST_F(SiteFilesTest, APropertyThatComesTwiceIsRefused) {
-    EXPECT_EQ("f.json:2: \"Colour\" comes twice",
+    EXPECT_EQ("f.json:2: duplicate name \"Colour\"",
               refusalOf("{\"QAV_Lamp\": [{\"Colour\": \"red\",\n\"Colour\": \"red\", \"Number\": 1}]}"));
-    EXPECT_EQ("f.json:2: \"COLOUR\" comes twice, in another case",
+    EXPECT_EQ("f.json:2: duplicate name \"COLOUR\" (in another case)",
               refusalOf("{\"QAV_Lamp\": [{\"Colour\": null,\n\"COLOUR\": \"red\", \"Number\": 1}]}"));
 }
 
@@ -245,14 +245,14 @@ TEST_F(SiteFilesTest, KeysThatComeTwiceAreRefusedWithThePlaceOfTheFirst) {
     write("0.json", oneLamp("blue"));
     write("a.json",
           "{\"QAV_Lamp\": [{\"Colour\": \"red\", \"Number\": 1},\n{\"Colour\": \"red\", \"Number\": 2}]}");
-    EXPECT_EQ("f.json:1: an instance with the same keys is in " + folder().file("a.json:2"),
+    EXPECT_EQ("f.json:1: duplicate instance, first one at " + folder().file("a.json:2"),
               refusalOf(R"({"QAV_Lamp": [{"number": 2, "Colour": "red"}]})"));
     EXPECT_EQ("not refused", refusalOf(oneLamp("red", 3)));
 }
 
 TEST_F(SiteFilesTest, KeysThatAreTheSameReferenceAreTheSame) {
     EXPECT_EQ(
-        "f.json:2: an instance with the same keys is in " + folder().file("f.json:1"),
+        "f.json:2: duplicate instance, first one at " + folder().file("f.json:1"),
         refusalOf("{\"QAV_Wiring\": [{\"Switch\": \"s\", \"Lamp\": \"QAV_Lamp.Colour=\\\"a\\\",Number=1\"},\n"
                   "{\"Switch\": \"s\", \"Lamp\": "
                   "\"/root/cimv2:qav_lamp.NUMBER=\\\"01\\\",colour=\\\"a\\\"\"}]}"));

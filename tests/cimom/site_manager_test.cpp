@@ -21,11 +21,13 @@ protected:
         m_folder.write("site.json", document);
         manager.setSiteInstances(SiteInstances(m_folder.path(), manager.declarations()));
     }
-    InstanceSource lamps() const { return manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr); }
+    std::unique_ptr<InstanceSource> lamps() const {
+        return manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr);
+    }
     /** "colour=watts" of each lamp in turn. */
-    static std::string listed(const InstanceSource& next) {
+    static std::string listed(InstanceSource& lamps) {
         std::string all;
-        for (const CIMInstance& lamp : collected(next))
+        for (const CIMInstance& lamp : collected(lamps))
             all += std::string(all.empty() ? "" : " ") + lamp.getPropertyValue("Colour").toString().c_str() +
                    "=" + lamp.getPropertyValue("Watts").toString().c_str();
         return all;
@@ -51,12 +53,12 @@ private:
 } // namespace
 
 TEST_F(SiteManagerTest, TheSitesComeBehindTheHostsAndInTheirPlace) {
-    EXPECT_EQ("green=60 red=7 blue=(null)", listed(lamps()));
+    EXPECT_EQ("green=60 red=7 blue=(null)", listed(*lamps()));
 }
 
 TEST_F(SiteManagerTest, NamesAreThoseOfAll) {
     std::string all;
-    for (const CIMObjectPath& path : collected(manager.enumerateInstanceNames("root/cimv2", "QAV_Lamp")))
+    for (const CIMObjectPath& path : collected(*manager.enumerateInstanceNames("root/cimv2", "QAV_Lamp")))
         all += path.modelPath().c_str() + std::string(" ");
     EXPECT_EQ("QAV_Lamp.Colour=\"green\" QAV_Lamp.Colour=\"red\" QAV_Lamp.Colour=\"blue\" ", all);
 }
@@ -79,17 +81,17 @@ TEST_F(SiteManagerTest, WhatIsWrittenLiesOverBoth) {
 
 TEST_F(SiteManagerTest, NewOnesReplaceTheOld) {
     declare(R"({"QAV_Lamp": [{"Colour": "white"}]})");
-    EXPECT_EQ("red=60 green=60 white=(null)", listed(lamps()));
+    EXPECT_EQ("red=60 green=60 white=(null)", listed(*lamps()));
     EXPECT_EQ("6 /root/cimv2:QAV_Lamp.Colour=\"blue\"", cimErrorOf([this] { lamp("blue"); }));
 }
 
 TEST_F(SiteManagerTest, AnEnumerationUnderWayGoesOnWithTheOld) {
-    const InstanceSource next = lamps();
-    EXPECT_EQ("green", next().getPropertyValue("Colour").toString());
+    const std::unique_ptr<InstanceSource> source = lamps();
+    EXPECT_EQ("green", source->next().getPropertyValue("Colour").toString());
     declare("{}");
-    EXPECT_EQ("red=7 blue=(null)", listed(next));
+    EXPECT_EQ("red=7 blue=(null)", listed(*source));
 }
 
 TEST_F(SiteManagerTest, OtherClassesAreAsTheyWere) {
-    EXPECT_EQ(1u, collected(manager.enumerateInstances("root/cimv2", "QAV_Socket", nullptr)).size());
+    EXPECT_EQ(1u, collected(*manager.enumerateInstances("root/cimv2", "QAV_Socket", nullptr)).size());
 }

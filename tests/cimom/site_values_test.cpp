@@ -115,6 +115,6 @@ TEST_F(SiteValuesTest, AFileOfAnotherFormIsAnError) {
               refusalOf("{\"format_version\": 1, \"instances\": {\n\"a\": \"b\"}}"));
     EXPECT_EQ("3: not a string or null",
               refusalOf("{\"format_version\": 1, \"instances\": {\n\"a\": {\"b\": null,\n\"c\": 5}}}"));
-    EXPECT_EQ("2: \"b\" comes twice",
+    EXPECT_EQ("2: duplicate name \"b\"",
               refusalOf("{\"format_version\": 1, \"instances\": {\"a\": {\"b\": \"x\",\n\"b\": \"y\"}}}"));
 }

@@ -32,13 +32,13 @@ std::string each(const Provider& provider, const char* property = "Name") {
 std::string namesIn(const std::string& content) {
     HostTree tree;
     tree.write(status, content);
-    return each(*makeSoftwareIdentity(tree.host(), loop()));
+    return each(providerOf("QAV_SoftwareIdentity", tree.host()));
 }
 
 std::string classificationOf(const std::string& section) {
     HostTree tree;
     tree.write(status, stanza("a", "1", "Section: " + section + "\n"));
-    return each(*makeSoftwareIdentity(tree.host(), loop()), "Classifications");
+    return each(providerOf("QAV_SoftwareIdentity", tree.host()), "Classifications");
 }
 
 /** Puts a script in the place of rpm(8), and a database for it. */
@@ -52,7 +52,7 @@ void writeRpm(const HostTree& tree, const std::string& script) {
 std::string namesPrinted(const std::string& lines, int exitStatus = 0) {
     HostTree tree;
     writeRpm(tree, "printf '" + lines + "'\nexit " + std::to_string(exitStatus) + "\n");
-    return each(*makeSoftwareIdentity(tree.host(), loop()));
+    return each(providerOf("QAV_SoftwareIdentity", tree.host()));
 }
 
 } // namespace
@@ -63,7 +63,7 @@ TEST(SoftwareIdentity, APackageIsTheHostsSoftwareWithNameVersionAndDate) {
     tree.write(status, stanza("hello-doc", "1:2.10-3", "Section: doc\n"));
     tree.write("/var/lib/dpkg/info/hello-doc.list", "");
     tree.setModificationTime("/var/lib/dpkg/info/hello-doc.list", 1700000000, 123456789);
-    const CIMInstance package = onlyInstance(*makeSoftwareIdentity(tree.host(), loop()));
+    const CIMInstance package = onlyInstance(providerOf("QAV_SoftwareIdentity", tree.host()));
     EXPECT_EQ("QAV_SoftwareIdentity", package.getClassName());
     EXPECT_EQ("InstanceID", names(package.getKeyValuePairs()));
     EXPECT_EQ("InstanceID Name Classifications InstalledDate", names(package.getProperties()));
@@ -87,7 +87,7 @@ TEST(SoftwareIdentity, OnlyWhatIsInstalledCounts) {
         content += "Package: p" + std::to_string(content.size()) + "\nStatus: " + state +
                    "\nArchitecture: all\nVersion: 1\n\n";
     tree.write(status, content);
-    const std::string found = each(*makeSoftwareIdentity(tree.host(), loop()));
+    const std::string found = each(providerOf("QAV_SoftwareIdentity", tree.host()));
     EXPECT_EQ(2u, words(found).size()) << found;
     EXPECT_EQ("p0-1", words(found)[0]);
 }
@@ -104,16 +104,16 @@ TEST(SoftwareIdentity, OfSeveralArchitecturesEachHasItsOwnDate) {
     tree.setModificationTime("/var/lib/dpkg/info/lib:amd64.list", 1, 0);
     tree.setModificationTime("/var/lib/dpkg/info/lib:i386.list", 2, 0);
     tree.setModificationTime("/var/lib/dpkg/info/tool.list", 3, 0);
-    const std::unique_ptr<Provider> provider = makeSoftwareIdentity(tree.host(), loop());
-    EXPECT_EQ("dpkg:lib:amd64 dpkg:lib:i386 dpkg:tool:amd64", each(*provider, "InstanceID"));
+    const Provider provider = providerOf("QAV_SoftwareIdentity", tree.host());
+    EXPECT_EQ("dpkg:lib:amd64 dpkg:lib:i386 dpkg:tool:amd64", each(provider, "InstanceID"));
     EXPECT_EQ("19700101000001.000000+000 19700101000002.000000+000 19700101000003.000000+000",
-              each(*provider, "InstalledDate"));
+              each(provider, "InstalledDate"));
 }
 
 TEST(SoftwareIdentity, APackageWithoutAListHasNoDate) {
     HostTree tree;
     tree.write(status, stanza("a", "1"));
-    EXPECT_EQ("(null)", each(*makeSoftwareIdentity(tree.host(), loop()), "InstalledDate"));
+    EXPECT_EQ("(null)", each(providerOf("QAV_SoftwareIdentity", tree.host()), "InstalledDate"));
 }
 
 TEST(SoftwareIdentity, ASectionTellsTheClassificationWhereItIsOfOneKind) {
@@ -129,7 +129,8 @@ TEST(SoftwareIdentity, ASectionTellsTheClassificationWhereItIsOfOneKind) {
 TEST(SoftwareIdentity, APackageThatIsToldTwiceIsOne) {
     HostTree tree;
     tree.write(status, stanza("a", "1") + stanza("b", "1") + stanza("a", "1"));
-    EXPECT_EQ("dpkg:a:amd64 dpkg:b:amd64", each(*makeSoftwareIdentity(tree.host(), loop()), "InstanceID"));
+    EXPECT_EQ("dpkg:a:amd64 dpkg:b:amd64",
+              each(providerOf("QAV_SoftwareIdentity", tree.host()), "InstanceID"));
 }
 
 TEST(SoftwareIdentity, OddStanzasSpoilNoOthers) {
@@ -146,7 +147,7 @@ TEST(SoftwareIdentity, AStatusFileThatIsCutShortTellsWhatIsWhole) {
     HostTree tree;
     for (std::size_t size = 0; size < whole.size(); ++size) {
         tree.write(status, whole.substr(0, size));
-        const std::string found = each(*makeSoftwareIdentity(tree.host(), loop()));
+        const std::string found = each(providerOf("QAV_SoftwareIdentity", tree.host()));
         EXPECT_TRUE(found.empty() || found == "a-1.23" || found == "a-1.23 b-45") << size << found;
     }
     EXPECT_EQ("a-1.23 b-45", namesIn(whole));
@@ -157,47 +158,47 @@ TEST(SoftwareIdentity, AnUnchangedStatusFileIsNotReadAgain) {
     HostTree tree;
     tree.write(status, stanza("a", "1"));
     tree.setModificationTime(status, 1700000000, 5);
-    const std::unique_ptr<Provider> provider = makeSoftwareIdentity(tree.host(), loop());
-    EXPECT_EQ("a-1", each(*provider));
+    const Provider provider = providerOf("QAV_SoftwareIdentity", tree.host());
+    EXPECT_EQ("a-1", each(provider));
     tree.write(status, stanza("b", "1"));
     tree.setModificationTime(status, 1700000000, 5);
-    EXPECT_EQ("a-1", each(*provider));
+    EXPECT_EQ("a-1", each(provider));
 }
 
 TEST(SoftwareIdentity, AStatusFileThatDiffersInTimeSizeOrInodeIsReadAgain) {
     HostTree tree;
     tree.write(status, stanza("a", "1"));
     tree.setModificationTime(status, 1700000000, 5);
-    const std::unique_ptr<Provider> provider = makeSoftwareIdentity(tree.host(), loop());
-    EXPECT_EQ("a-1", each(*provider));
+    const Provider provider = providerOf("QAV_SoftwareIdentity", tree.host());
+    EXPECT_EQ("a-1", each(provider));
     tree.write(status, stanza("b", "1"));
     tree.setModificationTime(status, 1700000000, 6);
-    EXPECT_EQ("b-1", each(*provider));
+    EXPECT_EQ("b-1", each(provider));
     tree.write(status, stanza("c", "1"));
     tree.setModificationTime(status, 1700000001, 6);
-    EXPECT_EQ("c-1", each(*provider));
+    EXPECT_EQ("c-1", each(provider));
     tree.write(status, stanza("dd", "1"));
     tree.setModificationTime(status, 1700000001, 6);
-    EXPECT_EQ("dd-1", each(*provider));
+    EXPECT_EQ("dd-1", each(provider));
     tree.write("/new", stanza("ee", "1"));
     tree.setModificationTime("/new", 1700000001, 6);
     ASSERT_EQ(0, std::rename(tree.realPath("/new").c_str(), tree.realPath(status).c_str()));
-    EXPECT_EQ("ee-1", each(*provider));
+    EXPECT_EQ("ee-1", each(provider));
     ASSERT_EQ(0, std::remove(tree.realPath(status).c_str()));
-    EXPECT_EQ("", each(*provider));
+    EXPECT_EQ("", each(provider));
 }
 
 TEST(SoftwareIdentity, AnEnumerationIsOfTheSoftwareAtItsBeginning) {
     HostTree tree;
     tree.write(status, stanza("a", "1") + stanza("b", "1"));
-    const std::unique_ptr<Provider> provider = makeSoftwareIdentity(tree.host(), loop());
-    const InstanceSource next = provider->instances();
-    EXPECT_EQ("a-1", text(next(), "Name"));
+    const Provider provider = providerOf("QAV_SoftwareIdentity", tree.host());
+    const std::unique_ptr<InstanceSource> source = provider.instances();
+    EXPECT_EQ("a-1", text(source->next(), "Name"));
     tree.write(status, stanza("c", "1"));
-    EXPECT_EQ("c-1", each(*provider));
-    EXPECT_EQ("b-1", text(next(), "Name"));
-    EXPECT_FALSE(next());
-    EXPECT_FALSE(next());
+    EXPECT_EQ("c-1", each(provider));
+    EXPECT_EQ("b-1", text(source->next(), "Name"));
+    EXPECT_FALSE(source->next());
+    EXPECT_FALSE(source->next());
 }
 
 TEST(SoftwareIdentity, APackageIsFoundByItsKey) {
@@ -216,12 +217,12 @@ TEST(SoftwareIdentity, WithoutDpkgTheRpmProgramOfTheHostTells) {
 printf 'kernel\t6.1-1\tx86_64\t1700000001\tSystem Environment/Kernel\n'
 printf 'kernel\t6.0-1\tx86_64\t(none)\tUnspecified\n'
 )");
-    const std::unique_ptr<Provider> provider = makeSoftwareIdentity(tree.host(), loop());
+    const Provider provider = providerOf("QAV_SoftwareIdentity", tree.host());
     EXPECT_EQ("rpm:kernel-6.0-1.x86_64 rpm:kernel-6.1-1.x86_64 rpm:tool-2-3.fc40.x86_64",
-              each(*provider, "InstanceID"));
-    EXPECT_EQ("kernel-6.0-1 kernel-6.1-1 tool-2-3.fc40", each(*provider));
-    EXPECT_EQ("(null) 8 4", each(*provider, "Classifications"));
-    EXPECT_EQ("(null) 20231114221321.000000+000 20231114221320.000000+000", each(*provider, "InstalledDate"));
+              each(provider, "InstanceID"));
+    EXPECT_EQ("kernel-6.0-1 kernel-6.1-1 tool-2-3.fc40", each(provider));
+    EXPECT_EQ("(null) 8 4", each(provider, "Classifications"));
+    EXPECT_EQ("(null) 20231114221321.000000+000 20231114221320.000000+000", each(provider, "InstalledDate"));
 }
 
 TEST(SoftwareIdentity, RpmIsAskedForTheDatabaseOfTheHost) {
@@ -230,9 +231,9 @@ TEST(SoftwareIdentity, RpmIsAskedForTheDatabaseOfTheHost) {
 printf '%s' "$5" | sed 's/%{NAME}/n/; s/%{VERSION}/v/; s/%{RELEASE}/r/; s/%{ARCH}/a/; s/%{INSTALLTIME}/1/
 s/%{GROUP}/Amusements/; s/\\t/\t/g; s/\\n//'
 )");
-    const std::unique_ptr<Provider> provider = makeSoftwareIdentity(tree.host(), loop());
-    EXPECT_EQ("rpm:n-v-r.a", each(*provider, "InstanceID"));
-    EXPECT_EQ("4", each(*provider, "Classifications"));
+    const Provider provider = providerOf("QAV_SoftwareIdentity", tree.host());
+    EXPECT_EQ("rpm:n-v-r.a", each(provider, "InstanceID"));
+    EXPECT_EQ("4", each(provider, "Classifications"));
 }
 
 TEST(SoftwareIdentity, RpmIsFoundInAFolderWhoseNameTheShellWouldRead) {
@@ -242,7 +243,7 @@ TEST(SoftwareIdentity, RpmIsFoundInAFolderWhoseNameTheShellWouldRead) {
     tree.write(root + "/usr/bin/rpm", "#!/bin/sh\n[ -d \"$2\" ] && printf 'a\\t1-1\\tx\\t1\\t\\n'\n");
     ASSERT_EQ(0, ::chmod(tree.realPath(root + "/usr/bin/rpm").c_str(), 0755));
     const Host host(tree.realPath(root));
-    EXPECT_EQ("a-1-1", each(*makeSoftwareIdentity(host, loop())));
+    EXPECT_EQ("a-1-1", each(providerOf("QAV_SoftwareIdentity", host)));
 }
 
 TEST(SoftwareIdentity, WhatRpmDoesNotTellWholeIsLeftOut) {
@@ -257,29 +258,29 @@ TEST(SoftwareIdentity, WhatRpmDoesNotTellWholeIsLeftOut) {
 TEST(SoftwareIdentity, RpmRunsAgainOnlyWhenItsDatabaseHasChanged) {
     HostTree tree;
     writeRpm(tree, "echo >>\"${0%/usr/bin/rpm}/runs\"\nprintf 'a\\t1-1\\tx\\t1\\t\\n'\n");
-    const std::unique_ptr<Provider> provider = makeSoftwareIdentity(tree.host(), loop());
-    EXPECT_EQ("a-1-1", each(*provider));
-    EXPECT_EQ("a-1-1", each(*provider));
+    const Provider provider = providerOf("QAV_SoftwareIdentity", tree.host());
+    EXPECT_EQ("a-1-1", each(provider));
+    EXPECT_EQ("a-1-1", each(provider));
     EXPECT_EQ("\n", tree.host().readFile("/runs"));
     tree.write("/usr/lib/sysimage/rpm/rpmdb.sqlite-wal", "changes");
-    EXPECT_EQ("a-1-1", each(*provider));
+    EXPECT_EQ("a-1-1", each(provider));
     EXPECT_EQ("\n\n", tree.host().readFile("/runs"));
 }
 
 TEST(SoftwareIdentity, RpmThatHasFailedIsNotAskedAgainByEveryReader) {
     HostTree tree;
     writeRpm(tree, "cat \"${0%/usr/bin/rpm}/packages\"\n");
-    const std::unique_ptr<Provider> provider = makeSoftwareIdentity(tree.host(), loop());
-    EXPECT_EQ("", each(*provider));
+    const Provider provider = providerOf("QAV_SoftwareIdentity", tree.host());
+    EXPECT_EQ("", each(provider));
     tree.write("/packages", "a\t1-1\tx\t1\t\n");
-    EXPECT_EQ("", each(*provider)) << "the failure is kept";
+    EXPECT_EQ("", each(provider)) << "the failure is kept";
     tree.write("/usr/lib/sysimage/rpm/rpmdb.sqlite-wal", "changes");
-    EXPECT_EQ("a-1-1", each(*provider));
+    EXPECT_EQ("a-1-1", each(provider));
 }
 
 TEST(SoftwareIdentity, WithoutADatabaseRpmIsNotRun) {
     HostTree tree;
     writeRpm(tree, "printf 'a\\t1-1\\tx\\t1\\t\\n'\n");
     ASSERT_EQ(0, std::remove(tree.realPath("/var/lib/rpm/Packages").c_str()));
-    EXPECT_EQ("", each(*makeSoftwareIdentity(tree.host(), loop())));
+    EXPECT_EQ("", each(providerOf("QAV_SoftwareIdentity", tree.host())));
 }

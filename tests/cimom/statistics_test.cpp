@@ -56,7 +56,7 @@ HostTree& withCounters(HostTree& tree) {
 
 TEST(Statistics, TCPCountersAreFoundByTheirColumns) {
     HostTree tree;
-    const CIMInstance found = onlyInstance(*makeTCPStatisticalData(withCounters(tree).host()));
+    const CIMInstance found = onlyInstance(providerOf("QAV_TCPStatisticalData", withCounters(tree).host()));
     EXPECT_EQ(
         "InstanceID ActiveOpens PassiveOpens AttemptFails EstabResets CurrEstab InSegs OutSegs RetransSegs "
         "InErrs OutRsts",
@@ -67,14 +67,14 @@ TEST(Statistics, TCPCountersAreFoundByTheirColumns) {
 
 TEST(Statistics, UDPCountersAreFoundByTheirColumns) {
     HostTree tree;
-    const CIMInstance found = onlyInstance(*makeUDPStatisticalData(withCounters(tree).host()));
+    const CIMInstance found = onlyInstance(providerOf("QAV_UDPStatisticalData", withCounters(tree).host()));
     EXPECT_EQ("InstanceID InDatagrams NoPorts InErrors OutDatagrams", names(found.getProperties()));
     EXPECT_EQ("UDP 400 401 402 403", values(found));
 }
 
 TEST(Statistics, IPCountersAreFoundByTheirColumnsAndRoutingDiscardsAreUnknown) {
     HostTree tree;
-    const CIMInstance found = onlyInstance(*makeIPStatisticalData(withCounters(tree).host()));
+    const CIMInstance found = onlyInstance(providerOf("QAV_IPStatisticalData", withCounters(tree).host()));
     EXPECT_EQ("InstanceID InReceives InHdrErrors InAddrErrors InForwDatagrams InUnknownProtos InDiscards "
               "InDelivers "
               "OutRequests OutDiscards OutNoRoutes ReassemblyRequired ReassemblyOKs ReassemblyFails FragOKs "
@@ -85,7 +85,7 @@ TEST(Statistics, IPCountersAreFoundByTheirColumnsAndRoutingDiscardsAreUnknown) {
 
 TEST(Statistics, ICMPCountersAreFoundByTheirColumns) {
     HostTree tree;
-    const CIMInstance found = onlyInstance(*makeICMPStatisticalData(withCounters(tree).host()));
+    const CIMInstance found = onlyInstance(providerOf("QAV_ICMPStatisticalData", withCounters(tree).host()));
     EXPECT_EQ(
         "InstanceID InMsgs InErrors InDestUnreachs InTimeExcds InParmProbs InSrcQuenchs InRedirects InEchos "
         "InEchoReps InTimestamps InTimestampReps InAddrMasks InAddrMaskReps OutMsgs OutErrors "
@@ -101,7 +101,7 @@ TEST(Statistics, ICMPCountersAreFoundByTheirColumns) {
 TEST(Statistics, CountersAreOf64BitsAndTheGaugeOf32) {
     HostTree tree;
     tree.write("/proc/net/snmp", "Tcp: CurrEstab InSegs\nTcp: 4294967295 18446744073709551615\n");
-    const CIMInstance found = onlyInstance(*makeTCPStatisticalData(tree.host()));
+    const CIMInstance found = onlyInstance(providerOf("QAV_TCPStatisticalData", tree.host()));
     EXPECT_EQ(CIMDataType::UINT32, found.getProperty("CurrEstab").getDataType().getType());
     EXPECT_EQ(CIMDataType::UINT64, found.getProperty("InSegs").getDataType().getType());
     EXPECT_EQ("4294967295", text(found, "CurrEstab"));
@@ -110,18 +110,21 @@ TEST(Statistics, CountersAreOf64BitsAndTheGaugeOf32) {
 
 TEST(Statistics, WithoutTheFileAllCountersAreNull) {
     HostTree tree;
-    EXPECT_EQ("UDP (null) (null) (null) (null)", values(onlyInstance(*makeUDPStatisticalData(tree.host()))));
+    EXPECT_EQ("UDP (null) (null) (null) (null)",
+              values(onlyInstance(providerOf("QAV_UDPStatisticalData", tree.host()))));
 }
 
 TEST(Statistics, AColumnThatTheKernelDoesNotHaveIsNull) {
     HostTree tree;
     tree.write("/proc/net/snmp", "Udp: OutDatagrams InDatagrams\nUdp: 7 8\n");
-    EXPECT_EQ("UDP 8 (null) (null) 7", values(onlyInstance(*makeUDPStatisticalData(tree.host()))));
+    EXPECT_EQ("UDP 8 (null) (null) 7",
+              values(onlyInstance(providerOf("QAV_UDPStatisticalData", tree.host()))));
 }
 
 TEST(Statistics, OddLinesSpoilNoOthers) {
     HostTree tree;
     tree.write("/proc/net/snmp",
                "\nUdp: alone\nTcp:\nrubbish\nUdp: InDatagrams NoPorts InErrors\nUdp: 7 x\n");
-    EXPECT_EQ("UDP 7 (null) (null) (null)", values(onlyInstance(*makeUDPStatisticalData(tree.host()))));
+    EXPECT_EQ("UDP 7 (null) (null) (null)",
+              values(onlyInstance(providerOf("QAV_UDPStatisticalData", tree.host()))));
 }

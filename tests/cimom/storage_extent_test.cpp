@@ -13,7 +13,8 @@ namespace {
 const MountLine root = {27, 1, "8:2", "/", "ext4", "/dev/sda2"};
 
 CIMInstance extent(const HostTree& tree, const std::string& deviceId) {
-    const CIMInstance found = instanceWhere(*makeStorageExtent(tree.host()), "DeviceID", deviceId);
+    const CIMInstance found =
+        instanceWhere(providerOf("QAV_StorageExtent", tree.host()), "DeviceID", deviceId);
     EXPECT_TRUE(found) << deviceId;
     return found;
 }
@@ -75,9 +76,9 @@ TEST(StorageExtent, WhatTheHostDoesNotTellOfMemoryIsNull) {
 TEST(StorageExtent, SwapSpaceIsThereOnlyWhenTheHostHasSome) {
     StorageTree tree;
     tree.write("/proc/meminfo", "SwapTotal: 0 kB\nSwapFree: 0 kB\n");
-    EXPECT_EQ("memory ", column(*makeStorageExtent(tree.host()), "DeviceID"));
+    EXPECT_EQ("memory ", column(providerOf("QAV_StorageExtent", tree.host()), "DeviceID"));
     tree.write("/proc/meminfo", "SwapTotal: 5000000000 kB\nSwapFree: 4999999990 kB\n");
-    EXPECT_EQ("memory swap ", column(*makeStorageExtent(tree.host()), "DeviceID"));
+    EXPECT_EQ("memory swap ", column(providerOf("QAV_StorageExtent", tree.host()), "DeviceID"));
     const CIMInstance swap = extent(tree, "swap");
     EXPECT_EQ("3", text(swap, "StorageType"));
     EXPECT_EQ("Swap space", text(swap, "Purpose"));
@@ -122,8 +123,9 @@ TEST(StorageExtent, RemoteFileSystemsAreNone) {
     StorageTree tree;
     tree.makeFolder("/data");
     tree.writeMounts({root, {30, 27, "0:40", "/data", "nfs4", "box:/export"}});
-    EXPECT_EQ("memory 8:2 ", column(*makeStorageExtent(tree.host()), "DeviceID"));
-    EXPECT_EQ("0", text(instanceWhere(*makeFileSystem(tree.host()), "Root", "/data"), "StorageIndex"));
+    EXPECT_EQ("memory 8:2 ", column(providerOf("QAV_StorageExtent", tree.host()), "DeviceID"));
+    EXPECT_EQ(
+        "0", text(instanceWhere(providerOf("QAV_FileSystem", tree.host()), "Root", "/data"), "StorageIndex"));
 }
 
 TEST(StorageExtent, AFileSystemBehindARemoteOneIsNotLookedAt) {
@@ -149,7 +151,8 @@ TEST(StorageExtent, AFileSystemThatIsMountedSeveralTimesCountsOnce) {
     for (const std::vector<MountLine>& lines :
          {std::vector<MountLine>{part, whole, other}, std::vector<MountLine>{other, whole, part}}) {
         tree.writeMounts(lines);
-        EXPECT_EQ("Physical memory /longer ", column(*makeStorageExtent(tree.host()), "Purpose"));
+        EXPECT_EQ("Physical memory /longer ",
+                  column(providerOf("QAV_StorageExtent", tree.host()), "Purpose"));
     }
 }
 
@@ -159,8 +162,9 @@ TEST(StorageExtent, ItsIndexIsWhereAllMountsOfTheFileSystemPoint) {
                       {30, 27, "8:3", "/a", "ext4", "/dev/sda3", "/docs"},
                       {31, 27, "8:3", "/b", "ext4", "/dev/sda3"},
                       {32, 27, "0:1", "/c", "tmpfs", "tmpfs"}});
-    EXPECT_EQ("1 4 8388613 8388614 ", column(*makeStorageExtent(tree.host()), "_INDEX"));
-    EXPECT_EQ("8388613 8388614 8388614 4 ", column(*makeFileSystem(tree.host()), "StorageIndex"));
+    EXPECT_EQ("1 4 8388613 8388614 ", column(providerOf("QAV_StorageExtent", tree.host()), "_INDEX"));
+    EXPECT_EQ("8388613 8388614 8388614 4 ",
+              column(providerOf("QAV_FileSystem", tree.host()), "StorageIndex"));
 }
 
 TEST(StorageExtent, ItsTypeFollowsFromTheDisk) {

@@ -9,7 +9,7 @@ using namespace OpenWBEM;
 namespace {
 
 CIMInstance systemOf(const HostTree& tree) {
-    return onlyInstance(*makeSystem(tree.host()));
+    return onlyInstance(providerOf("QAV_System", tree.host()));
 }
 
 void writeKernel(const HostTree& tree) {

@@ -14,9 +14,9 @@ namespace {
 
 class ProcessClasses : public testing::Test {
 protected:
-    CIMInstance process() const { return onlyInstance(*makeUnixProcess(m_tree.host(), loop())); }
+    CIMInstance process() const { return onlyInstance(providerOf("QAV_UnixProcess", m_tree.host())); }
     CIMInstance statistics() const {
-        return onlyInstance(*makeUnixProcessStatisticalInformation(m_tree.host()));
+        return onlyInstance(providerOf("QAV_UnixProcessStatisticalInformation", m_tree.host()));
     }
 
     const HostTree m_tree;
@@ -119,7 +119,7 @@ TEST_F(ProcessClasses, OfAHostWhoseFolderHasAnyNameAskItsSoftwareInventory) {
         ProcessTree(host.realPath("/proc")).add("4711", example());
         writeProgram(host, "echo run >>'" + log + "'\necho daemon 1.0 x Driver\n");
         std::filesystem::remove(log);
-        EXPECT_EQ("3", text(onlyInstance(*makeUnixProcess(host, loop())), "RunType")) << name;
+        EXPECT_EQ("3", text(onlyInstance(providerOf("QAV_UnixProcess", host)), "RunType")) << name;
         EXPECT_EQ("run\n", support::readFile(log)) << name;
     }
 }
@@ -134,7 +134,7 @@ TEST_F(ProcessClasses, OfAHostWhoseFolderReadsAsACommandRunNone) {
         ProcessTree(host.realPath("/proc")).add("4711", example());
         const std::string before = std::filesystem::current_path();
         std::filesystem::current_path(folder.path());
-        EXPECT_EQ("4", text(onlyInstance(*makeUnixProcess(host, loop())), "RunType")) << name;
+        EXPECT_EQ("4", text(onlyInstance(providerOf("QAV_UnixProcess", host)), "RunType")) << name;
         std::filesystem::current_path(before);
         EXPECT_FALSE(std::filesystem::exists(file)) << name;
     }
@@ -154,9 +154,9 @@ TEST_F(ProcessClasses, AskTheSoftwareInventoryNotAtEveryRead) {
     m_processes.add("4711", example());
     m_tree.write("/kq/bin/softinv", "#!/bin/sh\necho >>\"${0%softinv}/runs\"\necho daemon 1.0 x Driver\n");
     ASSERT_EQ(0, ::chmod(m_tree.realPath("/kq/bin/softinv").c_str(), 0755));
-    const std::unique_ptr<Provider> provider = makeUnixProcess(m_tree.host(), loop());
-    EXPECT_EQ("3", text(onlyInstance(*provider), "RunType"));
-    EXPECT_EQ("3", text(onlyInstance(*provider), "RunType"));
+    const Provider provider = providerOf("QAV_UnixProcess", m_tree.host());
+    EXPECT_EQ("3", text(onlyInstance(provider), "RunType"));
+    EXPECT_EQ("3", text(onlyInstance(provider), "RunType"));
     EXPECT_EQ("\n", m_tree.host().readFile("/kq/bin/runs"));
 }
 
@@ -203,22 +203,22 @@ TEST_F(ProcessClasses, HaveAnInstanceForEveryProcess) {
     for (const char* const id : {"7", "8", "9"})
         m_processes.add(id);
     m_processes.add("self");
-    EXPECT_EQ(3U, allInstances(*makeUnixProcess(m_tree.host(), loop())).size());
-    EXPECT_EQ(3U, allInstances(*makeUnixProcessStatisticalInformation(m_tree.host())).size());
+    EXPECT_EQ(3U, allInstances(providerOf("QAV_UnixProcess", m_tree.host())).size());
+    EXPECT_EQ(3U, allInstances(providerOf("QAV_UnixProcessStatisticalInformation", m_tree.host())).size());
 }
 
 TEST_F(ProcessClasses, OfTwoHostsAreToldApart) {
     const HostTree other;
     ProcessTree(other.realPath("/proc")).add("8");
     m_processes.add("7");
-    const std::unique_ptr<Provider> provider = makeUnixProcess(m_tree.host(), loop());
-    const std::unique_ptr<Provider> otherProvider = makeUnixProcess(other.host(), loop());
-    EXPECT_EQ("7", text(onlyInstance(*provider), "Handle"));
-    EXPECT_EQ("8", text(onlyInstance(*otherProvider), "Handle"));
-    EXPECT_EQ("7", text(onlyInstance(*provider), "Handle"));
+    const Provider provider = providerOf("QAV_UnixProcess", m_tree.host());
+    const Provider otherProvider = providerOf("QAV_UnixProcess", other.host());
+    EXPECT_EQ("7", text(onlyInstance(provider), "Handle"));
+    EXPECT_EQ("8", text(onlyInstance(otherProvider), "Handle"));
+    EXPECT_EQ("7", text(onlyInstance(provider), "Handle"));
 }
 
 TEST_F(ProcessClasses, HaveNoInstancesWithoutProc) {
-    EXPECT_TRUE(allInstances(*makeUnixProcess(m_tree.host(), loop())).empty());
-    EXPECT_TRUE(allInstances(*makeUnixProcessStatisticalInformation(m_tree.host())).empty());
+    EXPECT_TRUE(allInstances(providerOf("QAV_UnixProcess", m_tree.host())).empty());
+    EXPECT_TRUE(allInstances(providerOf("QAV_UnixProcessStatisticalInformation", m_tree.host())).empty());
 }
