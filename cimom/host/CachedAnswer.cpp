@@ -37,7 +37,7 @@ void CachedAnswer::ask(const FileVersions& versions, const Question& question) {
                  [this](std::optional<std::string> answer) { take(std::move(answer)); });
         m_waiting = std::move(waiting);
     } catch (const std::runtime_error& e) { // from Boost or the standard library
-        log(std::string("cannot ask a program of the host: ") + e.what());
+        log(std::string("cannot run a program of the host: ") + e.what());
         store(nullptr);
     }
 }

@@ -55,7 +55,7 @@ DeviceStatus statusOf(std::optional<bool> isRunning) {
     return *isRunning ? DeviceStatus::running : DeviceStatus::down;
 }
 
-/** Dormant interfaces and those with a lower layer that is down are as unusable as those that are down. */
+/** An interface that is dormant or whose lower layer is down cannot be used: it is down. */
 DeviceStatus statusOf(std::optional<OperStatus> status) {
     switch (status.value_or(OperStatus::unknown)) {
     case OperStatus::up:

@@ -24,8 +24,7 @@ struct FileSystem {
     Backing backing;
     /** Whether the host boots from it: it holds /boot. */
     bool isBootable;
-    /** Whether a directory on its path, other than "/", is a remote mount: access may wait for another
-     * computer. */
+    /** Whether it is below a remote mount other than "/": access may wait for another computer. */
     bool isBelowRemote;
 };
 

@@ -51,8 +51,7 @@ std::optional<UInt16> rfcState(unsigned kernelState) {
     return index < sizeof states / sizeof *states ? std::optional<UInt16>(states[index]) : std::nullopt;
 }
 
-/** Reads "<address>:<port>". The address consists of 32-bit words, each in hexadecimal and in host byte
- * order. */
+/** Reads "<address>:<port>". The address consists of hexadecimal 32-bit words in host byte order. */
 std::optional<TCPAddress> parseAddress(std::string_view text) {
     const std::size_t digits = text.find(':');
     if (digits != 8 && digits != 32)

@@ -58,8 +58,8 @@ struct PciSlot {
 std::vector<PciSlot> pciSlots(const Host& host);
 
 /**
- * The names of PCI vendors and devices in the list pci.ids of the host. Without a name, the number is
- * returned, as lspci(8) does.
+ * The names of PCI vendors and devices in the list pci.ids of the host. Numbers replace missing
+ * names, as in lspci(8).
  */
 class PciNames {
 public:

@@ -13,8 +13,7 @@ namespace cimom {
 
 /**
  * A structure of the SMBIOS table, in which the firmware describes the hardware (DSP0134). Fields are found
- * by their offsets in DSP0134. A field beyond the end of the structure is absent: it belongs to a later
- * version.
+ * by their offsets in DSP0134. A field beyond the end of the structure is absent.
  */
 class SmbiosStructure {
 public:

@@ -47,8 +47,7 @@ std::shared_ptr<const SoftwareInventory::Packages> SoftwareInventory::packages()
 void SoftwareInventory::readDpkg(const FileVersions& versions) {
     if (m_packages && versions == m_dpkgVersions)
         return;
-    std::optional<Packages> read = dpkgPackages(m_host);
-    m_packages = read ? std::make_shared<const Packages>(ordered(std::move(*read))) : nullptr;
+    m_packages = std::make_shared<const Packages>(ordered(dpkgPackages(m_host)));
     m_dpkgVersions = versions;
     m_rpmList = nullptr;
 }

@@ -48,10 +48,10 @@ void requireDeclared(const PropertyList& listed, const ClassDeclaration& declara
 }
 
 /** Logs the names that the class does not declare, in one line. */
-void logLeftOut(const std::string& names, const CIMInstance& present) {
+void logIgnored(const std::string& names, const CIMInstance& present) {
     if (!names.empty())
         log("ModifyInstance " + std::string(pathOf(present).toString().c_str()) +
-            ": left out, since the class has no such property: " + names);
+            ": ignored undeclared properties: " + names);
 }
 
 } // namespace
@@ -63,14 +63,14 @@ SiteValues::Values valuesToWrite(const CIMInstance& request, const PropertyList*
     const std::set<CIMName> wanted =
         listed ? std::set<CIMName>(listed->begin(), listed->end()) : std::set<CIMName>();
     SiteValues::Values changes;
-    std::string leftOut;
+    std::string ignored;
     for (const CIMProperty& property : request.getProperties()) {
         const CIMName name = property.getName();
         if (listed && wanted.count(name) == 0)
             continue;
         const PropertyDeclaration* const declared = declaration.find(name);
         if (!declared) {
-            leftOut += (leftOut.empty() ? "\"" : ", \"") + std::string(name.toString().c_str()) + "\"";
+            ignored += (ignored.empty() ? "\"" : ", \"") + std::string(name.toString().c_str()) + "\"";
             continue;
         }
         const CIMValue value = declared->converted(property.getValue());
@@ -79,7 +79,7 @@ SiteValues::Values valuesToWrite(const CIMInstance& request, const PropertyList*
         else if (!isSame(value, present.getPropertyValue(name)))
             OW_THROWCIMMSG(CIMException::NOT_SUPPORTED, declared->name);
     }
-    logLeftOut(leftOut, present);
+    logIgnored(ignored, present);
     return changes;
 }
 

@@ -77,14 +77,14 @@ unsigned daysOf(unsigned year, unsigned month) {
     return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
 }
 
-/** DSP0004, datetime. A second may be a leap second; zones are those of ISO 8601, at most 14 hours away. */
-bool isPossible(const CIMDateTime& time) {
+/** Checks the ranges of DSP0004, datetime. Allows leap seconds, and offsets of up to 14 hours. */
+bool isInRange(const CIMDateTime& time) {
     if (time.getHours() > 23 || time.getMinutes() > 59 || time.getSeconds() > (time.isInterval() ? 59 : 60))
         return false;
-    const int widest = 14 * 60;
+    const int maximumOffset = 14 * 60; // minutes
     return time.isInterval() || (time.getMonth() >= 1 && time.getMonth() <= 12 && time.getDay() >= 1 &&
                                  time.getDay() <= daysOf(time.getYear(), time.getMonth()) &&
-                                 time.getUtc() >= -widest && time.getUtc() <= widest);
+                                 time.getUtc() >= -maximumOffset && time.getUtc() <= maximumOffset);
 }
 
 CIMDateTime dateTime(const Value& value) {
@@ -93,8 +93,8 @@ CIMDateTime dateTime(const Value& value) {
     const String text(textOf(value, expected).c_str());
     try {
         const CIMDateTime result(text);
-        // Fields are read as far as they go: only of a text of this form the same comes out.
-        if (result.toString() == text && isPossible(result))
+        // CIMDateTime ignores malformed ends of fields. Only a well-formed text is the same again.
+        if (result.toString() == text && isInRange(result))
             return result;
     } catch (const CIMDateTimeException&) {
     }
@@ -114,7 +114,7 @@ CIMObjectPath reference(const Value& value, const ServedClasses& classes) {
     }
 }
 
-/** A value, or an array of values that `read` reads. */
+/** A value that `read` reads, or an array of such values. */
 template <class Read>
 CIMValue build(const Value& value, bool isArray, Read read) {
     if (!isArray)
@@ -175,8 +175,8 @@ CIMValue valueOf(const Value& value, const PropertyDeclaration& declared, const 
     case CIMDataType::REFERENCE:
         return build(value, declared.isArray,
                      [&classes](const Value& each) { return reference(each, classes); });
-    default: // objects within objects
-        throwExpected(value, "null: values of this type cannot be given");
+    default: // embedded objects
+        throwExpected(value, "null (values of this type are not supported)");
     }
 }
 

@@ -8,23 +8,23 @@
 #include <string>
 #include <vector>
 
-/** The files of a host that a test invents. */
+/** The files of a fake host. */
 class HostTree {
 public:
     HostTree()
-        : m_host(m_folder.path()) {}
+        : m_host(m_directory.path()) {}
 
     /** Writes a file at an absolute path of the host. */
     void write(const std::string& path, const std::string& content) const {
-        m_folder.write(path.substr(1), content);
+        m_directory.write(path.substr(1), content);
     }
     /** Sets when a file was last modified. */
     void setModificationTime(const std::string& path, long seconds, long nanoseconds) const;
-    std::string realPath(const std::string& path) const { return m_folder.path() + path; }
+    std::string realPath(const std::string& path) const { return m_directory.path() + path; }
     const cimom::Host& host() const { return m_host; }
 
 private:
-    support::TempDir m_folder;
+    support::TempDir m_directory;
     cimom::Host m_host;
 };
 
@@ -37,23 +37,22 @@ public:
     TimeZone& operator=(const TimeZone&) = delete;
 };
 
-/** The loop in which programs of the invented hosts are asked. */
+/** The loop that waits for programs of fake hosts. */
 boost::asio::io_context& loop();
 
 /** The provider of a class. */
 cimom::Provider providerOf(const char* className, const cimom::Host& host);
 
-/** All instances of a class; waits for the answer of a program. */
+/** All instances of a class. Waits for the answer of a program. */
 std::vector<OpenWBEM::CIMInstance> allInstances(const cimom::Provider& provider);
 
 /** The instance of a class that has one. */
 OpenWBEM::CIMInstance onlyInstance(const cimom::Provider& provider);
 
-/** The value of a property as text, "(null)" for none; "(missing)" when the instance does not have the
- * property. */
+/** The value of a property as text; "(null)", or "(missing)" if the instance does not have the property. */
 std::string text(const OpenWBEM::CIMInstance& instance, const char* property);
 
-/** Names of the properties in their order, with a blank between them. */
+/** The names of the properties in order, separated by blanks. */
 std::string names(const OpenWBEM::CIMPropertyArray& properties);
 
 #endif

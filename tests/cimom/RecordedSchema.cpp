@@ -44,7 +44,7 @@ bool isOf(const CIMInstance& instance, const ClassDeclaration& declaration) {
     return instance.getClassName() == declaration.name;
 }
 
-/** What the recorded enumeration of a class holds, without instances of subclasses. */
+/** The instances in the recorded enumeration of a class, without those of subclasses. */
 Instances recordedInstances(const ClassDeclaration& declaration) {
     const std::string name = declaration.name;
     const std::string conversation = name == "QAV_Empty" ? "enum_noinstances" : "enum_" + name.substr(4);

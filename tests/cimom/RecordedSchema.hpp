@@ -1,18 +1,18 @@
 #ifndef TESTS_CIMOM_RECORDED_SCHEMA_HPP
 #define TESTS_CIMOM_RECORDED_SCHEMA_HPP
-// The classes and instances that the recorded conversations are about, for an object manager of ours.
+// The classes and instances of the recorded conversations, for our object manager.
 #include "objects/ObjectManager.hpp"
 
 #include <vector>
 
 /**
- * The recorded classes. Of QAV_K70Chassis, Model and ElementName are the site's to write, as the recorded
- * client does; everything else is read-only.
+ * The recorded classes. The site may write Model and ElementName of QAV_K70Chassis, because the recorded
+ * client does; all other properties are read-only.
  */
 std::vector<cimom::ClassDeclaration> recordedClasses();
 
 /**
- * An object manager that serves classes, with the instances that the recorded enumerations hold.
+ * An object manager that serves classes with the instances of their recorded enumerations.
  *
  * @param newer instances that replace those with the same keys
  */

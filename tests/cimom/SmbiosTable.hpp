@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <string>
 
-/** A structure of a firmware's table as DSP0134 lays it out, made field by field. */
+/** Builds a structure of an SMBIOS table (DSP0134) field by field. */
 class SmbiosBytes {
 public:
-    /** A structure of a type, whose fields with their header of 4 bytes take `length` bytes, all 0. */
+    /** A structure of a type. Its header of 4 bytes and its fields, all 0, have `length` bytes. */
     SmbiosBytes(unsigned type, std::size_t length)
         : m_fields(length, '\0') {
         byte(0, type);
@@ -22,7 +22,7 @@ public:
     SmbiosBytes& word(std::size_t offset, unsigned value) {
         return byte(offset, value & 0xFF).byte(offset + 1, value >> 8);
     }
-    /** Appends a text, and puts its number at an offset. */
+    /** Appends a text and writes its number at an offset. */
     SmbiosBytes& text(std::size_t offset, const std::string& value) {
         m_texts += value + '\0';
         return byte(offset, ++m_textCount);
@@ -37,7 +37,7 @@ private:
     unsigned m_textCount = 0;
 };
 
-/** Writes a table, with the structure that ends it. */
+/** Writes a table and its end marker. */
 inline void writeSmbiosTable(const HostTree& tree, const std::string& structures) {
     tree.write("/sys/firmware/dmi/tables/DMI", structures + std::string(SmbiosBytes(127, 4)));
 }

@@ -32,7 +32,7 @@ void StorageTree::link(const std::string& path, const std::string& target) const
     std::filesystem::create_symlink(target, link);
 }
 
-void StorageTree::makeFolder(const std::string& path) const {
+void StorageTree::makeDirectory(const std::string& path) const {
     std::filesystem::create_directories(realPath(path));
 }
 
@@ -40,7 +40,7 @@ void StorageTree::writeDisk(const std::string& name, const std::string& number,
                             const std::string& sectors) const {
     writeDiskFile(name, "dev", number);
     writeDiskFile(name, "size", sectors);
-    makeFolder("/sys/block/" + name + "/device");
+    makeDirectory("/sys/block/" + name + "/device");
 }
 
 void StorageTree::writeDiskFile(const std::string& disk, const std::string& file,

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-/** A mount as /proc/self/mountinfo tells it. */
+/** A line of /proc/self/mountinfo. */
 struct MountLine {
     unsigned id;
     unsigned parent;
@@ -22,35 +22,34 @@ struct MountLine {
     std::string text() const;
 };
 
-/** The files that tell of the storage of a host. */
+/** The storage of a fake host. */
 class StorageTree : public HostTree {
 public:
-    /**
-     * With /proc/filesystems: ext4, btrfs, vfat and fuseblk need a block device, others are marked nodev.
+    /** With /proc/filesystems: ext4, btrfs, vfat and fuseblk need a block device, others are marked "nodev".
      */
     StorageTree();
 
     void writeMounts(const std::vector<MountLine>& mounts) const;
-    /** Makes a symbolic link, and the folders on its way. */
+    /** Creates a symbolic link and its parent directories. */
     void link(const std::string& path, const std::string& target) const;
-    /** Makes a folder, and those on its way. */
-    void makeFolder(const std::string& path) const;
+    /** Creates a directory and its parents. */
+    void makeDirectory(const std::string& path) const;
     /** Writes a disk with hardware. @param number "<major>:<minor>" */
     void writeDisk(const std::string& name, const std::string& number, const std::string& sectors) const;
-    /** Writes a file below the folder of a disk. */
+    /** Writes a file below the directory of a disk. */
     void writeDiskFile(const std::string& disk, const std::string& file, const std::string& content) const;
     void writePartition(const std::string& disk, const std::string& name, const std::string& number,
                         const std::string& ordinal, const std::string& sectors) const;
 };
 
-/** The values of a property of all instances in their order, with a blank after each. */
+/** The values of a property of all instances in order, with a blank after each. */
 std::string column(const cimom::Provider& provider, const char* property);
 
-/** The instance in which a property has a value; null when there is none. */
+/** The first instance in which a property has a value; null if there is none. */
 OpenWBEM::CIMInstance instanceWhere(const cimom::Provider& provider, const char* property,
                                     const std::string& value);
 
-/** The instance that the object manager of a host finds at a reference; CIMException when there is none. */
+/** The instance to which a reference of an association leads. Throws CIMException if there is none. */
 OpenWBEM::CIMInstance referredTo(const HostTree& tree, const OpenWBEM::CIMInstance& association,
                                  const char* reference);
 

@@ -5,7 +5,7 @@
 
 using namespace cimom;
 
-TEST(Access, RootAndTheOwnUserMayWrite) {
+TEST(Access, RootAndTheUserOfTheProcessMayWrite) {
     EXPECT_EQ(Access::write, accessOf(0));
     EXPECT_EQ(Access::write, accessOf(::geteuid()));
 }

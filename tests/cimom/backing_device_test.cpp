@@ -28,11 +28,11 @@ public:
         writeDiskFile(name, "dev", number);
         writeDiskFile(name, "size", "100");
         for (const std::string& slave : slaves)
-            makeFolder("/sys/block/" + name + "/slaves/" + slave);
+            makeDirectory("/sys/block/" + name + "/slaves/" + slave);
     }
 };
 
-/** What each instance leads to, sorted: "<folder>=<value of the key of the antecedent> ". */
+/** The mount point and the key of the antecedent of each instance, sorted: "<point>=<key> ". */
 std::string pairs(const HostTree& tree, const Provider& provider) {
     std::vector<std::string> found;
     for (const CIMInstance& instance : allInstances(provider))
@@ -51,7 +51,7 @@ std::string partitions(const HostTree& tree) {
 
 } // namespace
 
-TEST(ResidesOnPartition, IsAPairOfReferencesWhichAreItsKeys) {
+TEST(ResidesOnPartition, HasTwoReferencesAsKeys) {
     DiskTree tree;
     tree.writeMounts({{27, 1, "8:2", "/", "ext4", "/dev/root"}});
     const CIMInstance found = onlyInstance(providerOf("QAV_ResidesOnPartition", tree.host()));
@@ -62,7 +62,7 @@ TEST(ResidesOnPartition, IsAPairOfReferencesWhichAreItsKeys) {
     EXPECT_EQ("QAV_DiskPartition", referredTo(tree, found, "Antecedent").getClassName());
 }
 
-TEST(ResidesOnPartition, EachMountOfAPartitionLeadsToIt) {
+TEST(ResidesOnPartition, EachMountRefersToItsPartition) {
     DiskTree tree;
     tree.writeMounts({{27, 1, "8:2", "/", "ext4", "/dev/sda2"},
                       {30, 27, "8:17", "/home", "ext4", "/dev/sdb1"},
@@ -80,7 +80,7 @@ TEST(ResidesOnPartition, AWholeDiskHasNoPartition) {
     EXPECT_EQ("", partitions(tree));
 }
 
-TEST(ResidesOnPartition, AVolumeIsOnThePartitionsBelowIt) {
+TEST(ResidesOnPartition, AVolumeIsBackedByThePartitionsThatItIsMadeOf) {
     DiskTree tree;
     tree.writeVolume("md0", "9:0", {"sda2", "sdb2"});
     tree.writeVolume("dm-0", "252:0", {"md0", "sdb1", "sdb2", "sdz9"});
@@ -88,7 +88,7 @@ TEST(ResidesOnPartition, AVolumeIsOnThePartitionsBelowIt) {
     EXPECT_EQ("/=sda2 /=sdb1 /=sdb2 ", partitions(tree));
 }
 
-TEST(ResidesOnPartition, APartitionOfAVolumeIsOnNothingBelowTheVolume) {
+TEST(ResidesOnPartition, APartitionOfAVolumeIsNotBackedByPartitionsOfTheVolume) {
     DiskTree tree;
     tree.writeVolume("md0", "9:0", {"sda2", "sdb2"});
     tree.writePartition("md0", "md0p1", "259:0", "1", "50");
@@ -96,7 +96,7 @@ TEST(ResidesOnPartition, APartitionOfAVolumeIsOnNothingBelowTheVolume) {
     EXPECT_EQ("/=md0p1 ", partitions(tree));
 }
 
-TEST(ResidesOnPartition, ACircleOfVolumesHoldsNobodyUp) {
+TEST(ResidesOnPartition, ACycleOfVolumesEnds) {
     DiskTree tree;
     tree.writeVolume("dm-0", "252:0", {"dm-1", "dm-0"});
     tree.writeVolume("dm-1", "252:1", {"dm-0", "sda1"});
@@ -104,7 +104,7 @@ TEST(ResidesOnPartition, ACircleOfVolumesHoldsNobodyUp) {
     EXPECT_EQ("/=sda1 ", partitions(tree));
 }
 
-TEST(ResidesOnPartition, AFileSystemWithANumberOfItsOwnIsFoundByItsDeviceFile) {
+TEST(ResidesOnPartition, AFileSystemThatMaySpanDevicesIsFoundByItsDeviceFile) {
     DiskTree tree;
     tree.writeVolume("dm-0", "252:0", {"sdb2"});
     tree.link("/dev/mapper/system-root", "../dm-0");
@@ -114,7 +114,7 @@ TEST(ResidesOnPartition, AFileSystemWithANumberOfItsOwnIsFoundByItsDeviceFile) {
     EXPECT_EQ("/=sdb2 /home=sda1 ", partitions(tree));
 }
 
-TEST(ResidesOnPartition, ADeviceFileInAFolderIsFoundByItsName) {
+TEST(ResidesOnPartition, ADeviceFileInADirectoryIsFoundByItsName) {
     DiskTree tree;
     tree.writeDisk("cciss!c0d0", "104:0", "1000");
     tree.writePartition("cciss!c0d0", "cciss!c0d0p1", "104:1", "1", "100");
@@ -124,7 +124,7 @@ TEST(ResidesOnPartition, ADeviceFileInAFolderIsFoundByItsName) {
     EXPECT_EQ("/=cciss!c0d0p1 /home=cciss!c0d0p1 ", partitions(tree));
 }
 
-TEST(ResidesOnExtent, IsAPairOfReferencesWhichAreItsKeys) {
+TEST(ResidesOnExtent, HasTwoReferencesAsKeys) {
     StorageTree tree;
     tree.writeMounts({{27, 1, "8:2", "/", "ext4", "/dev/sda2"}});
     const CIMInstance found = onlyInstance(providerOf("QAV_ResidesOnExtent", tree.host()));
@@ -135,7 +135,7 @@ TEST(ResidesOnExtent, IsAPairOfReferencesWhichAreItsKeys) {
     EXPECT_EQ("QAV_StorageExtent", referredTo(tree, found, "Antecedent").getClassName());
 }
 
-TEST(ResidesOnExtent, EachMountOfALocalFileSystemLeadsToItsExtent) {
+TEST(ResidesOnExtent, EachMountOfALocalFileSystemRefersToItsExtent) {
     StorageTree tree;
     tree.writeMounts({{27, 1, "8:2", "/", "ext4", "/dev/sda2"},
                       {30, 27, "8:2", "/srv/a\\040b", "ext4", "/dev/sda2", "/x"},

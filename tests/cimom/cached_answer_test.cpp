@@ -14,10 +14,10 @@ namespace {
 const FileVersions first{FileVersion{{1, 0}, 1, 1}};
 const FileVersions second{FileVersion{{2, 0}, 1, 1}};
 
-/** An answer that tells how often its question has been asked. */
+/** An answer that counts its requests. */
 class CachedAnswerTest : public testing::Test {
 protected:
-    /** What get() gives: the answer, "failed" or "pending"; a waiter is noted when it is called. */
+    /** The outcome of get(): the answer, "failed" or "pending". Waiters record their numbers in `called`. */
     std::string get(const FileVersions& versions = first) {
         try {
             const auto answer = m_answer.get(versions, question);
@@ -32,10 +32,10 @@ protected:
         m_io.run();
     }
 
-    const support::TempDir folder;
+    const support::TempDir directory;
     Question question = [this] {
-        std::ofstream(folder.file("asked"), std::ios::app) << '.';
-        return std::to_string(support::readFile(folder.file("asked")).size());
+        std::ofstream(directory.file("asked"), std::ios::app) << '.';
+        return std::to_string(support::readFile(directory.file("asked")).size());
     };
     std::string called;
 
@@ -54,17 +54,17 @@ TEST_F(CachedAnswerTest, IsPendingUntilTheChildHasAnswered) {
     EXPECT_EQ("", called);
     run();
     EXPECT_EQ("01", called);
-    EXPECT_EQ("1", get()) << "those who wait share a child";
+    EXPECT_EQ("1", get()) << "all waiters share a child";
 }
 
-TEST_F(CachedAnswerTest, IsKept) {
+TEST_F(CachedAnswerTest, IsCached) {
     get();
     run();
     EXPECT_EQ("1", get());
     EXPECT_EQ("1", get());
 }
 
-TEST_F(CachedAnswerTest, IsAskedAgainWhenAFileThatItDependsOnHasChanged) {
+TEST_F(CachedAnswerTest, IsRequestedAgainAfterAFileThatItDependsOnHasChanged) {
     get();
     run();
     EXPECT_EQ("1", get());
@@ -73,14 +73,14 @@ TEST_F(CachedAnswerTest, IsAskedAgainWhenAFileThatItDependsOnHasChanged) {
     EXPECT_EQ("2", get(second));
 }
 
-TEST_F(CachedAnswerTest, IsHandedOutOnceEvenIfAFileHasChangedMeanwhile) {
+TEST_F(CachedAnswerTest, IsReturnedOnceEvenIfAFileHasChangedMeanwhile) {
     get(first);
     run();
-    EXPECT_EQ("1", get(second)) << "or whoever waits would wait for ever on a host that changes";
+    EXPECT_EQ("1", get(second)) << "or a waiter never gets an answer on a host that changes";
     EXPECT_EQ("pending", get(second));
 }
 
-TEST_F(CachedAnswerTest, IsAskedAgainWhenItsTimeIsUp) {
+TEST_F(CachedAnswerTest, IsRequestedAgainAfterItsLifetime) {
     CachedAnswer shortLived(m_io, {30s, 0s, 1h});
     const auto ask = [&] { return shortLived.get(first, question); };
     EXPECT_THROW(ask(), AnswerPending);
@@ -91,16 +91,16 @@ TEST_F(CachedAnswerTest, IsAskedAgainWhenItsTimeIsUp) {
     EXPECT_EQ("2", *ask());
 }
 
-TEST_F(CachedAnswerTest, AFailureIsKeptForATimeOfItsOwn) {
+TEST_F(CachedAnswerTest, AFailureHasASeparateLifetime) {
     question = [this]() -> std::string {
-        std::ofstream(folder.file("asked"), std::ios::app) << '.';
+        std::ofstream(directory.file("asked"), std::ios::app) << '.';
         throw std::runtime_error("no answer");
     };
     get();
     run();
     EXPECT_EQ("failed", get());
     EXPECT_EQ("failed", get());
-    EXPECT_EQ(".", support::readFile(folder.file("asked")));
+    EXPECT_EQ(".", support::readFile(directory.file("asked")));
     CachedAnswer shortLived(m_io, {30s, 1h, 0s});
     EXPECT_THROW(shortLived.get(first, question), AnswerPending);
     run();
@@ -109,7 +109,7 @@ TEST_F(CachedAnswerTest, AFailureIsKeptForATimeOfItsOwn) {
     run();
 }
 
-TEST_F(CachedAnswerTest, AChildThatTakesTooLongHasFailed) {
+TEST_F(CachedAnswerTest, AChildThatExceedsTheTimeoutHasFailed) {
     CachedAnswer slow(m_io, {10ms, 1h, 1h});
     const Question never = []() -> std::string {
         for (;;)
@@ -120,7 +120,7 @@ TEST_F(CachedAnswerTest, AChildThatTakesTooLongHasFailed) {
     EXPECT_EQ(nullptr, slow.get(first, never));
 }
 
-TEST_F(CachedAnswerTest, AWaiterThatThrowsHoldsNoOtherUp) {
+TEST_F(CachedAnswerTest, AWaiterThatThrowsDoesNotKeepOthersWaiting) {
     CachedAnswer answer(m_io);
     const auto wait = [&](std::function<void()> then) {
         try {

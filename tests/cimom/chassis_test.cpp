@@ -25,16 +25,16 @@ TEST(Chassis, PropertiesComeKeysFirst) {
               names(chassis.getProperties()));
 }
 
-TEST(Chassis, TheFirmwareTellsWhatItIs) {
+TEST(Chassis, DataComesFromTheFirmware) {
     HostTree tree;
-    const std::string folder = "/sys/class/dmi/id/";
-    tree.write(folder + "product_name", "Box 9000\n");
-    tree.write(folder + "product_family", "Boxes\n");
-    tree.write(folder + "product_sku", "9000-1\n");
-    tree.write(folder + "chassis_version", "B2\n");
-    tree.write(folder + "chassis_serial", "123456\n");
-    tree.write(folder + "chassis_vendor", "Acme, Inc.\n");
-    tree.write(folder + "chassis_type", "23\n");
+    const std::string directory = "/sys/class/dmi/id/";
+    tree.write(directory + "product_name", "Box 9000\n");
+    tree.write(directory + "product_family", "Boxes\n");
+    tree.write(directory + "product_sku", "9000-1\n");
+    tree.write(directory + "chassis_version", "B2\n");
+    tree.write(directory + "chassis_serial", "123456\n");
+    tree.write(directory + "chassis_vendor", "Acme, Inc.\n");
+    tree.write(directory + "chassis_type", "23\n");
     const CIMInstance chassis = chassisOf(tree);
     EXPECT_EQ("Chassis", text(chassis, "Tag"));
     EXPECT_EQ("QAV_K70Chassis", text(chassis, "CreationClassName"));
@@ -47,7 +47,7 @@ TEST(Chassis, TheFirmwareTellsWhatItIs) {
     EXPECT_EQ("23", text(chassis, "PhysicalType"));
 }
 
-TEST(Chassis, WhatTheFirmwareDoesNotTellIsNull) {
+TEST(Chassis, DataThatTheFirmwareDoesNotReportIsNull) {
     HostTree tree;
     tree.write("/sys/class/dmi/id/product_name", " \n");
     tree.write("/sys/class/dmi/id/chassis_type", "rack\n");
@@ -60,13 +60,13 @@ TEST(Chassis, WhatTheFirmwareDoesNotTellIsNull) {
     }
 }
 
-TEST(Chassis, IsTheFirstEntityAndInNoOther) {
+TEST(Chassis, IsTheFirstEntityAndIsNotContainedInAnother) {
     HostTree tree;
     EXPECT_EQ("1", text(chassisOf(tree), "_INDEX"));
     EXPECT_EQ("0", text(chassisOf(tree), "_CONTAINED_IN"));
 }
 
-TEST(Chassis, TheSiteMayWriteNamesAndPlaces) {
+TEST(Chassis, TheSiteMayWriteNamesAndLocations) {
     HostTree tree;
     const Provider provider = providerOf("QAV_K70Chassis", tree.host());
     std::string writable;
@@ -77,7 +77,7 @@ TEST(Chassis, TheSiteMayWriteNamesAndPlaces) {
     EXPECT_EQ("ElementName OtherIdentifyingInfo UserTracking Location ", writable);
 }
 
-TEST(Providers, WhatTheSiteMayWriteAreSingleTexts) {
+TEST(Providers, PropertiesOfTheSiteAreStrings) {
     HostTree tree;
     for (const Provider& provider : makeProviders(tree.host(), loop())) {
         for (const PropertyDeclaration& declared : provider.declaration->properties) {

@@ -24,7 +24,7 @@ std::string qualifiers(const QualifierArray& these) {
     return names;
 }
 
-/** `name type [qualifiers] origin`, a line each. */
+/** One line a property: `name type [qualifiers] origin`. */
 std::string described(const CIMClass& object) {
     std::string text;
     for (const CIMProperty& property : object.getAllProperties()) {
@@ -38,7 +38,7 @@ std::string described(const CIMClass& object) {
 
 } // namespace
 
-TEST(Class, SaysWhatItsDeclarationSays) {
+TEST(Class, FollowsItsDeclaration) {
     EXPECT_EQ("Colour string [Key] QAV_Lamp\n"
               "Watts uint16 [] QAV_Lamp\n"
               "LitSince datetime [] QAV_Lamp\n"
@@ -48,7 +48,7 @@ TEST(Class, SaysWhatItsDeclarationSays) {
     EXPECT_EQ("QAV_Lamp", classOf("qav_lamp", all).getName());
 }
 
-TEST(Class, HasNoQualifiersOrOriginsThatAreNotWanted) {
+TEST(Class, HasNoUnwantedQualifiersOrOrigins) {
     EXPECT_EQ("Wall string [] \nNumber uint32 [] \nLabel string [] \n",
               described(classOf("QAV_Socket", plain)));
 }
@@ -80,7 +80,7 @@ TEST(Class, MustBeServed) {
     EXPECT_EQ("3 root", cimErrorOf([] { lampManager({}).getClass("root", "QAV_Lamp", plain, nullptr); }));
 }
 
-TEST(Classes, AreAllThatAreServed) {
+TEST(Classes, AreAllServedClasses) {
     std::string names;
     for (const CIMClass& each : lampManager({}).enumerateClasses("/root/cimv2", CIMName(), plain))
         names += each.getName().c_str() + std::string(" ");
@@ -94,14 +94,14 @@ TEST(Classes, HaveNoSubclasses) {
     EXPECT_EQ("3 other", cimErrorOf([] { lampManager({}).enumerateClasses("other", CIMName(), plain); }));
 }
 
-TEST(Property, IsThatOfTheInstance) {
+TEST(Property, IsThePropertyOfTheInstance) {
     const ObjectManager manager = lampManager({"red"});
     const CIMObjectPath path = CIMObjectPath::parse("QAV_Lamp.Colour=\"red\"");
     EXPECT_EQ("60", manager.getProperty("root/cimv2", path, "wATTS").toString());
     EXPECT_FALSE(manager.getProperty("root/cimv2", path, "LitSince"));
 }
 
-TEST(Property, MustBeOneOfTheClass) {
+TEST(Property, MustBeDeclaredByTheClass) {
     const ObjectManager manager = lampManager({"red"});
     const auto errorOf = [&](const char* path, const char* property) {
         return cimErrorOf([&] { manager.getProperty("root/cimv2", CIMObjectPath::parse(path), property); });

@@ -42,7 +42,7 @@ TEST(TCPConnections, TheKernelsStatesBecomeThoseOfTheMIB) {
     }
 }
 
-TEST(TCPConnections, IPv6AddressesStandInBracketsInTheName) {
+TEST(TCPConnections, IPv6AddressesAreInBracketsInTheName) {
     HostTree tree;
     tree.write("/proc/net/tcp6", header + line("00000000000000000000000001000000:0016",
                                                "B80D01200000000000000000EFBE0000:FFFF", "01", 1));
@@ -63,7 +63,7 @@ TEST(TCPConnections, AnIPv4AddressOnAnIPv6SocketIsNotTheIPv4Connection) {
               namesIn(tree));
 }
 
-TEST(TCPConnections, SocketsThatShareBothEndsAreToldApartByTheirInodes) {
+TEST(TCPConnections, SocketsThatShareBothEndsAreDistinguishedByTheirInodes) {
     HostTree tree;
     tree.write("/proc/net/tcp", header + line("00000000:0050", "00000000:0000", "0A", 11) +
                                     line("00000000:0051", "00000000:0000", "0A", 12) +
@@ -72,7 +72,7 @@ TEST(TCPConnections, SocketsThatShareBothEndsAreToldApartByTheirInodes) {
               namesIn(tree));
 }
 
-TEST(TCPConnections, AConnectionThatIsListedTwiceIsToldOnce) {
+TEST(TCPConnections, AConnectionThatIsListedTwiceIsReportedOnce) {
     HostTree tree;
     tree.write("/proc/net/tcp", header + line("0100007F:0050", "0100007F:0051", "01", 11) +
                                     line("0100007F:0050", "0100007F:0051", "08", 11));
@@ -81,7 +81,7 @@ TEST(TCPConnections, AConnectionThatIsListedTwiceIsToldOnce) {
     EXPECT_EQ(5u, found[0].state);
 }
 
-TEST(TCPConnections, AConnectionThatLosesItsSocketDuringTheReadingIsToldOnceWithIt) {
+TEST(TCPConnections, AConnectionThatLosesItsSocketDuringTheReadIsReportedOnce) {
     const std::string withSocket = line("0100007F:0050", "0100007F:0051", "01", 777);
     const std::string without = line("0100007F:0050", "0100007F:0051", "06", 0);
     for (const std::string& both : {withSocket + without, without + withSocket}) {
@@ -94,7 +94,7 @@ TEST(TCPConnections, AConnectionThatLosesItsSocketDuringTheReadingIsToldOnceWith
     }
 }
 
-TEST(TCPConnections, ConnectionsWithoutSocketsAreToldOnceEach) {
+TEST(TCPConnections, ConnectionsWithoutSocketsAreReportedOnceEach) {
     HostTree tree;
     const std::string timeWait = line("0100007F:0050", "0100007F:0051", "06", 0);
     tree.write("/proc/net/tcp",
@@ -111,7 +111,7 @@ TEST(TCPConnections, InodesBeyond32BitsAreKept) {
     EXPECT_EQ((Names{"0.0.0.0:80-0.0.0.0:0#11", "0.0.0.0:80-0.0.0.0:0#4294967307"}), namesIn(tree));
 }
 
-TEST(TCPConnections, LinesThatDoNotReadAreLeftOut) {
+TEST(TCPConnections, MalformedLinesAreSkipped) {
     HostTree tree;
     const std::string good = line("0100007F:0050", "0100007F:0051", "01", 1);
     tree.write("/proc/net/tcp", header + "\n" + good.substr(0, 40) + "\n" +
@@ -124,7 +124,7 @@ TEST(TCPConnections, LinesThatDoNotReadAreLeftOut) {
     EXPECT_EQ((Names{"127.0.0.1:80-127.0.0.1:81"}), namesIn(tree));
 }
 
-TEST(TCPConnections, WithoutTheFilesThereAreNone) {
+TEST(TCPConnections, WithoutTheFilesThereAreNoConnections) {
     HostTree tree;
     EXPECT_TRUE(tcpConnections(tree.host()).empty());
 }

@@ -10,7 +10,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-/** The disk sda of 500 GB, as the kernel shows it. */
+/** The disk sda of 500 GB. */
 void writeSCSIDisk(const StorageTree& tree) {
     tree.writeDisk("sda", "8:0", "976773168");
     tree.writeDiskFile("sda", "ro", "0");
@@ -26,8 +26,8 @@ std::string value(const StorageTree& tree, const char* property) {
     return text(onlyInstance(providerOf("QAV_MediaAccessDevice", tree.host())), property);
 }
 
-/** What the class tells of sda when one of its files has another content. */
-std::string told(const char* property, const std::string& file, const std::string& content) {
+/** A property of sda after a change to one of its files. */
+std::string propertyOf(const char* property, const std::string& file, const std::string& content) {
     StorageTree tree;
     writeSCSIDisk(tree);
     tree.writeDiskFile("sda", file, content);
@@ -54,46 +54,46 @@ TEST(MediaAccessDevice, PropertiesComeKeysFirst) {
 }
 
 TEST(MediaAccessDevice, SizesAreInKByte) {
-    EXPECT_EQ("488386584", told("MaxMediaSize", "size", "976773168"));
-    EXPECT_EQ("9223372036854775807", told("MaxMediaSize", "size", "18446744073709551615"));
-    EXPECT_EQ("(null)", told("MaxMediaSize", "size", "18446744073709551616"));
-    EXPECT_EQ("(null)", told("MaxMediaSize", "size", "-1"));
+    EXPECT_EQ("488386584", propertyOf("MaxMediaSize", "size", "976773168"));
+    EXPECT_EQ("9223372036854775807", propertyOf("MaxMediaSize", "size", "18446744073709551615"));
+    EXPECT_EQ("(null)", propertyOf("MaxMediaSize", "size", "18446744073709551616"));
+    EXPECT_EQ("(null)", propertyOf("MaxMediaSize", "size", "-1"));
 }
 
-TEST(MediaAccessDevice, AccessIsRandomAndTheKernelTellsTheOtherCapabilities) {
-    EXPECT_EQ("3,4", told("Capabilities", "ro", "0"));
-    EXPECT_EQ("3", told("Capabilities", "ro", "1"));
-    EXPECT_EQ("3", told("Capabilities", "ro", "2"));
-    EXPECT_EQ("3,4,7", told("Capabilities", "removable", "1"));
+TEST(MediaAccessDevice, AccessIsRandomAndTheKernelReportsTheOtherCapabilities) {
+    EXPECT_EQ("3,4", propertyOf("Capabilities", "ro", "0"));
+    EXPECT_EQ("3", propertyOf("Capabilities", "ro", "1"));
+    EXPECT_EQ("3", propertyOf("Capabilities", "ro", "2"));
+    EXPECT_EQ("3,4,7", propertyOf("Capabilities", "removable", "1"));
     StorageTree tree;
     tree.writeDisk("sda", "8:0", "8");
     EXPECT_EQ("3", value(tree, "Capabilities"));
 }
 
-TEST(MediaAccessDevice, StatusIsToldForStatesThatHaveOne) {
+TEST(MediaAccessDevice, OnlyFinalStatesHaveAStatus) {
     for (const char* const state : {"running", "live"})
-        EXPECT_EQ("2", told("OperationalStatus", "device/state", state)) << state;
+        EXPECT_EQ("2", propertyOf("OperationalStatus", "device/state", state)) << state;
     for (const char* const state : {"offline", "transport-offline", "dead"})
-        EXPECT_EQ("10", told("OperationalStatus", "device/state", state)) << state;
+        EXPECT_EQ("10", propertyOf("OperationalStatus", "device/state", state)) << state;
     for (const char* const state : {"blocked", "quiesce", "resetting", "rubbish", ""})
-        EXPECT_EQ("(null)", told("OperationalStatus", "device/state", state)) << state;
+        EXPECT_EQ("(null)", propertyOf("OperationalStatus", "device/state", state)) << state;
 }
 
-TEST(MediaAccessDevice, ErrorsAreCountedInHexadecimal) {
-    EXPECT_EQ("28", told("Errors", "device/ioerr_cnt", "0x1c"));
-    EXPECT_EQ("4294967295", told("Errors", "device/ioerr_cnt", "0xffffffff"));
+TEST(MediaAccessDevice, ErrorsAreReadInHexadecimal) {
+    EXPECT_EQ("28", propertyOf("Errors", "device/ioerr_cnt", "0x1c"));
+    EXPECT_EQ("4294967295", propertyOf("Errors", "device/ioerr_cnt", "0xffffffff"));
     for (const char* const count : {"0x100000000", "1c", "001c", "0x", "0x1g", ""})
-        EXPECT_EQ("(null)", told("Errors", "device/ioerr_cnt", count)) << count;
+        EXPECT_EQ("(null)", propertyOf("Errors", "device/ioerr_cnt", count)) << count;
 }
 
-TEST(MediaAccessDevice, WhatTheKernelDoesNotTellIsNull) {
+TEST(MediaAccessDevice, DataThatTheKernelDoesNotReportIsNull) {
     StorageTree tree;
     tree.writeDisk("vda", "254:0", "8");
     for (const char* const property : {"OperationalStatus", "Errors"})
         EXPECT_EQ("(null)", value(tree, property)) << property;
 }
 
-TEST(MediaAccessDevice, MediaAreToldByTheKernelsNumbersAndNames) {
+TEST(MediaAccessDevice, MediaFollowFromTheKernelsNumbersAndNames) {
     StorageTree tree;
     tree.writeDisk("ram0", "1:0", "8");
     tree.writeDisk("fd0", "2:0", "8");
@@ -107,7 +107,7 @@ TEST(MediaAccessDevice, MediaAreToldByTheKernelsNumbersAndNames) {
     EXPECT_EQ("8 4 3 5 1 8 ", column(providerOf("QAV_MediaAccessDevice", tree.host()), "StorageType"));
 }
 
-TEST(MediaAccessDevice, ADriveWithoutAMediumIsToldAndADeviceOfNothingIsNot) {
+TEST(MediaAccessDevice, AnEmptyDriveIsServedAndAnUnusedLoopDeviceIsNot) {
     StorageTree tree;
     tree.writeDisk("sr0", "11:0", "0");
     tree.writeDiskFile("loop0", "dev", "7:0");
@@ -118,7 +118,7 @@ TEST(MediaAccessDevice, ADriveWithoutAMediumIsToldAndADeviceOfNothingIsNot) {
     EXPECT_EQ("4 (null) ", column(providerOf("QAV_MediaAccessDevice", tree.host()), "MaxMediaSize"));
 }
 
-TEST(MediaAccessDevice, AnEntryWithoutADeviceNumberIsNone) {
+TEST(MediaAccessDevice, AnEntryWithoutADeviceNumberIsSkipped) {
     StorageTree tree;
     tree.writeDisk("sda", "rubbish", "8");
     tree.writeDisk("sdb", "", "8");
@@ -137,13 +137,13 @@ TEST(MediaAccessDevice, ItsDeviceIndexFollowsFromItsDeviceNumber) {
               column(providerOf("QAV_MediaAccessDevice", tree.host()), "_HR_DEVICE_INDEX"));
 }
 
-TEST(DeviceIndexes, AreOfTheTypeAndTheKernelsNumber) {
+TEST(DeviceIndexes, ConsistOfTheTypeAndTheKernelsNumber) {
     EXPECT_EQ(3u * 65536 + 1, DeviceIndexes(DeviceType::processor).next(1));
     EXPECT_EQ(4u * 65536 + 7, DeviceIndexes(DeviceType::network).next(7));
     EXPECT_EQ(6u * 65536 + 65535, DeviceIndexes(DeviceType::disk).next(65535));
 }
 
-TEST(DeviceIndexes, ANumberThatIsTakenOrOutOfRangeGivesWayToTheNextFreeOne) {
+TEST(DeviceIndexes, ANumberThatIsTakenOrOutOfRangeIsReplacedByTheNextFreeOne) {
     DeviceIndexes indexes(DeviceType::network);
     EXPECT_EQ(4u * 65536 + 65535, indexes.next(65535));
     EXPECT_EQ(4u * 65536 + 1, indexes.next(65535));
@@ -152,7 +152,7 @@ TEST(DeviceIndexes, ANumberThatIsTakenOrOutOfRangeGivesWayToTheNextFreeOne) {
     EXPECT_EQ(4u * 65536 + 4, indexes.next(3));
 }
 
-TEST(DeviceIndexes, ThereAreNoMoreThanTheTypeHas) {
+TEST(DeviceIndexes, AreZeroAfterTheLastNumberOfTheType) {
     DeviceIndexes indexes(DeviceType::network);
     for (UInt32 number = 1; number <= 65535; ++number)
         ASSERT_EQ(4u * 65536 + number, indexes.next(number));

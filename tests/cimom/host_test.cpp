@@ -12,7 +12,7 @@ using namespace cimom;
 
 namespace {
 
-/** Keeps this process from opening anything more for a scope. */
+/** Prevents this process from opening descriptors for a scope. */
 class NoDescriptors {
 public:
     NoDescriptors() {
@@ -28,7 +28,7 @@ private:
     rlimit m_before{};
 };
 
-/** The error that a function ends in when nothing more can be opened; none when it ends well. */
+/** The error of a function that runs without free descriptors; nothing if it succeeds. */
 template <class Function>
 std::error_code errorWithoutDescriptors(const Function& function) {
     try {
@@ -49,7 +49,7 @@ TEST(Host, AFileBelowTheRootIsReadWhole) {
     EXPECT_EQ(content, tree.host().readFile("/proc/net/snmp"));
 }
 
-TEST(Host, WhatCannotBeReadIsAbsent) {
+TEST(Host, AFileThatCannotBeReadIsAbsent) {
     HostTree tree;
     tree.write("/etc/hostname", "box\n");
     EXPECT_FALSE(tree.host().readFile("/etc/nothing"));
@@ -58,7 +58,7 @@ TEST(Host, WhatCannotBeReadIsAbsent) {
     EXPECT_FALSE(tree.host().modificationTime("/etc/nothing"));
 }
 
-TEST(Host, WithoutDescriptorsNobodyKnowsWhatIsAbsent) {
+TEST(Host, WithoutDescriptorsReadsThrow) {
     HostTree tree;
     tree.write("/etc/hostname", "box\n");
     const Host& host = tree.host();
@@ -68,7 +68,7 @@ TEST(Host, WithoutDescriptorsNobodyKnowsWhatIsAbsent) {
     EXPECT_EQ("box\n", host.readFile("/etc/hostname"));
 }
 
-TEST(Host, APipeInThePlaceOfAFileHoldsNobodyUp) {
+TEST(Host, APipeInPlaceOfAFileDoesNotBlock) {
     HostTree tree;
     ASSERT_EQ(0, ::mkfifo(tree.realPath("/pipe").c_str(), 0600));
     EXPECT_EQ("", tree.host().readFile("/pipe"));
@@ -88,7 +88,7 @@ TEST(Host, ALineIsReadWithoutTheBlanksAroundIt) {
     EXPECT_FALSE(tree.host().readLine("/empty"));
 }
 
-TEST(Host, ANumberIsReadOnlyWhenTheTypeHoldsIt) {
+TEST(Host, ANumberThatDoesNotFitInTheTypeIsAbsent) {
     HostTree tree;
     tree.write("/largest", "4294967295\n");
     tree.write("/larger", "4294967296\n");
@@ -98,7 +98,7 @@ TEST(Host, ANumberIsReadOnlyWhenTheTypeHoldsIt) {
     EXPECT_FALSE(tree.host().readNumber<unsigned>("/word"));
 }
 
-TEST(Host, AFolderListsAllButItselfAndItsParent) {
+TEST(Host, ADirectoryListsAllButItselfAndItsParent) {
     HostTree tree;
     tree.write("/proc/1/stat", "");
     tree.write("/proc/stat", "");
@@ -107,7 +107,7 @@ TEST(Host, AFolderListsAllButItselfAndItsParent) {
     EXPECT_EQ((std::vector<std::string>{"1", "stat"}), names);
 }
 
-TEST(Host, ALinkTellsWhereItLeadsEvenWhenNothingIsThere) {
+TEST(Host, ALinkIsReadEvenIfItsTargetDoesNotExist) {
     HostTree tree;
     tree.write("/file", "");
     ASSERT_EQ(0, ::symlink("../../sda1", tree.realPath("/link").c_str()));
@@ -118,10 +118,10 @@ TEST(Host, ALinkTellsWhereItLeadsEvenWhenNothingIsThere) {
 
 TEST(Host, SizesAreThoseOfTheFileSystemThatHoldsTheFile) {
     HostTree tree;
-    tree.write("/folder/file", "");
+    tree.write("/directory/file", "");
     struct statvfs expected;
-    ASSERT_EQ(0, ::statvfs(tree.realPath("/folder").c_str(), &expected));
-    const std::optional<struct statvfs> found = tree.host().fileSystemStatus("/folder");
+    ASSERT_EQ(0, ::statvfs(tree.realPath("/directory").c_str(), &expected));
+    const std::optional<struct statvfs> found = tree.host().fileSystemStatus("/directory");
     ASSERT_TRUE(found);
     EXPECT_EQ(expected.f_fsid, found->f_fsid);
     EXPECT_EQ(expected.f_blocks, found->f_blocks);
@@ -135,7 +135,7 @@ TEST(Text, LinesAndWordsAreSplitWhateverSeparatesThem) {
     EXPECT_TRUE(words(" \t").empty());
 }
 
-TEST(Text, ANumberIsNothingButThatNumber) {
+TEST(Text, ATextWithMoreThanANumberIsNotANumber) {
     EXPECT_EQ(-1, number<int>("-1"));
     EXPECT_EQ(0x1F90u, number<unsigned>("1F90", 16));
     for (const char* const text : {"", " 1", "1 ", "+1", "0x1", "one"})

@@ -67,7 +67,7 @@ TEST(HRDevice, AProcessorIsDescribedByItsModel) {
     EXPECT_EQ("(null)", value(tree, "processor:cpu0", "_HR_DEVICE_ERRORS"));
 }
 
-TEST(HRDevice, AProcessorIsDownWhenTheKernelHasTakenItOffline) {
+TEST(HRDevice, AnOfflineProcessorIsDown) {
     HostTree tree;
     tree.write("/proc/cpuinfo", "processor : 0\n");
     tree.write("/sys/devices/system/cpu/cpu0/online", "0\n");
@@ -99,7 +99,7 @@ TEST(HRDevice, StatusOfAnInterfaceFollowsFromItsState) {
     }
 }
 
-TEST(HRDevice, ErrorsOfAnInterfaceAreThoseOfBothDirections) {
+TEST(HRDevice, ErrorsOfAnInterfaceAreTheSumOfBothDirections) {
     HostTree tree;
     writeInterface(tree, "eth0", "4", "up");
     EXPECT_EQ("(null)", value(tree, "network:eth0", "_HR_DEVICE_ERRORS"));
@@ -111,7 +111,7 @@ TEST(HRDevice, ErrorsOfAnInterfaceAreThoseOfBothDirections) {
     EXPECT_EQ("7", value(tree, "network:eth0", "_HR_DEVICE_ERRORS"));
 }
 
-TEST(HRDevice, ADiskIsDescribedByWhoMadeIt) {
+TEST(HRDevice, ADiskIsDescribedByVendorAndModel) {
     StorageTree tree;
     tree.writeDisk("sda", "8:0", "8");
     tree.writeDiskFile("sda", "device/vendor", "0x1af4");
@@ -124,7 +124,7 @@ TEST(HRDevice, ADiskIsDescribedByWhoMadeIt) {
     EXPECT_EQ("ATA Some Disk 500 1.00", value(tree, "disk:sda", "_HR_DEVICE_DESCR"));
 }
 
-TEST(HRDevice, TheKernelTellsStatusAndErrorsOfADisk) {
+TEST(HRDevice, TheKernelReportsStatusAndErrorsOfADisk) {
     StorageTree tree;
     tree.writeDisk("sda", "8:0", "8");
     EXPECT_EQ("1", value(tree, "disk:sda", "_HR_DEVICE_STATUS"));
@@ -146,7 +146,7 @@ TEST(HRNetwork, PropertiesComeKeyFirst) {
     EXPECT_EQ("DeviceID _HR_NETWORK_INDEX _HR_DEVICE_INDEX", names(found.getProperties()));
 }
 
-TEST(HRNetwork, LeadsFromAnInterfaceToTheDeviceOfTheSameName) {
+TEST(HRNetwork, HasTheDeviceIndexOfTheInterface) {
     HostTree tree;
     writeInterface(tree, "eth0", "4", "up");
     writeInterface(tree, "veth9", "65539", "up"); // one that must give way to eth0

@@ -32,7 +32,7 @@ TEST(InstanceBuilder, NullPropertiesHaveTheDeclaredType) {
     EXPECT_TRUE(instance.getProperty("Colours").getDataType().isArrayType());
 }
 
-TEST(InstanceBuilder, SetValuesKeepTheirPlaces) {
+TEST(InstanceBuilder, SetValuesKeepTheDeclaredOrder) {
     StringArray colours;
     colours.push_back("red");
     colours.push_back("blue");
@@ -63,12 +63,12 @@ TEST(InstanceBuilder, KeysAreTheKeyPropertiesThatAreSet) {
     EXPECT_EQ("desk", text(named, "Name"));
 }
 
-TEST(InstanceBuilder, ANameThatIsNotDeclaredIsAMistake) {
+TEST(InstanceBuilder, AnUndeclaredNameThrows) {
     EXPECT_THROW(InstanceBuilder(lamp).set("Volts", CIMValue(UInt16{1})), std::logic_error);
     EXPECT_THROW(InstanceBuilder(lamp).set("watts", CIMValue(UInt16{1})), std::logic_error);
 }
 
-TEST(InstanceBuilder, AValueOfAnotherTypeIsAMistake) {
+TEST(InstanceBuilder, AValueOfAnotherTypeThrows) {
     EXPECT_THROW(InstanceBuilder(lamp).set("Watts", CIMValue(UInt32{60})), std::logic_error);
     EXPECT_THROW(InstanceBuilder(lamp).set("Colours", CIMValue("red")), std::logic_error);
 }

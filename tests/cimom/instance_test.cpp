@@ -1,4 +1,4 @@
-// One instance, and the names of all.
+// GetInstance and EnumerateInstanceNames.
 #include "Collected.hpp"
 #include "Failure.hpp"
 #include "LampProvider.hpp"
@@ -42,12 +42,12 @@ TEST(Instance, TheNamespaceOfThePathDoesNotMatter) {
     EXPECT_EQ("red", lamp("root/other:QAV_Lamp.Colour=\"red\"").getPropertyValue("Colour").toString());
 }
 
-TEST(Instance, NoneHasAKeyThatTheClassDoesNotHave) {
+TEST(Instance, IsNotFoundByAnUndeclaredKey) {
     EXPECT_EQ("6 /root/cimv2:QAV_Lamp.Size=\"5\",Colour=\"red\"",
               errorOf(path("root/cimv2:QAV_Lamp.Size=\"5\",Colour=\"red\"")));
     EXPECT_EQ("6 /root/cimv2:QAV_Lamp.Colour=\"red\",Watts=\"60\"",
               errorOf(path("root/cimv2:QAV_Lamp.Colour=\"red\",Watts=\"60\"")))
-        << "a property that is no key";
+        << "a property that is not a key";
 }
 
 TEST(Instance, KeysAreConvertedToTheirTypesAndComeInAnyOrder) {
@@ -61,7 +61,7 @@ TEST(Instance, KeysAreConvertedToTheirTypesAndComeInAnyOrder) {
               errorOf(path("QAV_Socket.Wall=\"north\",Number=\"seven\"")));
 }
 
-TEST(Instance, APathWithoutAKeyOfTheClassIsAnInvalidParameter) {
+TEST(Instance, APathWithoutAllKeysIsAnInvalidParameter) {
     EXPECT_EQ("4 object path (/root/cimv2:QAV_Lamp) has key (Colour) with NULL value",
               errorOf(CIMObjectPath("QAV_Lamp")));
     CIMObjectPath nullKey("QAV_Socket");
@@ -71,7 +71,7 @@ TEST(Instance, APathWithoutAKeyOfTheClassIsAnInvalidParameter) {
               errorOf(nullKey));
 }
 
-TEST(Instance, OneThatIsNotThereIsNotFound) {
+TEST(Instance, AnInstanceThatDoesNotExistIsNotFound) {
     EXPECT_EQ("6 /root/cimv2:QAV_Lamp.Colour=\"blue\"", errorOf(path("QAV_Lamp.Colour=\"blue\"")));
     EXPECT_EQ("6 /root/cimv2:QAV_Socket.Wall=\"north\",Number=\"8\"",
               errorOf(path("QAV_Socket.Number=8,Wall=north")));
@@ -89,7 +89,7 @@ TEST(Instance, OnlyTheWantedPropertiesAreThere) {
     EXPECT_EQ("Watts", instance.getProperties()[0].getName());
 }
 
-TEST(Instance, ItsPropertiesSayTheirClassWhenAsked) {
+TEST(Instance, ItsPropertiesNameTheirClassOnRequest) {
     const ObjectManager manager = lampManager({"red"});
     const auto originOf = [](const CIMInstance& instance) {
         return std::string(instance.getProperty("Watts").getOriginClass().c_str());
@@ -98,7 +98,7 @@ TEST(Instance, ItsPropertiesSayTheirClassWhenAsked) {
     EXPECT_EQ("QAV_Lamp", originOf(manager.getInstance("root/cimv2", red, nullptr, ClassOrigin::included)));
     EXPECT_EQ("", originOf(manager.getInstance("root/cimv2", red, nullptr)));
     const auto all = manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr, ClassOrigin::included);
-    EXPECT_EQ("QAV_Lamp", originOf(all()));
+    EXPECT_EQ("QAV_Lamp", originOf(all->next()));
 }
 
 TEST(InstanceNames, AreThePathsOfAllInstances) {
@@ -109,7 +109,7 @@ TEST(InstanceNames, AreThePathsOfAllInstances) {
     EXPECT_EQ("/root/cimv2:QAV_Lamp.Colour=\"green\"", names[1].toString());
 }
 
-TEST(InstanceNames, EachNamesItsInstance) {
+TEST(InstanceNames, EachIdentifiesItsInstance) {
     const ObjectManager manager = lampManager({"red", "green"});
     for (const CIMObjectPath& name : collected(*manager.enumerateInstanceNames("root/cimv2", "QAV_Socket")))
         EXPECT_EQ(name, pathOf(manager.getInstance("root/cimv2", name, nullptr)));

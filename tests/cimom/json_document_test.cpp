@@ -6,7 +6,7 @@ using namespace cimom::json;
 
 namespace {
 
-/** "<line>: <why>" of what is wrong with a document. */
+/** "<line>: <why>" of the error in a document. */
 std::string errorOf(const std::string& document) {
     try {
         parse(document);
@@ -16,7 +16,7 @@ std::string errorOf(const std::string& document) {
     }
 }
 
-/** The line on which parsing fails; 0 when it does not. */
+/** The line on which parsing fails; 0 if it succeeds. */
 unsigned errorLineOf(const std::string& document) {
     try {
         parse(document);
@@ -28,7 +28,7 @@ unsigned errorLineOf(const std::string& document) {
 
 } // namespace
 
-TEST(JsonDocument, EveryKindOfValueIsThere) {
+TEST(JsonDocument, EveryKindOfValueIsParsed) {
     const Value root = parse(R"({"a": null, "b": true, "c": [-12, 3.5e2, "x\u0041\n"], "d": {}})");
     ASSERT_EQ(Value::Kind::object, root.kind);
     ASSERT_EQ(4u, root.members.size());
@@ -47,17 +47,17 @@ TEST(JsonDocument, EveryKindOfValueIsThere) {
     EXPECT_EQ(Value::Kind::object, root.members[3].second.kind);
 }
 
-TEST(JsonDocument, EachValueKnowsItsLine) {
+TEST(JsonDocument, EachValueHasItsLine) {
     const Value root = parse("{\n\"a\": 1\n,\n\n\"b\": [\ntrue,\n\"x\"\n],\"c\":\n{}}");
     EXPECT_EQ(1u, root.line);
-    EXPECT_EQ(2u, root.members[0].second.line) << "though the line end is what ends the number";
+    EXPECT_EQ(2u, root.members[0].second.line) << "although the line end ends the number";
     EXPECT_EQ(5u, root.members[1].second.line);
     EXPECT_EQ(6u, root.members[1].second.elements[0].line);
     EXPECT_EQ(7u, root.members[1].second.elements[1].line);
     EXPECT_EQ(9u, root.members[2].second.line);
 }
 
-TEST(JsonDocument, AFaultIsToldWithItsLine) {
+TEST(JsonDocument, AnErrorIsReportedWithItsLine) {
     EXPECT_EQ(1u, errorLineOf(""));
     EXPECT_EQ(1u, errorLineOf("nope"));
     EXPECT_EQ(3u, errorLineOf("{\n\"a\": 1,\n\"b\": tru\n}"));
@@ -70,7 +70,7 @@ TEST(JsonDocument, AFaultIsToldWithItsLine) {
         errorOf(""));
 }
 
-TEST(JsonDocument, ANameThatComesTwiceIsAFault) {
+TEST(JsonDocument, ADuplicateNameIsAnError) {
     EXPECT_EQ("3: duplicate name \"a\"", errorOf("{\"a\": 1,\n\"b\": {\"a\": 2},\n\"a\": 3}"));
 }
 

@@ -37,11 +37,11 @@ std::string text(const Declared& declared, const std::string& json) {
     return valueOf(declared, json).toString().c_str();
 }
 
-/** Why a value, which stands on the second line, is refused. */
-std::string refusalOf(const Declared& declared, const std::string& json) {
+/** Why a value on the second line is rejected. */
+std::string rejectionOf(const Declared& declared, const std::string& json) {
     try {
         valueOf(declared, "\n" + json);
-        return "not refused";
+        return "not rejected";
     } catch (const json::Error& e) {
         EXPECT_EQ(2u, e.line());
         return e.what();
@@ -55,7 +55,7 @@ CIMObjectPath lampPath(const char* colour, UInt32 number) {
 
 } // namespace
 
-TEST(JsonValues, NumbersMayHaveEveryValueOfTheirType) {
+TEST(JsonValues, NumbersCoverTheRangeOfTheirType) {
     EXPECT_EQ("255", text(Type::UINT8, "255"));
     EXPECT_EQ("-128", text(Type::SINT8, "-128"));
     EXPECT_EQ("65535", text(Type::UINT16, "65535"));
@@ -70,7 +70,7 @@ TEST(JsonValues, NumbersMayHaveEveryValueOfTheirType) {
     EXPECT_EQ("7", text(Type::REAL64, "7"));
 }
 
-TEST(JsonValues, OtherValuesAreReadAsTheirTypeSays) {
+TEST(JsonValues, OtherValuesAreReadAccordingToTheirType) {
     EXPECT_EQ("true", text(Type::BOOLEAN, "true"));
     EXPECT_EQ("false", text(Type::BOOLEAN, "false"));
     EXPECT_EQ(0x4E16, valueOf(Type::CHAR16, R"("\u4e16")").toChar16().getValue());
@@ -80,7 +80,7 @@ TEST(JsonValues, OtherValuesAreReadAsTheirTypeSays) {
     EXPECT_EQ("", text(Type::STRING, "\"\""));
 }
 
-TEST(JsonValues, TimesAreReadInTheFormOfTheStandard) {
+TEST(JsonValues, TimesAreReadInTheFormOfDSP0004) {
     for (const char* const time :
          {"20261121154500.123456+060", "20240229235960.000000-720", "20260101000000.000000+840",
           "20000229000000.000000+000", "20260430000000.000000+000", "20261231000000.000000+000",
@@ -88,7 +88,7 @@ TEST(JsonValues, TimesAreReadInTheFormOfTheStandard) {
         EXPECT_EQ(time, text(Type::DATETIME, std::string("\"") + time + "\""));
 }
 
-TEST(JsonValues, AReferenceIsKeptInItsOneSpelling) {
+TEST(JsonValues, AReferenceIsConvertedToItsCanonicalForm) {
     const CIMValue value = valueOf(Type::REFERENCE, R"("qav_lamp.NUMBER=7,colour=\"00:11\"")");
     EXPECT_EQ(Type::REFERENCE, value.getType());
     EXPECT_STREQ("/root/cimv2:QAV_Lamp.Colour=\"00:11\",Number=\"7\"",
@@ -101,7 +101,7 @@ TEST(JsonValues, AReferenceIsKeptInItsOneSpelling) {
                   .toCIMObjectPath());
 }
 
-TEST(JsonValues, ArraysAreArraysOfTheirType) {
+TEST(JsonValues, ArraysHoldValuesOfTheirType) {
     EXPECT_EQ("a,b", text({Type::STRING, isArray}, R"(["a", "b"])"));
     const CIMValue numbers = valueOf({Type::UINT16, isArray}, "[1, 65535]");
     EXPECT_TRUE(numbers.isArray());
@@ -113,47 +113,48 @@ TEST(JsonValues, ArraysAreArraysOfTheirType) {
     EXPECT_FALSE(valueOf({Type::UINT16, isArray}, "null"));
 }
 
-TEST(JsonValues, AnIntegerThatDoesNotFitIsRefused) {
-    EXPECT_EQ("expected an integer from 0 to 255 (uint8)", refusalOf(Type::UINT8, "256"));
-    EXPECT_EQ("expected an integer from -128 to 127 (sint8)", refusalOf(Type::SINT8, "128"));
-    EXPECT_EQ("expected an integer from 0 to 65535 (uint16)", refusalOf(Type::UINT16, "-1"));
-    EXPECT_EQ("expected an integer from -32768 to 32767 (sint16)", refusalOf(Type::SINT16, "1.0"));
-    EXPECT_EQ("expected an integer from 0 to 4294967295 (uint32)", refusalOf(Type::UINT32, "1e3"));
+TEST(JsonValues, AnIntegerOutOfRangeIsRejected) {
+    EXPECT_EQ("expected an integer from 0 to 255 (uint8)", rejectionOf(Type::UINT8, "256"));
+    EXPECT_EQ("expected an integer from -128 to 127 (sint8)", rejectionOf(Type::SINT8, "128"));
+    EXPECT_EQ("expected an integer from 0 to 65535 (uint16)", rejectionOf(Type::UINT16, "-1"));
+    EXPECT_EQ("expected an integer from -32768 to 32767 (sint16)", rejectionOf(Type::SINT16, "1.0"));
+    EXPECT_EQ("expected an integer from 0 to 4294967295 (uint32)", rejectionOf(Type::UINT32, "1e3"));
     EXPECT_EQ("expected an integer from -2147483648 to 2147483647 (sint32)",
-              refusalOf(Type::SINT32, "\"5\""));
+              rejectionOf(Type::SINT32, "\"5\""));
     EXPECT_EQ("expected an integer from 0 to 18446744073709551615 (uint64)",
-              refusalOf(Type::UINT64, "18446744073709551616"));
+              rejectionOf(Type::UINT64, "18446744073709551616"));
     EXPECT_EQ("expected an integer from -9223372036854775808 to 9223372036854775807 (sint64)",
-              refusalOf(Type::SINT64, "true"));
+              rejectionOf(Type::SINT64, "true"));
 }
 
-TEST(JsonValues, ARealThatDoesNotFitIsRefused) {
-    EXPECT_EQ("expected a number in the range of real32", refusalOf(Type::REAL32, "1e39"));
-    EXPECT_EQ("expected a number in the range of real32", refusalOf(Type::REAL32, "\"1\""));
-    EXPECT_EQ("expected a number in the range of real64", refusalOf(Type::REAL64, "[1]"));
+TEST(JsonValues, ARealOutOfRangeIsRejected) {
+    EXPECT_EQ("expected a number in the range of real32", rejectionOf(Type::REAL32, "1e39"));
+    EXPECT_EQ("expected a number in the range of real32", rejectionOf(Type::REAL32, "\"1\""));
+    EXPECT_EQ("expected a number in the range of real64", rejectionOf(Type::REAL64, "[1]"));
 }
 
-TEST(JsonValues, AValueOfAnotherKindIsRefused) {
-    EXPECT_EQ("expected a string", refusalOf(Type::STRING, "5"));
-    EXPECT_EQ("expected a string without U+0000", refusalOf(Type::STRING, R"("a\u0000b")"));
-    EXPECT_EQ("expected true or false (boolean)", refusalOf(Type::BOOLEAN, "1"));
-    EXPECT_EQ("expected true or false (boolean)", refusalOf(Type::BOOLEAN, "\"true\""));
+TEST(JsonValues, AValueOfAnotherKindIsRejected) {
+    EXPECT_EQ("expected a string", rejectionOf(Type::STRING, "5"));
+    EXPECT_EQ("expected a string without U+0000", rejectionOf(Type::STRING, R"("a\u0000b")"));
+    EXPECT_EQ("expected true or false (boolean)", rejectionOf(Type::BOOLEAN, "1"));
+    EXPECT_EQ("expected true or false (boolean)", rejectionOf(Type::BOOLEAN, "\"true\""));
     const std::string letter = "expected a string of one character up to U+FFFF (char16)";
-    EXPECT_EQ(letter, refusalOf(Type::CHAR16, "\"\""));
-    EXPECT_EQ(letter, refusalOf(Type::CHAR16, "\"ab\""));
-    EXPECT_EQ(letter, refusalOf(Type::CHAR16, R"("\ud83d\udca1")"));
-    EXPECT_EQ(letter, refusalOf(Type::CHAR16, "65"));
-    EXPECT_EQ("expected null: values of this type cannot be given", refusalOf(Type::EMBEDDEDINSTANCE, "{}"));
+    EXPECT_EQ(letter, rejectionOf(Type::CHAR16, "\"\""));
+    EXPECT_EQ(letter, rejectionOf(Type::CHAR16, "\"ab\""));
+    EXPECT_EQ(letter, rejectionOf(Type::CHAR16, R"("\ud83d\udca1")"));
+    EXPECT_EQ(letter, rejectionOf(Type::CHAR16, "65"));
+    EXPECT_EQ("expected null (values of this type are not supported)",
+              rejectionOf(Type::EMBEDDEDINSTANCE, "{}"));
 }
 
-TEST(JsonValues, AnArrayAndASingleValueAreNotTheSame) {
-    EXPECT_EQ("expected an array", refusalOf({Type::UINT16, isArray}, "1"));
-    EXPECT_EQ("expected an integer from 0 to 65535 (uint16)", refusalOf(Type::UINT16, "[1]"));
-    EXPECT_EQ("expected an integer from 0 to 65535 (uint16)", refusalOf({Type::UINT16, isArray}, "[null]"));
-    EXPECT_EQ("expected a string", refusalOf({Type::STRING, isArray}, "[[\"a\"]]"));
+TEST(JsonValues, AnArrayIsNotASingleValue) {
+    EXPECT_EQ("expected an array", rejectionOf({Type::UINT16, isArray}, "1"));
+    EXPECT_EQ("expected an integer from 0 to 65535 (uint16)", rejectionOf(Type::UINT16, "[1]"));
+    EXPECT_EQ("expected an integer from 0 to 65535 (uint16)", rejectionOf({Type::UINT16, isArray}, "[null]"));
+    EXPECT_EQ("expected a string", rejectionOf({Type::STRING, isArray}, "[[\"a\"]]"));
 }
 
-TEST(JsonValues, ATimeThatThereIsNotIsRefused) {
+TEST(JsonValues, AnImpossibleTimeIsRejected) {
     const std::string expected = "expected a date yyyymmddhhmmss.mmmmmm+uuu or an interval "
                                  "ddddddddhhmmss.mmmmmm:000 (datetime)";
     for (const char* const time : {"",
@@ -180,25 +181,25 @@ TEST(JsonValues, ATimeThatThereIsNotIsRefused) {
                                    "00000001240000.000000:000",
                                    "00000001000060.000000:000",
                                    "00000001000000.000000:001"})
-        EXPECT_EQ(expected, refusalOf(Type::DATETIME, std::string("\"") + time + "\"")) << time;
-    EXPECT_EQ(expected, refusalOf(Type::DATETIME, "20261121154500"));
+        EXPECT_EQ(expected, rejectionOf(Type::DATETIME, std::string("\"") + time + "\"")) << time;
+    EXPECT_EQ(expected, rejectionOf(Type::DATETIME, "20261121154500"));
 }
 
-TEST(JsonValues, AReferenceToWhatCannotBeIsRefused) {
+TEST(JsonValues, AReferenceToAnImpossibleInstanceIsRejected) {
     const std::string expected = "expected an object path, <class>.<key>=\"<value>\",... (reference)";
     EXPECT_EQ("expected a reference to a served class, not to QAV_Table",
-              refusalOf(Type::REFERENCE, R"("QAV_Table.Colour=\"red\"")"));
-    EXPECT_EQ(expected, refusalOf(Type::REFERENCE, "7"));
-    EXPECT_EQ(0u, refusalOf(Type::REFERENCE, R"("")").find(expected + ": "));
-    EXPECT_EQ(0u, refusalOf(Type::REFERENCE, R"("red")").find(expected + ": "));
-    EXPECT_EQ(0u, refusalOf(Type::REFERENCE, R"("QAV_Lamp.Colour=\"red\"")").find(expected + ": "));
-    EXPECT_EQ(0u,
-              refusalOf(Type::REFERENCE, R"("QAV_Lamp.Colour=\"red\",Number=\"x\"")").find(expected + ": "));
-    EXPECT_EQ(0u,
-              refusalOf(Type::REFERENCE, R"("QAV_Wiring.Switch=\"s\",Lamp=\"red\"")").find(expected + ": "));
+              rejectionOf(Type::REFERENCE, R"("QAV_Table.Colour=\"red\"")"));
+    EXPECT_EQ(expected, rejectionOf(Type::REFERENCE, "7"));
+    EXPECT_EQ(0u, rejectionOf(Type::REFERENCE, R"("")").find(expected + ": "));
+    EXPECT_EQ(0u, rejectionOf(Type::REFERENCE, R"("red")").find(expected + ": "));
+    EXPECT_EQ(0u, rejectionOf(Type::REFERENCE, R"("QAV_Lamp.Colour=\"red\"")").find(expected + ": "));
+    EXPECT_EQ(
+        0u, rejectionOf(Type::REFERENCE, R"("QAV_Lamp.Colour=\"red\",Number=\"x\"")").find(expected + ": "));
+    EXPECT_EQ(
+        0u, rejectionOf(Type::REFERENCE, R"("QAV_Wiring.Switch=\"s\",Lamp=\"red\"")").find(expected + ": "));
 }
 
-TEST(ServedClasses, APathThatLeadsNowhereEndsInTheErrorThatSaysWhy) {
+TEST(ServedClasses, AnInvalidPathReportsWhyItIsInvalid) {
     const ServedClasses classes({&lamp, &wiring});
     const auto errorOf = [&](const CIMObjectPath& path) {
         return cimErrorOf([&] { classes.canonical(path); }).substr(0, 2);

@@ -41,7 +41,7 @@ protected:
     std::string errorOf(const std::vector<Given>& properties) {
         return cimErrorOf([&] { modify(properties); });
     }
-    /** A value of the red lamp as it is enumerated, which is how it is read by its path. */
+    /** A value of a lamp. Checks that EnumerateInstances and GetInstance return the same lamp. */
     std::string value(const char* property, const char* colour = "red") {
         CIMObjectPath path("QAV_Lamp");
         path.setKeyValue("Colour", CIMValue(colour));
@@ -54,7 +54,7 @@ protected:
         }
         return one.getPropertyValue(property).toString().c_str();
     }
-    /** The line that is logged while an action runs. */
+    /** The line that an action logs. */
     template <class Action>
     std::string logOf(Action action) {
         testing::internal::CaptureStderr();
@@ -75,16 +75,16 @@ TEST_F(Modify, APropertyOfTheSiteIsNullUntilItIsWritten) {
     EXPECT_EQ("cellar", value("Room"));
 }
 
-TEST_F(Modify, WhatTheRequestDoesNotCarryStaysAsItIs) {
+TEST_F(Modify, PropertiesThatTheRequestDoesNotCarryKeepTheirValues) {
     modify({{"Room", CIMValue("hall")}, {"Owner", CIMValue("me")}});
     modify({{"Owner", CIMValue("you")}});
     EXPECT_EQ("hall", value("Room"));
     EXPECT_EQ("you", value("Owner"));
     EXPECT_EQ("60", value("Watts"));
-    EXPECT_EQ("(null)", value("Room", "green")) << "nor does another instance change";
+    EXPECT_EQ("(null)", value("Room", "green")) << "another instance does not change";
 }
 
-TEST_F(Modify, NullAndTheEmptyTextAreValuesOfTheirOwn) {
+TEST_F(Modify, NullAndTheEmptyTextAreDifferentValues) {
     modify({{"Room", CIMValue("")}, {"Owner", CIMValue("me")}});
     EXPECT_EQ("", value("Room"));
     modify({{"Room", null()}});
@@ -96,7 +96,7 @@ TEST_F(Modify, APropertyWrittenNullKeepsItsType) {
     modify({{"Room", null()}});
     const auto all = collected(*manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr));
     EXPECT_EQ(CIMDataType::STRING, all.at(0).getProperty("Room").getDataType().getType());
-    EXPECT_EQ("Room", all.at(0).getProperties()[3].getName()) << "and its place";
+    EXPECT_EQ("Room", all.at(0).getProperties()[3].getName()) << "and its index";
 }
 
 TEST_F(Modify, TheCaseOfNamesDoesNotMatter) {
@@ -121,7 +121,7 @@ TEST_F(Modify, AValueThatDoesNotConvertIsATypeMismatchAndNothingIsWritten) {
     EXPECT_EQ("13 Room: not UTF-8", errorOf({{"Room", CIMValue("d\xfcne")}}));
 }
 
-TEST_F(Modify, ObjectsAndArraysAreNoTexts) {
+TEST_F(Modify, ObjectsAndArraysDoNotConvertToStrings) {
     StringArray two;
     two.push_back("hall");
     two.push_back("cellar");
@@ -135,23 +135,23 @@ TEST_F(Modify, ObjectsAndArraysAreNoTexts) {
     }
 }
 
-TEST_F(Modify, AnotherValueOfTheHostsStateIsNotSupportedAndNothingIsWritten) {
+TEST_F(Modify, ANewValueOfTheHostsStateIsNotSupportedAndNothingIsWritten) {
     EXPECT_EQ("7 Watts", errorOf({{"Room", CIMValue("hall")}, {"Watts", CIMValue("61")}}));
     EXPECT_EQ("(null)", value("Room"));
     EXPECT_EQ("7 Watts", errorOf({{"Watts", null()}}));
     EXPECT_EQ("7 LitSince", errorOf({{"LitSince", CIMValue("20260101000000.000000+000")}}));
 }
 
-TEST_F(Modify, TheSameValueOfTheHostsStateIsNoChange) {
+TEST_F(Modify, ThePresentValueOfTheHostsStateIsAccepted) {
     EXPECT_EQ("no error", errorOf({{"Watts", CIMValue(UInt16{60})}, {"LitSince", null()}}));
 }
 
-TEST_F(Modify, OfTwoValuesForOnePropertyTheLaterCounts) {
+TEST_F(Modify, OfTwoValuesForOnePropertyTheLaterIsWritten) {
     modify({{"Room", CIMValue("hall")}, {"ROOM", CIMValue("cellar")}});
     EXPECT_EQ("cellar", value("Room"));
 }
 
-TEST_F(Modify, APropertyThatTheClassDoesNotHaveIsLeftOutAndLogged) {
+TEST_F(Modify, AnUndeclaredPropertyIsIgnoredAndLogged) {
     const std::string log = logOf([&] {
         modify({{"", null()},
                 {"_INDEX", CIMValue("1")},
@@ -159,12 +159,11 @@ TEST_F(Modify, APropertyThatTheClassDoesNotHaveIsLeftOutAndLogged) {
                 {"Room", CIMValue("hall")}});
     });
     const std::string start = "owbcimomd: ModifyInstance /root/cimv2:QAV_Lamp.Colour=\"red\": ";
-    EXPECT_EQ(start + "left out, since the class has no such property: \"\", \"_INDEX\", \"Line end\"\n",
-              log);
+    EXPECT_EQ(start + "ignored undeclared properties: \"\", \"_INDEX\", \"Line end\"\n", log);
     EXPECT_EQ("hall", value("Room"));
 }
 
-TEST_F(Modify, OnlyListedPropertiesCount) {
+TEST_F(Modify, OnlyListedPropertiesAreWritten) {
     const PropertyList listed = {"rOOM"};
     EXPECT_EQ("", logOf([&] {
                   modify({{"Room", CIMValue("hall")},
@@ -180,7 +179,7 @@ TEST_F(Modify, OnlyListedPropertiesCount) {
     EXPECT_EQ("(null)", value("Owner"));
 }
 
-TEST_F(Modify, AListedNameThatTheClassDoesNotHaveIsAnInvalidParameter) {
+TEST_F(Modify, AnUndeclaredListedNameIsAnInvalidParameter) {
     const PropertyList listed = {"Room", "Nope"};
     EXPECT_EQ("4 PropertyList: the class has no property Nope", cimErrorOf([&] {
                   modify({{"Room", CIMValue("hall")}}, &listed);
@@ -200,13 +199,13 @@ TEST_F(Modify, ARequestWithoutAKeyIsAnInvalidParameter) {
     CIMPropertyArray keys;
     keys.push_back(CIMProperty("Colour", CIMValue("red")));
     keyed.setKeys(keys);
-    EXPECT_EQ("no error", error(keyed)) << "the keys name the instance, too";
+    EXPECT_EQ("no error", error(keyed)) << "the keys identify the instance, too";
     keyed.setProperty("Colour", CIMValue("green"));
     keyed.setKeys(keys);
-    EXPECT_EQ("7 Colour", error(keyed)) << "but not another than the properties";
+    EXPECT_EQ("7 Colour", error(keyed)) << "but keys and properties must agree";
 }
 
-TEST_F(Modify, AnInstanceThatIsNotThereIsNotFound) {
+TEST_F(Modify, AnInstanceThatDoesNotExistIsNotFound) {
     EXPECT_EQ("6 /root/cimv2:QAV_Lamp.Colour=\"blue\"", cimErrorOf([this] {
                   manager.modifyInstance("root/cimv2", request("QAV_Lamp", {{"Colour", CIMValue("blue")}}),
                                          nullptr, Access::write);
@@ -222,7 +221,7 @@ TEST_F(Modify, ClassAndNamespaceMustBeServed) {
     EXPECT_EQ("3 root", error("root", "QAV_Lamp"));
 }
 
-TEST_F(Modify, WhoMayOnlyReadIsDeniedWhateverTheRequest) {
+TEST_F(Modify, AClientThatMayOnlyReadIsDeniedWhateverTheRequest) {
     for (const char* const className : {"QAV_Lamp", "QAV_Nope"})
         EXPECT_EQ("2 only root, the object manager's user and users not marked read-only may write",
                   cimErrorOf([&] {
@@ -231,24 +230,24 @@ TEST_F(Modify, WhoMayOnlyReadIsDeniedWhateverTheRequest) {
                   }));
 }
 
-TEST_F(Modify, AValueThatCannotBeKeptIsNotServedEither) {
-    const support::TempDir folder;
-    manager = lampManager({"red"}, SiteValues(std::make_unique<StateFile>(folder.file("state"))));
-    folder.write("state.new/in the way", "");
-    const std::string why = "cannot save values: " + folder.file("state.new") + ": Is a directory";
+TEST_F(Modify, AValueThatCannotBeSavedIsNotServedEither) {
+    const support::TempDir directory;
+    manager = lampManager({"red"}, SiteValues(std::make_unique<StateFile>(directory.file("state"))));
+    directory.write("state.new/in the way", "");
+    const std::string why = "cannot save values: " + directory.file("state.new") + ": Is a directory";
     EXPECT_EQ("owbcimomd: " + why + "\n", logOf([&] {
                   EXPECT_EQ("1 " + why, errorOf({{"Room", CIMValue("hall")}}));
               }));
     EXPECT_EQ("(null)", value("Room"));
-    std::filesystem::remove_all(folder.file("state.new"));
+    std::filesystem::remove_all(directory.file("state.new"));
     modify({{"Room", CIMValue("hall")}});
     EXPECT_EQ("hall", value("Room"));
 }
 
 TEST_F(Modify, ValuesOutliveTheObjectManager) {
-    const support::TempDir folder;
-    const auto start = [&folder] {
-        return lampManager({"red"}, SiteValues(std::make_unique<StateFile>(folder.file("state"))));
+    const support::TempDir directory;
+    const auto start = [&directory] {
+        return lampManager({"red"}, SiteValues(std::make_unique<StateFile>(directory.file("state"))));
     };
     manager = start();
     modify({{"Room", CIMValue("hall")}});
@@ -257,7 +256,7 @@ TEST_F(Modify, ValuesOutliveTheObjectManager) {
     EXPECT_EQ("hall", value("Room"));
 }
 
-TEST(ModifyWithoutState, NobodyMayWrite) {
+TEST(ModifyWithoutState, AllWritesAreRejected) {
     ObjectManager manager({lampProvider({"red"})}, std::nullopt);
     CIMInstance lamp("QAV_Lamp");
     lamp.setProperty("Colour", CIMValue("red"));
@@ -265,5 +264,5 @@ TEST(ModifyWithoutState, NobodyMayWrite) {
     EXPECT_EQ("7 the object manager keeps no values (--no-state)",
               cimErrorOf([&] { manager.modifyInstance("root/cimv2", lamp, nullptr, Access::write); }));
     const CIMObjectPath path = CIMObjectPath::parse("QAV_Lamp.Colour=\"red\"");
-    EXPECT_FALSE(manager.getProperty("root/cimv2", path, "Room")) << "but all may read";
+    EXPECT_FALSE(manager.getProperty("root/cimv2", path, "Room")) << "reads are allowed";
 }

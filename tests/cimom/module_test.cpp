@@ -10,7 +10,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-/** A memory device of DSP0134 in the extent of version 2.1, with a module of 8 GiB in it. */
+/** A memory device of DSP0134 with the fields of version 2.1 and a module of 8 GiB. */
 SmbiosBytes memory(const std::string& locator) {
     return SmbiosBytes(17, 0x1B).word(0x0C, 8192).byte(0x0E, 9).text(0x10, locator);
 }
@@ -22,13 +22,13 @@ SmbiosBytes slot(const std::string& name, unsigned domain, unsigned bus, unsigne
 
 void writeDevice(const HostTree& tree, const std::string& address,
                  const std::string& classCode = "0x020000") {
-    const std::string folder = "/sys/bus/pci/devices/" + address + "/";
-    tree.write(folder + "class", classCode + "\n");
-    tree.write(folder + "vendor", "0x1af4\n");
-    tree.write(folder + "device", "0x1041\n");
+    const std::string directory = "/sys/bus/pci/devices/" + address + "/";
+    tree.write(directory + "class", classCode + "\n");
+    tree.write(directory + "vendor", "0x1af4\n");
+    tree.write(directory + "device", "0x1041\n");
 }
 
-/** A property of every instance, with a blank behind each value. */
+/** A property of every instance, with a blank after each value. */
 std::string each(const char* className, const HostTree& tree, const char* property) {
     std::string values;
     for (const CIMInstance& instance : allInstances(providerOf(className, tree.host())))
@@ -40,18 +40,18 @@ std::string modulesOf(const HostTree& tree) {
     return each("QAV_XRULogicalModule", tree, "DeviceID");
 }
 
-std::string placesOf(const HostTree& tree) {
+std::string locationsOf(const HostTree& tree) {
     return each("QAV_CoreTelephony_ModuleLocation", tree, "Key");
 }
 
-/** What CanBeFRUed tells of memory of a form factor. */
+/** CanBeFRUed of memory of a form factor. */
 std::string canBeReplaced(unsigned formFactor) {
     HostTree tree;
     writeSmbiosTable(tree, memory("A").byte(0x0E, formFactor));
     return text(onlyInstance(providerOf("QAV_XRULogicalModule", tree.host())), "CanBeFRUed");
 }
 
-/** An enclosure of DSP0134 with a list of `elements` entries of 3 bytes, and a part number behind it. */
+/** An enclosure of DSP0134 with a list of `elements` entries of 3 bytes, then a part number. */
 SmbiosBytes enclosure(unsigned type, unsigned elements = 0) {
     return SmbiosBytes(3, 0x16 + elements * 3)
         .byte(5, type)
@@ -73,7 +73,7 @@ TEST(LogicalModule, PropertiesComeKeysFirst) {
               names(module.getProperties()));
 }
 
-TEST(LogicalModule, TheFirmwareTellsWhatAMemoryModuleIs) {
+TEST(LogicalModule, DataOfAMemoryModuleComesFromTheFirmware) {
     HostTree tree;
     writeSmbiosTable(tree, SmbiosBytes(17, 0x2C)
                                .word(0x0C, 8192)
@@ -96,18 +96,18 @@ TEST(LogicalModule, TheFirmwareTellsWhatAMemoryModuleIs) {
     EXPECT_EQ("256", text(module, "_INDEX"));
     EXPECT_EQ("1", text(module, "_CONTAINED_IN"));
     EXPECT_EQ("(null)", text(module, "PresentStatus"));
-    EXPECT_EQ("DIMM_A1 ", placesOf(tree));
+    EXPECT_EQ("DIMM_A1 ", locationsOf(tree));
     EXPECT_EQ("memory module ", each("QAV_CoreTelephony_ModuleLocation", tree, "LocnXruType"));
 }
 
-TEST(LogicalModule, AnEmptySocketIsNoModuleAndKeepsItsNumber) {
+TEST(LogicalModule, AnEmptySocketIsSkippedAndUsesUpItsNumber) {
     HostTree tree;
     writeSmbiosTable(tree, std::string(memory("A").word(0x0C, 0)) +
                                std::string(memory("B").word(0x0C, 0xFFFF)) +
                                std::string(SmbiosBytes(17, 0x0D)) + std::string(memory("C")));
     EXPECT_EQ("memory:1 memory:3 ", modulesOf(tree));
     EXPECT_EQ("257 259 ", each("QAV_XRULogicalModule", tree, "_INDEX"));
-    EXPECT_EQ("B C ", placesOf(tree));
+    EXPECT_EQ("B C ", locationsOf(tree));
 }
 
 TEST(LogicalModule, MemoryInASocketCanBeReplacedAndSolderedMemoryCannot) {
@@ -119,15 +119,15 @@ TEST(LogicalModule, MemoryInASocketCanBeReplacedAndSolderedMemoryCannot) {
         EXPECT_EQ("(null)", canBeReplaced(unknown)) << unknown;
 }
 
-TEST(LogicalModule, PlacesThatShareTheirWordsAreToldApart) {
+TEST(LogicalModule, LocationsWithTheSameNameAreMadeUnique) {
     HostTree tree;
     writeSmbiosTable(tree, std::string(memory("DIMM 0")) + std::string(memory("DIMM 0")) +
                                std::string(memory("DIMM 1")) + std::string(memory("DIMM 0 #256")) +
                                std::string(memory(" ")));
-    EXPECT_EQ("DIMM 0 #256 #256 DIMM 0 #257 DIMM 1 DIMM 0 #256 #259 memory socket ", placesOf(tree));
+    EXPECT_EQ("DIMM 0 #256 #256 DIMM 0 #257 DIMM 1 DIMM 0 #256 #259 memory socket ", locationsOf(tree));
 }
 
-TEST(LogicalModule, WithoutSlotsTheDevicesThatAreNoBridgesAreCards) {
+TEST(LogicalModule, WithoutSlotsAllDevicesExceptBridgesAreCards) {
     HostTree tree;
     writeDevice(tree, "0000:00:00.0", "0x060000");
     writeDevice(tree, "0000:00:01.0");
@@ -138,36 +138,36 @@ TEST(LogicalModule, WithoutSlotsTheDevicesThatAreNoBridgesAreCards) {
     EXPECT_EQ("pci:0000:00:01.0 pci:0001:02:03.0 ", modulesOf(tree));
     EXPECT_EQ("65544 131608 ", each("QAV_XRULogicalModule", tree, "_INDEX"));
     EXPECT_EQ("(null) (null) ", each("QAV_XRULogicalModule", tree, "CanBeFRUed"));
-    EXPECT_EQ("0000:00:01.0 0001:02:03.0 ", placesOf(tree));
+    EXPECT_EQ("0000:00:01.0 0001:02:03.0 ", locationsOf(tree));
     EXPECT_EQ("expansion card expansion card ",
               each("QAV_CoreTelephony_ModuleLocation", tree, "LocnXruType"));
 }
 
-TEST(LogicalModule, AFunctionOtherThanTheFirstHasItsOwnIndexWhereItStandsAlone) {
+TEST(LogicalModule, ADeviceWithoutItsFirstFunctionHasTheIndexOfItsLowestFunction) {
     HostTree tree;
     writeDevice(tree, "0000:ff:1f.7");
     writeDevice(tree, "fffe:ff:1f.7");
     EXPECT_EQ("131071 4294967295 ", each("QAV_XRULogicalModule", tree, "_INDEX"));
 }
 
-TEST(LogicalModule, DevicesOfDomainsThatTheKernelMakesUpAreNoCards) {
+TEST(LogicalModule, DevicesOfVirtualDomainsAreNotCards) {
     HostTree tree;
     writeDevice(tree, "ffff:00:00.0");
     writeDevice(tree, "10000:00:00.0");
     EXPECT_EQ("", modulesOf(tree));
 }
 
-TEST(LogicalModule, TheDeviceTellsWhatACardIs) {
+TEST(LogicalModule, DataOfACardComesFromItsDevice) {
     HostTree tree;
-    const std::string folder = "/sys/bus/pci/devices/0000:00:01.0/";
+    const std::string directory = "/sys/bus/pci/devices/0000:00:01.0/";
     writeDevice(tree, "0000:00:01.0");
     EXPECT_EQ("1af4 ", each("QAV_XRULogicalModule", tree, "Manufacturer"));
     EXPECT_EQ("1af4:1041 ", each("QAV_XRULogicalModule", tree, "VendorEquipmentType"));
     EXPECT_EQ("(null) ", each("QAV_XRULogicalModule", tree, "Version"));
     tree.write("/usr/share/misc/pci.ids", "1028  Acme\n1af4  Chips\n\t1041  Network\n");
-    tree.write(folder + "subsystem_vendor", "0x1028\n");
-    tree.write(folder + "revision", "0x0a\n");
-    tree.write(folder + "label", "Onboard LAN\n");
+    tree.write(directory + "subsystem_vendor", "0x1028\n");
+    tree.write(directory + "revision", "0x0a\n");
+    tree.write(directory + "label", "Onboard LAN\n");
     const CIMInstance card = onlyInstance(providerOf("QAV_XRULogicalModule", tree.host()));
     EXPECT_EQ("Acme", text(card, "Manufacturer"));
     EXPECT_EQ("Network", text(card, "VendorEquipmentType"));
@@ -176,10 +176,10 @@ TEST(LogicalModule, TheDeviceTellsWhatACardIs) {
     EXPECT_EQ("1", text(card, "_CONTAINED_IN"));
     for (const char* const property : {"SerialNumber", "PartNumber", "CanBeFRUed", "PresentStatus"})
         EXPECT_EQ("(null)", text(card, property)) << property;
-    EXPECT_EQ("Onboard LAN ", placesOf(tree));
+    EXPECT_EQ("Onboard LAN ", locationsOf(tree));
 }
 
-TEST(LogicalModule, WhereSlotsAreKnownOnlyDevicesInThemAreCards) {
+TEST(LogicalModule, IfSlotsAreReportedOnlyDevicesInSlotsAreCards) {
     HostTree tree;
     for (const char* const address : {"0000:00:01.0", "0000:02:03.0", "0000:04:00.0", "0001:02:03.0"})
         writeDevice(tree, address);
@@ -187,15 +187,15 @@ TEST(LogicalModule, WhereSlotsAreKnownOnlyDevicesInThemAreCards) {
     tree.write("/sys/bus/pci/slots/7/address", "0000:04:00\n");
     tree.write("/sys/bus/pci/slots/8/address", "0000:05:00\n");
     EXPECT_EQ("pci:0000:04:00.0 ", modulesOf(tree));
-    EXPECT_EQ("PCI slot 7 ", placesOf(tree));
+    EXPECT_EQ("PCI slot 7 ", locationsOf(tree));
     EXPECT_EQ("true ", each("QAV_XRULogicalModule", tree, "CanBeFRUed"));
 
     writeSmbiosTable(tree, std::string(slot("SLOT A", 0, 2, 3)) + std::string(slot("SLOT B", 0, 4, 0)));
     EXPECT_EQ("pci:0000:02:03.0 pci:0000:04:00.0 ", modulesOf(tree));
-    EXPECT_EQ("SLOT A SLOT B ", placesOf(tree));
+    EXPECT_EQ("SLOT A SLOT B ", locationsOf(tree));
 }
 
-TEST(LogicalModule, ASlotWithoutAPlaceOnThePCIBusesIsNone) {
+TEST(LogicalModule, ASlotWithoutAPCIAddressIsSkipped) {
     HostTree tree;
     writeDevice(tree, "0000:00:01.0");
     for (const std::string& odd :
@@ -216,15 +216,15 @@ TEST(LogicalModule, MemoryComesBeforeCards) {
     EXPECT_EQ("memory:0 pci:0000:00:01.0 ", modulesOf(tree));
 }
 
-TEST(LogicalModule, AHostThatTellsNothingHasNoModules) {
+TEST(LogicalModule, AnEmptyHostHasNoModules) {
     HostTree tree;
-    for (const auto make :
+    for (const char* const className :
          {"QAV_XRULogicalModule", "QAV_CoreTelephony_ModuleLocation", "QAV_XRUPackageDependency",
           "QAV_XRULogicalModuleLocation", "QAV_K70ExpansionChassis"})
         EXPECT_TRUE(allInstances(providerOf(className, tree.host())).empty());
 }
 
-TEST(ExpansionChassis, TheEnclosuresBehindTheFirstAreExpansions) {
+TEST(ExpansionChassis, AllEnclosuresAfterTheFirstAreExpansions) {
     HostTree tree;
     writeSmbiosTable(tree, enclosure(0x17));
     EXPECT_EQ("", each("QAV_K70ExpansionChassis", tree, "Tag"));
@@ -253,7 +253,7 @@ TEST(ExpansionChassis, TheEnclosuresBehindTheFirstAreExpansions) {
     EXPECT_EQ("(null)", text(all[1], "PartNumber"));
 }
 
-TEST(ExpansionChassis, AListOfElementsThatIsLongerThanTheStructureHidesThePartNumber) {
+TEST(ExpansionChassis, WithAListOfElementsThatExceedsTheStructureThePartNumberIsNull) {
     HostTree tree;
     writeSmbiosTable(tree, std::string(enclosure(3)) +
                                std::string(enclosure(0x12).byte(0x13, 255).byte(0x14, 255)));
@@ -261,7 +261,7 @@ TEST(ExpansionChassis, AListOfElementsThatIsLongerThanTheStructureHidesThePartNu
     EXPECT_EQ("18 ", each("QAV_K70ExpansionChassis", tree, "PhysicalType"));
 }
 
-TEST(ExpansionChassis, AbsurdNumbersOfPartsNeverShareAnIndex) {
+TEST(ExpansionChassis, ExcessiveNumbersOfPartsDoNotShareAnIndex) {
     HostTree tree;
     std::string structures;
     for (int i = 0; i < 300; ++i)
@@ -273,7 +273,7 @@ TEST(ExpansionChassis, AbsurdNumbersOfPartsNeverShareAnIndex) {
     EXPECT_EQ("65535", text(allInstances(providerOf("QAV_XRULogicalModule", tree.host())).back(), "_INDEX"));
 }
 
-TEST(ModuleAssociations, EachModuleLeadsToItsChassisAndItsPlace) {
+TEST(ModuleAssociations, EachModuleRefersToItsChassisAndItsLocation) {
     HostTree tree;
     writeDevice(tree, "0000:00:01.0");
     writeSmbiosTable(tree, memory("DIMM_A1"));
@@ -308,8 +308,8 @@ TEST(ModuleAssociations, AnAssociationIsFoundByItsReferences) {
     HostTree tree;
     writeSmbiosTable(tree, memory("DIMM_A1"));
     const ObjectManager manager(makeProviders(tree.host(), loop()));
-    for (const auto make : {"QAV_XRUPackageDependency", "QAV_XRULogicalModuleLocation"}) {
-        const CIMInstance instance = onlyInstance(*make(tree.host()));
+    for (const char* const className : {"QAV_XRUPackageDependency", "QAV_XRULogicalModuleLocation"}) {
+        const CIMInstance instance = onlyInstance(providerOf(className, tree.host()));
         const CIMInstance found = manager.getInstance("root/cimv2", pathOf(instance), nullptr);
         EXPECT_EQ(pathOf(instance), pathOf(found));
     }

@@ -20,7 +20,7 @@ void writeInterface(const HostTree& tree, const std::string& name, const std::st
     tree.write("/sys/class/net/" + name + "/" + file, value + "\n");
 }
 
-/** An Ethernet interface eth0 of index 4, as the kernel shows it. */
+/** An Ethernet interface eth0 with index 4. */
 void writeEthernet(const HostTree& tree) {
     tree.write("/proc/sys/kernel/hostname", "box\n");
     writeInterface(tree, "eth0", "ifindex", "4");
@@ -37,8 +37,8 @@ CIMInstance endpointOf(const HostTree& tree) {
     return onlyInstance(providerOf("QAV_LANEndpoint", tree.host()));
 }
 
-/** What the endpoint tells when one file of an otherwise plain interface has another content. */
-std::string told(const char* property, const char* file, const std::string& content) {
+/** A property of the endpoint of eth0 after a change to one file. */
+std::string propertyOf(const char* property, const char* file, const std::string& content) {
     HostTree tree;
     writeEthernet(tree);
     writeInterface(tree, "eth0", file, content);
@@ -62,7 +62,7 @@ TEST(NetworkInterface, InterfacesComeInTheOrderOfTheirIndexes) {
     EXPECT_EQ("b=9 a=10 c=4294967295 ", found);
 }
 
-TEST(NetworkInterface, WhatHasNoIndexIsNoInterface) {
+TEST(NetworkInterface, AnEntryWithoutAnIndexIsSkipped) {
     HostTree tree;
     EXPECT_TRUE(networkInterfaces(tree.host()).empty());
     tree.write("/sys/class/net/bonding_masters", "bond0\n");
@@ -85,7 +85,7 @@ TEST(LANEndpoint, PropertiesComeKeysFirst) {
               names(endpoint.getProperties()));
 }
 
-TEST(LANEndpoint, TheKernelTellsWhatTheInterfaceIs) {
+TEST(LANEndpoint, DataComesFromTheKernel) {
     HostTree tree;
     writeEthernet(tree);
     const CIMInstance endpoint = endpointOf(tree);
@@ -104,7 +104,7 @@ TEST(LANEndpoint, TheKernelTellsWhatTheInterfaceIs) {
     EXPECT_EQ("(null)", text(endpoint, "TimeOfLastStateChange"));
 }
 
-TEST(LANEndpoint, WhatTheKernelDoesNotTellIsNull) {
+TEST(LANEndpoint, DataThatTheKernelDoesNotReportIsNull) {
     HostTree tree;
     tree.write("/proc/sys/kernel/hostname", "box\n");
     writeInterface(tree, "eth0", "ifindex", "4");
@@ -115,46 +115,46 @@ TEST(LANEndpoint, WhatTheKernelDoesNotTellIsNull) {
 }
 
 TEST(LANEndpoint, AnInterfaceWithoutAliasIsDescribedByItsName) {
-    EXPECT_EQ("eth0", told("Description", "ifalias", ""));
+    EXPECT_EQ("eth0", propertyOf("Description", "ifalias", ""));
 }
 
-TEST(LANEndpoint, AStateOfRFC2863IsAnOperationalStatus) {
-    EXPECT_EQ("10", told("OperationalStatus", "operstate", "down"));
-    EXPECT_EQ("11", told("OperationalStatus", "operstate", "testing"));
-    EXPECT_EQ("0", told("OperationalStatus", "operstate", "unknown"));
-    EXPECT_EQ("15", told("OperationalStatus", "operstate", "dormant"));
-    EXPECT_EQ("6", told("OperationalStatus", "operstate", "notpresent"));
-    EXPECT_EQ("16", told("OperationalStatus", "operstate", "lowerlayerdown"));
-    EXPECT_EQ("(null)", told("OperationalStatus", "operstate", "sideways"));
+TEST(LANEndpoint, TheStateOfRFC2863DeterminesTheOperationalStatus) {
+    EXPECT_EQ("10", propertyOf("OperationalStatus", "operstate", "down"));
+    EXPECT_EQ("11", propertyOf("OperationalStatus", "operstate", "testing"));
+    EXPECT_EQ("0", propertyOf("OperationalStatus", "operstate", "unknown"));
+    EXPECT_EQ("15", propertyOf("OperationalStatus", "operstate", "dormant"));
+    EXPECT_EQ("6", propertyOf("OperationalStatus", "operstate", "notpresent"));
+    EXPECT_EQ("16", propertyOf("OperationalStatus", "operstate", "lowerlayerdown"));
+    EXPECT_EQ("(null)", propertyOf("OperationalStatus", "operstate", "sideways"));
 }
 
 TEST(LANEndpoint, AnInterfaceThatIsNotUpIsDisabled) {
-    EXPECT_EQ("3", told("EnabledState", "flags", "0x1002"));
-    EXPECT_EQ("2", told("EnabledState", "flags", "0x1"));
+    EXPECT_EQ("3", propertyOf("EnabledState", "flags", "0x1002"));
+    EXPECT_EQ("2", propertyOf("EnabledState", "flags", "0x1"));
     for (const char* const odd : {"1003", "0x", "0xyz", "0x100000001", "x"})
-        EXPECT_EQ("(null)", told("EnabledState", "flags", odd)) << odd;
+        EXPECT_EQ("(null)", propertyOf("EnabledState", "flags", odd)) << odd;
 }
 
-TEST(LANEndpoint, ASpeedThatIsNotKnownIsNull) {
+TEST(LANEndpoint, AnUnknownSpeedIsNull) {
     for (const char* const odd : {"-1", "0", "4294967295", "fast"})
-        EXPECT_EQ("(null)", told("Speed", "speed", odd)) << odd;
-    EXPECT_EQ("2147483647000000", told("Speed", "speed", "2147483647"));
+        EXPECT_EQ("(null)", propertyOf("Speed", "speed", odd)) << odd;
+    EXPECT_EQ("2147483647000000", propertyOf("Speed", "speed", "2147483647"));
 }
 
-TEST(LANEndpoint, AnAddressThatIsNotOfSixOctetsIsNoMACAddress) {
+TEST(LANEndpoint, AnAddressOfAnotherLengthIsNotAMACAddress) {
     for (const char* const odd :
          {"0.0.0.0", "00:00:00:00", "02:fc:00:00:00", "02:fc:00:00:00:1", "02:fc:00:00:00:1g",
           "02-fc-00-00-00-1a", "02:fc:00:00:00:1a:00", "80:00:02:08:fe:80:00:00:00:00:00:00:00:02"})
-        EXPECT_EQ("(null)", told("MACAddress", "address", odd)) << odd;
+        EXPECT_EQ("(null)", propertyOf("MACAddress", "address", odd)) << odd;
 }
 
-TEST(LANEndpoint, TheKindOfHardwareIsAnInterfaceTypeOfIANA) {
+TEST(LANEndpoint, TheHardwareTypeDeterminesTheInterfaceType) {
     const char* const kinds[][2] = {{"772", "24"},  {"512", "23"},      {"801", "71"},  {"802", "71"},
                                     {"803", "71"},  {"768", "131"},     {"769", "131"}, {"776", "131"},
                                     {"778", "131"}, {"823", "131"},     {"32", "199"},  {"65534", "1"},
                                     {"280", "1"},   {"65536", "(null)"}};
     for (const auto& kind : kinds)
-        EXPECT_EQ(kind[1], told("ProtocolIFType", "type", kind[0])) << kind[0];
+        EXPECT_EQ(kind[1], propertyOf("ProtocolIFType", "type", kind[0])) << kind[0];
 }
 
 TEST(NetworkPortStatistics, CountersAreFoundByTheirColumns) {
@@ -186,7 +186,7 @@ TEST(NetworkPortStatistics, CountersAreOf64Bits) {
     EXPECT_EQ("18446744073709551615", text(statistics, "OutUcastPkts"));
 }
 
-TEST(NetworkPortStatistics, MoreMulticastsThanPacketsTellNothingOfUnicasts) {
+TEST(NetworkPortStatistics, WithMoreMulticastsThanPacketsUnicastsAreNull) {
     HostTree tree;
     writeEthernet(tree);
     tree.write("/proc/net/dev", titles + "eth0: 9 2 0 0 0 0 0 3 0 0 0 0 0 0 0 0\n");
@@ -194,7 +194,7 @@ TEST(NetworkPortStatistics, MoreMulticastsThanPacketsTellNothingOfUnicasts) {
     EXPECT_EQ("3", text(statisticsOf(tree), "InNUcastPkts"));
 }
 
-TEST(NetworkPortStatistics, OddLinesAreNoCounters) {
+TEST(NetworkPortStatistics, MalformedLinesAreSkipped) {
     for (const char* const line : {"", "eth0\n", "eth0:\n", "eth0: 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15\n",
                                    "eth0: 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 x\n", "eth: 1 2 3\n",
                                    "eth0: -1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16\n"}) {
@@ -208,7 +208,7 @@ TEST(NetworkPortStatistics, OddLinesAreNoCounters) {
     }
 }
 
-TEST(LANEndpointNetworkPortAssociation, EachEndpointLeadsToTheCountersOfItsInterface) {
+TEST(LANEndpointNetworkPortAssociation, EachEndpointRefersToTheCountersOfItsInterface) {
     HostTree tree;
     writeEthernet(tree);
     writeInterface(tree, "lo", "ifindex", "1");

@@ -9,7 +9,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-/** "<code> <description>" of the error that an enumeration ends in. */
+/** "<code> <description>" of the error of an enumeration. */
 std::string errorOf(const std::string& nameSpace, const char* className) {
     return cimErrorOf([&] { lampManager({"red"}).enumerateInstances(nameSpace, className, nullptr); });
 }
@@ -63,9 +63,37 @@ TEST(ObjectManager, AnEmptyListWantsNoProperties) {
     EXPECT_TRUE(found.at(0).getProperties().empty());
 }
 
-TEST(ObjectManager, KeysStayWhateverIsWanted) {
+TEST(ObjectManager, KeysAreAlwaysThere) {
     const PropertyList wanted = {"Watts"};
     const auto found = collected(*lampManager({"red"}).enumerateInstances("root/cimv2", "QAV_Lamp", &wanted));
     ASSERT_EQ(1u, found.at(0).getKeyValuePairs().size());
     EXPECT_EQ("Colour", found[0].getKeyValuePairs()[0].getName());
+}
+
+TEST(ObjectManager, AnEnumerationMakesEachInstanceOnRequest) {
+    int made = 0;
+    const auto make = [&made](const std::string& colour) {
+        ++made;
+        return lampInstance(colour);
+    };
+    const ObjectManager manager({{&lampClass, [&make] {
+                                      return eachOf(std::vector<std::string>{"red", "green"}, make);
+                                  }}});
+    const std::unique_ptr<InstanceSource> lamps =
+        manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr);
+    EXPECT_EQ(0, made);
+    EXPECT_EQ("red", lamps->next().getPropertyValue("Colour").toString());
+    EXPECT_EQ(1, made);
+    EXPECT_EQ("green", lamps->next().getPropertyValue("Colour").toString());
+    EXPECT_FALSE(lamps->next());
+    EXPECT_FALSE(lamps->next()) << "the end is final";
+    EXPECT_EQ(2, made);
+}
+
+TEST(ObjectManager, AnEnumerationPassesOnWhatItsProviderThrows) {
+    const auto fail = [](int) -> CIMInstance { throw std::runtime_error("the lamp is broken"); };
+    const ObjectManager manager({{&lampClass, [&fail] { return eachOf(std::vector<int>{1}, fail); }}});
+    const std::unique_ptr<InstanceSource> lamps =
+        manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr);
+    EXPECT_THROW(lamps->next(), std::runtime_error);
 }

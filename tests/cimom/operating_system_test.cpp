@@ -46,7 +46,7 @@ TEST(OperatingSystem, PropertiesComeKeysFirst) {
     EXPECT_EQ("box", text(os, "Name"));
 }
 
-TEST(OperatingSystem, WhatTheHostDoesNotTellIsNull) {
+TEST(OperatingSystem, DataThatTheHostDoesNotReportIsNull) {
     HostTree tree;
     const CIMInstance os = osOf(tree);
     for (const char* const property :
@@ -61,7 +61,7 @@ TEST(OperatingSystem, BootTimeIsLocalTime) {
     EXPECT_EQ("20231114185820.000000-195", text(osOf(tree), "LastBootUpTime"));
 }
 
-TEST(OperatingSystem, ABootTimeThatIsNoNumberIsNull) {
+TEST(OperatingSystem, ABootTimeThatIsNotANumberIsNull) {
     HostTree tree;
     tree.write("/proc/stat", "btime soon\n");
     EXPECT_EQ("(null)", text(osOf(tree), "LastBootUpTime"));
@@ -78,14 +78,14 @@ TEST(OperatingSystem, LocalDateTimeIsNow) {
     EXPECT_EQ("+000", told.substr(21));
 }
 
-TEST(OperatingSystem, UsersAreTheSessionsOfPeople) {
+TEST(OperatingSystem, UsersAreTheLoginSessions) {
     HostTree tree;
     tree.write("/run/utmp", loginRecord(BOOT_TIME) + loginRecord(USER_PROCESS) + loginRecord(DEAD_PROCESS) +
                                 loginRecord(USER_PROCESS) + loginRecord(LOGIN_PROCESS));
     EXPECT_EQ("2", text(osOf(tree), "NumberOfUsers"));
 }
 
-TEST(OperatingSystem, ARecordThatIsNotWholeCountsForNobody) {
+TEST(OperatingSystem, AnIncompleteRecordIsNotCounted) {
     HostTree tree;
     tree.write("/run/utmp", loginRecord(USER_PROCESS) + loginRecord(USER_PROCESS).substr(0, 383));
     EXPECT_EQ("1", text(osOf(tree), "NumberOfUsers"));
@@ -97,7 +97,7 @@ TEST(OperatingSystem, AnEmptyLoginFileMeansNoUsers) {
     EXPECT_EQ("0", text(osOf(tree), "NumberOfUsers"));
 }
 
-TEST(OperatingSystem, ProcessesAreTheFoldersNamedByANumber) {
+TEST(OperatingSystem, ProcessesAreTheDirectoriesNamedByANumber) {
     HostTree tree;
     for (const char* const name : {"1/stat", "42/stat", "4194304/stat", "self/stat", "12a/stat", "-3/stat"})
         tree.write(std::string("/proc/") + name, "");
@@ -121,7 +121,7 @@ TEST(OperatingSystem, IsLoadedFromTheDiskOfTheFileSystemThatBoots) {
     EXPECT_EQ("(null)", text(osOf(tree), "_INIT_LOAD_DEVICE"));
 }
 
-TEST(OperatingSystem, ItsParametersAreTheKernels) {
+TEST(OperatingSystem, ItsParametersAreTheCommandLineOfTheKernel) {
     HostTree tree;
     EXPECT_EQ("(null)", text(osOf(tree), "_INIT_LOAD_PARAMETERS"));
     tree.write("/proc/cmdline", "root=/dev/sda quiet\n");

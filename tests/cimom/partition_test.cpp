@@ -17,7 +17,7 @@ public:
         writePartition("sda", "sda1", "8:1", "1", "501");
     }
 
-    std::string told(const char* property) const {
+    std::string propertyOf(const char* property) const {
         return text(onlyInstance(providerOf("QAV_DiskPartition", host())), property);
     }
     void writeUdev(const std::string& lines) const { write("/run/udev/data/b8:1", lines); }
@@ -36,16 +36,16 @@ TEST(DiskPartition, PropertiesComeKeysFirst) {
     EXPECT_EQ("QAV_DiskPartition", text(found, "CreationClassName"));
 }
 
-TEST(DiskPartition, TheKernelTellsNumberAndSizeInKByte) {
+TEST(DiskPartition, NumberAndSizeInKByteComeFromTheKernel) {
     const PartitionTree tree;
-    EXPECT_EQ("sda1", tree.told("DeviceID"));
-    EXPECT_EQ("1", tree.told("Index"));
-    EXPECT_EQ("250", tree.told("Size"));
+    EXPECT_EQ("sda1", tree.propertyOf("DeviceID"));
+    EXPECT_EQ("1", tree.propertyOf("Index"));
+    EXPECT_EQ("250", tree.propertyOf("Size"));
     tree.writeDiskFile("sda", "sda1/size", "x");
-    EXPECT_EQ("(null)", tree.told("Size"));
+    EXPECT_EQ("(null)", tree.propertyOf("Size"));
 }
 
-TEST(DiskPartition, PartitionsComeByTheirNumbersAndBearTheIndexOfTheirDisk) {
+TEST(DiskPartition, PartitionsAreSortedByNumberAndHaveTheIndexOfTheirDisk) {
     const PartitionTree tree;
     tree.writePartition("sda", "sda10", "8:10", "10", "2");
     tree.writePartition("sda", "sda2", "8:2", "2", "2");
@@ -57,7 +57,7 @@ TEST(DiskPartition, PartitionsComeByTheirNumbersAndBearTheIndexOfTheirDisk) {
               column(providerOf("QAV_DiskPartition", tree.host()), "HR_DEVICE_INDEX"));
 }
 
-TEST(DiskPartition, AFolderThatIsNoPartitionIsNone) {
+TEST(DiskPartition, ADirectoryThatIsNotAPartitionIsSkipped) {
     const PartitionTree tree;
     tree.writeDiskFile("sda", "queue/rotational", "1");
     tree.writePartition("sda", "sda2", "8:2", "two", "2");
@@ -67,47 +67,47 @@ TEST(DiskPartition, AFolderThatIsNoPartitionIsNone) {
 
 TEST(DiskPartition, WithoutNamesLabelAndIdentityAreNull) {
     const PartitionTree tree;
-    EXPECT_EQ("(null)", tree.told("Label"));
-    EXPECT_EQ("(null)", tree.told("Identity"));
+    EXPECT_EQ("(null)", tree.propertyOf("Label"));
+    EXPECT_EQ("(null)", tree.propertyOf("Identity"));
     tree.writeUdev("E:ID_FS_LABEL_ENC=\nE:ID_FS_LABEL_ENC");
     tree.writeKernel("PARTNAME=\n");
-    EXPECT_EQ("(null)", tree.told("Label"));
+    EXPECT_EQ("(null)", tree.propertyOf("Label"));
 }
 
-TEST(DiskPartition, LabelIsThatOfTheFileSystemBeforeThatInTheTable) {
+TEST(DiskPartition, TheLabelOfTheFileSystemPrecedesThatInTheTable) {
     const PartitionTree tree;
     tree.writeKernel("DEVNAME=sda1\nPARTNAME=kernel's\n");
-    EXPECT_EQ("kernel's", tree.told("Label"));
+    EXPECT_EQ("kernel's", tree.propertyOf("Label"));
     tree.writeUdev("S:x\nE:ID_PART_ENTRY_NAME=in\\x20table\n");
-    EXPECT_EQ("in table", tree.told("Label"));
+    EXPECT_EQ("in table", tree.propertyOf("Label"));
     tree.link("/dev/disk/by-partlabel/linked\\x20table", "../../sda1");
-    EXPECT_EQ("linked table", tree.told("Label"));
+    EXPECT_EQ("linked table", tree.propertyOf("Label"));
     tree.writeUdev("S:x\nE:ID_FS_LABEL=a_b\nE:ID_FS_LABEL_ENC=a\\x20b\n");
-    EXPECT_EQ("a b", tree.told("Label"));
+    EXPECT_EQ("a b", tree.propertyOf("Label"));
     tree.link("/dev/disk/by-label/data", "../../sda1");
-    EXPECT_EQ("data", tree.told("Label"));
+    EXPECT_EQ("data", tree.propertyOf("Label"));
 }
 
-TEST(DiskPartition, IdentityIsThatInTheTableBeforeThatOfTheFileSystem) {
+TEST(DiskPartition, TheIdentityInTheTablePrecedesThatOfTheFileSystem) {
     const PartitionTree tree;
     tree.writeUdev("E:ID_FS_UUID_ENC=1111-2222\n");
-    EXPECT_EQ("1111-2222", tree.told("Identity"));
+    EXPECT_EQ("1111-2222", tree.propertyOf("Identity"));
     tree.link("/dev/disk/by-uuid/3333-4444", "../../sda1");
-    EXPECT_EQ("3333-4444", tree.told("Identity"));
+    EXPECT_EQ("3333-4444", tree.propertyOf("Identity"));
     tree.writeKernel("PARTUUID=kernel-01\n");
-    EXPECT_EQ("kernel-01", tree.told("Identity"));
+    EXPECT_EQ("kernel-01", tree.propertyOf("Identity"));
     tree.writeUdev("E:ID_PART_ENTRY_UUID=udev-01\n");
-    EXPECT_EQ("udev-01", tree.told("Identity"));
+    EXPECT_EQ("udev-01", tree.propertyOf("Identity"));
     tree.link("/dev/disk/by-partuuid/link-01", "../../sda1");
-    EXPECT_EQ("link-01", tree.told("Identity"));
+    EXPECT_EQ("link-01", tree.propertyOf("Identity"));
 }
 
-TEST(DiskPartition, LinksOfOtherDevicesAreNotItsOwn) {
+TEST(DiskPartition, LinksToOtherDevicesAreIgnored) {
     const PartitionTree tree;
     tree.link("/dev/disk/by-label/other", "../../sda10");
     tree.link("/dev/disk/by-label/disk", "../../sda");
     tree.write("/dev/disk/by-label/file", "");
-    EXPECT_EQ("(null)", tree.told("Label"));
+    EXPECT_EQ("(null)", tree.propertyOf("Label"));
 }
 
 TEST(DiskPartition, ASlashInTheNameOfADeviceIsTheKernelsExclamationMark) {
@@ -120,10 +120,10 @@ TEST(DiskPartition, ASlashInTheNameOfADeviceIsTheKernelsExclamationMark) {
     EXPECT_EQ("data", text(found, "Label"));
 }
 
-TEST(DiskPartition, WhatIsNoEscapeOfUdevStaysAsItIs) {
+TEST(DiskPartition, TextThatIsNotAnEscapeOfUdevIsKept) {
     const PartitionTree tree;
     tree.writeUdev("E:ID_FS_LABEL_ENC=a\\x2gb\\x4\\x\\\\x41\n");
-    EXPECT_EQ("a\\x2gb\\x4\\x\\A", tree.told("Label"));
+    EXPECT_EQ("a\\x2gb\\x4\\x\\A", tree.propertyOf("Label"));
     tree.writeUdev("E:ID_FS_LABEL_ENC=a\\x4\n");
-    EXPECT_EQ("a\\x4", tree.told("Label"));
+    EXPECT_EQ("a\\x4", tree.propertyOf("Label"));
 }

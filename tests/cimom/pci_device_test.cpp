@@ -10,10 +10,10 @@ namespace {
 void writeFunction(const HostTree& tree, const std::string& address,
                    const std::string& classCode = "0x020000", const std::string& vendor = "0x8086",
                    const std::string& device = "0x1572") {
-    const std::string folder = "/sys/bus/pci/devices/" + address + "/";
-    tree.write(folder + "class", classCode + "\n");
-    tree.write(folder + "vendor", vendor + "\n");
-    tree.write(folder + "device", device + "\n");
+    const std::string directory = "/sys/bus/pci/devices/" + address + "/";
+    tree.write(directory + "class", classCode + "\n");
+    tree.write(directory + "vendor", vendor + "\n");
+    tree.write(directory + "device", device + "\n");
 }
 
 std::string namesOf(const std::vector<PciFunction>& functions) {
@@ -44,14 +44,14 @@ TEST(PciDevices, AnAddressIsDomainBusDeviceAndFunction) {
     EXPECT_EQ(0, parsePciAddress("0000:01:02").value().function);
 }
 
-TEST(PciDevices, WhatIsNoAddressIsAbsent) {
+TEST(PciDevices, AMalformedAddressIsAbsent) {
     for (const char* const odd :
          {"", "0000", "0000:00", "0000:00:", "0000:00:20.0", "0000:00:00.8", "0000:100:00.0",
           "100000000:00:00.0", "x:00:00.0", "0000:00:00.0.0", "0000:00:00:0", ":::"})
         EXPECT_FALSE(parsePciAddress(odd)) << odd;
 }
 
-TEST(PciDevices, AFunctionIsWhatItsFilesTell) {
+TEST(PciDevices, DataOfAFunctionComesFromItsFiles) {
     HostTree tree;
     writeFunction(tree, "0001:02:03.4", "0x060400", "0x8086", "0xa1b2");
     tree.write("/sys/bus/pci/devices/0001:02:03.4/subsystem_vendor", "0x1028\n");
@@ -69,7 +69,7 @@ TEST(PciDevices, AFunctionIsWhatItsFilesTell) {
     EXPECT_EQ("Onboard LAN", function.label);
 }
 
-TEST(PciDevices, WhatAFunctionDoesNotTellIsAbsent) {
+TEST(PciDevices, DataThatAFunctionDoesNotReportIsAbsent) {
     HostTree tree;
     writeFunction(tree, "0000:00:00.0");
     tree.write("/sys/bus/pci/devices/0000:00:00.0/subsystem_vendor", "0x0000\n");
@@ -82,7 +82,7 @@ TEST(PciDevices, WhatAFunctionDoesNotTellIsAbsent) {
     EXPECT_FALSE(pciFunctions(tree.host()).at(0).subsystemVendor);
 }
 
-TEST(PciDevices, FunctionsComeInTheOrderOfTheirAddresses) {
+TEST(PciDevices, FunctionsAreSortedByAddress) {
     HostTree tree;
     for (const char* const address :
          {"10000:00:00.0", "0001:00:00.0", "0000:01:00.0", "0000:00:02.0", "0000:00:01.1", "0000:00:01.0"})
@@ -91,7 +91,7 @@ TEST(PciDevices, FunctionsComeInTheOrderOfTheirAddresses) {
               namesOf(pciFunctions(tree.host())));
 }
 
-TEST(PciDevices, OddEntriesAreLeftOut) {
+TEST(PciDevices, MalformedEntriesAreSkipped) {
     HostTree tree;
     EXPECT_TRUE(pciFunctions(tree.host()).empty());
     writeFunction(tree, "0000:00:01.0");
@@ -103,7 +103,7 @@ TEST(PciDevices, OddEntriesAreLeftOut) {
     EXPECT_EQ("0000:00:01.0 ", namesOf(pciFunctions(tree.host())));
 }
 
-TEST(PciDevices, SlotsTellTheAddressesOfTheDevicesInThem) {
+TEST(PciDevices, SlotsHaveTheAddressesOfTheDevicesInThem) {
     HostTree tree;
     EXPECT_TRUE(pciSlots(tree.host()).empty());
     tree.write("/sys/bus/pci/slots/B/address", "0000:03:00\n");
@@ -119,7 +119,7 @@ TEST(PciDevices, SlotsTellTheAddressesOfTheDevicesInThem) {
         EXPECT_FALSE(slots[1].address.isSameDevice(parsePciAddress(other).value())) << other;
 }
 
-TEST(PciNames, AreThoseOfTheListWithinTheirVendor) {
+TEST(PciNames, AreFoundInTheListBelowTheirVendor) {
     HostTree tree;
     tree.write("/usr/share/misc/pci.ids", list);
     const PciNames names(tree.host());
@@ -128,7 +128,7 @@ TEST(PciNames, AreThoseOfTheListWithinTheirVendor) {
     EXPECT_EQ("Virtual Network", names.device(0x1af4, 0x1041));
 }
 
-TEST(PciNames, WhatTheListDoesNotNameIsItsNumber) {
+TEST(PciNames, AreNumbersIfTheListHasNoName) {
     HostTree tree;
     EXPECT_EQ("001a", PciNames(tree.host()).vendor(0x001A));
     EXPECT_EQ("8086:1572", PciNames(tree.host()).device(0x8086, 0x1572));
@@ -140,7 +140,7 @@ TEST(PciNames, WhatTheListDoesNotNameIsItsNumber) {
     EXPECT_EQ("8086:1af4", names.device(0x8086, 0x1AF4));
 }
 
-TEST(PciNames, AListThatIsCutShortTellsLess) {
+TEST(PciNames, ATruncatedListHasFewerNames) {
     HostTree tree;
     const std::string whole = list;
     for (std::size_t size = 0; size < whole.size(); ++size) {

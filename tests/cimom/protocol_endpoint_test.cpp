@@ -30,7 +30,7 @@ TEST(IPProtocolEndpoint, SettingsComeFromTheKernel) {
     EXPECT_EQ("30", text(ip, "ReassemblyTimeout"));
 }
 
-TEST(IPProtocolEndpoint, SettingsThatTheHostDoesNotTellAreNull) {
+TEST(IPProtocolEndpoint, SettingsThatTheHostDoesNotReportAreNull) {
     HostTree tree;
     const CIMInstance ip = onlyInstance(providerOf("QAV_IPProtocolEndpoint", tree.host()));
     for (const char* const property : {"Forwarding", "DefaultTTL", "ReassemblyTimeout"})
@@ -71,7 +71,7 @@ TEST(TCPProtocolEndpoint, FurtherInstancesAreConnectionsWithoutSettings) {
         EXPECT_EQ("(null)", text(all[1], property)) << property;
 }
 
-TEST(TCPProtocolEndpoint, WithoutAnyFileThereAreTheSettingsAndTheyAreNull) {
+TEST(TCPProtocolEndpoint, WithoutFilesAllSettingsAreNull) {
     HostTree tree;
     const CIMInstance settings = onlyInstance(providerOf("QAV_TCPProtocolEndpoint", tree.host()));
     EXPECT_EQ("(null)", text(settings, "TimeoutAlgorithm"));

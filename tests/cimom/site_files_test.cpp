@@ -30,33 +30,35 @@ const ClassDeclaration wiring{
 const ClassDeclaration plan{"QAV_Plan", {{"Wiring", Type::REFERENCE, Role::key, false, "QAV_Wiring"}}};
 class SiteFilesTest : public ::testing::Test {
 protected:
-    SiteInstances load() const { return SiteInstances(m_folder.path(), {&lamp, &wiring, &plan}); }
-    void write(const std::string& name, const std::string& content) const { m_folder.write(name, content); }
-    const TempDir& folder() const { return m_folder; }
+    SiteInstances load() const { return SiteInstances(m_directory.path(), {&lamp, &wiring, &plan}); }
+    void write(const std::string& name, const std::string& content) const {
+        m_directory.write(name, content);
+    }
+    const TempDir& directory() const { return m_directory; }
 
     /** The instances of a class in a file. */
     std::vector<CIMInstance> read(const ClassDeclaration& declaration, const std::string& content) const {
         write("site.json", content);
         return collected(*load().instances(declaration));
     }
-    /** Why the files are refused, without the folder. */
-    std::string refusal() const {
+    /** Why the files are rejected, without the directory. */
+    std::string rejection() const {
         try {
             load();
         } catch (const std::runtime_error& e) {
             const std::string why = e.what();
-            EXPECT_EQ(0u, why.find(m_folder.path() + "/")) << why;
-            return why.substr(m_folder.path().size() + 1);
+            EXPECT_EQ(0u, why.find(m_directory.path() + "/")) << why;
+            return why.substr(m_directory.path().size() + 1);
         }
-        return "not refused";
+        return "not rejected";
     }
-    std::string refusalOf(const std::string& content) const {
+    std::string rejectionOf(const std::string& content) const {
         write("f.json", content);
-        return refusal();
+        return rejection();
     }
 
 private:
-    TempDir m_folder;
+    TempDir m_directory;
 };
 
 std::string colours(const std::vector<CIMInstance>& lamps) {
@@ -88,7 +90,7 @@ std::pair<int, int> numbersThatHashAlike() {
 
 } // namespace
 
-TEST_F(SiteFilesTest, ThereAreNoneWithoutAFolder) {
+TEST_F(SiteFilesTest, ThereAreNoneWithoutADirectory) {
     EXPECT_TRUE(collected(*SiteInstances().instances(lamp)).empty());
     EXPECT_FALSE(SiteInstances().find(lampPath("red", 1)));
 }
@@ -104,7 +106,7 @@ TEST_F(SiteFilesTest, AClassHasTheInstancesOfAllFilesInTheOrderOfTheirNames) {
     EXPECT_TRUE(collected(*load().instances(wiring)).empty());
 }
 
-TEST_F(SiteFilesTest, OtherFilesAndFoldersAreLeftAlone) {
+TEST_F(SiteFilesTest, OtherFilesAndDirectoriesAreIgnored) {
     write("notes.txt", "no JSON");
     write("a.json~", "no JSON");
     write(".hidden.json", "no JSON");
@@ -128,14 +130,14 @@ TEST_F(SiteFilesTest, AnInstanceCarriesEveryPropertyAndItsKeys) {
     EXPECT_FALSE(properties[2].getValue());
 }
 
-TEST_F(SiteFilesTest, NamesAreTakenInAnyCaseOfTheirLetters) {
+TEST_F(SiteFilesTest, TheCaseOfNamesDoesNotMatter) {
     const CIMInstance instance = read(lamp, R"({"qav_LAMP": [{"COLOUR": "Red", "number": 1}]})").at(0);
     EXPECT_STREQ("QAV_Lamp", instance.getClassName().c_str());
     EXPECT_STREQ("Colour", instance.getProperties()[0].getName().c_str());
     EXPECT_STREQ("Red", instance.getProperties()[0].getValue().toString().c_str());
 }
 
-TEST_F(SiteFilesTest, AnInstanceIsFoundHoweverItsPathIsSpelled) {
+TEST_F(SiteFilesTest, AnInstanceIsFoundByAnyFormOfItsPath) {
     write("site.json", oneLamp("red", 7));
     const SiteInstances site = load();
     EXPECT_EQ(lampPath("red", 7), pathOf(site.find(lampPath("red", 7))));
@@ -143,7 +145,7 @@ TEST_F(SiteFilesTest, AnInstanceIsFoundHoweverItsPathIsSpelled) {
     other.setKeyValue("NUMBER", CIMValue("7")).setKeyValue("colour", CIMValue("red"));
     EXPECT_TRUE(site.find(other));
     EXPECT_FALSE(site.find(lampPath("red", 8)));
-    EXPECT_FALSE(site.find(lampPath("RED", 7))) << "values have one spelling";
+    EXPECT_FALSE(site.find(lampPath("RED", 7))) << "the case of values matters";
     EXPECT_FALSE(site.find(CIMObjectPath("QAV_Lamp", "root/cimv2")));
     EXPECT_FALSE(site.find(CIMObjectPath("QAV_Unknown", "root/cimv2")));
     CIMObjectPath odd("QAV_Lamp", "root/cimv2");
@@ -152,7 +154,7 @@ TEST_F(SiteFilesTest, AnInstanceIsFoundHoweverItsPathIsSpelled) {
     EXPECT_FALSE(site.find(lampPath("red", 7).setClassName("QAV_Wiring")));
 }
 
-TEST_F(SiteFilesTest, AnInstanceIsFoundByAReferenceThatIsSpelledInAnotherWay) {
+TEST_F(SiteFilesTest, AnInstanceIsFoundByAnyFormOfAReference) {
     write(
         "site.json",
         R"({"QAV_Plan": [{"Wiring": "QAV_Wiring.Switch=\"s\",Lamp=\"QAV_Lamp.Colour=\\\"a:b\\\",Number=7\""}]})");
@@ -174,7 +176,7 @@ TEST_F(SiteFilesTest, AnInstanceIsFoundByAReferenceThatIsSpelledInAnotherWay) {
     EXPECT_FALSE(site.find(path.setKeyValue("Wiring", CIMValue("no path"))));
 }
 
-TEST_F(SiteFilesTest, InstancesWhoseKeysHashAlikeAreToldApart) {
+TEST_F(SiteFilesTest, InstancesWithTheSameHashAreDistinguished) {
     const auto [one, other] = numbersThatHashAlike();
     write("a.json", oneLamp("red", one));
     write("b.json", oneLamp("red", other));
@@ -194,7 +196,7 @@ TEST_F(SiteFilesTest, ASourceOutlivesItsSiteInstances) {
     EXPECT_FALSE(source->next());
 }
 
-TEST_F(SiteFilesTest, InstancesShareWhatTheyHaveInCommon) {
+TEST_F(SiteFilesTest, InstancesShareDeclarationsAndNullProperties) {
     const auto all =
         read(lamp, R"({"QAV_Lamp": [{"Colour": "a", "Number": 1}, {"Colour": "b", "Number": 2}]})");
     for (std::size_t i = 0; i < lamp.properties.size(); ++i)
@@ -204,73 +206,73 @@ TEST_F(SiteFilesTest, InstancesShareWhatTheyHaveInCommon) {
               &ObjectAccess::declaration(all[0].getKeyValuePairs()[0]));
 }
 
-TEST_F(SiteFilesTest, AFileThatIsNoObjectOfClassesIsRefused) {
-    EXPECT_EQ(0u, refusalOf("{\n\"QAV_Lamp\": [\n}").find("f.json:3: syntax error"));
-    EXPECT_EQ(0u, refusalOf("").find("f.json:1: syntax error"));
-    EXPECT_EQ("f.json:1: expected an object of classes", refusalOf("[]"));
-    EXPECT_EQ("f.json:2: QAV_Lamp: expected an array of instances", refusalOf("{\"QAV_Lamp\":\n{}}"));
-    EXPECT_EQ("f.json:2: QAV_Lamp: expected an object of properties", refusalOf("{\"QAV_Lamp\": [\n7]}"));
-    EXPECT_EQ("f.json:2: unknown class \"QAV_Lam\"", refusalOf("{\"QAV_Lam\":\n[]}"));
-    EXPECT_EQ("f.json:1: unknown class \"\"", refusalOf("{\"\": []}"));
-    EXPECT_EQ("f.json:1: unknown class \"QAV_Lamp", refusalOf(R"({"QAV_Lamp\u0000": []})"));
+TEST_F(SiteFilesTest, AFileThatIsNotAnObjectOfClassesIsRejected) {
+    EXPECT_EQ(0u, rejectionOf("{\n\"QAV_Lamp\": [\n}").find("f.json:3: syntax error"));
+    EXPECT_EQ(0u, rejectionOf("").find("f.json:1: syntax error"));
+    EXPECT_EQ("f.json:1: expected an object of classes", rejectionOf("[]"));
+    EXPECT_EQ("f.json:2: QAV_Lamp: expected an array of instances", rejectionOf("{\"QAV_Lamp\":\n{}}"));
+    EXPECT_EQ("f.json:2: QAV_Lamp: expected an object of properties", rejectionOf("{\"QAV_Lamp\": [\n7]}"));
+    EXPECT_EQ("f.json:2: unknown class \"QAV_Lam\"", rejectionOf("{\"QAV_Lam\":\n[]}"));
+    EXPECT_EQ("f.json:1: unknown class \"\"", rejectionOf("{\"\": []}"));
+    EXPECT_EQ("f.json:1: unknown class \"QAV_Lamp", rejectionOf(R"({"QAV_Lamp\u0000": []})"));
 }
 
-TEST_F(SiteFilesTest, APropertyThatTheClassDoesNotHaveIsRefused) {
+TEST_F(SiteFilesTest, AnUndeclaredPropertyIsRejected) {
     EXPECT_EQ("f.json:1: QAV_Lamp has no property \"Room",
-              refusalOf(R"({"QAV_Lamp": [{"Colour": "red", "Number": 1, "Room\u0000": null}]})"));
+              rejectionOf(R"({"QAV_Lamp": [{"Colour": "red", "Number": 1, "Room\u0000": null}]})"));
     EXPECT_EQ("f.json:3: QAV_Lamp has no property \"Color\"",
-              refusalOf("{\"QAV_Lamp\": [{\"Colour\": \"red\",\n\"Number\": 1,\n\"Color\": null}]}"));
+              rejectionOf("{\"QAV_Lamp\": [{\"Colour\": \"red\",\n\"Number\": 1,\n\"Color\": null}]}"));
 }
 
-TEST_F(SiteFilesTest, AValueThatDoesNotFitIsRefusedWithItsProperty) {
+TEST_F(SiteFilesTest, AnInvalidValueIsReportedWithItsProperty) {
     EXPECT_EQ("f.json:2: Number: expected an integer from 0 to 4294967295 (uint32)",
-              refusalOf("{\"QAV_Lamp\": [{\"Colour\": \"red\", \"number\":\n\"1\"}]}"));
+              rejectionOf("{\"QAV_Lamp\": [{\"Colour\": \"red\", \"number\":\n\"1\"}]}"));
 }
 
-TEST_F(SiteFilesTest, APropertyThatComesTwiceIsRefused) {
+TEST_F(SiteFilesTest, ADuplicatePropertyIsRejected) {
     EXPECT_EQ("f.json:2: duplicate name \"Colour\"",
-              refusalOf("{\"QAV_Lamp\": [{\"Colour\": \"red\",\n\"Colour\": \"red\", \"Number\": 1}]}"));
+              rejectionOf("{\"QAV_Lamp\": [{\"Colour\": \"red\",\n\"Colour\": \"red\", \"Number\": 1}]}"));
     EXPECT_EQ("f.json:2: duplicate name \"COLOUR\" (in another case)",
-              refusalOf("{\"QAV_Lamp\": [{\"Colour\": null,\n\"COLOUR\": \"red\", \"Number\": 1}]}"));
+              rejectionOf("{\"QAV_Lamp\": [{\"Colour\": null,\n\"COLOUR\": \"red\", \"Number\": 1}]}"));
 }
 
-TEST_F(SiteFilesTest, AKeyWithoutAValueIsRefused) {
+TEST_F(SiteFilesTest, AKeyWithoutAValueIsRejected) {
     EXPECT_EQ("f.json:2: key \"Number\" has no value",
-              refusalOf("{\"QAV_Lamp\": [\n{\"Colour\": \"red\"}]}"));
+              rejectionOf("{\"QAV_Lamp\": [\n{\"Colour\": \"red\"}]}"));
     EXPECT_EQ("f.json:2: key \"Colour\" has no value",
-              refusalOf("{\"QAV_Lamp\": [\n{\"Colour\": null, \"Number\": 1}]}"));
+              rejectionOf("{\"QAV_Lamp\": [\n{\"Colour\": null, \"Number\": 1}]}"));
 }
 
-TEST_F(SiteFilesTest, KeysThatComeTwiceAreRefusedWithThePlaceOfTheFirst) {
+TEST_F(SiteFilesTest, ADuplicateInstanceIsReportedWithThePositionOfTheFirst) {
     write("0.json", oneLamp("blue"));
     write("a.json",
           "{\"QAV_Lamp\": [{\"Colour\": \"red\", \"Number\": 1},\n{\"Colour\": \"red\", \"Number\": 2}]}");
-    EXPECT_EQ("f.json:1: duplicate instance, first one at " + folder().file("a.json:2"),
-              refusalOf(R"({"QAV_Lamp": [{"number": 2, "Colour": "red"}]})"));
-    EXPECT_EQ("not refused", refusalOf(oneLamp("red", 3)));
+    EXPECT_EQ("f.json:1: duplicate instance, first one at " + directory().file("a.json:2"),
+              rejectionOf(R"({"QAV_Lamp": [{"number": 2, "Colour": "red"}]})"));
+    EXPECT_EQ("not rejected", rejectionOf(oneLamp("red", 3)));
 }
 
-TEST_F(SiteFilesTest, KeysThatAreTheSameReferenceAreTheSame) {
-    EXPECT_EQ(
-        "f.json:2: duplicate instance, first one at " + folder().file("f.json:1"),
-        refusalOf("{\"QAV_Wiring\": [{\"Switch\": \"s\", \"Lamp\": \"QAV_Lamp.Colour=\\\"a\\\",Number=1\"},\n"
+TEST_F(SiteFilesTest, KeysThatReferToTheSameInstanceAreEqual) {
+    EXPECT_EQ("f.json:2: duplicate instance, first one at " + directory().file("f.json:1"),
+              rejectionOf(
+                  "{\"QAV_Wiring\": [{\"Switch\": \"s\", \"Lamp\": \"QAV_Lamp.Colour=\\\"a\\\",Number=1\"},\n"
                   "{\"Switch\": \"s\", \"Lamp\": "
                   "\"/root/cimv2:qav_lamp.NUMBER=\\\"01\\\",colour=\\\"a\\\"\"}]}"));
 }
 
-TEST_F(SiteFilesTest, AFolderThatCannotBeReadIsRefused) {
-    const std::string missing = folder().file("missing");
+TEST_F(SiteFilesTest, ADirectoryThatCannotBeReadIsRejected) {
+    const std::string missing = directory().file("missing");
     try {
         const SiteInstances site(missing, {&lamp});
-        FAIL() << "not refused";
+        FAIL() << "not rejected";
     } catch (const std::runtime_error& e) {
         EXPECT_EQ(missing + ": No such file or directory", std::string(e.what()));
     }
 }
 
-TEST_F(SiteFilesTest, AFileThatCannotBeReadIsRefused) {
-    ASSERT_EQ(0, ::mkfifo(folder().file("pipe.json").c_str(), 0600));
-    EXPECT_EQ("pipe.json: not a regular file", refusal());
-    ASSERT_EQ(0, ::symlink("nowhere", folder().file("a.json").c_str()));
-    EXPECT_EQ("a.json: No such file or directory", refusal());
+TEST_F(SiteFilesTest, AFileThatCannotBeReadIsRejected) {
+    ASSERT_EQ(0, ::mkfifo(directory().file("pipe.json").c_str(), 0600));
+    EXPECT_EQ("pipe.json: not a regular file", rejection());
+    ASSERT_EQ(0, ::symlink("nowhere", directory().file("a.json").c_str()));
+    EXPECT_EQ("a.json: No such file or directory", rejection());
 }

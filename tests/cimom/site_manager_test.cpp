@@ -1,4 +1,4 @@
-// The instances that a site declares, among those that the host has.
+// Instances of the site together with those of the host.
 #include "Collected.hpp"
 #include "Failure.hpp"
 #include "LampProvider.hpp"
@@ -18,8 +18,8 @@ protected:
     }
 
     void declare(const std::string& document) {
-        m_folder.write("site.json", document);
-        manager.setSiteInstances(SiteInstances(m_folder.path(), manager.declarations()));
+        m_directory.write("site.json", document);
+        manager.setSiteInstances(SiteInstances(m_directory.path(), manager.declarations()));
     }
     std::unique_ptr<InstanceSource> lamps() const {
         return manager.enumerateInstances("root/cimv2", "QAV_Lamp", nullptr);
@@ -47,16 +47,16 @@ protected:
     ObjectManager manager = lampManager({"red", "green"});
 
 private:
-    support::TempDir m_folder;
+    support::TempDir m_directory;
 };
 
 } // namespace
 
-TEST_F(SiteManagerTest, TheSitesComeBehindTheHostsAndInTheirPlace) {
+TEST_F(SiteManagerTest, InstancesOfTheSiteFollowThoseOfTheHostAndReplaceThem) {
     EXPECT_EQ("green=60 red=7 blue=(null)", listed(*lamps()));
 }
 
-TEST_F(SiteManagerTest, NamesAreThoseOfAll) {
+TEST_F(SiteManagerTest, NamesAreThoseOfHostAndSite) {
     std::string all;
     for (const CIMObjectPath& path : collected(*manager.enumerateInstanceNames("root/cimv2", "QAV_Lamp")))
         all += path.modelPath().c_str() + std::string(" ");
@@ -70,28 +70,28 @@ TEST_F(SiteManagerTest, EachIsFoundByItsPath) {
     EXPECT_EQ("6 /root/cimv2:QAV_Lamp.Colour=\"white\"", cimErrorOf([this] { lamp("white"); }));
 }
 
-TEST_F(SiteManagerTest, WhatIsWrittenLiesOverBoth) {
+TEST_F(SiteManagerTest, WrittenValuesOverrideBoth) {
     setRoom("green", "cellar");
     setRoom("blue", "attic");
     EXPECT_EQ("cellar", lamp("green").getPropertyValue("Room").toString());
     EXPECT_EQ("attic", lamp("blue").getPropertyValue("Room").toString());
     declare(R"({"QAV_Lamp": [{"Colour": "blue", "Room": "shed"}]})");
-    EXPECT_EQ("attic", lamp("blue").getPropertyValue("Room").toString()) << "whatever the file says now";
+    EXPECT_EQ("attic", lamp("blue").getPropertyValue("Room").toString()) << "whatever the file holds";
 }
 
-TEST_F(SiteManagerTest, NewOnesReplaceTheOld) {
+TEST_F(SiteManagerTest, NewInstancesReplaceTheOldOnes) {
     declare(R"({"QAV_Lamp": [{"Colour": "white"}]})");
     EXPECT_EQ("red=60 green=60 white=(null)", listed(*lamps()));
     EXPECT_EQ("6 /root/cimv2:QAV_Lamp.Colour=\"blue\"", cimErrorOf([this] { lamp("blue"); }));
 }
 
-TEST_F(SiteManagerTest, AnEnumerationUnderWayGoesOnWithTheOld) {
+TEST_F(SiteManagerTest, AnEnumerationUnderWayKeepsTheOldInstances) {
     const std::unique_ptr<InstanceSource> source = lamps();
     EXPECT_EQ("green", source->next().getPropertyValue("Colour").toString());
     declare("{}");
     EXPECT_EQ("red=7 blue=(null)", listed(*source));
 }
 
-TEST_F(SiteManagerTest, OtherClassesAreAsTheyWere) {
+TEST_F(SiteManagerTest, OtherClassesDoNotChange) {
     EXPECT_EQ(1u, collected(*manager.enumerateInstances("root/cimv2", "QAV_Socket", nullptr)).size());
 }

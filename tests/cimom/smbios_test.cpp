@@ -9,7 +9,7 @@ namespace {
 
 const std::string end = SmbiosBytes(127, 4);
 
-/** The types of the structures of a table, with a blank behind each. */
+/** The types of the structures of a table, with a blank after each. */
 std::string typesIn(const std::string& table) {
     std::string types;
     for (const SmbiosStructure& structure : parseSmbiosTable(table))
@@ -34,7 +34,7 @@ TEST(Smbios, FieldsAreFoundByTheirOffsetsAndWordsAreLittleEndian) {
     EXPECT_EQ(0x80, structure.byte(8));
 }
 
-TEST(Smbios, AFieldBehindTheEndOfTheStructureIsAbsent) {
+TEST(Smbios, AFieldBeyondTheEndOfTheStructureIsAbsent) {
     const SmbiosStructure structure = onlyStructure(SmbiosBytes(17, 6).text(5, "last"));
     EXPECT_EQ("last", structure.text(5));
     EXPECT_FALSE(structure.byte(6));
@@ -50,26 +50,26 @@ TEST(Smbios, TextsAreFoundByTheirNumbers) {
     EXPECT_EQ("two", structure.text(5));
     EXPECT_FALSE(structure.text(6)) << "blanks";
     EXPECT_FALSE(structure.text(7)) << "number 0";
-    EXPECT_FALSE(structure.text(8)) << "more than there are";
+    EXPECT_FALSE(structure.text(8)) << "beyond the last text";
 }
 
-TEST(Smbios, WhatIsNotPrintableIsADot) {
+TEST(Smbios, DotsReplaceUnprintableBytes) {
     const SmbiosStructure structure = onlyStructure(SmbiosBytes(3, 5).text(4, "a\x01\x7f\xff~b c"));
     EXPECT_EQ("a...~b c", structure.text(4));
 }
 
-TEST(Smbios, StructuresFollowEachOtherWithAndWithoutTexts) {
+TEST(Smbios, StructuresMayHaveTextsOrNone) {
     EXPECT_EQ("0 1 2 3 ",
               typesIn(std::string(SmbiosBytes(0, 4)) + std::string(SmbiosBytes(1, 5).text(4, "x")) +
                       std::string(SmbiosBytes(2, 255)) + std::string(SmbiosBytes(3, 4)) + end));
 }
 
-TEST(Smbios, TheStructureThatEndsTheTableIsTheLast) {
+TEST(Smbios, TheTableEndsAtItsEndMarker) {
     EXPECT_EQ("1 ", typesIn(std::string(SmbiosBytes(1, 4)) + end + std::string(SmbiosBytes(2, 4))));
     EXPECT_EQ("1 2 ", typesIn(std::string(SmbiosBytes(1, 4)) + std::string(SmbiosBytes(2, 4))));
 }
 
-TEST(Smbios, OfATableThatIsCutShortTheWholeStructuresCount) {
+TEST(Smbios, ATruncatedTableHasItsCompleteStructures) {
     const std::string first = SmbiosBytes(1, 8).text(4, "first").text(5, "more");
     const std::string second = SmbiosBytes(2, 6).text(4, "second");
     const std::string third = SmbiosBytes(3, 6);
@@ -86,7 +86,7 @@ TEST(Smbios, OfATableThatIsCutShortTheWholeStructuresCount) {
     }
 }
 
-TEST(Smbios, AMalformedStructureIsTheEnd) {
+TEST(Smbios, AMalformedStructureEndsTheTable) {
     const std::string good = SmbiosBytes(1, 4);
     for (unsigned length = 0; length < 4; ++length)
         EXPECT_EQ("1 ", typesIn(good + std::string(SmbiosBytes(2, 4).byte(1, length)) + good)) << length;

@@ -14,13 +14,13 @@ namespace {
 
 const char* const status = "/var/lib/dpkg/status";
 
-/** A stanza as dpkg writes it, of an installed package, with further lines. */
+/** A stanza of an installed package, with further lines. */
 std::string stanza(const std::string& name, const std::string& version, const std::string& more = "") {
     return "Package: " + name + "\nStatus: install ok installed\nArchitecture: amd64\n" + more +
            "Version: " + version + "\nDescription: text\n Package: quoted\n\n";
 }
 
-/** A value of each package, with a blank between them. */
+/** A value of each package, separated by blanks. */
 std::string each(const Provider& provider, const char* property = "Name") {
     std::string result;
     for (const CIMInstance& instance : allInstances(provider))
@@ -28,7 +28,7 @@ std::string each(const Provider& provider, const char* property = "Name") {
     return result;
 }
 
-/** The names of the packages that a status file tells. */
+/** The names of the packages in a status file. */
 std::string namesIn(const std::string& content) {
     HostTree tree;
     tree.write(status, content);
@@ -41,14 +41,14 @@ std::string classificationOf(const std::string& section) {
     return each(providerOf("QAV_SoftwareIdentity", tree.host()), "Classifications");
 }
 
-/** Puts a script in the place of rpm(8), and a database for it. */
+/** Installs a script as rpm(8), and a database. */
 void writeRpm(const HostTree& tree, const std::string& script) {
     tree.write("/var/lib/rpm/Packages", "db");
     tree.write("/usr/bin/rpm", "#!/bin/sh\n" + script);
     ASSERT_EQ(0, ::chmod(tree.realPath("/usr/bin/rpm").c_str(), 0755));
 }
 
-/** The names of the packages when rpm prints something and ends with a status. */
+/** The names of the packages if rpm prints a text and exits with a status. */
 std::string namesPrinted(const std::string& lines, int exitStatus = 0) {
     HostTree tree;
     writeRpm(tree, "printf '" + lines + "'\nexit " + std::to_string(exitStatus) + "\n");
@@ -57,7 +57,7 @@ std::string namesPrinted(const std::string& lines, int exitStatus = 0) {
 
 } // namespace
 
-TEST(SoftwareIdentity, APackageIsTheHostsSoftwareWithNameVersionAndDate) {
+TEST(SoftwareIdentity, APackageHasNameVersionAndDate) {
     const TimeZone zone("TST-05:30");
     HostTree tree;
     tree.write(status, stanza("hello-doc", "1:2.10-3", "Section: doc\n"));
@@ -73,12 +73,12 @@ TEST(SoftwareIdentity, APackageIsTheHostsSoftwareWithNameVersionAndDate) {
     EXPECT_EQ("20231115034320.123456+330", text(package, "InstalledDate"));
 }
 
-TEST(SoftwareIdentity, PackagesComeInTheOrderOfTheirNames) {
+TEST(SoftwareIdentity, PackagesAreSortedByName) {
     EXPECT_EQ("a-1 a+-1 a-b-1 b-1",
               namesIn(stanza("b", "1") + stanza("a-b", "1") + stanza("a+", "1") + stanza("a", "1")));
 }
 
-TEST(SoftwareIdentity, OnlyWhatIsInstalledCounts) {
+TEST(SoftwareIdentity, OnlyInstalledPackagesAreServed) {
     HostTree tree;
     std::string content;
     for (const char* const state :
@@ -92,7 +92,7 @@ TEST(SoftwareIdentity, OnlyWhatIsInstalledCounts) {
     EXPECT_EQ("p0-1", words(found)[0]);
 }
 
-TEST(SoftwareIdentity, OfSeveralArchitecturesEachHasItsOwnDate) {
+TEST(SoftwareIdentity, EachArchitectureOfAPackageHasItsDate) {
     const TimeZone zone("UTC0");
     HostTree tree;
     tree.write(status, "Package: lib\nStatus: install ok installed\nArchitecture: i386\nMulti-Arch: same\n"
@@ -116,7 +116,7 @@ TEST(SoftwareIdentity, APackageWithoutAListHasNoDate) {
     EXPECT_EQ("(null)", each(providerOf("QAV_SoftwareIdentity", tree.host()), "InstalledDate"));
 }
 
-TEST(SoftwareIdentity, ASectionTellsTheClassificationWhereItIsOfOneKind) {
+TEST(SoftwareIdentity, ASectionOfOneKindDeterminesTheClassification) {
     EXPECT_EQ("4", classificationOf("games"));
     EXPECT_EQ("4", classificationOf("contrib/video"));
     EXPECT_EQ("8", classificationOf("kernel"));
@@ -126,14 +126,14 @@ TEST(SoftwareIdentity, ASectionTellsTheClassificationWhereItIsOfOneKind) {
         EXPECT_EQ("(null)", classificationOf(other)) << other;
 }
 
-TEST(SoftwareIdentity, APackageThatIsToldTwiceIsOne) {
+TEST(SoftwareIdentity, ADuplicatePackageIsServedOnce) {
     HostTree tree;
     tree.write(status, stanza("a", "1") + stanza("b", "1") + stanza("a", "1"));
     EXPECT_EQ("dpkg:a:amd64 dpkg:b:amd64",
               each(providerOf("QAV_SoftwareIdentity", tree.host()), "InstanceID"));
 }
 
-TEST(SoftwareIdentity, OddStanzasSpoilNoOthers) {
+TEST(SoftwareIdentity, MalformedStanzasAreSkipped) {
     EXPECT_EQ("a-1 b-2",
               namesIn("\n\n" + stanza("", "1") + stanza("a", "1") + stanza("c", "") + stanza("../../x", "1") +
                       stanza("d:e", "1") + "Package: f\nStatus: install ok installed\nVersion: 1\n\n" +
@@ -142,7 +142,7 @@ TEST(SoftwareIdentity, OddStanzasSpoilNoOthers) {
     EXPECT_EQ("", namesIn("\n\n\n"));
 }
 
-TEST(SoftwareIdentity, AStatusFileThatIsCutShortTellsWhatIsWhole) {
+TEST(SoftwareIdentity, ATruncatedStatusFileHasItsCompleteStanzas) {
     const std::string whole = stanza("a", "1.23") + stanza("b", "45");
     HostTree tree;
     for (std::size_t size = 0; size < whole.size(); ++size) {
@@ -188,7 +188,7 @@ TEST(SoftwareIdentity, AStatusFileThatDiffersInTimeSizeOrInodeIsReadAgain) {
     EXPECT_EQ("", each(provider));
 }
 
-TEST(SoftwareIdentity, AnEnumerationIsOfTheSoftwareAtItsBeginning) {
+TEST(SoftwareIdentity, AnEnumerationKeepsThePackagesAtItsBeginning) {
     HostTree tree;
     tree.write(status, stanza("a", "1") + stanza("b", "1"));
     const Provider provider = providerOf("QAV_SoftwareIdentity", tree.host());
@@ -210,7 +210,7 @@ TEST(SoftwareIdentity, APackageIsFoundByItsKey) {
     EXPECT_EQ("b-2", text(manager.getInstance("root/cimv2", path, nullptr), "Name"));
 }
 
-TEST(SoftwareIdentity, WithoutDpkgTheRpmProgramOfTheHostTells) {
+TEST(SoftwareIdentity, WithoutDpkgPackagesComeFromRpm) {
     const TimeZone zone("UTC0");
     HostTree tree;
     writeRpm(tree, R"(printf 'tool\t2-3.fc40\tx86_64\t1700000000\tApplications/System\n'
@@ -236,7 +236,7 @@ s/%{GROUP}/Amusements/; s/\\t/\t/g; s/\\n//'
     EXPECT_EQ("4", each(provider, "Classifications"));
 }
 
-TEST(SoftwareIdentity, RpmIsFoundInAFolderWhoseNameTheShellWouldRead) {
+TEST(SoftwareIdentity, RpmIsFoundInADirectoryWithShellCharactersInItsName) {
     HostTree tree;
     const std::string root = "/it's $HOME; exit";
     tree.write(root + "/usr/lib/sysimage/rpm/rpmdb.sqlite", "");
@@ -246,7 +246,7 @@ TEST(SoftwareIdentity, RpmIsFoundInAFolderWhoseNameTheShellWouldRead) {
     EXPECT_EQ("a-1-1", each(providerOf("QAV_SoftwareIdentity", host)));
 }
 
-TEST(SoftwareIdentity, WhatRpmDoesNotTellWholeIsLeftOut) {
+TEST(SoftwareIdentity, IncompleteEntriesOfRpmAreSkipped) {
     EXPECT_EQ("a-1-1", namesPrinted("a\\t1-1\\tx\\t1\\t\\n"
                                     "gpg-pubkey\\t1-1\\t(none)\\t1\\tPublic Keys\\n"
                                     "\\t1-1\\tx\\t1\\t\\nb\\t\\tx\\t1\\t\\nc\\t1-1\\t\\t1\\t\\n"
@@ -255,7 +255,7 @@ TEST(SoftwareIdentity, WhatRpmDoesNotTellWholeIsLeftOut) {
     EXPECT_EQ("", namesPrinted(""));
 }
 
-TEST(SoftwareIdentity, RpmRunsAgainOnlyWhenItsDatabaseHasChanged) {
+TEST(SoftwareIdentity, RpmRunsAgainOnlyAfterItsDatabaseHasChanged) {
     HostTree tree;
     writeRpm(tree, "echo >>\"${0%/usr/bin/rpm}/runs\"\nprintf 'a\\t1-1\\tx\\t1\\t\\n'\n");
     const Provider provider = providerOf("QAV_SoftwareIdentity", tree.host());
@@ -267,13 +267,13 @@ TEST(SoftwareIdentity, RpmRunsAgainOnlyWhenItsDatabaseHasChanged) {
     EXPECT_EQ("\n\n", tree.host().readFile("/runs"));
 }
 
-TEST(SoftwareIdentity, RpmThatHasFailedIsNotAskedAgainByEveryReader) {
+TEST(SoftwareIdentity, AFailureOfRpmIsCached) {
     HostTree tree;
     writeRpm(tree, "cat \"${0%/usr/bin/rpm}/packages\"\n");
     const Provider provider = providerOf("QAV_SoftwareIdentity", tree.host());
     EXPECT_EQ("", each(provider));
     tree.write("/packages", "a\t1-1\tx\t1\t\n");
-    EXPECT_EQ("", each(provider)) << "the failure is kept";
+    EXPECT_EQ("", each(provider)) << "the failure is cached";
     tree.write("/usr/lib/sysimage/rpm/rpmdb.sqlite-wal", "changes");
     EXPECT_EQ("a-1-1", each(provider));
 }

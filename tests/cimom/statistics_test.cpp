@@ -9,7 +9,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-/** A pair of lines in which the n-th column has the value first + n. */
+/** A pair of lines in which column n has the value first + n. */
 std::string lineFor(const std::string& protocol, const std::string& columns, unsigned first) {
     std::string values;
     for (std::size_t i = 0; i < words(columns).size(); ++i)
@@ -39,7 +39,7 @@ const std::string tcp =
 const std::string udp = lineFor("Udp", "InDatagrams NoPorts InErrors OutDatagrams RcvbufErrors", 400) +
                         lineFor("UdpLite", "InDatagrams NoPorts InErrors OutDatagrams", 500);
 
-/** The values of all properties in their order, with a blank between them. */
+/** The values of all properties in order, separated by blanks. */
 std::string values(const CIMInstance& instance) {
     std::string result;
     for (const CIMProperty& property : instance.getProperties())
@@ -72,7 +72,7 @@ TEST(Statistics, UDPCountersAreFoundByTheirColumns) {
     EXPECT_EQ("UDP 400 401 402 403", values(found));
 }
 
-TEST(Statistics, IPCountersAreFoundByTheirColumnsAndRoutingDiscardsAreUnknown) {
+TEST(Statistics, IPCountersAreFoundByTheirColumnsAndRoutingDiscardsAreNull) {
     HostTree tree;
     const CIMInstance found = onlyInstance(providerOf("QAV_IPStatisticalData", withCounters(tree).host()));
     EXPECT_EQ("InstanceID InReceives InHdrErrors InAddrErrors InForwDatagrams InUnknownProtos InDiscards "
@@ -121,7 +121,7 @@ TEST(Statistics, AColumnThatTheKernelDoesNotHaveIsNull) {
               values(onlyInstance(providerOf("QAV_UDPStatisticalData", tree.host()))));
 }
 
-TEST(Statistics, OddLinesSpoilNoOthers) {
+TEST(Statistics, MalformedLinesAreSkipped) {
     HostTree tree;
     tree.write("/proc/net/snmp",
                "\nUdp: alone\nTcp:\nrubbish\nUdp: InDatagrams NoPorts InErrors\nUdp: 7 x\n");

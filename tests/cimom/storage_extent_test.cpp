@@ -49,7 +49,7 @@ TEST(StorageExtent, PropertiesComeKeysFirst) {
     EXPECT_EQ("QAV_StorageExtent", text(found, "CreationClassName"));
 }
 
-TEST(StorageExtent, MemoryIsUsedAsFarAsItIsNotFree) {
+TEST(StorageExtent, UsedMemoryIsAllMemoryThatIsNotFree) {
     StorageTree tree;
     tree.write("/proc/meminfo", "MemTotal:       24684084 kB\nMemFree:        24250652 kB\n"
                                 "MemAvailable:   24282340 kB\nSwapTotal:      0 kB\n");
@@ -60,7 +60,7 @@ TEST(StorageExtent, MemoryIsUsedAsFarAsItIsNotFree) {
     EXPECT_EQ("1", text(memory, "_INDEX"));
 }
 
-TEST(StorageExtent, WhatTheHostDoesNotTellOfMemoryIsNull) {
+TEST(StorageExtent, MemoryDataThatTheHostDoesNotReportIsNull) {
     StorageTree tree;
     EXPECT_EQ("(null) (null) (null)", sizes(extent(tree, "memory")));
     tree.write("/proc/meminfo", "MemTotal: 100 kB\n");
@@ -73,7 +73,7 @@ TEST(StorageExtent, WhatTheHostDoesNotTellOfMemoryIsNull) {
     EXPECT_EQ("(null) (null) (null)", sizes(extent(tree, "memory")));
 }
 
-TEST(StorageExtent, SwapSpaceIsThereOnlyWhenTheHostHasSome) {
+TEST(StorageExtent, SwapSpaceIsServedOnlyIfTheHostHasSome) {
     StorageTree tree;
     tree.write("/proc/meminfo", "SwapTotal: 0 kB\nSwapFree: 0 kB\n");
     EXPECT_EQ("memory ", column(providerOf("QAV_StorageExtent", tree.host()), "DeviceID"));
@@ -86,10 +86,10 @@ TEST(StorageExtent, SwapSpaceIsThereOnlyWhenTheHostHasSome) {
     EXPECT_EQ("2", text(swap, "_INDEX"));
 }
 
-TEST(StorageExtent, AFileSystemHasTheSizesOfItsFolder) {
+TEST(StorageExtent, AFileSystemHasTheSizesOfItsMountPoint) {
     StorageTree tree;
     tree.writeMounts({{30, 27, "8:3", "/a\\040b", "ext4", "/dev/sda3"}});
-    tree.makeFolder("/a b");
+    tree.makeDirectory("/a b");
     const CIMInstance found = extent(tree, "8:3");
     EXPECT_EQ("/a b", text(found, "Purpose"));
     const struct statvfs expected = sizesOf(tree.realPath("/a b"));
@@ -97,7 +97,7 @@ TEST(StorageExtent, AFileSystemHasTheSizesOfItsFolder) {
     EXPECT_EQ(std::to_string(expected.f_blocks), text(found, "NumberOfBlocks"));
 }
 
-TEST(StorageExtent, BlocksOfAFileSystemAreUsedUnlessTheyAreFree) {
+TEST(StorageExtent, AllBlocksOfAFileSystemThatAreNotFreeAreUsed) {
     StorageTree tree;
     tree.writeMounts({root});
     struct statvfs before;
@@ -111,7 +111,7 @@ TEST(StorageExtent, BlocksOfAFileSystemAreUsedUnlessTheyAreFree) {
     EXPECT_EQ(std::to_string(before.f_blocks - before.f_bfree), used);
 }
 
-TEST(StorageExtent, AFileSystemThatCannotBeLookedAtHasNoSizes) {
+TEST(StorageExtent, AFileSystemThatCannotBeReadHasNoSizes) {
     StorageTree tree;
     tree.writeMounts({{30, 27, "8:3", "/gone", "ext4", "/dev/sda3"}});
     const CIMInstance found = extent(tree, "8:3");
@@ -119,19 +119,19 @@ TEST(StorageExtent, AFileSystemThatCannotBeLookedAtHasNoSizes) {
     EXPECT_EQ("(null) (null) (null)", sizes(found));
 }
 
-TEST(StorageExtent, RemoteFileSystemsAreNone) {
+TEST(StorageExtent, RemoteFileSystemsAreSkipped) {
     StorageTree tree;
-    tree.makeFolder("/data");
+    tree.makeDirectory("/data");
     tree.writeMounts({root, {30, 27, "0:40", "/data", "nfs4", "box:/export"}});
     EXPECT_EQ("memory 8:2 ", column(providerOf("QAV_StorageExtent", tree.host()), "DeviceID"));
     EXPECT_EQ(
         "0", text(instanceWhere(providerOf("QAV_FileSystem", tree.host()), "Root", "/data"), "StorageIndex"));
 }
 
-TEST(StorageExtent, AFileSystemBehindARemoteOneIsNotLookedAt) {
+TEST(StorageExtent, AFileSystemBelowARemoteOneIsNotRead) {
     StorageTree tree;
-    tree.makeFolder("/data/local");
-    tree.makeFolder("/database");
+    tree.makeDirectory("/data/local");
+    tree.makeDirectory("/database");
     MountLine behind = {31, 30, "8:3", "/data/local", "ext4", "/dev/sda3"};
     tree.writeMounts({{30, 27, "0:40", "/data", "nfs4", "box:/export"},
                       behind,
@@ -143,7 +143,7 @@ TEST(StorageExtent, AFileSystemBehindARemoteOneIsNotLookedAt) {
     EXPECT_NE("(null)", text(extent(tree, "8:3"), "Blocksize"));
 }
 
-TEST(StorageExtent, AFileSystemThatIsMountedSeveralTimesCountsOnce) {
+TEST(StorageExtent, AFileSystemThatIsMountedSeveralTimesIsServedOnce) {
     StorageTree tree;
     const MountLine part = {30, 27, "8:3", "/a", "ext4", "/dev/sda3", "/docs"};
     const MountLine whole = {31, 27, "8:3", "/longer", "ext4", "/dev/sda3"};
@@ -156,7 +156,7 @@ TEST(StorageExtent, AFileSystemThatIsMountedSeveralTimesCountsOnce) {
     }
 }
 
-TEST(StorageExtent, ItsIndexIsWhereAllMountsOfTheFileSystemPoint) {
+TEST(StorageExtent, AllMountsOfAFileSystemHaveTheIndexOfItsStorage) {
     StorageTree tree;
     tree.writeMounts({root,
                       {30, 27, "8:3", "/a", "ext4", "/dev/sda3", "/docs"},
@@ -178,7 +178,7 @@ TEST(StorageExtent, ItsTypeFollowsFromTheDisk) {
     EXPECT_EQ("5", typeOnDisk(tree));
 }
 
-TEST(StorageExtent, MemoryFloppiesAndCompactDiscsHaveTypesOfTheirOwn) {
+TEST(StorageExtent, MemoryFloppiesAndCompactDiscsHaveSeparateTypes) {
     StorageTree tree;
     tree.writeDisk("sr0", "11:0", "1000");
     tree.writeDisk("fd0", "2:0", "1000");

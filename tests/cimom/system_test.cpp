@@ -33,7 +33,7 @@ TEST(System, PropertiesComeKeysFirst) {
         names(system.getProperties()));
 }
 
-TEST(System, TheKernelTellsNameAndDescription) {
+TEST(System, NameAndDescriptionComeFromTheKernel) {
     HostTree tree;
     writeKernel(tree);
     const CIMInstance system = systemOf(tree);
@@ -43,7 +43,7 @@ TEST(System, TheKernelTellsNameAndDescription) {
     EXPECT_EQ("Linux box.example.org 6.1.0-9-amd64 #1 SMP PREEMPT_DYNAMIC", text(system, "Description"));
 }
 
-TEST(System, WhatTheHostDoesNotTellIsNull) {
+TEST(System, DataThatTheHostDoesNotReportIsNull) {
     HostTree tree;
     const CIMInstance system = systemOf(tree);
     for (const char* const property : {"Name", "SystemName", "PrimaryOwnerContact", "InstalledLocation",
@@ -52,13 +52,13 @@ TEST(System, WhatTheHostDoesNotTellIsNull) {
     EXPECT_EQ("CreationClassName", names(system.getKeyValuePairs()));
 }
 
-TEST(System, APartOfTheDescriptionAloneIsNoDescription) {
+TEST(System, AnIncompleteDescriptionIsNull) {
     HostTree tree;
     tree.write("/proc/sys/kernel/hostname", "box\n");
     EXPECT_EQ("(null)", text(systemOf(tree), "Description"));
 }
 
-TEST(System, ServicesIncludeTheInternetLayerWhenTheHostForwards) {
+TEST(System, ServicesIncludeTheInternetLayerIfTheHostForwards) {
     HostTree tree;
     EXPECT_EQ("72", text(systemOf(tree), "SysServices"));
     tree.write("/proc/sys/net/ipv4/ip_forward", "0\n");
@@ -77,7 +77,7 @@ TEST(System, VersionIsThePrettyNameWithoutItsQuotes) {
     EXPECT_EQ("Plain", text(systemOf(tree), "SystemVersion"));
 }
 
-TEST(System, OfSeveralPrettyNamesTheLastCounts) {
+TEST(System, OfSeveralPrettyNamesTheLastIsValid) {
     HostTree tree;
     tree.write("/etc/os-release", "PRETTY_NAME=First\nPRETTY_NAME=Last\nID=test\n");
     EXPECT_EQ("Last", text(systemOf(tree), "SystemVersion"));

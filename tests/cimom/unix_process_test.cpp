@@ -37,7 +37,7 @@ FakeProcess example() {
     return process;
 }
 
-/** Makes a program of a shell script the software inventory of a host. */
+/** Installs a shell script as the software inventory of a host. */
 void writeProgram(const Host& host, const std::string& script) {
     const std::filesystem::path path = host.realPath("/kq/bin/softinv");
     std::filesystem::create_directories(path.parent_path());
@@ -75,13 +75,13 @@ TEST_F(ProcessClasses, DescribeAProcess) {
     EXPECT_EQ("x", parameters[1]);
 }
 
-TEST_F(ProcessClasses, AskTheSoftwareInventoryOfTheSameHost) {
+TEST_F(ProcessClasses, RunTheSoftwareInventoryOfTheSameHost) {
     m_processes.add("4711", example());
     writeProgram(m_tree.host(), "echo daemon 1.0 x Operating System\n");
     EXPECT_EQ("2", text(process(), "RunType"));
 }
 
-TEST_F(ProcessClasses, BelieveTheSoftwareInventoryThatFails) {
+TEST_F(ProcessClasses, UseTheOutputOfASoftwareInventoryThatFails) {
     m_processes.add("4711", example());
     writeProgram(m_tree.host(), "echo daemon 1.0 x Driver\nexit 1\n");
     EXPECT_EQ("3", text(process(), "RunType"));
@@ -89,21 +89,21 @@ TEST_F(ProcessClasses, BelieveTheSoftwareInventoryThatFails) {
     EXPECT_EQ("3", text(process(), "RunType"));
 }
 
-TEST_F(ProcessClasses, AreOfApplicationsWhenTheSoftwareInventoryCannotBeRun) {
+TEST_F(ProcessClasses, AreApplicationsIfTheSoftwareInventoryIsNotExecutable) {
     m_processes.add("4711", example());
     m_tree.write("/kq/bin/softinv", "#!/bin/sh\necho daemon 1.0 x Driver\n");
     EXPECT_EQ("4", text(process(), "RunType"));
 }
 
-TEST_F(ProcessClasses, RunTheSoftwareInventoryWithoutInputForItsOutputAlone) {
+TEST_F(ProcessClasses, RunTheSoftwareInventoryWithoutInputAndReadOnlyItsOutput) {
     m_processes.add("4711", example());
     writeProgram(m_tree.host(), "read line && echo daemon a b Driver\necho daemon a b Driver >&2\n");
     EXPECT_EQ("4", text(process(), "RunType"));
 }
 
-TEST_F(ProcessClasses, OfAHostWhoseFolderHasAnyNameAskItsSoftwareInventory) {
-    const support::TempDir folder;
-    const std::string log = folder.file("log");
+TEST_F(ProcessClasses, RunTheSoftwareInventoryInADirectoryOfAnyName) {
+    const support::TempDir directory;
+    const std::string log = directory.file("log");
     for (const std::string name : {"a b",     " ",
                                    "it's",    "''",
                                    "\"",      "a;b",
@@ -115,7 +115,7 @@ TEST_F(ProcessClasses, OfAHostWhoseFolderHasAnyNameAskItsSoftwareInventory) {
                                    "|",       "-c",
                                    "<>",      "!",
                                    "\xff",    "a' b\"; touch $(echo '"}) {
-        const Host host(folder.file(name));
+        const Host host(directory.file(name));
         ProcessTree(host.realPath("/proc")).add("4711", example());
         writeProgram(host, "echo run >>'" + log + "'\necho daemon 1.0 x Driver\n");
         std::filesystem::remove(log);
@@ -124,23 +124,23 @@ TEST_F(ProcessClasses, OfAHostWhoseFolderHasAnyNameAskItsSoftwareInventory) {
     }
 }
 
-TEST_F(ProcessClasses, OfAHostWhoseFolderReadsAsACommandRunNone) {
-    const support::TempDir folder;
-    const std::string file = folder.file("made");
+TEST_F(ProcessClasses, DoNotRunADirectoryNameAsACommand) {
+    const support::TempDir directory;
+    const std::string file = directory.file("made");
     for (const std::string name : {";touch made;", "$(touch made)", "`touch made`", "\ntouch made\n",
                                    "';touch made;'", "|touch made;", "&touch made&"}) {
-        // Without a program there; "made" is a name in the folder of the test.
-        const Host host(folder.file("x") + name);
+        // There is no program at that path. "made" is a name in the directory of the test.
+        const Host host(directory.file("x") + name);
         ProcessTree(host.realPath("/proc")).add("4711", example());
         const std::string before = std::filesystem::current_path();
-        std::filesystem::current_path(folder.path());
+        std::filesystem::current_path(directory.path());
         EXPECT_EQ("4", text(onlyInstance(providerOf("QAV_UnixProcess", host)), "RunType")) << name;
         std::filesystem::current_path(before);
         EXPECT_FALSE(std::filesystem::exists(file)) << name;
     }
 }
 
-TEST_F(ProcessClasses, DoNotRunTheSoftwareInventoryForWhatAProcessUses) {
+TEST_F(ProcessClasses, DoNotRunTheSoftwareInventoryForStatistics) {
     m_processes.add("4711", example());
     const std::string log = m_tree.realPath("/log");
     writeProgram(m_tree.host(), "echo run >>'" + log + "'\n");
@@ -150,7 +150,7 @@ TEST_F(ProcessClasses, DoNotRunTheSoftwareInventoryForWhatAProcessUses) {
     EXPECT_EQ("run\n", support::readFile(log));
 }
 
-TEST_F(ProcessClasses, AskTheSoftwareInventoryNotAtEveryRead) {
+TEST_F(ProcessClasses, CacheTheOutputOfTheSoftwareInventory) {
     m_processes.add("4711", example());
     m_tree.write("/kq/bin/softinv", "#!/bin/sh\necho >>\"${0%softinv}/runs\"\necho daemon 1.0 x Driver\n");
     ASSERT_EQ(0, ::chmod(m_tree.realPath("/kq/bin/softinv").c_str(), 0755));
@@ -160,13 +160,13 @@ TEST_F(ProcessClasses, AskTheSoftwareInventoryNotAtEveryRead) {
     EXPECT_EQ("\n", m_tree.host().readFile("/kq/bin/runs"));
 }
 
-TEST_F(ProcessClasses, AreApplicationsWhenTheSoftwareInventoryCannotBeRun) {
+TEST_F(ProcessClasses, AreApplicationsIfTheSoftwareInventoryCannotBeRun) {
     m_processes.add("4711", example());
     m_tree.write("/kq/bin/softinv", "no program");
     EXPECT_EQ("4", text(process(), "RunType"));
 }
 
-TEST_F(ProcessClasses, TellWhatAProcessUses) {
+TEST_F(ProcessClasses, ReportTheResourcesOfAProcess) {
     m_processes.add("4711", example());
     const CIMInstance instance = statistics();
     EXPECT_EQ("QAV_UnixProcessStatisticalInformation", text(instance, "CreationClassName"));
@@ -207,7 +207,7 @@ TEST_F(ProcessClasses, HaveAnInstanceForEveryProcess) {
     EXPECT_EQ(3U, allInstances(providerOf("QAV_UnixProcessStatisticalInformation", m_tree.host())).size());
 }
 
-TEST_F(ProcessClasses, OfTwoHostsAreToldApart) {
+TEST_F(ProcessClasses, OfTwoHostsAreDistinguished) {
     const HostTree other;
     ProcessTree(other.realPath("/proc")).add("8");
     m_processes.add("7");
