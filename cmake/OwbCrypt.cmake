@@ -24,7 +24,8 @@ message(STATUS "Password hashing: built from source")
 block()
 set(source /usr/src/libxcrypt/lib)
 if(NOT EXISTS ${source}/crypt.c)
-    message(FATAL_ERROR "No libcrypt for ${CMAKE_SYSTEM_PROCESSOR} and no ${source} was found; on Debian install libxcrypt-source.")
+    message(FATAL_ERROR "No libcrypt for ${CMAKE_SYSTEM_PROCESSOR} was found, nor ${source}; "
+                        "on Debian install libxcrypt-source.")
 endif()
 set(generated ${PROJECT_BINARY_DIR}/libxcrypt)
 

@@ -1,6 +1,6 @@
 /*
- * Interposes _exit() in the preset "coverage": writes the counters of every program and library of the process
- * before it ends.
+ * Interposes _exit() in the preset "coverage": writes the counters of every program and library of the
+ * process before it ends.
  */
 #include "Counters.h"
 
@@ -22,7 +22,8 @@ void announce_counters(void (*write)(void)) {
         writers[count++] = write;
 }
 
-/** Whether the process may write files of any size: a limit would truncate the counters of other processes. */
+/** Whether the process may write files of any size: a limit would truncate the counters of other processes.
+ */
 static int may_write(void) {
     struct rlimit size;
     return getrlimit(RLIMIT_FSIZE, &size) == 0 && size.rlim_cur == RLIM_INFINITY;
