@@ -58,5 +58,6 @@ endif()
 
 add_library(owb_warnings INTERFACE)
 target_link_libraries(owb_warnings INTERFACE owb_flags)
-target_compile_options(owb_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+# Clang's -Wshadow reports enumerators of classes, too.
+target_compile_options(owb_warnings INTERFACE -Wall -Wextra -Wpedantic $<$<CXX_COMPILER_ID:GNU>:-Wshadow> -Wconversion
                        $<$<BOOL:${OWB_WERROR}>:-Werror>)

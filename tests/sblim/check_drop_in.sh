@@ -19,8 +19,8 @@ cat >"$directory/agent/CMakeLists.txt" <<END
 cmake_minimum_required(VERSION 3.25)
 project(agent C CXX)
 add_subdirectory($source owb)
-add_executable(agent $source/tests/sblim/c_agent.c)
-target_link_libraries(agent PRIVATE Sblim::utilities)
+add_executable(command_agent $source/tests/sblim/c_agent.c)
+target_link_libraries(command_agent PRIVATE Sblim::utilities)
 END
 
 configure() { # PREFIX MODE
@@ -72,9 +72,9 @@ for name in libSblimUtilities.so libSblimUtilities.so.0; do
     expect_library "$prefix" SYSTEM "$prefix/lib/$name"
     rm -r "$prefix/build"
     expect_library "$prefix" AUTO "$prefix/lib/$name"
-    output=$("$cmake" --build "$prefix/build" --target agent 2>&1) || fail "$output"
+    output=$("$cmake" --build "$prefix/build" --target command_agent 2>&1) || fail "$output"
     # Checks the RPATH in the install script: building the object manager would take minutes.
     grep -q "NEW_RPATH .*$prefix/lib[:\"]" "$prefix/build/owb/cimom/cmake_install.cmake" ||
         fail "an installed owbcimomd would not find $prefix/lib"
-    "$prefix/build/agent" || fail "the agent fails with $name"
+    "$prefix/build/command_agent" || fail "the agent fails with $name"
 done
