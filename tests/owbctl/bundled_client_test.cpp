@@ -11,7 +11,7 @@ using namespace support::wire;
 
 const std::string pathHint =
     "owbctl: the path may be malformed, or the object manager may not have the instance: the library does "
-    "not tell\n";
+    "not report which\n";
 
 // An answer without an instance, in CIM-XML, to the message of the given number.
 support::Step nothing(const std::string& message) {

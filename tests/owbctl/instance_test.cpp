@@ -20,7 +20,7 @@ std::vector<std::string> someProperties() {
 
 const std::string pathHint =
     "owbctl: the path may be malformed, or the object manager may not have the instance: the library does "
-    "not tell\n";
+    "not report which\n";
 const std::string hints =
     "        'owbctl doctor' with the same URL finds the reason; --trace - shows what the library did\n" +
     pathHint;
@@ -145,7 +145,7 @@ TEST(Instance, AClassWithoutAGroupNeedsTheOptionGroup) {
         EXPECT_EQ(result.exitCode, 2);
         EXPECT_EQ(result.out, "");
         EXPECT_EQ(result.err, "owbctl: no group has the class of the path, 'Other': give --group, or a "
-                              "namespace in front when a value "
+                              "namespace if a value "
                               "holds a colon\n"
                               "try 'owbctl --help'\n");
     }
