@@ -1,7 +1,6 @@
 #include "Served.hpp"
 
 #include "host/Host.hpp"
-#include "objects/Provider.hpp"
 #include "providers/Providers.hpp"
 #include "util/Ascii.hpp"
 
@@ -22,7 +21,7 @@ std::vector<ServedProperty> servedProperties() {
     boost::asio::io_context io;  // nothing runs in it
     std::vector<ServedProperty> served;
     for (const auto& provider : cimom::makeProviders(host, io)) {
-        const cimom::ClassDeclaration& declaration = provider->declaration();
+        const cimom::ClassDeclaration& declaration = *provider.declaration;
         for (const cimom::PropertyDeclaration& property : declaration.properties)
             served.push_back({declaration.name, property.name, typeOf(property),
                               property.role == cimom::Role::key, property.role == cimom::Role::site});
