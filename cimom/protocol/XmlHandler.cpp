@@ -126,7 +126,7 @@ private:
         return {flag("IncludeQualifiers", true), flag("IncludeClassOrigin", false)};
     }
 
-    /** The reply to an operation that returns a value, which stands whole in a text. */
+    /** The reply to an operation whose whole result is one text. */
     static OperationReply returned(std::string value);
     /** The reply that returns the objects of a source. */
     template <class Object>

@@ -1,6 +1,5 @@
 #ifndef CIMOM_SYSTEM_TEXT_HPP_INCLUDED
 #define CIMOM_SYSTEM_TEXT_HPP_INCLUDED
-#include "util/Ascii.hpp"
 #include "util/Number.hpp"
 
 #include <cstddef>
@@ -12,11 +11,6 @@
 namespace cimom {
 
 using util::number;
-
-/** The text without leading and trailing white space. */
-inline std::string_view trimmed(std::string_view text) {
-    return ascii::trim(text);
-}
 
 /** The lines of a text that are not empty, without their line ends. The last line needs no line end. */
 std::vector<std::string_view> lines(std::string_view text);
