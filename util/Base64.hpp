@@ -24,7 +24,7 @@ inline std::string base64Encoded(std::string_view bytes) {
 }
 
 /**
- * The bytes that a text encodes. Padding may be missing; bits behind the last whole byte are ignored. Nothing
+ * The bytes that a text encodes. Padding may be missing; bits after the last whole byte are ignored. Nothing
  * if the text holds another character or has a length that no encoder produces.
  */
 inline std::optional<std::string> base64Decoded(std::string_view text) {
