@@ -1,7 +1,7 @@
 #include "agent/Catalogue.hpp"
 
 #include "util/Ascii.hpp"
-#include "util/Decimal.hpp"
+#include "util/Number.hpp"
 
 #include <algorithm>
 #include <numeric>

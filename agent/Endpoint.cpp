@@ -1,6 +1,6 @@
 #include "agent/Endpoint.hpp"
 
-#include "util/Decimal.hpp"
+#include "util/Number.hpp"
 #include "util/Percent.hpp"
 
 // Before owb.h, which declares functions with the client library's classes only after their headers.

@@ -1,6 +1,6 @@
 #include "agent/Sample.hpp"
 
-#include "util/Decimal.hpp"
+#include "util/Number.hpp"
 
 #include <cstdint>
 

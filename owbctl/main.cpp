@@ -17,7 +17,7 @@
 #include "output/Deadline.hpp"
 #include "output/Output.hpp"
 #include "output/Text.hpp"
-#include "util/Decimal.hpp"
+#include "util/Number.hpp"
 
 #include <exception>
 #include <iostream>

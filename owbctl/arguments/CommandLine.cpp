@@ -1,7 +1,7 @@
 #include "arguments/CommandLine.hpp"
 
 #include "arguments/Names.hpp"
-#include "util/Decimal.hpp"
+#include "util/Number.hpp"
 
 #include <owb.h>
 

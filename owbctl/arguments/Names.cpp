@@ -1,6 +1,6 @@
 #include "arguments/Names.hpp"
 
-#include "util/Decimal.hpp"
+#include "util/Number.hpp"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "doctor/HostChecks.hpp"
 
-#include "util/Decimal.hpp"
+#include "util/Number.hpp"
 
 #include <owb.h>
 

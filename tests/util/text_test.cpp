@@ -1,10 +1,8 @@
 #include "util/Ascii.hpp"
 #include "util/Base64.hpp"
-#include "util/Number.hpp"
 #include "util/OneLine.hpp"
 #include "util/Percent.hpp"
 
-#include <cstdint>
 #include <gtest/gtest.h>
 
 TEST(Ascii, LettersOutsideAsciiKeepTheirCase) {
@@ -48,13 +46,6 @@ TEST(Percent, DecodesEscapesAndCopiesTheRest) {
     EXPECT_EQ("%2", util::percentDecoded("%2"));
     EXPECT_EQ("%zz/", util::percentDecoded("%zz%2f"));
     EXPECT_EQ("%2f", util::percentDecoded("%252f"));
-}
-
-TEST(Number, IsTheWholeText) {
-    EXPECT_EQ(65535, util::number<std::uint16_t>("65535"));
-    EXPECT_EQ(0662, util::number<unsigned>("662", 8));
-    for (const char* const text : {"", "65536", "-1", "+1", " 1", "1 ", "x"})
-        EXPECT_FALSE(util::number<std::uint16_t>(text)) << text;
 }
 
 TEST(OneLine, ControlCharactersBecomeBlanks) {

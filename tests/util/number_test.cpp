@@ -1,9 +1,16 @@
-#include "util/Decimal.hpp"
+#include "util/Number.hpp"
 
 #include <cstdint>
 #include <gtest/gtest.h>
 
 using util::decimal;
+
+TEST(Number, IsTheWholeText) {
+    EXPECT_EQ(65535, util::number<std::uint16_t>("65535"));
+    EXPECT_EQ(0662, util::number<unsigned>("662", 8));
+    for (const char* const text : {"", "65536", "-1", "+1", " 1", "1 ", "x"})
+        EXPECT_FALSE(util::number<std::uint16_t>(text)) << text;
+}
 
 TEST(Decimal, ReadsDigitsUpToTheLargestNumberOfTheType) {
     EXPECT_EQ(decimal<long>("0"), 0);
