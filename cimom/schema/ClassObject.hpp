@@ -14,7 +14,8 @@ struct ClassDetails {
 
 /**
  * A class as clients see it. Its qualifiers (DSP0004) are Association for a class with a reference key, Key
- * for a key, and Write for a property that the site writes.
+ * for a key, and Write for a property that the site writes. What the catalogue describes also has
+ * Description, and as far as they apply Units, ValueMap and Values.
  */
 OpenWBEM::CIMClass classObject(const ClassDeclaration& declaration, const ClassDetails& details);
 

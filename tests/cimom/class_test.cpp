@@ -24,6 +24,19 @@ std::string qualifiers(const QualifierArray& these) {
     return names;
 }
 
+/** One line a qualifier: `name=value` in MOF. */
+std::string valuesOf(const QualifierArray& these) {
+    std::string lines;
+    for (const Qualifier& qualifier : these)
+        lines += std::string(qualifier.name.toString().c_str()) + "=" + qualifier.value.toMOF().c_str() + "\n";
+    return lines;
+}
+
+/** The qualifiers of the first property. */
+QualifierArray propertyQualifiers(const CIMClass& object) {
+    return ObjectAccess::declaration(object.getAllProperties()[0]).qualifiers;
+}
+
 /** One line a property: `name type [qualifiers] origin`. */
 std::string described(const CIMClass& object) {
     std::string text;
@@ -73,6 +86,24 @@ TEST(Class, WithReferencesAsKeysIsAnAssociation) {
     EXPECT_FALSE(classOf("QAV_Lamp", all).isAssociation());
     EXPECT_TRUE(ObjectAccess::data(classOf("QAV_Lamp", plain)).isKeyed);
     EXPECT_FALSE(ObjectAccess::data(classOf("QAV_Broken", all)).isKeyed);
+}
+
+TEST(Class, OfAGroupHasTheQualifiersOfTheCatalogue) {
+    const ClassDeclaration statistics{"QAV_NetworkPortStatistics", {{"InOctets", CIMDataType::UINT64}}};
+    const CIMClass object = classObject(statistics, all);
+    EXPECT_EQ("Description=\"Network interfaces: counters.\"\n",
+              valuesOf(ObjectAccess::data(object).qualifiers));
+    EXPECT_EQ("Description=\"Bytes received, with those of the link layer.\"\nUnits=\"Bytes\"\n",
+              valuesOf(propertyQualifiers(object)));
+    const CIMClass plainObject = classObject(statistics, plain);
+    EXPECT_EQ("", valuesOf(propertyQualifiers(plainObject)));
+}
+
+TEST(Class, NamesTheValuesOfACode) {
+    const CIMClass object = classObject({"QAV_IPProtocolEndpoint", {{"Forwarding", CIMDataType::UINT16}}}, all);
+    const std::string values = valuesOf(propertyQualifiers(object));
+    EXPECT_NE(std::string::npos, values.find("ValueMap={\"1\", \"2\"}\nValues={\"forwarding\", \"not forwarding\"}\n"))
+        << values;
 }
 
 TEST(Class, MustBeServed) {
