@@ -39,7 +39,8 @@ public:
 
     /**
      * The answer; null if the child failed. Starts the child if no valid answer is cached. Throws
-     * AnswerPending while the child runs. The first call after that returns the answer even if it has expired.
+     * AnswerPending while the child runs. The first call after that returns the answer even if it has
+     * expired.
      */
     std::shared_ptr<const std::string> get(const FileVersions& versions, const Question& question);
 
