@@ -30,13 +30,13 @@ class Manager:
 
     host = b"chaos.example.org"
 
-    def __init__(self, bin_dir, folder):
-        self.socket = folder + "/socket"
+    def __init__(self, bin_dir, directory):
+        self.socket = directory + "/socket"
         self.log = collections.deque(maxlen=200)
         self.process = subprocess.Popen(
-            [bin_dir + "/owbcimomd", "--socket", self.socket, "--listen", "0", "--state", folder + "/state.json",
-             "--users", self._users(bin_dir, folder), "--root", self._root(folder),
-             "--instances", self._instances(folder), "--max-connections", "800"],
+            [bin_dir + "/owbcimomd", "--socket", self.socket, "--listen", "0", "--state", directory + "/state.json",
+             "--users", self._users(bin_dir, directory), "--root", self._root(directory),
+             "--instances", self._instances(directory), "--max-connections", "800"],
             stderr=subprocess.PIPE, text=True, errors="replace")
         ready = self.process.stderr.readline()
         if "ready on" not in ready:
@@ -45,26 +45,26 @@ class Manager:
         threading.Thread(target=lambda: self.log.extend(self.process.stderr), daemon=True).start()
 
     @staticmethod
-    def _users(bin_dir, folder):
-        path = folder + "/users"
+    def _users(bin_dir, directory):
+        path = directory + "/users"
         subprocess.run([bin_dir + "/owbcimom-passwd", path, "bob"], input="secret\n", text=True, check=True)
         return path
 
     @classmethod
-    def _root(cls, folder):
-        os.makedirs(folder + "/host/proc/sys/kernel")
-        with open(folder + "/host/proc/sys/kernel/hostname", "wb") as file:
+    def _root(cls, directory):
+        os.makedirs(directory + "/host/proc/sys/kernel")
+        with open(directory + "/host/proc/sys/kernel/hostname", "wb") as file:
             file.write(cls.host + b"\n")
-        return folder + "/host"
+        return directory + "/host"
 
     @staticmethod
-    def _instances(folder):
-        os.mkdir(folder + "/instances")
+    def _instances(directory):
+        os.mkdir(directory + "/instances")
         chassis = [{"Tag": f"chassis-{i}", "CreationClassName": "QAV_K70Chassis", "Model": "x" * 200}
                    for i in range(3000)]
-        with open(folder + "/instances/chassis.json", "w", encoding="ascii") as file:
+        with open(directory + "/instances/chassis.json", "w", encoding="ascii") as file:
             json.dump({"QAV_K70Chassis": chassis}, file)
-        return folder + "/instances"
+        return directory + "/instances"
 
     def is_alive(self):
         return self.process.poll() is None
@@ -167,8 +167,8 @@ def print_summary(alone, drip, phases, start, end):
         print(f"| descriptors after a third of the time, and at the end | {start['descriptors']}, {end['descriptors']} |")
 
 
-def chaos(options, folder):
-    manager = Manager(options.bin, folder)
+def chaos(options, directory):
+    manager = Manager(options.bin, directory)
     descriptors = manager.descriptors()
     try:
         alone = Phase(options.seed, manager, hostile.WAYS, 0, MEASURED_SECONDS)
@@ -190,7 +190,7 @@ def chaos(options, folder):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("bin", help="folder of owbcimomd and owbcimom-passwd")
+    parser.add_argument("bin", help="directory of owbcimomd and owbcimom-passwd")
     parser.add_argument("seconds", type=int)
     parser.add_argument("seed")
     parser.add_argument("--latest", type=float, default=1000, help="ms that an honest answer may take")
@@ -198,11 +198,11 @@ def main():
     options = parser.parse_args()
     # In memory: writes of hostile clients must not wait for a disk.
     memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
-    folder = tempfile.mkdtemp(prefix="owb-chaos.", dir=memory)
+    directory = tempfile.mkdtemp(prefix="owb-chaos.", dir=memory)
     try:
-        return chaos(options, folder)
+        return chaos(options, directory)
     finally:
-        shutil.rmtree(folder)
+        shutil.rmtree(directory)
 
 
 if __name__ == "__main__":

@@ -17,7 +17,7 @@ protected:
     /** Starts one; it is ready then. */
     void start(const std::vector<std::string>& options = {}) {
         std::vector<std::string> command = {OWBCIMOMD, "--socket", socketPath(), "--state",
-                                            m_folder.file("state")};
+                                            m_directory.file("state")};
         command.insert(command.end(), options.begin(), options.end());
         m_daemon = std::make_unique<support::Daemon>(command);
         const std::string ready = m_daemon->nextErrorLine();
@@ -28,8 +28,8 @@ protected:
     }
 
     support::Daemon& daemon() { return *m_daemon; }
-    const support::TempDir& folder() const { return m_folder; }
-    std::string socketPath() const { return m_folder.file("socket"); }
+    const support::TempDir& directory() const { return m_directory; }
+    std::string socketPath() const { return m_directory.file("socket"); }
     /** Where it listens on the network, if it has been told to: the last of its ports. */
     std::uint16_t port() const { return m_port; }
     /** A value in kB of /proc/<pid>/status of the object manager. */
@@ -43,15 +43,15 @@ protected:
         return 0;
     }
 
-    /** A folder of site files whose QAV_System has as many instances more. */
+    /** A directory of site files whose QAV_System has as many instances more. */
     std::string systems(std::size_t count) const {
         std::string all;
         for (std::size_t i = 0; i < count; ++i)
             all += (all.empty() ? "" : ",\n") + std::string("{\"Name\": \"box-") + std::to_string(i) +
                    "\", \"CreationClassName\": \"QAV_System\", \"Description\": \"" + std::string(200, 'x') +
                    "\"}";
-        m_folder.write("site/systems.json", "{\"QAV_System\": [" + all + "]}");
-        return m_folder.file("site");
+        m_directory.write("site/systems.json", "{\"QAV_System\": [" + all + "]}");
+        return m_directory.file("site");
     }
     /** Number of instances of QAV_System that a client is told. */
     std::size_t count(Client& client) const {
@@ -59,7 +59,7 @@ protected:
     }
 
 private:
-    support::TempDir m_folder;
+    support::TempDir m_directory;
     std::unique_ptr<support::Daemon> m_daemon;
     std::uint16_t m_port = 0;
 };

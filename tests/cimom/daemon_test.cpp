@@ -18,15 +18,15 @@ namespace {
 
 class DaemonTest : public ::testing::Test {
 protected:
-    std::string path() const { return m_folder.file("socket"); }
+    std::string path() const { return m_directory.file("socket"); }
     std::vector<std::string> command() const {
         return {OWBCIMOMD, "--socket", path(), "--state", statePath()};
     }
-    std::string statePath() const { return m_folder.file("state"); }
-    const TempDir& folder() const { return m_folder; }
+    std::string statePath() const { return m_directory.file("state"); }
+    const TempDir& directory() const { return m_directory; }
 
 private:
-    TempDir m_folder;
+    TempDir m_directory;
 };
 
 bool exists(const std::string& path) {
@@ -123,7 +123,7 @@ TEST_F(DaemonTest, ASecondDaemonFailsWithoutHarmToTheFirst) {
     Daemon daemon(command());
     daemon.nextErrorLine();
     const ProgramResult second =
-        runProgram({OWBCIMOMD, "--socket", path(), "--state", folder().file("state of the second")});
+        runProgram({OWBCIMOMD, "--socket", path(), "--state", directory().file("state of the second")});
     EXPECT_EQ(1, second.exitCode);
     EXPECT_EQ("owbcimomd: " + path() + ": another process listens on it\n", second.err);
     EXPECT_EQ(200u, Client(path()).exchange(httpRequest(enumerateBody("QAV_System"))).status);
@@ -135,7 +135,7 @@ TEST_F(DaemonTest, ASecondDaemonReportsThatTheSocketOfTheFirstIsMissing) {
     daemon.nextErrorLine();
     ASSERT_EQ(0, ::unlink(path().c_str()));
     const ProgramResult second =
-        runProgram({OWBCIMOMD, "--socket", path(), "--state", folder().file("state of the second")});
+        runProgram({OWBCIMOMD, "--socket", path(), "--state", directory().file("state of the second")});
     EXPECT_EQ(1, second.exitCode);
     EXPECT_EQ("owbcimomd: " + path() + ": no socket, but another process holds " + path() + ".lock\n",
               second.err);
@@ -162,7 +162,7 @@ TEST_F(DaemonTest, ASocketOfAnotherTypeIsNotReplaced) {
 }
 
 TEST_F(DaemonTest, AFileThatIsNotASocketIsNotReplaced) {
-    folder().write("socket", "precious");
+    directory().write("socket", "precious");
     const ProgramResult result = runProgram(command());
     EXPECT_EQ(1, result.exitCode);
     EXPECT_EQ("owbcimomd: " + path() + ": exists and is not a socket\n", result.err);
@@ -173,7 +173,7 @@ TEST_F(DaemonTest, ASymbolicLinkIsNotReplaced) {
     ASSERT_EQ(0, ::symlink("elsewhere", path().c_str()));
     EXPECT_EQ(1, runProgram(command()).exitCode);
     EXPECT_TRUE(exists(path()));
-    EXPECT_FALSE(exists(folder().file("elsewhere")));
+    EXPECT_FALSE(exists(directory().file("elsewhere")));
 }
 
 TEST_F(DaemonTest, ATooLongPathIsAnError) {
@@ -184,7 +184,7 @@ TEST_F(DaemonTest, ATooLongPathIsAnError) {
 }
 
 TEST_F(DaemonTest, AMissingDirectoryIsAnError) {
-    const std::string lost = folder().file("nowhere/socket");
+    const std::string lost = directory().file("nowhere/socket");
     const ProgramResult result = runProgram({OWBCIMOMD, "--socket", lost, "--state", statePath()});
     EXPECT_EQ(1, result.exitCode);
     EXPECT_EQ("owbcimomd: " + lost + ".lock: No such file or directory\n", result.err);
@@ -215,7 +215,7 @@ TEST_F(DaemonTest, AnInvalidCommandLineIsReportedOnStandardError) {
 TEST_F(DaemonTest, AnEmptyFileNameIsAnErrorOfTheCommandLine) {
     for (const std::string option : {"--users", "--instances"}) {
         const ProgramResult result = runProgram(
-            {OWBCIMOMD, "--socket", folder().file("nowhere/socket"), "--state", statePath(), option, ""});
+            {OWBCIMOMD, "--socket", directory().file("nowhere/socket"), "--state", statePath(), option, ""});
         EXPECT_EQ(2, result.exitCode);
         EXPECT_EQ("owbcimomd: command line: " + option + ": empty name\n", result.err);
     }

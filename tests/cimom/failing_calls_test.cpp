@@ -26,9 +26,9 @@ namespace {
 
 using Names = std::set<std::string>;
 
-Names namesIn(const std::string& folder) {
+Names namesIn(const std::string& directory) {
     Names names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
+    for (const auto& entry : std::filesystem::directory_iterator(directory))
         names.insert(entry.path().filename().string());
     return names;
 }
@@ -45,8 +45,8 @@ void leaveSocket(const std::string& path) {
 
 class FailingCall : public testing::TestWithParam<int> {
 protected:
-    std::string file(const std::string& name) const { return m_folder.file(name); }
-    Names names() const { return namesIn(m_folder.path()); }
+    std::string file(const std::string& name) const { return m_directory.file(name); }
+    Names names() const { return namesIn(m_directory.path()); }
 
     /** Carries an action out once for each of its calls, which fails, and once more, when none does. What is
      * thrown must tell the reason behind a name. */
@@ -68,7 +68,7 @@ protected:
         }
     }
 
-    const support::TempDir m_folder;
+    const support::TempDir m_directory;
 };
 
 std::string nameOf(const testing::TestParamInfo<int>& info) {
@@ -81,7 +81,7 @@ TEST_P(FailingCall, OfAReplacementLeavesTheOldContentOrTheNewOne) {
     const StateFile state(file("state"));
     const auto check = [&](const std::string& failed, bool isThrown) {
         const std::string content = state.read().value();
-        // Behind the renaming there is a flush of the folder, and what closes it.
+        // Behind the renaming there is a flush of the directory, and what closes it.
         EXPECT_TRUE(content == "new" || (content == "old" && isThrown)) << content;
         if (GetParam() == EINTR && failed == "write") {
             EXPECT_FALSE(isThrown) << "an interruption is no failure";

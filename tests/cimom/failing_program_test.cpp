@@ -26,27 +26,27 @@ public:
     /** @param call its number, or -1 for none */
     FailingManager(long call, int error)
         : m_daemon({"/usr/bin/env", "LD_PRELOAD=" FAILING_PROGRAM, "FAIL_CALL=" + std::to_string(call),
-                    "FAIL_ERROR=" + std::to_string(error), "FAIL_COUNT=" + m_folder.file("count"), OWBCIMOMD,
-                    "--socket", socket(), "--state", state(), "--root", host()}) {}
+                    "FAIL_ERROR=" + std::to_string(error), "FAIL_COUNT=" + m_directory.file("count"),
+                    OWBCIMOMD, "--socket", socket(), "--state", state(), "--root", host()}) {}
 
-    std::string socket() const { return m_folder.file("socket"); }
-    std::string state() const { return m_folder.file("state.json"); }
+    std::string socket() const { return m_directory.file("socket"); }
+    std::string state() const { return m_directory.file("state.json"); }
     Daemon& daemon() { return m_daemon; }
     /** Calls of the system that it has made, and the one that failed; once it has ended. */
     std::pair<long, std::string> calls() const {
         std::pair<long, std::string> result(-1, "");
-        std::ifstream(m_folder.file("count")) >> result.first >> result.second;
+        std::ifstream(m_directory.file("count")) >> result.first >> result.second;
         return result;
     }
 
 private:
     std::string host() const {
-        m_folder.write("host/proc/sys/kernel/hostname", "box.example.org\n");
-        m_folder.write("host/proc/1/stat", "");
-        return m_folder.file("host");
+        m_directory.write("host/proc/sys/kernel/hostname", "box.example.org\n");
+        m_directory.write("host/proc/1/stat", "");
+        return m_directory.file("host");
     }
 
-    support::TempDir m_folder;
+    support::TempDir m_directory;
     Daemon m_daemon;
 };
 

@@ -47,8 +47,8 @@ private:
 class HostileClients : public StartedDaemon {
 protected:
     void SetUp() override {
-        folder().write("host/proc/sys/kernel/hostname", "box.example.org\n");
-        start({"--root", folder().file("host"), "--max-connections", "200"});
+        directory().write("host/proc/sys/kernel/hostname", "box.example.org\n");
+        start({"--root", directory().file("host"), "--max-connections", "200"});
         // Or the daemon would wait for somebody to read what it logs.
         m_reader = std::thread([this] {
             while (!daemon().nextErrorLine().empty()) {

@@ -83,12 +83,12 @@ long writtenNumber(const Manager& manager) {
     return std::stol(chassis.at(0).getPropertyValue("UserTracking").toString().c_str());
 }
 
-/** Sees what happens to the files of a folder: made, opened, changed, closed, renamed. */
+/** Sees what happens to the files of a directory: made, opened, changed, closed, renamed. */
 class Watch {
 public:
-    explicit Watch(const std::string& folder)
+    explicit Watch(const std::string& directory)
         : m_events(::inotify_init1(IN_CLOEXEC)) {
-        EXPECT_LE(0, ::inotify_add_watch(m_events, folder.c_str(), IN_ALL_EVENTS)) << folder;
+        EXPECT_LE(0, ::inotify_add_watch(m_events, directory.c_str(), IN_ALL_EVENTS)) << directory;
     }
     ~Watch() { ::close(m_events); }
     Watch(const Watch&) = delete;
@@ -116,7 +116,7 @@ TEST(Kill, LosesNoSuccessfulWriteAndLeavesNoIncompleteState) {
     Manager manager;
     long acknowledged = 0;
     for (unsigned kill = 0; kill < 200; ++kill) {
-        const Watch watch(manager.folder().path());
+        const Watch watch(manager.directory().path());
         Writer writer(manager.socketPath(), acknowledged + 1);
         writer.waitForFirst();
         watch.waitFor(1 + kill % 20); // which is at any point of a later write

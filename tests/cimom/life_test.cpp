@@ -194,7 +194,7 @@ TEST_F(Life, ACurrentEnumerationKeepsTheOldSiteFiles) {
 
 TEST_F(Life, InvalidSiteFilesAreNotReloaded) {
     start({"--instances", systems(2)});
-    const std::string path = folder().write("site/wrong.json", "{\n\"QAV_Nope\": []}");
+    const std::string path = directory().write("site/wrong.json", "{\n\"QAV_Nope\": []}");
     daemon().signal(SIGHUP);
     EXPECT_EQ("owbcimomd: cannot reload the site's files: " + path + ":2: unknown class \"QAV_Nope\"",
               daemon().nextErrorLine());
@@ -203,9 +203,9 @@ TEST_F(Life, InvalidSiteFilesAreNotReloaded) {
 }
 
 TEST_F(Life, InvalidSiteFilesPreventTheStart) {
-    const std::string path = folder().write("site/a.json", "{\n\"QAV_System\": [\n{\"Nam\": \"x\"}]}");
-    support::Daemon daemon({OWBCIMOMD, "--socket", socketPath(), "--state", folder().file("state"),
-                            "--instances", folder().file("site")});
+    const std::string path = directory().write("site/a.json", "{\n\"QAV_System\": [\n{\"Nam\": \"x\"}]}");
+    support::Daemon daemon({OWBCIMOMD, "--socket", socketPath(), "--state", directory().file("state"),
+                            "--instances", directory().file("site")});
     EXPECT_EQ("owbcimomd: " + path + ":3: QAV_System has no property \"Nam\"", daemon.nextErrorLine());
     EXPECT_EQ(1, daemon.wait());
 }
@@ -214,7 +214,7 @@ TEST_F(Life, TheServiceManagerIsNotifiedOfReadinessAndEnd) {
     for (const bool isAbstract : {false, true}) {
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
-        std::string name = folder().file(isAbstract ? "abstract" : "notify");
+        std::string name = directory().file(isAbstract ? "abstract" : "notify");
         if (isAbstract)
             name[0] = '@';
         name.copy(address.sun_path, sizeof address.sun_path - 1);
@@ -235,7 +235,7 @@ TEST_F(Life, TheServiceManagerIsNotifiedOfReadinessAndEnd) {
 TEST_F(Life, AServiceManagerWithAWatchdogIsNotifiedPeriodically) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    const std::string name = folder().file("notify");
+    const std::string name = directory().file("notify");
     name.copy(address.sun_path, sizeof address.sun_path - 1);
     const ServiceManager manager(address, sizeof address);
     ::setenv("NOTIFY_SOCKET", name.c_str(), 1);
@@ -253,7 +253,7 @@ TEST_F(Life, AServiceManagerWithAWatchdogIsNotifiedPeriodically) {
 TEST_F(Life, AWatchdogOfAnotherProcessIsNotNotified) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
-    const std::string name = folder().file("notify");
+    const std::string name = directory().file("notify");
     name.copy(address.sun_path, sizeof address.sun_path - 1);
     const ServiceManager manager(address, sizeof address);
     ::setenv("NOTIFY_SOCKET", name.c_str(), 1);
@@ -269,7 +269,7 @@ TEST_F(Life, AWatchdogOfAnotherProcessIsNotNotified) {
 }
 
 TEST_F(Life, AServiceManagerWithATooLongNameIsLogged) {
-    const std::string name = folder().file(std::string(108, 'x'));
+    const std::string name = directory().file(std::string(108, 'x'));
     ::setenv("NOTIFY_SOCKET", name.c_str(), 1);
     start();
     ::unsetenv("NOTIFY_SOCKET");
@@ -278,10 +278,10 @@ TEST_F(Life, AServiceManagerWithATooLongNameIsLogged) {
 }
 
 TEST_F(Life, AMissingServiceManagerIsLogged) {
-    ::setenv("NOTIFY_SOCKET", folder().file("nobody").c_str(), 1);
+    ::setenv("NOTIFY_SOCKET", directory().file("nobody").c_str(), 1);
     start();
     ::unsetenv("NOTIFY_SOCKET");
-    EXPECT_EQ("owbcimomd: cannot notify service manager: " + folder().file("nobody") +
+    EXPECT_EQ("owbcimomd: cannot notify service manager: " + directory().file("nobody") +
                   ": No such file or directory",
               daemon().nextErrorLine());
     Client client(socketPath());

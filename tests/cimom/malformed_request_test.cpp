@@ -81,8 +81,8 @@ const unsigned long fewMegabytes = 8UL << 20;
 
 /** Runs a body with no memory to waste. */
 void inLittleMemory(const std::function<void()>& body) {
-    const support::TempDir folder;
-    support::inChild(folder.path(), [&] {
+    const support::TempDir directory;
+    support::inChild(directory.path(), [&] {
         limitMemory(fewMegabytes);
         body();
     });

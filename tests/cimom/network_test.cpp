@@ -17,7 +17,7 @@ const std::string agent = "Authorization: Basic YWdlbnQ6c2VjcmV0\r\n"; // agent:
 class Network : public StartedDaemon {
 protected:
     std::string usersFile(const std::string& users = hashes) const {
-        const std::string path = folder().write("users", users);
+        const std::string path = directory().write("users", users);
         ::chmod(path.c_str(), 0600);
         return path;
     }
@@ -79,8 +79,8 @@ TEST_F(Network, ItListensOnEachAddressOfTheCommandLine) {
 
 TEST_F(Network, AnAddressInUsePreventsTheStart) {
     start({"--listen", "0"});
-    support::Daemon second({OWBCIMOMD, "--socket", folder().file("second"), "--state",
-                            folder().file("state2"), "--listen", std::to_string(port())});
+    support::Daemon second({OWBCIMOMD, "--socket", directory().file("second"), "--state",
+                            directory().file("state2"), "--listen", std::to_string(port())});
     EXPECT_EQ("owbcimomd: 127.0.0.1:" + std::to_string(port()) + ": Address already in use",
               second.nextErrorLine());
     EXPECT_EQ(1, second.wait());
@@ -133,7 +133,7 @@ TEST_F(Network, AReloadOfTheUsersEndsLogins) {
     daemon().signal(SIGHUP);
     EXPECT_EQ("owbcimomd: reloaded the site's files", daemon().nextErrorLine());
     EXPECT_TRUE(isDone(client.exchange(writeRequest("you", agent)))) << "the user is still there";
-    folder().write("users", "# nobody\n");
+    directory().write("users", "# nobody\n");
     daemon().signal(SIGHUP);
     EXPECT_EQ("owbcimomd: reloaded the site's files", daemon().nextErrorLine());
     EXPECT_EQ(401u, client.exchange(writeRequest("him", agent)).status);
@@ -225,10 +225,10 @@ TEST_F(Network, TooManyFailedLoginsBlockTheirAddress) {
 }
 
 TEST_F(Network, AnInvalidUsersFilePreventsTheStart) {
-    const std::string users = folder().write("users", "agent\n");
+    const std::string users = directory().write("users", "agent\n");
     ::chmod(users.c_str(), 0600);
     support::Daemon daemon(
-        {OWBCIMOMD, "--socket", socketPath(), "--state", folder().file("state"), "--users", users});
+        {OWBCIMOMD, "--socket", socketPath(), "--state", directory().file("state"), "--users", users});
     EXPECT_EQ(0u, daemon.nextErrorLine().find("owbcimomd: " + users + ":1: "));
     EXPECT_EQ(1, daemon.wait());
 }

@@ -28,15 +28,15 @@ const std::string secretHash = "$6$rounds=1000$roundsalt$0oYNoemtpMZIRX8om2kSVpA
 
 class PasswdTest : public ::testing::Test {
 protected:
-    std::string path() const { return m_folder.file("users"); }
+    std::string path() const { return m_directory.file("users"); }
     void write(const std::string& content) const {
-        m_folder.write("users", content);
+        m_directory.write("users", content);
         ASSERT_EQ(0, ::chmod(path().c_str(), 0600));
     }
     /** Runs the program with arguments and standard input. */
     ProgramResult run(const std::vector<std::string>& arguments, const std::string& input = "") const {
         std::vector<std::string> words = {"/bin/sh", "-c", "in=$1; shift; exec \"$0\" \"$@\" < \"$in\"",
-                                          OWBCIMOM_PASSWD, m_folder.write("input", input)};
+                                          OWBCIMOM_PASSWD, m_directory.write("input", input)};
         words.insert(words.end(), arguments.begin(), arguments.end());
         return runProgram(words);
     }
@@ -48,7 +48,7 @@ protected:
     }
 
 private:
-    TempDir m_folder;
+    TempDir m_directory;
 };
 
 /** The program on a terminal, at which the test sits. */

@@ -35,8 +35,8 @@ std::string printedBy(const std::vector<std::string>& command) {
     });
 }
 
-std::string script(const support::TempDir& folder, const std::string& lines) {
-    const std::string path = folder.write("program", "#!/bin/sh\n" + lines);
+std::string script(const support::TempDir& directory, const std::string& lines) {
+    const std::string path = directory.write("program", "#!/bin/sh\n" + lines);
     ::chmod(path.c_str(), 0700);
     return path;
 }
@@ -49,8 +49,8 @@ TEST(Program, ItsOutputIsReturned) {
 }
 
 TEST(Program, ItsArgumentsReachNoShell) {
-    const support::TempDir folder;
-    const std::string made = folder.file("made");
+    const support::TempDir directory;
+    const std::string made = directory.file("made");
     const std::string hostile =
         "a b'\"; touch '" + made + "' $(touch " + made + ")\n`touch " + made + "` * ~";
     EXPECT_EQ(hostile + "|" + hostile + "|", printedBy({"/usr/bin/printf", "%s|", hostile, hostile}));
@@ -58,28 +58,28 @@ TEST(Program, ItsArgumentsReachNoShell) {
 }
 
 TEST(Program, ItsPathMayContainAnyCharacter) {
-    const support::TempDir folder;
-    const std::string path = folder.write("it's $HOME; exit\n/program", "#!/bin/sh\necho run\n");
+    const support::TempDir directory;
+    const std::string path = directory.write("it's $HOME; exit\n/program", "#!/bin/sh\necho run\n");
     ::chmod(path.c_str(), 0700);
     EXPECT_EQ("run\n", printedBy({path}));
 }
 
 TEST(Program, ItsFailureIsReported) {
-    const support::TempDir folder;
-    EXPECT_EQ("failed: some\n", printedBy({script(folder, "echo some\nexit 3\n")}));
-    EXPECT_EQ("failed: some\n", printedBy({script(folder, "echo some\nkill -KILL $$\n")}));
+    const support::TempDir directory;
+    EXPECT_EQ("failed: some\n", printedBy({script(directory, "echo some\nexit 3\n")}));
+    EXPECT_EQ("failed: some\n", printedBy({script(directory, "echo some\nkill -KILL $$\n")}));
 }
 
 TEST(Program, ThatCannotBeStartedHasNoAnswer) {
-    const support::TempDir folder;
-    EXPECT_EQ("none", printedBy({folder.file("missing")}));
-    EXPECT_EQ("none", printedBy({folder.write("file", "text")}));
+    const support::TempDir directory;
+    EXPECT_EQ("none", printedBy({directory.file("missing")}));
+    EXPECT_EQ("none", printedBy({directory.write("file", "text")}));
 }
 
 TEST(Program, HasAnEmptyInputAndNoErrorOutputAndNoOtherDescriptor) {
-    const support::TempDir folder;
-    EXPECT_EQ("0 1 2 3\n", printedBy({script(folder, "cat\necho lost >&2\necho $(ls /proc/self/fd)\n")}))
-        << "the fourth is the folder";
+    const support::TempDir directory;
+    EXPECT_EQ("0 1 2 3\n", printedBy({script(directory, "cat\necho lost >&2\necho $(ls /proc/self/fd)\n")}))
+        << "the fourth is the directory";
 }
 
 TEST(Program, HasDefaultSignalHandling) {
@@ -107,8 +107,8 @@ TEST(Program, ThatPrintsTooMuchHasNoAnswer) {
 
 TEST(Program, IsKilledWithItsChildrenAfterItsTimeLimit) {
     ASSERT_EQ(0, ::prctl(PR_SET_CHILD_SUBREAPER, 1)); // orphans become ours
-    const support::TempDir folder;
-    const std::string path = script(folder, "sleep 3600 &\nexec sleep 3600\n");
+    const support::TempDir directory;
+    const std::string path = script(directory, "sleep 3600 &\nexec sleep 3600\n");
     EXPECT_EQ("none", answerTo([&path] { return outputOf({path}).text; }, 200ms));
     for (int status = 0; ::waitpid(-1, &status, 0) > 0;)
         EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL) << status;
@@ -117,8 +117,8 @@ TEST(Program, IsKilledWithItsChildrenAfterItsTimeLimit) {
 }
 
 TEST(Program, ThatClosesItsOutputAndContinuesDoesNotBlockTheIoContext) {
-    const support::TempDir folder;
-    const std::string path = script(folder, "exec >&-\nexec sleep 3600\n");
+    const support::TempDir directory;
+    const std::string path = script(directory, "exec >&-\nexec sleep 3600\n");
     boost::asio::io_context io(1);
     std::string order;
     askChild(

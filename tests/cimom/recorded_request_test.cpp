@@ -140,7 +140,7 @@ std::string writingABoolean(const std::string& request) {
 
 /** What writes of earlier conversations have left to one that writes: it reads the instance first. */
 std::vector<CIMInstance> leftByWritesBefore(const Conversation& conversation, const Exchange& first) {
-    if (conversation.folder.find("/modify_") == std::string::npos)
+    if (conversation.directory.find("/modify_") == std::string::npos)
         return {};
     return understood(first.request, first.reply).instances;
 }
@@ -160,7 +160,7 @@ TEST_P(RecordedRequest, IsAnsweredAsRecorded) {
 
 INSTANTIATE_TEST_SUITE_P(Conversations, RecordedRequest, testing::ValuesIn(answeredConversations()),
                          [](const auto& test) {
-                             return std::regex_replace(test.param.folder, std::regex("[^A-Za-z0-9]"), "_");
+                             return std::regex_replace(test.param.directory, std::regex("[^A-Za-z0-9]"), "_");
                          });
 
 TEST(RecordedRequests, AreAllThere) {

@@ -14,12 +14,12 @@ namespace {
 
 class SiteValuesTest : public ::testing::Test {
 protected:
-    std::string path() const { return m_folder.file("state"); }
+    std::string path() const { return m_directory.file("state"); }
     /** The values that the file holds. */
     SiteValues load() const { return SiteValues(std::make_unique<StateFile>(path())); }
     /** Why a file with this content is refused, without its name. */
     std::string refusalOf(const std::string& content) const {
-        m_folder.write("state", content);
+        m_directory.write("state", content);
         std::string why = "not refused";
         try {
             load();
@@ -31,10 +31,10 @@ protected:
         EXPECT_EQ(content, readFile(path())) << "it is never overwritten";
         return why;
     }
-    const TempDir& folder() const { return m_folder; }
+    const TempDir& directory() const { return m_directory; }
 
 private:
-    TempDir m_folder;
+    TempDir m_directory;
 };
 
 const char* const room = "Lamp.Colour=\"red\"";
@@ -91,10 +91,10 @@ TEST_F(SiteValuesTest, AWriteOfTheSameValueReachesTheDisk) {
 TEST_F(SiteValuesTest, AWriteThatFailsChangesNothing) {
     SiteValues values = load();
     values.write(room, {{"Room", "hall"}});
-    folder().write("state.new/in the way", "");
+    directory().write("state.new/in the way", "");
     EXPECT_THROW(values.write(room, {{"Room", "cellar"}}), std::system_error);
     EXPECT_EQ("hall", values.find(room)->at("Room"));
-    std::filesystem::remove_all(folder().file("state.new"));
+    std::filesystem::remove_all(directory().file("state.new"));
     values.write(room, {{"Room", "cellar"}});
     EXPECT_EQ("cellar", values.find(room)->at("Room"));
 }

@@ -16,18 +16,19 @@ protected:
     SlowProgram() {
         FakeProcess process;
         process.name = "daemon";
-        ProcessTree(folder().file("host/proc")).add("7", process);
-        const std::string program = folder().write(
-            "host/kq/bin/softinv", "#!/bin/sh\necho >>" + folder().file("runs") + "\ncat " + pipe() + "\n");
+        ProcessTree(directory().file("host/proc")).add("7", process);
+        const std::string program =
+            directory().write("host/kq/bin/softinv",
+                              "#!/bin/sh\necho >>" + directory().file("runs") + "\ncat " + pipe() + "\n");
         ::chmod(program.c_str(), 0700);
         EXPECT_EQ(0, ::mkfifo(pipe().c_str(), 0600));
-        start({"--root", folder().file("host"), "--stop-time", "0"});
+        start({"--root", directory().file("host"), "--stop-time", "0"});
     }
 
-    std::string pipe() const { return folder().file("pipe"); }
+    std::string pipe() const { return directory().file("pipe"); }
     /** The pipe, when the program has begun to read it. */
     int openPipe() const { return ::open(pipe().c_str(), O_WRONLY | O_CLOEXEC); }
-    std::string runs() const { return support::readFile(folder().file("runs")); }
+    std::string runs() const { return support::readFile(directory().file("runs")); }
 };
 
 const std::string processes = httpRequest(enumerateBody("QAV_UnixProcess"));

@@ -44,19 +44,20 @@ std::string defaultIn(const std::vector<std::string>& variables) {
 } // namespace
 
 TEST(State, AnInvalidFileIsReportedWithItsLineAndNotChanged) {
-    const TempDir folder;
-    const std::string file = folder.write("state", "{\n\"format_version\": 1,\n\"instances\": 5}\n");
-    const ProgramResult result = runProgram({OWBCIMOMD, "--socket", folder.file("socket"), "--state", file});
+    const TempDir directory;
+    const std::string file = directory.write("state", "{\n\"format_version\": 1,\n\"instances\": 5}\n");
+    const ProgramResult result =
+        runProgram({OWBCIMOMD, "--socket", directory.file("socket"), "--state", file});
     EXPECT_EQ(1, result.exitCode);
     EXPECT_EQ("owbcimomd: " + file + ":3: not an object of instances\n", result.err);
     EXPECT_EQ("{\n\"format_version\": 1,\n\"instances\": 5}\n", readFile(file));
-    EXPECT_FALSE(std::filesystem::exists(folder.file("socket")));
+    EXPECT_FALSE(std::filesystem::exists(directory.file("socket")));
 }
 
 TEST(State, AFileOfAnotherObjectManagerIsAnError) {
     Manager manager;
     const ProgramResult result =
-        runProgram(with(manager.command(), manager.socketPath(), manager.folder().file("other")));
+        runProgram(with(manager.command(), manager.socketPath(), manager.directory().file("other")));
     EXPECT_EQ(1, result.exitCode);
     EXPECT_EQ("owbcimomd: " + manager.statePath() + ": another object manager uses this file\n", result.err);
 }
@@ -64,7 +65,7 @@ TEST(State, AFileOfAnotherObjectManagerIsAnError) {
 TEST(State, WithoutWritesNoFileRemains) {
     Manager manager;
     EXPECT_EQ(0, manager.end(SIGTERM));
-    EXPECT_TRUE(std::filesystem::is_empty(manager.folder().path()));
+    EXPECT_TRUE(std::filesystem::is_empty(manager.directory().path()));
 }
 
 TEST(State, TheDefaultIsInTheStateDirectoryOfTheUser) {
@@ -99,12 +100,13 @@ TEST(SocketMode, OtherTextsAreUsageErrors) {
 }
 
 TEST(StateOfNone, AUserWithoutAWritableDirectoryServesReaders) {
-    const TempDir folder;
-    Daemon daemon(inEnvironment({}, {OWBCIMOMD, "--socket", folder.file("socket"), "--no-state"}));
-    EXPECT_EQ("owbcimomd: ready on " + folder.file("socket"), daemon.nextErrorLine());
-    EXPECT_EQ(200u, Client(folder.file("socket")).exchange(httpRequest(enumerateBody("QAV_System"))).status);
+    const TempDir directory;
+    Daemon daemon(inEnvironment({}, {OWBCIMOMD, "--socket", directory.file("socket"), "--no-state"}));
+    EXPECT_EQ("owbcimomd: ready on " + directory.file("socket"), daemon.nextErrorLine());
+    EXPECT_EQ(200u,
+              Client(directory.file("socket")).exchange(httpRequest(enumerateBody("QAV_System"))).status);
     std::size_t files = 0;
-    for (const auto& each : std::filesystem::directory_iterator(folder.path()))
+    for (const auto& each : std::filesystem::directory_iterator(directory.path()))
         files += each.path().filename().string().find("socket") == 0 ? 0 : 1;
     EXPECT_EQ(0u, files);
 }

@@ -46,19 +46,19 @@ std::string refusalOf(const std::string& text) {
 
 class UsersFileTest : public ::testing::Test {
 protected:
-    std::string path() const { return m_folder.file("users"); }
+    std::string path() const { return m_directory.file("users"); }
     void write(const std::string& content, mode_t mode = 0600) const {
-        m_folder.write("users", content);
+        m_directory.write("users", content);
         ASSERT_EQ(0, ::chmod(path().c_str(), mode));
     }
     mode_t mode() const {
         struct stat status;
         return ::stat(path().c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
     }
-    const TempDir& folder() const { return m_folder; }
+    const TempDir& directory() const { return m_directory; }
 
 private:
-    TempDir m_folder;
+    TempDir m_directory;
 };
 
 } // namespace
@@ -219,7 +219,7 @@ TEST_F(UsersFileTest, AChangeCreatesTheFileForItsOwnerOnly) {
     ::umask(before);
     EXPECT_EQ("bob:" + secretHash + "\n", readFile(path()));
     EXPECT_EQ(0600u, mode());
-    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(folder().path()), {}));
+    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(directory().path()), {}));
 }
 
 TEST_F(UsersFileTest, AChangeKeepsTheMode) {
@@ -243,7 +243,7 @@ TEST_F(UsersFileTest, AChangeKeepsTheOwner) {
 
 TEST_F(UsersFileTest, AChangeFollowsASymbolicLink) {
     write("# who\n");
-    const std::string link = folder().file("link");
+    const std::string link = directory().file("link");
     ASSERT_EQ(0, ::symlink("users", link.c_str()));
     changeUsers(link, [](Users& users) { users.set("bob", secretHash); });
     EXPECT_TRUE(std::filesystem::is_symlink(link));

@@ -12,18 +12,18 @@ class Wbemcli : public StartedDaemon {
 protected:
     Wbemcli() {
         const std::string users =
-            folder().write("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5Rj/"
-                                    "j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n"); // "secret"
+            directory().write("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5Rj/"
+                                       "j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n"); // "secret"
         ::chmod(users.c_str(), 0600);
-        folder().write("site/chassis.json",
-                       R"({"QAV_K70Chassis": [{"Tag": "shelf 2", "CreationClassName": "QAV_K70Chassis",
+        directory().write("site/chassis.json",
+                          R"({"QAV_K70Chassis": [{"Tag": "shelf 2", "CreationClassName": "QAV_K70Chassis",
                            "Model": "K70", "Version": "<&>", "CanBeFRUed": true, "PhysicalType": 23}],
                            "QAV_UnixProcess": [{"CreationClassName": "QAV_UnixProcess", "Handle": "none",
                            "Parameters": ["one", "", "three, four"]}],
                            "QAV_XRUPackageDependency": [{
                            "Antecedent": "QAV_K70Chassis.Tag=\"shelf 2\",CreationClassName=\"QAV_K70Chassis\"",
                            "Dependent": "QAV_XRULogicalModule.CreationClassName=\"QAV_XRULogicalModule\",DeviceID=\"m\""}]})");
-        start({"--listen", "0", "--users", users, "--instances", folder().file("site")});
+        start({"--listen", "0", "--users", users, "--instances", directory().file("site")});
     }
 
     /** What a command prints; its error output when it fails. */

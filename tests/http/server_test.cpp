@@ -26,7 +26,7 @@ protected:
         }
     }
     std::unique_ptr<HttpClient> connect() {
-        auto client = std::make_unique<HttpClient>(m_folder.file("socket"));
+        auto client = std::make_unique<HttpClient>(m_directory.file("socket"));
         work();
         return client;
     }
@@ -46,8 +46,8 @@ protected:
     Server server{io, twoConnections(pages.settings())};
 
 private:
-    support::TempDir m_folder;
-    const UnixSocket m_socket{m_folder.file("socket"), 0600};
+    support::TempDir m_directory;
+    const UnixSocket m_socket{m_directory.file("socket"), 0600};
 };
 
 } // namespace

@@ -89,7 +89,7 @@ public:
     BusyListener(const BusyListener&) = delete;
     BusyListener& operator=(const BusyListener&) = delete;
 
-    std::string path() const { return m_folder.file("busy"); }
+    std::string path() const { return m_directory.file("busy"); }
     std::string url() const {
         const std::string port =
             std::to_string(ntohs(reinterpret_cast<const sockaddr_in&>(m_address).sin_port));
@@ -107,7 +107,7 @@ public:
 private:
     sockaddr* address() { return reinterpret_cast<sockaddr*>(&m_address); }
 
-    support::TempDir m_folder;
+    support::TempDir m_directory;
     sockaddr_storage m_address{};
     socklen_t m_size = 0;
     int m_listener;

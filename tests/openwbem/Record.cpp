@@ -62,7 +62,7 @@ std::size_t skipMessage(const std::string& bytes, std::size_t at, std::string& b
 } // namespace
 
 std::string Conversation::file(const char* name) const {
-    return support::readFile((captures / folder / name).string());
+    return support::readFile((captures / directory / name).string());
 }
 
 // Splits arguments like a shell: blanks separate, a backslash escapes the next character.
@@ -94,7 +94,7 @@ std::string Conversation::result() const {
 }
 
 std::ostream& operator<<(std::ostream& out, const Conversation& conversation) {
-    return out << conversation.folder;
+    return out << conversation.directory;
 }
 
 std::vector<Conversation> conversations() {
@@ -104,7 +104,7 @@ std::vector<Conversation> conversations() {
             for (const auto& name : std::filesystem::directory_iterator(group))
                 all.push_back({std::filesystem::relative(name, captures).string()});
     std::sort(all.begin(), all.end(),
-              [](const Conversation& a, const Conversation& b) { return a.folder < b.folder; });
+              [](const Conversation& a, const Conversation& b) { return a.directory < b.directory; });
     return all;
 }
 

@@ -13,7 +13,7 @@ namespace record {
 
 /** A recorded conversation, given by its directory: group and name. */
 struct Conversation {
-    std::string folder;
+    std::string directory;
 
     /** The arguments of the recorded command: program, URL, namespace, operation and its arguments. */
     std::vector<std::string> command() const;

@@ -61,7 +61,7 @@ public:
         const std::string before = "cookiefile=\"";
         if (m_received.find(before) == std::string::npos)
             return;
-        const std::string path = m_folder.file("cookie");
+        const std::string path = m_directory.file("cookie");
         std::ofstream(path) << textBetween(conversation.sent(), "cookie=\"", "\"");
         ::chmod(path.c_str(), S_IRUSR);
         m_received = replaced(m_received, textBetween(m_received, before, "\""), path);
@@ -70,7 +70,7 @@ public:
     std::string received() const { return m_received; }
 
 private:
-    support::TempDir m_folder;
+    support::TempDir m_directory;
     std::string m_received;
 };
 
@@ -179,7 +179,7 @@ TEST_P(Capture, IsSentAndDecodedAsRecorded) {
 
 INSTANTIATE_TEST_SUITE_P(Conversations, Capture, testing::ValuesIn(record::conversations()),
                          [](const auto& test) {
-                             return std::regex_replace(test.param.folder, std::regex("[^A-Za-z0-9]"), "_");
+                             return std::regex_replace(test.param.directory, std::regex("[^A-Za-z0-9]"), "_");
                          });
 
 TEST(Captures, AreComplete) {

@@ -22,8 +22,8 @@ using record::Conversation;
 std::vector<Conversation> recordedReplies() {
     std::vector<Conversation> chosen;
     for (const Conversation& conversation : record::conversations()) {
-        const bool isXml =
-            conversation.folder.compare(0, 4, "xml-") == 0 || conversation.folder.compare(0, 5, "http-") == 0;
+        const bool isXml = conversation.directory.compare(0, 4, "xml-") == 0 ||
+                           conversation.directory.compare(0, 5, "http-") == 0;
         const std::string received = conversation.received();
         if (isXml && received.find("Content-Encoding") == std::string::npos &&
             received.find("<IRETURNVALUE>") != std::string::npos &&
@@ -91,7 +91,7 @@ TEST_P(RecordedReply, IsDecodedTheSameForAnySizeOfReads) {
 }
 
 std::string testName(const testing::TestParamInfo<Conversation>& info) {
-    std::string result = info.param.folder;
+    std::string result = info.param.directory;
     std::replace_if(
         result.begin(), result.end(), [](char c) { return c == '-' || c == '/'; }, '_');
     return result;

@@ -52,7 +52,7 @@ inline std::string firstLine(const std::string& path) {
 
 /** Runs a body in a child whose object manager is the given one. */
 inline void runAgent(const support::Manager& manager, const std::function<void()>& body) {
-    EXPECT_EQ("", support::inChild(manager.folder().path(), [&] {
+    EXPECT_EQ("", support::inChild(manager.directory().path(), [&] {
                   OWB_URLSet(manager.url().c_str());
                   body();
               }));

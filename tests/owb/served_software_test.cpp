@@ -103,7 +103,7 @@ TEST_F(ServedSoftware, OfAFakeHostMatchesItsFiles) {
 
 TEST_F(ServedSoftware, OfAFakeHostIsClassifiedWithAnyDirectoryName) {
     const support::TempDir directory;
-    const std::string name = "it's a \"folder\"; exit $(exit)\n";
+    const std::string name = "it's a \"directory\"; exit $(exit)\n";
     ProcessTree(directory.file(name + "/proc")).add("2", kernelThread("kthreadd"));
     const std::string program =
         directory.write(name + "/kq/bin/softinv", "#!/bin/sh\necho kthreadd a b Driver\n");

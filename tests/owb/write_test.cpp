@@ -121,7 +121,7 @@ TEST_F(Write, UsersOtherThanRootAndTheServersMayReadButNotWrite) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "needs root, to become another user";
     using std::filesystem::perms;
-    std::filesystem::permissions(manager.folder().path(), perms::owner_all | perms::group_exec);
+    std::filesystem::permissions(manager.directory().path(), perms::owner_all | perms::group_exec);
     run([] { set(systemGroup, {{systemGroup, contact, 0, "ops"}}); });
     run([] {
         const uid_t nobody = 65534;

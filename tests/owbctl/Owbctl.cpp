@@ -29,8 +29,8 @@ std::vector<support::Step> writeOf(const support::Step& before, const support::S
 }
 
 std::string deadUrl() {
-    const support::TempDir folder;
-    return support::urlOf(folder.file("nobody"));
+    const support::TempDir directory;
+    return support::urlOf(directory.file("nobody"));
 }
 
 support::ProgramResult owbctlAt(const std::vector<support::Step>& answers,

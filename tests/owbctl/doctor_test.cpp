@@ -89,9 +89,9 @@ TEST(Doctor, AKilledManagerLeavesASocketWithoutAListener) {
 }
 
 TEST(Doctor, AFileIsReportedAsNotASocket) {
-    const support::TempDir folder;
-    auto checks = checksOf(doctor(support::urlOf(folder.write("file", ""))));
-    EXPECT_EQ(checks["socket"]["finding"], folder.file("file") + ": not a socket");
+    const support::TempDir directory;
+    auto checks = checksOf(doctor(support::urlOf(directory.write("file", ""))));
+    EXPECT_EQ(checks["socket"]["finding"], directory.file("file") + ": not a socket");
     EXPECT_EQ(checks["socket"]["advice"], "Check the path in the URL");
 }
 
@@ -219,34 +219,34 @@ TEST(Doctor, TheClientLibrarysOwnSocketIsNamedByPortOrScheme) {
 }
 
 TEST(Doctor, ANamedPipeAsSwitchIsReportedAndNotRead) {
-    const support::TempDir folder;
-    auto checks = checksOf(shell("cd '" + folder.path() + "'; mkfifo vdxDebug; \"$OWBCTL\" --url " +
+    const support::TempDir directory;
+    auto checks = checksOf(shell("cd '" + directory.path() + "'; mkfifo vdxDebug; \"$OWBCTL\" --url " +
                                  deadUrl() + " doctor -o json --timeout 20"));
     EXPECT_EQ(checks["trace"]["result"], "fail");
     EXPECT_TRUE(holds(checks["trace"]["finding"], "vdxDebug is a named pipe")) << checks["trace"];
 }
 
 TEST(Doctor, ATraceOfAgentsIsReportedWithItsLog) {
-    const support::TempDir folder;
-    const auto finding = [&folder](const std::string& content) {
-        folder.write("vdxDebug", content);
-        return checksOf(
-            shell("cd '" + folder.path() + "'; \"$OWBCTL\" --url " + deadUrl() + " doctor -o json"))["trace"];
+    const support::TempDir directory;
+    const auto finding = [&directory](const std::string& content) {
+        directory.write("vdxDebug", content);
+        return checksOf(shell("cd '" + directory.path() + "'; \"$OWBCTL\" --url " + deadUrl() +
+                              " doctor -o json"))["trace"];
     };
-    const json on = finding(" " + folder.file("log") + " \nmore\n");
+    const json on = finding(" " + directory.file("log") + " \nmore\n");
     EXPECT_EQ(on["result"], "warn");
     EXPECT_TRUE(holds(on["finding"], "on: vdxDebug, of ")) << on;
-    EXPECT_TRUE(holds(on["finding"], ", names " + folder.file("log"))) << on;
+    EXPECT_TRUE(holds(on["finding"], ", names " + directory.file("log"))) << on;
     EXPECT_FALSE(holds(on["finding"], "cannot be written"));
     EXPECT_TRUE(holds(finding("/nowhere/log\n")["finding"], "/nowhere/log, which cannot be written: "));
-    EXPECT_TRUE(holds(finding(folder.path())["finding"], "which cannot be written: Is a directory"));
+    EXPECT_TRUE(holds(finding(directory.path())["finding"], "which cannot be written: Is a directory"));
     EXPECT_EQ(finding("")["result"], "ok") << "a switch without a log";
 }
 
 TEST(Doctor, TheTraceOfTheDoctorIsNotReported) {
-    const support::TempDir folder;
-    const auto checks = checksOf(
-        shell("cd '" + folder.path() + "'; \"$OWBCTL\" --url " + deadUrl() + " doctor -o json --trace log"));
+    const support::TempDir directory;
+    const auto checks = checksOf(shell("cd '" + directory.path() + "'; \"$OWBCTL\" --url " + deadUrl() +
+                                       " doctor -o json --trace log"));
     EXPECT_FALSE(holds(checks.at("trace")["finding"], "log"));
     EXPECT_TRUE(holds(checks.at("manager")["finding"], "SocketException: ")) << "read from the file";
 }

@@ -65,10 +65,10 @@ private:
 class SocketCheck : public testing::Test {
 protected:
     /** Sets the mode of the directory of the socket. */
-    void setDirectoryMode(mode_t mode) const { EXPECT_EQ(0, ::chmod(m_folder.path().c_str(), mode)); }
+    void setDirectoryMode(mode_t mode) const { EXPECT_EQ(0, ::chmod(m_directory.path().c_str(), mode)); }
 
-    const support::TempDir m_folder;
-    const std::string m_path = m_folder.file("socket");
+    const support::TempDir m_directory;
+    const std::string m_path = m_directory.file("socket");
 };
 
 class SocketOfAnotherUser : public SocketCheck {

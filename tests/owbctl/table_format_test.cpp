@@ -13,8 +13,8 @@ using namespace agent;
 namespace {
 
 std::string tableOf(const Group& group) {
-    const support::TempDir folder;
-    return support::inChild(folder.path(), [&group] {
+    const support::TempDir directory;
+    return support::inChild(directory.path(), [&group] {
         Output output;
         TableFormat format(output);
         format.writeGroup(group);

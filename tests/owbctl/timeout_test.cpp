@@ -33,17 +33,17 @@ TEST(Timeout, AWatchEndsAfterItsLastCompleteSample) {
 }
 
 TEST(Timeout, TheTimerRunsBeforeTheFirstTrace) {
-    const support::TempDir folder;
+    const support::TempDir directory;
     const support::ProgramResult result =
-        shell("cd '" + folder.path() + "'; mkfifo vdxDebug; \"$OWBCTL\" groups --timeout 0.2");
+        shell("cd '" + directory.path() + "'; mkfifo vdxDebug; \"$OWBCTL\" groups --timeout 0.2");
     EXPECT_EQ(result.exitCode, 124) << "a named pipe without a writer";
 }
 
 TEST(Timeout, AFullPipeOfMessagesDoesNotBlockTheEnd) {
     const support::ScriptedPeer peer({support::Step::staySilent()});
-    const support::TempDir folder;
+    const support::TempDir directory;
     const support::ProgramResult result =
-        shell("cd '" + folder.path() +
+        shell("cd '" + directory.path() +
               "'; mkfifo pipe; exec 3<>pipe; LC_ALL=C dd if=/dev/zero of=pipe oflag=nonblock; " +
               "\"$OWBCTL\" --url " + peer.url() + " get 4 --timeout 0.2 2>&3");
     EXPECT_EQ(result.exitCode, 124);

@@ -15,18 +15,18 @@ class TraceOption : public testing::Test {
 protected:
     /** Runs a command in its own current directory, with its own directory for temporary files. */
     support::ProgramResult run(const std::string& arguments) const {
-        return shell("cd '" + m_folder.path() + "'; TMPDIR='" + m_temporary.path() + "' \"$OWBCTL\" --url " +
-                     m_peer.url() + " " + arguments);
+        return shell("cd '" + m_directory.path() + "'; TMPDIR='" + m_temporary.path() +
+                     "' \"$OWBCTL\" --url " + m_peer.url() + " " + arguments);
     }
-    std::string log() const { return support::readFile(m_folder.file("my log")); }
+    std::string log() const { return support::readFile(m_directory.file("my log")); }
 
-    support::TempDir m_folder;
+    support::TempDir m_directory;
     support::TempDir m_temporary;
     support::ScriptedPeer m_peer{{instances({})}};
 };
 
 TEST_F(TraceOption, TheFileHoldsTheTraceOfThisCommand) {
-    m_folder.write("my log", "of yesterday\n");
+    m_directory.write("my log", "of yesterday\n");
     const support::ProgramResult result = run("get 14 --trace 'my log'");
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
@@ -38,17 +38,17 @@ TEST_F(TraceOption, TheFileHoldsTheTraceOfThisCommand) {
 TEST_F(TraceOption, TheFileIsReadableByItsOwnerOnly) {
     run("get 14 --trace 'my log'");
     struct stat status;
-    ASSERT_EQ(stat(m_folder.file("my log").c_str(), &status), 0);
+    ASSERT_EQ(stat(m_directory.file("my log").c_str(), &status), 0);
     EXPECT_EQ(status.st_mode & 07777, 0600u) << "the URL may hold a password";
 }
 
 TEST_F(TraceOption, ASwitchFileHasNoEffect) {
-    m_folder.write("vdxDebug", m_folder.file("others") + "\n");
+    m_directory.write("vdxDebug", m_directory.file("others") + "\n");
     run("get 14 --trace 'my log'");
-    EXPECT_FALSE(std::filesystem::exists(m_folder.file("others")));
+    EXPECT_FALSE(std::filesystem::exists(m_directory.file("others")));
     EXPECT_NE(log(), "");
     run("get 14");
-    EXPECT_TRUE(std::filesystem::exists(m_folder.file("others"))) << "it has an effect without the option";
+    EXPECT_TRUE(std::filesystem::exists(m_directory.file("others"))) << "it has an effect without the option";
 }
 
 TEST_F(TraceOption, ADashMeansStandardError) {
@@ -59,9 +59,9 @@ TEST_F(TraceOption, ADashMeansStandardError) {
 
 TEST_F(TraceOption, TraceAndMessagesInOneFileDoNotOverwriteEachOther) {
     const support::ProgramResult result =
-        shell("cd '" + m_folder.path() + "'; \"$OWBCTL\" --url " + deadUrl() + " get 14 --trace - 2>both");
+        shell("cd '" + m_directory.path() + "'; \"$OWBCTL\" --url " + deadUrl() + " get 14 --trace - 2>both");
     EXPECT_EQ(result.exitCode, 15);
-    const std::string both = support::readFile(m_folder.file("both"));
+    const std::string both = support::readFile(m_directory.file("both"));
     EXPECT_NE(both.find(":OWB_URLSet:149: Set URL: '"), std::string::npos) << both;
     EXPECT_NE(both.find("\nowbctl: group 14 (QAV_UDPStatisticalData): no answer"), std::string::npos) << both;
 }
@@ -80,8 +80,8 @@ TEST_F(TraceOption, ADirectoryThatCannotBeCreatedIsReported) {
 
 TEST_F(TraceOption, ARemovedCurrentDirectoryIsNoError) {
     const support::ProgramResult result =
-        shell("mkdir '" + m_folder.file("gone") + "'; cd '" + m_folder.file("gone") + "'; rmdir '" +
-              m_folder.file("gone") + "'; \"$OWBCTL\" --url " + m_peer.url() + " get 14 --trace -");
+        shell("mkdir '" + m_directory.file("gone") + "'; cd '" + m_directory.file("gone") + "'; rmdir '" +
+              m_directory.file("gone") + "'; \"$OWBCTL\" --url " + m_peer.url() + " get 14 --trace -");
     EXPECT_EQ(result.exitCode, 0) << result.err;
 }
 

@@ -22,7 +22,7 @@ using support::TempDir;
 class Fifo {
 public:
     Fifo()
-        : m_path(m_folder.file("fifo")) {
+        : m_path(m_directory.file("fifo")) {
         EXPECT_EQ(0, ::mkfifo(m_path.c_str(), 0600));
         m_end = ::open(m_path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
         EXPECT_LE(0, m_end);
@@ -47,7 +47,7 @@ public:
     }
 
 private:
-    TempDir m_folder;
+    TempDir m_directory;
     std::string m_path;
     int m_end;
 };

@@ -25,9 +25,10 @@ bool hasLeaked() {
 #endif
 }
 
-[[noreturn]] void runBody(const std::string& folder, const std::function<void()>& body, std::FILE* output) {
+[[noreturn]] void runBody(const std::string& directory, const std::function<void()>& body,
+                          std::FILE* output) {
     ::dup2(::fileno(output), STDOUT_FILENO);
-    if (::chdir(folder.c_str()) != 0)
+    if (::chdir(directory.c_str()) != 0)
         ::_exit(2);
     int code = 0;
     try {
@@ -47,7 +48,7 @@ bool hasLeaked() {
 
 } // namespace
 
-std::string inChild(const std::string& folder, const std::function<void()>& body) {
+std::string inChild(const std::string& directory, const std::function<void()>& body) {
     std::FILE* const output = std::tmpfile();
     if (output == nullptr)
         throw std::runtime_error("tmpfile failed");
@@ -56,7 +57,7 @@ std::string inChild(const std::string& folder, const std::function<void()>& body
     if (pid < 0)
         throw std::runtime_error("fork failed");
     if (pid == 0)
-        runBody(folder, body, output);
+        runBody(directory, body, output);
     int status = 0;
     while (::waitpid(pid, &status, 0) < 0 && errno == EINTR) {
     }

@@ -6,11 +6,11 @@
 namespace support {
 
 /**
- * Runs a body in a child process, with a folder as its current directory, and returns what it printed to
+ * Runs a body in a child process, with the given current directory, and returns what it printed to
  * standard output. What the library keeps once a process (the trace switch, the client) begins afresh there.
  * A failed expectation of the body, or a crash, is a failure of the calling test.
  */
-std::string inChild(const std::string& folder, const std::function<void()>& body);
+std::string inChild(const std::string& directory, const std::function<void()>& body);
 
 } // namespace support
 #endif

@@ -82,7 +82,7 @@ INTERPOSE(int, fstat64, (int descriptor, struct stat64* status), noexcept, -1, (
 INTERPOSE(ssize_t, readlink, (const char* path, char* buffer, std::size_t size), noexcept, -1,
           (path, buffer, size))
 INTERPOSE(DIR*, opendir, (const char* path), , nullptr, (path))
-INTERPOSE(dirent64*, readdir64, (DIR * folder), , nullptr, (folder))
+INTERPOSE(dirent64*, readdir64, (DIR * directory), , nullptr, (directory))
 INTERPOSE(ssize_t, recv, (int socket, void* buffer, std::size_t size, int flags), , -1,
           (socket, buffer, transferred(size), flags))
 INTERPOSE(ssize_t, send, (int socket, const void* buffer, std::size_t size, int flags), , -1,

@@ -16,12 +16,12 @@ namespace support {
  */
 inline bool runInFakeLocale(const std::string& name, const std::string& charset,
                             const std::function<void()>& body) {
-    const TempDir folder;
+    const TempDir directory;
     const std::string locale = name + "." + charset;
-    if (runProgram({"/usr/bin/localedef", "-i", name, "-f", charset, folder.file(locale)}).exitCode > 1)
+    if (runProgram({"/usr/bin/localedef", "-i", name, "-f", charset, directory.file(locale)}).exitCode > 1)
         return false;
-    inChild(folder.path(), [&] {
-        ::setenv("LOCPATH", folder.path().c_str(), 1);
+    inChild(directory.path(), [&] {
+        ::setenv("LOCPATH", directory.path().c_str(), 1);
         ASSERT_NE(nullptr, std::setlocale(LC_ALL, locale.c_str())) << locale;
         body();
     });

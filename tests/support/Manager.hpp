@@ -35,12 +35,12 @@ public:
     Daemon& daemon() { return *m_daemon; }
     const std::vector<std::string>& command() const { return m_command; }
     std::string url() const { return urlOf(socketPath()); }
-    std::string socketPath() const { return m_folder.file("socket"); }
-    std::string statePath() const { return m_folder.file("state.json"); }
-    const TempDir& folder() const { return m_folder; }
+    std::string socketPath() const { return m_directory.file("socket"); }
+    std::string statePath() const { return m_directory.file("state.json"); }
+    const TempDir& directory() const { return m_directory; }
 
 private:
-    TempDir m_folder;
+    TempDir m_directory;
     std::vector<std::string> m_command;
     std::unique_ptr<Daemon> m_daemon;
 };

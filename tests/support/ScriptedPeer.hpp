@@ -69,7 +69,7 @@ public:
     std::string url() const;
     /** URL with another scheme, as in "http", and another host or user and host. */
     std::string url(const std::string& scheme, const std::string& host) const;
-    std::string socketPath() const { return m_folder.file("peer"); }
+    std::string socketPath() const { return m_directory.file("peer"); }
     /** Port of TCP; 0 for a Unix-domain socket. */
     unsigned short port() const;
     /** The requests so far, head and body. */
@@ -87,7 +87,7 @@ private:
     bool waitReadable(int descriptor) const;
     bool isStopped(int milliseconds) const;
 
-    TempDir m_folder;
+    TempDir m_directory;
     std::vector<Step> m_steps;
     Listening m_listening;
     int m_listener;

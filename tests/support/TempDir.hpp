@@ -4,7 +4,7 @@
 
 namespace support {
 
-/** A folder of the test's own, removed with all it holds. */
+/** A directory of the test's own, removed with all it holds. */
 class TempDir {
 public:
     TempDir();
@@ -14,7 +14,7 @@ public:
 
     const std::string& path() const { return m_path; }
     std::string file(const std::string& name) const { return m_path + "/" + name; }
-    /** Writes a file below the folder, making the folders on its way; returns its path. */
+    /** Writes a file below the directory, making the directories on its way; returns its path. */
     std::string write(const std::string& name, const std::string& content) const;
 
 private:
