@@ -6,7 +6,7 @@
 
 namespace support {
 
-/** An agent's queue: set up empty, its items freed at the end. */
+/** An agent's queue, initially empty. The destructor frees its items. */
 class AgentQueue {
 public:
     AgentQueue() { setUp(); }
@@ -30,7 +30,7 @@ public:
         setUp();
     }
 
-    /** What the agent's own word holds. */
+    /** The value of the head's field that belongs to the agent. */
     static const long agentWord = 0x5a5a5a5a;
 
 private:

@@ -16,7 +16,7 @@
 namespace support {
 namespace {
 
-// A child ends without the exit handlers of its parent, the leak checker's among them.
+// A child must not run the exit handlers of its parent, such as the leak checker.
 bool hasLeaked() {
 #ifdef __SANITIZE_ADDRESS__
     return __lsan_do_recoverable_leak_check() != 0;

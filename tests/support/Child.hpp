@@ -6,9 +6,9 @@
 namespace support {
 
 /**
- * Runs a body in a child process, with the given current directory, and returns what it printed to
- * standard output. What the library keeps once a process (the trace switch, the client) begins afresh there.
- * A failed expectation of the body, or a crash, is a failure of the calling test.
+ * Runs a body in a child process with the given current directory. Returns its standard output. The state
+ * that the library keeps for each process (the trace switch, the client) is new in the child. A failed
+ * expectation or a crash of the body fails the calling test.
  */
 std::string inChild(const std::string& directory, const std::function<void()>& body);
 

@@ -5,8 +5,8 @@
 namespace support {
 
 /**
- * The file that stands for /tmp/vdxDebug in this program, so that no test depends on what lies in /tmp. None
- * unless a test names one.
+ * The file that this program opens instead of /tmp/vdxDebug, so that no test depends on the contents of /tmp.
+ * Empty: there is no such file.
  */
 extern std::string commonSwitch;
 

@@ -12,8 +12,8 @@
 
 namespace support {
 
-/** Compiles a locale and runs the body in a child with it; false where localedef or its sources are missing.
- */
+/** Compiles a locale and runs the body in a child that uses it. Returns false if localedef or its sources are
+ * missing. */
 inline bool runInFakeLocale(const std::string& name, const std::string& charset,
                             const std::function<void()>& body) {
     const TempDir directory;

@@ -13,7 +13,7 @@ struct HttpReply {
     std::string bytes;
     unsigned status = 0;
     std::string reason;
-    /** Without the lines of the chunks. */
+    /** Without the chunk framing. */
     std::string body;
 
     bool hasLine(const std::string& line) const {
@@ -21,12 +21,12 @@ struct HttpReply {
     }
 };
 
-/** A client of an HTTP server. Each wait for the server fails after some seconds, with an exception. */
+/** A client of an HTTP server. Each wait for the server times out after some seconds with an exception. */
 class HttpClient {
 public:
     /** Connects to a Unix-domain socket. */
     explicit HttpClient(const std::string& socketPath);
-    /** Connects to a port of the loopback address, of IPv4 or of IPv6. */
+    /** Connects to a port of the loopback address: AF_INET or AF_INET6. */
     explicit HttpClient(std::uint16_t port, int family = AF_INET);
     /** Owns a connected socket. */
     explicit HttpClient(int descriptor);

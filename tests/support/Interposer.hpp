@@ -14,8 +14,8 @@ Function* next(const char* name) {
 
 } // namespace support::calls
 
-/** Defines an interposer: a function with the name of one of the C library's, which fails when it is its turn
- * and calls the C library's otherwise. */
+/** Defines an interposer: a function with the name of a function of the C library. It fails if this call is
+ * the one to fail, and calls the original otherwise. */
 #define INTERPOSE(Result, name, parameters, specifier, failure, arguments)                                   \
     extern "C" __attribute__((visibility("default"))) Result name parameters specifier {                     \
         static const auto real = support::calls::next<Result parameters>(#name);                             \

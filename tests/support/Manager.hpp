@@ -11,22 +11,22 @@
 
 namespace support {
 
-/** The real object manager, with a socket and a state file of its own. It is ready when it is made. */
+/** The real object manager, with its own socket and state file. The constructor waits until it is ready. */
 class Manager {
 public:
-    /** @param options of its command line besides socket and state file */
+    /** @param options command-line options in addition to the socket and the state file */
     explicit Manager(std::vector<std::string> options = {})
         : m_command({OWBCIMOMD, "--socket", socketPath(), "--state", statePath()}) {
         m_command.insert(m_command.end(), options.begin(), options.end());
         start();
     }
 
-    /** Starts it again, behind end(). */
+    /** Restarts it after end(). */
     void start() {
         m_daemon = std::make_unique<Daemon>(m_command);
         EXPECT_EQ("owbcimomd: ready on " + socketPath(), m_daemon->nextErrorLine());
     }
-    /** Ends it by a signal and returns its exit code as in ProgramResult. */
+    /** Sends a signal, waits for the exit and returns the exit code as in ProgramResult. */
     int end(int signal) {
         m_daemon->signal(signal);
         return m_daemon->wait();

@@ -26,10 +26,10 @@ struct Pipe {
     }
 };
 
-pid_t start(const std::vector<std::string>& words, int out, int err) {
+pid_t start(const std::vector<std::string>& command, int out, int err) {
     std::vector<char*> arguments;
-    for (const std::string& word : words)
-        arguments.push_back(const_cast<char*>(word.c_str()));
+    for (const std::string& argument : command)
+        arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
     const pid_t pid = ::fork();
     if (pid < 0)
@@ -57,7 +57,7 @@ int waitFor(pid_t pid) {
     return exitCodeOf(status);
 }
 
-// Reads both pipes to their ends, whichever has something.
+// Reads both pipes to their ends, in the order in which data arrives.
 void readBoth(int outPipe, int errPipe, ProgramResult& result) {
     pollfd waiting[] = {{outPipe, POLLIN, 0}, {errPipe, POLLIN, 0}};
     std::string* const texts[] = {&result.out, &result.err};
@@ -82,11 +82,11 @@ void readBoth(int outPipe, int errPipe, ProgramResult& result) {
 
 } // namespace
 
-ProgramResult runProgram(const std::vector<std::string>& words) {
+ProgramResult runProgram(const std::vector<std::string>& command) {
     Pipe out;
     Pipe err;
     ProgramResult result{};
-    const pid_t pid = start(words, out.ends[1], err.ends[1]);
+    const pid_t pid = start(command, out.ends[1], err.ends[1]);
     ::close(out.ends[1]);
     ::close(err.ends[1]);
     readBoth(out.ends[0], err.ends[0], result);
@@ -101,9 +101,9 @@ std::string withoutTime(const std::string& line) {
     return std::regex_replace(line, time, "");
 }
 
-Daemon::Daemon(const std::vector<std::string>& words) {
+Daemon::Daemon(const std::vector<std::string>& command) {
     Pipe err;
-    m_pid = start(words, -1, err.ends[1]);
+    m_pid = start(command, -1, err.ends[1]);
     ::close(err.ends[1]);
     m_errors = err.ends[0];
 }

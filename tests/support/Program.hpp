@@ -13,26 +13,26 @@ struct ProgramResult {
     std::string err;
 };
 
-/** Runs a program to its end, without standard input. The first word is its path. */
-ProgramResult runProgram(const std::vector<std::string>& words);
+/** Runs a program to its end, without standard input. The first element of the command is its path. */
+ProgramResult runProgram(const std::vector<std::string>& command);
 
-/** A line of the object manager's log without the time that it begins with. */
+/** A line of the object manager's log without its leading time. */
 std::string withoutTime(const std::string& line);
 
-/** A program that runs until it is told to stop; killed when still running at the end. Its error output is
- * kept. */
+/** A program that runs until it receives a signal. The destructor kills it if it still runs. Its standard
+ * error is a pipe. */
 class Daemon {
 public:
-    explicit Daemon(const std::vector<std::string>& words);
+    explicit Daemon(const std::vector<std::string>& command);
     ~Daemon();
     Daemon(const Daemon&) = delete;
     Daemon& operator=(const Daemon&) = delete;
 
-    /** Waits for the next line of its error output; "" when it has ended, another text when none comes for a
-     * minute. Without the line end and the time, see withoutTime(). */
+    /** Waits for the next line on standard error. Returns it without line end and time (see withoutTime()),
+     * "" at the end of the output, or "(no line within a minute)". */
     std::string nextErrorLine();
     void signal(int number) const;
-    /** Waits for its end; the exit code as in ProgramResult. */
+    /** Waits for its end. Returns the exit code as in ProgramResult. */
     int wait();
     pid_t pid() const { return m_pid; }
 

@@ -43,7 +43,7 @@ int listenOn(Listening listening, const std::string& path) {
     return listenOn(address);
 }
 
-// Length of the first whole request in the bytes, 0 when there is none yet.
+// Length of the first request in the bytes; 0 if it is incomplete.
 std::size_t requestLength(const std::string& bytes) {
     const std::size_t headEnd = bytes.find("\r\n\r\n");
     if (headEnd == std::string::npos)
@@ -55,8 +55,8 @@ std::size_t requestLength(const std::string& bytes) {
     return bytes.size() >= length ? length : 0;
 }
 
-// Whether the client has not taken all that was sent to it on a Unix-domain socket.
-bool isUntaken(int connection) {
+// Whether the client has not read everything that was sent to it on a Unix-domain socket.
+bool isUnread(int connection) {
     int left = 0;
     return ::ioctl(connection, SIOCOUTQ, &left) == 0 && left > 0;
 }
@@ -85,8 +85,8 @@ ScriptedPeer::ScriptedPeer(std::vector<Step> steps, Listening listening)
     , m_listener(listenOn(listening, socketPath())) {
     if (::pipe(m_stop) != 0)
         throw std::runtime_error("pipe failed");
-    // Tests fork. A thread that is still starting may hold a lock of the C library, which then nobody frees
-    // in the child.
+    // Tests fork. A thread that is still starting may hold a lock of the C library, which then stays locked
+    // in the child. So wait until the thread runs.
     std::promise<void> started;
     const std::future<void> isRunning = started.get_future();
     m_thread = std::thread([this, promise = std::move(started)]() mutable {
@@ -113,7 +113,7 @@ std::string ScriptedPeer::url(const std::string& scheme, const std::string& host
 }
 
 unsigned short ScriptedPeer::port() const {
-    sockaddr_in6 address{}; // its port stands where that of sockaddr_in does
+    sockaddr_in6 address{}; // has its port at the same offset as sockaddr_in
     socklen_t size = sizeof address;
     ::getsockname(m_listener, reinterpret_cast<sockaddr*>(&address), &size);
     return m_listening == Listening::unixDomain ? 0 : ntohs(address.sin6_port);
@@ -134,7 +134,7 @@ void ScriptedPeer::awaitEnds(unsigned count) {
     m_hasEnded.wait(lock, [this, count] { return m_ended >= count; });
 }
 
-// False when the peer is to stop.
+// Returns false if the peer must stop.
 bool ScriptedPeer::waitReadable(int descriptor) const {
     pollfd waiting[] = {{descriptor, POLLIN, 0}, {m_stop[0], POLLIN, 0}};
     while (::poll(waiting, 2, -1) < 0) {
@@ -182,7 +182,7 @@ void ScriptedPeer::serve(int connection) {
     }
 }
 
-// False when the connection is to be closed.
+// Returns false if the connection must be closed.
 bool ScriptedPeer::carryOut(const Step& step, int connection) const {
     bool isListening = send(connection, step.reply, step.endless.empty() ? step.pace : Step::Pace::atOnce);
     while (isListening && !step.endless.empty())
@@ -192,7 +192,7 @@ bool ScriptedPeer::carryOut(const Step& step, int connection) const {
     return isListening && step.then == Step::Then::keepOpen;
 }
 
-// False when the client has gone, which is its right, or when the peer is to stop.
+// Returns false if the client has disconnected, which is allowed, or if the peer must stop.
 bool ScriptedPeer::send(int connection, const std::string& bytes, Step::Pace pace) const {
     std::size_t sent = 0;
     while (sent < bytes.size()) {
@@ -201,7 +201,7 @@ bool ScriptedPeer::send(int connection, const std::string& bytes, Step::Pace pac
         if (n <= 0 || (pace == Step::Pace::drop && isStopped(2)))
             return false;
         sent += static_cast<std::size_t>(n);
-        while (pace == Step::Pace::byteByByte && isUntaken(connection))
+        while (pace == Step::Pace::byteByByte && isUnread(connection))
             if (isStopped(0))
                 return false;
     }

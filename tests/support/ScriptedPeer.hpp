@@ -10,11 +10,11 @@
 
 namespace support {
 
-/** What a scripted peer does when a whole request has arrived. */
+/** The reaction of a scripted peer to a complete request. */
 struct Step {
     enum class Pace {
         atOnce,
-        /** A byte at a time, the next when the client has taken the one before. */
+        /** A byte at a time; the next one when the client has read the previous one. */
         byteByByte,
         /** A byte every few milliseconds. */
         drop
@@ -22,15 +22,15 @@ struct Step {
     enum class Then {
         keepOpen,
         close,
-        /** Ends the connection so that the client sees it reset (TCP). */
+        /** Resets the connection (TCP). */
         reset
     };
 
-    /** Sent as it stands; may be empty. */
+    /** Sent unchanged; may be empty. */
     std::string reply;
     Then then = Then::keepOpen;
     Pace pace = Pace::atOnce;
-    /** Sent again and again after the reply until the client goes. The pace is then that of this alone. */
+    /** Repeated after the reply until the client disconnects, if not empty. Only this is then paced. */
     std::string endless = {};
 
     static Step answer(std::string reply) { return {std::move(reply)}; }
@@ -46,7 +46,7 @@ struct Step {
     }
     static Step close() { return {"", Then::close}; }
     static Step reset() { return {"", Then::reset}; }
-    /** Says nothing and keeps the connection. */
+    /** Sends nothing and keeps the connection open. */
     static Step staySilent() { return {""}; }
 };
 
@@ -54,9 +54,9 @@ struct Step {
 enum class Listening { unixDomain, ipv4, ipv6 };
 
 /**
- * Listens on a socket of its own, a Unix-domain socket or a loopback port, and plays an object manager: the
- * n-th request is answered with the n-th step, whichever connection it comes on; the last step serves all
- * further requests. One connection at a time.
+ * A fake object manager on its own socket, a Unix-domain socket or a loopback port. It answers the n-th
+ * request with the n-th step, counted over all connections, and all further requests with the last step. It
+ * serves one connection at a time.
  */
 class ScriptedPeer {
 public:
@@ -67,16 +67,17 @@ public:
 
     /** URL that reaches the peer by the binary protocol. */
     std::string url() const;
-    /** URL with another scheme, as in "http", and another host or user and host. */
+    /** URL with the given scheme, such as "http", and host. The host may include a user:
+     * "user:password@host". */
     std::string url(const std::string& scheme, const std::string& host) const;
     std::string socketPath() const { return m_directory.file("peer"); }
-    /** Port of TCP; 0 for a Unix-domain socket. */
+    /** TCP port; 0 for a Unix-domain socket. */
     unsigned short port() const;
-    /** The requests so far, head and body. */
+    /** The requests so far, each with head and body. */
     std::vector<std::string> requests() const;
     /** Number of connections so far. */
     unsigned connections() const;
-    /** Waits until as many connections have ended. */
+    /** Waits until `count` connections have ended. */
     void awaitEnds(unsigned count);
 
 private:

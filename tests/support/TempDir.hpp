@@ -4,7 +4,7 @@
 
 namespace support {
 
-/** A directory of the test's own, removed with all it holds. */
+/** A new temporary directory. The destructor removes it with its contents. */
 class TempDir {
 public:
     TempDir();
@@ -14,14 +14,14 @@ public:
 
     const std::string& path() const { return m_path; }
     std::string file(const std::string& name) const { return m_path + "/" + name; }
-    /** Writes a file below the directory, making the directories on its way; returns its path. */
+    /** Writes a file below the directory and creates missing directories. Returns the path of the file. */
     std::string write(const std::string& name, const std::string& content) const;
 
 private:
     std::string m_path;
 };
 
-/** Content of a file; throws std::runtime_error when it cannot be read. */
+/** The content of a file. Throws std::runtime_error if it cannot be read. */
 std::string readFile(const std::string& path);
 
 } // namespace support

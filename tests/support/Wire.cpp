@@ -3,7 +3,7 @@
 namespace support::wire {
 namespace {
 
-const char crlf[] = "\r\n"; // no object: replies are built before main() too
+const char crlf[] = "\r\n"; // not a std::string: replies are also built before main()
 
 std::string hex(std::size_t value) {
     static const char digits[] = "0123456789abcdef";

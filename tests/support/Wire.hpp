@@ -4,8 +4,8 @@
 #include <vector>
 
 /**
- * Writes what an object manager sends, and what it is to receive, byte by byte and without the library's own
- * encoder, so that the one is checked against the other.
+ * Builds the bytes that an object manager sends and the bytes that it must receive. It shares no code with
+ * the encoder of the library, so that a test compares two independent encoders.
  */
 namespace support::wire {
 
@@ -13,7 +13,7 @@ namespace support::wire {
 std::string number(std::size_t value);
 std::string text(const std::string& value);
 
-/** The lowest bytes of a number, the most significant first. */
+/** The lowest `bytes` bytes of a number, most significant byte first. */
 std::string bigEndian(unsigned long long value, unsigned bytes);
 
 // Numbers of the CIM types.
@@ -54,23 +54,23 @@ std::string instance(const std::string& className, const std::vector<std::string
 std::string objectPath(const std::string& nameSpace, const std::string& url, const std::string& className,
                        const std::vector<std::string>& keys);
 
-// Bodies of requests in the namespace root/cimv2 that ask for all properties. Their counts and lengths are
-// right below 128 only; a client writes larger ones in fewer bytes.
+// Bodies of requests in the namespace root/cimv2 that ask for all properties. Counts and lengths must be
+// below 128: a client writes larger ones in fewer bytes.
 /** An enumeration of a class and its subclasses, without qualifiers and class origin. */
 std::string enumerateRequest(const std::string& className);
 /** A read of one instance, without qualifiers and class origin. */
 std::string getRequest(const std::string& path);
-/** A modification that says that it brings qualifiers. */
+/** A modification whose flags say that it includes qualifiers. */
 std::string modifyRequest(const std::string& instance);
 
-/** The body of a good answer to an enumeration. */
+/** The body of a successful answer to an enumeration. */
 std::string enumeration(const std::vector<std::string>& instances);
 
-/** A good answer around a body, chunked; the trailers are whole lines without their ends. */
+/** A successful answer with a chunked body. The trailers are lines without line ends. */
 std::string chunkedReply(const std::string& body, const std::vector<std::string>& trailers = {});
 /** The answer to a request that ended in a CIM error. */
 std::string cimErrorReply(int code, const std::string& description);
-/** An answer with a Content-Length. */
+/** A successful answer with a Content-Length. */
 std::string plainReply(const std::string& body);
 /** An answer with another status and no body. */
 std::string statusReply(const std::string& status, const std::vector<std::string>& headers = {});

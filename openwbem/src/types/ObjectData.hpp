@@ -1,6 +1,6 @@
 #ifndef OPENWBEM_OBJECT_DATA_HPP_INCLUDED
 #define OPENWBEM_OBJECT_DATA_HPP_INCLUDED
-// The data behind the handles of CIM objects, and access to it for code of this library.
+// The data that handles of CIM objects refer to, and access to it for code of this library.
 
 #include "OW_CIMClass.hpp"
 #include "OW_CIMDateTime.hpp"
