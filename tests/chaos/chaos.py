@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Many hostile clients, and honest clients at the same time; scripts/chaos runs it.
+"""Runs many hostile clients and some honest clients at the same time. scripts/chaos runs it.
 
-Fails when the object manager dies or ends otherwise than well, an honest client gets no answer or gets it late, or
+Fails if the object manager crashes or exits with an error, if an honest client gets no answer or a late one, or if
 memory or descriptors grow.
 """
 import argparse
@@ -78,13 +78,13 @@ class Manager:
             return next(int(line.split()[1]) for line in file if line.startswith("VmRSS:"))
 
     def end(self):
-        """The exit status."""
+        """Terminates it and returns its exit status."""
         self.process.send_signal(signal.SIGTERM)
         return self.process.wait(60)
 
 
 def started(target, *arguments):
-    """A process, and the end of the pipe from which its result comes."""
+    """Starts a process. Returns it and the reading end of the pipe for its result."""
     receiving, sending = multiprocessing.Pipe(False)
     process = multiprocessing.Process(target=target, args=(sending, *arguments))
     process.start()
@@ -110,14 +110,14 @@ class Phase:
         honest_clients = started(honest.run, manager, end)
         self.answers = result(*honest_clients)
         if isinstance(self.answers, str):
-            hostile_clients[0].terminate() # the test has failed
+            hostile_clients[0].terminate() # the test has failed: do not wait
         self.connections = result(*hostile_clients)
         self.fault = next((each for each in (self.answers, self.connections) if isinstance(each, str)), None)
         self.slowest = 1000 * self.answers[-1] if not self.fault else None
 
 
 def settled_descriptors(manager, wanted):
-    """The number of descriptors, once it is the expected one or after 20 s."""
+    """The number of descriptors, as soon as it is the expected one or after 20 s."""
     end = time.monotonic() + 20
     while manager.descriptors() != wanted and time.monotonic() < end:
         time.sleep(0.1)

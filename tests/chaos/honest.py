@@ -18,7 +18,7 @@ def connect(manager, is_local):
 
 
 def exchange(connection, request):
-    """Returns the reply to a request; it has a length."""
+    """Returns the reply to a request. The reply must have a Content-Length."""
     connection.sendall(request)
     reply = b""
     while True:
@@ -34,7 +34,7 @@ def exchange(connection, request):
 
 
 def timed(manager, kept, is_local, request):
-    """Seconds until the answer, including that of a new connection."""
+    """Seconds until the answer, including the time to connect if the connection is new."""
     begin = time.monotonic()
     connection = kept or connect(manager, is_local)
     reply = exchange(connection, request)
@@ -47,8 +47,8 @@ def timed(manager, kept, is_local, request):
 
 
 def run(pipe, manager, end):
-    """Asks until a time, over both sockets, both protocols, kept and new connections. Sends the seconds that the
-    answers took, sorted, or what went wrong."""
+    """Sends requests until the end time, over both sockets, both protocols, kept and new connections. Writes the
+    response times in seconds, sorted, or the error message to the pipe."""
     try:
         kept = {is_local: connect(manager, is_local) for is_local in (True, False)}
         times = []

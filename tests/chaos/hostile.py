@@ -14,7 +14,7 @@ RECORDED = messages.recorded()
 
 
 class Client:
-    """One connection. What it sends is all that matters; it reads only so that the peer goes on."""
+    """One connection. It ignores the replies, and reads them only so that the peer continues."""
 
     def __init__(self, dice, reader, writer):
         self.dice = dice
@@ -60,7 +60,7 @@ class Client:
             await self.send(piece)
         await self.read_all()
 
-    async def bent(self):
+    async def mutated(self):
         data = bytearray(self.request() if self.dice.random() < 0.8 else messages.chunked(self.request(), 20))
         for _ in range(self.dice.randint(1, 3)):
             data[self.dice.randrange(len(data))] ^= 1 << self.dice.randrange(8)
@@ -108,7 +108,7 @@ class Client:
 
 
 # Relative frequency and action.
-WAYS = ((5, Client.in_pieces), (5, Client.in_chunks), (3, Client.last_chunk), (10, Client.bent), (5, Client.cut),
+WAYS = ((5, Client.in_pieces), (5, Client.in_chunks), (3, Client.last_chunk), (10, Client.mutated), (5, Client.cut),
         (3, Client.drip), (2, Client.slow_reader), (2, Client.pipeline), (5, Client.junk),
         (1, Client.wrong_login), (2, Client.silence))
 
@@ -120,13 +120,13 @@ async def connect(dice, manager):
 
 
 async def one_after_the_other(dice, manager, ways, end):
-    """Makes one connection after the other until a time; returns their number."""
+    """Makes one connection after the other until the end time. Returns their number."""
     weights = [weight for weight, _ in ways]
     count = 0
     while time.monotonic() < end:
         try:
             reader, writer = await connect(dice, manager)
-        except OSError: # out of places: the honest clients tell whether anybody else is
+        except OSError: # connection limit reached: the honest clients measure whether this affects them
             await asyncio.sleep(0.1)
             continue
         count += 1
@@ -146,6 +146,6 @@ async def all_at_once(seed, manager, ways, clients, end):
 
 
 def run(pipe, seed, manager, ways, clients, end):
-    """A process of many clients. Sends the number of connections that they made."""
-    os.nice(10) # hostile clients stand for other machines: honest clients must get the processor first
+    """Runs many clients. Writes the number of their connections to the pipe."""
+    os.nice(10) # real hostile clients run on other machines and do not compete for this processor
     pipe.send(asyncio.run(all_at_once(seed, manager, ways, clients, end)))

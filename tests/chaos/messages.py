@@ -1,4 +1,4 @@
-"""Requests that clients send: recorded ones, and some for the classes of the object manager under test."""
+"""Requests of clients: the recorded ones, and requests for classes of the object manager under test."""
 import glob
 import os
 
@@ -6,7 +6,7 @@ CAPTURES = os.path.join(os.path.dirname(os.path.abspath(__file__)), "../data/cap
 
 
 def recorded():
-    """Each request of the recorded conversations, once."""
+    """The distinct requests of the recorded conversations, sorted."""
     all_requests = set()
     for path in glob.glob(CAPTURES + "/*/*/c2s.bin"):
         with open(path, "rb") as file:
@@ -33,7 +33,7 @@ def xml_enumeration(class_name, lines=b""):
 
 
 def binary_enumeration(class_name):
-    """The recorded enumeration of another class, under a head that asks for a reply with a length."""
+    """The recorded enumeration with another class, and a head that makes the reply have a Content-Length."""
     with open(CAPTURES + "/ow-uds-anon/enum_OperatingSystem/c2s.bin", "rb") as file:
         body = file.read().partition(b"\r\n\r\n")[2]
     name = b"QAV_OperatingSystem"
