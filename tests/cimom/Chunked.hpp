@@ -5,21 +5,21 @@
 #include <string_view>
 #include <vector>
 
-/** What may be added to the lines of chunks (RFC 9112, 7.1). */
+/** Optional parts of the chunk framing (RFC 9112, 7.1). */
 struct ChunkLines {
     const char* zeros = "";
     const char* extensions = "";
-    /** Lines behind the last chunk, each with its end. */
+    /** Lines after the last chunk, each with its line end. */
     const char* trailers = "";
 };
 
-/** One chunk; without data the last one, and the trailers. */
+/** One chunk. Empty data make the last chunk, with the trailers. */
 std::string chunk(std::string_view data, const ChunkLines& lines = {});
 
-/** A request whose head tells the length of its body, with the body in chunks of a size. */
+/** The chunked form of a request with a Content-Length. `size` is the length of a chunk in bytes. */
 std::string chunkedRequest(std::string_view request, std::size_t size, const ChunkLines& lines = {});
 
-/** The pieces that a text falls into, all of the same size but the last. */
+/** Splits a text into pieces of the given size; the last one may be shorter. */
 std::vector<std::string_view> piecesOf(std::string_view text, std::size_t size);
 
 #endif

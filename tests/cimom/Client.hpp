@@ -13,14 +13,14 @@ using Reply = support::HttpReply;
 std::string enumerateBody(const std::string& className, const std::string& nameSpace = "root/cimv2");
 /** The same for the listed properties. */
 std::string enumerateBody(const std::string& className, const std::vector<std::string>& properties);
-/** The body of a request in the given version for an operation without arguments but the namespace. */
+/** The body of a request in the given version for an operation whose only argument is the namespace. */
 std::string operationBody(unsigned operation, unsigned version = 3000008);
 
-/** A request whose client takes trailers. Further lines of the head may be given, each with its end. */
+/** A request of a client that accepts trailers. `lines` are further header lines, each with its line end. */
 std::string httpRequest(const std::string& body, const std::string& lines = "TE: trailers\r\n",
                         const std::string& method = "M-POST");
 
-/** A request in CIM-XML for an operation with arguments, as one IPARAMVALUE after the other. */
+/** A request in CIM-XML for an operation. The arguments are IPARAMVALUE elements. */
 std::string xmlRequest(const std::string& operation, const std::string& arguments,
                        const std::string& lines = "");
 

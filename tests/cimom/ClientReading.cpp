@@ -65,7 +65,7 @@ void readError(binary::Reader& in, unsigned code) {
     in.string();
 }
 
-/** The number of a message that a client may have given it. */
+/** The message ID as a number; nothing if no client writes an ID in this form. */
 std::optional<UInt32> numberOf(const std::string& messageId) {
     UInt32 id = 0;
     const char* const end = messageId.data() + messageId.size();
@@ -93,7 +93,7 @@ void readXml(const std::string& body, UInt32 id, const std::string& operation) {
 
 void readAsBinaryClient(const cimom::OperationReply& reply) {
     if (reply.body.empty() && !reply.error)
-        return; // to an operation that has no name
+        return; // the operation has no name
     try {
         binary::Reader in(reply.body.data(), reply.body.size());
         if (reply.error) {
@@ -103,7 +103,7 @@ void readAsBinaryClient(const cimom::OperationReply& reply) {
             readResult(in, reply.title.substr(0, reply.title.find(' ')));
         }
         if (!in.atEnd())
-            throw std::logic_error("bytes behind the end");
+            throw std::logic_error("bytes after the end");
     } catch (const Exception& e) {
         throw std::logic_error(std::string("no sense: ") + e.getMessage());
     }

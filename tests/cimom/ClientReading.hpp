@@ -5,13 +5,12 @@
 #include <string>
 #include <string_view>
 
-// Read the whole body of a handler's reply by what the client library reads replies with. Throw
-// std::logic_error when that makes anything else of it than the handler means: another error, none, or no
-// sense.
+// These functions read the whole body of a handler's reply with the decoders of the client library. They
+// throw std::logic_error if the decoders cannot read it, or find another error than the reply contains.
 
 void readAsBinaryClient(const cimom::OperationReply& reply);
-/** @param request the document that is answered. When no client writes its message ID, or the name of its
- * operation, the reply is left alone. */
+/** Ignores the reply if no client would send this message ID or operation name.
+ * @param request the document that the reply answers */
 void readAsXmlClient(const cimom::OperationReply& reply, std::string_view request);
 
 #endif

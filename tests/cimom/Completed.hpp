@@ -2,7 +2,7 @@
 #define TESTS_CIMOM_COMPLETED_HPP
 #include "protocol/Handler.hpp"
 
-/** A reply whose body is whole. */
+/** A reply with its complete body. */
 inline cimom::OperationReply completed(cimom::OperationReply reply) {
     while (reply.more && reply.more->appendNext(reply.body)) {
     }

@@ -4,7 +4,7 @@
 
 #include <string>
 
-/** "<code> <description>" of the CIM error that an action ends in. */
+/** "<code> <description>" of the CIM error that an action throws. */
 template <class Action>
 std::string cimErrorOf(Action action) {
     try {

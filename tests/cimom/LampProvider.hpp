@@ -30,7 +30,7 @@ inline cimom::Provider lampProvider(const std::vector<std::string>& colours) {
     return {&lampClass, [colours] { return cimom::eachOf(colours, lampInstance); }};
 }
 
-/** A class of one instance with two keys, of which one is a number. */
+/** A class of one instance with two keys, one of them a number. */
 inline const cimom::ClassDeclaration socketClass{
     "QAV_Socket",
     {{"Wall", OpenWBEM::CIMDataType::STRING, cimom::Role::key},

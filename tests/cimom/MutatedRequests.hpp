@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-/** The requests of all recorded conversations with their heads: one for each body, and all with a login. */
+/** Recorded requests with their heads: one for each distinct body, and every request with a login. */
 std::vector<std::string> recordedRequests();
 
 /** Random numbers, the same in each run and on each machine. */

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-/** A test with an object manager of its own, which is ready and serves an invented host. */
+/** A test with its own object manager, which is ready and serves a fake host. */
 class RunningDaemon : public ::testing::Test {
 protected:
     RunningDaemon()

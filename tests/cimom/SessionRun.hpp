@@ -16,8 +16,7 @@
 #include <utility>
 #include <vector>
 
-/** Runs sessions, one after the other, each with a client that sends bytes, shuts its sending side and reads.
- */
+/** Runs sessions one after the other. Each client sends bytes, shuts down its sending side and reads. */
 class SessionRun {
 public:
     /** @param manager must outlive this object */
@@ -25,9 +24,9 @@ public:
         : m_manager(manager) {}
 
     /**
-     * All that a client receives for what it sends, up to the end of the connection. The session reads each
-     * piece, and does all that it can, before the next piece arrives. Throws std::logic_error if the
-     * connection has ended but the session has not, or if the session blocks.
+     * Everything that a client receives up to the end of the connection. The session reads and processes each
+     * piece before the next one arrives. Throws std::logic_error if the connection has ended but the session
+     * has not, or if the session blocks.
      */
     std::string answerTo(const std::vector<std::string_view>& pieces) {
         cimom::HttpService service(m_manager); // a new one counts its replies from 1
@@ -65,13 +64,13 @@ private:
             while (!bytes.empty() && !m_isClosed) {
                 const ssize_t size = ::send(m_ends[0], bytes.data(), bytes.size(), MSG_NOSIGNAL);
                 if (size < 0 && errno != EAGAIN)
-                    return; // the session takes no more
+                    return; // the session has stopped reading
                 bytes.remove_prefix(size > 0 ? static_cast<std::size_t>(size) : 0);
                 if (!work() && size < 0)
                     throw std::logic_error("the session does not read");
             }
         }
-        /** Shuts the sending side, and waits for the end of the connection. */
+        /** Shuts down the sending side and waits for the end of the connection. */
         void finish() {
             ::shutdown(m_ends[0], SHUT_WR);
             while (!m_isClosed) {
@@ -83,7 +82,7 @@ private:
         const std::string& received() const { return m_received; }
 
     private:
-        /** Runs the session as far as possible, and receives what it sends. False if it has done nothing. */
+        /** Runs the session as far as possible and receives its output. Returns whether it did anything. */
         bool work() {
             bool isBusy = false;
             while (poll() || receive())

@@ -11,10 +11,10 @@
 #include <string>
 #include <vector>
 
-/** A test that starts object managers with options of its own. */
+/** A test that starts object managers with its own options. */
 class StartedDaemon : public ::testing::Test {
 protected:
-    /** Starts one; it is ready then. */
+    /** Starts an object manager and waits until it is ready. */
     void start(const std::vector<std::string>& options = {}) {
         std::vector<std::string> command = {OWBCIMOMD, "--socket", socketPath(), "--state",
                                             m_directory.file("state")};
@@ -30,7 +30,7 @@ protected:
     support::Daemon& daemon() { return *m_daemon; }
     const support::TempDir& directory() const { return m_directory; }
     std::string socketPath() const { return m_directory.file("socket"); }
-    /** Where it listens on the network, if it has been told to: the last of its ports. */
+    /** The last TCP port on which it listens; 0 if there is none. */
     std::uint16_t port() const { return m_port; }
     /** A value in kB of /proc/<pid>/status of the object manager. */
     long status(const std::string& field) {
@@ -43,7 +43,7 @@ protected:
         return 0;
     }
 
-    /** A directory of site files whose QAV_System has as many instances more. */
+    /** A directory of site files with `count` additional instances of QAV_System. */
     std::string systems(std::size_t count) const {
         std::string all;
         for (std::size_t i = 0; i < count; ++i)
@@ -53,7 +53,7 @@ protected:
         m_directory.write("site/systems.json", "{\"QAV_System\": [" + all + "]}");
         return m_directory.file("site");
     }
-    /** Number of instances of QAV_System that a client is told. */
+    /** The number of instances of QAV_System that a client receives. */
     std::size_t count(Client& client) const {
         return instancesIn(client.exchange(httpRequest(enumerateBody("QAV_System"))).body).size();
     }

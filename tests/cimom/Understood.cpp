@@ -12,7 +12,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-/** A connection on which bytes have come, and then the end. */
+/** A connection that delivers the given bytes and then ends. */
 class Received : public Stream {
 public:
     explicit Received(const std::string& bytes)

@@ -5,18 +5,17 @@
 #include <string>
 #include <vector>
 
-/** What the client library makes of a reply. */
+/** A reply as the client library decodes it. */
 struct Understood {
     std::vector<OpenWBEM::CIMInstance> instances;
-    /** `<code> <description>` of a CIM error, `<type>: <message>` of another exception, "" when it is good.
-     */
+    /** `<code> <description>` of a CIM error, `<type>: <message>` of another exception, "" for none. */
     std::string error;
 };
 
 /**
- * Reads a whole reply of HTTP, as the client library does.
+ * Decodes a complete HTTP reply with the client library.
  *
- * @param request the request that it answers, which says the protocol, the operation and the message
+ * @param request the request that it answers: determines protocol, operation and message ID
  */
 Understood understood(const std::string& request, const std::string& reply);
 

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-// Requests in CIM-XML for the classes of LampProvider.hpp, and what becomes of them.
+// Requests in CIM-XML for the classes of LampProvider.hpp, and their replies.
 namespace xml_calls {
 
 using namespace cimom;

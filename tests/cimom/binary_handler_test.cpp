@@ -45,7 +45,7 @@ std::string modifyBody(const CIMInstance& instance, const StringArray* propertie
     return binary::modifyInstance("root/cimv2", instance, WBEMFlags::E_INCLUDE_QUALIFIERS, properties);
 }
 
-/** The body that stands for a CIM error. */
+/** The body that reports a CIM error. */
 std::string exceptionBody(unsigned code, const std::string& message) {
     return '\2' + bigEndian(code, 2) + text(message);
 }
@@ -58,7 +58,7 @@ std::string flags(std::initializer_list<char> values) {
     return all;
 }
 
-/** The list of properties that is none. */
+/** A null list of properties. */
 const std::string allProperties = "h\1";
 
 } // namespace
@@ -177,7 +177,7 @@ TEST(BinaryHandler, ClassNamesStandBetweenTheirMarks) {
 
 TEST(BinaryHandler, APropertyIsItsValueOrNone) {
     const std::string path = getBody("QAV_Lamp.Colour=\"red\"");
-    // What stands between the namespace of the request and the flags of GetInstance is the path.
+    // The path is between the namespace of the request and the flags of GetInstance.
     const std::string begin = operationBody(29);
     const std::string object = path.substr(begin.size(), path.size() - begin.size() - 8);
     EXPECT_EQ(std::string("\0h\1V\3\0\0\x3C", 8),

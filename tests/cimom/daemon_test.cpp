@@ -34,7 +34,7 @@ bool exists(const std::string& path) {
     return ::lstat(path.c_str(), &file) == 0;
 }
 
-/** Leaves a socket file on which nobody listens, or somebody as long as the descriptor returned is open. */
+/** Creates a socket file and returns the bound descriptor. The file remains after close(). */
 int bindSocket(const std::string& path, int type = SOCK_STREAM) {
     const int descriptor = ::socket(AF_UNIX, type | SOCK_CLOEXEC, 0);
     sockaddr_un address{};
@@ -204,11 +204,11 @@ TEST_F(DaemonTest, HelpAndVersionGoToStandardOutput) {
 TEST_F(DaemonTest, AnInvalidCommandLineIsReportedOnStandardError) {
     const std::vector<std::vector<std::string>> wrong = {
         {OWBCIMOMD, "--nope"}, {OWBCIMOMD, "word"}, {OWBCIMOMD, "--socket"}, {OWBCIMOMD, "--root", path()}};
-    for (const std::vector<std::string>& words : wrong) {
-        const ProgramResult result = runProgram(words);
-        EXPECT_EQ(2, result.exitCode) << words[1];
+    for (const std::vector<std::string>& command : wrong) {
+        const ProgramResult result = runProgram(command);
+        EXPECT_EQ(2, result.exitCode) << command[1];
         EXPECT_EQ(0u, result.err.find("owbcimomd: command line: ")) << result.err;
-        EXPECT_EQ("", result.out) << words[1];
+        EXPECT_EQ("", result.out) << command[1];
     }
 }
 

@@ -10,7 +10,7 @@ using cimom::defaultStatePath;
 
 namespace {
 
-/** A test of a user who is not root, without a home in its environment. */
+/** A test that runs as a user other than root, without HOME in the environment. */
 class DefaultPath : public ::testing::Test {
 protected:
     DefaultPath()

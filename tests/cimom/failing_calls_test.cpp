@@ -1,4 +1,4 @@
-// System calls that fail under the object manager: each one of an action in turn, with each error.
+// System calls of the object manager that fail: each call of an action in turn, with each error.
 #include "http/NetworkAddress.hpp"
 #include "http/UnixSocket.hpp"
 #include "state/StateFile.hpp"
@@ -33,7 +33,7 @@ Names namesIn(const std::string& directory) {
     return names;
 }
 
-/** Leaves a socket behind at which nobody listens. */
+/** Creates a socket file without a listening process. */
 void leaveSocket(const std::string& path) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
@@ -48,8 +48,8 @@ protected:
     std::string file(const std::string& name) const { return m_directory.file(name); }
     Names names() const { return namesIn(m_directory.path()); }
 
-    /** Carries an action out once for each of its calls, which fails, and once more, when none does. What is
-     * thrown must tell the reason behind a name. */
+    /** Repeats an action. In the n-th run its n-th call fails; in the last run none does. The message of an
+     * exception must be `<name>: <reason>`. */
     void forEachCall(const std::string& name, const std::function<void()>& action,
                      const std::function<void(const std::string& failed, bool isThrown)>& check) const {
         bool hasFailed = true;
@@ -81,10 +81,10 @@ TEST_P(FailingCall, OfAReplacementLeavesTheOldContentOrTheNewOne) {
     const StateFile state(file("state"));
     const auto check = [&](const std::string& failed, bool isThrown) {
         const std::string content = state.read().value();
-        // Behind the renaming there is a flush of the directory, and what closes it.
+        // The new content with an exception: the flush of the directory after the renaming has failed.
         EXPECT_TRUE(content == "new" || (content == "old" && isThrown)) << content;
         if (GetParam() == EINTR && failed == "write") {
-            EXPECT_FALSE(isThrown) << "an interruption is no failure";
+            EXPECT_FALSE(isThrown) << "an interruption is not a failure";
         }
         EXPECT_EQ((Names{"state", "state.lock"}), names());
         state.replace("old");
@@ -103,7 +103,7 @@ TEST_P(FailingCall, OfAReadIsReportedOrTheContentIsWhole) {
         [&](const std::string& failed, bool isThrown) {
             EXPECT_EQ(isThrown ? "" : "content", content);
             if (GetParam() == EINTR && failed == "read") {
-                EXPECT_FALSE(isThrown) << "an interruption is no failure";
+                EXPECT_FALSE(isThrown) << "an interruption is not a failure";
             }
             content.clear();
         });
@@ -118,7 +118,7 @@ TEST_P(FailingCall, OfAUnixSocketLeavesNothingInTheWayOfTheNext) {
         [&](const std::string& failed, bool isThrown) {
             EXPECT_EQ(isThrown, socket == nullptr);
             if (failed == "chmod" || failed == "listen") {
-                EXPECT_EQ(Names{}, names()) << "it had made the socket";
+                EXPECT_EQ(Names{}, names()) << "the socket that it created";
             }
             socket.reset();
             EXPECT_NO_THROW(http::UnixSocket(path, 0600));
@@ -145,17 +145,17 @@ TEST_P(FailingCall, OfTheStartOfAPasswordCheckLeavesItUnchecked) {
     const Users users("bob:$6$rounds=1000$roundsalt$0oYNoemtpMZIRX8om2kSVpAjw8P5P5pxiTVoFwI/"
                       "3GjmMXe09pWsdsNY1YwdaoWbiv6Yfs7mJF3vB5Gg0.9Dx/");
     PasswordCheck passwords(io, users);
-    // Not beyond: the child would take what is left of the count along.
+    // No later call: the child would inherit the rest of the count.
     for (const char* const call : {"pipe2", "fork"}) {
         Verdict verdict = Verdict::mayWrite;
         calls::failAt(std::strcmp(call, "fork") == 0 ? 1 : 0, GetParam());
-        passwords.check("bob", "secret", [&](Verdict told) { verdict = told; });
+        passwords.check("bob", "secret", [&](Verdict result) { verdict = result; });
         calls::stopFailing();
         ASSERT_STREQ(call, calls::failed());
         io.run();
         io.restart();
         EXPECT_EQ(Verdict::unchecked, verdict);
-        passwords.check("bob", "secret", [&](Verdict told) { verdict = told; });
+        passwords.check("bob", "secret", [&](Verdict result) { verdict = result; });
         io.run();
         io.restart();
         EXPECT_EQ(Verdict::mayWrite, verdict);

@@ -1,5 +1,4 @@
-// An object manager of whose system calls each one fails in turn: it says why it cannot start, or serves all
-// the same.
+// Each system call of an object manager fails in turn. It reports why it cannot start, or continues to serve.
 #include "Client.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMValue.hpp"
@@ -23,7 +22,7 @@ namespace {
 
 class FailingManager {
 public:
-    /** @param call its number, or -1 for none */
+    /** @param call index of the call that fails, or -1 for none */
     FailingManager(long call, int error)
         : m_daemon({"/usr/bin/env", "LD_PRELOAD=" FAILING_PROGRAM, "FAIL_CALL=" + std::to_string(call),
                     "FAIL_ERROR=" + std::to_string(error), "FAIL_COUNT=" + m_directory.file("count"),
@@ -32,7 +31,7 @@ public:
     std::string socket() const { return m_directory.file("socket"); }
     std::string state() const { return m_directory.file("state.json"); }
     Daemon& daemon() { return m_daemon; }
-    /** Calls of the system that it has made, and the one that failed; once it has ended. */
+    /** The number of its system calls, and the name of the failed one. Valid after its end. */
     std::pair<long, std::string> calls() const {
         std::pair<long, std::string> result(-1, "");
         std::ifstream(m_directory.file("count")) >> result.first >> result.second;
@@ -61,7 +60,7 @@ std::string lastLine(Daemon& daemon) {
     return last;
 }
 
-/** Sends a request on a connection of its own; the body of the reply, or "" when none came. */
+/** Sends a request on a new connection. Returns the body of the reply, or "" if there is none. */
 std::string ask(const std::string& socket, const std::string& body) {
     try {
         return Client(socket).exchange(httpRequest(body)).body;
@@ -80,7 +79,7 @@ std::string writeBody(const std::string& tag) {
 
 const std::string tags[] = {"first", "second", "third"};
 
-/** Which of the tags a text has last; 0 for none. */
+/** The number of the last of the tags that a text contains, from 1; 0 if it contains none. */
 std::size_t lastTagIn(const std::string& text) {
     for (std::size_t number = std::size(tags); number > 0; --number)
         if (text.find(tags[number - 1]) != std::string::npos)
@@ -88,7 +87,7 @@ std::size_t lastTagIn(const std::string& text) {
     return 0;
 }
 
-/** A failed call costs a request its answer at most, and what is acknowledged stays. */
+/** Expects at most one unanswered request, and no loss of an acknowledged write. */
 void expectToServe(FailingManager& manager) {
     const std::string done(1, '\0');
     const std::string read = enumerateBody("QAV_K70Chassis");
@@ -101,17 +100,18 @@ void expectToServe(FailingManager& manager) {
         const std::string instances = ask(manager.socket(), read);
         const bool isRead = instances.size() > 1;
         if (isRead) {
-            EXPECT_LE(acknowledged, lastTagIn(instances)) << "written, and not there";
+            EXPECT_LE(acknowledged, lastTagIn(instances)) << "the acknowledged write is missing";
         }
         unanswered += !isDone + !isRead;
     }
     EXPECT_LE(unanswered, 1);
     manager.daemon().signal(SIGTERM);
     EXPECT_EQ(0, manager.daemon().wait());
-    EXPECT_LE(acknowledged, lastTagIn(support::readFile(manager.state()))) << "acknowledged, and not kept";
+    EXPECT_LE(acknowledged, lastTagIn(support::readFile(manager.state())))
+        << "the acknowledged write is not saved";
 }
 
-/** One life of a manager; the calls that it made. */
+/** Runs an object manager once. Returns the number of its system calls. */
 long expectCalm(long call, int error) {
     FailingManager manager(call, error);
     const std::string line = lastLine(manager.daemon());

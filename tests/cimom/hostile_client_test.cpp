@@ -1,4 +1,4 @@
-// Clients that send the object manager what makes no sense, and those beside them that do not.
+// Clients that send invalid requests to the object manager, and honest clients at the same time.
 #include "Client.hpp"
 #include "MutatedRequests.hpp"
 #include "StartedDaemon.hpp"
@@ -14,7 +14,7 @@
 
 namespace {
 
-/** A connection that is written to without a thought for what comes back. */
+/** A connection that ignores errors of writes and the content of replies. */
 class HostileConnection {
 public:
     explicit HostileConnection(const std::string& path)
@@ -32,7 +32,7 @@ public:
     void send(const std::string& bytes) const {
         ::send(m_descriptor, bytes.data(), bytes.size(), MSG_NOSIGNAL);
     }
-    /** Says that no more will come, and waits for the end of the connection. */
+    /** Shuts down the sending side and waits for the end of the connection. */
     void finish() const {
         ::shutdown(m_descriptor, SHUT_WR);
         char ignored[65536];
@@ -49,7 +49,7 @@ protected:
     void SetUp() override {
         directory().write("host/proc/sys/kernel/hostname", "box.example.org\n");
         start({"--root", directory().file("host"), "--max-connections", "200"});
-        // Or the daemon would wait for somebody to read what it logs.
+        // Read the log: the daemon would block on a full pipe.
         m_reader = std::thread([this] {
             while (!daemon().nextErrorLine().empty()) {
             }
@@ -61,7 +61,7 @@ protected:
         EXPECT_EQ(0, daemon().wait());
     }
 
-    /** Sends bent and broken requests, each on a connection of its own, one after the other. */
+    /** Sends mutated and truncated requests one after the other, each on a new connection. */
     void send(int requests) {
         for (int i = 0; i < requests; ++i) {
             const std::string& request = m_recorded[m_dice.below(m_recorded.size())];
@@ -103,10 +103,10 @@ TEST_F(HostileClients, DoNotBlockOtherClients) {
     EXPECT_EQ("box.example.org", hostName());
 }
 
-// The sanitizers keep what has been freed.
+// The sanitizers keep freed memory.
 #ifndef __SANITIZE_ADDRESS__
 TEST_F(HostileClients, LeakNoMemory) {
-    send(300); // after which there is all the memory that the first of each kind takes
+    send(300); // allocates the memory that the process keeps
     const long before = status("VmRSS");
     send(1000);
     EXPECT_EQ("box.example.org", hostName());

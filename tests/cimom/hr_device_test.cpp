@@ -149,7 +149,7 @@ TEST(HRNetwork, PropertiesComeKeyFirst) {
 TEST(HRNetwork, HasTheDeviceIndexOfTheInterface) {
     HostTree tree;
     writeInterface(tree, "eth0", "4", "up");
-    writeInterface(tree, "veth9", "65539", "up"); // one that must give way to eth0
+    writeInterface(tree, "veth9", "65539", "up"); // same index as eth0, which has precedence
     const Provider provider = providerOf("HR_NETWORK", tree.host());
     EXPECT_EQ("4 65539 ", column(provider, "_HR_NETWORK_INDEX"));
     EXPECT_EQ("262148 262149 ", column(provider, "_HR_DEVICE_INDEX"));

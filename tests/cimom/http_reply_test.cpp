@@ -1,4 +1,4 @@
-// Replies to operations as HTTP sends them.
+// HTTP replies to operations.
 #include "http/ReplyStream.hpp"
 #include "protocol/HttpReply.hpp"
 
@@ -22,7 +22,7 @@ const ClientOf xmlClient{{Protocol::xml, false, true}, {true, true, true}};
 const ClientOf extendedXmlClient{{Protocol::xml, true, true}, {true, true, true}};
 const ClientOf trailerClient{{Protocol::binary, true, true}, {true, true, true}};
 
-/** Pieces that a function makes. */
+/** A source of the pieces that a function returns. */
 class Pieces : public ReplyPieces {
 public:
     explicit Pieces(std::function<bool(std::string&)> appendNext)
@@ -80,7 +80,7 @@ std::vector<std::string> pieces(OperationReply reply, const ClientOf& client) {
     std::vector<std::string> all;
     for (std::string piece = stream.next(); !piece.empty(); piece = stream.next())
         all.push_back(piece);
-    EXPECT_EQ("", stream.next()) << "the end lasts";
+    EXPECT_EQ("", stream.next()) << "the end is final";
     return all;
 }
 

@@ -1,4 +1,4 @@
-// What the clients of a connection may do.
+// The rights of the client of a connection.
 #include "LampProvider.hpp"
 #include "XmlCalls.hpp"
 #include "protocol/HttpService.hpp"

@@ -1,4 +1,4 @@
-// What the object manager makes of connections and of HTTP.
+// HTTP requests and connections of the object manager.
 #include "Client.hpp"
 #include "RunningDaemon.hpp"
 
@@ -10,7 +10,7 @@ const std::string good = httpRequest(enumerateBody("QAV_System"));
 
 class Http : public RunningDaemon {
 protected:
-    /** Expects that a request is refused with this status line, and its connection closed. */
+    /** Expects an error response with this status line, and the end of the connection. */
     void expectRefusal(const std::string& statusLine, const std::string& request) {
         Client client(socketPath());
         const Reply reply = client.exchange(request);

@@ -1,4 +1,4 @@
-// An object manager that is killed while a client writes, again and again.
+// An object manager that is killed repeatedly while a client writes.
 #include "Client.hpp"
 #include "OW_CIMInstance.hpp"
 #include "OW_CIMValue.hpp"
@@ -19,7 +19,7 @@ using support::Manager;
 
 namespace {
 
-/** Writes numbers, one more each time, until the connection breaks. */
+/** Writes ascending numbers until the connection ends. */
 class Writer {
 public:
     Writer(const std::string& socket, long first)
@@ -28,7 +28,7 @@ public:
         , m_acknowledged(first - 1)
         , m_thread([this] { write(); }) {}
 
-    /** Returns when a write has been acknowledged, or there will be none. */
+    /** Waits until a write has been acknowledged or the connection has ended. */
     void waitForFirst() {
         std::unique_lock lock(m_mutex);
         const long before = m_acknowledged;
@@ -63,7 +63,7 @@ private:
         chassis.setProperty("Tag", CIMValue("Chassis"));
         chassis.setProperty("CreationClassName", CIMValue("QAV_K70Chassis"));
         chassis.setProperty("UserTracking", CIMValue(std::to_string(number).c_str()));
-        // Takes a while to be written.
+        // Long, so that a kill may interrupt the write to the file.
         chassis.setProperty("Location", CIMValue(std::string(200000, 'x').c_str()));
         return binary::modifyInstance("root/cimv2", chassis, WBEMFlags::E_INCLUDE_QUALIFIERS, nullptr);
     }
@@ -83,7 +83,7 @@ long writtenNumber(const Manager& manager) {
     return std::stol(chassis.at(0).getPropertyValue("UserTracking").toString().c_str());
 }
 
-/** Sees what happens to the files of a directory: made, opened, changed, closed, renamed. */
+/** Receives the inotify(7) events of a directory. */
 class Watch {
 public:
     explicit Watch(const std::string& directory)
@@ -94,7 +94,7 @@ public:
     Watch(const Watch&) = delete;
     Watch& operator=(const Watch&) = delete;
 
-    /** Returns when so many things have happened. */
+    /** Waits for `count` events. */
     void waitFor(unsigned count) const {
         alignas(inotify_event) char events[4096];
         while (count > 0) {
@@ -119,12 +119,12 @@ TEST(Kill, LosesNoSuccessfulWriteAndLeavesNoIncompleteState) {
         const Watch watch(manager.directory().path());
         Writer writer(manager.socketPath(), acknowledged + 1);
         writer.waitForFirst();
-        watch.waitFor(1 + kill % 20); // which is at any point of a later write
+        watch.waitFor(1 + kill % 20); // at varying points of a later write
         EXPECT_EQ(128 + SIGKILL, manager.end(SIGKILL));
         writer.join();
         ASSERT_GT(writer.acknowledged(), acknowledged) << kill;
 
-        manager.start(); // which fails if the state file cannot be read
+        manager.start(); // fails if the state file is damaged
         acknowledged = writtenNumber(manager);
         ASSERT_GE(acknowledged, writer.acknowledged()) << kill;
         ASSERT_LE(acknowledged, writer.sent()) << kill;

@@ -1,4 +1,4 @@
-// Beginning, end, and what the object manager says in between.
+// Start, messages and end of the object manager.
 #include "StartedDaemon.hpp"
 
 #include <csignal>
@@ -16,14 +16,14 @@ class Life : public StartedDaemon {
 protected:
     std::string who() const { return "owbcimomd: uid " + std::to_string(::geteuid()) + ": "; }
 
-    /** Lets its peak of memory be what it has now, proc(5). */
+    /** Resets its peak of resident memory to the current size, proc(5). */
     void resetPeak() {
         std::ofstream file("/proc/" + std::to_string(daemon().pid()) + "/clear_refs");
         file << "5" << std::flush;
         EXPECT_TRUE(file.good());
     }
 
-    /** Returns when the object manager has begun a reply to a client that does not read it. */
+    /** Waits until the object manager has begun a reply to a client that does not read. */
     static void awaitReply(const Client& client) {
         pollfd reply{client.descriptor(), POLLIN, 0};
         EXPECT_EQ(1, ::poll(&reply, 1, 20000));
@@ -88,9 +88,9 @@ TEST_F(Life, AnErrorResponseIsLoggedAndSentInAscii) {
     const Reply reply =
         Client(socketPath())
             .exchange("POST / HTTP/1.1\r\nContent-Type: \xc2\x9b\xff\r\nContent-Length: 1\r\n\r\n");
-    const std::string refusal = "Unsupported media type: Content-Type \"\\xc2\\x9b\\xff\" is not supported.";
-    EXPECT_EQ(refusal, reply.reason);
-    EXPECT_EQ(who() + "refused: 415 " + refusal, daemon().nextErrorLine());
+    const std::string reason = "Unsupported media type: Content-Type \"\\xc2\\x9b\\xff\" is not supported.";
+    EXPECT_EQ(reason, reply.reason);
+    EXPECT_EQ(who() + "refused: 415 " + reason, daemon().nextErrorLine());
 }
 
 TEST_F(Life, Sigusr1LogsTheCounters) {
@@ -101,20 +101,21 @@ TEST_F(Life, Sigusr1LogsTheCounters) {
     daemon().nextErrorLine();
     Client(socketPath()).exchange("GET / HTTP/1.1\r\nHost: x\r\nContent-Length: 0\r\n\r\n");
     daemon().nextErrorLine();
-    EXPECT_EQ(1u, count(client)); // which comes behind the end of the other connection
+    EXPECT_EQ(1u, count(client)); // after the end of the other connection
     daemon().signal(SIGUSR1);
     EXPECT_EQ("owbcimomd: connections: 2, open 1; requests: 3, failed 1; refused: 1",
               daemon().nextErrorLine());
     EXPECT_EQ(1u, count(client));
 }
 
-// The sanitizers keep what has been freed.
+// The sanitizers keep freed memory.
 #ifndef __SANITIZE_ADDRESS__
 TEST_F(Life, ALongReplyTakesLittleMemory) {
     const std::size_t many = 100000;
     start({"--instances", systems(many)});
     Client client(socketPath());
-    client.exchange(httpRequest(enumerateBody("QAV_K70Chassis"))); // what every request takes
+    // Allocates the memory that the process keeps.
+    client.exchange(httpRequest(enumerateBody("QAV_K70Chassis")));
     resetPeak();
     const long before = status("VmHWM");
     EXPECT_EQ(many + 1, count(client));
@@ -141,7 +142,7 @@ TEST_F(Life, ACurrentReplyIsCompletedBeforeTheEnd) {
     awaitReply(reading);
     daemon().signal(SIGTERM);
     EXPECT_TRUE(idle.isClosedByPeer());
-    EXPECT_THROW(Client late(socketPath()), std::runtime_error) << "nobody new is served";
+    EXPECT_THROW(Client late(socketPath()), std::runtime_error) << "no new client is served";
     EXPECT_EQ(20001u, instancesIn(reading.receive().body).size());
     EXPECT_TRUE(reading.isClosedByPeer());
     EXPECT_EQ(0, daemon().wait());
@@ -161,7 +162,7 @@ TEST_F(Life, AConnectionWithoutADescriptorIsServedOnceOneIsFree) {
     start();
     rlimit before;
     ASSERT_EQ(0, ::prlimit(daemon().pid(), RLIMIT_NOFILE, nullptr, &before));
-    const rlimit none = {3, before.rlim_max}; // besides those that it has
+    const rlimit none = {3, before.rlim_max}; // no further descriptors
     ASSERT_EQ(0, ::prlimit(daemon().pid(), RLIMIT_NOFILE, &none, nullptr));
     Client client(socketPath());
     EXPECT_EQ("owbcimomd: cannot accept a connection: Too many open files", daemon().nextErrorLine());
@@ -278,10 +279,10 @@ TEST_F(Life, AServiceManagerWithATooLongNameIsLogged) {
 }
 
 TEST_F(Life, AMissingServiceManagerIsLogged) {
-    ::setenv("NOTIFY_SOCKET", directory().file("nobody").c_str(), 1);
+    ::setenv("NOTIFY_SOCKET", directory().file("missing").c_str(), 1);
     start();
     ::unsetenv("NOTIFY_SOCKET");
-    EXPECT_EQ("owbcimomd: cannot notify service manager: " + directory().file("nobody") +
+    EXPECT_EQ("owbcimomd: cannot notify service manager: " + directory().file("missing") +
                   ": No such file or directory",
               daemon().nextErrorLine());
     Client client(socketPath());

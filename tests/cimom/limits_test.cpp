@@ -1,9 +1,9 @@
-// What clients may take of an object manager that is told less than it allows by default.
+// Limits on the command line of the object manager that are lower than the defaults.
 #include "StartedDaemon.hpp"
 
 namespace {
 
-/** A request to enumerate a class whose head, or whose body, has a size. */
+/** A request to enumerate a class, with a head or a body of the given size. */
 std::string withHead(std::size_t size) {
     const std::string body = enumerateBody("QAV_System");
     const std::string shortest = httpRequest(body, "X-Filler: \r\n");
@@ -96,7 +96,7 @@ TEST_F(LimitsTest, AnIdleConnectionTimesOutWithoutALogLine) {
     EXPECT_TRUE(client.isClosedByPeer());
     Client(socketPath()).exchange(httpRequest(enumerateBody("QAV_Nope")));
     EXPECT_NE(std::string::npos, daemon().nextErrorLine().find("QAV_Nope"))
-        << "the first line: it is no failure";
+        << "the first line: a timeout between requests is not logged";
 }
 
 TEST_F(LimitsTest, AnIncompleteRequestTimesOut) {
@@ -107,7 +107,7 @@ TEST_F(LimitsTest, AnIncompleteRequestTimesOut) {
     stuck.send(httpRequest(enumerateBody("QAV_System")).substr(0, 50));
     EXPECT_EQ(408u, stuck.receive().status);
     EXPECT_TRUE(stuck.isClosedByPeer());
-    EXPECT_EQ(1u, count(patient)) << "who waits between requests may wait longer";
+    EXPECT_EQ(1u, count(patient)) << "the limit between requests is longer";
 }
 
 TEST_F(LimitsTest, AllBodiesTogetherHaveALimit) {

@@ -15,7 +15,7 @@ namespace {
 
 const char* const timeForm = R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d[+-]\d\d:\d\d )";
 
-/** Standard error as a pipe that is read when the test wants to. */
+/** Replaces standard error by a pipe that the test reads on demand. */
 class Errors {
 public:
     Errors()
@@ -33,7 +33,7 @@ public:
         ::close(m_reading);
     }
 
-    /** Lets it take nothing more. */
+    /** Fills the pipe. */
     void fill() const {
         const int flags = ::fcntl(STDERR_FILENO, F_GETFL);
         ::fcntl(STDERR_FILENO, F_SETFL, flags | O_NONBLOCK);
@@ -42,7 +42,7 @@ public:
         }
         ::fcntl(STDERR_FILENO, F_SETFL, flags);
     }
-    /** What has been written since the last time, without the times of the lines. */
+    /** The text written since the last call, without the times of the lines. */
     std::string read() const { return std::regex_replace(readAsItIs(), std::regex(timeForm), ""); }
     std::string readAsItIs() const {
         std::string all;

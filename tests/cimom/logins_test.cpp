@@ -31,7 +31,7 @@ protected:
         m_io.restart();
         m_io.run();
     }
-    /** One failure a second. */
+    /** Makes as many failed logins as the limit allows, one each second. */
     void failAsOftenAsAllowed() {
         for (std::size_t i = 0; i < Logins::limit; ++i) {
             EXPECT_EQ('w', verdictOf("guess")) << i;

@@ -1,5 +1,5 @@
-// Recorded requests that are broken off or bent: they end in a reply, a refusal or a closed connection, in
-// little memory, and a request that has not come whole changes nothing.
+// Recorded requests that are truncated or mutated. Each gets a reply, an error response or a closed
+// connection, and needs little memory. An incomplete request changes nothing.
 #include "ClientReading.hpp"
 #include "Collected.hpp"
 #include "Completed.hpp"
@@ -35,7 +35,7 @@ std::set<std::string> recordedBodies(bool isXml) {
     return bodies;
 }
 
-/** All instances of the class that can be written to, as one text. */
+/** All instances of the writable class, as one text. */
 std::string written(const ObjectManager& manager) {
     std::string all;
     for (const CIMInstance& instance :
@@ -44,7 +44,7 @@ std::string written(const ObjectManager& manager) {
     return all;
 }
 
-/** `<status> <reason>: <CIMError>` of a document that is refused, "<code>" of an error, "good". */
+/** `<status> <reason>: <CIMError>` of an error response, "<code>" of a CIM error, or "good". */
 std::string outcomeOf(const Handler& handler, const std::string& body, Access access = Access::write) {
     try {
         const OperationReply reply = completed(handler.handle(body, access));
@@ -58,7 +58,7 @@ std::string outcomeOf(const Handler& handler, const std::string& body, Access ac
     }
 }
 
-/** The status of each reply that has come over a connection; 0 at the end for bytes that are none. */
+/** The status of each reply in the bytes from a connection; a final 0 for bytes that are not a reply. */
 std::vector<unsigned> statuses(const std::string& received) {
     std::vector<unsigned> all;
     for (std::size_t at = 0; at < received.size();) {
@@ -68,7 +68,7 @@ std::vector<unsigned> statuses(const std::string& received) {
         boost::system::error_code error;
         at += parser.put(boost::asio::buffer(received.data() + at, received.size() - at), error);
         if (!parser.is_done() && !parser.chunked() && !parser.content_length())
-            parser.put_eof(error); // as for a client that cannot be told otherwise
+            parser.put_eof(error); // without a length, the end of the connection ends the body
         all.push_back(!error && parser.is_done() ? parser.get().result_int() : 0);
         if (error)
             break;
@@ -76,10 +76,10 @@ std::vector<unsigned> statuses(const std::string& received) {
     return all;
 }
 
-/** In which the bodies of a few requests fit, and no more. */
+/** Enough for the bodies of a few requests only. */
 const unsigned long fewMegabytes = 8UL << 20;
 
-/** Runs a body with no memory to waste. */
+/** Runs a body with little memory. */
 void inLittleMemory(const std::function<void()>& body) {
     const support::TempDir directory;
     support::inChild(directory.path(), [&] {
@@ -151,7 +151,7 @@ TEST(MalformedRequests, AMutatedBodyIsAnsweredOrRefused) {
             }
         }
     }
-    EXPECT_LE(10u, outcomes.size()) << "the bends reach far";
+    EXPECT_LE(10u, outcomes.size()) << "the mutations have many outcomes";
 }
 
 TEST(MalformedRequests, AConnectionThatEndsInMidRequestGetsAnErrorResponseAndEnds) {
@@ -159,7 +159,7 @@ TEST(MalformedRequests, AConnectionThatEndsInMidRequestGetsAnErrorResponseAndEnd
     const std::string before = written(objects);
     inLittleMemory([&] {
         SessionRun session(objects);
-        // Every third place, which is another one in each request: their heads are nearly the same.
+        // Every third index, from a different first one in each request: the heads are nearly the same.
         std::size_t first = 1;
         for (const std::string& request : recordedRequests()) {
             for (std::size_t size = first; size < request.size(); size += 3)
@@ -189,6 +189,6 @@ TEST(MalformedRequests, AMutatedRequestIsAnsweredOrRefused) {
                 }
             }
         }
-        EXPECT_LE(5u, seen.size()) << "the bends reach far";
+        EXPECT_LE(5u, seen.size()) << "the mutations have many outcomes";
     });
 }

@@ -292,16 +292,16 @@ TEST(ModuleAssociations, EachModuleRefersToItsChassisAndItsLocation) {
     EXPECT_EQ("QAV_K70Chassis", at(dependencies[1], "Antecedent").getClassName());
     EXPECT_EQ("1", text(at(dependencies[1], "Antecedent"), "_INDEX"));
 
-    const std::vector<CIMInstance> places =
+    const std::vector<CIMInstance> associations =
         allInstances(providerOf("QAV_XRULogicalModuleLocation", tree.host()));
-    ASSERT_EQ(2u, places.size());
-    EXPECT_EQ("QAV_XRULogicalModuleLocation", places[0].getClassName());
-    EXPECT_EQ("SameElement SystemElement", names(places[0].getKeyValuePairs()));
-    EXPECT_EQ("DIMM_A1", text(at(places[0], "SameElement"), "Key"));
-    EXPECT_EQ("memory:0", text(at(places[0], "SystemElement"), "DeviceID"));
-    EXPECT_EQ("0000:00:01.0", text(at(places[1], "SameElement"), "Key"));
-    EXPECT_EQ("expansion card", text(at(places[1], "SameElement"), "LocnXruType"));
-    EXPECT_EQ("pci:0000:00:01.0", text(at(places[1], "SystemElement"), "DeviceID"));
+    ASSERT_EQ(2u, associations.size());
+    EXPECT_EQ("QAV_XRULogicalModuleLocation", associations[0].getClassName());
+    EXPECT_EQ("SameElement SystemElement", names(associations[0].getKeyValuePairs()));
+    EXPECT_EQ("DIMM_A1", text(at(associations[0], "SameElement"), "Key"));
+    EXPECT_EQ("memory:0", text(at(associations[0], "SystemElement"), "DeviceID"));
+    EXPECT_EQ("0000:00:01.0", text(at(associations[1], "SameElement"), "Key"));
+    EXPECT_EQ("expansion card", text(at(associations[1], "SameElement"), "LocnXruType"));
+    EXPECT_EQ("pci:0000:00:01.0", text(at(associations[1], "SystemElement"), "DeviceID"));
 }
 
 TEST(ModuleAssociations, AnAssociationIsFoundByItsReferences) {

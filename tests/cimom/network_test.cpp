@@ -1,4 +1,4 @@
-// Clients that come over the network.
+// Clients on the network.
 #include "StartedDaemon.hpp"
 
 #include <csignal>
@@ -8,7 +8,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-// Of the user "agent", whose password is "secret".
+// The user "agent" with the password "secret".
 const char* const hashes =
     "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5Rj/j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n";
 
@@ -23,7 +23,7 @@ protected:
     }
     void startWithUsers() { start({"--listen", "0", "--users", usersFile(), "--instances", systems(1)}); }
 
-    /** What a client writes to the first instance of the site files. */
+    /** A request that writes to the first instance of the site files. */
     static std::string writeRequest(const char* contact, const std::string& lines = "") {
         return xmlRequest(
             "ModifyInstance",
@@ -133,7 +133,7 @@ TEST_F(Network, AReloadOfTheUsersEndsLogins) {
     daemon().signal(SIGHUP);
     EXPECT_EQ("owbcimomd: reloaded the site's files", daemon().nextErrorLine());
     EXPECT_TRUE(isDone(client.exchange(writeRequest("you", agent)))) << "the user is still there";
-    directory().write("users", "# nobody\n");
+    directory().write("users", "# no user\n");
     daemon().signal(SIGHUP);
     EXPECT_EQ("owbcimomd: reloaded the site's files", daemon().nextErrorLine());
     EXPECT_EQ(401u, client.exchange(writeRequest("him", agent)).status);
@@ -203,7 +203,7 @@ TEST_F(Network, AReadOnlyUserMayReadButNotWrite) {
     const std::string request = httpRequest(enumerateBody("QAV_System"), "TE: trailers\r\n" + agent);
     EXPECT_EQ(2u, instancesIn(client.exchange(request).body).size());
     const Reply reply = client.exchange(writeRequest("me", agent));
-    EXPECT_EQ(200u, reply.status) << "to log in would not help";
+    EXPECT_EQ(200u, reply.status) << "a login would not help";
     EXPECT_NE(std::string::npos, reply.body.find("<ERROR CODE=\"2\""));
     EXPECT_EQ("(null)", contact());
 }
@@ -221,7 +221,7 @@ TEST_F(Network, TooManyFailedLoginsBlockTheirAddress) {
     }
     EXPECT_EQ("(null)", contact());
     Client client(port());
-    EXPECT_EQ(2u, count(client)) << "who does not log in reads as before";
+    EXPECT_EQ(2u, count(client)) << "a client without a login reads as before";
 }
 
 TEST_F(Network, AnInvalidUsersFilePreventsTheStart) {

@@ -71,11 +71,11 @@ TEST(OperatingSystem, LocalDateTimeIsNow) {
     const TimeZone zone("UTC0");
     HostTree tree;
     const std::string before = utcNow();
-    const std::string told = text(osOf(tree), "LocalDateTime");
+    const std::string served = text(osOf(tree), "LocalDateTime");
     const std::string after = utcNow();
-    EXPECT_LE(before, told.substr(0, 14));
-    EXPECT_LE(told.substr(0, 14), after);
-    EXPECT_EQ("+000", told.substr(21));
+    EXPECT_LE(before, served.substr(0, 14));
+    EXPECT_LE(served.substr(0, 14), after);
+    EXPECT_EQ("+000", served.substr(21));
 }
 
 TEST(OperatingSystem, UsersAreTheLoginSessions) {

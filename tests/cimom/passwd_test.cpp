@@ -35,10 +35,10 @@ protected:
     }
     /** Runs the program with arguments and standard input. */
     ProgramResult run(const std::vector<std::string>& arguments, const std::string& input = "") const {
-        std::vector<std::string> words = {"/bin/sh", "-c", "in=$1; shift; exec \"$0\" \"$@\" < \"$in\"",
-                                          OWBCIMOM_PASSWD, m_directory.write("input", input)};
-        words.insert(words.end(), arguments.begin(), arguments.end());
-        return runProgram(words);
+        std::vector<std::string> command = {"/bin/sh", "-c", "in=$1; shift; exec \"$0\" \"$@\" < \"$in\"",
+                                            OWBCIMOM_PASSWD, m_directory.write("input", input)};
+        command.insert(command.end(), arguments.begin(), arguments.end());
+        return runProgram(command);
     }
     std::string errorOf(const std::vector<std::string>& arguments, const std::string& input, int code) const {
         const ProgramResult result = run(arguments, input);
@@ -51,7 +51,7 @@ private:
     TempDir m_directory;
 };
 
-/** The program on a terminal, at which the test sits. */
+/** The program on a terminal that the test controls. */
 class AtTerminal {
 public:
     explicit AtTerminal(const std::string& path)
@@ -80,7 +80,7 @@ public:
     void type(const std::string& text) const {
         EXPECT_EQ(static_cast<ssize_t>(text.size()), ::write(m_terminal, text.data(), text.size()));
     }
-    /** Everything shown up to the end of the program, as far as it was read. */
+    /** The terminal output that has been read so far. */
     const std::string& shown() const { return m_shown; }
     bool echoes() const {
         termios settings{};

@@ -21,9 +21,9 @@ namespace {
 
 const std::string hashEnd = "$roundsalt$0oYNoemtpMZIRX8om2kSVpAjw8P5P5pxiTVoFwI/"
                             "3GjmMXe09pWsdsNY1YwdaoWbiv6Yfs7mJF3vB5Gg0.9Dx/";
-/** Of "secret". */
+/** A hash of "secret". */
 const std::string cheapHash = "$6$rounds=1000" + hashEnd;
-/** Takes minutes to check: as good as no end. */
+/** A hash whose check takes minutes, longer than any test. */
 const std::string endlessHash = "$6$rounds=999999999" + hashEnd;
 
 bool hasChildren() {
@@ -51,7 +51,7 @@ class Connection {
 public:
     Connection() { EXPECT_EQ(0, ::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, m_ends)); }
     ~Connection() { ::close(m_ends[1]); }
-    /** Closes one end; false when the other one does not learn of it, since a child has it too. */
+    /** Closes one end. Returns whether the other end notices: not if a child has inherited the end. */
     bool endsWhenClosed() {
         ::close(m_ends[0]);
         pollfd waiting{m_ends[1], POLLIN, 0};
@@ -62,7 +62,7 @@ private:
     int m_ends[2];
 };
 
-/** Checks of users of whom each has a hash, and what came of them. */
+/** Password checks of users, one for each hash, and their results. */
 class Checks {
 public:
     explicit Checks(const std::string& text, PasswordCheckLimits limits = PasswordCheckLimits())
@@ -82,8 +82,7 @@ public:
     }
 
     boost::asio::io_context io{1};
-    /** Of each check: right, right of a read-only user, wrong, unchecked, or "-" for one that has not ended.
-     */
+    /** Each verdict: right, right of a read-only user, wrong, unchecked, or "-" while the check runs. */
     std::string verdicts;
     /** The numbers of the checks in the order of their ends. */
     std::string order;
@@ -193,11 +192,11 @@ TEST(PasswordCheck, AChildEndsWithItsParent) {
     ASSERT_EQ(0, ::prctl(PR_SET_CHILD_SUBREAPER, 1)); // orphans become ours
     const pid_t parent = ::fork();
     if (parent == 0) {
-        // One that takes a few seconds, if it is not killed.
+        // Takes a few seconds, if it is not killed.
         Checks checks("slow:$6$rounds=3000000" + hashEnd);
         Connection connection;
         checks.add("slow", "secret");
-        ::_exit(connection.endsWhenClosed() ? 0 : 1); // not before the child is at its work
+        ::_exit(connection.endsWhenClosed() ? 0 : 1); // after the child has begun
     }
     int status = 0;
     ASSERT_EQ(parent, ::waitpid(parent, &status, 0));

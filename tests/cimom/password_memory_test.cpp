@@ -1,4 +1,4 @@
-// Memory that runs out while a password is about to be checked.
+// Out of memory at the start of a password check.
 #include "support/FailingAllocator.hpp"
 #include "users/PasswordCheck.hpp"
 
@@ -11,7 +11,7 @@ namespace memory = support::memory;
 
 namespace {
 
-/** Begins a check without one allocation. False when it ends in an exception. */
+/** Begins a check whose allocation with this index fails. Returns false if it throws an exception. */
 bool isBegunWithout(long allocation, PasswordCheck& check) {
     const std::string user = "bob";
     const std::string password = "secret";

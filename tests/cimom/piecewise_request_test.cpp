@@ -1,4 +1,4 @@
-// Recorded requests that arrive in pieces, and in chunks, are answered as if they came whole.
+// Recorded requests that arrive in pieces or in chunks get the same answers as in one piece.
 #include "Chunked.hpp"
 #include "Client.hpp"
 #include "MutatedRequests.hpp"
@@ -71,7 +71,7 @@ TEST(PiecewiseRequests, ARequestMayBeChunkedInEveryWay) {
     }
 }
 
-// Whatever of the lines around a chunk has arrived when the server looks.
+// The chunk framing may be split at any byte when the server reads.
 TEST(PiecewiseRequests, ChunksMayBeSplitAtEachByteOfTheirLines) {
     ObjectManager objects = recordedManagerOfShortReplies();
     SessionRun session(objects);

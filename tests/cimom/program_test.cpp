@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/** What a child answers, "none" for nothing. */
+/** The answer of a child, or "none". */
 std::string answerTo(const Question& question, std::chrono::milliseconds limit = 30s) {
     boost::asio::io_context io(1);
     std::string result = "not called";
@@ -27,7 +27,7 @@ std::string answerTo(const Question& question, std::chrono::milliseconds limit =
     return result;
 }
 
-/** `<output>` of a program, behind `failed: ` when it has. */
+/** The output of a program, after "failed: " if the program has failed. */
 std::string printedBy(const std::vector<std::string>& command) {
     return answerTo([&command] {
         const ProgramOutput output = outputOf(command);
@@ -86,7 +86,7 @@ TEST(Program, HasDefaultSignalHandling) {
     const auto before = std::signal(SIGPIPE, SIG_IGN);
     const auto mask = [](const char* field) {
         const std::string line = printedBy({"/bin/grep", field, "/proc/self/status"});
-        const unsigned long long ordinary = 0x7fffffff; // the C library keeps two others to itself
+        const unsigned long long ordinary = 0x7fffffff; // the C library reserves two signals
         return std::stoull(line.substr(line.find('\t') + 1), nullptr, 16) & ordinary;
     };
     EXPECT_EQ(0u, mask("SigIgn"));

@@ -1,5 +1,5 @@
-// Every recorded request, once more: the recorded client gets the same from our object manager as it got
-// from its own, as the client library understands both. Where ours answers otherwise, the test says why.
+// Sends every recorded request to our object manager. The client library must decode our reply to the same
+// result as the recorded reply. Where our reply differs, a comment at the test gives the reason.
 #include "RecordedSchema.hpp"
 #include "SessionRun.hpp"
 #include "Understood.hpp"
@@ -22,8 +22,8 @@ struct Exchange {
     std::string reply;
 };
 
-/** The requests of a conversation and their replies, without those that were told to log in first: a local
- * client is known by its user, and is never told so by us. */
+/** The requests of a conversation and their replies, without replies with status 401: our object manager
+ * never sends it to a local client, whose user the kernel reports. */
 std::vector<Exchange> exchanges(const Conversation& conversation) {
     const std::vector<std::string> requests = record::splitReplies(conversation.sent());
     const std::vector<std::string> replies = record::splitReplies(conversation.received());
@@ -36,7 +36,7 @@ std::vector<Exchange> exchanges(const Conversation& conversation) {
     return all;
 }
 
-/** What our object manager answers to all requests, sent at once. */
+/** The replies of our object manager to all requests, sent at once. */
 std::vector<std::string> ourReplies(ObjectManager& manager, const std::vector<Exchange>& all) {
     std::string sent;
     for (const Exchange& each : all)
@@ -48,12 +48,12 @@ Understood ourAnswer(ObjectManager& manager, const std::string& request) {
     return understood(request, SessionRun(manager).answerTo(request));
 }
 
-/** An instance in the words of the record, its properties in the order of their names, and its keys. In the
- * recorded object manager a write changes the order of properties, and in ours it does not. */
+/** The path of an instance and its recorded form, with the properties sorted by name: in the recorded object
+ * manager a write changes the order of properties. */
 std::string text(const CIMInstance& instance) {
-    std::ostringstream words;
-    record::print(words, instance);
-    std::istringstream in(words.str());
+    std::ostringstream printed;
+    record::print(printed, instance);
+    std::istringstream in(printed.str());
     std::vector<std::string> lines;
     for (std::string line; std::getline(in, line);)
         lines.push_back(line);
@@ -72,7 +72,7 @@ std::vector<std::string> texts(const std::vector<CIMInstance>& instances) {
     return all;
 }
 
-/** The values that the instances hold are the same to the last bit. */
+/** Expects exactly equal values of the instances. */
 void expectSameValues(const CIMInstance& expected, const CIMInstance& found) {
     for (const CIMProperty& property : expected.getProperties()) {
         const CIMValue value = found.getPropertyValue(property.getName());
@@ -81,8 +81,8 @@ void expectSameValues(const CIMInstance& expected, const CIMInstance& found) {
     }
 }
 
-/** Our object manager knows no subclasses: an enumeration (enum_Base, enum_shallow) holds the instances of
- * the class itself. */
+/** Our object manager has no subclasses: its enumeration of a class (enum_Base, enum_shallow) contains only
+ * instances of the class itself. */
 bool isOfSubclass(const CIMInstance& instance) {
     return instance.getClassName() == "QAV_Derived";
 }
@@ -97,7 +97,7 @@ void expectSame(Understood expected, const Understood& found) {
         expectSameValues(expected.instances[i], found.instances[i]);
 }
 
-/** The conversations of which a request has been answered. */
+/** The conversations with at least one answered request. */
 std::vector<Conversation> answeredConversations() {
     std::vector<Conversation> chosen;
     for (const Conversation& each : record::conversations()) {
@@ -124,7 +124,7 @@ std::string replaced(std::string text, const std::string& part, const std::strin
     return at == std::string::npos ? text : text.replace(at, part.size(), with);
 }
 
-/** A recorded write of ElementName as one of CanBeFRUed. */
+/** Turns a recorded write of ElementName into a write of CanBeFRUed. */
 std::string writingABoolean(const std::string& request) {
     std::string body = record::bodyOf(request);
     std::string head = request.substr(0, request.size() - body.size());
@@ -138,7 +138,7 @@ std::string writingABoolean(const std::string& request) {
     return head + replaced(body, "\"ElementName\"", "\"CanBeFRUed\"");
 }
 
-/** What writes of earlier conversations have left to one that writes: it reads the instance first. */
+/** The instances that earlier conversations have changed. A conversation that writes reads them first. */
 std::vector<CIMInstance> leftByWritesBefore(const Conversation& conversation, const Exchange& first) {
     if (conversation.directory.find("/modify_") == std::string::npos)
         return {};
@@ -192,7 +192,7 @@ TEST(RecordedRequests, OfALocalClientAreAnsweredWhateverItsLogin) {
     }
 }
 
-// The recorded object manager takes a write for the whole instance, and clears what it does not name.
+// The recorded object manager replaces the whole instance: it clears properties that the write does not name.
 TEST(RecordedRequests, AWriteChangesWhatItNamesAndNothingElse) {
     for (const Conversation& conversation : bareWrites) {
         ObjectManager manager = recordedManager(recordedClasses());
@@ -203,7 +203,7 @@ TEST(RecordedRequests, AWriteChangesWhatItNamesAndNothingElse) {
     }
 }
 
-// The recorded object manager takes a write of any property.
+// The recorded object manager accepts writes to any property.
 TEST(RecordedRequests, AWriteOfTheHostsStateIsRefused) {
     for (const Conversation& conversation : bareWrites) {
         std::vector<ClassDeclaration> classes = recordedClasses();
@@ -217,8 +217,8 @@ TEST(RecordedRequests, AWriteOfTheHostsStateIsRefused) {
     }
 }
 
-// The recorded object manager has code 1 for it. The recorded client notices itself what is no boolean, and
-// sends nothing.
+// The recorded object manager reports code 1. The recorded client rejects such a value itself and sends
+// nothing.
 TEST(RecordedRequests, AWriteOfAValueThatDoesNotConvertIsRefused) {
     for (const Conversation& conversation : bareWrites) {
         ObjectManager manager = recordedManager(recordedClasses());

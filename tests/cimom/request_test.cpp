@@ -1,4 +1,4 @@
-// What the recorded client and others get for their requests.
+// Replies to the recorded client and to other clients.
 #include "Client.hpp"
 #include "RunningDaemon.hpp"
 #include "support/Wire.hpp"

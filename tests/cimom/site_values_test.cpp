@@ -15,12 +15,12 @@ namespace {
 class SiteValuesTest : public ::testing::Test {
 protected:
     std::string path() const { return m_directory.file("state"); }
-    /** The values that the file holds. */
+    /** The values in the file. */
     SiteValues load() const { return SiteValues(std::make_unique<StateFile>(path())); }
-    /** Why a file with this content is refused, without its name. */
-    std::string refusalOf(const std::string& content) const {
+    /** Why a file with this content is rejected, without its name. */
+    std::string errorOf(const std::string& content) const {
         m_directory.write("state", content);
-        std::string why = "not refused";
+        std::string why = "not rejected";
         try {
             load();
         } catch (const std::runtime_error& e) {
@@ -100,21 +100,21 @@ TEST_F(SiteValuesTest, AWriteThatFailsChangesNothing) {
 }
 
 TEST_F(SiteValuesTest, AFileThatIsNotJsonIsAnError) {
-    EXPECT_EQ(0u, refusalOf("").find("1: syntax error"));
-    EXPECT_EQ(0u, refusalOf("{\n  \"format_version\": 1,\n  \"inst").find("3: syntax error"));
+    EXPECT_EQ(0u, errorOf("").find("1: syntax error"));
+    EXPECT_EQ(0u, errorOf("{\n  \"format_version\": 1,\n  \"inst").find("3: syntax error"));
 }
 
 TEST_F(SiteValuesTest, AFileOfAnotherFormIsAnError) {
-    EXPECT_EQ("1: not an object with \"format_version\" and \"instances\"", refusalOf("[]"));
-    EXPECT_EQ("1: no \"format_version\"", refusalOf("{}"));
-    EXPECT_EQ("2: format_version is not 1", refusalOf("{\n\"format_version\": 2}"));
-    EXPECT_EQ("1: format_version is not 1", refusalOf("{\"format_version\": \"1\"}"));
-    EXPECT_EQ("2: unknown member \"more\"", refusalOf("{\"format_version\": 1,\n\"more\": 1}"));
-    EXPECT_EQ("2: not an object of instances", refusalOf("{\"format_version\": 1,\n\"instances\": []}"));
+    EXPECT_EQ("1: not an object with \"format_version\" and \"instances\"", errorOf("[]"));
+    EXPECT_EQ("1: no \"format_version\"", errorOf("{}"));
+    EXPECT_EQ("2: format_version is not 1", errorOf("{\n\"format_version\": 2}"));
+    EXPECT_EQ("1: format_version is not 1", errorOf("{\"format_version\": \"1\"}"));
+    EXPECT_EQ("2: unknown member \"more\"", errorOf("{\"format_version\": 1,\n\"more\": 1}"));
+    EXPECT_EQ("2: not an object of instances", errorOf("{\"format_version\": 1,\n\"instances\": []}"));
     EXPECT_EQ("2: not an object of values",
-              refusalOf("{\"format_version\": 1, \"instances\": {\n\"a\": \"b\"}}"));
+              errorOf("{\"format_version\": 1, \"instances\": {\n\"a\": \"b\"}}"));
     EXPECT_EQ("3: not a string or null",
-              refusalOf("{\"format_version\": 1, \"instances\": {\n\"a\": {\"b\": null,\n\"c\": 5}}}"));
+              errorOf("{\"format_version\": 1, \"instances\": {\n\"a\": {\"b\": null,\n\"c\": 5}}}"));
     EXPECT_EQ("2: duplicate name \"b\"",
-              refusalOf("{\"format_version\": 1, \"instances\": {\"a\": {\"b\": \"x\",\n\"b\": \"y\"}}}"));
+              errorOf("{\"format_version\": 1, \"instances\": {\"a\": {\"b\": \"x\",\n\"b\": \"y\"}}}"));
 }

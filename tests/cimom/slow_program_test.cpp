@@ -1,4 +1,4 @@
-// Programs of the host that take their time.
+// Slow programs of the host.
 #include "StartedDaemon.hpp"
 #include "inventory/ProcessTree.hpp"
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-/** A host whose software inventory waits until it is told its answer through a named pipe. */
+/** A host whose software inventory reads its answer from a named pipe. */
 class SlowProgram : public StartedDaemon {
 protected:
     SlowProgram() {
@@ -26,7 +26,7 @@ protected:
     }
 
     std::string pipe() const { return directory().file("pipe"); }
-    /** The pipe, when the program has begun to read it. */
+    /** Opens the pipe. Waits until the program has opened it for reading. */
     int openPipe() const { return ::open(pipe().c_str(), O_WRONLY | O_CLOEXEC); }
     std::string runs() const { return support::readFile(directory().file("runs")); }
 };
@@ -42,7 +42,7 @@ bool isAnswered(const Client& client) {
     return ::poll(&reply, 1, 0) != 0;
 }
 
-void tell(int pipe, const std::string& line) {
+void answer(int pipe, const std::string& line) {
     EXPECT_EQ(static_cast<ssize_t>(line.size()), ::write(pipe, line.data(), line.size()));
     ::close(pipe);
 }
@@ -60,7 +60,7 @@ TEST_F(SlowProgram, BlocksOnlyClientsThatNeedItsAnswer) {
         instancesIn(other.exchange(httpRequest(enumerateBody("QAV_UnixProcessStatisticalInformation"))).body)
             .size());
     EXPECT_FALSE(isAnswered(waiting));
-    tell(pipe, "daemon 1.0 x Driver\n");
+    answer(pipe, "daemon 1.0 x Driver\n");
     EXPECT_EQ("3", runType(waiting.receive()));
 }
 
@@ -73,10 +73,10 @@ TEST_F(SlowProgram, RunsOnceForAllClientsThatWait) {
         xmlRequest("EnumerateInstanceNames",
                    "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"QAV_UnixProcess\"/></IPARAMVALUE>"));
     EXPECT_EQ(200u, Client(socketPath()).exchange(httpRequest(enumerateBody("QAV_OperatingSystem"))).status);
-    tell(pipe, "daemon 1.0 x Operating\n");
+    answer(pipe, "daemon 1.0 x Operating\n");
     EXPECT_EQ("2", runType(first.receive()));
     EXPECT_NE(std::string::npos, second.receive().body.find("Handle"));
-    EXPECT_EQ("2", runType(first.exchange(processes))) << "and it is kept";
+    EXPECT_EQ("2", runType(first.exchange(processes))) << "and it is cached";
     EXPECT_EQ("\n", runs());
 }
 
@@ -84,7 +84,7 @@ TEST_F(SlowProgram, AClientThatClosesMeanwhileDoesNoHarm) {
     {
         Client gone(socketPath());
         gone.send(processes);
-        tell(openPipe(), "daemon 1.0 x Driver\n");
+        answer(openPipe(), "daemon 1.0 x Driver\n");
     }
     EXPECT_EQ("3", runType(Client(socketPath()).exchange(processes)));
 }
@@ -97,7 +97,7 @@ TEST_F(SlowProgram, EndsWithTheObjectManager) {
     EXPECT_EQ("", daemon().nextErrorLine());
     EXPECT_EQ(0, daemon().wait());
     pollfd end{pipe, 0, 0};
-    EXPECT_EQ(1, ::poll(&end, 1, 20000)) << "nobody reads it any more";
+    EXPECT_EQ(1, ::poll(&end, 1, 20000)) << "the program has ended";
     EXPECT_NE(0, end.revents & POLLERR);
     ::close(pipe);
 }

@@ -150,7 +150,7 @@ TEST(StateFile, AFullDiskKeepsTheOldContent) {
     const TempDir directory;
     const StateFile file(directory.file("state"));
     file.replace("old");
-    // A limit on the size of files stands for the disk: both make write() end early.
+    // A limit on the size of files acts like a full disk: write() writes only a part.
     support::inChild(directory.path(), [&] {
         std::signal(SIGXFSZ, SIG_IGN);
         const rlimit small = {16, 16};

@@ -18,20 +18,20 @@ using support::TempDir;
 
 namespace {
 
-/** The words of a command with some of them replaced. */
-std::vector<std::string> with(std::vector<std::string> words, const std::string& old,
-                              const std::string& word) {
-    std::replace(words.begin(), words.end(), old, word);
-    return words;
+/** A command with one argument replaced. */
+std::vector<std::string> with(std::vector<std::string> command, const std::string& argument,
+                              const std::string& replacement) {
+    std::replace(command.begin(), command.end(), argument, replacement);
+    return command;
 }
 
-/** A command in an environment of its own. */
+/** A command that runs in the given environment. */
 std::vector<std::string> inEnvironment(const std::vector<std::string>& variables,
                                        const std::vector<std::string>& command) {
-    std::vector<std::string> words = {"/usr/bin/env", "-i"};
-    words.insert(words.end(), variables.begin(), variables.end());
-    words.insert(words.end(), command.begin(), command.end());
-    return words;
+    std::vector<std::string> all = {"/usr/bin/env", "-i"};
+    all.insert(all.end(), variables.begin(), variables.end());
+    all.insert(all.end(), command.begin(), command.end());
+    return all;
 }
 
 /** The default state file that the help names in an environment. */

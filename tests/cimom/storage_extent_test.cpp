@@ -103,7 +103,7 @@ TEST(StorageExtent, AllBlocksOfAFileSystemThatAreNotFreeAreUsed) {
     struct statvfs before;
     struct statvfs after;
     std::string used;
-    do { // until nobody else writes to the disk meanwhile
+    do { // repeat if another process has written to the disk meanwhile
         before = sizesOf(tree.realPath("/"));
         used = text(extent(tree, "8:2"), "StorageUsed");
         after = sizesOf(tree.realPath("/"));
@@ -132,14 +132,14 @@ TEST(StorageExtent, AFileSystemBelowARemoteOneIsNotRead) {
     StorageTree tree;
     tree.makeDirectory("/data/local");
     tree.makeDirectory("/database");
-    MountLine behind = {31, 30, "8:3", "/data/local", "ext4", "/dev/sda3"};
+    MountLine local = {31, 30, "8:3", "/data/local", "ext4", "/dev/sda3"};
     tree.writeMounts({{30, 27, "0:40", "/data", "nfs4", "box:/export"},
-                      behind,
+                      local,
                       {32, 27, "8:4", "/database", "ext4", "/dev/sda4"}});
     EXPECT_EQ("(null) (null) (null)", sizes(extent(tree, "8:3")));
     EXPECT_NE("(null)", text(extent(tree, "8:4"), "Blocksize"));
-    behind.parent = 27;
-    tree.writeMounts({{27, 1, "0:40", "/", "nfs4", "box:/root"}, behind});
+    local.parent = 27;
+    tree.writeMounts({{27, 1, "0:40", "/", "nfs4", "box:/root"}, local});
     EXPECT_NE("(null)", text(extent(tree, "8:3"), "Blocksize"));
 }
 

@@ -18,7 +18,7 @@ const std::string unusual = "gr\xc3\xbc\xc3\x9f"
                             "e, \xe4\xb8\x96\xe7\x95\x8c \xf0\x9f\x92\xa1";
 const std::string longest(maximumPassword, 'x');
 
-// Of "secret", cheap ones.
+// Hashes of "secret" that take little time to check.
 const std::string secretHash = "$6$rounds=1000$roundsalt$0oYNoemtpMZIRX8om2kSVpAjw8P5P5pxiTVoFwI/"
                                "3GjmMXe09pWsdsNY1YwdaoWbiv6Yfs7mJF3vB5Gg0.9Dx/";
 const std::string secretYescrypt =
@@ -34,11 +34,11 @@ std::string errorOf(Action action) {
     }
 }
 
-/** "<line>: <why>" of a text that is refused. */
-std::string refusalOf(const std::string& text) {
+/** "<line>: <why>" of a text that is rejected. */
+std::string textError(const std::string& text) {
     try {
         Users{text};
-        return "not refused";
+        return "not rejected";
     } catch (const Users::Error& e) {
         return std::to_string(e.line()) + ": " + e.what();
     }
@@ -147,18 +147,18 @@ TEST(Users, AnUnknownUserHasNoPassword) {
 }
 
 TEST(Users, AnInvalidTextIsReportedWithItsLine) {
-    EXPECT_EQ("2: no colon after the user name", refusalOf("#\nbob"));
-    EXPECT_EQ("1: no colon after the user name", refusalOf(" "));
-    EXPECT_EQ("1: user name: empty", refusalOf(":" + secretHash));
+    EXPECT_EQ("2: no colon after the user name", textError("#\nbob"));
+    EXPECT_EQ("1: no colon after the user name", textError(" "));
+    EXPECT_EQ("1: user name: empty", textError(":" + secretHash));
     EXPECT_EQ("3: duplicate user \"bob\", first on line 1",
-              refusalOf("bob:" + secretHash + "\n\nbob:" + secretYescrypt));
-    EXPECT_EQ("1: contains a control character", refusalOf("bob:" + secretHash + "\r\n"));
-    EXPECT_EQ("1: contains a control character", refusalOf("b\tob:" + secretHash));
-    EXPECT_EQ("1: contains a control character", refusalOf("# \x7f"));
-    EXPECT_EQ("1: contains a control character", refusalOf(std::string("\0", 1)));
+              textError("bob:" + secretHash + "\n\nbob:" + secretYescrypt));
+    EXPECT_EQ("1: contains a control character", textError("bob:" + secretHash + "\r\n"));
+    EXPECT_EQ("1: contains a control character", textError("b\tob:" + secretHash));
+    EXPECT_EQ("1: contains a control character", textError("# \x7f"));
+    EXPECT_EQ("1: contains a control character", textError(std::string("\0", 1)));
     EXPECT_EQ("1: the hash of user \"bob\" is of neither yescrypt ($y$) nor sha512crypt ($6$)",
-              refusalOf("bob:secret"));
-    EXPECT_EQ("2: the hash of user \"ann\" is malformed", refusalOf("\nann:$6$salt$"));
+              textError("bob:secret"));
+    EXPECT_EQ("2: the hash of user \"ann\" is malformed", textError("\nann:$6$salt$"));
 }
 
 TEST(Users, AChangeKeepsTheOtherLines) {
@@ -175,13 +175,13 @@ TEST(Users, AChangeKeepsTheOtherLines) {
 }
 
 TEST(Users, AnInvalidNameIsAnError) {
-    const auto refusal = [](const std::string& name) {
+    const auto nameError = [](const std::string& name) {
         return errorOf([&] { Users().set(name, secretHash); });
     };
-    EXPECT_EQ("user name: empty", refusal(""));
-    EXPECT_EQ("user name: begins with #", refusal("#bob"));
-    EXPECT_EQ("user name: contains a colon", refusal("b:ob"));
-    EXPECT_EQ("user name: contains a control character", refusal("bob\n"));
+    EXPECT_EQ("user name: empty", nameError(""));
+    EXPECT_EQ("user name: begins with #", nameError("#bob"));
+    EXPECT_EQ("user name: contains a colon", nameError("b:ob"));
+    EXPECT_EQ("user name: contains a control character", nameError("bob\n"));
 }
 
 TEST_F(UsersFileTest, TheFileHoldsTheUsers) {
@@ -288,8 +288,8 @@ TEST(Users, MayBeMarkedAsReadOnly) {
     EXPECT_TRUE(users.matches("bob", "secret"));
     EXPECT_EQ(text, users.text());
     EXPECT_EQ("1: invalid mark after the hash, not \"read-only\"",
-              refusalOf("bob:" + secretHash + ":readonly"));
-    EXPECT_EQ("1: invalid mark after the hash, not \"read-only\"", refusalOf("bob:" + secretHash + ":"));
+              textError("bob:" + secretHash + ":readonly"));
+    EXPECT_EQ("1: invalid mark after the hash, not \"read-only\"", textError("bob:" + secretHash + ":"));
 }
 
 TEST(Users, KeepTheirAccessWithANewPassword) {

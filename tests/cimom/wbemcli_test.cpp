@@ -1,4 +1,4 @@
-// A client that others wrote, over the network.
+// An independent client on the network.
 #include "StartedDaemon.hpp"
 
 #include <sys/stat.h>
@@ -26,7 +26,7 @@ protected:
         start({"--listen", "0", "--users", users, "--instances", directory().file("site")});
     }
 
-    /** What a command prints; its error output when it fails. */
+    /** The output of a command, or its error output if it fails. */
     std::string run(std::vector<std::string> command, const std::string& path,
                     const std::string& argument = "", const std::string& login = "") const {
         command.insert(command.begin(), WBEMCLI);

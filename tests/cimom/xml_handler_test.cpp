@@ -11,7 +11,7 @@ using namespace xml_calls;
 
 namespace {
 
-/** What an operation returned, out of the frame that must be around it. */
+/** The result of an operation, without the elements that must enclose it. */
 std::string returned(const std::string& operation, const OperationReply& reply) {
     const std::string before = "<?xml version=\"1.0\" encoding=\"utf-8\" ?><CIM CIMVERSION=\"2.0\" "
                                "DTDVERSION=\"2.0\"><MESSAGE ID=\"4711\" PROTOCOLVERSION=\"1.0\"><SIMPLERSP>"
@@ -193,7 +193,7 @@ TEST(XmlHandler, AnErrorStandsInTheBodyToo) {
 
 TEST(XmlHandler, AnErrorQuotesNoMoreThanAKilobyte) {
     const std::string start = "/root/cimv2:";
-    // The character that the limit would cut in two is left out.
+    // A character that the limit would split is omitted.
     const std::string name = std::string(maximumDescription - start.size() - 1, 'x') + "\xC3\xA4";
     EXPECT_EQ("5 " + start + name.substr(0, name.size() - 2), errorOf("EnumerateInstances", className(name)));
     EXPECT_EQ("5 " + start + name.substr(1),

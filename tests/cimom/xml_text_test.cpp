@@ -24,7 +24,7 @@ TEST(XmlText, CharactersOfXmlStay) {
 
 TEST(XmlText, ControlCharactersAreReplaced) {
     EXPECT_EQ("a" + mark + "b" + mark + mark, clean(std::string("a\0b\x1F\x01", 5)));
-    EXPECT_EQ(mark + mark, clean("\xEF\xBF\xBE\xEF\xBF\xBF")) << "U+FFFE and U+FFFF, which are no characters";
+    EXPECT_EQ(mark + mark, clean("\xEF\xBF\xBE\xEF\xBF\xBF")) << "U+FFFE and U+FFFF are not characters";
 }
 
 TEST(XmlText, BytesThatAreNoCharactersAreReplacedOneByOne) {

@@ -1,4 +1,4 @@
-// Documents that are no requests, and what a request must agree with.
+// Documents that are not requests, and requests that contradict their head.
 #include "XmlCalls.hpp"
 
 using namespace cimom;
@@ -7,8 +7,8 @@ using namespace xml_calls;
 
 namespace {
 
-/** `<status> <reason>: <CIMError>` by which a document is refused. */
-std::string refusalOf(const std::string& document) {
+/** `<status> <reason>: <CIMError>` of the error response to a document. */
+std::string errorResponseTo(const std::string& document) {
     try {
         replyTo(document);
         return "none";
@@ -19,7 +19,7 @@ std::string refusalOf(const std::string& document) {
 
 } // namespace
 
-TEST(XmlRefusal, ABodyThatContradictsItsHeadIsRefused) {
+TEST(XmlErrorResponse, ABodyThatContradictsItsHeadIsRefused) {
     const auto answerTo = [](std::optional<std::string> method, std::optional<std::string> object) {
         ObjectManager manager = lampManager({"red"});
         try {
@@ -38,49 +38,50 @@ TEST(XmlRefusal, ABodyThatContradictsItsHeadIsRefused) {
     EXPECT_EQ(mismatch, answerTo(std::nullopt, ""));
 }
 
-TEST(XmlRefusal, ADocumentThatIsNotWellFormedIsRefused) {
-    EXPECT_EQ("400 Bad request: request-not-well-formed", refusalOf(replaced(good, "</SIMPLEREQ>", "")));
-    EXPECT_EQ("400 Bad request: request-not-well-formed", refusalOf("CIM"));
-    EXPECT_EQ("400 Bad request: request-not-well-formed", refusalOf(good + "<CIM/>"));
+TEST(XmlErrorResponse, ADocumentThatIsNotWellFormedIsRefused) {
+    EXPECT_EQ("400 Bad request: request-not-well-formed",
+              errorResponseTo(replaced(good, "</SIMPLEREQ>", "")));
+    EXPECT_EQ("400 Bad request: request-not-well-formed", errorResponseTo("CIM"));
+    EXPECT_EQ("400 Bad request: request-not-well-formed", errorResponseTo(good + "<CIM/>"));
 }
 
-TEST(XmlRefusal, ADocumentThatIsNotARequestIsRefused) {
+TEST(XmlErrorResponse, ADocumentThatIsNotARequestIsRefused) {
     const std::string loosely = "400 Bad request: request-not-loosely-valid";
-    EXPECT_EQ(loosely, refusalOf(""));
-    EXPECT_EQ(loosely, refusalOf("<HTML/>"));
-    EXPECT_EQ(loosely, refusalOf("<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"/>"));
-    EXPECT_EQ(loosely, refusalOf("<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE/></CIM>"));
-    EXPECT_EQ(loosely, refusalOf(replaced(replaced(good, "<SIMPLEREQ>", "<SIMPLERSP>"), "</SIMPLEREQ>",
-                                          "</SIMPLERSP>")));
-    EXPECT_EQ(loosely,
-              refusalOf(replaced(replaced(good, "<IMETHODCALL", "<CALL"), "</IMETHODCALL>", "</CALL>")));
+    EXPECT_EQ(loosely, errorResponseTo(""));
+    EXPECT_EQ(loosely, errorResponseTo("<HTML/>"));
+    EXPECT_EQ(loosely, errorResponseTo("<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"/>"));
+    EXPECT_EQ(loosely, errorResponseTo("<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"><MESSAGE/></CIM>"));
+    EXPECT_EQ(loosely, errorResponseTo(replaced(replaced(good, "<SIMPLEREQ>", "<SIMPLERSP>"), "</SIMPLEREQ>",
+                                                "</SIMPLERSP>")));
+    EXPECT_EQ(loosely, errorResponseTo(
+                           replaced(replaced(good, "<IMETHODCALL", "<CALL"), "</IMETHODCALL>", "</CALL>")));
 }
 
-TEST(XmlRefusal, OtherVersionsAndBatchesAreNotImplemented) {
+TEST(XmlErrorResponse, OtherVersionsAndBatchesAreNotImplemented) {
     EXPECT_EQ("501 Not implemented: unsupported-cim-version",
-              refusalOf(replaced(good, "CIMVERSION=\"2.0\"", "CIMVERSION=\"1.0\"")));
+              errorResponseTo(replaced(good, "CIMVERSION=\"2.0\"", "CIMVERSION=\"1.0\"")));
     for (const char* const version : {"3.0", "20.1", "2", "2.", "2.x", ""})
-        EXPECT_EQ(
-            "501 Not implemented: unsupported-dtd-version",
-            refusalOf(replaced(good, "DTDVERSION=\"2.0\"", "DTDVERSION=\"" + std::string(version) + "\"")))
+        EXPECT_EQ("501 Not implemented: unsupported-dtd-version",
+                  errorResponseTo(
+                      replaced(good, "DTDVERSION=\"2.0\"", "DTDVERSION=\"" + std::string(version) + "\"")))
             << version;
-    EXPECT_EQ(
-        "501 Not implemented: multiple-requests-unsupported",
-        refusalOf(replaced(replaced(good, "<SIMPLEREQ>", "<MULTIREQ>"), "</SIMPLEREQ>", "</MULTIREQ>")));
+    EXPECT_EQ("501 Not implemented: multiple-requests-unsupported",
+              errorResponseTo(
+                  replaced(replaced(good, "<SIMPLEREQ>", "<MULTIREQ>"), "</SIMPLEREQ>", "</MULTIREQ>")));
 }
 
-TEST(XmlRefusal, EachMinorVersionOfVersionTwoIsAccepted) {
+TEST(XmlErrorResponse, EachMinorVersionOfVersionTwoIsAccepted) {
     for (const char* const version : {"2.0", "2.1", "2.4", "2.3.1", "2.10"}) {
         const auto with = [version](const char* attribute) {
             return attribute + ("=\"" + std::string(version)) + "\"";
         };
-        EXPECT_EQ("none", refusalOf(replaced(replaced(good, "CIMVERSION=\"2.0\"", with("CIMVERSION")),
-                                             "DTDVERSION=\"2.0\"", with("DTDVERSION"))))
+        EXPECT_EQ("none", errorResponseTo(replaced(replaced(good, "CIMVERSION=\"2.0\"", with("CIMVERSION")),
+                                                   "DTDVERSION=\"2.0\"", with("DTDVERSION"))))
             << version;
     }
 }
 
-TEST(XmlRefusal, AnIncompleteWriteIsNotCarriedOut) {
+TEST(XmlErrorResponse, AnIncompleteWriteIsNotCarriedOut) {
     const std::string whole = modification(lampName("red"), room);
     ObjectManager manager = lampManager({"red"});
     const XmlHandler handler(manager);
