@@ -15,8 +15,9 @@ using namespace OpenWBEM;
 /** Creates random objects, the same in every run. */
 class RandomObjects {
 public:
-    /** Texts for the binary protocol have any bytes but NUL, and lengths around the limits of the length
-     * forms. Texts for CIM-XML have characters, and its dates survive their text form. */
+    /** The protocol. Texts for the binary protocol contain any bytes except NUL; their lengths are close to
+     * the limits of the encodings of lengths. Texts for CIM-XML consist of characters. Dates for CIM-XML have
+     * an exact text form. */
     enum class Kind { binary, xml };
     explicit RandomObjects(Kind kind)
         : m_kind(kind) {}

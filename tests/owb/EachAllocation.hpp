@@ -29,7 +29,7 @@ inline bool runsOut(const Call& call, void (*fail)(long), long allocation, long 
     fail(allocation);
     try {
         result = call.make(q);
-    } catch (const std::bad_alloc&) { // passes through, like all exceptions that are not the client library's
+    } catch (const std::bad_alloc&) { // passes: the bridge handles only exceptions of the client library
     }
     const bool hasFailed = support::memory::stopFailing();
     EXPECT_TRUE(result == good || call.failures.count(result) == 1) << result;

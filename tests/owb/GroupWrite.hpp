@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-/** A good answer to a request to modify an instance. */
+/** A successful answer to a request to modify an instance. */
 inline support::Step done() {
     return support::Step::answer(support::wire::plainReply(std::string(1, '\0')));
 }
 
-/** A good answer to an enumeration. */
+/** A successful answer to an enumeration. */
 inline support::Step instances(const std::vector<std::string>& all) {
     return support::Step::answer(support::wire::chunkedReply(support::wire::enumeration(all)));
 }

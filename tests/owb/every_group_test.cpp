@@ -130,12 +130,12 @@ TEST_F(EveryGroup, TheRootFileSystem) {
         EXPECT_EQ(status.f_blocks, std::stoull(extent.at("NumberOfBlocks")));
         EXPECT_EQ("/", extent.at("Purpose"));
 
-        const Row residence =
+        const Row backing =
             rowWith(rowsOf(24), "Dependent",
                     "/root/cimv2:QAV_FileSystem.CreationClassName=\"QAV_FileSystem\",Name=\"/\"");
         EXPECT_EQ("/root/cimv2:QAV_StorageExtent.CreationClassName=\"QAV_StorageExtent\",DeviceID=\"" +
                       extent.at("DeviceID") + "\"",
-                  residence.at("Antecedent"));
+                  backing.at("Antecedent"));
     });
 }
 
@@ -267,21 +267,21 @@ TEST_F(EveryGroup, ModulesAndTheirPlaces) {
         const std::vector<Row> modules = rowsOf(27);
         const std::vector<Row> locations = rowsOf(30);
         const std::vector<Row> packages = rowsOf(28);
-        const std::vector<Row> places = rowsOf(29);
+        const std::vector<Row> associations = rowsOf(29);
         EXPECT_EQ(modules.size(), values(modules, "_INDEX").size());
         EXPECT_EQ(modules.size(), locations.size());
         EXPECT_EQ(modules.size(), packages.size());
-        EXPECT_EQ(modules.size(), places.size());
+        EXPECT_EQ(modules.size(), associations.size());
         for (const Row& module : modules) {
             const std::string path = "/root/cimv2:QAV_XRULogicalModule.CreationClassName=\""
                                      "QAV_XRULogicalModule\",DeviceID=\"" +
                                      module.at("DeviceID") + "\"";
             EXPECT_EQ("/root/cimv2:QAV_K70Chassis.Tag=\"Chassis\",CreationClassName=\"QAV_K70Chassis\"",
                       rowWith(packages, "Dependent", path).at("Antecedent"));
-            const std::string place = rowWith(places, "SystemElement", path).at("SameElement");
+            const std::string location = rowWith(associations, "SystemElement", path).at("SameElement");
             const std::string before = "/root/cimv2:QAV_CoreTelephony_ModuleLocation.Key=\"";
-            ASSERT_EQ(before, place.substr(0, before.size()));
-            rowWith(locations, "Key", place.substr(before.size(), place.size() - before.size() - 1));
+            ASSERT_EQ(before, location.substr(0, before.size()));
+            rowWith(locations, "Key", location.substr(before.size(), location.size() - before.size() - 1));
             // PCI devices are cards, except bridges.
             const std::string pci = "pci:";
             if (module.at("DeviceID").compare(0, pci.size(), pci) == 0) {

@@ -1,4 +1,4 @@
-// The running software as the real object manager serves it, against what the library reads itself.
+// The running software that the real object manager serves, compared with what the library reads itself.
 #include "owb.h"
 
 #include "ServedGroups.hpp"

@@ -3,9 +3,9 @@
 namespace owbctl_test {
 
 support::ProgramResult owbctl(const std::vector<std::string>& arguments) {
-    std::vector<std::string> words{OWBCTL};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    return support::runProgram(words);
+    std::vector<std::string> command{OWBCTL};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return support::runProgram(command);
 }
 
 support::ProgramResult shell(const std::string& line) {
@@ -30,7 +30,7 @@ std::vector<support::Step> writeOf(const support::Step& before, const support::S
 
 std::string deadUrl() {
     const support::TempDir directory;
-    return support::urlOf(directory.file("nobody"));
+    return support::urlOf(directory.file("missing"));
 }
 
 support::ProgramResult owbctlAt(const std::vector<support::Step>& answers,

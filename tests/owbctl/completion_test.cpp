@@ -16,7 +16,7 @@ TEST(Completion, CommandsAndOptionsComeFromTheProgram) {
     EXPECT_EQ(complete({"g"}), "get\ngroups\n");
     EXPECT_EQ(complete({"--t"}), "--timeout\n--trace\n");
     EXPECT_EQ(complete({"watch", "--i"}), "--interval\n");
-    EXPECT_EQ(complete({"watch", "4", "--u"}), "--url\n") << "those of the program too";
+    EXPECT_EQ(complete({"watch", "4", "--u"}), "--url\n") << "options of the program, too";
     EXPECT_EQ(complete({"time", ""}), "epoch\ninterval\n");
 }
 
@@ -25,12 +25,12 @@ TEST(Completion, GroupsAreOfferedAsNumbersAndClasses) {
     EXPECT_EQ(complete({"get", "a"}), "all\n");
     EXPECT_EQ(complete({"-o", "csv", "get", "4", "QAV_UDP"}), "QAV_UDPStatisticalData\n");
     EXPECT_EQ(complete({"watch", "HR_"}), "HR_DEVICE\nHR_NETWORK\n");
-    EXPECT_EQ(complete({"watch", "4", "HR_"}), "") << "it takes one";
+    EXPECT_EQ(complete({"watch", "4", "HR_"}), "") << "the command takes one group";
 }
 
 TEST(Completion, PropertiesOfTheGroupAreOffered) {
     EXPECT_EQ(complete({"set", "2", "0", "S"}), "SNMPObjectID=\nSysServices=\nSystemName=\nSystemVersion=\n");
-    EXPECT_EQ(complete({"set", "2", ""}), "") << "of rows nothing is known";
+    EXPECT_EQ(complete({"set", "2", ""}), "") << "rows have no candidates";
     EXPECT_EQ(complete({"get", "2", "4", "--property", "SystemName", "Num"}),
               "NumberOfProcesses\nNumberOfUsers\n");
 }
@@ -41,7 +41,7 @@ TEST(Completion, ValuesOfOptionsAreOffered) {
     EXPECT_EQ(complete({"get", "4", "--output=j"}), "--output=json\n");
     EXPECT_EQ(complete({"time", "interval", "--unit", ""}), "cs\nms\ns\nus\n");
     EXPECT_EQ(complete({"--url", ""}), "");
-    EXPECT_EQ(complete({"--url", "x", "gr"}), "groups\n") << "the value is no command";
+    EXPECT_EQ(complete({"--url", "x", "gr"}), "groups\n") << "the value is not a command";
 }
 
 /** The candidates of bash for a command line with the cursor at its end. */
@@ -64,7 +64,7 @@ TEST(Completion, TheShellFunctionAsksTheProgram) {
 TEST(Completion, WordsThatTheShellSplitsReachTheProgramAsOne) {
     EXPECT_EQ(offered("owbctl --url http://h:5988 wat"), "watch\n");
     EXPECT_EQ(offered("owbctl --output=js"), "json\n") << "only the part after the =";
-    EXPECT_EQ(offered("owbctl set 2 0 PrimaryOwnerContact=Sys"), "\n") << "nothing is known of values";
+    EXPECT_EQ(offered("owbctl set 2 0 PrimaryOwnerContact=Sys"), "\n") << "values have no candidates";
     EXPECT_EQ(offered("owbctl set 2 0 PrimaryO"), "PrimaryOwnerContact=\n");
 }
 

@@ -89,7 +89,7 @@ TEST(Groups, LinesAreWrappedToTheWidthOfATerminal) {
         ASSERT_NE(text, std::string::npos);
         joined += (text > 40 ? " " + line.substr(text) : "\n" + line);
     }
-    EXPECT_EQ(joined.substr(1) + "\n", owbctl({"groups"}).out) << "no word may get lost";
+    EXPECT_EQ(joined.substr(1) + "\n", owbctl({"groups"}).out) << "every word must be there";
 }
 
 TEST(Groups, TheJsonDocumentHoldsEveryGroup) {

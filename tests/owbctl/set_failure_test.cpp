@@ -16,7 +16,7 @@ support::Step system() {
     return instanceOf({stringProperty("SystemName", "host")});
 }
 
-support::Step refusal() {
+support::Step error() {
     return support::Step::answer(cimErrorReply(1, "failed"));
 }
 
@@ -36,7 +36,7 @@ struct SetRun {
 };
 
 TEST(SetFailure, AFailedReadPreventsTheWrite) {
-    const SetRun run({refusal()}, "0");
+    const SetRun run({error()}, "0");
     EXPECT_EQ(run.result.exitCode, 15);
     EXPECT_EQ(run.result.out, "");
     EXPECT_EQ(run.result.err,
@@ -46,7 +46,7 @@ TEST(SetFailure, AFailedReadPreventsTheWrite) {
 }
 
 TEST(SetFailure, AFailedWriteIsReported) {
-    const SetRun run({system(), refusal()}, "0");
+    const SetRun run({system(), error()}, "0");
     EXPECT_EQ(run.result.exitCode, 15);
     EXPECT_EQ(run.result.out, "");
     EXPECT_EQ(run.result.err,
@@ -66,7 +66,7 @@ TEST(SetFailure, AClassThatLostItsInstancesBeforeTheWriteGivesStatus12) {
 }
 
 TEST(SetFailure, AFailureToReadBackIsReported) {
-    const SetRun run({system(), system(), accepted(), refusal()}, "0");
+    const SetRun run({system(), system(), accepted(), error()}, "0");
     EXPECT_EQ(run.result.exitCode, 15);
     EXPECT_EQ(run.result.out, "");
     EXPECT_EQ(run.result.err, "owbctl: group 2 (QAV_System), row 0: cannot read back, the values were "
@@ -109,7 +109,7 @@ TEST(SetFailure, ARowThatDisappearsDuringTheWriteIsReported) {
 }
 
 TEST(SetFailure, AFailureAppearsInTheJsonDocument) {
-    const support::ScriptedPeer peer({system(), system(), accepted(), refusal()});
+    const support::ScriptedPeer peer({system(), system(), accepted(), error()});
     const support::ProgramResult result =
         owbctl({"-ojson", "--url", peer.url(), "set", "2", "0", "SystemName=new"});
     EXPECT_EQ(result.exitCode, 15);

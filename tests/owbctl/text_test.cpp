@@ -15,7 +15,7 @@ TEST(Printable, BytesThatAreNotUtf8AreEscaped) {
     EXPECT_EQ(printable("\x80z"), "\\x80z") << "continuation without a lead";
     EXPECT_EQ(printable("\xe2\x82"), "\\xe2\\x82") << "cut off";
     EXPECT_EQ(printable("\xc3z"), "\\xc3z") << "lead without a continuation";
-    EXPECT_EQ(printable("\xc0\xaf"), "\\xc0\\xaf") << "longer than need be";
+    EXPECT_EQ(printable("\xc0\xaf"), "\\xc0\\xaf") << "longer than needed";
     EXPECT_EQ(printable("\xed\xa0\x80"), "\\xed\\xa0\\x80") << "surrogate";
     EXPECT_EQ(printable("\xf4\x90\x80\x80"), "\\xf4\\x90\\x80\\x80") << "beyond U+10FFFF";
 }

@@ -85,7 +85,8 @@ TEST(Watch, AFailedReadingIsReportedAndTheNextFollows) {
         watch({datagrams(5, 1), error, error, datagrams(5, 2)}, "3", "table");
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_NE(result.out.find("  sample 2\nno answer\n"), std::string::npos) << result.out;
-    EXPECT_NE(result.out.find("\nNoPorts      2  +"), std::string::npos) << "beside the last good one";
+    EXPECT_NE(result.out.find("\nNoPorts      2  +"), std::string::npos)
+        << "the difference to the last successful reading";
     EXPECT_EQ(result.err.rfind("owbctl: group 14 (QAV_UDPStatisticalData): no answer ", 0), 0u) << result.err;
 }
 

@@ -122,7 +122,7 @@ TEST(RunCommand, AMissingCommandReturns127AndTheMessageOfTheShell) {
 
 TEST(RunCommand, ASignalThatEndsTheCommandIsReportedOnlyByTheStatus) {
     for (const int signal : {1, 6, 9, 11, 15}) {
-        const Outcome result = run("echo before; kill -" + std::to_string(signal) + " $$; echo behind");
+        const Outcome result = run("echo before; kill -" + std::to_string(signal) + " $$; echo after");
         EXPECT_EQ(128 + signal, result.status);
         EXPECT_EQ(Lines{"before"}, result.out);
         EXPECT_EQ(Lines{}, result.err);

@@ -38,7 +38,7 @@ configure AUTO
 quietly "$cmake" --build "$build" --target "${targets[@]}"
 configure SYSTEM
 quietly "$cmake" --build "$build" --target "${targets[@]}"
-expect "$(<"$directory/output")" "no work to do" "what SYSTEM builds behind AUTO"
+expect "$(<"$directory/output")" "no work to do" "what SYSTEM builds after AUTO"
 
 for component in library development; do
     quietly "$cmake" --install "$build" --prefix "$tree" --component "$component"
@@ -47,7 +47,7 @@ quietly "$cmake" --install "$build/owbctl" --prefix "$tree"
 bridge=$(find "$tree" -name libowb.so.1)
 expect_installed_client "$bridge"
 expect_installed_client "$tree/bin/owbctl"
-[[ -z $(find "$tree" -name 'libowclient*' -o -name 'OW_*') ]] || fail "a client library is installed beside the one found"
+[[ -z $(find "$tree" -name 'libowclient*' -o -name 'OW_*') ]] || fail "a client library is installed in addition to the one found"
 
 quietly "$ctest" --test-dir "$build/tests/owb" --output-on-failure --timeout 60 -j 2 -E _NOT_BUILT
 LD_LIBRARY_PATH=${bridge%/*} quietly "$end_to_end"
