@@ -1,5 +1,5 @@
-#ifndef OWBCTL_DOCTOR_DOCTOR_HPP
-#define OWBCTL_DOCTOR_DOCTOR_HPP
+#ifndef OWBCTL_COMMANDS_DOCTOR_HPP
+#define OWBCTL_COMMANDS_DOCTOR_HPP
 
 #include "agent/Trace.hpp"
 #include "formats/Format.hpp"

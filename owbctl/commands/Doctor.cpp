@@ -1,4 +1,4 @@
-#include "doctor/Doctor.hpp"
+#include "commands/Doctor.hpp"
 
 #include "agent/Endpoint.hpp"
 #include "commands/Report.hpp"
