@@ -30,10 +30,6 @@ target_compile_definitions(owb_flags INTERFACE _FILE_OFFSET_BITS=64)
 target_compile_options(owb_flags INTERFACE -UNDEBUG)
 target_compile_definitions(owb_flags INTERFACE BOOST_DISABLE_ASSERTS)
 
-# Options of targets and sources whose speed matters to no test. They shorten a sanitizer build: unoptimised code compiles
-# twice as fast.
-set(OWB_COLD_OPTIONS $<$<BOOL:${OWB_SANITIZE}>:-O0>)
-
 if(OWB_HARDEN)
     # A definition precedes all options, so that a target can undefine it.
     target_compile_definitions(owb_flags INTERFACE _FORTIFY_SOURCE=2)
