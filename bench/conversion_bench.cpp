@@ -51,7 +51,7 @@ Sample statistics() {
     for (const ExtItem* row = ExtItemList; sample.properties.size() < 10; ++row)
         if (row->group == sample.group)
             sample.properties.push_back(wire::property(
-                row->property, wire::UINT64, wire::bigEndian(1234567 * sample.properties.size(), 8)));
+                row->property, wire::UINT64, wire::bigEndian(1234567ULL * sample.properties.size(), 8)));
     return sample;
 }
 

@@ -88,6 +88,7 @@ double measure(int instances) {
         round = measureRound(instances, manager, bare);
     const auto median = [&](auto part) {
         std::vector<double> results;
+        results.reserve(rounds.size());
         for (const Round& round : rounds)
             results.push_back(part(round));
         return bench::median(results);

@@ -106,7 +106,7 @@ std::string ask(const char* prompt, const DeferredSignals& signals) {
 std::string askTwice() {
     const DeferredSignals signals;
     const EchoOff hidden;
-    const std::string password = ask("New password: ", signals);
+    std::string password = ask("New password: ", signals);
     if (ask("Retype new password: ", signals) != password)
         throw std::runtime_error("passwords do not match");
     return password;
@@ -115,7 +115,7 @@ std::string askTwice() {
 } // namespace
 
 std::string newPassword() {
-    const std::string password = ::isatty(terminal) != 0 ? askTwice() : readLine();
+    std::string password = ::isatty(terminal) != 0 ? askTwice() : readLine();
     if (password.empty())
         throw std::runtime_error("password: empty");
     if (ascii::holdsControls(password))

@@ -126,7 +126,7 @@ char* owbStringClean(char* src, char* dst) {
     clean(copy);
     if (dst)
         return dst;
-    std::strcpy(src, copy);
+    std::memcpy(src, copy, std::strlen(copy) + 1);
     std::free(copy);
     return src;
 }

@@ -61,7 +61,7 @@ long lastNumber(const char* oid) {
 
 TEST(Catalogue, HasTheRowsOfTheLibraryInTheirOrder) {
     std::size_t index = 0;
-    for (; ExtItemList[index].group != -1 && index < attributes.size(); ++index) {
+    for (; index < attributes.size() && ExtItemList[index].group != -1; ++index) {
         const ExtItem& item = ExtItemList[index];
         const Attribute& attribute = attributes[index];
         EXPECT_EQ(addressOf(attribute), Address(item.group, item.nom)) << index;

@@ -96,7 +96,8 @@ TEST(InstanceData, NamesMatchLikeStrcasecmpInTheLocaleOfTheAgent) {
     GTEST_SKIP() << "the sanitizer's strcasecmp() knows no locale";
 #endif
     if (!support::runInFakeLocale("tr_TR", "UTF-8", [] {
-            ASSERT_NE(0, ::strcasecmp("SerialNumber", "SERIALNUMBER")) << "i is no I in lower case";
+            const std::string name = "SerialNumber";
+            ASSERT_NE(0, ::strcasecmp(name.c_str(), "SERIALNUMBER")) << "i is no I in lower case";
             EXPECT_EQ((Items{"0/10/7/0=s"}), itemsOf(0, {CIMProperty("SERIALNUMBER", CIMValue("no")),
                                                          CIMProperty("SerialNUMBER", CIMValue("s"))}));
         }))
