@@ -95,11 +95,7 @@ std::set<std::string> identifiersIn(const std::string& text) {
 }
 
 std::string pageOf(const std::string& directory, const std::string& name) {
-    const std::string page = contentOf(directory + "/" + name + ".3");
-    std::smatch alias;
-    if (!std::regex_match(page, alias, std::regex(R"(\.so man3/(\w+)\.3\n)")))
-        return page;
-    return contentOf(directory + "/" + alias.str(1) + ".3");
+    return contentOf(directory + "/" + name + ".3");
 }
 
 std::vector<std::string> namesOfPages(const std::string& directory) {

@@ -22,7 +22,7 @@ std::vector<Declaration> declarationsIn(const std::string& header);
 /** All identifiers of a text. */
 std::set<std::string> identifiersIn(const std::string& text);
 
-/** The page of a name in section 3. Follows an alias. Throws if there is no page. */
+/** The page of a name in section 3. Throws if there is no page. */
 std::string pageOf(const std::string& directory, const std::string& name);
 
 /** The names of all pages of section 3. */
