@@ -31,9 +31,9 @@ enum class Type : std::uint16_t {
 struct Value {
     Type type = Type::null;
     /**
-     * A number for integer (sign-extended from 32 bits), counter32, gauge32, timeTicks and counter64; bytes for
-     * octetString, ipAddress (4 bytes) and opaque; sub-identifiers for objectIdentifier; nothing for the other
-     * types.
+     * A number for integer (sign-extended from 32 bits), counter32, gauge32, timeTicks and counter64; bytes
+     * for octetString, ipAddress (4 bytes) and opaque; sub-identifiers for objectIdentifier; nothing for the
+     * other types.
      */
     std::variant<std::monostate, std::uint64_t, std::string, Oid> content;
 
