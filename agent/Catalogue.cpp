@@ -12,44 +12,66 @@ namespace {
 const std::array<GroupClass, highestGroup + 1>& groupClasses() {
     static const std::array<GroupClass, highestGroup + 1> classes = {{
         {"QAV_K70Chassis",
+         "chassis",
          "The enclosure of the host: model, manufacturer, serial number, location",
          {"Tag", "CreationClassName"}},
-        {"QAV_System", "When the name of the host or of its operating system last changed", {}},
         {"QAV_System",
+         "system-change",
+         "When the name of the host or of its operating system last changed",
+         {}},
+        {"QAV_System",
+         "system",
          "The host: name, contact, location, services, version of its operating system",
          {"Name", "CreationClassName"}},
-        {"QAV_StorageExtent", "Memory, swap space and local file systems as storage: size and use", {}},
+        {"QAV_StorageExtent",
+         "storage",
+         "Memory, swap space and local file systems as storage: size and use",
+         {}},
         {"QAV_OperatingSystem",
+         "os",
          "The running system: boot time, local time, boot device, numbers of users and processes",
          {}},
-        {"QAV_TCPProtocolEndpoint", "TCP: settings", {}},
-        {"QAV_TCPStatisticalData", "TCP: counters", {}},
-        {"QAV_TCPProtocolEndpoint", "TCP: connections and listeners", {}},
+        {"QAV_TCPProtocolEndpoint", "tcp-settings", "TCP: settings", {}},
+        {"QAV_TCPStatisticalData", "tcp", "TCP: counters", {}},
+        {"QAV_TCPProtocolEndpoint", "connections", "TCP: connections and listeners", {}},
         {"QAV_LANEndpointNetworkPortAssociation",
+         "interface-traffic",
          "Which network interface (group 9) has which counters (group 10)",
          {}},
-        {"QAV_LANEndpoint", "Network interfaces: address, state, speed", {}},
-        {"QAV_NetworkPortStatistics", "Network interfaces: counters", {}},
-        {"QAV_ICMPStatisticalData", "ICMP: counters", {}},
-        {"QAV_IPProtocolEndpoint", "IP version 4: settings", {}},
-        {"QAV_IPStatisticalData", "IP version 4: counters", {}},
-        {"QAV_UDPStatisticalData", "UDP: counters", {}},
-        {"QAV_SoftwareIdentity", "Installed packages", {}},
-        {"QAV_UnixProcess", "Processes: name, program, arguments, kind and state", {}},
-        {"QAV_OperatingSystem", "Boot time and local time, as in group 4", {}},
-        {"QAV_MediaAccessDevice", "Disks", {}},
-        {"QAV_DiskPartition", "Partitions of disks", {}},
-        {"QAV_FileSystem", "Mounted file systems that store files", {}},
-        {"HR_DEVICE", "Devices: processors, disks and network interfaces", {}},
-        {"QAV_UnixProcessStatisticalInformation", "Processes: processor time and sizes", {}},
-        {"QAV_ResidesOnPartition", "Which file system (group 20) is on which partition (group 19)", {}},
-        {"QAV_ResidesOnExtent", "Which file system (group 20) is on which storage (group 3)", {}},
-        {"HR_NETWORK", "Which device (group 21) a network interface (group 9) is", {}},
-        {"QAV_K70ExpansionChassis", "Further enclosures", {}},
-        {"QAV_XRULogicalModule", "Modules: memory modules and expansion cards", {}},
-        {"QAV_XRUPackageDependency", "Which module (group 27) is in which enclosure (group 0)", {}},
-        {"QAV_XRULogicalModuleLocation", "Which module (group 27) is in which slot (group 30)", {}},
-        {"QAV_CoreTelephony_ModuleLocation", "Slots of modules", {}},
+        {"QAV_LANEndpoint", "interfaces", "Network interfaces: address, state, speed", {}},
+        {"QAV_NetworkPortStatistics", "traffic", "Network interfaces: counters", {}},
+        {"QAV_ICMPStatisticalData", "icmp", "ICMP: counters", {}},
+        {"QAV_IPProtocolEndpoint", "ip-settings", "IP version 4: settings", {}},
+        {"QAV_IPStatisticalData", "ip", "IP version 4: counters", {}},
+        {"QAV_UDPStatisticalData", "udp", "UDP: counters", {}},
+        {"QAV_SoftwareIdentity", "packages", "Installed packages", {}},
+        {"QAV_UnixProcess", "processes", "Processes: name, program, arguments, kind and state", {}},
+        {"QAV_OperatingSystem", "clock", "Boot time and local time, as in group 4", {}},
+        {"QAV_MediaAccessDevice", "disks", "Disks", {}},
+        {"QAV_DiskPartition", "partitions", "Partitions of disks", {}},
+        {"QAV_FileSystem", "filesystems", "Mounted file systems that store files", {}},
+        {"HR_DEVICE", "devices", "Devices: processors, disks and network interfaces", {}},
+        {"QAV_UnixProcessStatisticalInformation", "process-usage", "Processes: processor time and sizes", {}},
+        {"QAV_ResidesOnPartition",
+         "filesystem-partitions",
+         "Which file system (group 20) is on which partition (group 19)",
+         {}},
+        {"QAV_ResidesOnExtent",
+         "filesystem-storage",
+         "Which file system (group 20) is on which storage (group 3)",
+         {}},
+        {"HR_NETWORK", "interface-devices", "Which device (group 21) a network interface (group 9) is", {}},
+        {"QAV_K70ExpansionChassis", "enclosures", "Further enclosures", {}},
+        {"QAV_XRULogicalModule", "modules", "Modules: memory modules and expansion cards", {}},
+        {"QAV_XRUPackageDependency",
+         "module-enclosures",
+         "Which module (group 27) is in which enclosure (group 0)",
+         {}},
+        {"QAV_XRULogicalModuleLocation",
+         "module-slots",
+         "Which module (group 27) is in which slot (group 30)",
+         {}},
+        {"QAV_CoreTelephony_ModuleLocation", "slots", "Slots of modules", {}},
     }};
     return classes;
 }
@@ -90,6 +112,10 @@ const char* wordOf(Kind kind) {
     return "text";
 }
 
+bool Attribute::isSettable() const {
+    return isWritable && !classOf(group).writeKeys.empty();
+}
+
 const char* ValueNames::find(std::string_view value) const {
     const auto number = util::decimal<long>(value);
     const auto found =
@@ -104,6 +130,13 @@ std::vector<const Attribute*> attributesOf(long group) {
             found.push_back(&attribute);
     }
     return found;
+}
+
+std::vector<const Attribute*> attributesByNominator(long group) {
+    std::vector<const Attribute*> sorted = attributesOf(group);
+    std::sort(sorted.begin(), sorted.end(),
+              [](const Attribute* one, const Attribute* other) { return one->nominator < other->nominator; });
+    return sorted;
 }
 
 const Attribute* findAttribute(long group, std::string_view nameOrNominator) {
@@ -129,6 +162,14 @@ std::vector<long> everyGroup() {
 
 const GroupClass& classOf(long group) {
     return groupClasses().at(static_cast<std::size_t>(group));
+}
+
+std::optional<long> groupOfName(std::string_view shortName) {
+    for (const long group : everyGroup()) {
+        if (ascii::equalsIgnoreCase(classOf(group).shortName, shortName))
+            return group;
+    }
+    return std::nullopt;
 }
 
 std::vector<long> groupsOfClass(std::string_view className) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -99,11 +100,18 @@ struct Attribute {
     ValueNames values = {};
     /** Whether the site decides the value and may change it. */
     bool isWritable = false;
+
+    /** Whether a write of the library can change the value: it is writable, and the write names the instance.
+     */
+    bool isSettable() const;
 };
 
-/** A group: class and subject. */
+/** A group: class, name and subject. */
 struct GroupClass {
+    /** The CIM class. Several groups may share one. */
     const char* name;
+    /** Name of the group for people: lower-case words with hyphens, unique. */
+    const char* shortName;
     /** What the instances are, for people, without a period. */
     const char* subject;
     /** Key properties by which a write of the library names the instance; empty when a write names none.
@@ -120,6 +128,9 @@ extern const std::array<Attribute, attributeCount> attributes;
 /** The attributes of a group, in the order of ExtItemList; none for an unknown group. */
 std::vector<const Attribute*> attributesOf(long group);
 
+/** The same, by ascending nominator. */
+std::vector<const Attribute*> attributesByNominator(long group);
+
 /** An attribute of a group by the name of its property or by its nominator in decimal; null for none. */
 const Attribute* findAttribute(long group, std::string_view nameOrNominator);
 
@@ -132,6 +143,9 @@ std::vector<long> everyGroup();
 
 /** @param group from 0 to highestGroup; anything else throws std::out_of_range */
 const GroupClass& classOf(long group);
+
+/** The group of a GroupClass::shortName, in any case of letters; nothing for an unknown name. */
+std::optional<long> groupOfName(std::string_view shortName);
 
 /** The groups of a class, by ascending number; none for an unknown class. */
 std::vector<long> groupsOfClass(std::string_view className);

@@ -37,7 +37,7 @@ constexpr double longestTime = 1e6;
 /** @param alternatives to a number, for the message */
 std::string noGroup(const std::string& text, const std::string& alternatives = "") {
     return "'" + text + "' is neither a group (0 to " + std::to_string(agent::highestGroup) + alternatives +
-           ") nor the class of a group";
+           ") nor the name or the class of one";
 }
 
 std::string checkGroups(const std::string& text) {
@@ -84,10 +84,11 @@ std::string checkNotEmpty(const std::string& text) {
 }
 
 void describeGroups(CLI::App& app, Arguments& arguments) {
-    CLI::App* const groups =
-        app.add_subcommand("groups", "List the groups: classes, nominators and properties");
+    CLI::App* const groups = app.add_subcommand("groups", "List the groups, or show their properties");
     groups
-        ->add_option("GROUP", arguments.groups, "Show these groups in full: number or class; may be repeated")
+        ->add_option("GROUP", arguments.groups,
+                     "Show these groups in full: numbers, names or classes, as in udp, 2,4 or 2-4; may be "
+                     "repeated")
         ->type_name("")
         ->check(checkGroups);
 }
@@ -95,7 +96,7 @@ void describeGroups(CLI::App& app, Arguments& arguments) {
 void describeGet(CLI::App& app, Arguments& arguments) {
     CLI::App* const get = app.add_subcommand("get", "Read groups from the object manager");
     get->add_option("GROUP", arguments.groups,
-                    "Number of a group, 0 to 30, or a class, or all; may be repeated")
+                    "Numbers, names or classes, as in udp, 2,4 or 2-4, or all; may be repeated")
         ->required()
         ->type_name("")
         ->check(checkGroups);
@@ -107,7 +108,7 @@ void describeGet(CLI::App& app, Arguments& arguments) {
 void describeWatch(CLI::App& app, Arguments& arguments) {
     CLI::App* const watch =
         app.add_subcommand("watch", "Read a group at intervals; show changes and the rates of counters");
-    watch->add_option("GROUP", arguments.group, "Number of a group, 0 to 30, or its class")
+    watch->add_option("GROUP", arguments.group, "Number of a group, 0 to 30, or its name or class")
         ->required()
         ->type_name("")
         ->check(checkGroup);
@@ -136,7 +137,7 @@ void describeInstance(CLI::App& app, Arguments& arguments) {
 
 void describeSet(CLI::App& app, Arguments& arguments) {
     CLI::App* const set = app.add_subcommand("set", "Write values into one row and show what changed");
-    set->add_option("GROUP", arguments.group, "Number of the group, 0 to 30, or its class")
+    set->add_option("GROUP", arguments.group, "Number of the group, 0 to 30, or its name or class")
         ->required()
         ->type_name("")
         ->check(checkGroup);

@@ -55,17 +55,30 @@ Strings groupWords() {
     std::set<std::string> classes;
     for (const long group : everyGroup()) {
         words.push_back(std::to_string(group));
+        words.emplace_back(classOf(group).shortName);
         classes.insert(classOf(group).name);
     }
     words.insert(words.end(), classes.begin(), classes.end());
     return words;
 }
 
-Strings propertyWords(const Strings& groups, const std::string& suffix) {
+Strings propertyWords(const Strings& groups) {
     Strings words;
     for (const long group : groupsNamed(groups)) {
         for (const Attribute* attribute : attributesOf(group))
-            words.push_back(attribute->property + suffix);
+            words.emplace_back(attribute->property);
+    }
+    return words;
+}
+
+/** The properties that `set` can change, each with the "=" that precedes its value. */
+Strings assignmentWords(const std::string& group) {
+    Strings words;
+    for (const long number : groupsNamed(group)) {
+        for (const Attribute* attribute : attributesOf(number)) {
+            if (attribute->isSettable())
+                words.push_back(std::string(attribute->property) + "=");
+        }
     }
     return words;
 }
@@ -79,7 +92,7 @@ Strings valuesOf(const Context& context) {
     if (option.check_lname("group"))
         return groupWords();
     if (option.check_lname("property"))
-        return propertyWords(context.positionals, "");
+        return propertyWords(context.positionals);
     return {};
 }
 
@@ -100,13 +113,12 @@ Strings wordsOf(const Context& context) {
         words.push_back(command->get_name());
     const std::string command = context.command->get_name();
     const std::size_t index = context.positionals.size();
-    if (command == "get" || command == "groups" || (command == "watch" && index == 0) ||
-        (command == "set" && index == 0))
+    if (command == "get" || command == "groups" || command == "watch" || (command == "set" && index == 0))
         words = groupWords();
-    if (command == "get")
+    if (command == "get" || command == "watch")
         words.emplace_back(allGroups);
     if (command == "set" && index >= 2)
-        words = propertyWords({context.positionals.front()}, "=");
+        words = assignmentWords(context.positionals.front());
     return words;
 }
 

@@ -98,14 +98,17 @@ std::vector<std::string> columnsOf(const std::vector<Group>& groups) {
 
 void CsvFormat::writeCatalogue(const std::vector<long>& groups) {
     Csv csv;
-    csv.header({"group", "class", "nominator", "property", "counter"});
+    csv.header({"group", "class", "nominator", "property", "counter", "name", "kind", "unit", "settable",
+                "description"});
     for (const long group : groups) {
-        for (const Attribute* attribute : attributesOf(group)) {
+        for (const Attribute* attribute : attributesByNominator(group)) {
             csv.number(group)
                 .text(classOf(group).name)
                 .number(attribute->nominator)
                 .text(attribute->property);
-            csv.text(yesOrNo(attribute->kind == Kind::counter)).end();
+            csv.text(yesOrNo(attribute->kind == Kind::counter)).text(classOf(group).shortName);
+            csv.text(wordOf(attribute->kind)).unquoted(attribute->unit);
+            csv.text(yesOrNo(attribute->isSettable())).text(attribute->description).end();
         }
     }
     m_output.write(csv.text());

@@ -40,12 +40,20 @@ Json toJson(const SampledRow& row) {
     return {{"row", row.number}, {"properties", std::move(properties)}};
 }
 
+Json textOrNull(const std::string& text) {
+    return text.empty() ? Json() : Json(text);
+}
+
 Json nominators(long group) {
     Json result = Json::array();
-    for (const Attribute* attribute : attributesOf(group))
+    for (const Attribute* attribute : attributesByNominator(group))
         result.push_back({{"nominator", attribute->nominator},
                           {"name", attribute->property},
-                          {"counter", attribute->kind == Kind::counter}});
+                          {"counter", attribute->kind == Kind::counter},
+                          {"kind", wordOf(attribute->kind)},
+                          {"unit", textOrNull(attribute->unit)},
+                          {"settable", attribute->isSettable()},
+                          {"description", attribute->description}});
     return result;
 }
 
@@ -91,10 +99,6 @@ std::string dumped(const Json& document, int indent) {
     return document.dump(indent, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
-Json textOrNull(const std::string& text) {
-    return text.empty() ? Json() : Json(text);
-}
-
 } // namespace
 
 JsonFormat::JsonFormat(Output& output, std::string url)
@@ -105,7 +109,9 @@ void JsonFormat::writeCatalogue(const std::vector<long>& groups) {
     Json all = Json::array();
     for (const long group : groups)
         all.push_back({{"group", group},
+                       {"name", classOf(group).shortName},
                        {"class", classOf(group).name},
+                       {"description", classOf(group).subject},
                        {"keys", classOf(group).writeKeys},
                        {"properties", nominators(group)}});
     write({{"format_version", formatVersion}, {"groups", std::move(all)}});

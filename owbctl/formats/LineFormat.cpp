@@ -32,7 +32,7 @@ std::string line(const std::string& name, const std::string& value) {
 void LineFormat::writeCatalogue(const std::vector<long>& groups) {
     std::string text;
     for (const long group : groups) {
-        for (const Attribute* attribute : attributesOf(group))
+        for (const Attribute* attribute : attributesByNominator(group))
             text += line(std::to_string(group) + " " + classOf(group).name + "." + attribute->property,
                          std::to_string(attribute->nominator));
     }

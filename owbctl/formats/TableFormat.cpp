@@ -17,29 +17,39 @@ std::string name(long group) {
     return "Group " + std::to_string(group) + "  " + classOf(group).name;
 }
 
-std::string nominators(long group) {
-    std::string text;
-    for (const Attribute* attribute : attributesOf(group))
-        text += (text.empty() ? "" : " ") + std::to_string(attribute->nominator) + "=" + attribute->property;
-    return text;
-}
+/** Narrower terminals show no classes in the list of groups: the descriptions need the columns. */
+constexpr std::size_t leastWidthForClasses = 100;
 
 std::string overview(const std::vector<long>& groups, std::size_t limit) {
-    Table table({"Group", "Class", "Nominators"}, Table::LastColumn::wrapped);
-    for (const long group : groups)
-        table.add({std::to_string(group), classOf(group).name, nominators(group)});
+    const bool hasClasses = limit == 0 || limit >= leastWidthForClasses;
+    std::vector<std::string> header = {"Group", "Name", "Description"};
+    if (hasClasses)
+        header.insert(header.begin() + 2, "Class");
+    Table table(header, Table::LastColumn::wrapped);
+    for (const long group : groups) {
+        const GroupClass& described = classOf(group);
+        std::vector<std::string> cells = {std::to_string(group), described.shortName, described.subject};
+        if (hasClasses)
+            cells.insert(cells.begin() + 2, described.name);
+        table.add(std::move(cells));
+    }
     return table.text(limit);
 }
 
+std::string descriptionOf(const Attribute& attribute) {
+    return *attribute.unit == '\0' ? attribute.description
+                                   : std::string(attribute.description) + " Unit: " + attribute.unit + ".";
+}
+
 std::string inFull(long group, std::size_t limit) {
-    const std::vector<const Attribute*> properties = attributesOf(group);
-    Table table({"Nominator", "Property", "Kind", "Unit", "Description"}, Table::LastColumn::wrapped);
-    for (const Attribute* attribute : properties)
+    const GroupClass& described = classOf(group);
+    Table table({"No.", "Property", "Kind", "Set", "Description"}, Table::LastColumn::wrapped);
+    for (const Attribute* attribute : attributesByNominator(group))
         table.add({std::to_string(attribute->nominator), attribute->property, wordOf(attribute->kind),
-                   *attribute->unit == '\0' ? Table::absent : attribute->unit, attribute->description});
-    const std::vector<std::string>& keys = classOf(group).writeKeys;
-    return name(group) + "  (" + std::to_string(properties.size()) +
-           (properties.size() == 1 ? " property)\n" : " properties)\n") + table.text(limit) +
+                   attribute->isSettable() ? "yes" : Table::absent, descriptionOf(*attribute)});
+    const std::vector<std::string>& keys = described.writeKeys;
+    return "Group " + std::to_string(group) + "  " + described.shortName + "  " + described.name + '\n' +
+           wrapped(described.subject, 0, limit) + ".\n" + table.text(limit) +
            "Keys of a write: " + (keys.empty() ? "none" : cell(keys)) + '\n';
 }
 

@@ -81,6 +81,33 @@ TEST(Catalogue, HasTheClassesOfTheLibrary) {
     EXPECT_THROW(classOf(-1), std::out_of_range);
 }
 
+TEST(Catalogue, HasAShortNameForEveryGroupThatNoOtherGroupHas) {
+    std::set<std::string> names;
+    for (const long group : everyGroup()) {
+        const std::string name = classOf(group).shortName;
+        EXPECT_EQ(name.find_first_not_of("abcdefghijklmnopqrstuvwxyz-"), std::string::npos) << name;
+        EXPECT_GT(name.size(), 1u) << group;
+        EXPECT_TRUE(names.insert(name).second) << name;
+        EXPECT_EQ(groupOfName(name), group);
+    }
+    EXPECT_EQ(groupOfName("UDP"), 14);
+    EXPECT_FALSE(groupOfName("all").has_value());
+    EXPECT_FALSE(groupOfName("").has_value());
+}
+
+TEST(Catalogue, ListsTheAttributesOfAGroupByNominator) {
+    const std::vector<const Attribute*> sorted = attributesByNominator(9);
+    ASSERT_EQ(sorted.size(), attributesOf(9).size());
+    for (std::size_t index = 1; index < sorted.size(); ++index)
+        EXPECT_LT(sorted[index - 1]->nominator, sorted[index]->nominator);
+}
+
+TEST(Catalogue, AnAttributeIsSettableIfTheWriteNamesTheInstance) {
+    EXPECT_TRUE(findAttribute(2, "PrimaryOwnerContact")->isSettable());
+    EXPECT_FALSE(findAttribute(2, "SystemName")->isSettable()) << "the host decides";
+    EXPECT_FALSE(findAttribute(27, "UserTracking")->isSettable()) << "the write has no keys";
+}
+
 TEST(Catalogue, HasTheKeysThatTheLibraryWritesWith) {
     const long groupsOfKeys = sizeof ExtCimKeyArray / sizeof *ExtCimKeyArray;
     for (const long group : everyGroup()) {

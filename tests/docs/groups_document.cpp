@@ -31,12 +31,13 @@ on. It counts within one reading only. The next reading may give the same row to
 Each item has one more number, its array index. The elements of a property with several values count from 0. The index is 0
 for any other property.
 
-A program finds the same facts in `agent/Catalogue.hpp`; `owbctl groups` lists the groups.
+A program finds the same facts in `agent/Catalogue.hpp`; `owbctl groups` lists the groups. Every command of `owbctl` takes
+the name of a group in place of its number: `owbctl get udp`.
 
 ## All groups
 
-| group | class | subject |
-|---:|---|---|
+| group | name | class | subject |
+|---:|---|---|---|
 )";
 
 const char* const legend = R"(
@@ -77,7 +78,7 @@ std::string quoted(const std::string& text) {
 const char* writtenWord(const Attribute& attribute) {
     if (!attribute.isWritable)
         return "";
-    return classOf(attribute.group).writeKeys.empty() ? "others" : "yes";
+    return attribute.isSettable() ? "yes" : "others";
 }
 
 std::string mibText(const MibObject& object) {
@@ -115,13 +116,12 @@ void printOtherKeys(long group, const std::vector<ServedProperty>& served) {
 
 void printGroup(long group, const std::vector<ServedProperty>& served) {
     const GroupClass& described = classOf(group);
-    std::cout << "\n### Group " << group << ", " << quoted(described.name) << "\n\n"
+    std::cout << "\n### Group " << group << ", " << described.shortName << ", " << quoted(described.name)
+              << "\n\n"
               << described.subject << ".\n";
     printOtherKeys(group, served);
 
-    std::vector<const Attribute*> all = attributesOf(group);
-    std::sort(all.begin(), all.end(),
-              [](const Attribute* one, const Attribute* other) { return one->nominator < other->nominator; });
+    const std::vector<const Attribute*> all = attributesByNominator(group);
     std::cout << "\n| nominator | property | description | kind | unit | type | MIB object | written |\n"
                  "|---:|---|---|---|---|---|---|---|\n";
     for (const Attribute* attribute : all)
@@ -143,8 +143,8 @@ int main() {
     const std::vector<ServedProperty> served = docs::servedProperties();
     std::cout << introduction;
     for (const long group : everyGroup())
-        std::cout << "| " << group << " | " << quoted(classOf(group).name) << " | " << classOf(group).subject
-                  << " |\n";
+        std::cout << "| " << group << " | " << quoted(classOf(group).shortName) << " | "
+                  << quoted(classOf(group).name) << " | " << classOf(group).subject << " |\n";
     std::cout << legend;
     for (const long group : everyGroup())
         printGroup(group, served);

@@ -20,19 +20,26 @@ TEST(Completion, CommandsAndOptionsComeFromTheProgram) {
     EXPECT_EQ(complete({"time", ""}), "epoch\ninterval\n");
 }
 
-TEST(Completion, GroupsAreOfferedAsNumbersAndClasses) {
+TEST(Completion, GroupsAreOfferedAsNumbersNamesAndClasses) {
     EXPECT_EQ(complete({"get", "3"}), "3\n30\n");
     EXPECT_EQ(complete({"get", "a"}), "all\n");
     EXPECT_EQ(complete({"-o", "csv", "get", "4", "QAV_UDP"}), "QAV_UDPStatisticalData\n");
+    EXPECT_EQ(complete({"get", "ud"}), "udp\n");
     EXPECT_EQ(complete({"watch", "HR_"}), "HR_DEVICE\nHR_NETWORK\n");
-    EXPECT_EQ(complete({"watch", "4", "HR_"}), "") << "the command takes one group";
+    EXPECT_EQ(complete({"watch", "4", "HR_"}), "HR_DEVICE\nHR_NETWORK\n");
+    EXPECT_EQ(complete({"set", "sys"}), "system\nsystem-change\n");
 }
 
 TEST(Completion, PropertiesOfTheGroupAreOffered) {
-    EXPECT_EQ(complete({"set", "2", "0", "S"}), "SNMPObjectID=\nSysServices=\nSystemName=\nSystemVersion=\n");
-    EXPECT_EQ(complete({"set", "2", ""}), "") << "rows have no candidates";
     EXPECT_EQ(complete({"get", "2", "4", "--property", "SystemName", "Num"}),
               "NumberOfProcesses\nNumberOfUsers\n");
+}
+
+TEST(Completion, AWriteIsOfferedOnlyPropertiesThatItCanChange) {
+    EXPECT_EQ(complete({"set", "2", "0", ""}), "InstalledLocation=\nPrimaryOwnerContact=\n");
+    EXPECT_EQ(complete({"set", "system", "0", "3=x", "I"}), "InstalledLocation=\n");
+    EXPECT_EQ(complete({"set", "9", "0", ""}), "");
+    EXPECT_EQ(complete({"set", "2", ""}), "") << "rows have no candidates";
 }
 
 TEST(Completion, ValuesOfOptionsAreOffered) {

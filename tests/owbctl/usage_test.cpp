@@ -38,17 +38,26 @@ TEST(Usage, AUrlMayNotBeEmpty) {
     expectUsageError({"get", "4", "--url", ""});
 }
 
-TEST(Usage, AGroupIsADecimalNumberUpTo30OrAClass) {
+TEST(Usage, AGroupIsADecimalNumberUpTo30OrANameOrAClass) {
     for (const char* const group :
-         {"31", "-1", "+4", "4x", "x", "0x4", "4.0", "4,5", "", " 4", "18446744073709551620"}) {
+         {"31", "-1", "+4", "4x", "x", "0x4", "4.0", "", " 4", "18446744073709551620"}) {
         SCOPED_TRACE(group);
         expectUsageError({"get", "4", group});
     }
 }
 
+TEST(Usage, AListHasNoEmptyElementAndARangeAscends) {
+    for (const char* const groups :
+         {",", "4,", ",4", "4,,5", "4-", "-4", "5-4", "30-31", "1-2-3", "udp-tcp", "4,x"}) {
+        SCOPED_TRACE(groups);
+        expectUsageError({"groups", groups});
+    }
+}
+
 TEST(Usage, AClassOfSeveralGroupsIsNoSingleGroup) {
-    expectUsageError({"watch", "all"});
-    expectUsageError({"watch", "4", "5"});
+    expectUsageError({"set", "all", "0", "3=x"});
+    expectUsageError({"set", "2,4", "0", "3=x"});
+    expectUsageError({"instance", "QAV_System.Name=\"x\"", "--group", "1-2"});
     const support::ProgramResult result = owbctl({"set", "QAV_OperatingSystem", "0", "NumberOfUsers=1"});
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.err, "owbctl: GROUP: 'QAV_OperatingSystem' names several groups, give one of 4, 17\n"
@@ -57,10 +66,10 @@ TEST(Usage, AClassOfSeveralGroupsIsNoSingleGroup) {
 
 TEST(Usage, AllIsOfferedOnlyWhereItIsAllowed) {
     EXPECT_EQ(owbctl({"get", "31"}).err,
-              "owbctl: GROUP: '31' is neither a group (0 to 30, or all) nor the class of a group\n"
+              "owbctl: GROUP: '31' is neither a group (0 to 30, or all) nor the name or the class of one\n"
               "try 'owbctl --help'\n");
-    EXPECT_EQ(owbctl({"watch", "31"}).err,
-              "owbctl: GROUP: '31' is neither a group (0 to 30) nor the class of a group\n"
+    EXPECT_EQ(owbctl({"set", "31", "0", "3=x"}).err,
+              "owbctl: GROUP: '31' is neither a group (0 to 30) nor the name or the class of one\n"
               "try 'owbctl --help'\n");
 }
 
