@@ -1,6 +1,7 @@
 #ifndef AGENT_PROCESSES_HPP
 #define AGENT_PROCESSES_HPP
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,7 +32,30 @@ struct Process {
     std::string handle;
     std::optional<ProcessInformation> information;
     std::optional<ProcessStatistics> statistics;
+
+    /** Whether the process is in both groups. */
+    bool isComplete() const { return information && statistics; }
+
+    /** Sum of the sizes, in kB; 0 if they are unknown. */
+    std::uint64_t memory() const;
 };
+
+/** Orders of processes. */
+enum class ProcessOrder {
+    /** By name, without regard to case. */
+    name,
+    /** By ascending process ID. */
+    handle,
+    /** By ascending code of the state. */
+    state,
+    /** Most processor time first. */
+    cpuTime,
+    /** Largest Process::memory() first. */
+    memory
+};
+
+/** Sorts processes. Those that the order does not distinguish are sorted by name, then by process ID. */
+void sort(std::vector<Process>& processes, ProcessOrder order);
 
 /**
  * Reads the processes with OWB_getSWRun(), in the order of group 16; those of group 22 alone follow. Needs no

@@ -1,11 +1,11 @@
 // owbctl: reads and writes groups through libowb and prints them.
 #include "agent/Endpoint.hpp"
-#include "agent/Processes.hpp"
 #include "agent/Trace.hpp"
 #include "arguments/CommandLine.hpp"
 #include "arguments/Completion.hpp"
 #include "arguments/Names.hpp"
 #include "commands/Doctor.hpp"
+#include "commands/Processes.hpp"
 #include "commands/Read.hpp"
 #include "commands/Report.hpp"
 #include "commands/Set.hpp"
@@ -100,7 +100,7 @@ int execute(const CLI::App& app, const Arguments& arguments, const Output& outpu
     if (app.got_subcommand("doctor"))
         return runChecks(arguments.url, *trace, format);
     if (app.got_subcommand("processes"))
-        format.writeProcesses(readProcesses());
+        listProcesses({processOrderNamed(arguments.sort), arguments.all}, format);
     else if (app.got_subcommand("version"))
         format.writeVersions(versions());
     else

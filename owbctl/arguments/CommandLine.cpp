@@ -151,6 +151,18 @@ void describeSet(CLI::App& app, Arguments& arguments) {
         ->type_name("");
 }
 
+void describeProcesses(CLI::App& app, Arguments& arguments) {
+    CLI::App* const processes =
+        app.add_subcommand("processes", "List the processes of this host: groups 16 and 22, joined");
+    processes
+        ->add_option("--sort", arguments.sort,
+                     "Order: name (default), pid, state, cpu or memory; cpu and memory start with the most")
+        ->type_name("KEY")
+        ->transform(CLI::IsMember(processOrderNames, CLI::ignore_case).description(""));
+    processes->add_flag("--all", arguments.all,
+                        "Include processes that started or ended while the list was read");
+}
+
 void describeTime(CLI::App& app, Arguments& arguments) {
     CLI::App* const time = app.add_subcommand("time", "Convert a CIM time to a number");
     time->require_subcommand(0, 1);
@@ -199,6 +211,8 @@ const std::vector<std::string> outputNames = {"table", "line", "json", "csv"};
 
 const std::vector<std::string> unitNames = {"s", "cs", "ms", "us"};
 
+const std::vector<std::string> processOrderNames = {"name", "pid", "state", "cpu", "memory"};
+
 Arguments::Arguments() {
     const char* const set = std::getenv("OWB_URL");
     url = set != nullptr && *set != '\0' ? set : OWB_URLGet();
@@ -214,7 +228,7 @@ void describe(CLI::App& app, Arguments& arguments) {
     describeWatch(app, arguments);
     describeInstance(app, arguments);
     describeSet(app, arguments);
-    app.add_subcommand("processes", "List the processes of this host: groups 16 and 22, joined");
+    describeProcesses(app, arguments);
     describeTime(app, arguments);
     app.add_subcommand("doctor", "Check what a read needs: URL, socket, object manager, trace, /proc");
     app.add_subcommand("version", "Show the versions of the program and its libraries");

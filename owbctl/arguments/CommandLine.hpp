@@ -31,6 +31,10 @@ struct Arguments {
     std::string count;
     std::string path;
     std::vector<std::string> assignments;
+    /** For `processes`, see processOrderNames. */
+    std::string sort = "name";
+    /** Whether `processes` includes those that are in one group only. */
+    bool all = false;
     std::string time;
     std::string unit = "s";
 };
@@ -40,6 +44,9 @@ extern const std::vector<std::string> outputNames;
 
 /** The units of `time interval`. */
 extern const std::vector<std::string> unitNames;
+
+/** The orders of `processes`. */
+extern const std::vector<std::string> processOrderNames;
 
 /** Adds the commands and options of the program to `app`. It fills `arguments`, which must outlive it. */
 void describe(CLI::App& app, Arguments& arguments);

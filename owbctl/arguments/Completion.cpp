@@ -89,6 +89,8 @@ Strings valuesOf(const Context& context) {
         return outputNames;
     if (option.check_lname("unit"))
         return unitNames;
+    if (option.check_lname("sort"))
+        return processOrderNames;
     if (option.check_lname("group"))
         return groupWords();
     if (option.check_lname("property"))

@@ -60,16 +60,15 @@ std::vector<ProcessField> fieldsOf(const Process& process) {
 }
 
 Table processTable(const std::vector<Process>& processes) {
-    Table table({"Handle", "State", "Kind", "CPU time", "Text", "Data", "Stack", "Command"});
+    Table table({"Name", "PID", "State", "CPU time", "Memory (kB)", "Command"});
     const std::string absent = Table::absent;
     for (const Process& process : processes) {
         const auto& information = process.information;
         const auto& statistics = process.statistics;
-        table.add({printable(process.handle),
+        table.add({information ? printable(information->name) : absent, printable(process.handle),
                    information ? nameOf("ExecutionState", information->executionState) : absent,
-                   information ? nameOf("RunType", information->runType) : absent,
-                   statistics ? clock(statistics->cpuTime) : absent, statistics ? statistics->text : absent,
-                   statistics ? statistics->data : absent, statistics ? statistics->stack : absent,
+                   statistics ? clock(statistics->cpuTime) : absent,
+                   statistics ? std::to_string(process.memory()) : absent,
                    information ? commandLine(*information) : absent});
     }
     return table;

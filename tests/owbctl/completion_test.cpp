@@ -47,6 +47,7 @@ TEST(Completion, ValuesOfOptionsAreOffered) {
     EXPECT_EQ(complete({"get", "4", "--output", "j"}), "json\n");
     EXPECT_EQ(complete({"get", "4", "--output=j"}), "--output=json\n");
     EXPECT_EQ(complete({"time", "interval", "--unit", ""}), "cs\nms\ns\nus\n");
+    EXPECT_EQ(complete({"processes", "--sort", "m"}), "memory\n");
     EXPECT_EQ(complete({"--url", ""}), "");
     EXPECT_EQ(complete({"--url", "x", "gr"}), "groups\n") << "the value is not a command";
 }

@@ -1,5 +1,7 @@
 #include "formats/ProcessTable.hpp"
 
+#include "Screens.hpp"
+
 #include <gtest/gtest.h>
 
 namespace owbctl {
@@ -16,11 +18,36 @@ ProcessStatistics small() {
     return {"00000000000007.250000:000", "2368", "948", "132"};
 }
 
-TEST(ProcessTable, AProcessIsOneLineOfNamesTimesAndSizes) {
+TEST(ProcessTable, AProcessIsOneLineThatBeginsWithItsNameAndNumber) {
     EXPECT_EQ(processTable({{"1", sleeping(), small()}, {"4711", sleeping(), small()}}).text(),
-              "Handle  State  Kind         CPU time  Text  Data  Stack  Command\n"
-              "     1  ready  application  00:00:07  2368   948    132  /usr/bin/bash -c echo\n"
-              "  4711  ready  application  00:00:07  2368   948    132  /usr/bin/bash -c echo\n");
+              "Name   PID  State  CPU time  Memory (kB)  Command\n"
+              "bash     1  ready  00:00:07         3448  /usr/bin/bash -c echo\n"
+              "bash  4711  ready  00:00:07         3448  /usr/bin/bash -c echo\n");
+}
+
+TEST(ProcessTable, ItFitsTheTerminal) {
+    const ProcessStatistics large = {"00000012031502.000000:000", "5316", "1045932", "132"};
+    const Table table = processTable({
+        {"2", ProcessInformation{"kthreadd", "", {}, "4", "2"}, small()},
+        {"3171",
+         ProcessInformation{"nginx", "/usr/sbin/nginx", {"-g", "daemon on; master_process on;"}, "4", "2"},
+         small()},
+        {"812",
+         ProcessInformation{"postgres",
+                            "/usr/lib/postgresql/15/bin/postgres",
+                            {"-D", "/var/lib/postgresql/15/main", "-c",
+                             "config_file=/etc/postgresql/15/main/postgresql.conf"},
+                            "4",
+                            "3"},
+         large},
+        {"27", ProcessInformation{"rcu_tasks_rude_kthread", "", {}, "2", "5"}, small()},
+        {"30211", ProcessInformation{"sh", "/usr/bin/dash", {"-c", "set -e\nmake\nmake install\n"}, "4", "4"},
+         small()},
+        {"411", ProcessInformation{"udisksd", "/usr/libexec/udisks2/udisksd", {}, "4", "2"}, std::nullopt},
+        {"32767", std::nullopt, small()},
+    });
+    owbctl_test::expectScreen("processes.80", table.text(80));
+    owbctl_test::expectScreen("processes.140", table.text(140));
 }
 
 // A cell of the table of one process.
@@ -47,17 +74,6 @@ TEST(ProcessTable, StatesHaveNames) {
     EXPECT_EQ(state("odd"), "odd");
 }
 
-TEST(ProcessTable, KindsHaveNames) {
-    const auto kind = [](const std::string& code) {
-        ProcessInformation information = sleeping();
-        information.runType = code;
-        return cell({"1", information, small()}, "Kind");
-    };
-    EXPECT_EQ(kind("2"), "operating system");
-    EXPECT_EQ(kind("3"), "device driver");
-    EXPECT_EQ(kind("4"), "application");
-}
-
 TEST(ProcessTable, DaysPrecedeTheTime) {
     const auto time = [](const std::string& interval) {
         ProcessStatistics statistics = small();
@@ -72,9 +88,9 @@ TEST(ProcessTable, DaysPrecedeTheTime) {
 
 TEST(ProcessTable, AMissingGroupShowsDashes) {
     EXPECT_EQ(processTable({{"1", sleeping(), std::nullopt}, {"2", std::nullopt, small()}}).text(),
-              "Handle  State  Kind         CPU time  Text  Data  Stack  Command\n"
-              "     1  ready  application  -            -     -      -  /usr/bin/bash -c echo\n"
-              "     2  -      -            00:00:07  2368   948    132  -\n");
+              "Name  PID  State  CPU time  Memory (kB)  Command\n"
+              "bash    1  ready  -                   -  /usr/bin/bash -c echo\n"
+              "-       2  -      00:00:07         3448  -\n");
 }
 
 TEST(ProcessTable, AKernelThreadShowsItsNameInBrackets) {

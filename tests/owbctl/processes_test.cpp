@@ -1,6 +1,14 @@
 // `owbctl processes` on the processes of this host.
 #include "Owbctl.hpp"
+#include "commands/Processes.hpp"
+#include "formats/CsvFormat.hpp"
+#include "formats/JsonFormat.hpp"
+#include "formats/LineFormat.hpp"
+#include "formats/TableFormat.hpp"
+#include "support/Child.hpp"
+#include "support/TempDir.hpp"
 
+#include <algorithm>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -75,16 +83,64 @@ TEST(Processes, TheTableHasOneLineForEachProcess) {
     std::getline(lines, line);
     std::istringstream header(line);
     std::string first;
-    EXPECT_EQ((header >> first, first), "Handle");
+    EXPECT_EQ((header >> first, first), "Name");
     bool isThere = false;
     while (std::getline(lines, line)) {
         std::istringstream words(line);
+        std::string name;
         std::string handle;
         std::string state;
-        words >> handle >> state;
+        words >> name >> handle >> state;
         isThere = isThere || (handle == stopped.handle() && state == "stopped");
     }
     EXPECT_TRUE(isThere) << result.out;
+}
+
+TEST(Processes, TheOrderIsAnOption) {
+    std::vector<long> handles;
+    for (const json& process :
+         json::parse(owbctl({"processes", "--sort", "PID", "-ojson"}).out).at("processes"))
+        handles.push_back(std::stol(process.at("handle").get<std::string>()));
+    EXPECT_GT(handles.size(), 1u);
+    EXPECT_TRUE(std::is_sorted(handles.begin(), handles.end()));
+    EXPECT_EQ(owbctl({"processes", "--sort", "colour"}).exitCode, 2);
+}
+
+TEST(Processes, AProcessThatWasReadOnceIsLeftOutUnlessRequested) {
+    using namespace agent;
+    const std::vector<Process> read = {{"3", ProcessInformation{"c", "", {}, "4", "2"}, std::nullopt},
+                                       {"2", ProcessInformation{"b", "", {}, "4", "2"}, ProcessStatistics()},
+                                       {"1", std::nullopt, ProcessStatistics()}};
+    const auto complete = owbctl::select(read, {ProcessOrder::handle, false});
+    ASSERT_EQ(complete.size(), 1u);
+    EXPECT_EQ(complete[0].handle, "2");
+    const auto all = owbctl::select(read, {ProcessOrder::handle, true});
+    ASSERT_EQ(all.size(), 3u);
+    EXPECT_EQ(all[0].handle, "1");
+    EXPECT_EQ(owbctl({"processes", "--all"}).exitCode, 0);
+}
+
+/** What a format writes for a process with an argument of two lines. */
+template <class Format, class... Parameters>
+std::string twoLines(Parameters... parameters) {
+    const support::TempDir directory;
+    return support::inChild(directory.path(), [&] {
+        owbctl::Output output;
+        Format(output, parameters...)
+            .writeProcesses({{"7", agent::ProcessInformation{"sh", "/bin/sh", {"-c", "one\ntwo"}, "4", "2"},
+                              std::nullopt}});
+    });
+}
+
+TEST(Processes, AnArgumentOfTwoLinesIsOneLineInTablesAndLines) {
+    EXPECT_NE(twoLines<owbctl::TableFormat>().find("  /bin/sh -c one\\ntwo\n"), std::string::npos);
+    EXPECT_NE(twoLines<owbctl::LineFormat>().find("\n7.Parameters[1] = one\\ntwo\n"), std::string::npos);
+}
+
+TEST(Processes, AnArgumentOfTwoLinesIsQuotedInCsvAndJson) {
+    EXPECT_NE(twoLines<owbctl::CsvFormat>().find(",\"-c\none\ntwo\","), std::string::npos);
+    const json document = json::parse(twoLines<owbctl::JsonFormat>(std::string("url")));
+    EXPECT_EQ(document["processes"][0]["information"]["parameters"][1], "one\ntwo");
 }
 
 TEST(Processes, NoObjectManagerIsContacted) {
