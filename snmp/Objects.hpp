@@ -20,6 +20,7 @@ struct SetResult {
 /** One set that passed its test. Exists until the master ends the transaction. */
 class Write {
 public:
+    /** Takes the result of a phase. May destroy the write, so nothing follows the call. */
     using Done = std::function<void(SetResult)>;
     virtual ~Write() = default;
 

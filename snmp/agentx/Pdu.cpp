@@ -1,7 +1,5 @@
 #include "snmp/agentx/Pdu.hpp"
 
-#include "snmp/agentx/Writer.hpp"
-
 #include <iterator>
 #include <utility>
 
@@ -17,42 +15,29 @@ std::string readContext(const Header& header, Reader& reader) {
     return header.flags & nonDefaultContext ? reader.octets() : std::string();
 }
 
-/** A PDU that is being written. */
-class Draft {
-public:
-    Draft(Header header, PduType type)
-        : m_header(header) {
-        m_header.type = type;
-        m_header.flags = networkByteOrder;
-    }
-    Draft(Header header, PduType type, const std::string& context)
-        : Draft(header, type) {
-        if (context.empty())
-            return;
-        m_header.flags |= nonDefaultContext;
-        m_payload.octets(context);
-    }
+/** Writes the header of a PDU, without its length, and the context. */
+Writer begun(const Header& header, PduType type, const std::string& context = "") {
+    Writer pdu;
+    pdu.byte(header.version);
+    pdu.byte(static_cast<std::uint8_t>(type));
+    pdu.byte(context.empty() ? networkByteOrder : networkByteOrder | nonDefaultContext);
+    pdu.byte(0);
+    pdu.number32(header.session);
+    pdu.number32(header.transaction);
+    pdu.number32(header.packet);
+    pdu.number32(0);
+    if (!context.empty())
+        pdu.octets(context);
+    return pdu;
+}
 
-    Writer& payload() { return m_payload; }
-
-    std::string bytes() {
-        Writer all;
-        all.byte(m_header.version);
-        all.byte(static_cast<std::uint8_t>(m_header.type));
-        all.byte(m_header.flags);
-        all.byte(0);
-        all.number32(m_header.session);
-        all.number32(m_header.transaction);
-        all.number32(m_header.packet);
-        all.number32(static_cast<std::uint32_t>(m_payload.size()));
-        all.bytes() += m_payload.bytes();
-        return std::move(all.bytes());
-    }
-
-private:
-    Header m_header;
-    Writer m_payload;
-};
+/** Sets the length in the header of a PDU. */
+std::string ended(Writer& pdu) {
+    Writer length;
+    length.number32(static_cast<std::uint32_t>(pdu.size() - headerSize));
+    pdu.bytes().replace(headerSize - length.size(), length.size(), length.bytes());
+    return std::move(pdu.bytes());
+}
 
 } // namespace
 
@@ -136,55 +121,57 @@ std::string readClose(const Header& header, std::string_view payload) {
     return reasons[reason - 1];
 }
 
-std::string openPdu(Header header, std::uint8_t timeout, std::string_view description) {
-    Draft pdu(header, PduType::open);
-    pdu.payload().byte(timeout);
-    pdu.payload().byte(0);
-    pdu.payload().number16(0);
-    pdu.payload().oid({});
-    pdu.payload().octets(description);
-    return pdu.bytes();
+std::string openPdu(const Header& header, std::uint8_t timeout, std::string_view description) {
+    Writer pdu = begun(header, PduType::open);
+    pdu.byte(timeout);
+    pdu.byte(0);
+    pdu.number16(0);
+    pdu.oid({});
+    pdu.octets(description);
+    return ended(pdu);
 }
 
-std::string closePdu(Header header) {
+std::string closePdu(const Header& header) {
     constexpr std::uint8_t reasonShutdown = 5;
-    Draft pdu(header, PduType::close);
-    pdu.payload().byte(reasonShutdown);
-    pdu.payload().byte(0);
-    pdu.payload().number16(0);
-    return pdu.bytes();
+    Writer pdu = begun(header, PduType::close);
+    pdu.byte(reasonShutdown);
+    pdu.byte(0);
+    pdu.number16(0);
+    return ended(pdu);
 }
 
-std::string registerPdu(Header header, const std::string& context, std::uint8_t priority,
+std::string registerPdu(const Header& header, const std::string& context, std::uint8_t priority,
                         const Oid& subtree) {
-    Draft pdu(header, PduType::registerSubtree, context);
-    pdu.payload().byte(0); // the timeout of the session applies
-    pdu.payload().byte(priority);
-    pdu.payload().number16(0); // no range
-    pdu.payload().oid(subtree);
-    return pdu.bytes();
+    Writer pdu = begun(header, PduType::registerSubtree, context);
+    pdu.byte(0); // the timeout of the session applies
+    pdu.byte(priority);
+    pdu.number16(0); // no range
+    pdu.oid(subtree);
+    return ended(pdu);
 }
 
-std::string addAgentCapsPdu(Header header, const std::string& context, const Oid& id,
+std::string addAgentCapsPdu(const Header& header, const std::string& context, const Oid& id,
                             std::string_view description) {
-    Draft pdu(header, PduType::addAgentCaps, context);
-    pdu.payload().oid(id);
-    pdu.payload().octets(description);
-    return pdu.bytes();
+    Writer pdu = begun(header, PduType::addAgentCaps, context);
+    pdu.oid(id);
+    pdu.octets(description);
+    return ended(pdu);
 }
 
-std::string pingPdu(Header header, const std::string& context) {
-    return Draft(header, PduType::ping, context).bytes();
+std::string pingPdu(const Header& header, const std::string& context) {
+    Writer pdu = begun(header, PduType::ping, context);
+    return ended(pdu);
 }
 
-std::string responsePdu(Header header, const Response& response) {
-    Draft pdu(header, PduType::response);
-    pdu.payload().number32(response.upTime);
-    pdu.payload().number16(response.error);
-    pdu.payload().number16(response.index);
-    for (const VarBind& variable : response.variables)
-        pdu.payload().varBind(variable);
-    return pdu.bytes();
+ResponsePdu::ResponsePdu(const Header& request, std::uint16_t error, std::uint16_t index)
+    : m_bytes(begun(request, PduType::response)) {
+    m_bytes.number32(0); // sysUpTime: the master has its own
+    m_bytes.number16(error);
+    m_bytes.number16(index);
+}
+
+std::string ResponsePdu::take() {
+    return ended(m_bytes);
 }
 
 } // namespace snmp::agentx

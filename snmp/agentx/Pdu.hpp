@@ -3,6 +3,7 @@
 
 #include "snmp/Value.hpp"
 #include "snmp/agentx/Reader.hpp"
+#include "snmp/agentx/Writer.hpp"
 
 #include <cstddef>
 #include <cstdint>
@@ -111,14 +112,30 @@ std::string readClose(const Header& header, std::string_view payload);
 // These return a whole PDU. They set the type, the flags and the length of the given header. `context` is
 // empty for the default context.
 /** @param timeout of the master for each request, in seconds */
-std::string openPdu(Header header, std::uint8_t timeout, std::string_view description);
+std::string openPdu(const Header& header, std::uint8_t timeout, std::string_view description);
 /** Ends the session because the subagent stops. */
-std::string closePdu(Header header);
-std::string registerPdu(Header header, const std::string& context, std::uint8_t priority, const Oid& subtree);
-std::string addAgentCapsPdu(Header header, const std::string& context, const Oid& id,
+std::string closePdu(const Header& header);
+std::string registerPdu(const Header& header, const std::string& context, std::uint8_t priority,
+                        const Oid& subtree);
+std::string addAgentCapsPdu(const Header& header, const std::string& context, const Oid& id,
                             std::string_view description);
-std::string pingPdu(Header header, const std::string& context);
-std::string responsePdu(Header header, const Response& response);
+std::string pingPdu(const Header& header, const std::string& context);
+
+/** A Response with variables that are added one by one. */
+class ResponsePdu {
+public:
+    /** @param request the header of the PDU that is answered */
+    explicit ResponsePdu(const Header& request, std::uint16_t error = 0, std::uint16_t index = 0);
+
+    void add(const VarBind& variable) { m_bytes.varBind(variable); }
+    /** Bytes of the whole PDU. */
+    std::size_t size() const { return m_bytes.size(); }
+    /** Returns the whole PDU, and leaves this object without it. */
+    std::string take();
+
+private:
+    Writer m_bytes;
+};
 
 } // namespace snmp::agentx
 #endif

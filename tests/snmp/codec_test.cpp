@@ -228,7 +228,12 @@ TEST(Encoder, AResponseIsReadBackAsItWasWritten) {
                           {{2}, {Type::ipAddress, std::string("\x7f\0\0\1", 4)}},
                           {{3}, {Type::timeTicks, std::uint64_t{4294967295}}},
                           {{4}, {Type::endOfMibView, {}}}};
-    const std::string pdu = responsePdu(Header(), response);
+    ResponsePdu written(Header(), response.error, response.index);
+    for (const VarBind& variable : response.variables)
+        written.add(variable);
+    const std::size_t size = written.size();
+    const std::string pdu = written.take();
+    EXPECT_EQ(size, pdu.size());
     EXPECT_EQ(0u, pdu.size() % 4);
     const Response read = readResponse(headerOf(pdu), payloadOf(pdu));
     EXPECT_EQ(0u, read.upTime) << "the master has its own";
