@@ -1,13 +1,45 @@
-# The packages that cpack makes: three of Debian and a tarball. They hold the bundled libraries: the package of a library
-# that was found on the build machine is unknown.
-set(CPACK_PACKAGE_CONTACT "owb developers <owb@owb.invalid>")
+# The packages that cpack makes: four of Debian and a tarball. They hold the bundled libraries: the package of a library
+# that was found on the build machine is unknown. Packages that are made twice from one revision are the same files.
+
+# owb_last_commit(VARIABLE FORMAT) sets the variable as git formats the last commit, or to "" in sources without history.
+function(owb_last_commit variable format)
+    set(output "")
+    if(EXISTS ${PROJECT_SOURCE_DIR}/.git) # not the history of a project around this one
+        # Root may make packages in the directory of a user.
+        execute_process(COMMAND git -c safe.directory=* -C ${PROJECT_SOURCE_DIR} log -1 --format=${format}
+                        OUTPUT_VARIABLE output OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
+    endif()
+    set(${variable} "${output}" PARENT_SCOPE)
+endfunction()
+
+# The project has no address and no home page of its own, so the packages name who made this revision, and no home page.
+owb_last_commit(author "%an <%ae>")
+set(OWB_MAINTAINER "" CACHE STRING "Maintainer of the packages, as NAME <ADDRESS>; empty: the author of the last commit")
+set(maintainer "${OWB_MAINTAINER}")
+if(NOT maintainer)
+    set(maintainer "${author}")
+endif()
+set(CPACK_PACKAGE_CONTACT "${maintainer}")
+
+# The time of all files in the packages, and of their changelog.
+set(epoch "$ENV{SOURCE_DATE_EPOCH}")
+if(NOT epoch)
+    owb_last_commit(epoch %ct)
+endif()
+if(NOT epoch)
+    file(TIMESTAMP ${PROJECT_SOURCE_DIR}/CHANGELOG.md epoch %s UTC)
+endif()
+set(ENV{SOURCE_DATE_EPOCH} ${epoch})
+string(TIMESTAMP changelog_date "%a, %d %b %Y %H:%M:%S +0000" UTC)
+set(CPACK_OWB_EPOCH ${epoch})
+
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # it would precede each description below
 set(CPACK_SYSTEM_NAME linux-${OWB_DEBIAN_ARCHITECTURE})
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
     WORLD_READ WORLD_EXECUTE)
-set(CPACK_COMPONENTS_ALL library development tools) # for Debian; the tarball holds all files
+set(CPACK_COMPONENTS_ALL library development documents tools) # for Debian; the tarball holds all files
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE ${OWB_DEBIAN_ARCHITECTURE})
@@ -49,15 +81,24 @@ directory.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libowb-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${same_version}")
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS owb-tools)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SUGGESTS "owb-doc, owb-tools")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "bridge between an agent and a CIM object manager - development files
 Headers, files for linker, pkg-config and CMake, and an example for agents
 that use libowb.")
+
+set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_NAME owb-doc)
+set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_SECTION doc)
+set(CPACK_DEBIAN_DOCUMENTS_PACKAGE_ARCHITECTURE all)
+set(CPACK_DEBIAN_DOCUMENTS_DESCRIPTION "bridge between an agent and a CIM object manager - documents
+Description of the groups and nominators, glossary, protocols, security,
+troubleshooting and figures of the library libowb, the object manager
+owbcimomd and the command line owbctl.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME owb-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION admin)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
     "${same_version}, ${libc}, ${libstdcxx}${passwords}, systemd | systemd-standalone-sysusers | systemd-sysusers")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS owb-doc)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_CONTROL_EXTRA ${control}/postinst ${control}/prerm ${control}/postrm)
 set(CPACK_DEBIAN_TOOLS_DESCRIPTION "CIM object manager with the data of this host, and a command line
 The object manager owbcimomd serves this host's live data to CIM clients,

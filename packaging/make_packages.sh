@@ -3,6 +3,7 @@
 set -euo pipefail
 
 cpack=$1 build=$2 directory=$3
+umask 022 # for the modes of directories and of the parts of a package
 rm -rf "$directory"
 if ! output=$("$cpack" --config "$build/CPackConfig.cmake" -G "DEB;TGZ" -B "$directory" 2>&1); then
     printf '%s\n' "$output" "make_packages: cpack failed, see above" >&2

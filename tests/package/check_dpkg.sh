@@ -23,7 +23,7 @@ states() {
 
 enabled=$root/etc/systemd/system/multi-user.target.wants/owbcimomd.service
 run_dpkg -i "$packages"/*.deb
-[[ $(states) == "installed installed installed " ]] || fail "after installing: $(states)"
+[[ $(states) == "installed installed installed installed " ]] || fail "after installing: $(states)"
 expect "$(<"$root/etc/passwd")" $'owbcimom:x:' "passwd"
 [[ ! -e $enabled && ! -L $enabled ]] || fail "installing enabled the service"
 run_dpkg -i "$packages"/*.deb # again, as for a new version
@@ -35,7 +35,7 @@ if command -v systemctl >/dev/null; then
     systemctl --quiet --root="$root" enable owbcimomd.service
     [[ -L $enabled ]] || fail "the service cannot be enabled"
 fi
-run_dpkg -r owb-tools libowb-dev libowb1
+run_dpkg -r owb-tools owb-doc libowb-dev libowb1
 [[ ! -L $enabled ]] || fail "the service is still enabled after removal"
 [[ ! -e $root/usr/sbin/owbcimomd && -e $root/var/lib/owb/state.json ]] || fail "removing left a program or deleted the state"
 

@@ -5,8 +5,12 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 packages=$1 tree=$2 source=$3 build=$4 version=$5
 
+architecture() { # NAME
+    [[ $1 == owb-doc ]] && echo all || echo "$OWB_DEBIAN_ARCHITECTURE"
+}
+
 package() { # NAME
-    echo "$packages/${1}_${version}_$OWB_DEBIAN_ARCHITECTURE.deb"
+    echo "$packages/${1}_${version}_$(architecture "$1").deb"
 }
 
 field() { # NAME FIELD
@@ -19,16 +23,18 @@ expect_field() { # NAME FIELD VALUE
     [[ $value == "$3" ]] || fail "$2 of $1 is \"$value\", not \"$3\""
 }
 
-for name in libowb1 libowb-dev owb-tools; do
+for name in libowb1 libowb-dev owb-doc owb-tools; do
     mkdir "$directory/$name"
     dpkg-deb -x "$(package "$name")" "$directory/$name"
     files_below "$directory/$name" >"$directory/$name.files"
-    expect_field "$name" Architecture "$OWB_DEBIAN_ARCHITECTURE"
+    expect_field "$name" Architecture "$(architecture "$name")"
     expect_field "$name" Version "$version"
     [[ $(dpkg-deb -c "$(package "$name")" | awk '{print $2}' | sort -u) == root/root ]] || fail "$name has a file of a user"
     docs=$directory/$name/usr/share/doc/$name
     [[ -s $docs/copyright ]] || fail "$name has no copyright"
-    expect "$(zcat "$docs/changelog.gz")" "owb ($version)" "the changelog of $name"
+    changelog=$(zcat "$docs/changelog.gz")
+    expect "$changelog" "owb ($version)" "the changelog of $name"
+    expect "$changelog" " -- $(field "$name" Maintainer)  " "the changelog of $name" # who made this revision
 done
 expect_field libowb-dev Depends "libowb1 (= $version)"
 expect "$(field owb-tools Depends)" "libowb1 (= $version), " "Depends of owb-tools"
@@ -48,11 +54,15 @@ for file in bin/owbctl sbin/owbcimomd sbin/owbcimom-passwd lib/systemd/system/ow
     expect "$(<"$directory/owb-tools.files")" "usr/$file" "the list of owb-tools"
 done
 
+for file in README.md CHANGELOG.md docs/groups.md; do
+    expect "$(<"$directory/owb-doc.files")" "usr/share/doc/owb-doc/$file" "the list of owb-doc"
+done
+
 # Together they contain the installed files and Debian's additions; no file is in two packages.
 cat "$directory"/*.files | LC_ALL=C sort >"$directory/all"
 [[ -z $(uniq -d "$directory/all") ]] || fail "in two packages: $(uniq -d "$directory/all")"
 grep -vE '/(changelog\.gz|copyright)$|^usr/share/lintian/' "$directory/all" |
-    sed -e 's|^usr/||' -e 's|^share/doc/libowb-dev/|share/doc/owb/|' -e '/\/man\//s/\.gz$//' | LC_ALL=C sort >"$directory/packaged"
+    sed -e 's|^usr/||' -e 's,^share/doc/\(libowb-dev\|owb-doc\)/,share/doc/owb/,' -e '/\/man\//s/\.gz$//' | LC_ALL=C sort >"$directory/packaged"
 files_below "$tree" | grep -v '^share/doc/owb/copyright$' >"$directory/installed"
 diff "$directory/installed" "$directory/packaged" || fail "the packages and an installation differ"
 

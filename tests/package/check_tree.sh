@@ -25,12 +25,16 @@ expect_dynamic "$libdir/owb/libSblimUtilities.so" SONAME libSblimUtilities.so.0
     expect_dynamic sbin/owbcimomd RUNPATH '$ORIGIN/../'"$libdir/owb"
 }
 
-# Each public header of the client library, each man page.
+# Each public header of the client library, each man page, each document.
 diff -r "$source/openwbem/include" "$tree/include/owb/openwbem" || fail "headers differ"
 for page in "$source"/docs/man/*.[1-8]; do
     cmp "$page" "$tree/share/man/man${page##*.}/${page##*/}" || fail "a man page is missing"
 done
+for document in README.md CHANGELOG.md "$source"/docs/*.md; do
+    document=${document#"$source/"}
+    cmp "$source/$document" "$tree/share/doc/owb/$document" || fail "a document is missing"
+done
 # The other files. The bundled libraries are apart from an installed original.
-files_below "$tree" | grep -vE '^(include/owb/openwbem|share/man)/' >"$directory/files"
+files_below "$tree" | grep -vE '^(include/owb/openwbem|share/man|share/doc/owb/docs)/' >"$directory/files"
 sed "s|LIBDIR|$libdir|" "$source/tests/package/files.txt" | LC_ALL=C sort | diff - "$directory/files" ||
     fail "the installed files are not those of files.txt"
