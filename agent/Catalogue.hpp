@@ -100,6 +100,9 @@ struct Attribute {
     ValueNames values = {};
     /** Whether the site decides the value and may change it. */
     bool isWritable = false;
+    /** Whether people identify a row by it, alone or with others, as by the name of an interface. No
+     * attribute does in groups that have one row. */
+    bool isIdentifying = false;
 
     /** Whether a write of the library can change the value: it is writable, and the write names the instance.
      */

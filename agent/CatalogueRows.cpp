@@ -44,6 +44,13 @@ constexpr ValueName operationalStatusNames[] = {
     {11, "in service"}, {12, "no contact"}, {13, "lost communication"}, {14, "aborted"}, {15, "dormant"},
     {16, "supporting entity in error"}, {17, "completed"}, {18, "power mode"}};
 
+// The same for a network interface: the names are those of the status in RFC 2863 that owbcimomd maps to the code.
+constexpr ValueName interfaceStatusNames[] = {
+    {0, "unknown"}, {1, "other"}, {2, "up"}, {3, "degraded"}, {4, "stressed"}, {5, "predictive failure"},
+    {6, "not present"}, {7, "non-recoverable error"}, {8, "starting"}, {9, "stopping"}, {10, "down"},
+    {11, "testing"}, {12, "no contact"}, {13, "lost communication"}, {14, "aborted"}, {15, "dormant"},
+    {16, "lower layer down"}, {17, "completed"}, {18, "power mode"}};
+
 // CIM_EnabledLogicalElement.EnabledState.
 constexpr ValueName enabledStateNames[] = {
     {0, "unknown"}, {1, "other"}, {2, "enabled"}, {3, "disabled"}, {4, "shutting down"},
@@ -100,6 +107,8 @@ constexpr ValueName deviceStatusNames[] = {
     {1, "unknown"}, {2, "running"}, {3, "warning"}, {4, "testing"}, {5, "down"}};
 
 constexpr bool writable = true;
+constexpr bool readOnly = false;
+constexpr bool identifying = true;
 
 } // namespace
 
@@ -159,7 +168,7 @@ const std::array<Attribute, attributeCount> attributes = {{
     {26, 0, "_INDEX", Kind::index, "", {"entPhysicalIndex", "47.1.1.1.1.1"},
      "Index of the enclosure among the physical parts of the host."},
     {26, 17, "Tag", Kind::key, "", {"entPhysicalName", "47.1.1.1.1.7"},
-     "Name of the enclosure, unique on the host."},
+     "Name of the enclosure, unique on the host.", {}, readOnly, identifying},
     {26, 20, "PresentStatus", Kind::text, "", {},
      "Status of the enclosure, in words."},
     // 27 QAV_XRULogicalModule
@@ -184,7 +193,7 @@ const std::array<Attribute, attributeCount> attributes = {{
     {27, 0, "_INDEX", Kind::index, "", {"entPhysicalIndex", "47.1.1.1.1.1"},
      "Index of the module among the physical parts of the host."},
     {27, 18, "DeviceID", Kind::key, "", {"entPhysicalName", "47.1.1.1.1.7"},
-     "Name of the module, unique on the host and derived from its slot."},
+     "Name of the module, unique on the host and derived from its slot.", {}, readOnly, identifying},
     {27, 19, "_CONTAINED_IN", Kind::reference, "", {"entPhysicalContainedIn", "47.1.1.1.1.4"},
      "Index of the enclosure (group 0) that contains the module."},
     {27, 20, "PresentStatus", Kind::text, "", {},
@@ -193,7 +202,7 @@ const std::array<Attribute, attributeCount> attributes = {{
     {3, 1, "StorageType", Kind::state, "", {"hrStorageType", "25.2.3.1.2"},
      "Kind of storage.", storageTypeNames},
     {3, 2, "Purpose", Kind::text, "", {"hrStorageDescr", "25.2.3.1.3"},
-     "What the storage is: memory, swap space, or the mount point of a file system."},
+     "What the storage is: memory, swap space, or the mount point of a file system.", {}, readOnly, identifying},
     {3, 3, "Blocksize", Kind::size, "Bytes", {"hrStorageAllocationUnits", "25.2.3.1.4"},
      "Size of a block, the allocation unit of the storage."},
     {3, 4, "NumberOfBlocks", Kind::size, "Blocks", {"hrStorageSize", "25.2.3.1.5"},
@@ -278,16 +287,16 @@ const std::array<Attribute, attributeCount> attributes = {{
     {7, 0, "ConnectionState", Kind::state, "", {"tcpConnState", "6.13.1.1"},
      "State of the connection.", connectionStateNames},
     {7, 1, "LocalAddress", Kind::index, "", {"tcpConnLocalAddress", "6.13.1.2"},
-     "IP address of the local end."},
+     "IP address of the local end.", {}, readOnly, identifying},
     {7, 2, "LocalPort", Kind::index, "", {"tcpConnLocalPort", "6.13.1.3"},
-     "Port of the local end."},
+     "Port of the local end.", {}, readOnly, identifying},
     {7, 3, "RemoteAddress", Kind::index, "", {"tcpConnRemAddress", "6.13.1.4"},
-     "IP address of the remote end; all zeros for a listener."},
+     "IP address of the remote end; all zeros for a listener.", {}, readOnly, identifying},
     {7, 4, "RemotePort", Kind::index, "", {"tcpConnRemPort", "6.13.1.5"},
-     "Port of the remote end; 0 for a listener."},
+     "Port of the remote end; 0 for a listener.", {}, readOnly, identifying},
     // 8 QAV_LANEndpointNetworkPortAssociation
     {8, 0, "Dependent", Kind::reference, "", {},
-     "Path of the network interface (group 9)."},
+     "Path of the network interface (group 9).", {}, readOnly, identifying},
     {8, 1, "Antecedent", Kind::reference, "", {},
      "Path of its counters (group 10)."},
     // 9 QAV_LANEndpoint
@@ -298,7 +307,7 @@ const std::array<Attribute, attributeCount> attributes = {{
     {9, 25, "CreationClassName", Kind::key, "", {},
      "Class of the interface."},
     {9, 24, "Name", Kind::key, "", {"ifName", "31.1.1.1.1"},
-     "Name of the interface in the kernel."},
+     "Name of the interface in the kernel.", {}, readOnly, identifying},
     {9, 27, "_INDEX", Kind::index, "", {"ifIndex", "2.2.1.1"},
      "Index of the interface in the kernel."},
     {9, 5, "MACAddress", Kind::text, "", {"ifPhysAddress", "2.2.1.6"},
@@ -308,7 +317,7 @@ const std::array<Attribute, attributeCount> attributes = {{
     {9, 8, "TimeOfLastStateChange", Kind::date, "", {"ifLastChange", "2.2.1.9"},
      "Time at which the operational status last changed."},
     {9, 7, "OperationalStatus", Kind::state, "", {"ifOperStatus", "2.2.1.8"},
-     "Whether the interface carries traffic: 2 up, 10 down.", operationalStatusNames},
+     "Whether the interface carries traffic.", interfaceStatusNames},
     {9, 6, "EnabledState", Kind::state, "", {"ifAdminStatus", "2.2.1.7"},
      "Whether the administrator has enabled the interface.", enabledStateNames},
     {9, 4, "Speed", Kind::gauge, "Bits per Second", {"ifSpeed", "2.2.1.5"},
@@ -319,7 +328,7 @@ const std::array<Attribute, attributeCount> attributes = {{
      "Type of the interface, a code of IANAifType; only common codes have a name here.", interfaceTypeNames},
     // 10 QAV_NetworkPortStatistics
     {10, 26, "InstanceID", Kind::key, "", {"ifName", "31.1.1.1.1"},
-     "Name of the interface in the kernel."},
+     "Name of the interface in the kernel.", {}, readOnly, identifying},
     {10, 9, "InOctets", Kind::counter, "Bytes", {"ifInOctets", "2.2.1.10"},
      "Bytes received, with those of the link layer."},
     {10, 10, "InUcastPkts", Kind::counter, "Packets", {"ifInUcastPkts", "2.2.1.11"},
@@ -450,16 +459,16 @@ const std::array<Attribute, attributeCount> attributes = {{
      "Datagrams sent."},
     // 15 QAV_SoftwareIdentity
     {15, 1, "Name", Kind::text, "", {"hrSWInstalledName", "25.6.3.1.2"},
-     "Name and version of the package."},
+     "Name and version of the package.", {}, readOnly, identifying},
     {15, 3, "Classifications", Kind::state, "", {"hrSWInstalledType", "25.6.3.1.4"},
      "Kind of software.", softwareClassificationNames},
     {15, 4, "InstalledDate", Kind::date, "", {"hrSWInstalledDate", "25.6.3.1.5"},
      "Time at which the package was installed."},
     // 16 QAV_UnixProcess
     {16, 1, "Name", Kind::text, "", {"hrSWRunName", "25.4.2.1.2"},
-     "Name of the command, at most 15 bytes; up to 63 for a kernel thread."},
+     "Name of the command, at most 15 bytes; up to 63 for a kernel thread.", {}, readOnly, identifying},
     {16, 2, "Handle", Kind::key, "", {"hrSWRunIndex", "25.4.2.1.1"},
-     "Process ID."},
+     "Process ID.", {}, readOnly, identifying},
     {16, 3, "ModulePath", Kind::text, "", {"hrSWRunPath", "25.4.2.1.4"},
      "Path of the program; empty if it may not be read."},
     {16, 4, "Parameters", Kind::text, "", {"hrSWRunParameters", "25.4.2.1.5"},
@@ -478,7 +487,7 @@ const std::array<Attribute, attributeCount> attributes = {{
     {22, 11, "RealStack", Kind::size, "KiloBytes", {"hrSWRunPerfMem", "25.5.1.1.2"},
      "Virtual size of the stack."},
     {22, 12, "Handle", Kind::key, "", {"hrSWRunIndex", "25.4.2.1.1"},
-     "Process ID."},
+     "Process ID.", {}, readOnly, identifying},
     // 18 QAV_MediaAccessDevice
     {18, 0, "Capabilities", Kind::state, "", {"hrDiskStorageAccess", "25.3.6.1.1"},
      "Capabilities of the drive, one value for each.", diskCapabilityNames},
@@ -487,7 +496,7 @@ const std::array<Attribute, attributeCount> attributes = {{
     {18, 3, "MaxMediaSize", Kind::size, "KiloBytes", {"hrDiskStorageCapacity", "25.3.6.1.4"},
      "Capacity of the disk."},
     {18, 4, "_HR_DEVICE_INDEX", Kind::reference, "", {"hrDeviceIndex", "25.3.2.1.1"},
-     "Index of the disk as a device (group 21)."},
+     "Index of the disk as a device (group 21).", {}, readOnly, identifying},
     {18, 5, "OperationalStatus", Kind::state, "", {"hrDeviceStatus", "25.3.2.1.5"},
      "Whether the disk works: 2 OK, 10 stopped.", operationalStatusNames},
     {18, 6, "Errors", Kind::counter, "Errors", {"hrDeviceErrors", "25.3.2.1.6"},
@@ -504,12 +513,12 @@ const std::array<Attribute, attributeCount> attributes = {{
     {19, 5, "HR_DEVICE_INDEX", Kind::reference, "", {"hrDeviceIndex", "25.3.2.1.1"},
      "Index of the disk (group 21) that the partition is on."},
     {19, 6, "DeviceID", Kind::key, "", {},
-     "Name of the partition in the kernel."},
+     "Name of the partition in the kernel.", {}, readOnly, identifying},
     // 20 QAV_FileSystem
     {20, 0, "Index", Kind::index, "", {"hrFSIndex", "25.3.8.1.1"},
      "Index of the mount in the kernel."},
     {20, 1, "Root", Kind::text, "", {"hrFSMountPoint", "25.3.8.1.2"},
-     "Directory that the file system is mounted on."},
+     "Directory that the file system is mounted on.", {}, readOnly, identifying},
     {20, 2, "RemoteMountPoint", Kind::text, "", {"hrFSRemoteMountPoint", "25.3.8.1.3"},
      "Server and path of a remote file system; empty for a local one."},
     {20, 3, "FileSystemType", Kind::text, "", {"hrFSType", "25.3.8.1.4"},
@@ -526,7 +535,7 @@ const std::array<Attribute, attributeCount> attributes = {{
      "Time of the last partial backup."},
     // 21 HR_DEVICE
     {21, 0, "_HR_DEVICE_INDEX", Kind::index, "", {"hrDeviceIndex", "25.3.2.1.1"},
-     "Index of the device."},
+     "Index of the device.", {}, readOnly, identifying},
     {21, 1, "_HR_DEVICE_TYPE", Kind::state, "", {"hrDeviceType", "25.3.2.1.2"},
      "Kind of device.", deviceTypeNames},
     {21, 2, "_HR_DEVICE_DESCR", Kind::text, "", {"hrDeviceDescr", "25.3.2.1.3"},
@@ -539,32 +548,32 @@ const std::array<Attribute, attributeCount> attributes = {{
      "Errors of the device."},
     // 25 HR_NETWORK
     {25, 0, "_HR_NETWORK_INDEX", Kind::reference, "", {"hrNetworkIfIndex", "25.3.4.1.1"},
-     "Index of the network interface (group 9)."},
+     "Index of the network interface (group 9).", {}, readOnly, identifying},
     {25, 1, "_HR_DEVICE_INDEX", Kind::reference, "", {"hrDeviceIndex", "25.3.2.1.1"},
      "Index of the interface as a device (group 21)."},
     // 23 QAV_ResidesOnPartition
     {23, 0, "Dependent", Kind::reference, "", {},
-     "Path of the file system (group 20)."},
+     "Path of the file system (group 20).", {}, readOnly, identifying},
     {23, 1, "Antecedent", Kind::reference, "", {},
      "Path of the partition (group 19) that it is on."},
     // 24 QAV_ResidesOnExtent
     {24, 0, "Dependent", Kind::reference, "", {},
-     "Path of the file system (group 20)."},
+     "Path of the file system (group 20).", {}, readOnly, identifying},
     {24, 1, "Antecedent", Kind::reference, "", {},
      "Path of the storage (group 3) that it is on."},
     // 28 QAV_XRUPackageDependency
     {28, 0, "Dependent", Kind::reference, "", {},
-     "Path of the module (group 27)."},
+     "Path of the module (group 27).", {}, readOnly, identifying},
     {28, 1, "Antecedent", Kind::reference, "", {},
      "Path of the enclosure (group 0) that contains it."},
     // 29 QAV_XRULogicalModuleLocation
     {29, 0, "SameElement", Kind::reference, "", {},
      "Path of the slot (group 30)."},
     {29, 1, "SystemElement", Kind::reference, "", {},
-     "Path of the module (group 27) that is in it."},
+     "Path of the module (group 27) that is in it.", {}, readOnly, identifying},
     // 30 QAV_CoreTelephony_ModuleLocation
     {30, 0, "Key", Kind::key, "", {},
-     "Name of the slot, unique on the host."},
+     "Name of the slot, unique on the host.", {}, readOnly, identifying},
     {30, 1, "LocnXruType", Kind::text, "", {},
      "Kind of module in the slot, in words."},
 }};

@@ -7,6 +7,7 @@
 #include <owb.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,8 @@ struct Property {
     std::vector<std::string> values;
 };
 
-/** One instance: its row number, and its properties in the order of the catalogue. Null properties are
- * absent. */
+/** One instance: its row number, and its properties in the order of the catalogue, or of Group::selected.
+ * Null properties are absent. */
 struct Row {
     long number;
     std::vector<Property> properties;
@@ -37,6 +38,8 @@ struct Group {
     const char* className;
     long status;
     std::vector<Row> rows;
+    /** The attributes to show, in their order, if only these were asked for. Rows then have no others. */
+    std::optional<std::vector<const Attribute*>> selected = {};
 
     /** The row of a number; null if it did not arrive. Owned by the group. */
     const Row* find(long row) const;

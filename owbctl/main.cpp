@@ -41,7 +41,8 @@ std::unique_ptr<Format> makeFormat(const Arguments& arguments, Output& output) {
         return std::make_unique<CsvFormat>(output);
     if (arguments.output == "line")
         return std::make_unique<LineFormat>(output);
-    return std::make_unique<TableFormat>(output);
+    return std::make_unique<TableFormat>(
+        output, Style{arguments.output == "wide", arguments.isRaw, arguments.isHuman});
 }
 
 std::optional<long> numberOrNone(const std::string& checked) {
@@ -64,6 +65,15 @@ InstanceQuery instanceQuery(const Arguments& arguments) {
     return {arguments.path, std::move(groups), numberOrNone(arguments.row).value_or(0)};
 }
 
+GroupQuery groupQuery(const Arguments& arguments) {
+    std::vector<std::string> properties = arguments.properties;
+    properties.insert(properties.end(), arguments.columns.begin(), arguments.columns.end());
+    std::vector<long> rows;
+    for (const std::string& row : arguments.rows)
+        rows.push_back(util::decimal<long>(row).value());
+    return {groupsNamed(arguments.groups), {std::move(properties), std::move(rows), arguments.conditions}};
+}
+
 WriteRequest writeRequest(const Arguments& arguments) {
     const long group = groupOf(arguments);
     return {group, util::decimal<long>(arguments.row).value(),
@@ -83,8 +93,7 @@ int execute(const CLI::App& app, const Arguments& arguments, const Output& outpu
             Format& format) {
     const std::string url = withoutPassword(arguments.url);
     if (app.got_subcommand("get"))
-        return getGroups({groupsNamed(arguments.groups), arguments.properties, numberOrNone(arguments.row)},
-                         format, url);
+        return getGroups(groupQuery(arguments), format, url);
     if (app.got_subcommand("watch"))
         return watchGroup({groupOf(arguments), arguments.interval, numberOrNone(arguments.count)}, format,
                           output, url);

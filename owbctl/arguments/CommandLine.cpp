@@ -93,6 +93,16 @@ void describeGroups(CLI::App& app, Arguments& arguments) {
         ->check(checkGroups);
 }
 
+/** Options of commands that show groups in tables. Their -h is not for help. */
+void describeStyle(CLI::App* command, Arguments& arguments) {
+    command->set_help_flag("--help", "Print this help message and exit");
+    CLI::Option* const raw =
+        command->add_flag("--raw", arguments.isRaw, "Tables: show values as they arrive");
+    command
+        ->add_flag("-h,--human", arguments.isHuman, "Tables: show sizes and speeds in larger units, as 1 GiB")
+        ->excludes(raw);
+}
+
 void describeGet(CLI::App& app, Arguments& arguments) {
     CLI::App* const get = app.add_subcommand("get", "Read groups from the object manager");
     get->add_option("GROUP", arguments.groups,
@@ -100,9 +110,24 @@ void describeGet(CLI::App& app, Arguments& arguments) {
         ->required()
         ->type_name("")
         ->check(checkGroups);
-    get->add_option("--property", arguments.properties, "Show only these properties: names or nominators")
+    get->add_option("--property", arguments.properties,
+                    "Show only these properties, in this order: names or nominators")
         ->type_name("NAME...");
-    get->add_option("--row", arguments.row, "Show only this row")->type_name("N")->check(checkRow);
+    get->add_option("--columns", arguments.columns, "The same as a list: names or nominators, and commas")
+        ->type_name("NAME,...")
+        ->delimiter(',')
+        ->allow_extra_args(false);
+    get->add_option("--row", arguments.rows, "Show only these rows; may be repeated")
+        ->type_name("N,...")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->check(checkRow);
+    get->add_option("--where", arguments.conditions,
+                    "Show only rows in which a property has this value, or a code\n"
+                    "of this name; all of several conditions have to hold")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+    describeStyle(get, arguments);
 }
 
 void describeWatch(CLI::App& app, Arguments& arguments) {
@@ -133,6 +158,7 @@ void describeInstance(CLI::App& app, Arguments& arguments) {
     instance->add_option("--row", arguments.row, "Row number to show the instance with; default 0")
         ->type_name("N")
         ->check(checkRow);
+    describeStyle(instance, arguments);
 }
 
 void describeSet(CLI::App& app, Arguments& arguments) {
@@ -184,7 +210,7 @@ void describeOptions(CLI::App& app, Arguments& arguments) {
                        std::string(OWB_URLGet()))
         ->type_name("URL")
         ->check(checkNotEmpty);
-    app.add_option("-o,--output", arguments.output, "Output format: table (default), line, json or csv")
+    app.add_option("-o,--output", arguments.output, "Output format: table (default), wide, line, json or csv")
         ->type_name("FORMAT")
         ->check(CLI::IsMember(outputNames).description(""));
     app.add_option("--timeout", arguments.timeout, "End after this time, even if not done")
@@ -207,7 +233,7 @@ void rejectBrackets(int argc, char** argv) {
 
 } // namespace
 
-const std::vector<std::string> outputNames = {"table", "line", "json", "csv"};
+const std::vector<std::string> outputNames = {"table", "wide", "line", "json", "csv"};
 
 const std::vector<std::string> unitNames = {"s", "cs", "ms", "us"};
 

@@ -23,9 +23,18 @@ struct Arguments {
     /** For `groups` and `get`, see groupsNamed(). */
     std::vector<std::string> groups;
     std::vector<std::string> properties;
+    /** For `get`: more properties. */
+    std::vector<std::string> columns;
+    /** For `get`: numbers of rows. */
+    std::vector<std::string> rows;
+    /** For `get`: NAME=VALUE, see Selection. */
+    std::vector<std::string> conditions;
+    /** For tables, see Style. */
+    bool isRaw = false;
+    bool isHuman = false;
     /** Names one group. For `watch`, `set` and `instance`; may be empty for `instance`. */
     std::string group;
-    /** Empty if not given. */
+    /** For `set` and `instance`. Empty if not given. */
     std::string row;
     double interval = 2;
     std::string count;

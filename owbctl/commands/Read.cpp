@@ -15,6 +15,10 @@ using namespace agent;
 
 namespace {
 
+std::string countText(std::size_t done, std::size_t all) {
+    return all == 1 ? "" : ", " + std::to_string(done) + " of " + std::to_string(all);
+}
+
 int showGroups(const std::vector<long>& groups, const std::function<Group(long group)>& read, Format& format,
                const std::string& url) {
     Progress progress;
@@ -22,9 +26,8 @@ int showGroups(const std::vector<long>& groups, const std::function<Group(long g
     bool isUnreachable = false;
     std::size_t done = 0;
     for (const long number : groups) {
-        if (groups.size() > 1)
-            progress.show("owbctl: reading group " + std::to_string(number) + " (" + classOf(number).name +
-                          "), " + std::to_string(++done) + " of " + std::to_string(groups.size()));
+        progress.show("owbctl: reading group " + std::to_string(number) + " (" + classOf(number).name + ")" +
+                      countText(++done, groups.size()));
         const Group group = read(number);
         progress.clear();
         format.writeGroup(group);
@@ -41,55 +44,25 @@ int showGroups(const std::vector<long>& groups, const std::function<Group(long g
     return status;
 }
 
-void checkProperties(const GroupQuery& query) {
-    for (const std::string& name : query.properties) {
-        const bool isKnown = std::any_of(query.groups.begin(), query.groups.end(), [&name](long group) {
-            return findAttribute(group, name) != nullptr;
-        });
-        if (!isKnown)
-            throw UsageError("none of the groups has a property '" + name + "'; see 'owbctl groups'");
-    }
-}
-
-bool isSelected(const Attribute* attribute, const GroupQuery& query) {
-    return query.properties.empty() ||
-           std::any_of(query.properties.begin(), query.properties.end(),
-                       [attribute](const std::string& name) {
-                           return findAttribute(attribute->group, name) == attribute;
-                       });
-}
-
-/** Removes the rows and properties that are not selected, and rows that become empty. */
-void select(Group& group, const GroupQuery& query) {
-    const auto isOther = [&query](const Property& property) {
-        return !isSelected(property.attribute, query);
-    };
-    for (Row& row : group.rows)
-        row.properties.erase(std::remove_if(row.properties.begin(), row.properties.end(), isOther),
-                             row.properties.end());
-    const auto isUnwanted = [&query](const Row& row) {
-        return row.properties.empty() || row.number != query.row.value_or(row.number);
-    };
-    group.rows.erase(std::remove_if(group.rows.begin(), group.rows.end(), isUnwanted), group.rows.end());
-}
-
 } // namespace
 
 int getGroups(const GroupQuery& query, Format& format, const std::string& url) {
-    checkProperties(query);
-    bool hasRow = false;
+    checkSelection(query.selection, query.groups);
+    std::vector<long> missing = query.selection.rows;
     const int status = showGroups(
         query.groups,
-        [&query, &hasRow](long number) {
+        [&query, &missing](long number) {
             Group group = readGroup(number);
-            select(group, query);
-            hasRow = hasRow || !group.rows.empty();
+            const auto isThere = [&](long row) { return hasRow(group, row, query.selection); };
+            missing.erase(std::remove_if(missing.begin(), missing.end(), isThere), missing.end());
+            select(group, query.selection);
             return group;
         },
         format, url);
-    if (status != 0 || !query.row || hasRow)
+    if (status != 0 || missing.empty())
         return status;
-    std::cerr << "owbctl: row " << *query.row << ": no such row, or it has no value\n";
+    for (const long row : missing)
+        std::cerr << "owbctl: row " << row << ": no such row, or it has no value\n";
     return exitFailed;
 }
 

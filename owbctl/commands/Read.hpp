@@ -1,9 +1,9 @@
 #ifndef OWBCTL_COMMANDS_READ_HPP
 #define OWBCTL_COMMANDS_READ_HPP
 
+#include "commands/Selection.hpp"
 #include "formats/Format.hpp"
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,17 +13,14 @@ namespace owbctl {
 /** What to read, and what of it to show. */
 struct GroupQuery {
     std::vector<long> groups;
-    /** Names or nominators of the properties to show; empty for all. */
-    std::vector<std::string> properties;
-    /** The only row to show; nothing for all. */
-    std::optional<long> row;
+    Selection selection;
 };
 
 /**
  * Reads each group, writes it in the given format and reports failed reads on standard error, where they name
  * `url`. A failure does not end the command. Returns the exit status of the first failed read; exitFailed if
- * all reads succeeded but no group has the row; else 0. Throws UsageError for a property that none of the
- * groups has, before anything is read.
+ * all reads succeeded but a selected row is in no group; else 0. Throws UsageError, as checkSelection() does,
+ * before anything is read.
  */
 int getGroups(const GroupQuery& query, Format& format, const std::string& url);
 

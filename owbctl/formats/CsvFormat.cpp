@@ -82,11 +82,11 @@ const char* yesOrNo(bool is) {
     return is ? "yes" : "no";
 }
 
-/** The properties of all groups, each name once. */
+/** The properties of all groups, or those that are selected, each name once. */
 std::vector<std::string> columnsOf(const std::vector<Group>& groups) {
     std::vector<std::string> columns;
     for (const Group& group : groups) {
-        for (const Attribute* attribute : attributesOf(group.number)) {
+        for (const Attribute* attribute : group.selected.value_or(attributesOf(group.number))) {
             if (std::find(columns.begin(), columns.end(), attribute->property) == columns.end())
                 columns.emplace_back(attribute->property);
         }

@@ -1,10 +1,14 @@
 #include "formats/GroupTable.hpp"
 
+#include "formats/Reference.hpp"
 #include "formats/Table.hpp"
 #include "output/Text.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
+#include <optional>
+#include <utility>
 
 namespace owbctl {
 
@@ -14,97 +18,209 @@ namespace {
 
 constexpr std::size_t gap = 2;
 
-/** A value for people, and its mark. */
-struct Shown {
-    const Attribute* attribute;
-    std::string value;
-    std::string mark;
-};
+/** A row, and the marks of its properties in their order; no marks at all for a row without. */
+struct Line {
+    const Row* row;
+    std::vector<std::string> marks;
 
-struct ShownRow {
-    long number;
-    std::vector<Shown> properties;
-
-    const Shown* find(const Attribute* attribute) const {
-        const auto found =
-            std::find_if(properties.begin(), properties.end(),
-                         [attribute](const Shown& shown) { return shown.attribute == attribute; });
-        return found == properties.end() ? nullptr : &*found;
+    std::string markOf(const Property& property) const {
+        return marks.empty() ? std::string()
+                             : marks[static_cast<std::size_t>(&property - row->properties.data())];
     }
 };
+
+using Lines = std::vector<Line>;
+using Attributes = std::vector<const Attribute*>;
 
 std::string padded(const std::string& text, std::size_t columns) {
     return text + std::string(columns - std::min(columns, width(text)), ' ');
 }
 
 // One property on each line: name, value and mark, without a header.
-std::string vertical(const ShownRow& row, std::size_t limit) {
+std::string vertical(const Line& line, std::size_t limit, const Style& style) {
     std::size_t nameWidth = 0;
     std::size_t valueWidth = 0;
-    for (const Shown& shown : row.properties) {
-        nameWidth = std::max(nameWidth, width(shown.attribute->property));
-        if (!shown.mark.empty())
-            valueWidth = std::max(valueWidth, width(shown.value));
+    for (const Property& property : line.row->properties) {
+        nameWidth = std::max(nameWidth, width(heading(*property.attribute, style)));
+        if (!line.markOf(property).empty())
+            valueWidth = std::max(valueWidth, width(valueText(property, *line.row, style)));
     }
     std::string text;
-    for (const Shown& shown : row.properties) {
-        text += padded(shown.attribute->property, nameWidth + gap);
-        if (shown.mark.empty())
-            text += wrapped(shown.value, nameWidth + gap, limit) + '\n';
+    for (const Property& property : line.row->properties) {
+        const std::string value = valueText(property, *line.row, style);
+        const std::string mark = line.markOf(property);
+        text += padded(heading(*property.attribute, style), nameWidth + gap);
+        if (mark.empty())
+            text += wrapped(value, nameWidth + gap, limit) + '\n';
         else
-            text += padded(shown.value, valueWidth + gap) + shown.mark + '\n';
+            text += padded(value, valueWidth + gap) + mark + '\n';
     }
     return text;
 }
 
-std::vector<const Attribute*> usedColumns(long group, const std::vector<ShownRow>& rows) {
-    std::vector<const Attribute*> columns = attributesOf(group);
-    const auto isUnused = [&rows](const Attribute* column) {
-        return std::none_of(rows.begin(), rows.end(),
-                            [column](const ShownRow& row) { return row.find(column) != nullptr; });
-    };
-    columns.erase(std::remove_if(columns.begin(), columns.end(), isUnused), columns.end());
+bool isUsed(const Attribute* attribute, const Lines& lines) {
+    return std::any_of(lines.begin(), lines.end(),
+                       [attribute](const Line& line) { return line.row->find(attribute) != nullptr; });
+}
+
+bool isConstant(const Attribute* attribute, const Lines& lines) {
+    const Property* const first = lines.front().row->find(attribute);
+    return std::all_of(lines.begin(), lines.end(), [attribute, first](const Line& line) {
+        const Property* const property = line.row->find(attribute);
+        return first != nullptr && property != nullptr && property->values == first->values;
+    });
+}
+
+/** The attributes of the columns, in their order. */
+struct Columns {
+    Attributes beforeRow;
+    Attributes afterRow;
+};
+
+Columns columnsOf(const Group& group, const Lines& lines, const Style& style) {
+    if (group.selected)
+        return {{}, *group.selected};
+    Columns columns;
+    Attributes others;
+    for (const Attribute* attribute : attributesOf(group.number)) {
+        if (!isUsed(attribute, lines))
+            continue;
+        if (attribute->isIdentifying)
+            columns.beforeRow.push_back(attribute);
+        else if (attribute->kind == Kind::state)
+            columns.afterRow.push_back(attribute);
+        else if (attribute->kind != Kind::key || style.isWide || !isConstant(attribute, lines))
+            others.push_back(attribute);
+    }
+    columns.afterRow.insert(columns.afterRow.end(), others.begin(), others.end());
     return columns;
 }
 
-std::size_t markWidth(const Attribute* column, const std::vector<ShownRow>& rows) {
-    std::size_t widest = 0;
-    for (const ShownRow& row : rows) {
-        const Shown* const shown = row.find(column);
-        widest = std::max(widest, shown == nullptr ? 0 : width(shown->mark));
+/** The heading of a column and its cells, one for each line. */
+struct Column {
+    std::string heading;
+    std::vector<std::string> cells;
+    bool alignsRight;
+};
+
+/** The values of an attribute, one for each line. */
+using Values = std::vector<std::optional<std::string>>;
+
+Values valuesOf(const Attribute* attribute, const Lines& lines, const Style& style) {
+    Values values;
+    for (const Line& line : lines) {
+        const Property* const property = line.row->find(attribute);
+        values.push_back(property == nullptr ? std::nullopt
+                                             : std::optional(valueText(*property, *line.row, style)));
     }
-    return widest;
+    return values;
+}
+
+/** Shortens the object paths of a column. Returns the name of the key that they then show; empty for none. */
+std::string shorten(Values& values, const Attribute* attribute, const Lines& lines) {
+    std::vector<std::string> paths;
+    for (const Line& line : lines) {
+        if (const Property* const property = line.row->find(attribute))
+            paths.push_back(property->values.size() == 1 ? property->values.front() : std::string());
+    }
+    const std::optional<ShortReferences> references = shortened(paths);
+    if (!references)
+        return std::string();
+    auto next = references->texts.begin();
+    for (std::optional<std::string>& value : values) {
+        if (value)
+            value = printable(*next++);
+    }
+    return printable(references->key);
 }
 
 // Marks have the same width in all rows, so that the values are aligned.
-std::string cell(const Shown* shown, std::size_t markWidth) {
-    if (shown == nullptr)
-        return Table::absent;
-    return markWidth == 0 ? shown->value : shown->value + " " + padded(shown->mark, markWidth);
+std::vector<std::string> markedCells(const Values& values, const Attribute* attribute, const Lines& lines) {
+    std::vector<std::string> marks;
+    std::size_t markWidth = 0;
+    for (const Line& line : lines) {
+        const Property* const property = line.row->find(attribute);
+        marks.push_back(property == nullptr ? std::string() : line.markOf(*property));
+        markWidth = std::max(markWidth, width(marks.back()));
+    }
+    std::vector<std::string> cells;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        cells.push_back(values[i].value_or(Table::absent));
+        if (values[i] && markWidth > 0)
+            cells.back() += " " + padded(marks[i], markWidth);
+    }
+    return cells;
 }
 
-std::string horizontal(long group, const std::vector<ShownRow>& rows, std::size_t limit) {
-    const std::vector<const Attribute*> columns = usedColumns(group, rows);
-    std::vector<std::string> header = {"Row"};
-    std::vector<std::size_t> markWidths;
-    for (const Attribute* column : columns) {
-        header.emplace_back(column->property);
-        markWidths.push_back(markWidth(column, rows));
+Column columnOf(const Attribute* attribute, const Lines& lines, const Style& style) {
+    std::string name = heading(*attribute, style);
+    Values values = valuesOf(attribute, lines, style);
+    if (attribute->kind == Kind::reference && !style.isRaw && !style.isWide) {
+        const std::string key = shorten(values, attribute, lines);
+        name += key.empty() ? "" : " (" + key + ")";
     }
-    Table table(std::move(header));
-    for (const ShownRow& row : rows) {
-        std::vector<std::string> cells = {std::to_string(row.number)};
-        for (std::size_t i = 0; i < columns.size(); ++i)
-            cells.push_back(cell(row.find(columns[i]), markWidths[i]));
+    return {std::move(name), markedCells(values, attribute, lines), !unitOf(*attribute).empty()};
+}
+
+Column rowNumbers(const Lines& lines) {
+    Column column{"Row", {}, true};
+    for (const Line& line : lines)
+        column.cells.push_back(std::to_string(line.row->number));
+    return column;
+}
+
+std::size_t widthOf(const Column& column) {
+    std::size_t widest = width(column.heading);
+    for (const std::string& cell : column.cells)
+        widest = std::max(widest, width(cell));
+    return widest;
+}
+
+/** A table of columns of which the first `repeated` identify the row. */
+Table tableOf(std::vector<Column> columns, std::size_t repeated, Table::Fit fit) {
+    std::vector<std::string> header;
+    for (const Column& column : columns)
+        header.push_back(column.heading);
+    Table table(std::move(header), fit);
+    table.repeat(repeated);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (columns[i].alignsRight)
+            table.alignRight(i);
+    }
+    for (std::size_t row = 0; row < columns.front().cells.size(); ++row) {
+        std::vector<std::string> cells;
+        for (Column& column : columns)
+            cells.push_back(std::move(column.cells[row]));
         table.add(std::move(cells));
     }
-    return table.text(limit);
+    return table;
 }
 
-std::string table(long group, const std::vector<ShownRow>& rows, std::size_t limit) {
-    if (rows.empty())
+std::string horizontal(const Group& group, const Lines& lines, std::size_t limit, const Style& style) {
+    const Columns attributes = columnsOf(group, lines, style);
+    std::vector<Column> columns;
+    for (const Attribute* attribute : attributes.beforeRow)
+        columns.push_back(columnOf(attribute, lines, style));
+    columns.push_back(rowNumbers(lines));
+    for (const Attribute* attribute : attributes.afterRow)
+        columns.push_back(columnOf(attribute, lines, style));
+    const bool isWhole = style.isWide || style.isRaw;
+    std::size_t identifying = attributes.beforeRow.size();
+    // An object path in full is too long to be repeated: the row number replaces it.
+    if (identifying > 0 && isWhole && limit > 0 && widthOf(columns.front()) > limit / 2) {
+        std::rotate(columns.begin(), columns.begin() + static_cast<std::ptrdiff_t>(identifying),
+                    columns.begin() + static_cast<std::ptrdiff_t>(identifying) + 1);
+        identifying = 1;
+    }
+    return tableOf(std::move(columns), std::max<std::size_t>(identifying, 1),
+                   isWhole ? Table::Fit::wrapAll : Table::Fit::cut)
+        .text(limit);
+}
+
+std::string table(const Group& group, const Lines& lines, std::size_t limit, const Style& style) {
+    if (lines.empty())
         return "no data\n";
-    return rows.size() == 1 ? vertical(rows.front(), limit) : horizontal(group, rows, limit);
+    return lines.size() == 1 ? vertical(lines.front(), limit, style) : horizontal(group, lines, limit, style);
 }
 
 std::string rowsText(const std::vector<Row>& rows) {
@@ -124,39 +240,33 @@ std::string itemsText(const std::vector<Row>& rows) {
 
 } // namespace
 
-std::string cell(const std::vector<std::string>& values) {
-    if (values.empty())
-        return Table::absent;
-    std::string text;
-    for (const std::string& value : values)
-        text += (&value == &values.front() ? "" : ", ") + printable(value);
-    return text;
-}
-
 std::string extent(const Group& group) {
     return "(" + rowsText(group.rows) + ", " + itemsText(group.rows) +
            (group.status == OWB_DONE ? ")" : ", incomplete)");
 }
 
-std::string groupTable(const Group& group, std::size_t limit) {
-    std::vector<ShownRow> rows;
-    for (const Row& row : group.rows) {
-        rows.push_back({row.number, {}});
-        for (const Property& property : row.properties)
-            rows.back().properties.push_back({property.attribute, cell(property.values), {}});
-    }
-    return table(group.number, rows, limit);
+std::string groupTable(const Group& group, std::size_t limit, const Style& style) {
+    Lines lines;
+    for (const Row& row : group.rows)
+        lines.push_back({&row, {}});
+    return table(group, lines, limit, style);
 }
 
-std::string sampleTable(const Sample& sample, std::size_t limit) {
-    std::vector<ShownRow> rows;
-    for (const SampledRow& row : sample.rows) {
-        rows.push_back({row.number, {}});
-        for (const SampledProperty& sampled : row.properties)
-            rows.back().properties.push_back(
-                {sampled.property.attribute, cell(sampled.property.values), mark(sampled)});
+std::string sampleTable(const Sample& sample, std::size_t limit, const Style& style) {
+    std::vector<Row> rows;
+    std::vector<std::vector<std::string>> marks;
+    for (const SampledRow& sampledRow : sample.rows) {
+        rows.push_back({sampledRow.number, {}});
+        marks.emplace_back();
+        for (const SampledProperty& sampled : sampledRow.properties) {
+            rows.back().properties.push_back(sampled.property);
+            marks.back().push_back(mark(sampled));
+        }
     }
-    return table(sample.group.number, rows, limit);
+    Lines lines;
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        lines.push_back({&rows[i], std::move(marks[i])});
+    return table(sample.group, lines, limit, style);
 }
 
 std::string mark(const SampledProperty& sampled) {

@@ -3,6 +3,8 @@
 
 #include "agent/Group.hpp"
 #include "agent/Sample.hpp"
+#include "formats/Style.hpp"
+#include "formats/Value.hpp"
 
 #include <cstddef>
 #include <string>
@@ -10,20 +12,21 @@
 
 namespace owbctl {
 
-/** Values as one printable text, separated by a comma and a blank; Table::absent for none. */
-std::string cell(const std::vector<std::string>& values);
-
 /** Numbers of rows and items of a group, and whether the read was incomplete: "(2 rows, 10 items)". */
 std::string extent(const agent::Group& group);
 
 /**
  * The rows of a group for people: a single row with one property on each line, several rows as a table. The
  * lines have at most `limit` columns; 0 means no limit.
+ *
+ * A table begins with what identifies a row, then come the row number, states and everything else. It leaves
+ * out properties without a value and keys that are the same in every row, and shortens references to what
+ * differs between rows. Style::isWide and Group::selected change this.
  */
-std::string groupTable(const agent::Group& group, std::size_t limit);
+std::string groupTable(const agent::Group& group, std::size_t limit, const Style& style = {});
 
 /** The same for a sample; a mark() follows each value that changed. */
-std::string sampleTable(const agent::Sample& sample, std::size_t limit);
+std::string sampleTable(const agent::Sample& sample, std::size_t limit, const Style& style = {});
 
 /** The mark of a value: "*" if it changed, "+2.5/s" for a counter with a known rate, empty if it did not
  * change. */

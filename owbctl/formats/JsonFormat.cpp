@@ -16,10 +16,25 @@ using Json = nlohmann::ordered_json;
 // Incremented when a key changes its meaning or is removed. New keys do not change it.
 constexpr int formatVersion = 1;
 
+Json textOrNull(const std::string& text) {
+    return text.empty() ? Json() : Json(text);
+}
+
+/** The names of values, in their order; null for a value without a name. */
+Json meanings(const Property& property) {
+    Json names = Json::array();
+    for (const std::string& value : property.values) {
+        const char* const name = property.attribute->values.find(value);
+        names.push_back(name == nullptr ? Json() : Json(name));
+    }
+    return names;
+}
+
 Json toJson(const Property& property) {
-    return {{"name", property.attribute->property},
-            {"nominator", property.attribute->nominator},
-            {"values", property.values}};
+    const Attribute& attribute = *property.attribute;
+    return {{"name", attribute.property},     {"nominator", attribute.nominator},
+            {"kind", wordOf(attribute.kind)}, {"unit", textOrNull(attribute.unit)},
+            {"values", property.values},      {"meaning", meanings(property)}};
 }
 
 Json toJson(const Row& row) {

@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t gap = 2;
 /** Smallest width to which a text is cut to make a table fit. */
 constexpr std::size_t leastTextWidth = 12;
-/** Width of texts in a table that does not fit even so. */
+/** Width up to which texts are complete in a table that does not fit even so. */
 constexpr std::size_t longestTextWidth = 30;
 
 /** Whether a cell is a number, perhaps followed by a mark and blanks. */
@@ -29,35 +29,51 @@ std::size_t totalWidth(const Columns& columns) {
     return total == 0 ? 0 : total - gap;
 }
 
+/** Narrows the widest columns first, so that narrower ones remain complete as long as possible. */
+template <class Columns>
+void narrow(Columns& columns, std::size_t limit) {
+    const auto isNarrower = [](const auto& one, const auto& other) {
+        const bool canShrink = one.width > one.least;
+        return canShrink == (other.width > other.least) ? one.width < other.width : !canShrink;
+    };
+    while (totalWidth(columns) > limit) {
+        const auto widest = std::max_element(columns.begin(), columns.end(), isNarrower);
+        if (widest->width == widest->least)
+            return;
+        --widest->width;
+    }
+}
+
 void trimEnd(std::string& line) {
     line.erase(line.find_last_not_of(' ') + 1);
 }
 
 } // namespace
 
-Table::Table(std::vector<std::string> header, LastColumn lastColumn)
-    : m_lastColumn(lastColumn)
+Table::Table(std::vector<std::string> header, Fit fit)
+    : m_fit(fit)
+    , m_alignsRight(header.size())
     , m_lines{std::move(header)} {}
 
 void Table::add(std::vector<std::string> cells) {
     m_lines.push_back(std::move(cells));
 }
 
+void Table::alignRight(std::size_t column) {
+    m_alignsRight[column] = true;
+}
+
 std::string Table::text(std::size_t limit) const {
-    Columns columns = measureAll();
+    const Columns columns = measureAll();
     if (limit == 0 || totalWidth(columns) <= limit)
-        return print(columns, 0);
-    if (m_lastColumn == LastColumn::wrapped)
-        return print(columns, limit);
+        return print(columns);
     Columns narrowed = columns;
     narrow(narrowed, limit);
-    if (totalWidth(narrowed) <= limit)
-        return print(narrowed, 0);
-    for (Column& column : columns)
-        column.width = std::min(column.width, column.numeric ? column.width : longestTextWidth);
+    if (totalWidth(narrowed) <= limit || m_fit == Fit::wrapLast)
+        return print(narrowed);
     std::string text;
     for (const Columns& part : split(columns, limit))
-        text += (text.empty() ? "" : "\n") + print(part, 0);
+        text += (text.empty() ? "" : "\n") + print(part);
     return text;
 }
 
@@ -72,7 +88,8 @@ Table::Column Table::measure(std::size_t index) const {
         else if (cells[index] != absent)
             ++others;
     });
-    return {index, widest, numbers > 0 && others == 0};
+    const bool isNumeric = (numbers > 0 && others == 0) || m_alignsRight[index];
+    return {index, widest, leastWidth(index, widest, isNumeric), isNumeric};
 }
 
 Table::Columns Table::measureAll() const {
@@ -82,58 +99,75 @@ Table::Columns Table::measureAll() const {
     return columns;
 }
 
-std::size_t Table::leastWidth(const Column& column) const {
-    const std::size_t least = std::max(leastTextWidth, width(m_lines.front()[column.index]));
-    return column.numeric ? column.width : std::min(column.width, least);
+std::size_t Table::leastWidth(std::size_t index, std::size_t width, bool isNumeric) const {
+    if (isNumeric || (m_fit == Fit::wrapLast && index + 1 < m_lines.front().size()))
+        return width;
+    if (m_fit == Fit::cut)
+        return std::min(width, std::max(leastTextWidth, owbctl::width(m_lines.front()[index])));
+    std::size_t longest = 0;
+    for (const std::vector<std::string>& cells : m_lines)
+        longest = std::max(longest, longestPiece(cells[index]));
+    return longest;
 }
 
-// The widest text is cut first, so that narrower texts remain complete as long as possible.
-void Table::narrow(Columns& columns, std::size_t limit) const {
-    const auto spare = [this](const Column& column) { return column.width - leastWidth(column); };
-    const auto isBetter = [&spare](const Column& one, const Column& other) {
-        return spare(one) != 0 && spare(other) != 0 ? one.width < other.width : spare(one) < spare(other);
-    };
-    while (totalWidth(columns) > limit) {
-        const auto widest = std::max_element(columns.begin(), columns.end(), isBetter);
-        if (spare(*widest) == 0)
-            return;
-        --widest->width;
-    }
+Table::Columns Table::repeatedOf(const Columns& columns, std::size_t limit) const {
+    Columns repeated{columns.front()};
+    while (repeated.size() < m_repeated &&
+           totalWidth(repeated) + gap + columns[repeated.size()].width <= limit / 2)
+        repeated.push_back(columns[repeated.size()]);
+    return repeated;
 }
 
+// Columns move to the next part until their texts have at least longestTextWidth, or are complete. Then texts
+// take the space that is left.
 std::vector<Table::Columns> Table::split(const Columns& columns, std::size_t limit) const {
-    std::vector<Columns> parts{{columns.front()}};
-    for (std::size_t index = 1; index < columns.size(); ++index) {
-        Columns* part = &parts.back();
-        if (part->size() > 1 && totalWidth(*part) + gap + columns[index].width > limit) {
-            parts.push_back({columns.front()});
-            part = &parts.back();
-        }
-        part->push_back(columns[index]);
+    Columns capped = columns;
+    for (Column& column : capped)
+        column.width = std::max(column.least, std::min(column.width, longestTextWidth));
+    const Columns repeated = repeatedOf(capped, limit);
+    std::vector<Columns> parts{repeated};
+    for (std::size_t index = repeated.size(); index < capped.size(); ++index) {
+        if (parts.back().size() > repeated.size() &&
+            totalWidth(parts.back()) + gap + capped[index].width > limit)
+            parts.push_back(repeated);
+        parts.back().push_back(capped[index]);
+    }
+    for (Columns& part : parts) {
+        for (Column& column : part)
+            column = columns[column.index];
+        narrow(part, limit);
     }
     return parts;
 }
 
-std::string Table::print(const Columns& columns, std::size_t wrapAt) const {
+std::string Table::print(const Columns& columns) const {
     std::string text;
     for (const std::vector<std::string>& cells : m_lines) {
-        std::string line;
-        std::size_t indent = 0;
+        std::vector<std::vector<std::string>> lines;
+        std::size_t height = 1;
         for (const Column& column : columns) {
-            const bool isLast = &column == &columns.back();
-            const std::string& whole = cells[column.index];
-            const std::string cell =
-                wrapAt > 0 && isLast ? wrapped(whole, indent, wrapAt) : cut(whole, column.width);
-            const std::string blanks(column.width - std::min(column.width, width(cell)), ' ');
-            line += column.numeric ? blanks + cell : cell + blanks;
-            if (!isLast)
-                line.append(gap, ' ');
-            indent += column.width + gap;
+            lines.push_back(linesOfCell(cells[column.index], column));
+            height = std::max(height, lines.back().size());
         }
-        trimEnd(line);
-        text += line + '\n';
+        for (std::size_t i = 0; i < height; ++i) {
+            std::string line;
+            for (std::size_t j = 0; j < columns.size(); ++j) {
+                const std::string cell = i < lines[j].size() ? lines[j][i] : std::string();
+                const std::string blanks(columns[j].width - std::min(columns[j].width, width(cell)), ' ');
+                line += columns[j].alignsRight ? blanks + cell : cell + blanks;
+                line.append(gap, ' ');
+            }
+            trimEnd(line);
+            text += line + '\n';
+        }
     }
     return text;
+}
+
+std::vector<std::string> Table::linesOfCell(const std::string& cell, const Column& column) const {
+    if (width(cell) <= column.width)
+        return {cell};
+    return m_fit == Fit::cut ? std::vector{cut(cell, column.width)} : linesOf(cell, column.width);
 }
 
 } // namespace owbctl

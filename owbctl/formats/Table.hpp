@@ -14,19 +14,34 @@ namespace owbctl {
  */
 class Table {
 public:
-    /** How a last column that does not fit is shortened: cut like any other, or broken at blanks. */
-    enum class LastColumn { cut, wrapped };
+    /** What happens to texts in a table that is too wide. */
+    enum class Fit {
+        /** They are cut and marked with "…", the widest first. */
+        cut,
+        /** They are broken into lines at blanks and after commas, the widest first. */
+        wrapAll,
+        /** Those of the last column are broken into lines, others are not changed. */
+        wrapLast
+    };
 
-    explicit Table(std::vector<std::string> header, LastColumn lastColumn = LastColumn::cut);
+    explicit Table(std::vector<std::string> header, Fit fit = Fit::cut);
 
     /** Adds one line of printable cells, as many as the header has. */
     void add(std::vector<std::string> cells);
 
+    /** Sets how many of the first columns are repeated where the table continues below, 1 by default. Fewer
+     * are repeated if they take more than half of the width. */
+    void repeat(std::size_t columns) { m_repeated = columns; }
+
+    /** Aligns a column to the right, whatever its cells are. */
+    void alignRight(std::size_t column);
+
     /**
      * The header and all lines, each ended by a line feed, without trailing blanks.
      *
-     * Lines have at most `limit` columns of a terminal; 0 means no limit. Texts are cut and marked with "…",
-     * numbers never. Columns that do not fit follow in further tables, which repeat the first column.
+     * Lines have at most `limit` columns of a terminal; 0 means no limit. Numbers are never cut. Columns that
+     * do not fit follow in further tables, except with Fit::wrapLast. A line is longer than the limit only if
+     * a number, a word or a heading is too long.
      */
     std::string text(std::size_t limit = 0) const;
 
@@ -37,18 +52,23 @@ private:
     struct Column {
         std::size_t index;
         std::size_t width;
-        bool numeric;
+        /** The width below which the column is not narrowed. */
+        std::size_t least;
+        bool alignsRight;
     };
     using Columns = std::vector<Column>;
 
     Column measure(std::size_t index) const;
     Columns measureAll() const;
-    std::size_t leastWidth(const Column& column) const;
-    void narrow(Columns& columns, std::size_t limit) const;
+    std::size_t leastWidth(std::size_t index, std::size_t width, bool isNumeric) const;
+    Columns repeatedOf(const Columns& columns, std::size_t limit) const;
     std::vector<Columns> split(const Columns& columns, std::size_t limit) const;
-    std::string print(const Columns& columns, std::size_t wrapAt) const;
+    std::string print(const Columns& columns) const;
+    std::vector<std::string> linesOfCell(const std::string& cell, const Column& column) const;
 
-    LastColumn m_lastColumn;
+    Fit m_fit;
+    std::size_t m_repeated = 1;
+    std::vector<bool> m_alignsRight;
     std::vector<std::vector<std::string>> m_lines;
 };
 

@@ -25,7 +25,7 @@ std::string overview(const std::vector<long>& groups, std::size_t limit) {
     std::vector<std::string> header = {"Group", "Name", "Description"};
     if (hasClasses)
         header.insert(header.begin() + 2, "Class");
-    Table table(header, Table::LastColumn::wrapped);
+    Table table(header, Table::Fit::wrapLast);
     for (const long group : groups) {
         const GroupClass& described = classOf(group);
         std::vector<std::string> cells = {std::to_string(group), described.shortName, described.subject};
@@ -43,7 +43,7 @@ std::string descriptionOf(const Attribute& attribute) {
 
 std::string inFull(long group, std::size_t limit) {
     const GroupClass& described = classOf(group);
-    Table table({"No.", "Property", "Kind", "Set", "Description"}, Table::LastColumn::wrapped);
+    Table table({"No.", "Property", "Kind", "Set", "Description"}, Table::Fit::wrapLast);
     for (const Attribute* attribute : attributesByNominator(group))
         table.add({std::to_string(attribute->nominator), attribute->property, wordOf(attribute->kind),
                    attribute->isSettable() ? "yes" : Table::absent, descriptionOf(*attribute)});
@@ -103,12 +103,12 @@ void TableFormat::writeGroup(const Group& group) {
     if (group.status != OWB_DONE && group.rows.empty())
         return; // the message on standard error is enough
     m_output.write(separator() + name(group.number) + "  " + extent(group) + '\n' +
-                   groupTable(group, m_output.terminalWidth()));
+                   groupTable(group, m_output.terminalWidth(), m_style));
 }
 
 void TableFormat::writeSample(const Sample& sample) {
     const bool failed = sample.group.status != OWB_DONE && sample.rows.empty();
-    const std::string table = failed ? "no answer\n" : sampleTable(sample, m_output.terminalWidth());
+    const std::string table = failed ? "no answer\n" : sampleTable(sample, m_output.terminalWidth(), m_style);
     const std::string text = name(sample.group.number) + "  " + clock(sample.time) + "  sample " +
                              std::to_string(sample.number) + (failed ? "" : "  " + extent(sample.group)) +
                              '\n' + table;

@@ -2,6 +2,7 @@
 #define OWBCTL_FORMATS_TABLEFORMAT_HPP
 
 #include "formats/Format.hpp"
+#include "formats/Style.hpp"
 #include "output/Output.hpp"
 
 namespace owbctl {
@@ -11,8 +12,9 @@ namespace owbctl {
 class TableFormat : public Format {
 public:
     /** `output` must outlive the format. */
-    explicit TableFormat(Output& output)
-        : m_output(output) {}
+    explicit TableFormat(Output& output, const Style& style = {})
+        : m_output(output)
+        , m_style(style) {}
 
     void writeCatalogue(const std::vector<long>& groups) override;
     void writeGroup(const agent::Group& group) override;
@@ -30,6 +32,7 @@ private:
     const char* separator();
 
     Output& m_output;
+    Style m_style;
     bool m_first = true;
 };
 

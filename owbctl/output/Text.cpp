@@ -1,49 +1,12 @@
 #include "output/Text.hpp"
 
+#include "output/Character.hpp"
+
 #include <algorithm>
-#include <cstdint>
 #include <cstdio>
 
 namespace owbctl {
 namespace {
-
-struct Character {
-    std::uint32_t codePoint;
-    std::size_t length; // in bytes; 0 when the text does not begin with a valid sequence
-};
-
-std::size_t sequenceLength(unsigned char lead) {
-    if (lead < 0x80)
-        return 1;
-    if (lead < 0xc0 || lead > 0xf7)
-        return 0;
-    return lead < 0xe0 ? 2 : lead < 0xf0 ? 3 : 4;
-}
-
-bool isValid(const Character& character) {
-    constexpr std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    const bool surrogate = character.codePoint >= 0xd800 && character.codePoint <= 0xdfff;
-    return character.codePoint >= smallest[character.length] && character.codePoint <= 0x10ffff && !surrogate;
-}
-
-Character firstCharacter(std::string_view text) {
-    const unsigned char lead = static_cast<unsigned char>(text.front());
-    const std::size_t length = sequenceLength(lead);
-    if (length == 0 || length > text.size())
-        return {0, 0};
-    Character character{length == 1 ? lead : lead & (0x7fu >> length), length};
-    for (std::size_t i = 1; i < length; ++i) {
-        const unsigned char next = static_cast<unsigned char>(text[i]);
-        if ((next & 0xc0) != 0x80)
-            return {0, 0};
-        character.codePoint = character.codePoint << 6 | (next & 0x3fu);
-    }
-    return isValid(character) ? character : Character{0, 0};
-}
-
-bool isControl(std::uint32_t codePoint) {
-    return codePoint < 0x20 || (codePoint >= 0x7f && codePoint < 0xa0);
-}
 
 std::string escaped(std::string_view bytes) {
     if (bytes == "\n")
@@ -61,6 +24,17 @@ std::string escaped(std::string_view bytes) {
     return result;
 }
 
+/** The parts of a word, each but the last ended by a comma. */
+std::vector<std::string_view> piecesOf(std::string_view word) {
+    std::vector<std::string_view> pieces;
+    while (!word.empty()) {
+        const std::size_t length = std::min(word.find(','), word.size() - 1) + 1;
+        pieces.push_back(word.substr(0, length));
+        word.remove_prefix(length);
+    }
+    return pieces;
+}
+
 } // namespace
 
 std::string printable(std::string_view text) {
@@ -68,7 +42,7 @@ std::string printable(std::string_view text) {
     while (!text.empty()) {
         const Character character = firstCharacter(text);
         const std::string_view bytes = text.substr(0, std::max<std::size_t>(character.length, 1));
-        if (character.length == 0 || isControl(character.codePoint))
+        if (character.length == 0 || isInvisible(character.codePoint))
             result += escaped(bytes);
         else
             result += bytes;
@@ -85,8 +59,13 @@ std::string utc(std::time_t time) {
 }
 
 std::size_t width(std::string_view text) {
-    const auto startsCharacter = [](char byte) { return (byte & 0xc0) != 0x80; };
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), startsCharacter));
+    std::size_t columns = 0;
+    while (!text.empty()) {
+        const Character character = firstCharacter(text);
+        columns += columnsOf(character.codePoint);
+        text.remove_prefix(std::max<std::size_t>(character.length, 1));
+    }
+    return columns;
 }
 
 std::string validUtf8(std::string_view text) {
@@ -103,32 +82,54 @@ std::string validUtf8(std::string_view text) {
 std::string cut(std::string_view text, std::size_t columns) {
     if (width(text) <= columns)
         return std::string(text);
-    std::string result;
-    for (std::size_t kept = 1; kept < columns; ++kept) {
-        const std::string_view character =
-            text.substr(0, std::max<std::size_t>(firstCharacter(text).length, 1));
-        result += character;
-        text.remove_prefix(character.size());
+    std::size_t end = 0;
+    for (std::size_t used = 1; end < text.size();) { // 1 for the mark
+        const Character next = firstCharacter(text.substr(end));
+        used += columnsOf(next.codePoint);
+        if (used > columns)
+            break;
+        end += std::max<std::size_t>(next.length, 1);
     }
-    return result + (columns > 0 ? "…" : "");
+    return std::string(text.substr(0, end)) + (columns > 0 ? "…" : "");
+}
+
+std::vector<std::string> linesOf(std::string_view text, std::size_t columns) {
+    std::vector<std::string> lines(1);
+    const auto fits = [&lines, columns](std::size_t more) {
+        return columns == 0 || lines.back().empty() || width(lines.back()) + more <= columns;
+    };
+    for (bool isFirst = true; !text.empty(); isFirst = false) {
+        const std::string_view word = text.substr(0, text.find(' '));
+        if (!fits(1 + width(word)))
+            lines.emplace_back();
+        else if (!isFirst)
+            lines.back() += ' ';
+        for (const std::string_view piece : piecesOf(word)) {
+            if (!fits(width(piece)))
+                lines.emplace_back();
+            lines.back() += piece;
+        }
+        text.remove_prefix(std::min(text.size(), word.size() + 1));
+    }
+    return lines;
+}
+
+std::size_t longestPiece(std::string_view text) {
+    std::size_t longest = 0;
+    while (!text.empty()) {
+        const std::string_view word = text.substr(0, text.find(' '));
+        for (const std::string_view piece : piecesOf(word))
+            longest = std::max(longest, width(piece));
+        text.remove_prefix(std::min(text.size(), word.size() + 1));
+    }
+    return longest;
 }
 
 std::string wrapped(std::string_view text, std::size_t indent, std::size_t columns) {
+    const std::size_t available = columns == 0 ? 0 : columns > indent ? columns - indent : 1;
     std::string result;
-    std::size_t column = indent;
-    while (!text.empty()) {
-        const std::string_view word = text.substr(0, text.find(' '));
-        if (column > indent && columns > 0 && column + 1 + width(word) > columns) {
-            result += "\n" + std::string(indent, ' ');
-            column = indent;
-        } else if (column > indent) {
-            result += ' ';
-            ++column;
-        }
-        result += word;
-        column += width(word);
-        text.remove_prefix(std::min(text.size(), word.size() + 1));
-    }
+    for (const std::string& line : linesOf(text, available))
+        result += (result.empty() ? "" : "\n" + std::string(indent, ' ')) + line;
     return result;
 }
 

@@ -5,12 +5,13 @@
 #include <ctime>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace owbctl {
 
 /**
- * `text` for one line of a terminal. Control characters (C0, DEL and C1) and bytes that are not UTF-8 (RFC
- * 3629) become \n, \r, \t or \xNN. Nothing else changes, not even a backslash.
+ * `text` for one line of a terminal. Invisible characters (see isInvisible()) and bytes that are not UTF-8
+ * (RFC 3629) become \n, \r, \t or, byte by byte, \xNN. Nothing else changes, not even a backslash.
  */
 std::string printable(std::string_view text);
 
@@ -23,13 +24,20 @@ std::string cut(std::string_view text, std::size_t columns);
 /** A moment as "2026-01-02T03:04:05Z" (RFC 3339). */
 std::string utc(std::time_t time);
 
-/** Number of columns of a printable text: each UTF-8 character counts as one. */
+/** Number of columns of a printable text, see columnsOf(). */
 std::size_t width(std::string_view text);
 
 /**
- * Breaks `text` at blanks into lines of at most `columns`. The first line starts at column `indent`; the
- * others are indented by as many blanks. A longer word gets its own line. 0 columns mean no limit.
+ * Breaks a printable text at blanks into lines of at most `columns`, at least one line. A longer word gets
+ * its own line and is broken after commas, if it has any. 0 columns mean no limit.
  */
+std::vector<std::string> linesOf(std::string_view text, std::size_t columns);
+
+/** Columns of the longest part of a text that linesOf() does not break. */
+std::size_t longestPiece(std::string_view text);
+
+/** The lines of `text` for a paragraph of `columns` that starts at column `indent`; all lines but the first
+ * are indented by as many blanks. */
 std::string wrapped(std::string_view text, std::size_t indent, std::size_t columns);
 
 } // namespace owbctl

@@ -34,7 +34,7 @@ TEST(Table, NumbersThatDoNotFitFollowInAnotherTable) {
 }
 
 TEST(Table, TheLastColumnMayBeWrapped) {
-    Table table({"Row", "Words"}, Table::LastColumn::wrapped);
+    Table table({"Row", "Words"}, Table::Fit::wrapLast);
     table.add({"0", "one two three"});
     EXPECT_EQ(table.text(13), "Row  Words\n"
                               "  0  one two\n"

@@ -1,0 +1,31 @@
+#ifndef OWBCTL_OUTPUT_CHARACTER_HPP
+#define OWBCTL_OUTPUT_CHARACTER_HPP
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace owbctl {
+
+/** A character in UTF-8. */
+struct Character {
+    std::uint32_t codePoint;
+    /** In bytes; 0 if the text does not begin with a valid sequence (RFC 3629). */
+    std::size_t length;
+};
+
+/** The character at the start of a text, which must not be empty. */
+Character firstCharacter(std::string_view text);
+
+/** Whether a character shows nothing itself, but may change what a terminal shows of others: control
+ * characters, line and paragraph separators, and what Unicode says to ignore, such as marks of the writing
+ * direction, characters of no width, and tags. */
+bool isInvisible(std::uint32_t codePoint);
+
+/** Columns of a terminal: 2 for characters that Unicode calls wide (Chinese, Japanese, Korean, most emoji), 0
+ * for accents that join the character before them, else 1. Independent of the locale, unlike wcwidth(3).
+ * Covers whole blocks, so rare characters may differ. */
+std::size_t columnsOf(std::uint32_t codePoint);
+
+} // namespace owbctl
+#endif
