@@ -6,10 +6,11 @@
 #include "objects/ObjectManager.hpp"
 #include "protocol/HttpService.hpp"
 #include "providers/Providers.hpp"
+#include "service/EventLoop.hpp"
+#include "service/Log.hpp"
+#include "service/ServiceManager.hpp"
 #include "site/SiteInstances.hpp"
 #include "state/SiteValues.hpp"
-#include "system/Log.hpp"
-#include "system/ServiceManager.hpp"
 #include "users/Logins.hpp"
 #include "users/PasswordCheck.hpp"
 #include "users/UsersFile.hpp"
@@ -39,19 +40,6 @@ std::optional<SiteValues> siteValues(const Options& options) {
     return SiteValues(std::make_unique<StateFile>(options.state));
 }
 
-/** Runs an io_context again after each exception, which has ended only the session that threw it. */
-template <class Run>
-void runDespiteExceptions(Run run) {
-    for (bool isDone = false; !isDone;) {
-        try {
-            run();
-            isDone = true;
-        } catch (const std::exception& e) {
-            logWithoutMemory("connection closed", e.what());
-        }
-    }
-}
-
 /** An object manager and its server. */
 class Daemon {
 public:
@@ -78,10 +66,10 @@ public:
         m_socket.emplace(m_options.socket, m_options.socketMode);
         m_server.listen(m_socket->duplicate(), AF_UNIX);
         const std::string addresses = m_options.socket + listenOnNetwork();
-        log("ready on " + addresses);
-        notifyServiceManager("READY=1");
+        service::log("ready on " + addresses);
+        service::notifyServiceManager("READY=1");
         m_watchdog.start();
-        runDespiteExceptions([this] { m_io.run(); });
+        service::runDespiteExceptions([this] { m_io.run(); });
         stop();
     }
 
@@ -100,7 +88,7 @@ private:
 
     http::Settings settings() {
         http::Settings settings = m_service.settings(m_options.limits);
-        settings.log = log;
+        settings.log = service::log;
         settings.isVerbose = m_options.isVerbose;
         return settings;
     }
@@ -121,9 +109,9 @@ private:
             awaitReloadSignal();
             try {
                 readFiles();
-                log("reloaded the site's files");
+                service::log("reloaded the site's files");
             } catch (const std::exception& e) {
-                log(std::string("cannot reload the site's files: ") + e.what());
+                service::log(std::string("cannot reload the site's files: ") + e.what());
             }
             ::malloc_trim(0); // returns the memory of the old data
         });
@@ -135,16 +123,16 @@ private:
                 return;
             awaitCountersSignal();
             const http::Counters& counters = m_server.counters();
-            log("connections: " + std::to_string(counters.connections) + ", open " +
-                std::to_string(m_server.openConnections()) +
-                "; requests: " + std::to_string(counters.requests) + ", failed " +
-                std::to_string(counters.failed) + "; refused: " + std::to_string(counters.refused));
+            service::log("connections: " + std::to_string(counters.connections) + ", open " +
+                         std::to_string(m_server.openConnections()) +
+                         "; requests: " + std::to_string(counters.requests) + ", failed " +
+                         std::to_string(counters.failed) + "; refused: " + std::to_string(counters.refused));
         });
     }
 
     /** Stops the server, after the replies to current requests or Options::stopTime. */
     void stop() {
-        notifyServiceManager("STOPPING=1");
+        service::notifyServiceManager("STOPPING=1");
         m_socket.reset(); // the kernel would still complete connections
         m_server.stop();
         m_reloadSignal.cancel();
@@ -152,7 +140,7 @@ private:
         m_watchdog.stop();
         m_io.restart();
         const auto end = std::chrono::steady_clock::now() + m_options.stopTime;
-        runDespiteExceptions([this, end] { m_io.run_until(end); });
+        service::runDespiteExceptions([this, end] { m_io.run_until(end); });
     }
 
     const Options& m_options;
@@ -167,7 +155,7 @@ private:
     PasswordCheck m_passwords;
     Logins m_logins;
     HttpService m_service;
-    Watchdog m_watchdog;
+    service::Watchdog m_watchdog;
     std::optional<http::UnixSocket> m_socket;
     http::Server m_server;
 };

@@ -2,6 +2,7 @@
 
 #include "CommandLine.hpp"
 #include "Daemon.hpp"
+#include "service/Log.hpp"
 #include "util/OneLine.hpp"
 
 #include <csignal>
@@ -19,6 +20,7 @@ int main(int argc, char** argv) {
     // Directories of the state file are for their owner only. The socket gets its mode by chmod(2).
     ::umask(0077);
     const cimom::Options options = cimom::readCommandLine(argc, argv);
+    service::nameLog("owbcimomd");
     try {
         cimom::serve(options);
         return 0;

@@ -1,7 +1,7 @@
 #include "host/CachedAnswer.hpp"
 
-#include "system/ChildAnswer.hpp"
-#include "system/Log.hpp"
+#include "service/ChildAnswer.hpp"
+#include "service/Log.hpp"
 
 #include <boost/asio/post.hpp>
 #include <stdexcept>
@@ -13,7 +13,8 @@ CachedAnswer::CachedAnswer(boost::asio::io_context& io, AnswerTimes times)
     : m_io(io)
     , m_times(times) {}
 
-std::shared_ptr<const std::string> CachedAnswer::get(const FileVersions& versions, const Question& question) {
+std::shared_ptr<const std::string> CachedAnswer::get(const FileVersions& versions,
+                                                     const service::Question& question) {
     if (!m_waiting && !isValid(versions))
         ask(versions, question);
     if (m_waiting)
@@ -29,15 +30,15 @@ bool CachedAnswer::isValid(const FileVersions& versions) const {
     return versions == m_versions && std::chrono::steady_clock::now() - m_since < lifetime;
 }
 
-void CachedAnswer::ask(const FileVersions& versions, const Question& question) {
+void CachedAnswer::ask(const FileVersions& versions, const service::Question& question) {
     auto waiting = std::make_shared<Waiting>();
     m_versions = versions;
     try {
-        askChild(m_io, question, m_times.timeout,
-                 [this](std::optional<std::string> answer) { take(std::move(answer)); });
+        service::askChild(m_io, question, m_times.timeout,
+                          [this](std::optional<std::string> answer) { take(std::move(answer)); });
         m_waiting = std::move(waiting);
     } catch (const std::runtime_error& e) { // from Boost or the standard library
-        log(std::string("cannot run a program of the host: ") + e.what());
+        service::log(std::string("cannot run a program of the host: ") + e.what());
         store(nullptr);
     }
 }

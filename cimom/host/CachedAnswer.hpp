@@ -1,7 +1,8 @@
 #ifndef CIMOM_HOST_CACHED_ANSWER_HPP_INCLUDED
 #define CIMOM_HOST_CACHED_ANSWER_HPP_INCLUDED
 #include "host/Host.hpp"
-#include "system/ChildAnswer.hpp"
+#include "service/ChildAnswer.hpp"
+#include "system/AnswerPending.hpp"
 
 #include <boost/asio/io_context.hpp>
 #include <chrono>
@@ -42,11 +43,11 @@ public:
      * AnswerPending while the child runs. The first call after that returns the answer even if it has
      * expired.
      */
-    std::shared_ptr<const std::string> get(const FileVersions& versions, const Question& question);
+    std::shared_ptr<const std::string> get(const FileVersions& versions, const service::Question& question);
 
 private:
     bool isValid(const FileVersions& versions) const;
-    void ask(const FileVersions& versions, const Question& question);
+    void ask(const FileVersions& versions, const service::Question& question);
     void store(std::shared_ptr<const std::string> answer);
     void take(std::optional<std::string> answer);
 

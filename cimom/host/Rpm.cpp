@@ -72,7 +72,7 @@ std::vector<std::string> rpmDatabaseFiles() {
     return files;
 }
 
-Question rpmQuestion(const Host& host) {
+service::Question rpmQuestion(const Host& host) {
     const std::optional<std::string> directory = databaseDirectory(host);
     if (!directory)
         return nullptr;

@@ -53,7 +53,7 @@ void SoftwareInventory::readDpkg(const FileVersions& versions) {
 }
 
 void SoftwareInventory::readRpm(const FileVersions& versions) {
-    const Question question = rpmQuestion(m_host);
+    const service::Question question = rpmQuestion(m_host);
     const std::shared_ptr<const std::string> list = question ? m_rpm.get(versions, question) : nullptr;
     if (list && list == m_rpmList)
         return;

@@ -1,7 +1,7 @@
 #ifndef CIMOM_HOST_SOFTWARE_PACKAGES_HPP_INCLUDED
 #define CIMOM_HOST_SOFTWARE_PACKAGES_HPP_INCLUDED
 #include "host/Host.hpp"
-#include "system/ChildAnswer.hpp"
+#include "service/ChildAnswer.hpp"
 
 #include <ctime>
 #include <optional>
@@ -43,7 +43,7 @@ std::vector<std::string> rpmDatabaseFiles();
  * Asks /usr/bin/rpm of the host for the installed packages, which may take seconds. There is no answer if rpm
  * fails. Null if the host has no database.
  */
-Question rpmQuestion(const Host& host);
+service::Question rpmQuestion(const Host& host);
 
 /** The packages in an answer of rpm. */
 std::vector<SoftwarePackage> rpmPackages(const std::string& answer);

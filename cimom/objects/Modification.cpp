@@ -2,7 +2,7 @@
 
 #include "OW_CIMException.hpp"
 #include "schema/Namespace.hpp"
-#include "system/Log.hpp"
+#include "service/Log.hpp"
 #include "types/Utf8.hpp"
 
 #include <set>
@@ -50,8 +50,8 @@ void requireDeclared(const PropertyList& listed, const ClassDeclaration& declara
 /** Logs the names that the class does not declare, in one line. */
 void logIgnored(const std::string& names, const CIMInstance& present) {
     if (!names.empty())
-        log("ModifyInstance " + std::string(pathOf(present).toString().c_str()) +
-            ": ignored undeclared properties: " + names);
+        service::log("ModifyInstance " + std::string(pathOf(present).toString().c_str()) +
+                     ": ignored undeclared properties: " + names);
 }
 
 } // namespace

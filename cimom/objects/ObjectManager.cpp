@@ -3,7 +3,7 @@
 #include "OW_CIMException.hpp"
 #include "objects/Modification.hpp"
 #include "schema/Namespace.hpp"
-#include "system/Log.hpp"
+#include "service/Log.hpp"
 
 #include <algorithm>
 #include <exception>
@@ -173,7 +173,7 @@ void ObjectManager::modifyInstance(const std::string& nameSpace, const CIMInstan
         m_siteValues->write(path.modelPath().c_str(), changes);
     } catch (const std::exception& e) {
         const std::string why = std::string("cannot save values: ") + e.what();
-        log(why); // some clients do not show the description
+        service::log(why); // some clients do not show the description
         OW_THROWCIMMSG(CIMException::FAILED, why.c_str());
     }
 }

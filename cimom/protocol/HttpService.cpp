@@ -5,7 +5,7 @@
 #include "http/RequestRules.hpp"
 #include "protocol/HttpReply.hpp"
 #include "protocol/RequestHead.hpp"
-#include "system/ChildAnswer.hpp"
+#include "system/AnswerPending.hpp"
 
 #include <optional>
 #include <string>

@@ -19,7 +19,7 @@ struct ProgramOutput {
 /**
  * Runs a program, without a shell, and waits until it has closed its output and ended. Its standard input is
  * empty, its standard error is discarded, its environment is that of this process. Call it in a child process
- * only, see askChild(): it replaces closed standard streams, and has no time limit.
+ * only, see service::askChild(): it replaces closed standard streams, and has no time limit.
  *
  * Throws std::runtime_error if the program cannot be started or prints more than maximumOutput.
  *

@@ -1,7 +1,7 @@
 #include "users/PasswordCheck.hpp"
 
-#include "system/ChildAnswer.hpp"
-#include "system/Log.hpp"
+#include "service/ChildAnswer.hpp"
+#include "service/Log.hpp"
 #include "users/PasswordHash.hpp"
 
 #include <boost/asio/post.hpp>
@@ -51,7 +51,7 @@ void PasswordCheck::check(const std::string& user, const std::string& password, 
 
 void PasswordCheck::start(Request& request) {
     try {
-        askChild(
+        service::askChild(
             m_io, [this, &request] { return checked(m_users, request.user, request.password); },
             m_limits.time,
             [this, done = request.done](const std::optional<std::string>& answer) {
@@ -61,7 +61,7 @@ void PasswordCheck::start(Request& request) {
             });
         ++m_running;
     } catch (const std::runtime_error& e) { // of Boost or the standard library
-        log(std::string("cannot check a password: ") + e.what());
+        service::log(std::string("cannot check a password: ") + e.what());
         boost::asio::post(m_io, [done = std::move(request.done)] { done(Verdict::unchecked); });
     }
 }

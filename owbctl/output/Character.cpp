@@ -42,36 +42,7 @@ bool isIn(const Range (&ranges)[count], std::uint32_t codePoint) {
     return next != std::begin(ranges) && codePoint <= std::prev(next)->last;
 }
 
-std::size_t sequenceLength(unsigned char lead) {
-    if (lead < 0x80)
-        return 1;
-    if (lead < 0xc0 || lead > 0xf7)
-        return 0;
-    return lead < 0xe0 ? 2 : lead < 0xf0 ? 3 : 4;
-}
-
-bool isValid(const Character& character) {
-    constexpr std::uint32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    const bool surrogate = character.codePoint >= 0xd800 && character.codePoint <= 0xdfff;
-    return character.codePoint >= smallest[character.length] && character.codePoint <= 0x10ffff && !surrogate;
-}
-
 } // namespace
-
-Character firstCharacter(std::string_view text) {
-    const unsigned char lead = static_cast<unsigned char>(text.front());
-    const std::size_t length = sequenceLength(lead);
-    if (length == 0 || length > text.size())
-        return {0, 0};
-    Character character{length == 1 ? lead : lead & (0x7fu >> length), length};
-    for (std::size_t i = 1; i < length; ++i) {
-        const unsigned char next = static_cast<unsigned char>(text[i]);
-        if ((next & 0xc0) != 0x80)
-            return {0, 0};
-        character.codePoint = character.codePoint << 6 | (next & 0x3fu);
-    }
-    return isValid(character) ? character : Character{0, 0};
-}
 
 bool isInvisible(std::uint32_t codePoint) {
     return isIn(invisible, codePoint);

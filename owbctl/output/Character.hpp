@@ -3,19 +3,8 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 namespace owbctl {
-
-/** A character in UTF-8. */
-struct Character {
-    std::uint32_t codePoint;
-    /** In bytes; 0 if the text does not begin with a valid sequence (RFC 3629). */
-    std::size_t length;
-};
-
-/** The character at the start of a text, which must not be empty. */
-Character firstCharacter(std::string_view text);
 
 /** Whether a character shows nothing itself, but may change what a terminal shows of others: control
  * characters, line and paragraph separators, and what Unicode says to ignore, such as marks of the writing

@@ -1,6 +1,7 @@
 #include "output/Text.hpp"
 
 #include "output/Character.hpp"
+#include "util/Utf8.hpp"
 
 #include <algorithm>
 #include <cstdio>
@@ -40,7 +41,7 @@ std::vector<std::string_view> piecesOf(std::string_view word) {
 std::string printable(std::string_view text) {
     std::string result;
     while (!text.empty()) {
-        const Character character = firstCharacter(text);
+        const utf8::Character character = utf8::firstCharacter(text);
         const std::string_view bytes = text.substr(0, std::max<std::size_t>(character.length, 1));
         if (character.length == 0 || isInvisible(character.codePoint))
             result += escaped(bytes);
@@ -61,7 +62,7 @@ std::string utc(std::time_t time) {
 std::size_t width(std::string_view text) {
     std::size_t columns = 0;
     while (!text.empty()) {
-        const Character character = firstCharacter(text);
+        const utf8::Character character = utf8::firstCharacter(text);
         columns += columnsOf(character.codePoint);
         text.remove_prefix(std::max<std::size_t>(character.length, 1));
     }
@@ -69,14 +70,7 @@ std::size_t width(std::string_view text) {
 }
 
 std::string validUtf8(std::string_view text) {
-    std::string result;
-    while (!text.empty()) {
-        const Character character = firstCharacter(text);
-        const std::size_t length = std::max<std::size_t>(character.length, 1);
-        result += character.length == 0 ? std::string_view("\xef\xbf\xbd") : text.substr(0, length);
-        text.remove_prefix(length);
-    }
-    return result;
+    return utf8::valid(text);
 }
 
 std::string cut(std::string_view text, std::size_t columns) {
@@ -84,7 +78,7 @@ std::string cut(std::string_view text, std::size_t columns) {
         return std::string(text);
     std::size_t end = 0;
     for (std::size_t used = 1; end < text.size();) { // 1 for the mark
-        const Character next = firstCharacter(text.substr(end));
+        const utf8::Character next = utf8::firstCharacter(text.substr(end));
         used += columnsOf(next.codePoint);
         if (used > columns)
             break;

@@ -3,7 +3,7 @@
 #include "Collected.hpp"
 #include "OW_CIMProperty.hpp"
 #include "providers/Providers.hpp"
-#include "system/ChildAnswer.hpp"
+#include "system/AnswerPending.hpp"
 
 #include <cstdlib>
 #include <ctime>

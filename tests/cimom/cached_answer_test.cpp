@@ -33,7 +33,7 @@ protected:
     }
 
     const support::TempDir directory;
-    Question question = [this] {
+    service::Question question = [this] {
         std::ofstream(directory.file("asked"), std::ios::app) << '.';
         return std::to_string(support::readFile(directory.file("asked")).size());
     };
@@ -111,7 +111,7 @@ TEST_F(CachedAnswerTest, AFailureHasASeparateLifetime) {
 
 TEST_F(CachedAnswerTest, AChildThatExceedsTheTimeoutHasFailed) {
     CachedAnswer slow(m_io, {10ms, 1h, 1h});
-    const Question never = []() -> std::string {
+    const service::Question never = []() -> std::string {
         for (;;)
             ::pause();
     };

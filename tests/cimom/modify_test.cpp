@@ -2,6 +2,7 @@
 #include "Failure.hpp"
 #include "LampProvider.hpp"
 #include "OW_CIMClass.hpp"
+#include "service/Log.hpp"
 #include "support/Program.hpp"
 #include "support/TempDir.hpp"
 
@@ -57,6 +58,7 @@ protected:
     /** The line that an action logs. */
     template <class Action>
     std::string logOf(Action action) {
+        service::nameLog("owbcimomd");
         testing::internal::CaptureStderr();
         action();
         return support::withoutTime(testing::internal::GetCapturedStderr());

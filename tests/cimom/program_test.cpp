@@ -1,6 +1,6 @@
 // Programs of the host, run in a child process.
+#include "service/ChildAnswer.hpp"
 #include "support/TempDir.hpp"
-#include "system/ChildAnswer.hpp"
 #include "system/Program.hpp"
 
 #include <boost/asio/steady_timer.hpp>
@@ -18,11 +18,12 @@ using namespace std::chrono_literals;
 namespace {
 
 /** The answer of a child, or "none". */
-std::string answerTo(const Question& question, std::chrono::milliseconds limit = 30s) {
+std::string answerTo(const service::Question& question, std::chrono::milliseconds limit = 30s) {
     boost::asio::io_context io(1);
     std::string result = "not called";
-    askChild(io, question, limit,
-             [&result](const std::optional<std::string>& answer) { result = answer.value_or("none"); });
+    service::askChild(io, question, limit, [&result](const std::optional<std::string>& answer) {
+        result = answer.value_or("none");
+    });
     io.run();
     return result;
 }
@@ -121,7 +122,7 @@ TEST(Program, ThatClosesItsOutputAndContinuesDoesNotBlockTheIoContext) {
     const std::string path = script(directory, "exec >&-\nexec sleep 3600\n");
     boost::asio::io_context io(1);
     std::string order;
-    askChild(
+    service::askChild(
         io, [&path] { return outputOf({path}).text; }, 300ms,
         [&order](const std::optional<std::string>& answer) { order += answer ? "answer" : "none"; });
     boost::asio::steady_timer other(io, 1ms);

@@ -1,4 +1,4 @@
-#include "system/Log.hpp"
+#include "service/Log.hpp"
 
 #include <cstdlib>
 #include <ctime>
@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace cimom;
+using namespace service;
 
 namespace {
 
@@ -20,6 +20,7 @@ class Errors {
 public:
     Errors()
         : m_real(::dup(STDERR_FILENO)) {
+        nameLog("program");
         int ends[2];
         EXPECT_EQ(0, ::pipe2(ends, O_CLOEXEC));
         m_reading = ends[0];
@@ -67,7 +68,7 @@ TEST(Log, ALineBeginsWithTheLocalTime) {
     ::unsetenv("TZ");
     ::tzset();
     const std::string line = errors.readAsItIs();
-    EXPECT_TRUE(std::regex_match(line, std::regex(std::string(timeForm) + "owbcimomd: one\n"))) << line;
+    EXPECT_TRUE(std::regex_match(line, std::regex(std::string(timeForm) + "program: one\n"))) << line;
     EXPECT_EQ("+05:30", line.substr(19, 6));
     std::tm said{};
     ASSERT_TRUE(::strptime(line.c_str(), "%FT%T%z", &said));
@@ -87,22 +88,22 @@ TEST(Log, ALineForTheJournalHasNoTime) {
     ::unsetenv("JOURNAL_STREAM");
     const std::string lines = errors.readAsItIs();
     EXPECT_TRUE(
-        std::regex_match(lines, std::regex("owbcimomd: one\n" + std::string(timeForm) + "owbcimomd: two\n")))
+        std::regex_match(lines, std::regex("program: one\n" + std::string(timeForm) + "program: two\n")))
         << lines;
 }
 
 TEST(Log, WhatIsNotAsciiIsEscaped) {
     const Errors errors;
     log("a\x7f\xc2\x85 \x9b[2J \xff");
-    EXPECT_EQ("owbcimomd: a \\xc2\\x85 \\x9b[2J \\xff\n", errors.read());
+    EXPECT_EQ("program: a \\xc2\\x85 \\x9b[2J \\xff\n", errors.read());
     log(std::string(1000, '\xe4'));
-    EXPECT_EQ(std::string("owbcimomd: \n").size() + 1024, errors.read().size());
+    EXPECT_EQ(std::string("program: \n").size() + 1024, errors.read().size());
 }
 
 TEST(Log, TheProgramNamePrecedesTheMessage) {
     const Errors errors;
     log("one\ntwo");
-    EXPECT_EQ("owbcimomd: one two\n", errors.read());
+    EXPECT_EQ("program: one two\n", errors.read());
 }
 
 TEST(Log, ALineThatCannotBeWrittenIsLostAndCounted) {
@@ -112,18 +113,18 @@ TEST(Log, ALineThatCannotBeWrittenIsLostAndCounted) {
     log("second");
     errors.read();
     log("third");
-    EXPECT_EQ("owbcimomd: lines lost: 2\nowbcimomd: third\n", errors.read());
+    EXPECT_EQ("program: lines lost: 2\nprogram: third\n", errors.read());
     log("fourth");
-    EXPECT_EQ("owbcimomd: fourth\n", errors.read());
+    EXPECT_EQ("program: fourth\n", errors.read());
 }
 
 TEST(Log, ALineWithoutMemoryIsCut) {
     const Errors errors;
     logWithoutMemory("what", ("why\x9b" + std::string(300, 'y')).c_str());
-    EXPECT_EQ("owbcimomd: what: why " + std::string(245, 'y') + "\n", errors.read());
+    EXPECT_EQ("program: what: why " + std::string(245, 'y') + "\n", errors.read());
     errors.fill();
     logWithoutMemory("what", "why");
     errors.read();
     log("next");
-    EXPECT_EQ("owbcimomd: lines lost: 1\nowbcimomd: next\n", errors.read());
+    EXPECT_EQ("program: lines lost: 1\nprogram: next\n", errors.read());
 }

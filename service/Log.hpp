@@ -1,8 +1,11 @@
-#ifndef CIMOM_SYSTEM_LOG_HPP_INCLUDED
-#define CIMOM_SYSTEM_LOG_HPP_INCLUDED
+#ifndef SERVICE_LOG_HPP_INCLUDED
+#define SERVICE_LOG_HPP_INCLUDED
 #include <string>
 
-namespace cimom {
+namespace service {
+
+/** Sets the name with which log lines begin. Keeps the pointer. Call it once, before the first line. */
+void nameLog(const char* program);
 
 /**
  * Writes one line to standard error: local time, program name, message. If standard error is the journal
@@ -17,5 +20,5 @@ void log(const std::string& message);
  * printable ASCII. */
 void logWithoutMemory(const char* what, const char* why) noexcept;
 
-} // namespace cimom
+} // namespace service
 #endif

@@ -1,4 +1,4 @@
-#include "system/Log.hpp"
+#include "service/Log.hpp"
 
 #include "util/OneLine.hpp"
 
@@ -13,7 +13,7 @@
 #include <sys/uio.h>
 #include <unistd.h>
 
-namespace cimom {
+namespace service {
 namespace {
 
 /** Whether standard error accepts a line now. A full pipe must not block the server. */
@@ -22,6 +22,7 @@ bool isWritable() {
     return ::poll(&errors, 1, 0) == 1 && (errors.revents & POLLOUT) != 0;
 }
 
+const char* name = "owb";
 unsigned long lost = 0; // lines since the last written one
 
 bool isJournal() {
@@ -29,10 +30,10 @@ bool isJournal() {
     const char* const journal = std::getenv("JOURNAL_STREAM");
     if (!journal || ::fstat(STDERR_FILENO, &errors) != 0)
         return false;
-    char name[48];
-    std::snprintf(name, sizeof name, "%llu:%llu", static_cast<unsigned long long>(errors.st_dev),
+    char device[48];
+    std::snprintf(device, sizeof device, "%llu:%llu", static_cast<unsigned long long>(errors.st_dev),
                   static_cast<unsigned long long>(errors.st_ino));
-    return std::strcmp(journal, name) == 0;
+    return std::strcmp(journal, device) == 0;
 }
 
 /** The local time in the form of ISO 8601: "2026-11-22T03:28:27+01:00 ". */
@@ -51,7 +52,7 @@ struct TimeText {
 
 bool write(const char* line) {
     const TimeText now;
-    const char* const parts[] = {isJournal() ? "" : now.text, "owbcimomd: ", line, "\n"};
+    const char* const parts[] = {isJournal() ? "" : now.text, name, ": ", line, "\n"};
     iovec vectors[std::size(parts)];
     std::transform(std::begin(parts), std::end(parts), vectors, [](const char* part) {
         return iovec{const_cast<char*>(part), std::strlen(part)};
@@ -60,6 +61,10 @@ bool write(const char* line) {
 }
 
 } // namespace
+
+void nameLog(const char* program) {
+    name = program;
+}
 
 void log(const std::string& message) {
     if (lost > 0 && write(("lines lost: " + std::to_string(lost)).c_str()))
@@ -77,4 +82,4 @@ void logWithoutMemory(const char* what, const char* why) noexcept {
         ++lost;
 }
 
-} // namespace cimom
+} // namespace service

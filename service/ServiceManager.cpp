@@ -1,6 +1,6 @@
-#include "system/ServiceManager.hpp"
+#include "service/ServiceManager.hpp"
 
-#include "system/Log.hpp"
+#include "service/Log.hpp"
 #include "util/Descriptor.hpp"
 #include "util/Number.hpp"
 
@@ -14,7 +14,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-namespace cimom {
+namespace service {
 namespace {
 
 std::string_view environment(const char* name) {
@@ -74,4 +74,4 @@ void Watchdog::start() {
     });
 }
 
-} // namespace cimom
+} // namespace service

@@ -1,11 +1,11 @@
-#ifndef CIMOM_SYSTEM_SERVICE_MANAGER_HPP_INCLUDED
-#define CIMOM_SYSTEM_SERVICE_MANAGER_HPP_INCLUDED
+#ifndef SERVICE_SERVICE_MANAGER_HPP_INCLUDED
+#define SERVICE_SERVICE_MANAGER_HPP_INCLUDED
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <chrono>
 #include <string>
 
-namespace cimom {
+namespace service {
 
 /**
  * Notifies the service manager that has started this process of a state such as "READY=1", by the protocol of
@@ -32,5 +32,5 @@ private:
     const std::chrono::microseconds m_period; // 0: not required
 };
 
-} // namespace cimom
+} // namespace service
 #endif

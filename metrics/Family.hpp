@@ -1,0 +1,53 @@
+#ifndef METRICS_FAMILY_HPP
+#define METRICS_FAMILY_HPP
+
+#include <string>
+#include <vector>
+
+/** Metrics in the terms of Prometheus: families of samples that differ by their labels. */
+namespace metrics {
+
+enum class Type {
+    /** Only grows, until it restarts from 0. The names of its samples end in "_total". */
+    counter,
+    gauge,
+    /** Labels with the value 1. The names of its samples end in "_info". */
+    info
+};
+
+struct Label {
+    /** ASCII letters, digits and underscores. */
+    std::string name;
+    /** Valid UTF-8, not empty: an empty label is the same as none. */
+    std::string value;
+};
+
+using Labels = std::vector<Label>;
+
+struct Sample {
+    Labels labels;
+    /** A decimal number. */
+    std::string value;
+};
+
+/** Samples of one name. No two of them have the same labels. */
+struct Family {
+    /** Without the suffix of its type. Ends in the unit. */
+    std::string name;
+    Type type;
+    /** Base unit, as "bytes"; empty for none. */
+    std::string unit;
+    /** One sentence for people. */
+    std::string help;
+    std::vector<Sample> samples;
+};
+
+/** Appends a label, with U+FFFD in place of bytes that are not UTF-8. Appends none for an empty value. */
+void addLabel(Labels& labels, const std::string& name, const std::string& value);
+
+/** Appends a sample, unless the family has one with the same labels: the first one remains. Returns whether
+ * it was appended. */
+bool addSample(Family& family, Sample sample);
+
+} // namespace metrics
+#endif
