@@ -4,6 +4,15 @@ include(OwbFind)
 
 add_library(owb_transport INTERFACE)
 
+# What a configuration without the fetched libraries found on the host.
+if(OWB_SYSROOT)
+    foreach(variable IN ITEMS ZLIB_INCLUDE_DIR ZLIB_LIBRARY_RELEASE OPENSSL_INCLUDE_DIR OPENSSL_SSL_LIBRARY OPENSSL_CRYPTO_LIBRARY)
+        if("${${variable}}" MATCHES "^/usr/(include|lib)")
+            unset(${variable} CACHE)
+        endif()
+    endforeach()
+endif()
+
 find_package(ZLIB GLOBAL)
 owb_links(OWB_ZLIB_LINKS ZLIB::ZLIB "
     #include <zlib.h>
@@ -14,12 +23,19 @@ endif()
 target_link_libraries(owb_transport INTERFACE ZLIB::ZLIB)
 
 find_package(OpenSSL 1.1.1 QUIET GLOBAL)
+set(openssl_includes)
+if(OWB_SYSROOT) # the architecture's configuration.h, in a directory that compilers search only below /usr
+    set(openssl_includes ${OWB_SYSROOT}/usr/include/${OWB_TRIPLET})
+endif()
 owb_links(OWB_HAS_TLS OpenSSL::SSL "
     #include <openssl/ssl.h>
-    int main() { return SSL_CTX_new(TLS_client_method()) == nullptr; }")
+    int main() { return SSL_CTX_new(TLS_client_method()) == nullptr; }"
+    INCLUDES ${openssl_includes})
 if(OWB_HAS_TLS)
     target_link_libraries(owb_transport INTERFACE OpenSSL::SSL)
-    message(STATUS "TLS: OpenSSL ${OPENSSL_VERSION}")
+    target_include_directories(owb_transport SYSTEM INTERFACE ${openssl_includes})
+    message(STATUS "TLS: OpenSSL ${OPENSSL_VERSION}, ${OPENSSL_SSL_LIBRARY}")
 else()
-    message(STATUS "TLS: none, no OpenSSL for ${CMAKE_SYSTEM_PROCESSOR}")
+    message(STATUS "TLS: none, no OpenSSL for ${CMAKE_SYSTEM_PROCESSOR}; scripts/sysroot ${OWB_TRIPLET} fetches one")
 endif()
+owb_forget_failure(OWB_HAS_TLS OPENSSL_INCLUDE_DIR OPENSSL_SSL_LIBRARY OPENSSL_CRYPTO_LIBRARY)

@@ -5,6 +5,7 @@
 #   OWB_DEBIAN_ARCHITECTURE  Debian's name of the architecture
 #   OWB_TARGET_FLAGS         what the compiler needs to compile for it
 #   OWB_WIDE_FLAGS           what it needs to compile for 64 bits, for tests; unset if it cannot
+#   OWB_SYSROOT              the directory of fetched libraries and headers (OwbSysroot.cmake); unset if there is none
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 set(OWB_TRIPLET i386-linux-gnu)
@@ -33,6 +34,7 @@ endforeach()
 
 # The libraries of multilib and those of Debian's packages for the architecture.
 list(APPEND CMAKE_LIBRARY_PATH /usr/lib32 /lib32 /usr/lib/${OWB_TRIPLET})
+include(${CMAKE_CURRENT_LIST_DIR}/../OwbSysroot.cmake)
 if(EXISTS /etc/debian_version)
     # Debian's directory of libraries, below any prefix, so that packages hold what was tested. Not of type PATH: CMake
     # would take a relative one of the command line for a directory of the build.

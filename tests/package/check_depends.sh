@@ -26,6 +26,7 @@ for name in libowb1 owb-tools; do
         expect_highest "$file" GLIBC 2.34
         expect_highest "$file" GLIBCXX 3.4.29 # these two came with GCC 11
         expect_highest "$file" CXXABI 1.3.13
+        expect_highest "$file" OPENSSL 3.0.0
         for library in $(readelf -d "$file" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p'); do
             expect "$depends" "${package_of[$library]:-(the package of $library)}" "Depends of $name"
         done
