@@ -55,10 +55,6 @@ Json toJson(const SampledRow& row) {
     return {{"row", row.number}, {"properties", std::move(properties)}};
 }
 
-Json textOrNull(const std::string& text) {
-    return text.empty() ? Json() : Json(text);
-}
-
 Json nominators(long group) {
     Json result = Json::array();
     for (const Attribute* attribute : attributesByNominator(group))
