@@ -96,11 +96,9 @@ void describeGroups(CLI::App& app, Arguments& arguments) {
 /** Options of commands that show groups in tables. Their -h is not for help. */
 void describeStyle(CLI::App* command, Arguments& arguments) {
     command->set_help_flag("--help", "Print this help message and exit");
-    CLI::Option* const raw =
-        command->add_flag("--raw", arguments.isRaw, "Tables: show values as they arrive");
-    command
-        ->add_flag("-h,--human", arguments.isHuman, "Tables: show sizes and speeds in larger units, as 1 GiB")
-        ->excludes(raw);
+    command->add_flag("-h,--human", arguments.isHuman,
+                      "Tables: show sizes and speeds in larger units, as 1 GiB");
+    command->add_flag("--raw", arguments.isRaw, "Tables: show values as they arrive");
 }
 
 void describeGet(CLI::App& app, Arguments& arguments) {
@@ -113,12 +111,12 @@ void describeGet(CLI::App& app, Arguments& arguments) {
     get->add_option("--property", arguments.properties,
                     "Show only these properties, in this order: names or nominators")
         ->type_name("NAME...");
-    get->add_option("--columns", arguments.columns, "The same as a list: names or nominators, and commas")
-        ->type_name("NAME,...")
+    get->add_option("--columns", arguments.columns, "The same as one list")
+        ->type_name("A,B")
         ->delimiter(',')
         ->allow_extra_args(false);
     get->add_option("--row", arguments.rows, "Show only these rows; may be repeated")
-        ->type_name("N,...")
+        ->type_name("N")
         ->delimiter(',')
         ->allow_extra_args(false)
         ->check(checkRow);

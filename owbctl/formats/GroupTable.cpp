@@ -36,20 +36,32 @@ std::string padded(const std::string& text, std::size_t columns) {
     return text + std::string(columns - std::min(columns, width(text)), ' ');
 }
 
+// What identifies the row comes first.
+std::vector<const Property*> inOrder(const Group& group, const Row& row) {
+    std::vector<const Property*> properties;
+    for (const Property& property : row.properties)
+        properties.push_back(&property);
+    if (!group.selected)
+        std::stable_partition(properties.begin(), properties.end(),
+                              [](const Property* property) { return property->attribute->isIdentifying; });
+    return properties;
+}
+
 // One property on each line: name, value and mark, without a header.
-std::string vertical(const Line& line, std::size_t limit, const Style& style) {
+std::string vertical(const Group& group, const Line& line, std::size_t limit, const Style& style) {
+    const std::vector<const Property*> properties = inOrder(group, *line.row);
     std::size_t nameWidth = 0;
     std::size_t valueWidth = 0;
-    for (const Property& property : line.row->properties) {
-        nameWidth = std::max(nameWidth, width(heading(*property.attribute, style)));
-        if (!line.markOf(property).empty())
-            valueWidth = std::max(valueWidth, width(valueText(property, *line.row, style)));
+    for (const Property* property : properties) {
+        nameWidth = std::max(nameWidth, width(heading(*property->attribute, style)));
+        if (!line.markOf(*property).empty())
+            valueWidth = std::max(valueWidth, width(valueText(*property, *line.row, style)));
     }
     std::string text;
-    for (const Property& property : line.row->properties) {
-        const std::string value = valueText(property, *line.row, style);
-        const std::string mark = line.markOf(property);
-        text += padded(heading(*property.attribute, style), nameWidth + gap);
+    for (const Property* property : properties) {
+        const std::string value = valueText(*property, *line.row, style);
+        const std::string mark = line.markOf(*property);
+        text += padded(heading(*property->attribute, style), nameWidth + gap);
         if (mark.empty())
             text += wrapped(value, nameWidth + gap, limit) + '\n';
         else
@@ -58,9 +70,12 @@ std::string vertical(const Line& line, std::size_t limit, const Style& style) {
     return text;
 }
 
+/** Whether a row has a value of an attribute, other than the empty text. */
 bool isUsed(const Attribute* attribute, const Lines& lines) {
-    return std::any_of(lines.begin(), lines.end(),
-                       [attribute](const Line& line) { return line.row->find(attribute) != nullptr; });
+    return std::any_of(lines.begin(), lines.end(), [attribute](const Line& line) {
+        const Property* const property = line.row->find(attribute);
+        return property != nullptr && property->values != std::vector<std::string>{""};
+    });
 }
 
 bool isConstant(const Attribute* attribute, const Lines& lines) {
@@ -83,7 +98,7 @@ Columns columnsOf(const Group& group, const Lines& lines, const Style& style) {
     Columns columns;
     Attributes others;
     for (const Attribute* attribute : attributesOf(group.number)) {
-        if (!isUsed(attribute, lines))
+        if (!style.isWide && !isUsed(attribute, lines))
             continue;
         if (attribute->isIdentifying)
             columns.beforeRow.push_back(attribute);
@@ -101,6 +116,8 @@ struct Column {
     std::string heading;
     std::vector<std::string> cells;
     bool alignsRight;
+    /** Whether a part of a value means nothing, as of a date. */
+    bool isWhole;
 };
 
 /** The values of an attribute, one for each line. */
@@ -159,11 +176,12 @@ Column columnOf(const Attribute* attribute, const Lines& lines, const Style& sty
         const std::string key = shorten(values, attribute, lines);
         name += key.empty() ? "" : " (" + key + ")";
     }
-    return {std::move(name), markedCells(values, attribute, lines), !unitOf(*attribute).empty()};
+    const bool isTime = attribute->kind == Kind::date || attribute->kind == Kind::interval;
+    return {std::move(name), markedCells(values, attribute, lines), !unitOf(*attribute).empty(), isTime};
 }
 
 Column rowNumbers(const Lines& lines) {
-    Column column{"Row", {}, true};
+    Column column{"Row", {}, true, true};
     for (const Line& line : lines)
         column.cells.push_back(std::to_string(line.row->number));
     return column;
@@ -186,6 +204,8 @@ Table tableOf(std::vector<Column> columns, std::size_t repeated, Table::Fit fit)
     for (std::size_t i = 0; i < columns.size(); ++i) {
         if (columns[i].alignsRight)
             table.alignRight(i);
+        if (columns[i].isWhole)
+            table.keepWhole(i);
     }
     for (std::size_t row = 0; row < columns.front().cells.size(); ++row) {
         std::vector<std::string> cells;
@@ -220,7 +240,8 @@ std::string horizontal(const Group& group, const Lines& lines, std::size_t limit
 std::string table(const Group& group, const Lines& lines, std::size_t limit, const Style& style) {
     if (lines.empty())
         return "no data\n";
-    return lines.size() == 1 ? vertical(lines.front(), limit, style) : horizontal(group, lines, limit, style);
+    return lines.size() == 1 ? vertical(group, lines.front(), limit, style)
+                             : horizontal(group, lines, limit, style);
 }
 
 std::string rowsText(const std::vector<Row>& rows) {

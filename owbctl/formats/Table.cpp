@@ -12,7 +12,7 @@ constexpr std::size_t gap = 2;
 /** Smallest width to which a text is cut to make a table fit. */
 constexpr std::size_t leastTextWidth = 12;
 /** Width up to which texts are complete in a table that does not fit even so. */
-constexpr std::size_t longestTextWidth = 30;
+constexpr std::size_t longestTextWidth = 24;
 
 /** Whether a cell is a number, perhaps followed by a mark and blanks. */
 bool isNumber(const std::string& cell) {
@@ -53,6 +53,7 @@ void trimEnd(std::string& line) {
 Table::Table(std::vector<std::string> header, Fit fit)
     : m_fit(fit)
     , m_alignsRight(header.size())
+    , m_isWhole(header.size())
     , m_lines{std::move(header)} {}
 
 void Table::add(std::vector<std::string> cells) {
@@ -61,6 +62,10 @@ void Table::add(std::vector<std::string> cells) {
 
 void Table::alignRight(std::size_t column) {
     m_alignsRight[column] = true;
+}
+
+void Table::keepWhole(std::size_t column) {
+    m_isWhole[column] = true;
 }
 
 std::string Table::text(std::size_t limit) const {
@@ -100,7 +105,7 @@ Table::Columns Table::measureAll() const {
 }
 
 std::size_t Table::leastWidth(std::size_t index, std::size_t width, bool isNumeric) const {
-    if (isNumeric || (m_fit == Fit::wrapLast && index + 1 < m_lines.front().size()))
+    if (isNumeric || m_isWhole[index] || (m_fit == Fit::wrapLast && index + 1 < m_lines.front().size()))
         return width;
     if (m_fit == Fit::cut)
         return std::min(width, std::max(leastTextWidth, owbctl::width(m_lines.front()[index])));

@@ -36,6 +36,9 @@ public:
     /** Aligns a column to the right, whatever its cells are. */
     void alignRight(std::size_t column);
 
+    /** Neither cuts nor breaks the texts of a column. */
+    void keepWhole(std::size_t column);
+
     /**
      * The header and all lines, each ended by a line feed, without trailing blanks.
      *
@@ -69,6 +72,7 @@ private:
     Fit m_fit;
     std::size_t m_repeated = 1;
     std::vector<bool> m_alignsRight;
+    std::vector<bool> m_isWhole;
     std::vector<std::vector<std::string>> m_lines;
 };
 

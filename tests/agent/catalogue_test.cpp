@@ -227,6 +227,18 @@ TEST(Catalogue, ListsTheGroupsOfAClassByAscendingNumber) {
     EXPECT_TRUE(groupsOfClass("INVALID").empty());
 }
 
+TEST(Catalogue, IdentifiesTheRowsOfEachGroupButThoseOfOneRow) {
+    std::set<long> groups;
+    for (const Attribute& attribute : attributes) {
+        if (attribute.isIdentifying)
+            groups.insert(attribute.group);
+    }
+    EXPECT_EQ(groups,
+              (std::set<long>{3, 7, 8, 9, 10, 15, 16, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27, 28, 29, 30}));
+    EXPECT_TRUE(findAttribute(9, "Name")->isIdentifying);
+    EXPECT_FALSE(findAttribute(9, "SystemName")->isIdentifying) << "the same in every row";
+}
+
 TEST(Catalogue, HasNoAttributeOfAnUnknownGroup) {
     EXPECT_TRUE(attributesOf(-1).empty());
     EXPECT_TRUE(attributesOf(31).empty());

@@ -43,7 +43,7 @@ TEST(Completion, AWriteIsOfferedOnlyPropertiesThatItCanChange) {
 }
 
 TEST(Completion, ValuesOfOptionsAreOffered) {
-    EXPECT_EQ(complete({"-o", ""}), "csv\njson\nline\ntable\n");
+    EXPECT_EQ(complete({"-o", ""}), "csv\njson\nline\ntable\nwide\n");
     EXPECT_EQ(complete({"get", "4", "--output", "j"}), "json\n");
     EXPECT_EQ(complete({"get", "4", "--output=j"}), "--output=json\n");
     EXPECT_EQ(complete({"time", "interval", "--unit", ""}), "cs\nms\ns\nus\n");

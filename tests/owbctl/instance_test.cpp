@@ -83,8 +83,13 @@ TEST(Instance, TheRowIsZeroByDefault) {
             {
               "name": "Description",
               "nominator": 0,
+              "kind": "text",
+              "unit": null,
               "values": [
                 "a thing"
+              ],
+              "meaning": [
+                null
               ]
             }
           ]

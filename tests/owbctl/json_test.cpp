@@ -21,12 +21,29 @@ TEST(Json, TheDocumentHoldsUrlGroupsRowsAndValues) {
     json expected = json::parse(R"({"format_version": 1, "groups": [
         {"group": 0, "class": "QAV_K70Chassis", "status": 0, "error": null, "rows": [
             {"row": 0, "properties": [
-                {"name": "Model", "nominator": 1, "values": ["M1"]},
-                {"name": "OtherIdentifyingInfo", "nominator": 13, "values": ["one", "two"]}]},
+                {"name": "Model", "nominator": 1, "kind": "text", "unit": null,
+                 "values": ["M1"], "meaning": [null]},
+                {"name": "OtherIdentifyingInfo", "nominator": 13, "kind": "text", "unit": null,
+                 "values": ["one", "two"], "meaning": [null, null]}]},
             {"row": 1, "properties": [
-                {"name": "Version", "nominator": 7, "values": ["3"]}]}]}]})");
+                {"name": "Version", "nominator": 7, "kind": "text", "unit": null,
+                 "values": ["3"], "meaning": [null]}]}]}]})");
     expected["url"] = peer.url();
     EXPECT_EQ(json::parse(result.out), expected);
+}
+
+TEST(Json, EachPropertyHasItsKindItsUnitAndTheMeaningOfItsValues) {
+    const support::ProgramResult result = get(
+        {instances({instance("QAV_LANEndpoint",
+                             {arrayProperty("OperationalStatus", UINT16, {bigEndian(2, 2), bigEndian(77, 2)}),
+                              property("Speed", UINT64, bigEndian(1000, 8))})})},
+        {"9", "-ojson", "-h"});
+    const json properties = json::parse(result.out)["groups"][0]["rows"][0]["properties"];
+    EXPECT_EQ(properties, json::parse(R"([
+        {"name": "OperationalStatus", "nominator": 7, "kind": "state", "unit": null,
+         "values": ["2", "77"], "meaning": ["up", null]},
+        {"name": "Speed", "nominator": 4, "kind": "gauge", "unit": "Bits per Second",
+         "values": ["1000"], "meaning": [null]}])"));
 }
 
 TEST(Json, AGroupWithoutRowsHasAnEmptyArray) {

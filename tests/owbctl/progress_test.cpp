@@ -19,8 +19,8 @@ TEST(Progress, SeveralGroupsAreCounted) {
               "\r\x1b[Kowbctl: reading group 14 (QAV_UDPStatisticalData), 2 of 2\r\x1b[K");
 }
 
-TEST(Progress, OneGroupShowsNoProgress) {
-    EXPECT_EQ(onTerminal("get 4"), "");
+TEST(Progress, OneGroupIsNamed) {
+    EXPECT_EQ(onTerminal("get 4"), "\r\x1b[Kowbctl: reading group 4 (QAV_OperatingSystem)\r\x1b[K");
 }
 
 TEST(Progress, SamplesAreCounted) {

@@ -4,16 +4,43 @@
 namespace owbctl_test {
 namespace {
 
-TEST_F(Screens, NetworkInterfaces) {
+TEST_F(Screens, InterfacesBeginWithTheirNamesAndShowNamesOfCodes) {
     expectScreens("get-9", {"get", "9"});
+    expectScreens("get-9-human", {"get", "9", "-h"});
 }
 
-TEST_F(Screens, Associations) {
+TEST_F(Screens, ARawTableShowsItemTexts) {
+    expectScreens("get-9-raw", {"get", "9", "--raw"});
+    expectScreens("get-8-raw", {"get", "8", "--raw"});
+}
+
+TEST_F(Screens, AWideTableHasAllKeysAndCompletePaths) {
+    expectScreens("get-9-wide", {"get", "9", "-o", "wide"});
+    expectScreens("get-8-wide", {"get", "8", "-o", "wide"});
+}
+
+TEST_F(Screens, AssociationsShowWhatDiffersBetweenRows) {
     expectScreens("get-8", {"get", "8"});
 }
 
-TEST_F(Screens, FileSystems) {
+TEST_F(Screens, FileSystemsBeginWithTheirMountPoints) {
     expectScreens("get-20", {"get", "20"});
+    expectScreens("get-20-wide", {"get", "20", "-o", "wide"});
+    expectScreens("get-20-raw", {"get", "20", "--raw"});
+}
+
+TEST_F(Screens, StorageIsShownInBytesOnRequest) {
+    expectScreenAt(80, "get-3-human", {"get", "3", "--where", "Purpose=/srv/tape", "-h"});
+    expectScreenAt(140, "get-10-human", {"get", "10", "-h"});
+}
+
+TEST_F(Screens, OneRowShowsOnePropertyOnEachLine) {
+    expectScreenAt(80, "get-9-row", {"get", "9", "--where", "Name=ib0"});
+    expectScreenAt(80, "get-8-row", {"get", "8", "--row", "1"});
+}
+
+TEST_F(Screens, ColumnsHaveTheOrderOfTheRequest) {
+    expectScreenAt(80, "get-9-columns", {"get", "9", "--columns", "Speed,Name,OperationalStatus"});
 }
 
 } // namespace

@@ -22,15 +22,59 @@ TEST(Table, TheWidestTextIsCutFirstAndMarked) {
                               "  7  abcdefghijk\xe2\x80\xa6  abcdefghijk\xe2\x80\xa6\n");
 }
 
-TEST(Table, NumbersThatDoNotFitFollowInAnotherTable) {
+TEST(Table, ColumnsThatDoNotFitFollowInAnotherTable) {
     Table table({"Row", "One", "Two", "Name"});
     table.add({"0", "1234567890", "1234567890", "abcdefghijklmnopqrstuvwxyz"});
     EXPECT_EQ(table.text(27), "Row         One         Two\n"
                               "  0  1234567890  1234567890\n"
                               "\n"
                               "Row  Name\n"
-                              "  0  abcdefghijklmnopqrstuvwxyz\n")
-        << "alone, a text may stick out";
+                              "  0  abcdefghijklmnopqrstu\xe2\x80\xa6\n");
+}
+
+TEST(Table, IdentifyingColumnsAreRepeatedUpToHalfOfTheWidth) {
+    Table table({"Name", "Number", "One", "Two"});
+    table.repeat(2);
+    table.add({"abc", "7", "12345678901234567890", "1234567890123456789"});
+    EXPECT_EQ(table.text(40), "Name  Number                   One\n"
+                              "abc        7  12345678901234567890\n"
+                              "\n"
+                              "Name  Number                  Two\n"
+                              "abc        7  1234567890123456789\n");
+    EXPECT_EQ(table.text(22), "Name  Number\n"
+                              "abc        7\n"
+                              "\n"
+                              "Name                   One\n"
+                              "abc   12345678901234567890\n"
+                              "\n"
+                              "Name                  Two\n"
+                              "abc   1234567890123456789\n");
+}
+
+TEST(Table, AColumnThatIsKeptWholeIsNotCut) {
+    Table table({"Name", "Date"});
+    table.keepWhole(1);
+    table.add({"abcdefghijklmnop", "2026-01-02 03:04:05"});
+    EXPECT_EQ(table.text(33), "Name          Date\n"
+                              "abcdefghijk\xe2\x80\xa6  2026-01-02 03:04:05\n");
+}
+
+TEST(Table, AColumnMayBeAlignedToTheRight) {
+    Table table({"Name", "Size"});
+    table.alignRight(1);
+    table.add({"a", "1 KiB"});
+    table.add({"b", "10 KiB"});
+    EXPECT_EQ(table.text(), "Name    Size\n"
+                            "a      1 KiB\n"
+                            "b     10 KiB\n");
+}
+
+TEST(Table, AllTextsMayBeWrapped) {
+    Table table({"Name", "Words"}, Table::Fit::wrapAll);
+    table.add({"first, second", "one two"});
+    EXPECT_EQ(table.text(14), "Name    Words\n"
+                              "first,  one\n"
+                              "second  two\n");
 }
 
 TEST(Table, TheLastColumnMayBeWrapped) {

@@ -70,7 +70,8 @@ TEST(Watch, EachSampleIsOneDocumentOnOneLine) {
     const nlohmann::json second = nlohmann::json::parse(result.out.substr(end));
     EXPECT_EQ(first["sample"], 1);
     EXPECT_EQ(first["rows"][0]["properties"][0],
-              nlohmann::json::parse(R"({"name": "InDatagrams", "nominator": 0, "values": ["5"],
+              nlohmann::json::parse(R"({"name": "InDatagrams", "nominator": 0, "kind": "counter",
+                                        "unit": "Datagrams", "values": ["5"], "meaning": [null],
                                         "changed": false, "per_second": null})"));
     EXPECT_EQ(second["format_version"], 1);
     EXPECT_EQ(second["sample"], 2);
