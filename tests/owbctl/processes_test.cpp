@@ -98,8 +98,8 @@ TEST(Processes, TheTableHasOneLineForEachProcess) {
 
 TEST(Processes, TheOrderIsAnOption) {
     std::vector<long> handles;
-    for (const json& process :
-         json::parse(owbctl({"processes", "--sort", "PID", "-ojson"}).out).at("processes"))
+    const json document = json::parse(owbctl({"processes", "--sort", "PID", "-ojson"}).out);
+    for (const json& process : document.at("processes"))
         handles.push_back(std::stol(process.at("handle").get<std::string>()));
     EXPECT_GT(handles.size(), 1u);
     EXPECT_TRUE(std::is_sorted(handles.begin(), handles.end()));

@@ -101,6 +101,13 @@ TEST(Usage, HelpGoesToStandardOutputAndListsTheExitStatuses) {
         EXPECT_NE(result.out.find(text), std::string::npos) << text;
 }
 
+TEST(Usage, TheShortOptionForHelpHasAnotherMeaningForGroupsInTables) {
+    EXPECT_EQ(owbctl({"-h"}).out, owbctl({"--help"}).out);
+    EXPECT_EQ(owbctl({"groups", "-h"}).exitCode, 0);
+    expectUsageError({"get", "-h"});
+    expectUsageError({"instance", "-h"});
+}
+
 TEST(Usage, ACommandHasItsOwnHelp) {
     const support::ProgramResult result = owbctl({"get", "--help"});
     EXPECT_EQ(result.exitCode, 0);
