@@ -43,12 +43,28 @@ bool reportRejected(const std::vector<Change>& changes) {
     return any;
 }
 
-void warnAboutCleared(const std::vector<Change>& changes) {
+template <class Predicate>
+std::string namesWhere(const std::vector<Change>& changes, Predicate applies) {
     std::string names;
     for (const Change& change : changes) {
-        if (change.isCleared())
+        if (applies(change))
             names += (names.empty() ? "" : ", ") + std::string(change.attribute->property);
     }
+    return names;
+}
+
+// A user who writes nothing may expect no value.
+void explainEmptyTexts(const std::vector<Change>& changes) {
+    const std::string names = namesWhere(
+        changes, [](const Change& change) { return change.requested == "" && !change.isRejected(); });
+    if (!names.empty())
+        std::cerr << "owbctl: now an empty text: " << names
+                  << "\n        The library writes texts only. Another client can take the value away: it "
+                     "writes null.\n";
+}
+
+void warnAboutCleared(const std::vector<Change>& changes) {
+    const std::string names = namesWhere(changes, [](const Change& change) { return change.isCleared(); });
     if (!names.empty())
         std::cerr << "owbctl: not named in the write, and cleared: " << names
                   << "\n        Some object managers replace the whole instance on a write and clear what it "
@@ -65,6 +81,7 @@ int setRow(const WriteRequest& request, Format& format, const std::string& url) 
         return write.status == OWB_DONE ? exitFailed : exitStatus(write.status);
     }
     const bool isRejected = reportRejected(write.changes);
+    explainEmptyTexts(write.changes);
     warnAboutCleared(write.changes);
     return isRejected ? exitFailed : 0;
 }

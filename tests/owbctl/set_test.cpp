@@ -63,6 +63,25 @@ TEST(Set, OneRequestCarriesAllTheValues) {
     EXPECT_NE(write.find("V\x09" + std::string(2, '\0')), std::string::npos) << "the empty value";
 }
 
+TEST(Set, AnEmptyTextIsAValueAndStaysOne) {
+    const support::ProgramResult result =
+        set(writeOf(systemOf("ops", "here"), systemOf("", "here")), {"2", "0", "PrimaryOwnerContact="});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "owbctl: now an empty text: PrimaryOwnerContact\n"
+                          "        The library writes texts only. Another client can take the value away: it "
+                          "writes null.\n");
+}
+
+TEST(Set, AnEmptyTextThatBecomesNoValueIsRejected) {
+    const support::Step after =
+        instanceOf({stringProperty("SystemName", "host"), nullProperty("PrimaryOwnerContact", STRING)});
+    const support::ProgramResult result =
+        set(writeOf(systemOf("ops", "here"), after), {"2", "0", "PrimaryOwnerContact="});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err.rfind("owbctl: PrimaryOwnerContact rejected: requested '', current no value\n", 0), 0u)
+        << result.err;
+}
+
 TEST(Set, OnlyTheGivenRowIsWritten) {
     const auto systems = [](const std::string& contactOfSecond) {
         return instances({instance("QAV_System", {stringProperty("Name", "first key"),
