@@ -3,12 +3,12 @@
 
 #include "agent/Group.hpp"
 
-#include <ctime>
+#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
 
-/** Compares successive readings of a group: changed values, and the rates of counters. */
+/** Compares successive readings of a group: changed values, the rates of counters, and rows that vanished. */
 namespace agent {
 
 /** A reading of a group, and when it was made: seconds of a steady clock. */
@@ -26,7 +26,7 @@ struct SampledProperty {
     std::optional<double> perSecond;
 };
 
-/** One row of a sample. Rows are compared by their number. */
+/** One row of a sample. */
 struct SampledRow {
     long number;
     std::vector<SampledProperty> properties;
@@ -36,16 +36,30 @@ struct SampledRow {
 struct Sample {
     /** From 1. */
     long number;
-    std::time_t time;
+    std::chrono::system_clock::time_point time;
     /** Whether there is no previous reading. */
     bool isFirst;
     Group group;
-    /** The rows of the group. */
+    /** The rows of the group; after keepChanges() only some of them. */
     std::vector<SampledRow> rows;
+    /** Rows of the previous reading that the group does not have any more, as they were there. */
+    std::vector<Row> vanished = {};
+    /** Whether keepChanges() was applied. */
+    bool isReduced = false;
 };
 
-/** Compares the rows of `now` with those of `before`; null if there is no previous reading. */
-std::vector<SampledRow> compare(const Reading& now, const Reading* before);
+/**
+ * Compares a reading with the previous one; null if there is none. Rows are compared by the attributes that
+ * identify them, so that a row that vanishes does not shift the others. They are compared by their number if
+ * the group has no such attribute, or if two rows of a reading have the same values. A reading that failed
+ * has no vanished rows.
+ */
+Sample sampleOf(long number, std::chrono::system_clock::time_point time, const Reading& now,
+                const Reading* before);
+
+/** Removes the rows and values that did not change from the rows of a sample; all of the first sample. What
+ * identifies a row stays in rows that changed. */
+void keepChanges(Sample& sample);
 
 /**
  * Growth of a counter in one second, between two values in decimal that were read `seconds` apart. Nothing if

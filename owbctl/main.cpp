@@ -95,8 +95,9 @@ int execute(const CLI::App& app, const Arguments& arguments, const Output& outpu
     if (app.got_subcommand("get"))
         return getGroups(groupQuery(arguments), format, url);
     if (app.got_subcommand("watch"))
-        return watchGroup({groupOf(arguments), arguments.interval, numberOrNone(arguments.count)}, format,
-                          output, url);
+        return watchGroups({groupsNamed(arguments.groups), arguments.interval, numberOrNone(arguments.count),
+                            arguments.onlyChanges},
+                           format, output, url);
     if (app.got_subcommand("instance"))
         return showInstance(instanceQuery(arguments), format, url);
     if (app.got_subcommand("set"))

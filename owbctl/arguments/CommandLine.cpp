@@ -130,17 +130,20 @@ void describeGet(CLI::App& app, Arguments& arguments) {
 
 void describeWatch(CLI::App& app, Arguments& arguments) {
     CLI::App* const watch =
-        app.add_subcommand("watch", "Read a group at intervals; show changes and the rates of counters");
-    watch->add_option("GROUP", arguments.group, "Number of a group, 0 to 30, or its name or class")
+        app.add_subcommand("watch", "Read groups at intervals; show changes and the rates of counters");
+    watch
+        ->add_option("GROUP", arguments.groups,
+                     "Numbers, names or classes, as in udp, 2,4 or 2-4, or all; may be repeated")
         ->required()
         ->type_name("")
-        ->check(checkGroup);
+        ->check(checkGroups);
     watch->add_option("--interval", arguments.interval, "Seconds between readings; default 2")
         ->type_name("SECONDS")
         ->check(isTimeFrom(shortestInterval));
     watch->add_option("--count", arguments.count, "End after this number of readings")
         ->type_name("N")
         ->check(checkCount);
+    watch->add_flag("--changed", arguments.onlyChanges, "Show only the rows and values that changed");
 }
 
 void describeInstance(CLI::App& app, Arguments& arguments) {

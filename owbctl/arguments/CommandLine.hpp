@@ -20,7 +20,7 @@ struct Arguments {
     /** File name; empty for no trace. */
     std::string trace;
 
-    /** For `groups` and `get`, see groupsNamed(). */
+    /** For `groups`, `get` and `watch`, see groupsNamed(). */
     std::vector<std::string> groups;
     std::vector<std::string> properties;
     /** For `get`: more properties. */
@@ -32,12 +32,14 @@ struct Arguments {
     /** For tables, see Style. */
     bool isRaw = false;
     bool isHuman = false;
-    /** Names one group. For `watch`, `set` and `instance`; may be empty for `instance`. */
+    /** Names one group. For `set` and `instance`; may be empty for `instance`. */
     std::string group;
     /** For `set` and `instance`. Empty if not given. */
     std::string row;
     double interval = 2;
     std::string count;
+    /** Whether `watch` shows only what changed. */
+    bool onlyChanges = false;
     std::string path;
     std::vector<std::string> assignments;
     /** For `processes`, see processOrderNames. */

@@ -2,9 +2,9 @@
 
 #include "agent/Sample.hpp"
 #include "commands/Report.hpp"
+#include "output/Keyboard.hpp"
 
 #include <chrono>
-#include <thread>
 
 namespace owbctl {
 
@@ -14,20 +14,22 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr char quitKey = 'q';
+
 double seconds(Clock::time_point moment) {
     return std::chrono::duration<double>(moment.time_since_epoch()).count();
 }
 
-/** Sleeps until the end of each interval. A missed end is not made up for. */
+/** The ends of successive intervals. A missed end is not made up for. */
 class Pace {
 public:
     explicit Pace(double interval)
         : m_interval(std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(interval)))
         , m_next(Clock::now()) {}
 
-    void wait() {
+    Clock::time_point next() {
         m_next = std::max(m_next + m_interval, Clock::now());
-        std::this_thread::sleep_until(m_next);
+        return m_next;
     }
 
 private:
@@ -35,29 +37,60 @@ private:
     Clock::time_point m_next;
 };
 
+/** Reads a group and compares it with its last successful reading. */
+class Watched {
+public:
+    explicit Watched(long group)
+        : m_group(group) {}
+
+    Sample read(long number) {
+        Reading now{readGroup(m_group), seconds(Clock::now())};
+        Sample sample =
+            sampleOf(number, std::chrono::system_clock::now(), now, m_before ? &*m_before : nullptr);
+        if (now.group.status == OWB_DONE)
+            m_before = std::move(now);
+        return sample;
+    }
+
+private:
+    long m_group;
+    std::optional<Reading> m_before;
+};
+
+/** Reads and writes each group once. Returns the exit status of the first failed reading. */
+int writeSamples(std::vector<Watched>& all, long number, const WatchRequest& request, Format& format,
+                 const std::string& url) {
+    std::vector<Group> failed;
+    for (Watched& watched : all) {
+        Sample sample = watched.read(number);
+        if (sample.group.status != OWB_DONE)
+            failed.push_back(sample.group);
+        if (request.onlyChanges)
+            keepChanges(sample);
+        format.writeSample(sample);
+    }
+    format.endSamples();
+    for (const Group& group : failed)
+        reportFailure(group, url);
+    return failed.empty() ? 0 : exitStatus(failed.front().status);
+}
+
 } // namespace
 
-int watchGroup(const WatchRequest& request, Format& format, const Output& output, const std::string& url) {
+int watchGroups(const WatchRequest& request, Format& format, const Output& output, const std::string& url) {
     Progress progress;
+    Keyboard keyboard(output.isTerminal());
     Pace pace(request.interval);
-    std::optional<Reading> before;
-    long samples = 0;
-    for (;;) {
-        Reading now{readGroup(request.group), seconds(Clock::now())};
-        progress.clear();
-        const std::time_t time = std::time(nullptr);
-        ++samples;
-        format.writeSample({samples, time, !before, now.group, compare(now, before ? &*before : nullptr)});
-        if (now.group.status != OWB_DONE)
-            reportFailure(now.group, url);
-        if (samples == request.count)
-            return exitStatus(now.group.status);
-        if (now.group.status == OWB_DONE)
-            before = std::move(now);
+    std::vector<Watched> all(request.groups.begin(), request.groups.end());
+    for (long number = 1;; ++number) {
+        const int status = writeSamples(all, number, request, format, url);
+        if (number == request.count)
+            return status;
         if (!output.isTerminal()) // a terminal shows the samples themselves
-            progress.show("owbctl: group " + std::to_string(request.group) + ", sample " +
-                          std::to_string(samples));
-        pace.wait();
+            progress.show("owbctl: sample " + std::to_string(number));
+        if (keyboard.waitFor(quitKey, pace.next()))
+            return status;
+        progress.clear();
     }
 }
 

@@ -6,24 +6,28 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace owbctl {
 
 /** What to read repeatedly. */
 struct WatchRequest {
-    long group;
+    std::vector<long> groups;
     /** Seconds from the start of one reading to the next. A longer reading is followed by the next at once.
      */
     double interval;
     /** Number of readings; nothing for no end. */
     std::optional<long> count;
+    /** Whether to write only what changed since the previous reading. */
+    bool onlyChanges;
 };
 
 /**
- * The command watch: reads a group at intervals and writes each sample, compared with the previous one.
- * Reports a failed reading on standard error and goes on. Returns the exit status of the last reading.
+ * The command watch: reads groups at intervals and writes each sample, compared with the previous one. The
+ * key q ends it on a terminal. Reports a failed reading on standard error and goes on. Returns the exit
+ * status of the last reading of the groups, that of the first failure.
  */
-int watchGroup(const WatchRequest& request, Format& format, const Output& output, const std::string& url);
+int watchGroups(const WatchRequest& request, Format& format, const Output& output, const std::string& url);
 
 } // namespace owbctl
 #endif

@@ -139,16 +139,23 @@ void CsvFormat::endGroups() {
 
 void CsvFormat::writeSample(const Sample& sample) {
     Csv csv;
-    if (sample.number == 1)
-        csv.header({"sample", "time", "group", "class", "row", "property", "value", "changed", "per_second"});
+    if (!m_output.isBegun())
+        csv.header({"sample", "time", "group", "class", "row", "property", "value", "changed", "per_second",
+                    "vanished"});
+    const auto begin = [&csv, &sample](long row) -> Csv& {
+        csv.number(sample.number).text(utc(sample.time)).number(sample.group.number);
+        return csv.text(sample.group.className).number(row);
+    };
     for (const SampledRow& row : sample.rows) {
         for (const SampledProperty& sampled : row.properties) {
-            csv.number(sample.number).text(utc(sample.time)).number(sample.group.number);
-            csv.text(sample.group.className).number(row.number).text(sampled.property.attribute->property);
-            csv.values(sampled.property.values)
-                .text(yesOrNo(sampled.isChanged))
-                .unquoted(rate(sampled))
-                .end();
+            begin(row.number).text(sampled.property.attribute->property).values(sampled.property.values);
+            csv.text(yesOrNo(sampled.isChanged)).unquoted(rate(sampled)).text(yesOrNo(false)).end();
+        }
+    }
+    for (const Row& row : sample.vanished) {
+        for (const Property& property : row.properties) {
+            begin(row.number).text(property.attribute->property).values(property.values);
+            csv.text(yesOrNo(false)).unquoted("").text(yesOrNo(true)).end();
         }
     }
     m_output.write(csv.text());

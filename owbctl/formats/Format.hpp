@@ -31,8 +31,10 @@ public:
     virtual void writeGroup(const agent::Group& group) = 0;
     virtual void endGroups() = 0;
 
-    /** Writes one of a series of samples. */
+    /** Writes one of a series of samples. Call endSamples() after those of all groups that were read in turn.
+     */
     virtual void writeSample(const agent::Sample& sample) = 0;
+    virtual void endSamples() = 0;
 
     /** Writes the result of writing a row: the properties that changed, or the error. */
     virtual void writeWrite(const agent::Write& write) = 0;

@@ -290,6 +290,16 @@ std::string sampleTable(const Sample& sample, std::size_t limit, const Style& st
     return table(sample.group, lines, limit, style);
 }
 
+std::string vanishedText(const Row& row) {
+    std::string text;
+    for (const Property& property : row.properties) {
+        if (property.attribute->kind == Kind::key || property.attribute->kind == Kind::index)
+            text += (text.empty() ? ": " : ", ") + std::string(property.attribute->property) + " " +
+                    cell(property.values);
+    }
+    return "row " + std::to_string(row.number) + " vanished" + text;
+}
+
 std::string mark(const SampledProperty& sampled) {
     if (!sampled.isChanged)
         return std::string();

@@ -28,6 +28,9 @@ std::string groupTable(const agent::Group& group, std::size_t limit, const Style
 /** The same for a sample; a mark() follows each value that changed. */
 std::string sampleTable(const agent::Sample& sample, std::size_t limit, const Style& style = {});
 
+/** A row that vanished, on one line: "row 3 vanished: Name eth1", with the values that identify it. */
+std::string vanishedText(const agent::Row& row);
+
 /** The mark of a value: "*" if it changed, "+2.5/s" for a counter with a known rate, empty if it did not
  * change. */
 std::string mark(const agent::SampledProperty& sampled);

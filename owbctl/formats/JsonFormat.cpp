@@ -184,6 +184,9 @@ void JsonFormat::writeSample(const Sample& sample) {
     Json rows = Json::array();
     for (const SampledRow& row : sample.rows)
         rows.push_back(toJson(row));
+    Json vanished = Json::array();
+    for (const Row& row : sample.vanished)
+        vanished.push_back(toJson(row));
     m_output.write(dumped({{"format_version", formatVersion},
                            {"url", m_url},
                            {"sample", sample.number},
@@ -192,7 +195,8 @@ void JsonFormat::writeSample(const Sample& sample) {
                            {"class", sample.group.className},
                            {"status", sample.group.status},
                            {"error", error(sample.group.status)},
-                           {"rows", std::move(rows)}},
+                           {"rows", std::move(rows)},
+                           {"vanished", std::move(vanished)}},
                           -1));
 }
 

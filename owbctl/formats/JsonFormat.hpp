@@ -24,6 +24,7 @@ public:
     void endGroups() override;
     /** Each sample is one document on one line. */
     void writeSample(const agent::Sample& sample) override;
+    void endSamples() override {}
     void writeWrite(const agent::Write& write) override;
     void writeConversion(const agent::Conversion& conversion) override;
     void writeProcesses(const std::vector<agent::Process>& processes) override;

@@ -59,6 +59,9 @@ void LineFormat::writeSample(const Sample& sample) {
                     cell(sampled.property.values) + (suffix.empty() ? "" : " " + suffix) + '\n';
         }
     }
+    for (const Row& row : sample.vanished)
+        text += std::to_string(sample.group.number) + " " + sample.group.className + " " + vanishedText(row) +
+                '\n';
     m_output.write(text);
 }
 

@@ -21,6 +21,7 @@ public:
     void writeGroup(const agent::Group& group) override;
     void endGroups() override {}
     void writeSample(const agent::Sample& sample) override;
+    void endSamples() override {}
     void writeWrite(const agent::Write& write) override;
     void writeConversion(const agent::Conversion& conversion) override;
     void writeProcesses(const std::vector<agent::Process>& processes) override;

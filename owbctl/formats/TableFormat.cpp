@@ -67,11 +67,24 @@ std::string changed(const std::vector<Change>& changes, std::size_t limit) {
     return any ? table.text(limit) : std::string();
 }
 
-std::string clock(std::time_t time) {
+std::string clock(std::chrono::system_clock::time_point moment) {
+    const std::time_t time = std::chrono::system_clock::to_time_t(moment);
     char text[16];
     std::tm local{};
     std::strftime(text, sizeof text, "%H:%M:%S", localtime_r(&time, &local));
-    return text;
+    return text + milliseconds(moment);
+}
+
+/** What the samples of a group show below their heading. */
+std::string sampleText(const Sample& sample, std::size_t limit, const Style& style) {
+    if (sample.group.status != OWB_DONE && sample.group.rows.empty())
+        return "no answer\n";
+    std::string text;
+    if (!sample.rows.empty() || !sample.isReduced)
+        text = sampleTable(sample, limit, style);
+    for (const Row& row : sample.vanished)
+        text += vanishedText(row) + '\n';
+    return text.empty() ? "no change\n" : text;
 }
 
 std::string checkLines(const Check& check, std::size_t limit) {
@@ -107,15 +120,24 @@ void TableFormat::writeGroup(const Group& group) {
 }
 
 void TableFormat::writeSample(const Sample& sample) {
-    const bool failed = sample.group.status != OWB_DONE && sample.rows.empty();
-    const std::string table = failed ? "no answer\n" : sampleTable(sample, m_output.terminalWidth(), m_style);
-    const std::string text = name(sample.group.number) + "  " + clock(sample.time) + "  sample " +
-                             std::to_string(sample.number) + (failed ? "" : "  " + extent(sample.group)) +
-                             '\n' + table;
-    if (m_output.isTerminal())
-        m_output.redraw(text);
+    const bool isEmpty = sample.rows.empty() && sample.vanished.empty();
+    if (sample.isReduced && isEmpty && !m_output.canRedraw() && sample.group.status == OWB_DONE)
+        return; // only a screen shows that nothing changed
+    const bool failed = sample.group.status != OWB_DONE && sample.group.rows.empty();
+    const std::string heading = name(sample.group.number) + "  " + clock(sample.time) + "  sample " +
+                                std::to_string(sample.number) + (failed ? "" : "  " + extent(sample.group)) +
+                                '\n';
+    const std::string text = heading + sampleText(sample, m_output.terminalWidth(), m_style);
+    if (m_output.canRedraw())
+        m_screen += (m_screen.empty() ? "" : "\n") + text;
     else
         m_output.write(separator() + text);
+}
+
+void TableFormat::endSamples() {
+    if (m_output.canRedraw())
+        m_output.redraw(m_screen);
+    m_screen.clear();
 }
 
 void TableFormat::writeWrite(const Write& write) {

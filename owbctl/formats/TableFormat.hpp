@@ -5,10 +5,12 @@
 #include "formats/Style.hpp"
 #include "output/Output.hpp"
 
+#include <string>
+
 namespace owbctl {
 
 /** Tables for people that fit the terminal. Each group has a heading; a group of one row has one property on
- * each line. On a terminal each sample replaces the previous one. */
+ * each line. On a terminal that can move its cursor each sample replaces the previous one. */
 class TableFormat : public Format {
 public:
     /** `output` must outlive the format. */
@@ -20,6 +22,7 @@ public:
     void writeGroup(const agent::Group& group) override;
     void endGroups() override {}
     void writeSample(const agent::Sample& sample) override;
+    void endSamples() override;
     void writeWrite(const agent::Write& write) override;
     void writeConversion(const agent::Conversion& conversion) override;
     void writeProcesses(const std::vector<agent::Process>& processes) override;
@@ -34,6 +37,8 @@ private:
     Output& m_output;
     Style m_style;
     bool m_first = true;
+    /** The samples that the screen shows next. */
+    std::string m_screen;
 };
 
 } // namespace owbctl

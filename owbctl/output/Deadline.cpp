@@ -1,5 +1,7 @@
 #include "output/Deadline.hpp"
 
+#include "output/Keyboard.hpp"
+
 #include <csignal>
 #include <poll.h>
 #include <sys/time.h>
@@ -25,6 +27,7 @@ void end(int) {
     writeIfPossible(STDERR_FILENO, lastMessage);
     if (!lastOutput->isBegun())
         writeIfPossible(lastOutput->descriptor(), lastDocument);
+    restoreTerminal();
     ::_exit(exitTimeout);
 }
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <iostream>
 #include <string>
 #include <system_error>
@@ -19,6 +21,12 @@ namespace {
 
 [[noreturn]] void fail(const char* what) {
     throw std::system_error(errno, std::generic_category(), what);
+}
+
+/** Whether the terminal obeys no control sequences. */
+bool isDumb() {
+    const char* const terminal = std::getenv("TERM");
+    return terminal != nullptr && std::strcmp(terminal, "dumb") == 0;
 }
 
 /** Size of a terminal; 24 lines of 80 columns if it is unknown. */
@@ -90,12 +98,16 @@ bool Output::isTerminal() const {
     return isatty(m_descriptor) != 0;
 }
 
+bool Output::canRedraw() const {
+    return isTerminal() && !isDumb();
+}
+
 std::size_t Output::terminalWidth() const {
     return isTerminal() ? sizeOf(m_descriptor).ws_col : 0;
 }
 
 Progress::Progress()
-    : m_isOn(isatty(STDERR_FILENO) != 0) {}
+    : m_isOn(isatty(STDERR_FILENO) != 0 && !isDumb()) {}
 
 void Progress::show(const std::string& text) {
     if (!m_isOn)

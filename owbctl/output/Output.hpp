@@ -33,6 +33,9 @@ public:
 
     bool isTerminal() const;
 
+    /** Whether standard output is a terminal that obeys control sequences: TERM is not "dumb". */
+    bool canRedraw() const;
+
     /** Columns of the terminal; 0 if standard output is no terminal. */
     std::size_t terminalWidth() const;
 
@@ -53,7 +56,7 @@ private:
 constexpr const char* clearLine = "\r\x1b[K";
 
 /** A line on standard error that shows the progress of a long command. Does nothing if standard error is no
- * terminal. The destructor removes the line. */
+ * terminal that obeys control sequences. The destructor removes the line. */
 class Progress {
 public:
     Progress();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 
 namespace owbctl {
 namespace {
@@ -52,10 +53,19 @@ std::string printable(std::string_view text) {
     return result;
 }
 
-std::string utc(std::time_t time) {
+std::string utc(std::chrono::system_clock::time_point moment) {
+    const std::time_t time = std::chrono::system_clock::to_time_t(moment);
     char text[32];
     std::tm parts{};
-    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", gmtime_r(&time, &parts));
+    std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", gmtime_r(&time, &parts));
+    return text + milliseconds(moment) + "Z";
+}
+
+std::string milliseconds(std::chrono::system_clock::time_point moment) {
+    const auto whole = std::chrono::floor<std::chrono::seconds>(moment);
+    const auto rest = std::chrono::floor<std::chrono::milliseconds>(moment - whole);
+    char text[8];
+    std::snprintf(text, sizeof text, ".%03d", static_cast<int>(rest.count()));
     return text;
 }
 

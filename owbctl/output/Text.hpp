@@ -1,8 +1,8 @@
 #ifndef OWBCTL_OUTPUT_TEXT_HPP
 #define OWBCTL_OUTPUT_TEXT_HPP
 
+#include <chrono>
 #include <cstddef>
-#include <ctime>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,8 +21,11 @@ std::string validUtf8(std::string_view text);
 /** A printable text of at most `columns`. A longer one is cut and gets "…" in the last column. */
 std::string cut(std::string_view text, std::size_t columns);
 
-/** A moment as "2026-01-02T03:04:05Z" (RFC 3339). */
-std::string utc(std::time_t time);
+/** A moment as "2026-01-02T03:04:05.678Z" (RFC 3339). */
+std::string utc(std::chrono::system_clock::time_point moment);
+
+/** The milliseconds of a moment within its second, as ".678". */
+std::string milliseconds(std::chrono::system_clock::time_point moment);
 
 /** Number of columns of a printable text, see columnsOf(). */
 std::size_t width(std::string_view text);

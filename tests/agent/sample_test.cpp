@@ -14,6 +14,18 @@ Reading reading(std::vector<Row> rows, double moment) {
     return {{14, "QAV_UDPStatisticalData", OWB_DONE, std::move(rows)}, moment};
 }
 
+std::vector<SampledRow> compare(const Reading& now, const Reading* before) {
+    return sampleOf(2, {}, now, before).rows;
+}
+
+Row interface(long number, const std::string& name, const std::string& octets) {
+    return {number, {{findAttribute(10, "InstanceID"), {name}}, {findAttribute(10, "InOctets"), {octets}}}};
+}
+
+Reading interfaces(std::vector<Row> rows) {
+    return {{10, "QAV_NetworkPortStatistics", OWB_DONE, std::move(rows)}, 0};
+}
+
 bool isCounter(long group, const std::string& property) {
     return findAttribute(group, property)->kind == Kind::counter;
 }
@@ -50,6 +62,58 @@ TEST(Sample, MarksAllPropertiesOfANewRow) {
     EXPECT_FALSE(rows[0].properties[0].isChanged);
     EXPECT_TRUE(rows[1].properties[0].isChanged);
     EXPECT_EQ(rows[1].number, 3);
+}
+
+TEST(Sample, ComparesTheRowsOfOneInstance) {
+    const Reading before = interfaces({interface(0, "eth0", "5"), interface(1, "eth1", "7")});
+    const Sample sample = sampleOf(2, {}, interfaces({interface(0, "eth1", "7")}), &before);
+    ASSERT_EQ(sample.rows.size(), 1U);
+    EXPECT_FALSE(sample.rows[0].properties[0].isChanged) << "eth1 is row 0 now";
+    EXPECT_FALSE(sample.rows[0].properties[1].isChanged);
+    ASSERT_EQ(sample.vanished.size(), 1U);
+    EXPECT_EQ(sample.vanished[0].number, 0);
+    EXPECT_EQ(sample.vanished[0].properties[0].values[0], "eth0");
+}
+
+TEST(Sample, ComparesByNumberIfTwoRowsLookAlike) {
+    const Reading before = interfaces({interface(0, "eth0", "5"), interface(1, "eth0", "7")});
+    const Sample sample = sampleOf(2, {}, interfaces({interface(0, "eth0", "5")}), &before);
+    EXPECT_FALSE(sample.rows[0].properties[1].isChanged);
+    ASSERT_EQ(sample.vanished.size(), 1U);
+    EXPECT_EQ(sample.vanished[0].number, 1);
+}
+
+TEST(Sample, AFailedReadingHasNoVanishedRows) {
+    const Reading before = interfaces({interface(0, "eth0", "5")});
+    Reading failed = interfaces({});
+    failed.group.status = OWB_EXCEPTION;
+    EXPECT_TRUE(sampleOf(2, {}, failed, &before).vanished.empty());
+}
+
+TEST(Sample, KeepsTheChangedValuesAndWhatIdentifiesTheirRow) {
+    const auto withErrors = [](Row row) {
+        row.properties.push_back({findAttribute(10, "InErrors"), {"0"}});
+        return row;
+    };
+    const Reading before =
+        interfaces({withErrors(interface(0, "eth0", "5")), withErrors(interface(1, "eth1", "7"))});
+    Sample sample = sampleOf(
+        2, {}, interfaces({withErrors(interface(0, "eth0", "5")), withErrors(interface(1, "eth1", "8"))}),
+        &before);
+    keepChanges(sample);
+    EXPECT_TRUE(sample.isReduced);
+    ASSERT_EQ(sample.rows.size(), 1U);
+    EXPECT_EQ(sample.rows[0].number, 1);
+    ASSERT_EQ(sample.rows[0].properties.size(), 2U);
+    EXPECT_STREQ(sample.rows[0].properties[0].property.attribute->property, "InstanceID");
+    EXPECT_STREQ(sample.rows[0].properties[1].property.attribute->property, "InOctets");
+}
+
+TEST(Sample, KeepsNothingOfTheFirstReading) {
+    Sample sample = sampleOf(1, {}, interfaces({interface(0, "eth0", "5")}), nullptr);
+    keepChanges(sample);
+    EXPECT_TRUE(sample.rows.empty());
+    EXPECT_EQ(sample.group.rows.size(), 1U);
 }
 
 TEST(Sample, CountsStatisticsOfProtocolsAndPorts) {

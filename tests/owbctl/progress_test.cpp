@@ -24,7 +24,15 @@ TEST(Progress, OneGroupIsNamed) {
 }
 
 TEST(Progress, SamplesAreCounted) {
-    EXPECT_EQ(onTerminal("watch 14 --interval 0.1 --count 2"), "\r\x1b[Kowbctl: group 14, sample 1\r\x1b[K");
+    EXPECT_EQ(onTerminal("watch 14 --interval 0.1 --count 2"), "\r\x1b[Kowbctl: sample 1\r\x1b[K");
+}
+
+TEST(Progress, ATerminalWithoutControlSequencesShowsNoProgress) {
+    const support::ScriptedPeer peer({instances({})});
+    EXPECT_EQ(
+        shell("TERM=dumb script -qec '\"$OWBCTL\" --url " + peer.url() + " get 4 14 >/dev/null' /dev/null")
+            .out,
+        "");
 }
 
 TEST(Progress, AFileReceivesNoProgress) {

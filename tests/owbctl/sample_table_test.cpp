@@ -20,7 +20,7 @@ Reading reading(std::vector<Row> rows, double moment) {
 }
 
 std::string table(const Reading& now, const Reading* before, std::size_t limit = 0) {
-    return sampleTable({2, 0, before == nullptr, now.group, compare(now, before)}, limit);
+    return sampleTable(sampleOf(2, {}, now, before), limit);
 }
 
 TEST(Sample, TheFirstReadingHasNoMarks) {
@@ -47,7 +47,7 @@ TEST(Sample, AnyOtherChangeIsMarked) {
     const Attribute* const name = findAttribute(2, "SystemName");
     const Reading before{{2, "QAV_System", OWB_DONE, {{0, {{name, {"old"}}}}}}, 0};
     const Reading after{{2, "QAV_System", OWB_DONE, {{0, {{name, {"new"}}}}}}, 1};
-    EXPECT_EQ(sampleTable({2, 0, false, after.group, compare(after, &before)}, 0), "SystemName  new  *\n");
+    EXPECT_EQ(sampleTable(sampleOf(2, {}, after, &before), 0), "SystemName  new  *\n");
 }
 
 TEST(Sample, MarksKeepSeveralRowsAligned) {

@@ -78,7 +78,8 @@ TEST(Set, AnEmptyTextThatBecomesNoValueIsRejected) {
     const support::ProgramResult result =
         set(writeOf(systemOf("ops", "here"), after), {"2", "0", "PrimaryOwnerContact="});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_EQ(result.err.rfind("owbctl: PrimaryOwnerContact rejected: requested '', current no value\n", 0), 0u)
+    EXPECT_EQ(result.err.rfind("owbctl: PrimaryOwnerContact rejected: requested '', current no value\n", 0),
+              0u)
         << result.err;
 }
 

@@ -60,8 +60,10 @@ TEST(Cut, AMarkReplacesTheRest) {
     EXPECT_EQ(cut("abcd", 0), "");
 }
 
-TEST(Utc, ATimeHasTheFormOfRfc3339) {
-    EXPECT_EQ(utc(1767323045), "2026-01-02T03:04:05Z");
+TEST(Utc, ATimeHasTheFormOfRfc3339WithMilliseconds) {
+    const auto second = std::chrono::system_clock::from_time_t(1767323045);
+    EXPECT_EQ(utc(second), "2026-01-02T03:04:05.000Z");
+    EXPECT_EQ(utc(second + std::chrono::microseconds(78999)), "2026-01-02T03:04:05.078Z");
 }
 
 TEST(Width, CountsCharacters) {
