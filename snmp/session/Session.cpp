@@ -49,7 +49,7 @@ Session::~Session() {
 }
 
 void Session::start() {
-    connect();
+    limitTime(steady_clock::duration::zero());
 }
 
 void Session::connect() {

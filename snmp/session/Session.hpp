@@ -35,7 +35,7 @@ public:
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    /** Connects to the master. */
+    /** Connects to the master as soon as the io_context runs. */
     void start();
     /** Takes leave of the master. After that the io_context has no work of the session, once the master has
      * read what was sent. */

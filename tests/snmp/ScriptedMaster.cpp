@@ -85,8 +85,7 @@ bool ScriptedMaster::fill() {
 }
 
 bool ScriptedMaster::hasPdu() const {
-    return m_received.size() >= headerSize &&
-           m_received.size() >= headerSize + readHeader(m_received).length;
+    return m_received.size() >= headerSize && m_received.size() >= headerSize + readHeader(m_received).length;
 }
 
 ReceivedPdu ScriptedMaster::receive() {

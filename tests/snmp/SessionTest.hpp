@@ -38,7 +38,9 @@ protected:
         master.establish(objects.roots.size() + objects.capabilities.size());
     }
     /** A line of the log. */
-    std::string line(const std::string& message) const { return "master " + master.address() + ": " + message; }
+    std::string line(const std::string& message) const {
+        return "master " + master.address() + ": " + message;
+    }
     /** The error of the response to a PDU. */
     unsigned errorOf(const std::string& pdu) { return master.exchange(pdu).error; }
 

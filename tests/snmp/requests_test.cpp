@@ -49,12 +49,10 @@ TEST_F(RequestsTest, AGetReturnsEachValueInOrder) {
 }
 
 TEST_F(RequestsTest, AGetNextReturnsTheNextObjectOfEachRange) {
-    EXPECT_EQ((Numbers{1, 2, 3, 0, 0}),
-              numbers(pdus::getNext(head, {{{1, 3, 6, 1, 2, 1, 1}},
-                                           {oid(1)},
-                                           {oid(3), true},
-                                           {oid(3), false, oid(4)},
-                                           {oid(4)}})));
+    EXPECT_EQ(
+        (Numbers{1, 2, 3, 0, 0}),
+        numbers(pdus::getNext(
+            head, {{{1, 3, 6, 1, 2, 1, 1}}, {oid(1)}, {oid(3), true}, {oid(3), false, oid(4)}, {oid(4)}})));
 }
 
 TEST_F(RequestsTest, TheEndOfARangeIsReportedWithItsStart) {
@@ -71,8 +69,7 @@ TEST_F(RequestsTest, AGetBulkRepeatsAllButTheFirstRanges) {
 }
 
 TEST_F(RequestsTest, AGetBulkEndsAfterARepetitionWithoutObjects) {
-    EXPECT_EQ((Numbers{4, 3, 0, 4, 0, 0}),
-              numbers(pdus::getBulk(head, 0, 65535, {{oid(3)}, {oid(2)}})));
+    EXPECT_EQ((Numbers{4, 3, 0, 4, 0, 0}), numbers(pdus::getBulk(head, 0, 65535, {{oid(3)}, {oid(2)}})));
     EXPECT_EQ((Numbers{2, 0}), numbers(pdus::getBulk(head, 0, 65535, {{oid(1), false, oid(3)}})));
 }
 
