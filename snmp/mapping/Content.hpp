@@ -12,8 +12,8 @@
 /** The texts of objects, before their syntax makes values of them. */
 namespace snmp {
 
-/** An attribute. */
-struct Source {
+/** The numbers of an attribute. */
+struct Address {
     long group;
     long nominator;
 };

@@ -44,7 +44,7 @@ bool belongsTo(const ObjectRule& rule, const TableRule& table, bool isDerived) {
     if (rule.sources.empty())
         return isDerived || !isInCatalogue(rule.oid);
     return std::all_of(rule.sources.begin(), rule.sources.end(),
-                       [&table](const Source& source) { return readsGroup(table, source.group); });
+                       [&table](const Address& source) { return readsGroup(table, source.group); });
 }
 
 void applyRule(Columns& columns, const TableRule& table, const Oid& entry, const ObjectRule& rule) {
@@ -59,7 +59,7 @@ void applyRule(Columns& columns, const TableRule& table, const Oid& entry, const
     column.rule = rule;
     if (!rule.sources.empty())
         column.sources.clear();
-    for (const Source& source : rule.sources)
+    for (const Address& source : rule.sources)
         column.sources.push_back(attributeAt(source.group, source.nominator));
 }
 

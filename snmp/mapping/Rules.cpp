@@ -185,6 +185,7 @@ const std::vector<ObjectRule>& objectRules() {
         {"25.3.8.1.5", S::integer32, 0, {}, translated, fileSystemAccess},
         {"25.3.8.1.8", S::dateAndTime, 0, {}, firstValue, {}, "", noDate},
         {"25.3.8.1.9", S::dateAndTime, 0, {}, firstValue, {}, "", noDate},
+        {"25.4.2.1.1", S::integer32},
         {"25.4.2.1.2", S::octets, 64},
         {"25.4.2.1.3", S::objectId, 0, {}, firstValue, {}, "", noObject},
         {"25.4.2.1.4", S::octets, 128},

@@ -105,7 +105,7 @@ struct ObjectRule {
     Syntax syntax;
     std::size_t size = defaultSize;
     /** Attributes by group and nominator; none for those of the catalogue. */
-    std::vector<Source> sources = {};
+    std::vector<Address> sources = {};
     Content content = firstValue;
     Codes codes = {};
     /** Precedes the content. */
