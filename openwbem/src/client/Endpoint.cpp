@@ -4,6 +4,7 @@
 #include "OW_SocketAddress.hpp"
 #include "util/Percent.hpp"
 
+#include <algorithm>
 #include <arpa/inet.h>
 #include <charconv>
 #include <cstring>
@@ -45,14 +46,21 @@ void setUnixAddress(const std::string& path, Endpoint& endpoint) {
     endpoint.addressSize = sizeof address;
 }
 
-void setTcpAddress(std::string host, UInt16 port, Endpoint& endpoint) {
-    const bool isBracketed = host.size() > 2 && host.front() == '[' && host.back() == ']';
-    if (isBracketed)
-        host = host.substr(1, host.size() - 2);
+bool isBracketed(const std::string& host) {
+    return host.size() > 2 && host.front() == '[' && host.back() == ']';
+}
+
+std::string withoutBrackets(const std::string& host) {
+    return isBracketed(host) ? host.substr(1, host.size() - 2) : host;
+}
+
+void setTcpAddress(const std::string& urlHost, UInt16 port, Endpoint& endpoint) {
+    const bool isIPv6 = isBracketed(urlHost);
+    const std::string host = withoutBrackets(urlHost);
     addrinfo wanted{};
-    wanted.ai_family = isBracketed ? AF_INET6 : AF_INET;
+    wanted.ai_family = isIPv6 ? AF_INET6 : AF_INET;
     wanted.ai_socktype = SOCK_STREAM;
-    wanted.ai_flags = AI_NUMERICSERV | (isBracketed ? AI_NUMERICHOST : 0);
+    wanted.ai_flags = AI_NUMERICSERV | (isIPv6 ? AI_NUMERICHOST : 0);
     addrinfo* found = nullptr;
     const bool isText = host.find('\0') == std::string::npos;
     if (!isText || ::getaddrinfo(host.c_str(), std::to_string(port).c_str(), &wanted, &found) != 0)
@@ -62,11 +70,13 @@ void setTcpAddress(std::string host, UInt16 port, Endpoint& endpoint) {
     endpoint.addressSize = found->ai_addrlen;
 }
 
-// The name of the host; empty for an address.
-std::string nameOf(const std::string& host) {
+void setHost(const std::string& urlHost, Endpoint& endpoint) {
     in_addr ignored;
-    const bool isAddress = host.front() == '[' || ::inet_pton(AF_INET, host.c_str(), &ignored) == 1;
-    return isAddress ? std::string() : host;
+    endpoint.host = withoutBrackets(urlHost);
+    endpoint.hostIsAddress =
+        isBracketed(urlHost) || ::inet_pton(AF_INET, endpoint.host.c_str(), &ignored) == 1;
+    if (endpoint.hostIsAddress) // a certificate has no zone
+        endpoint.host.resize(std::min(endpoint.host.find('%'), endpoint.host.size()));
 }
 
 } // namespace
@@ -75,7 +85,7 @@ Endpoint endpointOf(const URL& url) {
     Endpoint endpoint;
     endpoint.usesTls = url.scheme.endsWith("s");
     const std::string host = percentDecoded(url.host.c_str());
-    endpoint.serverName = nameOf(host);
+    setHost(host, endpoint);
     const std::string port = url.port.c_str();
     if (url.port.equalsIgnoreCase("owipc") || url.scheme == "ipc")
         setUnixAddress(builtInSocket, endpoint);

@@ -15,8 +15,9 @@ struct Endpoint {
     sockaddr_storage address{};
     socklen_t addressSize = 0;
     bool usesTls = false;
-    /** The name that TLS sends to the server (RFC 6066, server_name); empty for an address. */
-    std::string serverName;
+    /** Host of the URL, a name or an address without brackets. The certificate of a TLS server is for it. */
+    std::string host;
+    bool hostIsAddress = false;
 };
 
 /**

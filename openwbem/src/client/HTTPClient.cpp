@@ -146,9 +146,10 @@ std::unique_ptr<HTTPReply> HTTPClient::sendOn(std::unique_ptr<Stream> connection
 std::unique_ptr<Stream> HTTPClient::connect() const {
     const Deadline deadline("connect", clientTimeouts().connect);
     try {
-        std::unique_ptr<Stream> socket = std::make_unique<Socket>(m_endpoint, deadline);
-        return m_endpoint.usesTls ? startTls(std::move(socket), m_endpoint.serverName, deadline)
-                                  : std::move(socket);
+        auto socket = std::make_unique<Socket>(m_endpoint, deadline);
+        if (m_endpoint.usesTls)
+            return startTls(std::move(socket), m_endpoint, deadline);
+        return socket;
     } catch (const SocketTimeoutException& e) {
         OW_THROW(SocketException, e.getMessage());
     }

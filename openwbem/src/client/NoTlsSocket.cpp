@@ -8,7 +8,7 @@ void requireTls() {
     OW_THROW(SSLException, "built without TLS");
 }
 
-std::unique_ptr<Stream> startTls(std::unique_ptr<Stream>, const std::string&, const Deadline&) {
+std::unique_ptr<Stream> startTls(std::unique_ptr<Socket>, const Endpoint&, const Deadline&) {
     OW_THROW(SSLException, "built without TLS");
 }
 

@@ -74,13 +74,22 @@ Socket::Socket(const Endpoint& endpoint, const Deadline& deadline)
 }
 
 bool Socket::send(std::string_view bytes) {
+    return sendBefore(bytes, nullptr);
+}
+
+bool Socket::send(std::string_view bytes, const Deadline& deadline) {
+    return sendBefore(bytes, &deadline);
+}
+
+// Without a deadline, each wait has its own.
+bool Socket::sendBefore(std::string_view bytes, const Deadline* deadline) {
     while (!bytes.empty()) {
         const ssize_t sent =
             ::send(m_descriptor.number(), bytes.data(), bytes.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
         if (sent >= 0)
             bytes.remove_prefix(static_cast<std::size_t>(sent));
         else if (errno == EAGAIN)
-            wait(POLLOUT, Deadline("send", clientTimeouts().send));
+            wait(POLLOUT, deadline ? *deadline : Deadline("send", clientTimeouts().send));
         else if (errno == EPIPE || errno == ECONNRESET)
             return false;
         else if (errno != EINTR)

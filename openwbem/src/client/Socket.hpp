@@ -16,10 +16,13 @@ public:
         : m_descriptor(connected) {}
 
     bool send(std::string_view bytes) override;
+    /** The same, but the deadline limits the whole call. */
+    bool send(std::string_view bytes, const Deadline& deadline);
     std::size_t receive(char* to, std::size_t size, const Deadline& deadline) override;
     bool isQuiet() override;
 
 private:
+    bool sendBefore(std::string_view bytes, const Deadline* deadline);
     void wait(short event, const Deadline& deadline) const;
 
     const util::Descriptor m_descriptor;

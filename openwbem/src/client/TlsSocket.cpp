@@ -1,31 +1,22 @@
 #include "client/TlsSocket.hpp"
 
 #include "OW_SSLException.hpp"
+#include "client/TlsContext.hpp"
+#include "client/TlsFailure.hpp"
+#include "client/Trace.hpp"
 
+#include <algorithm>
 #include <openssl/err.h>
-#include <openssl/ssl.h>
+#include <openssl/x509v3.h>
+#include <string>
+#include <utility>
 
 namespace OpenWBEM {
 namespace {
 
 const std::size_t pieceSize = 16 * 1024; // maximum size of a TLS record
 
-[[noreturn]] void throwFailed() {
-    char reason[256] = "the peer closed the connection";
-    if (const unsigned long code = ::ERR_get_error())
-        ::ERR_error_string_n(code, reason, sizeof reason);
-    OW_THROW(SSLException, (std::string("TLS handshake failed: ") + reason).c_str());
-}
-
-template <class T>
-T* checked(T* made) {
-    if (!made)
-        throwFailed();
-    return made;
-}
-
 struct Deleter {
-    void operator()(SSL_CTX* context) const { ::SSL_CTX_free(context); }
     void operator()(SSL* ssl) const { ::SSL_free(ssl); }
 };
 
@@ -33,28 +24,32 @@ struct Deleter {
 // not raised.
 class TlsSocket : public Stream {
 public:
-    TlsSocket(std::unique_ptr<Stream> plain, const std::string& serverName, const Deadline& deadline)
+    TlsSocket(std::unique_ptr<Socket> plain, const Endpoint& endpoint, const TlsSettings& settings,
+              const Deadline& deadline)
         : m_plain(std::move(plain))
-        , m_context(checked(::SSL_CTX_new(::TLS_client_method()))) {
-        ::SSL_CTX_set_min_proto_version(m_context.get(), TLS1_2_VERSION);
-        ::SSL_CTX_set_options(m_context.get(), SSL_OP_NO_RENEGOTIATION);
-        ::SSL_CTX_set_verify(m_context.get(), SSL_VERIFY_NONE, nullptr);
-        m_ssl.reset(checked(::SSL_new(m_context.get())));
-        m_incoming = checked(::BIO_new(::BIO_s_mem()));
+        , m_host(endpoint.host)
+        , m_context(makeTlsContext(settings))
+        , m_ssl(::SSL_new(m_context.get())) {
+        check(m_ssl != nullptr);
+        m_incoming = ::BIO_new(::BIO_s_mem());
         m_outgoing = ::BIO_new(::BIO_s_mem());
         ::SSL_set_bio(m_ssl.get(), m_incoming, m_outgoing); // takes ownership of both
-        checked(m_outgoing);
-        if (!serverName.empty())
-            ::SSL_set_tlsext_host_name(m_ssl.get(), serverName.c_str());
+        check(m_incoming && m_outgoing);
+        if (!endpoint.hostIsAddress)
+            check(SSL_set_tlsext_host_name(m_ssl.get(), m_host.c_str()) == 1);
+        if (settings.verifiesServer)
+            verifyServer(endpoint.hostIsAddress);
         shakeHands(deadline);
     }
+
+    ~TlsSocket() override { sayGoodbye(); }
 
     bool send(std::string_view bytes) override {
         while (!bytes.empty()) {
             std::size_t taken = 0;
             ::ERR_clear_error();
             if (::SSL_write_ex(m_ssl.get(), bytes.data(), std::min(bytes.size(), pieceSize), &taken) != 1 ||
-                !flush())
+                !flush(nullptr))
                 return false;
             bytes.remove_prefix(taken);
         }
@@ -68,7 +63,11 @@ public:
             const int result = ::SSL_read_ex(m_ssl.get(), to, size, &received);
             if (result == 1)
                 return received;
-            if (!resume(result, deadline))
+            const int error = ::SSL_get_error(m_ssl.get(), result);
+            flush(&deadline);
+            if (error == SSL_ERROR_SSL)
+                throwFailed("connection to");
+            if (error != SSL_ERROR_WANT_READ || !fetch(deadline))
                 return 0;
         }
     }
@@ -78,31 +77,50 @@ public:
     }
 
 private:
+    void verifyServer(bool isAddress) {
+        X509_VERIFY_PARAM* const rules = ::SSL_get0_param(m_ssl.get());
+        check((isAddress ? ::X509_VERIFY_PARAM_set1_ip_asc(rules, m_host.c_str())
+                         : ::X509_VERIFY_PARAM_set1_host(rules, m_host.data(), m_host.size())) == 1);
+        ::X509_VERIFY_PARAM_set_hostflags(rules, X509_CHECK_FLAG_NO_PARTIAL_WILDCARDS);
+        check(SSL_set_app_data(m_ssl.get(), this) == 1);
+        ::SSL_set_verify(m_ssl.get(), SSL_VERIFY_PEER, noteRejection);
+    }
+
+    // OpenSSL forgets the certificate that it rejects.
+    static int noteRejection(int isAccepted, X509_STORE_CTX* verification) noexcept {
+        if (!isAccepted) {
+            const void* const ssl =
+                ::X509_STORE_CTX_get_ex_data(verification, ::SSL_get_ex_data_X509_STORE_CTX_idx());
+            auto* const self = static_cast<TlsSocket*>(SSL_get_app_data(static_cast<const SSL*>(ssl)));
+            try {
+                self->m_rejection = rejectionOf(verification);
+            } catch (const std::bad_alloc&) { // the handshake fails with the reason of OpenSSL
+            }
+        }
+        return isAccepted;
+    }
+
     void shakeHands(const Deadline& deadline) {
         while (true) {
             ::ERR_clear_error();
             const int result = ::SSL_connect(m_ssl.get());
             if (result == 1)
                 break;
-            if (!resume(result, deadline))
-                throwFailed();
+            const int error = ::SSL_get_error(m_ssl.get(), result);
+            flush(&deadline);
+            if (error != SSL_ERROR_WANT_READ || !fetch(deadline))
+                throwFailed("handshake with");
         }
-        flush();
+        m_isOpen = flush(&deadline);
     }
 
-    // After an unsuccessful call: receives the input that OpenSSL needs. False at the end of the connection,
-    // and for an error.
-    bool resume(int result, const Deadline& deadline) {
-        const bool wantsInput = ::SSL_get_error(m_ssl.get(), result) == SSL_ERROR_WANT_READ;
-        flush();
-        return wantsInput && fetch(deadline);
-    }
-
-    bool flush() {
+    // Sends what OpenSSL has written. Without a deadline, each wait has its own. False if the peer has closed
+    // the connection.
+    bool flush(const Deadline* deadline) {
         char* bytes = nullptr;
         const long size = BIO_get_mem_data(m_outgoing, &bytes);
-        const bool isSent =
-            size <= 0 || m_plain->send(std::string_view(bytes, static_cast<std::size_t>(size)));
+        const std::string_view written(bytes, static_cast<std::size_t>(std::max(size, 0L)));
+        const bool isSent = deadline ? m_plain->send(written, *deadline) : m_plain->send(written);
         static_cast<void>(BIO_reset(m_outgoing));
         return isSent;
     }
@@ -113,20 +131,55 @@ private:
         return received > 0 && ::BIO_write(m_incoming, bytes, static_cast<int>(received)) > 0;
     }
 
-    const std::unique_ptr<Stream> m_plain;
-    const std::unique_ptr<SSL_CTX, Deleter> m_context;
-    std::unique_ptr<SSL, Deleter> m_ssl;
-    BIO* m_incoming; // encrypted bytes from the peer
-    BIO* m_outgoing; // encrypted bytes to the peer
+    // Sends close_notify if that needs no waiting.
+    void sayGoodbye() noexcept {
+        if (!m_isOpen)
+            return;
+        try {
+            ::SSL_shutdown(m_ssl.get());
+            const Deadline now("close", std::chrono::milliseconds(0));
+            flush(&now);
+        } catch (const Exception&) {
+        } catch (const std::bad_alloc&) {
+        }
+        ::ERR_clear_error();
+    }
+
+    void check(bool isDone) {
+        if (!isDone)
+            throwFailed("handshake with");
+    }
+
+    [[noreturn]] void throwFailed(const char* what) {
+        m_isOpen = false; // nothing may follow an error
+        const bool isEnd = m_rejection.empty() && ::ERR_peek_error() == 0;
+        const std::string reason = isEnd                 ? "the peer closed the connection"
+                                   : m_rejection.empty() ? oldestTlsError()
+                                                         : m_rejection;
+        OW_THROW(SSLException, (std::string("TLS ") + what + " " + m_host + " failed: " + reason).c_str());
+    }
+
+    const std::unique_ptr<Socket> m_plain;
+    const std::string m_host;
+    const TlsContext m_context;
+    const std::unique_ptr<SSL, Deleter> m_ssl;
+    BIO* m_incoming = nullptr; // encrypted bytes from the peer
+    BIO* m_outgoing = nullptr; // encrypted bytes to the peer
+    std::string m_rejection;   // of the server's certificate
+    bool m_isOpen = false;
 };
 
 } // namespace
 
 void requireTls() {}
 
-std::unique_ptr<Stream> startTls(std::unique_ptr<Stream> plain, const std::string& serverName,
+std::unique_ptr<Stream> startTls(std::unique_ptr<Socket> plain, const Endpoint& endpoint,
                                  const Deadline& deadline) {
-    return std::make_unique<TlsSocket>(std::move(plain), serverName, deadline);
+    const TlsSettings settings = tlsSettings();
+    if (!settings.verifiesServer)
+        trace(__FILE__, __func__, __LINE__,
+              "WARNING: certificate of " + endpoint.host + " is not verified, OWB_TLS_VERIFY is 0");
+    return std::make_unique<TlsSocket>(std::move(plain), endpoint, settings, deadline);
 }
 
 } // namespace OpenWBEM

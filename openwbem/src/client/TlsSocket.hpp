@@ -1,9 +1,8 @@
 #ifndef OPENWBEM_CLIENT_TLS_SOCKET_HPP_INCLUDED
 #define OPENWBEM_CLIENT_TLS_SOCKET_HPP_INCLUDED
-#include "client/Stream.hpp"
+#include "client/Socket.hpp"
 
 #include <memory>
-#include <string>
 
 namespace OpenWBEM {
 
@@ -11,15 +10,17 @@ namespace OpenWBEM {
 void requireTls();
 
 /**
- * Performs a TLS handshake, version 1.2 or later, over a plain connection.
+ * Performs a TLS handshake, version 1.2 or later, over a connection to an endpoint.
  *
- * Does NOT verify the certificate of the server: TLS prevents eavesdropping, not impersonation. Object
- * managers use self-signed certificates, which no certificate store contains.
+ * Verifies the certificate of the server: its chain up to a trusted one, its period, its purpose, and that it
+ * is for the host of the endpoint. The environment selects the trusted certificates, the certificate of the
+ * client, and may switch the verification off (TlsSettings.hpp), which is traced for each connection.
  *
- * @param serverName sent to the server unless empty (RFC 6066, server_name)
- * Throws SSLException if the handshake fails, SocketTimeoutException at the deadline.
+ * Throws SSLException if the handshake fails, SocketTimeoutException at the deadline. The stream throws
+ * SSLException for an invalid record and a fatal alert; an end without a close_notify alert is an end like
+ * any other, since HTTP frames all replies that the client reads.
  */
-std::unique_ptr<Stream> startTls(std::unique_ptr<Stream> plain, const std::string& serverName,
+std::unique_ptr<Stream> startTls(std::unique_ptr<Socket> plain, const Endpoint& endpoint,
                                  const Deadline& deadline);
 
 } // namespace OpenWBEM

@@ -1,0 +1,75 @@
+#include "client/TlsContext.hpp"
+
+#include "OW_SSLException.hpp"
+#include "client/TlsFailure.hpp"
+
+#include <algorithm>
+#include <openssl/err.h>
+#include <string>
+#include <sys/stat.h>
+
+namespace OpenWBEM {
+namespace {
+
+const int leastSecurityLevel = 2;
+
+// Debian's OpenSSL itself looks there only if the package openssl, which has a link, is installed.
+const char systemAuthorities[] = "/etc/ssl/certs";
+
+void check(bool isDone, const std::string& what) {
+    if (!isDone)
+        OW_THROW(SSLException, (what + ": " + oldestTlsError()).c_str());
+}
+
+bool isDirectory(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+void trustSystem(SSL_CTX* context) {
+    check(::SSL_CTX_set_default_verify_paths(context) == 1 &&
+              ::SSL_CTX_load_verify_locations(context, nullptr, systemAuthorities) == 1,
+          "cannot use the CA certificates of the system");
+}
+
+void trust(SSL_CTX* context, const std::string& path) {
+    const bool isPath = isDirectory(path);
+    check(::SSL_CTX_load_verify_locations(context, isPath ? nullptr : path.c_str(),
+                                          isPath ? path.c_str() : nullptr) == 1,
+          "cannot load CA certificates from " + path);
+}
+
+int refusePassphrase(char*, int, int, void*) {
+    return -1;
+}
+
+void loadCertificate(SSL_CTX* context, const TlsSettings& settings) {
+    ::SSL_CTX_set_default_passwd_cb(context, refusePassphrase);
+    check(::SSL_CTX_use_certificate_chain_file(context, settings.certificate.c_str()) == 1,
+          "cannot load certificate from " + settings.certificate);
+    check(::SSL_CTX_use_PrivateKey_file(context, settings.key.c_str(), SSL_FILETYPE_PEM) == 1,
+          "cannot load private key from " + settings.key);
+}
+
+} // namespace
+
+TlsContext makeTlsContext(const TlsSettings& settings) {
+    ::ERR_clear_error();
+    TlsContext made(::SSL_CTX_new(::TLS_client_method()));
+    check(made != nullptr, "cannot set up TLS");
+    SSL_CTX* const context = made.get();
+    ::SSL_CTX_set_min_proto_version(
+        context, std::max(static_cast<int>(SSL_CTX_get_min_proto_version(context)), TLS1_2_VERSION));
+    ::SSL_CTX_set_security_level(context,
+                                 std::max(::SSL_CTX_get_security_level(context), leastSecurityLevel));
+    ::SSL_CTX_set_options(context, SSL_OP_NO_RENEGOTIATION);
+    if (settings.verifiesServer && settings.authorities.empty())
+        trustSystem(context);
+    else if (settings.verifiesServer)
+        trust(context, settings.authorities);
+    if (!settings.certificate.empty())
+        loadCertificate(context, settings);
+    return made;
+}
+
+} // namespace OpenWBEM
