@@ -39,16 +39,24 @@ void trust(SSL_CTX* context, const std::string& path) {
           "cannot load CA certificates from " + path);
 }
 
-int refusePassphrase(char*, int, int, void*) {
+// A library must not ask on the terminal of its agent.
+int refusePassphrase(char*, int, int, void* isEncrypted) {
+    *static_cast<bool*>(isEncrypted) = true;
     return -1;
 }
 
 void loadCertificate(SSL_CTX* context, const TlsSettings& settings) {
-    ::SSL_CTX_set_default_passwd_cb(context, refusePassphrase);
     check(::SSL_CTX_use_certificate_chain_file(context, settings.certificate.c_str()) == 1,
           "cannot load certificate from " + settings.certificate);
-    check(::SSL_CTX_use_PrivateKey_file(context, settings.key.c_str(), SSL_FILETYPE_PEM) == 1,
-          "cannot load private key from " + settings.key);
+    bool isEncrypted = false;
+    ::SSL_CTX_set_default_passwd_cb(context, refusePassphrase);
+    ::SSL_CTX_set_default_passwd_cb_userdata(context, &isEncrypted);
+    const bool isLoaded = ::SSL_CTX_use_PrivateKey_file(context, settings.key.c_str(), SSL_FILETYPE_PEM) == 1;
+    ::SSL_CTX_set_default_passwd_cb_userdata(context, nullptr);
+    const std::string failure = "cannot load private key from " + settings.key;
+    if (isEncrypted)
+        OW_THROW(SSLException, (failure + ": it is encrypted").c_str());
+    check(isLoaded, failure);
 }
 
 } // namespace
