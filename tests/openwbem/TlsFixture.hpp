@@ -19,8 +19,10 @@ protected:
 
     /** The outcome of a read with a new client. */
     static std::string messageOfReadingFrom(const std::string& url) {
-        CIMClient client(url.c_str(), "root/cimv2");
-        return messageOfReading(client);
+        return failureOf([&url] {
+            CIMClient client(url.c_str(), "root/cimv2");
+            read(client);
+        });
     }
 
 private:

@@ -3,6 +3,7 @@
 #include <csignal>
 #include <future>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <stdexcept>
 #include <sys/socket.h>
@@ -26,6 +27,11 @@ int listenOnLoopback() {
         ::listen(listener, 8) != 0)
         throw std::runtime_error("cannot listen");
     return listener;
+}
+
+void sendAtOnce(int socket) { // small pieces must not wait for acknowledgements
+    const int yes = 1;
+    ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes);
 }
 
 int connectTo(unsigned short port) {
@@ -76,6 +82,8 @@ void Relay::run() {
     for (int client = ::accept4(m_listener, nullptr, nullptr, SOCK_CLOEXEC); client >= 0;
          client = ::accept4(m_listener, nullptr, nullptr, SOCK_CLOEXEC)) {
         const int server = connectTo(m_serverPort);
+        sendAtOnce(client);
+        sendAtOnce(server);
         m_pump(client, server);
         ::close(client);
         ::close(server);
