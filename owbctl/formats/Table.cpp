@@ -69,9 +69,12 @@ void Table::keepWhole(std::size_t column) {
 }
 
 std::string Table::text(std::size_t limit) const {
-    const Columns columns = measureAll();
+    Columns columns = measureAll();
     if (limit == 0 || totalWidth(columns) <= limit)
         return print(columns);
+    // Rows whose names are cut may look alike.
+    for (std::size_t i = 0; m_fit == Fit::cut && i < m_repeated; ++i)
+        columns[i].least = std::max(columns[i].least, std::min(columns[i].width, limit / 3 / m_repeated));
     Columns narrowed = columns;
     narrow(narrowed, limit);
     if (totalWidth(narrowed) <= limit || m_fit == Fit::wrapLast)

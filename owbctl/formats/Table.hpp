@@ -29,8 +29,9 @@ public:
     /** Adds one line of printable cells, as many as the header has. */
     void add(std::vector<std::string> cells);
 
-    /** Sets how many of the first columns are repeated where the table continues below, 1 by default. Fewer
-     * are repeated if they take more than half of the width. */
+    /** Sets how many of the first columns identify a line, 1 by default. They are repeated where the table
+     * continues below, as far as they take at most half of the width. They are not cut if they take at most a
+     * third. */
     void repeat(std::size_t columns) { m_repeated = columns; }
 
     /** Aligns a column to the right, whatever its cells are. */

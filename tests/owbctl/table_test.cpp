@@ -51,12 +51,22 @@ TEST(Table, IdentifyingColumnsAreRepeatedUpToHalfOfTheWidth) {
                               "abc   1234567890123456789\n");
 }
 
+TEST(Table, IdentifyingTextsAreCompleteUpToAThirdOfTheWidth) {
+    Table table({"Name", "Text", "Number"});
+    table.add({"abcdefghijklmnopqrst", "abcdefghijklmnopqrs", "12345678901234567890"});
+    EXPECT_EQ(table.text(60), "Name                  Text                            Number\n"
+                              "abcdefghijklmnopqrst  abcdefghijklmno\xe2\x80\xa6  12345678901234567890\n");
+    EXPECT_EQ(table.text(54),
+              "Name                Text                        Number\n"
+              "abcdefghijklmnopq\xe2\x80\xa6  abcdefghijk\xe2\x80\xa6  12345678901234567890\n");
+}
+
 TEST(Table, AColumnThatIsKeptWholeIsNotCut) {
     Table table({"Name", "Date"});
     table.keepWhole(1);
     table.add({"abcdefghijklmnop", "2026-01-02 03:04:05"});
-    EXPECT_EQ(table.text(33), "Name          Date\n"
-                              "abcdefghijk\xe2\x80\xa6  2026-01-02 03:04:05\n");
+    EXPECT_EQ(table.text(35), "Name            Date\n"
+                              "abcdefghijklm\xe2\x80\xa6  2026-01-02 03:04:05\n");
 }
 
 TEST(Table, AColumnMayBeAlignedToTheRight) {
