@@ -41,7 +41,7 @@ void takeIn(Context& context, const std::string& word) {
         const bool takesValue = option != nullptr && option->get_items_expected_max() > 0;
         context.option = takesValue ? option : nullptr;
     } else if (context.option != nullptr) {
-        if (context.option->get_items_expected_max() == 1)
+        if (!context.option->get_allow_extra_args())
             context.option = nullptr;
     } else if (const CLI::App* const command = findCommand(context.command, word)) {
         context.command = command;
@@ -62,11 +62,11 @@ Strings groupWords() {
     return words;
 }
 
-Strings propertyWords(const Strings& groups) {
+Strings propertyWords(const Strings& groups, const std::string& suffix = "") {
     Strings words;
     for (const long group : groupsNamed(groups)) {
         for (const Attribute* attribute : attributesOf(group))
-            words.emplace_back(attribute->property);
+            words.push_back(attribute->property + suffix);
     }
     return words;
 }
@@ -93,8 +93,10 @@ Strings valuesOf(const Context& context) {
         return processOrderNames;
     if (option.check_lname("group"))
         return groupWords();
-    if (option.check_lname("property"))
+    if (option.check_lname("property") || option.check_lname("columns"))
         return propertyWords(context.positionals);
+    if (option.check_lname("where"))
+        return propertyWords(context.positionals, "=");
     return {};
 }
 

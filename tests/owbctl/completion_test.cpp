@@ -33,6 +33,10 @@ TEST(Completion, GroupsAreOfferedAsNumbersNamesAndClasses) {
 TEST(Completion, PropertiesOfTheGroupAreOffered) {
     EXPECT_EQ(complete({"get", "2", "4", "--property", "SystemName", "Num"}),
               "NumberOfProcesses\nNumberOfUsers\n");
+    EXPECT_EQ(complete({"get", "2", "--columns", "SystemN"}), "SystemName\n");
+    EXPECT_EQ(complete({"get", "2", "--where", "SystemN"}), "SystemName=\n");
+    EXPECT_EQ(complete({"get", "2", "--where", "SystemName=x", "syst"}), "system\nsystem-change\n")
+        << "the option takes one";
 }
 
 TEST(Completion, AWriteIsOfferedOnlyPropertiesThatItCanChange) {
