@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# scripts/build recognises build directories that cmake cannot use as they are: check_build.sh SOURCE_DIR
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+build=$directory/build/release
+echo 'exit 0' | fake cmake
+printf '#!/bin/sh\n' >"$directory/scripts/setup"
+mkdir -p "$build"
+
+configured() { # SOURCE_DIR TOOLCHAIN
+    printf '%s\n' "CMAKE_HOME_DIRECTORY:INTERNAL=$1" "CMAKE_TOOLCHAIN_FILE:FILEPATH=$2" >"$build/CMakeCache.txt"
+}
+
+# A directory that was copied with the sources names those that it was copied from.
+configured /elsewhere "$directory/bin/cmake"
+run "$directory/scripts/build"
+expect_run 1 "build: preset release, in build/release
+build: cannot use build/release: it was configured for /elsewhere; remove build/release and retry"
+expect_calls ""
+
+# The toolchain file that it was configured with has been renamed.
+configured "$directory" "$directory/renamed.cmake"
+run "$directory/scripts/build" release owbctl
+expect_run 0 "build: preset release, targets owbctl, in build/release"
+expect_calls "cmake --preset release --fresh
+cmake --build --preset release --target owbctl -- --quiet"
+
+configured "$directory" "$directory/bin/cmake"
+run "$directory/scripts/build"
+expect_run 0 "build: preset release, in build/release"
+expect_calls "cmake --preset release
+cmake --build --preset release -- --quiet"
+
+rm "$build/CMakeCache.txt"
+run "$directory/scripts/build"
+expect "$output" "build: build/release is new: expect up to " "the output"
+
+fake cmake <<<'echo "no compiler" >&2; exit 1'
+run "$directory/scripts/build" asan
+[[ $status -eq 1 ]] || fail "status $status after a failure of cmake"
+expect "$output" "no compiler
+build: cmake --preset asan failed, see above" "the output"

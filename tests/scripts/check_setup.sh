@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# scripts/setup prints what it will install, and installs only that: check_setup.sh SOURCE_DIR
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+fake dpkg-query <<<'[[ " $not_installed " == *" ${*: -1} "* ]] || echo installed'
+fake sudo <<<'[[ $sudo == allowed ]] && shift && exec "$@"'
+fake apt-get <<'END_OF_FAKE'
+[[ $* != "$failing" ]] || { echo "E: no network"; exit 100; }
+[[ $1 != --simulate ]] || printf '%s\n' 'Inst libfake (1 Debian [amd64])' 'Inst abigail-tools (2 Debian [amd64])' 'Conf libfake (1)'
+END_OF_FAKE
+fake apt-cache <<<'printf "%s\n" "Size: 1600000" "Installed-Size: 1000" "" "Size: 11000000" "Installed-Size: 40000"'
+
+export not_installed="" failing="" sudo=allowed
+run "$directory/scripts/setup"
+expect_run 0 ""
+[[ $(<"$calls") != *apt* ]] || fail "it runs apt without need: $(<"$calls")"
+
+not_installed="abigail-tools own-tool"
+install="install -y --no-install-recommends --no-remove abigail-tools own-tool"
+run "$directory/scripts/setup" own-tool
+expect_run 0 "setup: missing: abigail-tools own-tool
+setup: 1 of 3: updating the package lists
+setup: apt will install: libfake abigail-tools
+setup: 13 MB to download at most, 42 MB on disk
+setup: 2 of 3: downloading
+setup: 3 of 3: installing"
+[[ $(grep ^apt "$calls") == "apt-get update
+apt-get --simulate $install
+apt-cache show --no-all-versions libfake abigail-tools
+apt-get --download-only $install
+apt-get $install" ]] || fail "other calls: $(grep ^apt "$calls")"
+
+not_installed=abigail-tools failing=update
+run "$directory/scripts/setup"
+expect_run 1 "setup: missing: abigail-tools
+setup: 1 of 3: updating the package lists
+E: no network
+setup: apt-get update failed, see above"
+
+# A user who may not become root.
+failing="" sudo=denied
+as_user=()
+if [[ $EUID -eq 0 ]]; then
+    as_user=(setpriv --reuid=65534 --regid=65534 --clear-groups)
+    touch "$calls"
+    chmod -R a+rwX "$directory"
+fi
+run "${as_user[@]}" "$directory/scripts/setup"
+expect_run 1 "setup: cannot install missing packages: permission denied. Run as root:
+    apt-get update && apt-get install -y --no-install-recommends --no-remove abigail-tools"
+
+PATH='' run "$BASH" "$directory/scripts/setup"
+[[ $status -eq 1 ]] || fail "status $status without dpkg-query"
+expect "$output" "setup: this is not a Debian system; install by hand: cmake ninja-build " "the output"
