@@ -1,4 +1,4 @@
-# The packages that cpack makes: four of Debian and a tarball. They hold the bundled libraries: the package of a library
+# The packages that cpack makes: Debian packages and a tarball. They hold the bundled libraries: the package of a library
 # that was found on the build machine is unknown. Packages that are made twice from one revision are the same files.
 
 # owb_last_commit(VARIABLE FORMAT) sets the variable as git formats the last commit, or to "" in sources without history.
@@ -40,6 +40,9 @@ set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
     WORLD_READ WORLD_EXECUTE)
 set(CPACK_COMPONENTS_ALL library development documents tools) # for Debian; the tarball holds all files
+if(TARGET owb-agentx)
+    list(APPEND CPACK_COMPONENTS_ALL snmp)
+endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE ${OWB_DEBIAN_ARCHITECTURE})
@@ -60,6 +63,8 @@ if(OWB_CRYPT_LINKS)
     set(passwords ", libcrypt1 (>= 1:4.3.0)")
 endif()
 set(same_version "libowb${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION})")
+set(sysusers "systemd | systemd-standalone-sysusers | systemd-sysusers")
+set(tmpfiles "systemd | systemd-standalone-tmpfiles | systemd-tmpfiles")
 
 set(control ${PROJECT_SOURCE_DIR}/packaging/debian)
 set(generated ${PROJECT_BINARY_DIR}/packaging/debian)
@@ -96,14 +101,28 @@ owbcimomd and the command line owbctl.")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME owb-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION admin)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
-    "${same_version}, ${libc}, ${libstdcxx}${passwords}, systemd | systemd-standalone-sysusers | systemd-sysusers")
+    "${same_version}, ${libc}, ${libstdcxx}${passwords}, ${sysusers}")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS owb-doc)
-set(CPACK_DEBIAN_TOOLS_PACKAGE_CONTROL_EXTRA ${control}/postinst ${control}/prerm ${control}/postrm)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_CONTROL_EXTRA
+    ${control}/owb-tools/postinst ${control}/owb-tools/prerm ${control}/owb-tools/postrm)
 set(CPACK_DEBIAN_TOOLS_DESCRIPTION "CIM object manager with the data of this host, and a command line
 The object manager owbcimomd serves this host's live data to CIM clients,
 on a Unix-domain socket and over TCP. The command line owbctl reads and
 writes the data of an object manager through libowb. The program
 owbcimom-passwd keeps the passwords of clients on the network.")
+
+set(CPACK_DEBIAN_SNMP_PACKAGE_NAME owb-snmp)
+set(CPACK_DEBIAN_SNMP_PACKAGE_SECTION net)
+set(CPACK_DEBIAN_SNMP_PACKAGE_DEPENDS "${same_version}, ${libc}, ${libstdcxx}, ${sysusers}, ${tmpfiles}")
+set(CPACK_DEBIAN_SNMP_PACKAGE_RECOMMENDS snmpd)
+set(CPACK_DEBIAN_SNMP_PACKAGE_SUGGESTS "owb-doc, owb-tools, snmp")
+set(CPACK_DEBIAN_SNMP_PACKAGE_CONTROL_EXTRA ${control}/owb-snmp/conffiles
+    ${control}/owb-snmp/postinst ${control}/owb-snmp/prerm ${control}/owb-snmp/postrm)
+set(CPACK_DEBIAN_SNMP_DESCRIPTION "SNMP subagent with the data of a CIM object manager
+The program owb-agentx serves the data of a CIM object manager as standard
+MIB objects, through libowb. It is a subagent of snmpd, which answers
+the managers (AgentX, RFC 2741). The package lets it connect to snmpd, and
+local users read what it serves.")
 
 set(CPACK_OWB_DEBIAN_FILES ${control} ${generated})
 set(CPACK_PRE_BUILD_SCRIPTS ${control}/finish.cmake)

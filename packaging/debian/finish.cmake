@@ -1,6 +1,6 @@
-# cpack runs this before it makes the packages. Adds copyright, changelog and lintian overrides to the Debian packages.
-# CPACK_OWB_DEBIAN_FILES lists the directories of these files. Sets the time of all files to CPACK_OWB_EPOCH, which cpack
-# also writes into the archives.
+# cpack runs this before it makes the packages. Adds copyright, changelog and lintian overrides to the Debian packages:
+# CPACK_OWB_DEBIAN_FILES lists the directories of these files. Moves settings to /etc. Sets the time of all files to
+# CPACK_OWB_EPOCH, which cpack also writes into the archives.
 function(compress files)
     execute_process(COMMAND gzip -9n ${files} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
@@ -30,7 +30,11 @@ set(readable OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ) # whatever the umask 
 foreach(component IN LISTS CPACK_COMPONENTS_ALL)
     string(TOUPPER ${component} upper)
     set(package ${CPACK_DEBIAN_${upper}_PACKAGE_NAME})
-    set(share ${CPACK_TEMPORARY_DIRECTORY}/${component}/usr/share)
+    set(tree ${CPACK_TEMPORARY_DIRECTORY}/${component})
+    set(share ${tree}/usr/share)
+    if(EXISTS ${tree}/usr/etc)
+        file(RENAME ${tree}/usr/etc ${tree}/etc)
+    endif()
     if(EXISTS ${share}/doc/owb)
         file(RENAME ${share}/doc/owb ${share}/doc/${package})
     endif()

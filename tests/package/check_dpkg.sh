@@ -21,25 +21,36 @@ states() {
     dpkg-query --admindir="$root/var/lib/dpkg" -W -f='${db:Status-Status} '
 }
 
-enabled=$root/etc/systemd/system/multi-user.target.wants/owbcimomd.service
+names=(libowb-dev libowb1 owb-doc owb-tools)
+services=(owbcimomd)
+if [[ -n $(ls "$packages"/owb-snmp_*.deb 2>/dev/null) ]]; then
+    names+=(owb-snmp)
+    services+=(owb-agentx)
+fi
+wanted=$root/etc/systemd/system/multi-user.target.wants
 run_dpkg -i "$packages"/*.deb
-[[ $(states) == "installed installed installed installed " ]] || fail "after installing: $(states)"
+[[ $(states) == "${names[*]/*/installed} " ]] || fail "after installing: $(states)"
 expect "$(<"$root/etc/passwd")" $'owbcimom:x:' "passwd"
-[[ ! -e $enabled && ! -L $enabled ]] || fail "installing enabled the service"
+[[ ! -e $wanted ]] || fail "installing enabled a service"
+if [[ ${names[*]} == *owb-snmp* ]]; then
+    group=$(sed -n 's/^owb-agentx:x:\([0-9]*\):.*/\1/p' "$root/etc/group")
+    [[ $(stat -c '%a %u %g' "$root/var/agentx") == "750 0 $group" ]] || fail "other users of the directory of snmpd's socket"
+fi
 run_dpkg -i "$packages"/*.deb # again, as for a new version
 
 user=$(<"$root/etc/passwd")
 mkdir -p "$root/var/lib/owb"
 touch "$root/var/lib/owb/state.json"
 if command -v systemctl >/dev/null; then
-    systemctl --quiet --root="$root" enable owbcimomd.service
-    [[ -L $enabled ]] || fail "the service cannot be enabled"
+    systemctl --quiet --root="$root" enable "${services[@]}"
+    [[ $(find "$wanted" -type l | wc -l) -eq ${#services[@]} ]] || fail "the services cannot be enabled"
 fi
-run_dpkg -r owb-tools owb-doc libowb-dev libowb1
-[[ ! -L $enabled ]] || fail "the service is still enabled after removal"
+run_dpkg -r "${names[@]}"
+[[ ! -e $wanted || -z $(ls "$wanted") ]] || fail "still enabled after removal: $(ls "$wanted")"
 [[ ! -e $root/usr/sbin/owbcimomd && -e $root/var/lib/owb/state.json ]] || fail "removing left a program or deleted the state"
 
-run_dpkg -P owb-tools
+run_dpkg -P "${names[@]}"
 [[ ! -e $root/var/lib/owb ]] || fail "purging left the state"
 [[ $(<"$root/etc/passwd") == "$user" ]] || fail "the user has changed: $(<"$root/etc/passwd")"
-[[ -z $(find "$root/usr" -name '*owb*') ]] || fail "not removed: $(find "$root/usr" -name '*owb*')"
+left=$(find "$root" -name '*owb*' ! -path "$root/var/lib/dpkg/*")
+[[ -z $left ]] || fail "not removed: $left"

@@ -23,7 +23,11 @@ expect_field() { # NAME FIELD VALUE
     [[ $value == "$3" ]] || fail "$2 of $1 is \"$value\", not \"$3\""
 }
 
-for name in libowb1 libowb-dev owb-doc owb-tools; do
+names=(libowb-dev libowb1 owb-doc owb-tools)
+[[ ! -e $tree/sbin/owb-agentx ]] || names=(libowb-dev libowb1 owb-doc owb-snmp owb-tools)
+files=("$packages"/*.deb)
+[[ ${#files[@]} -eq ${#names[@]} ]] || fail "other packages: ${files[*]}"
+for name in "${names[@]}"; do
     mkdir "$directory/$name"
     dpkg-deb -x "$(package "$name")" "$directory/$name"
     files_below "$directory/$name" >"$directory/$name.files"
@@ -58,11 +62,20 @@ for file in README.md CHANGELOG.md docs/groups.md; do
     expect "$(<"$directory/owb-doc.files")" "usr/share/doc/owb-doc/$file" "the list of owb-doc"
 done
 
+if [[ -e $tree/sbin/owb-agentx ]]; then
+    for file in usr/sbin/owb-agentx usr/lib/systemd/system/owb-agentx.service usr/lib/sysusers.d/owb-agentx.conf \
+        usr/lib/tmpfiles.d/owb-agentx.conf usr/share/man/man8/owb-agentx.8.gz etc/snmp/snmpd.conf.d/owb.conf; do
+        expect "$(<"$directory/owb-snmp.files")" "$file" "the list of owb-snmp"
+    done
+    expect "$(dpkg-deb -I "$(package owb-snmp)" conffiles)" /etc/snmp/snmpd.conf.d/owb.conf "the settings of owb-snmp"
+fi
+
 # Together they contain the installed files and Debian's additions; no file is in two packages.
 cat "$directory"/*.files | LC_ALL=C sort >"$directory/all"
 [[ -z $(uniq -d "$directory/all") ]] || fail "in two packages: $(uniq -d "$directory/all")"
 grep -vE '/(changelog\.gz|copyright)$|^usr/share/lintian/' "$directory/all" |
-    sed -e 's|^usr/||' -e 's,^share/doc/\(libowb-dev\|owb-doc\)/,share/doc/owb/,' -e '/\/man\//s/\.gz$//' | LC_ALL=C sort >"$directory/packaged"
+    sed -e 's|^usr/||' -e 's,^share/doc/\(libowb-dev\|owb-doc\)/,share/doc/owb/,' -e '/\/man\//s/\.gz$//' |
+    LC_ALL=C sort >"$directory/packaged"
 files_below "$tree" | grep -v '^share/doc/owb/copyright$' >"$directory/installed"
 diff "$directory/installed" "$directory/packaged" || fail "the packages and an installation differ"
 
