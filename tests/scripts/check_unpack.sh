@@ -7,7 +7,7 @@ command -v dpkg-deb >/dev/null || skip "there is no dpkg-deb"
 tools=$directory/build/tools
 packages="snmpd snmp python3-pysnmp4-mibs"
 announcement="unpack: downloading $packages, to unpack them in build/tools/snmp"
-export system_lists=complete network=up
+export system_lists=complete network=up broken_index=
 
 # A repository. Its packages have one file each.
 for package in $packages libfake; do
@@ -19,15 +19,20 @@ for package in $packages libfake; do
 done
 fake apt-get <<'END_OF_FAKE'
 while [[ $1 == -* && $1 != --simulate ]]; do
-    [[ $1 != -o || $2 != Dir::State::Lists=* ]] || private=yes
-    [[ $1 != -o ]] || shift
+    [[ $1 != -c ]] || private=$(<"$2")
+    [[ $1 != -[co] ]] || shift
     shift
 done
 case $1 in
 update)
-    [[ $network == up ]] || echo "W: Failed to fetch http://example.net/InRelease" >&2 ;; # apt succeeds nevertheless
+    [[ $private == *"#clear APT::Update::Post-Invoke;"* ]] || touch "$directory/hook"
+    [[ $network == up ]] || echo "W: Failed to fetch http://example.net/InRelease" >&2 # apt succeeds nevertheless
+    [[ -z $broken_index ]] || exit 100 ;;
 --simulate)
-    [[ $system_lists == complete || ( -n $private && $network == up ) ]] || { echo "E: Unable to locate package snmpd" >&2; exit 100; }
+    if [[ $system_lists != complete && ( $private != *"$directory/build/tools/apt/lists"* || $network != up ) ]]; then
+        echo "E: Unable to locate package snmpd" >&2
+        exit 100
+    fi
     echo "Inst libfake (1 Debian [all])" ;;
 download)
     shift
@@ -73,6 +78,14 @@ system_lists=empty
 run "$directory/scripts/unpack"
 expect_unpacked
 [[ $(commands) == *$'\nupdate\n--simulate'* ]] || fail "other calls: $(commands)"
+[[ ! -e $directory/hook ]] || fail "it runs the system's hooks, which need root"
+
+# An index that is not needed cannot be loaded.
+rm -r "$tools"
+broken_index=yes
+run "$directory/scripts/unpack"
+expect_unpacked
+broken_index=
 
 rm -r "$tools"
 network=down
