@@ -42,12 +42,5 @@ struct Family {
     std::vector<Sample> samples;
 };
 
-/** Appends a label, with U+FFFD in place of bytes that are not UTF-8. Appends none for an empty value. */
-void addLabel(Labels& labels, const std::string& name, const std::string& value);
-
-/** Appends a sample, unless the family has one with the same labels: the first one remains. Returns whether
- * it was appended. */
-bool addSample(Family& family, Sample sample);
-
 } // namespace metrics
 #endif

@@ -5,6 +5,7 @@
 #include "arguments/Completion.hpp"
 #include "arguments/Names.hpp"
 #include "commands/Doctor.hpp"
+#include "commands/Metrics.hpp"
 #include "commands/Processes.hpp"
 #include "commands/Read.hpp"
 #include "commands/Report.hpp"
@@ -89,7 +90,7 @@ int showConversion(const Conversion& conversion, Format& format) {
     return exitFailed;
 }
 
-int execute(const CLI::App& app, const Arguments& arguments, const Output& output, const Trace* trace,
+int execute(const CLI::App& app, const Arguments& arguments, Output& output, const Trace* trace,
             Format& format) {
     const std::string url = withoutPassword(arguments.url);
     if (app.got_subcommand("get"))
@@ -102,6 +103,8 @@ int execute(const CLI::App& app, const Arguments& arguments, const Output& outpu
         return showInstance(instanceQuery(arguments), format, url);
     if (app.got_subcommand("set"))
         return setRow(writeRequest(arguments), format, url);
+    if (app.got_subcommand("metrics"))
+        return writeMetrics(arguments.metrics, output, url);
     if (app.got_subcommand("time")) {
         const bool isDate = app.get_subcommand("time")->got_subcommand("epoch");
         return showConversion(

@@ -74,6 +74,18 @@ bool writeAll(int descriptor, std::string_view bytes) {
     return true;
 }
 
+void openStandardStreams() {
+    for (;;) {
+        const int descriptor = ::open("/dev/null", O_RDWR);
+        if (descriptor < 0)
+            fail("/dev/null");
+        if (descriptor > STDERR_FILENO) {
+            ::close(descriptor);
+            return;
+        }
+    }
+}
+
 Pipe::Pipe()
     : Pipe(createPipe()) {}
 

@@ -12,6 +12,10 @@ namespace service {
 /** Writes all bytes. False, with errno set, if a write fails. */
 bool writeAll(int descriptor, std::string_view bytes);
 
+/** Opens /dev/null as each standard stream that is closed, so that no other file takes its number. Throws
+ * std::system_error. */
+void openStandardStreams();
+
 /** A pipe whose ends are closed on exec. */
 class Pipe {
 public:

@@ -17,6 +17,14 @@ std::optional<T> number(std::string_view text, int base = 10) {
     return error == std::errc() && next == end ? std::optional<T>(value) : std::nullopt;
 }
 
+/** Like number(), for a floating-point number: digits with a point or an exponent, or "inf" or "nan". */
+inline std::optional<double> realNumber(std::string_view text) {
+    double value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [next, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc() && next == end ? std::optional<double>(value) : std::nullopt;
+}
+
 /** Like number(), but in decimal and without a sign. */
 template <class Integer>
 std::optional<Integer> decimal(std::string_view text) {

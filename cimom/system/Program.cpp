@@ -1,5 +1,6 @@
 #include "system/Program.hpp"
 
+#include "service/ChildProcess.hpp"
 #include "util/Descriptor.hpp"
 
 #include <cerrno>
@@ -17,19 +18,6 @@ namespace {
 
 [[noreturn]] void fail(int error, const std::string& what) {
     throw std::system_error(error, std::generic_category(), what);
-}
-
-/** Opens /dev/null as each standard stream that is closed. */
-void openStandardStreams() {
-    for (;;) {
-        const int descriptor = ::open("/dev/null", O_RDWR);
-        if (descriptor < 0)
-            fail(errno, "/dev/null");
-        if (descriptor > STDERR_FILENO) {
-            ::close(descriptor);
-            return;
-        }
-    }
 }
 
 struct DestroyAttributes {
@@ -86,7 +74,7 @@ std::string readAllFrom(const util::Descriptor& pipe) {
 } // namespace
 
 ProgramOutput outputOf(const std::vector<std::string>& command) {
-    openStandardStreams();
+    service::openStandardStreams();
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0)
         fail(errno, "pipe");

@@ -204,6 +204,23 @@ void describeTime(CLI::App& app, Arguments& arguments) {
         ->check(CLI::IsMember(unitNames).description(""));
 }
 
+void describeMetrics(CLI::App& app, MetricsRequest& request) {
+    CLI::App* const metrics = app.add_subcommand("metrics", "Write groups as metrics for Prometheus");
+    metrics
+        ->add_option("GROUP", request.groups,
+                     "Number of a group, 0 to 30, or a class, or all (default); may be repeated")
+        ->type_name("")
+        ->check(checkMeasured);
+    metrics->add_option("--format", request.format, "Text format: text (default) or openmetrics")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(metricsFormatNames).description(""));
+    metrics
+        ->add_option("--textfile", request.textfile,
+                     "Write the file owb.prom in this directory of the textfile collector")
+        ->type_name("DIRECTORY")
+        ->check(checkNotEmpty);
+}
+
 void describeOptions(CLI::App& app, Arguments& arguments) {
     app.set_version_flag("--version", std::string("owbctl ") + OWB_version(nullptr, nullptr));
     app.add_option("--url", arguments.url,
@@ -257,6 +274,7 @@ void describe(CLI::App& app, Arguments& arguments) {
     describeSet(app, arguments);
     describeProcesses(app, arguments);
     describeTime(app, arguments);
+    describeMetrics(app, arguments.metrics);
     app.add_subcommand("doctor", "Check what a read needs: URL, socket, object manager, trace, /proc");
     app.add_subcommand("version", "Show the versions of the program and its libraries");
 }

@@ -1,6 +1,8 @@
 #ifndef OWBCTL_ARGUMENTS_COMMANDLINE_HPP
 #define OWBCTL_ARGUMENTS_COMMANDLINE_HPP
 
+#include "commands/Metrics.hpp"
+
 #include <CLI/CLI.hpp>
 
 #include <string>
@@ -48,6 +50,7 @@ struct Arguments {
     bool all = false;
     std::string time;
     std::string unit = "s";
+    MetricsRequest metrics{{}, "text", ""};
 };
 
 /** The output formats. */

@@ -91,6 +91,8 @@ Strings valuesOf(const Context& context) {
         return unitNames;
     if (option.check_lname("sort"))
         return processOrderNames;
+    if (option.check_lname("format"))
+        return metricsFormatNames;
     if (option.check_lname("group"))
         return groupWords();
     if (option.check_lname("property") || option.check_lname("columns"))
@@ -117,9 +119,10 @@ Strings wordsOf(const Context& context) {
         words.push_back(command->get_name());
     const std::string command = context.command->get_name();
     const std::size_t index = context.positionals.size();
-    if (command == "get" || command == "groups" || command == "watch" || (command == "set" && index == 0))
+    if (command == "get" || command == "groups" || command == "watch" || command == "metrics" ||
+        (command == "set" && index == 0))
         words = groupWords();
-    if (command == "get" || command == "watch")
+    if (command == "get" || command == "watch" || command == "metrics")
         words.emplace_back(allGroups);
     if (command == "set" && index >= 2)
         words = assignmentWords(context.positionals.front());
