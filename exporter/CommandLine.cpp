@@ -32,9 +32,8 @@ std::string checkAddress(const std::string& text) {
 }
 
 std::string checkGroup(const std::string& text) {
-    return metrics::measuredGroupsNamed(text).empty()
-               ? "'" + text + "' is neither a group that has metrics, nor the class of one, nor all"
-               : std::string();
+    return metrics::measuredGroupsNamed(text).empty() ? "'" + text + "' names no group that has metrics"
+                                                      : std::string();
 }
 
 std::string checkNotEmpty(const std::string& text) {
@@ -59,12 +58,12 @@ void describe(CLI::App& app, Options& options, Texts& texts) {
                        std::string(OWB_URLGet()))
         ->type_name("URL")
         ->check(checkNotEmpty);
-    app.add_option("--groups", texts.groups,
-                   "Groups to read: numbers or classes, separated by commas, or all")
-        ->type_name("GROUP,...")
+    app.add_option(
+           "--groups", texts.groups,
+           "Groups to read: numbers, names or classes, as in udp, 2,4 or 2-4, or all; may be repeated")
+        ->type_name("GROUPS")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->delimiter(',')
         ->check(checkGroup)
         ->capture_default_str();
     app.add_option("--max-age", texts.maxAge, "Serve the values of the last scrape again for this time")

@@ -1,8 +1,8 @@
 #include "metrics/Naming.hpp"
 
+#include "agent/GroupNames.hpp"
 #include "metrics/Value.hpp"
 #include "util/Ascii.hpp"
-#include "util/Number.hpp"
 
 #include <algorithm>
 #include <cstring>
@@ -201,14 +201,12 @@ std::vector<long> measuredGroups() {
     return groups;
 }
 
-std::vector<long> measuredGroupsNamed(std::string_view text) {
-    const auto number = util::decimal<long>(text);
-    std::vector<long> found;
-    for (const long group : measuredGroups()) {
-        if (text == "all" || number == group || ascii::equalsIgnoreCase(text, agent::classOf(group).name))
-            found.push_back(group);
-    }
-    return found;
+std::vector<long> measuredGroupsNamed(const std::string& text) {
+    std::vector<long> groups = agent::groupsNamed(text);
+    groups.erase(
+        std::remove_if(groups.begin(), groups.end(), [](long group) { return subjectOf(group) == nullptr; }),
+        groups.end());
+    return groups;
 }
 
 std::vector<Count> countsOf(long group) {

@@ -63,9 +63,8 @@ const Subject* subjectOf(long group);
 /** The groups that have metrics, by ascending number. */
 std::vector<long> measuredGroups();
 
-/** The groups that have metrics among those that a text names: a number, a class in any case of letters, or
- * "all". None for any other text. */
-std::vector<long> measuredGroupsNamed(std::string_view text);
+/** The groups that have metrics among those that a text names, see agent::groupsNamed(). */
+std::vector<long> measuredGroupsNamed(const std::string& text);
 
 /** The counts of a group; none unless its shape is Shape::sums. */
 std::vector<Count> countsOf(long group);

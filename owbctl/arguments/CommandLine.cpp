@@ -208,7 +208,7 @@ void describeMetrics(CLI::App& app, MetricsRequest& request) {
     CLI::App* const metrics = app.add_subcommand("metrics", "Write groups as metrics for Prometheus");
     metrics
         ->add_option("GROUP", request.groups,
-                     "Number of a group, 0 to 30, or a class, or all (default); may be repeated")
+                     "Numbers, names or classes, as in udp, 2,4 or 2-4, or all (default); may be repeated")
         ->type_name("")
         ->check(checkMeasured);
     metrics->add_option("--format", request.format, "Text format: text (default) or openmetrics")

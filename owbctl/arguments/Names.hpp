@@ -2,6 +2,7 @@
 #define OWBCTL_ARGUMENTS_NAMES_HPP
 
 #include "agent/Change.hpp"
+#include "agent/GroupNames.hpp"
 
 #include <stdexcept>
 #include <string>
@@ -15,19 +16,6 @@ class UsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
-
-/** Names all groups. */
-constexpr const char* allGroups = "all";
-
-/**
- * The groups that an argument names, in its order. It is a list with commas. Each element is a number from 0
- * to agent::highestGroup, a range of numbers as in "2-4", the name or the class of a group in any case of
- * letters, or allGroups. None if an element is any other text.
- */
-std::vector<long> groupsNamed(const std::string& argument);
-
-/** The groups that several arguments name, in their order. */
-std::vector<long> groupsNamed(const std::vector<std::string>& arguments);
 
 /**
  * The groups of the class that an object path names. Throws UsageError if no group has this class.

@@ -101,9 +101,8 @@ private:
 } // namespace
 
 std::string checkMeasured(const std::string& group) {
-    return metrics::measuredGroupsNamed(group).empty()
-               ? "'" + group + "' is neither a group that has metrics, nor the class of one, nor all"
-               : std::string();
+    return metrics::measuredGroupsNamed(group).empty() ? "'" + group + "' names no group that has metrics"
+                                                       : std::string();
 }
 
 int writeMetrics(const MetricsRequest& request, Output& output, const std::string& url) {

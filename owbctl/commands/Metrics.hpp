@@ -15,7 +15,7 @@ extern const std::vector<std::string> metricsFormatNames;
 
 /** Which groups to read, and where to write their metrics. */
 struct MetricsRequest {
-    /** Numbers, classes or "all"; empty for all. Each names groups that have metrics, which a check of the
+    /** See agent::groupsNamed(); empty for all. Each names groups that have metrics, which a check of the
      * command line ensures. */
     std::vector<std::string> groups;
     /** One of metricsFormatNames. */

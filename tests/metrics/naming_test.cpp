@@ -137,11 +137,12 @@ TEST(Naming, WordsAreInSnakeCase) {
     EXPECT_EQ("mil_std_1778", inSnakeCase("MIL-STD-1778"));
 }
 
-TEST(Naming, GroupsAreNamedByNumberClassOrAll) {
+TEST(Naming, GroupsWithoutMetricsAreLeftOutOfAList) {
     EXPECT_EQ(std::vector<long>{4}, measuredGroupsNamed("4"));
     EXPECT_EQ((std::vector<long>{5, 7}), measuredGroupsNamed("qav_tcpprotocolendpoint"));
     EXPECT_EQ(std::vector<long>{4}, measuredGroupsNamed("QAV_OperatingSystem")) << "not 17, which repeats it";
+    EXPECT_EQ((std::vector<long>{7, 9}), measuredGroupsNamed("7-9"));
     EXPECT_EQ(measuredGroups(), measuredGroupsNamed("all"));
-    for (const char* const name : {"", "17", "8", "31", "-1", "4 ", "QAV_ResidesOnExtent", "All"})
+    for (const char* const name : {"", "17", "8", "31", "-1", "4 ", "QAV_ResidesOnExtent"})
         EXPECT_TRUE(measuredGroupsNamed(name).empty()) << name;
 }
