@@ -4,7 +4,7 @@
 
 namespace OpenWBEM {
 
-/** A TLS handshake failed, or this library was built without TLS. */
+/** TLS failed, for which the text has host and reason, or this library was built without TLS. */
 OW_DECLARE_EXCEPTION(SSL)
 
 } // namespace OpenWBEM

@@ -1,6 +1,7 @@
 // Which servers the client accepts. The servers are of OpenSSL's command line, so that nothing of ours makes
 // the handshakes.
 #include "TlsFixture.hpp"
+#include "client/Endpoint.hpp"
 #include "support/Program.hpp"
 
 namespace {
@@ -10,10 +11,11 @@ using support::certificate;
 // A server that sends each line of a request back in reverse.
 class OpenSslServer {
 public:
-    OpenSslServer(const std::string& pemFile, const std::string& options = "")
+    OpenSslServer(const std::string& pemFile, const std::string& options = "",
+                  const std::string& address = "127.0.0.1")
         : m_daemon({"/bin/sh", "-c",
-                    std::string("exec " OPENSSL " s_server -accept 127.0.0.1:0 -rev -cert ") +
-                        certificate(pemFile) + " -key " + certificate(pemFile) + " " + options + " >&2"}) {
+                    "exec " OPENSSL " s_server -accept " + address + ":0 -rev -cert " + certificate(pemFile) +
+                        " -key " + certificate(pemFile) + " " + options + " >&2"}) {
         const std::string word = "ACCEPT ";
         std::string line = m_daemon.nextErrorLine();
         while (!line.empty() && line.find(word) != 0)
@@ -62,6 +64,21 @@ TEST_F(TlsVerification, AcceptsACertificateOfATrustedAuthorityForTheNameAndTheAd
     const OpenSslServer server("localhost.pem");
     EXPECT_EQ(accepted, messageOfReadingFrom(server.url("localhost")));
     EXPECT_EQ(accepted, messageOfReadingFrom(server.url("127.0.0.1")));
+}
+
+TEST_F(TlsVerification, AcceptsACertificateForAnIPv6Address) {
+    const OpenSslServer server("localhost.pem", "", "[::1]");
+    EXPECT_EQ(accepted, messageOfReadingFrom(server.url("[::1]")));
+    const OpenSslServer other("other_address.pem", "", "[::1]");
+    EXPECT_EQ("SSLException: TLS handshake with ::1 failed: address mismatch, certificate is for 192.0.2.1, "
+              "2001:db8::1",
+              messageOfReadingFrom(other.url("[::1]")));
+}
+
+TEST_F(TlsVerification, IgnoresTheZoneOfAnAddress) {
+    const Endpoint endpoint = endpointOf(URL("https://[fe80::1%251]"));
+    EXPECT_EQ("fe80::1", endpoint.host);
+    EXPECT_TRUE(endpoint.hostIsAddress);
 }
 
 TEST_F(TlsVerification, AcceptsASelfSignedCertificateThatIsTrusted) {
