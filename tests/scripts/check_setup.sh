@@ -15,6 +15,21 @@ run "$directory/scripts/setup"
 expect_run 0 ""
 [[ $(<"$calls") != *apt* ]] || fail "it runs apt without need: $(<"$calls")"
 
+# Without an OpenSSL of the architecture it fetches one. After a failure it does not try again.
+not_installed=libssl-dev:i386
+cat >"$directory/scripts/sysroot" <<<'#!/bin/bash
+echo sysroot >>"$directory/calls"; exit "$sysroot_fails"'
+export sysroot_fails=0
+run "$directory/scripts/setup"
+expect_run 0 ""
+[[ $(<"$calls") == *sysroot ]] || fail "it does not fetch OpenSSL: $(<"$calls")"
+sysroot_fails=1
+run "$directory/scripts/setup"
+expect_run 0 "setup: building without TLS; once there is a network, run scripts/sysroot"
+run "$directory/scripts/setup"
+expect_run 0 ""
+[[ $(<"$calls") != *sysroot* ]] || fail "it tries again after a failure"
+
 not_installed="abigail-tools own-tool"
 install="install -y --no-install-recommends --no-remove abigail-tools own-tool"
 run "$directory/scripts/setup" own-tool

@@ -7,7 +7,7 @@ export directory
 calls=$directory/calls
 mkdir "$directory/bin" "$directory/scripts"
 PATH=$directory/bin:$PATH
-cp "$1/scripts/"{build,setup,unpack} "$directory/scripts"
+cp "$1/scripts/"{build,setup,sysroot,unpack} "$directory/scripts"
 
 fake() { # NAME: makes a program from the standard input
     { printf '#!/bin/bash\necho "%s $*" >>"$directory/calls"\n' "$1" && cat; } >"$directory/bin/$1"
