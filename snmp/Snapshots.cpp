@@ -96,9 +96,8 @@ Clock::duration Snapshots::ageLimit(std::size_t subject) const {
 }
 
 void Snapshots::request(std::size_t subject) {
-    m_source.read(ruleOf(subject), [this, subject](const std::optional<Readings>& readings) {
-        arrive(subject, readings);
-    });
+    m_source.read(ruleOf(subject),
+                  [this, subject](const std::optional<Readings>& readings) { arrive(subject, readings); });
     m_states[subject].isPending = true;
 }
 
@@ -108,14 +107,16 @@ void Snapshots::await(const Subjects& subjects, std::chrono::milliseconds limit,
         ready();
         return;
     }
-    const auto wait = std::make_shared<Wait>(Wait{subjects, std::move(ready), boost::asio::steady_timer(m_io)});
+    const auto wait =
+        std::make_shared<Wait>(Wait{subjects, std::move(ready), boost::asio::steady_timer(m_io)});
     m_waits.push_back(wait);
     wait->limit.expires_after(limit);
     wait->limit.async_wait([weak = weak_from_this(), wait](const boost::system::error_code&) {
         const std::shared_ptr<Snapshots> self = weak.lock();
         if (!self)
             return;
-        self->m_waits.erase(std::remove(self->m_waits.begin(), self->m_waits.end(), wait), self->m_waits.end());
+        self->m_waits.erase(std::remove(self->m_waits.begin(), self->m_waits.end(), wait),
+                            self->m_waits.end());
         wait->ready();
     });
 }

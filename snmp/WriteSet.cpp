@@ -56,11 +56,12 @@ private:
         m_failure = failure;
         m_isWritten = false;
         m_limit.expires_after(writeTime);
-        m_limit.async_wait([weak = weak_from_this(), phase = m_phase](const boost::system::error_code& error) {
-            const std::shared_ptr<Phase> self = weak.lock();
-            if (self && !error && self->m_phase == phase)
-                self->finish(self->m_isWritten);
-        });
+        m_limit.async_wait(
+            [weak = weak_from_this(), phase = m_phase](const boost::system::error_code& error) {
+                const std::shared_ptr<Phase> self = weak.lock();
+                if (self && !error && self->m_phase == phase)
+                    self->finish(self->m_isWritten);
+            });
     }
 
     void commitNext(unsigned phase) {

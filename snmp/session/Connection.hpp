@@ -52,6 +52,7 @@ public:
     void finish();
     /** Closes the connection at once. */
     void close();
+    bool isClosed() const { return m_state == State::closed; }
     /** Closes the connection, and reports its end. Does nothing if it is closed. */
     void end(const std::string& why);
 

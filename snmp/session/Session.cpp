@@ -231,7 +231,6 @@ void Session::stop() {
     if (isOpen)
         m_connection->send(agentx::closePdu(nextHeader()));
     m_connection->finish();
-    m_connection.reset();
 }
 
 /** Out of memory: the line is lost. */

@@ -37,9 +37,11 @@ public:
 
     /** Connects to the master as soon as the io_context runs. */
     void start();
-    /** Takes leave of the master. After that the io_context has no work of the session, once the master has
-     * read what was sent. */
+    /** Closes the session. After that the io_context has no work of the session, once the master has read
+     * what was sent. */
     void stop();
+    /** Whether the master has read all that was sent before stop(). */
+    bool isClosed() const { return !m_connection || m_connection->isClosed(); }
 
 private:
     enum class State {

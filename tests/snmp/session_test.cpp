@@ -292,6 +292,7 @@ TEST_F(SessionTest, AStopClosesTheSessionAndLeavesNoWork) {
     EXPECT_EQ(PduType::close, close.header.type);
     EXPECT_EQ(7u, close.header.session);
     EXPECT_EQ(std::string("\5\0\0\0", 4), close.payload);
+    EXPECT_TRUE(session->isClosed());
     master.awaitClose();
     io.restart();
     io.run();
