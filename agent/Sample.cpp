@@ -33,17 +33,13 @@ SampledRow unchanged(const Row& now) {
     return row;
 }
 
-bool identifies(const Attribute& attribute) {
-    return attribute.kind == Kind::key || attribute.kind == Kind::index;
-}
-
 /** The values that identify a row, by nominator. */
 using Identity = std::map<long, std::vector<std::string>>;
 
 Identity identityOf(const Row& row) {
     Identity identity;
     for (const Property& property : row.properties) {
-        if (identifies(*property.attribute))
+        if (property.attribute->isIdentifying)
             identity[property.attribute->nominator] = property.values;
     }
     return identity;
@@ -112,7 +108,7 @@ void keepChanges(Sample& sample) {
         return std::none_of(row.properties.begin(), row.properties.end(), isChanged);
     };
     const auto isDropped = [](const SampledProperty& sampled) {
-        return !sampled.isChanged && !identifies(*sampled.property.attribute);
+        return !sampled.isChanged && !sampled.property.attribute->isIdentifying;
     };
     sample.isReduced = true;
     sample.rows.erase(std::remove_if(sample.rows.begin(), sample.rows.end(), isUnchanged), sample.rows.end());

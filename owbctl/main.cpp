@@ -66,13 +66,13 @@ InstanceQuery instanceQuery(const Arguments& arguments) {
     return {arguments.path, std::move(groups), numberOrNone(arguments.row).value_or(0)};
 }
 
-GroupQuery groupQuery(const Arguments& arguments) {
+Selection selection(const Arguments& arguments) {
     std::vector<std::string> properties = arguments.properties;
     properties.insert(properties.end(), arguments.columns.begin(), arguments.columns.end());
     std::vector<long> rows;
     for (const std::string& row : arguments.rows)
         rows.push_back(util::decimal<long>(row).value());
-    return {groupsNamed(arguments.groups), {std::move(properties), std::move(rows), arguments.conditions}};
+    return {std::move(properties), std::move(rows), arguments.conditions};
 }
 
 WriteRequest writeRequest(const Arguments& arguments) {
@@ -94,10 +94,10 @@ int execute(const CLI::App& app, const Arguments& arguments, Output& output, con
             Format& format) {
     const std::string url = withoutPassword(arguments.url);
     if (app.got_subcommand("get"))
-        return getGroups(groupQuery(arguments), format, url);
+        return getGroups({groupsNamed(arguments.groups), selection(arguments)}, format, url);
     if (app.got_subcommand("watch"))
-        return watchGroups({groupsNamed(arguments.groups), arguments.interval, numberOrNone(arguments.count),
-                            arguments.onlyChanges},
+        return watchGroups({groupsNamed(arguments.groups), selection(arguments), arguments.interval,
+                            numberOrNone(arguments.count), arguments.onlyChanges},
                            format, output, url);
     if (app.got_subcommand("instance"))
         return showInstance(instanceQuery(arguments), format, url);

@@ -101,6 +101,29 @@ void describeStyle(CLI::App* command, Arguments& arguments) {
     command->add_flag("--raw", arguments.isRaw, "Tables: show values as they arrive");
 }
 
+/** Options that select rows and properties of groups. */
+void describeSelection(CLI::App* command, Arguments& arguments) {
+    command
+        ->add_option("--property", arguments.properties,
+                     "Show only these properties, in this order: names or nominators")
+        ->type_name("NAME...");
+    command->add_option("--columns", arguments.columns, "The same as one list")
+        ->type_name("A,B")
+        ->delimiter(',')
+        ->allow_extra_args(false);
+    command->add_option("--row", arguments.rows, "Show only these rows; may be repeated")
+        ->type_name("N")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->check(checkRow);
+    command
+        ->add_option("--where", arguments.conditions,
+                     "Show only rows in which a property has this value, or a code\n"
+                     "of this name; all of several conditions have to hold")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+}
+
 void describeGet(CLI::App& app, Arguments& arguments) {
     CLI::App* const get = app.add_subcommand("get", "Read groups from the object manager");
     get->add_option("GROUP", arguments.groups,
@@ -108,23 +131,7 @@ void describeGet(CLI::App& app, Arguments& arguments) {
         ->required()
         ->type_name("")
         ->check(checkGroups);
-    get->add_option("--property", arguments.properties,
-                    "Show only these properties, in this order: names or nominators")
-        ->type_name("NAME...");
-    get->add_option("--columns", arguments.columns, "The same as one list")
-        ->type_name("A,B")
-        ->delimiter(',')
-        ->allow_extra_args(false);
-    get->add_option("--row", arguments.rows, "Show only these rows; may be repeated")
-        ->type_name("N")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->check(checkRow);
-    get->add_option("--where", arguments.conditions,
-                    "Show only rows in which a property has this value, or a code\n"
-                    "of this name; all of several conditions have to hold")
-        ->type_name("NAME=VALUE")
-        ->allow_extra_args(false);
+    describeSelection(get, arguments);
     describeStyle(get, arguments);
 }
 
@@ -137,6 +144,7 @@ void describeWatch(CLI::App& app, Arguments& arguments) {
         ->required()
         ->type_name("")
         ->check(checkGroups);
+    describeSelection(watch, arguments);
     watch->add_option("--interval", arguments.interval, "Seconds between readings; default 2")
         ->type_name("SECONDS")
         ->check(isTimeFrom(shortestInterval));
@@ -144,6 +152,7 @@ void describeWatch(CLI::App& app, Arguments& arguments) {
         ->type_name("N")
         ->check(checkCount);
     watch->add_flag("--changed", arguments.onlyChanges, "Show only the rows and values that changed");
+    describeStyle(watch, arguments);
 }
 
 void describeInstance(CLI::App& app, Arguments& arguments) {

@@ -25,11 +25,11 @@ struct Arguments {
     /** For `groups`, `get` and `watch`, see groupsNamed(). */
     std::vector<std::string> groups;
     std::vector<std::string> properties;
-    /** For `get`: more properties. */
+    /** For `get` and `watch`: more properties. */
     std::vector<std::string> columns;
-    /** For `get`: numbers of rows. */
+    /** For `get` and `watch`: numbers of rows. */
     std::vector<std::string> rows;
-    /** For `get`: NAME=VALUE, see Selection. */
+    /** For `get` and `watch`: NAME=VALUE, see Selection. */
     std::vector<std::string> conditions;
     /** For tables, see Style. */
     bool isRaw = false;

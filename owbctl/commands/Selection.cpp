@@ -56,13 +56,37 @@ bool isSelected(const Row& row, long group, const Selection& selection) {
                        [&](const std::string& condition) { return meets(row, group, condition); });
 }
 
-void keepOnly(Row& row, const Attributes& attributes) {
-    std::vector<Property> kept;
-    for (const Attribute* attribute : attributes) {
-        if (const Property* const property = row.find(attribute))
-            kept.push_back(*property);
+const Attribute* attributeOf(const Property& property) {
+    return property.attribute;
+}
+
+const Attribute* attributeOf(const SampledProperty& sampled) {
+    return sampled.property.attribute;
+}
+
+/** Keeps the given properties of each row, in their order, and the rows that have any. */
+template <class AnyRow>
+void keepOnly(const Attributes& attributes, std::vector<AnyRow>& rows) {
+    for (AnyRow& row : rows) {
+        decltype(row.properties) kept;
+        for (const Attribute* attribute : attributes) {
+            for (const auto& property : row.properties) {
+                if (attributeOf(property) == attribute)
+                    kept.push_back(property);
+            }
+        }
+        row.properties = std::move(kept);
     }
-    row.properties = std::move(kept);
+    rows.erase(
+        std::remove_if(rows.begin(), rows.end(), [](const AnyRow& row) { return row.properties.empty(); }),
+        rows.end());
+}
+
+void selectProperties(Group& group, const Selection& selection) {
+    if (selection.properties.empty())
+        return;
+    group.selected = selectedOf(group.number, selection);
+    keepOnly(*group.selected, group.rows);
 }
 
 } // namespace
@@ -78,16 +102,19 @@ void checkSelection(const Selection& selection, const std::vector<long>& groups)
 }
 
 void select(Group& group, const Selection& selection) {
-    const auto removeRows = [&group](const auto& isUnwanted) {
-        group.rows.erase(std::remove_if(group.rows.begin(), group.rows.end(), isUnwanted), group.rows.end());
-    };
-    removeRows([&](const Row& row) { return !isSelected(row, group.number, selection); });
-    if (selection.properties.empty())
-        return;
-    group.selected = selectedOf(group.number, selection);
-    for (Row& row : group.rows)
-        keepOnly(row, *group.selected);
-    removeRows([](const Row& row) { return row.properties.empty(); });
+    selectRows(group, selection);
+    selectProperties(group, selection);
+}
+
+void selectRows(Group& group, const Selection& selection) {
+    const auto isUnwanted = [&](const Row& row) { return !isSelected(row, group.number, selection); };
+    group.rows.erase(std::remove_if(group.rows.begin(), group.rows.end(), isUnwanted), group.rows.end());
+}
+
+void selectProperties(Sample& sample, const Selection& selection) {
+    selectProperties(sample.group, selection);
+    if (sample.group.selected)
+        keepOnly(*sample.group.selected, sample.rows);
 }
 
 bool hasRow(const Group& group, long number, const Selection& selection) {

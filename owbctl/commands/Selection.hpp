@@ -1,7 +1,7 @@
 #ifndef OWBCTL_COMMANDS_SELECTION_HPP
 #define OWBCTL_COMMANDS_SELECTION_HPP
 
-#include "agent/Group.hpp"
+#include "agent/Sample.hpp"
 
 #include <string>
 #include <vector>
@@ -24,6 +24,13 @@ void checkSelection(const Selection& selection, const std::vector<long>& groups)
 
 /** Removes rows and properties that are not selected, and rows that become empty. Sets Group::selected. */
 void select(agent::Group& group, const Selection& selection);
+
+/** Removes only the rows that are not selected. */
+void selectRows(agent::Group& group, const Selection& selection);
+
+/** Removes only properties that are not selected from the rows and the group of a sample, not from vanished
+ * rows. Sets Group::selected. */
+void selectProperties(agent::Sample& sample, const Selection& selection);
 
 /** Whether a group that was read has a row with a value that is selected. Conditions do not count. */
 bool hasRow(const agent::Group& group, long row, const Selection& selection);

@@ -43,12 +43,15 @@ public:
     explicit Watched(long group)
         : m_group(group) {}
 
-    Sample read(long number) {
+    /** Rows are selected before the comparison, properties after it: they may identify the rows. */
+    Sample read(long number, const Selection& selection) {
         Reading now{readGroup(m_group), seconds(Clock::now())};
+        selectRows(now.group, selection);
         Sample sample =
             sampleOf(number, std::chrono::system_clock::now(), now, m_before ? &*m_before : nullptr);
         if (now.group.status == OWB_DONE)
             m_before = std::move(now);
+        selectProperties(sample, selection);
         return sample;
     }
 
@@ -62,7 +65,7 @@ int writeSamples(std::vector<Watched>& all, long number, const WatchRequest& req
                  const std::string& url) {
     std::vector<Group> failed;
     for (Watched& watched : all) {
-        Sample sample = watched.read(number);
+        Sample sample = watched.read(number, request.selection);
         if (sample.group.status != OWB_DONE)
             failed.push_back(sample.group);
         if (request.onlyChanges)
@@ -78,6 +81,7 @@ int writeSamples(std::vector<Watched>& all, long number, const WatchRequest& req
 } // namespace
 
 int watchGroups(const WatchRequest& request, Format& format, const Output& output, const std::string& url) {
+    checkSelection(request.selection, request.groups);
     Progress progress;
     Keyboard keyboard(output.isTerminal());
     Pace pace(request.interval);

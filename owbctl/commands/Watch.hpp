@@ -1,6 +1,7 @@
 #ifndef OWBCTL_COMMANDS_WATCH_HPP
 #define OWBCTL_COMMANDS_WATCH_HPP
 
+#include "commands/Selection.hpp"
 #include "formats/Format.hpp"
 #include "output/Output.hpp"
 
@@ -13,6 +14,7 @@ namespace owbctl {
 /** What to read repeatedly. */
 struct WatchRequest {
     std::vector<long> groups;
+    Selection selection;
     /** Seconds from the start of one reading to the next. A longer reading is followed by the next at once.
      */
     double interval;
@@ -25,7 +27,8 @@ struct WatchRequest {
 /**
  * The command watch: reads groups at intervals and writes each sample, compared with the previous one. The
  * key q ends it on a terminal. Reports a failed reading on standard error and goes on. Returns the exit
- * status of the last reading of the groups, that of the first failure.
+ * status of the last reading of the groups, that of the first failure. Throws UsageError, as checkSelection()
+ * does.
  */
 int watchGroups(const WatchRequest& request, Format& format, const Output& output, const std::string& url);
 

@@ -237,11 +237,12 @@ std::string horizontal(const Group& group, const Lines& lines, std::size_t limit
         .text(limit);
 }
 
+/** A single line of several rows is a table, too: its row number and its columns are needed. */
 std::string table(const Group& group, const Lines& lines, std::size_t limit, const Style& style) {
     if (lines.empty())
         return "no data\n";
-    return lines.size() == 1 ? vertical(group, lines.front(), limit, style)
-                             : horizontal(group, lines, limit, style);
+    return lines.size() == 1 && group.rows.size() <= 1 ? vertical(group, lines.front(), limit, style)
+                                                       : horizontal(group, lines, limit, style);
 }
 
 std::string rowsText(const std::vector<Row>& rows) {
@@ -293,7 +294,7 @@ std::string sampleTable(const Sample& sample, std::size_t limit, const Style& st
 std::string vanishedText(const Row& row) {
     std::string text;
     for (const Property& property : row.properties) {
-        if (property.attribute->kind == Kind::key || property.attribute->kind == Kind::index)
+        if (property.attribute->isIdentifying)
             text += (text.empty() ? ": " : ", ") + std::string(property.attribute->property) + " " +
                     cell(property.values);
     }

@@ -43,6 +43,52 @@ std::string commandLine(const ProcessInformation& information) {
     return text;
 }
 
+std::string nameCell(const Process& process) {
+    return process.information ? printable(process.information->name) : Table::absent;
+}
+
+std::string stateCell(const Process& process) {
+    return process.information ? nameOf("ExecutionState", process.information->executionState)
+                               : Table::absent;
+}
+
+std::string kindCell(const Process& process) {
+    return process.information ? nameOf("RunType", process.information->runType) : Table::absent;
+}
+
+std::string timeCell(const Process& process) {
+    return process.statistics ? clock(process.statistics->cpuTime) : Table::absent;
+}
+
+std::string sizeCell(const Process& process, std::string ProcessStatistics::*size) {
+    return process.statistics ? printable((*process.statistics).*size) : Table::absent;
+}
+
+std::string commandCell(const Process& process) {
+    return process.information ? commandLine(*process.information) : Table::absent;
+}
+
+Texts cells(const Process& process) {
+    return {nameCell(process),
+            printable(process.handle),
+            stateCell(process),
+            timeCell(process),
+            process.statistics ? std::to_string(process.memory()) : Table::absent,
+            commandCell(process)};
+}
+
+Texts wideCells(const Process& process) {
+    return {nameCell(process),
+            printable(process.handle),
+            stateCell(process),
+            kindCell(process),
+            timeCell(process),
+            sizeCell(process, &ProcessStatistics::text),
+            sizeCell(process, &ProcessStatistics::data),
+            sizeCell(process, &ProcessStatistics::stack),
+            commandCell(process)};
+}
+
 } // namespace
 
 std::vector<ProcessField> fieldsOf(const Process& process) {
@@ -59,18 +105,13 @@ std::vector<ProcessField> fieldsOf(const Process& process) {
             {"RealStack", valueOf(statistics, &ProcessStatistics::stack)}};
 }
 
-Table processTable(const std::vector<Process>& processes) {
-    Table table({"Name", "PID", "State", "CPU time", "Memory (kB)", "Command"});
-    const std::string absent = Table::absent;
-    for (const Process& process : processes) {
-        const auto& information = process.information;
-        const auto& statistics = process.statistics;
-        table.add({information ? printable(information->name) : absent, printable(process.handle),
-                   information ? nameOf("ExecutionState", information->executionState) : absent,
-                   statistics ? clock(statistics->cpuTime) : absent,
-                   statistics ? std::to_string(process.memory()) : absent,
-                   information ? commandLine(*information) : absent});
-    }
+Table processTable(const std::vector<Process>& processes, bool isWide) {
+    Table table(isWide ? Texts{"Name", "PID", "State", "Kind", "CPU time", "Text (kB)", "Data (kB)",
+                               "Stack (kB)", "Command"}
+                       : Texts{"Name", "PID", "State", "CPU time", "Memory (kB)", "Command"},
+                isWide ? Table::Fit::wrapLast : Table::Fit::cut);
+    for (const Process& process : processes)
+        table.add(isWide ? wideCells(process) : cells(process));
     return table;
 }
 

@@ -20,8 +20,8 @@ std::string name(long group) {
 /** Narrower terminals show no classes in the list of groups: the descriptions need the columns. */
 constexpr std::size_t leastWidthForClasses = 100;
 
-std::string overview(const std::vector<long>& groups, std::size_t limit) {
-    const bool hasClasses = limit == 0 || limit >= leastWidthForClasses;
+std::string overview(const std::vector<long>& groups, std::size_t limit, bool isWide) {
+    const bool hasClasses = isWide || limit == 0 || limit >= leastWidthForClasses;
     std::vector<std::string> header = {"Group", "Name", "Description"};
     if (hasClasses)
         header.insert(header.begin() + 2, "Class");
@@ -105,7 +105,7 @@ std::string checkLines(const Check& check, std::size_t limit) {
 void TableFormat::writeCatalogue(const std::vector<long>& groups) {
     const std::size_t limit = m_output.terminalWidth();
     if (groups == everyGroup()) {
-        m_output.write(overview(groups, limit));
+        m_output.write(overview(groups, limit, m_style.isWide));
         return;
     }
     for (const long group : groups)
@@ -154,7 +154,7 @@ void TableFormat::writeConversion(const Conversion& conversion) {
 }
 
 void TableFormat::writeProcesses(const std::vector<Process>& processes) {
-    m_output.write(processTable(processes).text(m_output.terminalWidth()));
+    m_output.write(processTable(processes, m_style.isWide).text(m_output.terminalWidth()));
 }
 
 void TableFormat::writeCheck(const Check& check) {

@@ -88,6 +88,13 @@ std::string readableAmount(const std::string& value, const Attribute& attribute,
     return printable(value) + " " + unitOf(attribute);
 }
 
+/** A text as it is, or in quotes where it could be taken for no value, or for a text in quotes. */
+std::string distinct(const std::string& text) {
+    const bool hasQuotes = text.size() > 1 && text.front() == '"' && text.back() == '"';
+    const bool isMistakable = text.empty() || text == Table::absent || hasQuotes;
+    return isMistakable ? '"' + printable(text) + '"' : printable(text);
+}
+
 std::string readable(const std::string& value, const Attribute& attribute, const Row& row, bool isHuman) {
     if (const char* const name = attribute.values.find(value))
         return std::string(name) + " (" + value + ")";
@@ -97,7 +104,7 @@ std::string readable(const std::string& value, const Attribute& attribute, const
         return printable(readableInterval(value));
     if (isHuman && isScalable(attribute.unit))
         return readableAmount(value, attribute, row);
-    return printable(value);
+    return distinct(value);
 }
 
 bool isDigits(std::string_view text) {
@@ -111,7 +118,7 @@ std::string cell(const std::vector<std::string>& values) {
         return Table::absent;
     std::string text;
     for (const std::string& value : values)
-        text += (&value == &values.front() ? "" : ", ") + printable(value);
+        text += (&value == &values.front() ? "" : ", ") + distinct(value);
     return text;
 }
 
@@ -129,11 +136,11 @@ std::string heading(const Attribute& attribute, const Style& style) {
 }
 
 std::string valueText(const Property& property, const Row& row, const Style& style) {
-    if (style.isRaw)
-        return cell(property.values);
     std::string text;
-    for (const std::string& value : property.values)
-        text += (text.empty() ? "" : ", ") + readable(value, *property.attribute, row, style.isHuman);
+    for (const std::string& value : property.values) {
+        text += &value == &property.values.front() ? "" : ", ";
+        text += style.isRaw ? printable(value) : readable(value, *property.attribute, row, style.isHuman);
+    }
     return text;
 }
 

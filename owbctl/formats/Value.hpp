@@ -10,7 +10,8 @@
 /** Properties as tables show them. */
 namespace owbctl {
 
-/** Values as one printable text, separated by a comma and a blank; Table::absent for none. */
+/** Values as one printable text, separated by a comma and a blank; Table::absent for none. A text is in
+ * quotes if it is empty, equals Table::absent, or has quotes around it: so "", "-" and no value differ. */
 std::string cell(const std::vector<std::string>& values);
 
 /** The name of an attribute with the unit of its values, as "Speed (bit/s)". */
@@ -21,7 +22,8 @@ std::string heading(const agent::Attribute& attribute, const Style& style);
 std::string unitOf(const agent::Attribute& attribute);
 
 /** A property of a row as one printable text: codes with their names, readable dates and intervals, with
- * Style::isHuman readable sizes. Style::isRaw gives the same as cell(). */
+ * Style::isHuman readable sizes. Style::isRaw gives the texts as they
+ * are, without quotes. */
 std::string valueText(const agent::Property& property, const agent::Row& row, const Style& style);
 
 /** A CIM date as "2026-01-02 03:04:05 +0100"; any other text as it is. */

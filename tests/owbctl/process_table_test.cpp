@@ -74,6 +74,20 @@ TEST(ProcessTable, StatesHaveNames) {
     EXPECT_EQ(state("odd"), "odd");
 }
 
+TEST(ProcessTable, AWideTableHasKindsAndAllSizes) {
+    const auto wide = [](const std::string& kind) {
+        ProcessInformation information = sleeping();
+        information.runType = kind;
+        return processTable({{"1", information, small()}}, true).text();
+    };
+    EXPECT_EQ(
+        wide("4"),
+        "Name  PID  State  Kind         CPU time  Text (kB)  Data (kB)  Stack (kB)  Command\n"
+        "bash    1  ready  application  00:00:07       2368        948         132  /usr/bin/bash -c echo\n");
+    EXPECT_NE(wide("2").find("  operating system  "), std::string::npos);
+    EXPECT_NE(wide("3").find("  device driver  "), std::string::npos);
+}
+
 TEST(ProcessTable, DaysPrecedeTheTime) {
     const auto time = [](const std::string& interval) {
         ProcessStatistics statistics = small();

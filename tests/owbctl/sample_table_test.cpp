@@ -2,6 +2,8 @@
 #include "agent/Sample.hpp"
 #include "formats/GroupTable.hpp"
 
+#include "Screens.hpp"
+
 #include <gtest/gtest.h>
 
 namespace owbctl {
@@ -64,6 +66,40 @@ TEST(Sample, ANewRowIsMarkedInAllColumns) {
     EXPECT_EQ(table(second, &first), "Row  InDatagrams  NoPorts\n"
                                      "  0          5        1\n"
                                      "  3          1 *      2 *\n");
+}
+
+Row port(long number, const std::string& name, const std::string& octets, const std::string& errors) {
+    return {number,
+            {{findAttribute(10, "InstanceID"), {name}},
+             {findAttribute(10, "InOctets"), {octets}},
+             {findAttribute(10, "InUcastPkts"), {octets}},
+             {findAttribute(10, "InErrors"), {errors}},
+             {findAttribute(10, "OutOctets"), {octets}},
+             {findAttribute(10, "OutUcastPkts"), {octets}},
+             {findAttribute(10, "OutQLen"), {errors}}}};
+}
+
+Reading ports(std::vector<Row> rows, double moment) {
+    return {{10, "QAV_NetworkPortStatistics", OWB_DONE, std::move(rows)}, moment};
+}
+
+TEST(Sample, RatesFitTheTerminal) {
+    const Reading before = ports({port(0, "lo", "948123", "0"), port(1, "eth0", "98214477123", "3"),
+                                  port(2, "br-2f1c77d0a9e4", "0", "0")},
+                                 0);
+    const Reading now = ports({port(0, "lo", "948128", "0"), port(1, "eth0", "98339477123", "4"),
+                               port(2, "br-2f1c77d0a9e4", "0", "0")},
+                              2);
+    owbctl_test::expectScreen("watch-10-rates.80", table(now, &before, 80));
+    owbctl_test::expectScreen("watch-10-rates.140", table(now, &before, 140));
+}
+
+TEST(Sample, OneChangedRowOfSeveralKeepsItsNumber) {
+    const Reading before = ports({port(0, "lo", "1", "0"), port(1, "eth0", "1", "0")}, 0);
+    Sample sample = sampleOf(2, {}, ports({port(0, "lo", "1", "0"), port(1, "eth0", "1", "2")}, 2), &before);
+    keepChanges(sample);
+    EXPECT_EQ(sampleTable(sample, 0), "InstanceID  Row  InErrors  OutQLen\n"
+                                      "eth0          1  2 +1.0/s      2 *\n");
 }
 
 } // namespace

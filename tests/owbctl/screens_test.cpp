@@ -1,6 +1,8 @@
 // What tables look like on terminals of 80 and 140 columns.
 #include "Screens.hpp"
 
+#include <regex>
+
 namespace owbctl_test {
 namespace {
 
@@ -41,6 +43,18 @@ TEST_F(Screens, OneRowShowsOnePropertyOnEachLine) {
 
 TEST_F(Screens, ColumnsHaveTheOrderOfTheRequest) {
     expectScreenAt(80, "get-9-columns", {"get", "9", "--columns", "Speed,Name,OperationalStatus"});
+}
+
+/** The screen of a watch, with the time of each sample replaced. */
+void expectWatch(const std::string& name, const std::string& url, unsigned short columns) {
+    const std::string screen = shown({"--url", url, "watch", "10", "--count", "1"}, columns);
+    const std::regex time("  [0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}  ");
+    expectScreen(name + "." + std::to_string(columns), std::regex_replace(screen, time, "  12:34:56.789  "));
+}
+
+TEST_F(Screens, ASampleHasItsTime) {
+    expectWatch("watch-10", host().url(), 80);
+    expectWatch("watch-10", host().url(), 140);
 }
 
 } // namespace

@@ -72,6 +72,17 @@ TEST(Set, AnEmptyTextIsAValueAndStaysOne) {
                           "writes null.\n");
 }
 
+TEST(Set, NoValueAnEmptyTextAndADashDifferInTheTable) {
+    const support::ProgramResult result = set(writeOf(instanceOf({stringProperty("PrimaryOwnerContact", "-"),
+                                                                  nullProperty("InstalledLocation", STRING)}),
+                                                      systemOf("", "-")),
+                                              {"2", "0", "PrimaryOwnerContact=", "InstalledLocation=-"});
+    EXPECT_NE(result.out.find("PrimaryOwnerContact  yes        \"-\"     \"\"\n"
+                              "InstalledLocation    yes        -       \"-\"\n"),
+              std::string::npos)
+        << result.out;
+}
+
 TEST(Set, AnEmptyTextThatBecomesNoValueIsRejected) {
     const support::Step after =
         instanceOf({stringProperty("SystemName", "host"), nullProperty("PrimaryOwnerContact", STRING)});

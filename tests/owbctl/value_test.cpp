@@ -23,6 +23,19 @@ std::string headingOf(long group, const char* name, const Style& style = plain) 
     return heading(*findAttribute(group, name), style);
 }
 
+TEST(Value, NoValueAnEmptyTextAndADashDiffer) {
+    EXPECT_EQ(cell({}), "-");
+    EXPECT_EQ(cell({""}), "\"\"");
+    EXPECT_EQ(cell({"-"}), "\"-\"");
+    EXPECT_EQ(cell({"\"\""}), "\"\"\"\"") << "a text of two quotes";
+    EXPECT_EQ(cell({"\"-\""}), "\"\"-\"\"");
+    EXPECT_EQ(cell({"\"", "a-b", "say \"x\""}), "\", a-b, say \"x\"") << "nothing else has quotes";
+    EXPECT_EQ(valueOf(2, "SystemName", {""}), "\"\"");
+    EXPECT_EQ(valueOf(2, "SystemName", {"-"}), "\"-\"");
+    EXPECT_EQ(valueOf(2, "SystemName", {""}, raw), "") << "raw values are as they arrived";
+    EXPECT_EQ(valueOf(0, "OtherIdentifyingInfo", {"", "a"}), "\"\", a");
+}
+
 TEST(Value, ACodeHasItsName) {
     EXPECT_EQ(valueOf(9, "OperationalStatus", {"2"}), "up (2)");
     EXPECT_EQ(valueOf(9, "OperationalStatus", {"2", "16"}), "up (2), lower layer down (16)");

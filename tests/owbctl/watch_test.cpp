@@ -215,6 +215,45 @@ TEST(Watch, TheHeaderOfCsvIsPrintedOnce) {
     EXPECT_EQ(lines.rfind("sample,"), 0u) << lines;
 }
 
+TEST(Watch, RowsAndPropertiesCanBeSelected) {
+    const auto lines = [](const std::vector<std::string>& options) {
+        std::vector<std::string> all{"watch", "traffic", "--count", "1", "-o", "line"};
+        all.insert(all.end(), options.begin(), options.end());
+        return owbctlAt({interfaces(5, true)}, all).out;
+    };
+    EXPECT_EQ(lines({"--row", "1", "--columns", "InOctets"}),
+              "10 QAV_NetworkPortStatistics[1].InOctets = 5\n");
+    EXPECT_EQ(lines({"--where", "InstanceID=eth0", "--property", "InErrors"}),
+              "10 QAV_NetworkPortStatistics[0].InErrors = 0\n");
+    EXPECT_EQ(owbctl({"watch", "traffic", "--columns", "Nothing"}).exitCode, 2);
+}
+
+TEST(Watch, RowsAreComparedByWhatIdentifiesThemEvenIfItIsNotShown) {
+    const std::string shown =
+        owbctlAt(
+            {interfaces(5, true), instances({instance("QAV_NetworkPortStatistics",
+                                                      {stringProperty("InstanceID", "eth1"),
+                                                       property("InOctets", UINT32, bigEndian(5, 4))})})},
+            {"watch", "traffic", "--interval", "0.1", "--count", "2", "--columns", "InOctets", "-o", "line"})
+            .out;
+    EXPECT_EQ(shown, "10 QAV_NetworkPortStatistics[0].InOctets = 5\n"
+                     "10 QAV_NetworkPortStatistics[1].InOctets = 5\n"
+                     "10 QAV_NetworkPortStatistics row 0 vanished: InstanceID eth0\n");
+}
+
+TEST(Watch, ARowThatDoesNotMeetTheConditionAnyMoreVanishes) {
+    const auto port = [](const char* name, unsigned errors) {
+        return instances(
+            {instance("QAV_NetworkPortStatistics", {stringProperty("InstanceID", name),
+                                                    property("InErrors", UINT32, bigEndian(errors, 4))})});
+    };
+    const std::string shown =
+        owbctlAt({port("eth0", 0), port("eth0", 1)}, {"watch", "traffic", "--interval", "0.1", "--count", "2",
+                                                      "--where", "InErrors=0", "-o", "line", "--changed"})
+            .out;
+    EXPECT_EQ(shown, "10 QAV_NetworkPortStatistics row 0 vanished: InstanceID eth0\n");
+}
+
 TEST(Watch, ATerminalWithoutControlSequencesShowsOneSampleAfterTheOther) {
     const support::ScriptedPeer peer({datagrams(5, 1), datagrams(6, 1)});
     support::Terminal terminal({"/usr/bin/env", "TERM=dumb", OWBCTL, "--url", peer.url(), "watch", "14",
