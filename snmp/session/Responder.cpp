@@ -76,6 +76,7 @@ void Responder::prepare(const Header& header, std::string_view payload) {
         return;
     }
     std::vector<Oid> starts;
+    starts.reserve(request.ranges.size());
     for (const SearchRange& range : request.ranges)
         starts.push_back(range.start);
     ++m_waiting;

@@ -22,6 +22,7 @@ void Transactions::test(const Header& header, std::vector<VarBind> values) {
         return;
     }
     std::vector<Oid> oids;
+    oids.reserve(values.size());
     for (const VarBind& value : values)
         oids.push_back(value.oid);
     m_transactions[header.transaction].current = header;
