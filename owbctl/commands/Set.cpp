@@ -59,8 +59,7 @@ void explainEmptyTexts(const std::vector<Change>& changes) {
         changes, [](const Change& change) { return change.requested == "" && !change.isRejected(); });
     if (!names.empty())
         std::cerr << "owbctl: now an empty text: " << names
-                  << "\n        The library writes texts only. Another client can take the value away: it "
-                     "writes null.\n";
+                  << "\n        The library cannot write null; another client can take the value away.\n";
 }
 
 void warnAboutCleared(const std::vector<Change>& changes) {

@@ -11,6 +11,10 @@ namespace {
 
 constexpr long informationGroup = 16;
 
+/** Width of names except in wide tables. Only threads of the kernel have longer ones, which their command
+ * repeats. */
+constexpr std::size_t longestName = 16;
+
 using Texts = std::vector<std::string>;
 
 template <class Part>
@@ -69,7 +73,7 @@ std::string commandCell(const Process& process) {
 }
 
 Texts cells(const Process& process) {
-    return {nameCell(process),
+    return {cut(nameCell(process), longestName),
             printable(process.handle),
             stateCell(process),
             timeCell(process),

@@ -19,8 +19,8 @@ struct ProcessField {
  * names in the same order. */
 std::vector<ProcessField> fieldsOf(const agent::Process& process);
 
-/** A table of processes for people: names of codes, times as in ps(1), sizes in kB. A wide table has the kind
- * of each process, and each size. */
+/** A table of processes for people: names of codes, times as in ps(1), sizes in kB. Names of more than 16
+ * columns are cut. A wide table has whole names, the kind of each process, and each size. */
 Table processTable(const std::vector<agent::Process>& processes, bool isWide = false);
 
 } // namespace owbctl

@@ -68,8 +68,7 @@ TEST(Set, AnEmptyTextIsAValueAndStaysOne) {
         set(writeOf(systemOf("ops", "here"), systemOf("", "here")), {"2", "0", "PrimaryOwnerContact="});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "owbctl: now an empty text: PrimaryOwnerContact\n"
-                          "        The library writes texts only. Another client can take the value away: it "
-                          "writes null.\n");
+                          "        The library cannot write null; another client can take the value away.\n");
 }
 
 TEST(Set, NoValueAnEmptyTextAndADashDifferInTheTable) {
