@@ -12,7 +12,7 @@ namespace {
 
 const char* const openMetrics = "Accept: application/openmetrics-text;version=1.0.0,text/plain;q=0.5\r\n";
 
-class Content : public RunningExporter {};
+class ExporterContent : public RunningExporter {};
 
 std::string decompressed(const std::string& bytes) {
     z_stream stream{};
@@ -30,7 +30,7 @@ std::string decompressed(const std::string& bytes) {
 
 } // namespace
 
-TEST_F(Content, IsThatOfTheObjectManager) {
+TEST_F(ExporterContent, IsThatOfTheObjectManager) {
     start();
     const support::HttpReply reply = get("/metrics");
     EXPECT_TRUE(reply.hasLine("Content-Type: text/plain; version=0.0.4; charset=utf-8"));
@@ -42,7 +42,7 @@ TEST_F(Content, IsThatOfTheObjectManager) {
     EXPECT_NE("(none)", text.value("owb_scrape_age_seconds"));
 }
 
-TEST_F(Content, IsOpenMetricsForAClientThatPrefersIt) {
+TEST_F(ExporterContent, IsOpenMetricsForAClientThatPrefersIt) {
     start();
     const support::HttpReply reply = get("/metrics", openMetrics);
     EXPECT_TRUE(reply.hasLine("Content-Type: application/openmetrics-text; version=1.0.0; charset=utf-8"));
@@ -51,7 +51,7 @@ TEST_F(Content, IsOpenMetricsForAClientThatPrefersIt) {
     EXPECT_EQ("18446744073709551615", text.value("owb_network_receive_bytes_total", {{"device", "eth0"}}));
 }
 
-TEST_F(Content, IsCompressedForAClientThatReadsGzip) {
+TEST_F(ExporterContent, IsCompressedForAClientThatReadsGzip) {
     start();
     support::HttpReply reply = get("/metrics", "Accept-Encoding: deflate, gzip\r\n");
     EXPECT_TRUE(reply.hasLine("Content-Encoding: gzip"));
@@ -60,7 +60,7 @@ TEST_F(Content, IsCompressedForAClientThatReadsGzip) {
     EXPECT_FALSE(get("/metrics", "Accept-Encoding: gzip;q=0\r\n").hasLine("Content-Encoding: gzip"));
 }
 
-TEST_F(Content, IsThatOfTheSelectedGroups) {
+TEST_F(ExporterContent, IsThatOfTheSelectedGroups) {
     start({"--groups", "2,10", "--groups", "QAV_TCPProtocolEndpoint"});
     const exposition::Text text = scrape();
     EXPECT_EQ(4U, text.count("owb_group_read_success"));
@@ -69,7 +69,7 @@ TEST_F(Content, IsThatOfTheSelectedGroups) {
     EXPECT_EQ("(none)", text.value("owb_packages"));
 }
 
-TEST_F(Content, OfAYoungSnapshotIsServedAgain) {
+TEST_F(ExporterContent, OfAYoungSnapshotIsServedAgain) {
     start({"--max-age", "60"});
     const std::string time = scrape().value("owb_scrape_timestamp_seconds");
     std::this_thread::sleep_for(20ms);
@@ -78,7 +78,7 @@ TEST_F(Content, OfAYoungSnapshotIsServedAgain) {
     EXPECT_LT(0.02, std::stod(again.value("owb_scrape_age_seconds")));
 }
 
-TEST_F(Content, OfAnOldSnapshotIsReadAgain) {
+TEST_F(ExporterContent, OfAnOldSnapshotIsReadAgain) {
     start({"--max-age", "0.1"});
     const std::string time = scrape().value("owb_scrape_timestamp_seconds");
     std::this_thread::sleep_for(200ms);
@@ -87,7 +87,7 @@ TEST_F(Content, OfAnOldSnapshotIsReadAgain) {
     EXPECT_GT(0.2, std::stod(again.value("owb_scrape_age_seconds")));
 }
 
-TEST_F(Content, AnInterfaceComesAndGoes) {
+TEST_F(ExporterContent, AnInterfaceComesAndGoes) {
     start({"--max-age", "0", "--groups", "9,10"});
     EXPECT_EQ(1U, scrape().count("owb_network_info"));
     writeInterface("eth1", 5);

@@ -5,7 +5,7 @@
 
 namespace {
 
-class Hostile : public RunningExporter {
+class ExporterHostile : public RunningExporter {
 protected:
     /** Declares interfaces with these names, in JSON, and counters. */
     void startWithInterfaces(const std::vector<std::string>& names) {
@@ -20,7 +20,7 @@ protected:
 
 } // namespace
 
-TEST_F(Hostile, NamesStayLabels) {
+TEST_F(ExporterHostile, NamesStayLabels) {
     startWithInterfaces(
         {"a\\\"} 1\\nowb_fake 1\\n# EOF", "\\\\", "\\u00e4\\ud83d\\ude00", std::string(65536, 'x')});
     const exposition::Text text = scrape();
@@ -29,7 +29,7 @@ TEST_F(Hostile, NamesStayLabels) {
     EXPECT_EQ("7", text.value("owb_network_receive_bytes_total", {{"device", std::string(65536, 'x')}}));
 }
 
-TEST_F(Hostile, ALongTextIsServedWhole) {
+TEST_F(ExporterHostile, ALongTextIsServedWhole) {
     std::vector<std::string> names;
     for (int i = 0; i < 1500; ++i)
         names.push_back("interface" + std::to_string(i) + std::string(200, '.'));
@@ -40,7 +40,7 @@ TEST_F(Hostile, ALongTextIsServedWhole) {
     EXPECT_NE(std::string::npos, reply.body.find(last));
 }
 
-TEST_F(Hostile, AClientThatDoesNotReadDoesNotDelayOthers) {
+TEST_F(ExporterHostile, AClientThatDoesNotReadDoesNotDelayOthers) {
     std::vector<std::string> names;
     for (int i = 0; i < 100; ++i)
         names.push_back(std::to_string(i) + std::string(30000, '.'));
@@ -56,7 +56,7 @@ TEST_F(Hostile, AClientThatDoesNotReadDoesNotDelayOthers) {
     EXPECT_LT(3000000U, reply.body.size());
 }
 
-TEST_F(Hostile, ARequestInPiecesIsServed) {
+TEST_F(ExporterHostile, ARequestInPiecesIsServed) {
     start();
     support::HttpClient client(port());
     for (const char c : request("/metrics", "Accept: application/openmetrics-text\r\n"))
@@ -64,7 +64,7 @@ TEST_F(Hostile, ARequestInPiecesIsServed) {
     checkedText(client.receive(), metrics::Format::openMetrics);
 }
 
-TEST_F(Hostile, ManyClientsAtOnceAreServed) {
+TEST_F(ExporterHostile, ManyClientsAtOnceAreServed) {
     start();
     std::vector<std::unique_ptr<support::HttpClient>> clients;
     for (int i = 0; i < 40; ++i) {
@@ -75,7 +75,7 @@ TEST_F(Hostile, ManyClientsAtOnceAreServed) {
         EXPECT_EQ(200U, client->receive().status);
 }
 
-TEST_F(Hostile, ClientsThatGoAwayLeaveNothing) {
+TEST_F(ExporterHostile, ClientsThatGoAwayLeaveNothing) {
     start({"--max-age", "0"});
     scrape();
     const std::size_t before = descriptors();
@@ -91,7 +91,7 @@ TEST_F(Hostile, ClientsThatGoAwayLeaveNothing) {
     EXPECT_TRUE(children().empty());
 }
 
-TEST_F(Hostile, LongHeadsAndBodiesAreRefused) {
+TEST_F(ExporterHostile, LongHeadsAndBodiesAreRefused) {
     startExporter();
     EXPECT_EQ(431U, get("/metrics", "Accept: " + std::string(20000, ',') + "\r\n").status);
     EXPECT_EQ(413U, get("/metrics", "Content-Length: 100000\r\n").status);

@@ -10,7 +10,7 @@
 
 namespace {
 
-class Life : public RunningExporter {};
+class ExporterLife : public RunningExporter {};
 
 support::ProgramResult run(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), OWB_EXPORTER);
@@ -28,13 +28,13 @@ std::string nextOf(int socket) {
 
 } // namespace
 
-TEST_F(Life, SigtermEndsItWithStatus0) {
+TEST_F(ExporterLife, SigtermEndsItWithStatus0) {
     startExporter();
     exporter().signal(SIGTERM);
     EXPECT_EQ(0, exporter().wait());
 }
 
-TEST_F(Life, ARequestThatWaitsIsAnsweredBeforeTheEnd) {
+TEST_F(ExporterLife, ARequestThatWaitsIsAnsweredBeforeTheEnd) {
     start();
     manager().daemon().signal(SIGSTOP);
     support::HttpClient client(port());
@@ -46,7 +46,7 @@ TEST_F(Life, ARequestThatWaitsIsAnsweredBeforeTheEnd) {
     manager().daemon().signal(SIGCONT);
 }
 
-TEST_F(Life, VerboseLogsEveryRequest) {
+TEST_F(ExporterLife, VerboseLogsEveryRequest) {
     startExporter({"--verbose"});
     get("/healthz");
     const std::string line = exporter().nextErrorLine();
@@ -54,7 +54,7 @@ TEST_F(Life, VerboseLogsEveryRequest) {
     EXPECT_EQ(": GET /healthz", line.substr(line.size() - 14));
 }
 
-TEST_F(Life, TheServiceManagerIsNotified) {
+TEST_F(ExporterLife, TheServiceManagerIsNotified) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     directory().file("notify").copy(address.sun_path, sizeof address.sun_path - 1);
@@ -69,7 +69,7 @@ TEST_F(Life, TheServiceManagerIsNotified) {
     ::close(socket);
 }
 
-TEST_F(Life, AnAddressInUseGivesStatus1) {
+TEST_F(ExporterLife, AnAddressInUseGivesStatus1) {
     startExporter();
     const std::string address = "127.0.0.1:" + std::to_string(port());
     const support::ProgramResult result = run({"--listen", address});
@@ -77,7 +77,7 @@ TEST_F(Life, AnAddressInUseGivesStatus1) {
     EXPECT_EQ("owb-exporter: " + address + ": Address already in use\n", result.err);
 }
 
-TEST(Usage, AnInvalidCommandLineGivesStatus2) {
+TEST(ExporterUsage, AnInvalidCommandLineGivesStatus2) {
     for (const std::vector<std::string>& arguments :
          std::vector<std::vector<std::string>>{{"--listen", "here"},
                                                {"--groups", "17"},
@@ -94,7 +94,7 @@ TEST(Usage, AnInvalidCommandLineGivesStatus2) {
     EXPECT_NE(std::string::npos, run({"--groups", "17"}).err.find("'17' names no group that has metrics"));
 }
 
-TEST(Usage, HelpAndVersionGoToStandardOutput) {
+TEST(ExporterUsage, HelpAndVersionGoToStandardOutput) {
     EXPECT_NE(std::string::npos, run({"--help"}).out.find("127.0.0.1:9588"));
     EXPECT_EQ(0U, run({"--version"}).out.find("owb-exporter "));
 }

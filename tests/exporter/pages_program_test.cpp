@@ -3,32 +3,32 @@
 
 namespace {
 
-class Pages : public RunningExporter {
+class ExporterPages : public RunningExporter {
 protected:
-    Pages() { startExporter(); }
+    ExporterPages() { startExporter(); }
 };
 
 } // namespace
 
-TEST_F(Pages, TheStartPageLinksToTheMetrics) {
+TEST_F(ExporterPages, TheStartPageLinksToTheMetrics) {
     const support::HttpReply reply = get("/");
     EXPECT_EQ(200U, reply.status);
     EXPECT_TRUE(reply.hasLine("Content-Type: text/html; charset=utf-8"));
     EXPECT_NE(std::string::npos, reply.body.find("<a href=\"metrics\">"));
 }
 
-TEST_F(Pages, HealthNeedsNoObjectManager) {
+TEST_F(ExporterPages, HealthNeedsNoObjectManager) {
     const support::HttpReply reply = get("/healthz");
     EXPECT_EQ(200U, reply.status);
     EXPECT_EQ("ok\n", reply.body);
 }
 
-TEST_F(Pages, AQueryIsIgnored) {
+TEST_F(ExporterPages, AQueryIsIgnored) {
     EXPECT_EQ(200U, get("/metrics?collect=all").status);
     EXPECT_EQ("ok\n", get("/healthz?").body);
 }
 
-TEST_F(Pages, AnyOtherPathGetsStatus404) {
+TEST_F(ExporterPages, AnyOtherPathGetsStatus404) {
     for (const char* const path :
          {"/metrics/", "/Metrics", "//", "/../metrics", "metrics", "*", "/healthz/x"}) {
         support::HttpClient client(port());
@@ -37,7 +37,7 @@ TEST_F(Pages, AnyOtherPathGetsStatus404) {
     EXPECT_NE(std::string::npos, exporter().nextErrorLine().find(": refused: 404 Not found: /metrics/"));
 }
 
-TEST_F(Pages, AnyOtherMethodGetsStatus405) {
+TEST_F(ExporterPages, AnyOtherMethodGetsStatus405) {
     for (const char* const method : {"POST", "PUT", "DELETE", "HEAD", "OPTIONS"}) {
         support::HttpClient client(port());
         client.send(std::string(method) + " /metrics HTTP/1.1\r\nHost: x\r\nContent-Length: 0\r\n\r\n");
@@ -47,7 +47,7 @@ TEST_F(Pages, AnyOtherMethodGetsStatus405) {
     }
 }
 
-TEST_F(Pages, AConnectionServesSeveralRequests) {
+TEST_F(ExporterPages, AConnectionServesSeveralRequests) {
     support::HttpClient client(port());
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ("ok\n", client.exchange(request("/healthz")).body);

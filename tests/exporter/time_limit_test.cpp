@@ -13,9 +13,9 @@ std::string limit(const char* seconds) {
     return std::string("X-Prometheus-Scrape-Timeout-Seconds: ") + seconds + "\r\n";
 }
 
-class TimeLimit : public RunningExporter {
+class ExporterTimeLimit : public RunningExporter {
 protected:
-    ~TimeLimit() override {
+    ~ExporterTimeLimit() override {
         if (m_isStopped)
             proceed();
     }
@@ -35,7 +35,7 @@ private:
 
 } // namespace
 
-TEST_F(TimeLimit, OfTheClientIsKeptAndTheTextSaysWhatIsMissing) {
+TEST_F(ExporterTimeLimit, OfTheClientIsKeptAndTheTextSaysWhatIsMissing) {
     start({"--max-age", "0"});
     hang();
     const auto begin = steady_clock::now();
@@ -56,7 +56,7 @@ TEST_F(TimeLimit, OfTheClientIsKeptAndTheTextSaysWhatIsMissing) {
     EXPECT_EQ("owb-exporter: all groups are read again", exporter().nextErrorLine());
 }
 
-TEST_F(TimeLimit, OfTheCommandLineHoldsForAllClients) {
+TEST_F(ExporterTimeLimit, OfTheCommandLineHoldsForAllClients) {
     start({"--timeout", "0.3"});
     hang();
     const auto begin = steady_clock::now();
@@ -65,7 +65,7 @@ TEST_F(TimeLimit, OfTheCommandLineHoldsForAllClients) {
     EXPECT_GT(5s, steady_clock::now() - begin);
 }
 
-TEST_F(TimeLimit, TheReaderIsKilled) {
+TEST_F(ExporterTimeLimit, TheReaderIsKilled) {
     start();
     hang();
     scrape(limit("0.2"));
@@ -74,7 +74,7 @@ TEST_F(TimeLimit, TheReaderIsKilled) {
     EXPECT_TRUE(children().empty());
 }
 
-TEST_F(TimeLimit, OtherPagesAreServedMeanwhile) {
+TEST_F(ExporterTimeLimit, OtherPagesAreServedMeanwhile) {
     start();
     hang();
     support::HttpClient waiting(port());
@@ -87,7 +87,7 @@ TEST_F(TimeLimit, OtherPagesAreServedMeanwhile) {
     EXPECT_EQ("1", checkedText(waiting.receive()).value("owb_scrape_success"));
 }
 
-TEST_F(TimeLimit, ClientsThatAskMeanwhileShareTheScrape) {
+TEST_F(ExporterTimeLimit, ClientsThatAskMeanwhileShareTheScrape) {
     start({"--max-age", "0"});
     hang();
     support::HttpClient one(port());
@@ -102,7 +102,7 @@ TEST_F(TimeLimit, ClientsThatAskMeanwhileShareTheScrape) {
               checkedText(other.receive()).value("owb_scrape_timestamp_seconds"));
 }
 
-TEST_F(TimeLimit, AnImpatientClientDoesNotEndTheScrapeOfAnother) {
+TEST_F(ExporterTimeLimit, AnImpatientClientDoesNotEndTheScrapeOfAnother) {
     start({"--max-age", "0"});
     hang();
     support::HttpClient patient(port());
@@ -114,7 +114,7 @@ TEST_F(TimeLimit, AnImpatientClientDoesNotEndTheScrapeOfAnother) {
     EXPECT_EQ("1", checkedText(patient.receive()).value("owb_scrape_success"));
 }
 
-TEST_F(TimeLimit, AReaderThatDiesEndsTheScrapeAtOnce) {
+TEST_F(ExporterTimeLimit, AReaderThatDiesEndsTheScrapeAtOnce) {
     start();
     hang();
     support::HttpClient client(port());
@@ -129,7 +129,7 @@ TEST_F(TimeLimit, AReaderThatDiesEndsTheScrapeAtOnce) {
     EXPECT_EQ("1", scrape().value("owb_scrape_success"));
 }
 
-TEST_F(TimeLimit, AReaderThatHangsIsKilled) {
+TEST_F(ExporterTimeLimit, AReaderThatHangsIsKilled) {
     start();
     hang();
     support::HttpClient client(port());
@@ -140,7 +140,7 @@ TEST_F(TimeLimit, AReaderThatHangsIsKilled) {
     EXPECT_EQ("1", scrape().value("owb_scrape_success"));
 }
 
-TEST_F(TimeLimit, AReaderEndsWithTheExporter) {
+TEST_F(ExporterTimeLimit, AReaderEndsWithTheExporter) {
     start();
     hang();
     support::HttpClient client(port());
@@ -153,7 +153,7 @@ TEST_F(TimeLimit, AReaderEndsWithTheExporter) {
     EXPECT_NE(0, ::kill(child, 0));
 }
 
-TEST_F(TimeLimit, AFailureIsLoggedOnceUntilItChanges) {
+TEST_F(ExporterTimeLimit, AFailureIsLoggedOnceUntilItChanges) {
     startExporter({"--groups", "4,14", "--max-age", "0"});
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ("0", scrape().value("owb_scrape_success"));
@@ -167,7 +167,7 @@ TEST_F(TimeLimit, AFailureIsLoggedOnceUntilItChanges) {
     EXPECT_EQ(0U, exporter().nextErrorLine().find("owb-exporter: connections: 3, open "));
 }
 
-TEST_F(TimeLimit, AnObjectManagerThatRestartsIsReadAgain) {
+TEST_F(ExporterTimeLimit, AnObjectManagerThatRestartsIsReadAgain) {
     start({"--max-age", "0", "--groups", "2"});
     EXPECT_EQ("1", scrape().value("owb_scrape_success"));
     manager().end(SIGTERM);

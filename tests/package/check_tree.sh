@@ -22,6 +22,7 @@ expect_dynamic "$libdir/owb/libSblimUtilities.so" SONAME libSblimUtilities.so.0
 {
     expect_dynamic "$libdir/libowb.so" RUNPATH '$ORIGIN/owb'
     expect_dynamic bin/owbctl RUNPATH '$ORIGIN/../'"$libdir"':$ORIGIN/../'"$libdir/owb"
+    expect_dynamic sbin/owb-exporter RUNPATH '$ORIGIN/../'"$libdir"':$ORIGIN/../'"$libdir/owb"
     expect_dynamic sbin/owbcimomd RUNPATH '$ORIGIN/../'"$libdir/owb"
 }
 
