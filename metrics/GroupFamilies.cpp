@@ -84,7 +84,7 @@ private:
         return {&row, std::move(key), std::move(all)};
     }
 
-    /** Has no samples if the key is all that there is to say. */
+    /** Has no samples if no row has labels besides its key. */
     Family infoFamily() const {
         Family family = infoFamilyOf(m_subject);
         for (const LabelledRow& each : m_rows) {

@@ -131,7 +131,7 @@ private:
         m_text.samples.push_back(std::move(sample));
     }
 
-    /** The character that a backslash before an index stands for. */
+    /** The character that an escape sequence means; its backslash precedes the index. */
     char unescaped(const std::string& line, std::size_t at) {
         const char c = at < line.size() ? line[at] : '\0';
         if (c != '\\' && c != '"' && c != 'n')

@@ -16,7 +16,7 @@ agent::Group fullGroup(long number) {
     agent::Group group{number, agent::classOf(number).name, OWB_DONE, {{0, {}}, {1, {}}}};
     for (const agent::Attribute* attribute : agent::attributesOf(number)) {
         group.rows[0].properties.push_back({attribute, {"1", "2"}});
-        group.rows[1].properties.push_back({attribute, {"a long text that needs memory of its own"}});
+        group.rows[1].properties.push_back({attribute, {"a long text that needs an allocation"}});
     }
     return group;
 }
