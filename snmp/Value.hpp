@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -29,13 +30,29 @@ enum class Type : std::uint16_t {
 
 /** The value of an object, or the exception in its place. */
 struct Value {
+    using Content = std::variant<std::monostate, std::uint64_t, std::string, Oid>;
+
+    Value() = default;
+    Value(Type itsType, Content itsContent)
+        : type(itsType)
+        , content(std::move(itsContent)) {}
+    // By assignment: the copy constructor of a variant of GCC 12 destroys a text that it failed to allocate.
+    Value(const Value& other)
+        : type(other.type) {
+        content = other.content;
+    }
+    Value(Value&&) noexcept = default;
+    Value& operator=(const Value&) = default;
+    Value& operator=(Value&&) noexcept = default;
+    ~Value() = default;
+
     Type type = Type::null;
     /**
      * A number for integer (sign-extended from 32 bits), counter32, gauge32, timeTicks and counter64; bytes
      * for octetString, ipAddress (4 bytes) and opaque; sub-identifiers for objectIdentifier; nothing for the
      * other types.
      */
-    std::variant<std::monostate, std::uint64_t, std::string, Oid> content;
+    Content content;
 
     friend bool operator==(const Value& left, const Value& right) {
         return left.type == right.type && left.content == right.content;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <string>
+#include <utility>
 
 namespace snmp {
 namespace {
@@ -34,7 +35,8 @@ void addDerived(Columns& columns, const TableRule& table, const Oid& entry) {
         const auto number = columnIn(entry, attribute.mib.oid);
         if (!number || !readsGroup(table, attribute.group))
             continue;
-        Column& column = columns.try_emplace(*number, Column{*number, derivedRule(attribute), {}}).first->second;
+        Column& column =
+            columns.try_emplace(*number, Column{*number, derivedRule(attribute), {}}).first->second;
         column.sources.push_back(&attribute);
     }
 }
@@ -103,7 +105,7 @@ Value valueOf(const Column& column, const Record& record, const Context& context
     const char* const instead = content ? rule.otherwise : rule.missing;
     if (!value && instead != nullptr)
         value = valueOfText(column, instead);
-    return value.value_or(Value{});
+    return value ? std::move(*value) : Value();
 }
 
 Table tableOf(const TableMapping& mapping, const Readings& readings, const Context& context) {
