@@ -51,7 +51,7 @@ public:
         , m_settings(settings)
         , m_tree(makeTree())
         , m_forget(io)
-        , m_snapshots(std::make_shared<Snapshots>(io, settings, SourceTimes())) {
+        , m_snapshots(std::make_shared<Snapshots>(io, settings, SourceSettings())) {
         m_snapshots->reread(Subjects().set(), answerTime, [] {});
     }
 

@@ -48,11 +48,11 @@ SnapshotPointer snapshotOf(std::size_t subject, const Readings& readings, const 
     return snapshot;
 }
 
-Snapshots::Snapshots(boost::asio::io_context& io, const ObjectSettings& settings, SourceTimes times)
+Snapshots::Snapshots(boost::asio::io_context& io, const ObjectSettings& settings, SourceSettings source)
     : m_io(io)
     , m_ages(settings.ages)
     , m_upTimeAt(Clock::now())
-    , m_source(io, settings.url, settings.log, times) {}
+    , m_source(io, settings.url, settings.log, std::move(source)) {}
 
 SnapshotPointer Snapshots::current(std::size_t subject) const {
     const SnapshotPointer& newest = m_states[subject].newest;

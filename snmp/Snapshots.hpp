@@ -23,7 +23,7 @@ public:
     static constexpr std::chrono::milliseconds retryTime{1000};
 
     /** Throws std::system_error. */
-    Snapshots(boost::asio::io_context& io, const ObjectSettings& settings, SourceTimes times);
+    Snapshots(boost::asio::io_context& io, const ObjectSettings& settings, SourceSettings source);
 
     /** Null if it is unknown, or older than Ages::longest. */
     SnapshotPointer current(std::size_t subject) const;

@@ -42,8 +42,8 @@ std::optional<Date> parse(std::string_view text) {
     const auto field = [&text](std::size_t at, std::size_t size) {
         return util::decimal<int>(text.substr(at, size)).value_or(-1);
     };
-    const Date date{field(0, 4),   field(4, 2),   field(6, 2),          field(8, 2),
-                    field(10, 2),  field(12, 2),  field(fractionAt, 6), offsetIn(text)};
+    const Date date{field(0, 4),  field(4, 2),  field(6, 2),          field(8, 2),
+                    field(10, 2), field(12, 2), field(fractionAt, 6), offsetIn(text)};
     const bool isValid = date.year >= 0 && isIn(date.month, 1, 12) && isIn(date.day, 1, 31) &&
                          isIn(date.hour, 0, 23) && isIn(date.minute, 0, 59) && isIn(date.second, 0, 60) &&
                          date.microseconds >= 0;
@@ -65,7 +65,8 @@ std::int64_t secondsOf(const Date& date, std::string_view text) {
         if (const long seconds = OWB_calcTimeEpoch(std::string(text).data()); seconds != 0)
             return seconds;
     }
-    return ((daysFrom1970(date) * 24 + date.hour) * 60 + date.minute - date.offset.value_or(0)) * 60 + date.second;
+    return ((daysFrom1970(date) * 24 + date.hour) * 60 + date.minute - date.offset.value_or(0)) * 60 +
+           date.second;
 }
 
 } // namespace

@@ -43,7 +43,8 @@ std::optional<Oid> indexOf(const TableRule& rule, const Record& record);
 /** The value of a column; of the type Type::null if it is absent. */
 Value valueOf(const Column& column, const Record& record, const Context& context);
 
-/** A table with the rows that the readings of its subject have. Of two rows with one index the first stays. */
+/** A table with the rows that the readings of its subject have. Of two rows with one index the first stays.
+ */
 Table tableOf(const TableMapping& mapping, const Readings& readings, const Context& context);
 
 /** The attribute to which a set of a column in a row of a group writes; null if it cannot be written. */

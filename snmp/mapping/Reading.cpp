@@ -32,8 +32,8 @@ const agent::Attribute* attributeAt(long group, long nominator) {
 }
 
 std::optional<std::string_view> Instance::value(const agent::Attribute* attribute) const {
-    const auto found = std::find_if(m_begin, m_end,
-                                    [attribute](const Item& item) { return item.attribute == attribute; });
+    const auto found =
+        std::find_if(m_begin, m_end, [attribute](const Item& item) { return item.attribute == attribute; });
     return found == m_end ? std::nullopt : std::optional(found->text);
 }
 

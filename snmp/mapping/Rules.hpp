@@ -10,8 +10,8 @@
 #include <vector>
 
 /**
- * The tables of the mapping. An object that the catalogue names needs no row: its syntax follows from the kind
- * of its attribute. Object identifiers are below mib-2.
+ * The tables of the mapping. An object that the catalogue names needs no row: its syntax follows from the
+ * kind of its attribute. Object identifiers are below mib-2.
  */
 namespace snmp {
 
@@ -77,8 +77,8 @@ struct JoinRule {
     /** Nominators with the same text in both groups. */
     long own;
     long other;
-    /** Group whose rows relate the two by object paths; -1 if the texts are equal. Its nominator 1 is the path
-     * of the record, and its nominator 0 the other's. The keys have the texts of `own` and `other`. */
+    /** Group whose rows relate the two by object paths; -1 if the texts are equal. Its nominator 1 is the
+     * path of the record, and its nominator 0 the other's. The keys have the texts of `own` and `other`. */
     long association = -1;
     const char* ownKey = "";
     const char* otherKey = "";

@@ -3,6 +3,7 @@
 #include "snmp/mapping/Date.hpp"
 #include "util/Ascii.hpp"
 #include "util/Number.hpp"
+#include "util/Utf8.hpp"
 
 #include <algorithm>
 #include <arpa/inet.h>
@@ -77,29 +78,6 @@ std::optional<Value> valueOf(Type type, std::optional<Content> content) {
     return content ? std::optional(Value{type, std::move(*content)}) : std::nullopt;
 }
 
-/** Bytes of the character of UTF-8 at the start of a text; 0 if there is none. Excludes long forms,
- * surrogates and numbers above 0x10FFFF. */
-std::size_t characterSize(std::string_view text) {
-    const auto byte = [&text](std::size_t i) {
-        return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
-    };
-    const auto follows = [&byte](std::size_t i, unsigned low = 0x80, unsigned high = 0xBF) {
-        return byte(i) >= low && byte(i) <= high;
-    };
-    const unsigned first = byte(0);
-    if (first < 0x80)
-        return 1;
-    if (first >= 0xC2 && first <= 0xDF)
-        return follows(1) ? 2 : 0;
-    if (first >= 0xE0 && first <= 0xEF)
-        return follows(1, first == 0xE0 ? 0xA0 : 0x80, first == 0xED ? 0x9F : 0xBF) && follows(2) ? 3 : 0;
-    if (first >= 0xF0 && first <= 0xF4)
-        return follows(1, first == 0xF0 ? 0x90 : 0x80, first == 0xF4 ? 0x8F : 0xBF) && follows(2) && follows(3)
-                   ? 4
-                   : 0;
-    return 0;
-}
-
 } // namespace
 
 Type typeOf(Syntax syntax) {
@@ -164,10 +142,10 @@ std::string_view cutAtCharacter(std::string_view text, std::size_t size) {
 
 bool isUtf8(std::string_view text) {
     while (!text.empty()) {
-        const std::size_t size = characterSize(text);
-        if (size == 0)
+        const std::size_t length = utf8::firstCharacter(text).length;
+        if (length == 0)
             return false;
-        text.remove_prefix(size);
+        text.remove_prefix(length);
     }
     return true;
 }

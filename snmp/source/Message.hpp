@@ -34,7 +34,7 @@ struct Message {
     std::string bytes;
 };
 
-/** Bytes of the longest message; a group with more values cannot be read. */
+/** Bytes of the longest answer; a group with more cannot be read. */
 constexpr std::size_t longestMessage = 32 * 1024 * 1024;
 
 /** Precedes the bytes of a message: kind and number of bytes. */

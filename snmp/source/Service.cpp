@@ -182,7 +182,8 @@ private:
         outcome.before.resize(write.changes.empty() ? 0 : order.values.size());
         for (const agent::Change& change : write.changes) {
             const auto& names = rule.index.nominators;
-            const bool isName = std::find(names.begin(), names.end(), change.attribute->nominator) != names.end();
+            const bool isName =
+                std::find(names.begin(), names.end(), change.attribute->nominator) != names.end();
             if (change.isRejected() || (isName && change.isChanged()))
                 outcome.isTaken = false;
             for (std::size_t i = 0; i < outcome.before.size(); ++i) {

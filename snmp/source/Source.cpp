@@ -1,6 +1,5 @@
 #include "snmp/source/Source.hpp"
 
-#include "agent/Endpoint.hpp"
 #include "snmp/Fields.hpp"
 #include "snmp/source/Child.hpp"
 
@@ -41,15 +40,20 @@ WriteOutcome outcomeOrUnknown(const Message& reply) {
     }
 }
 
-bool isLast(MessageKind kind) {
-    return kind == MessageKind::end || kind == MessageKind::written;
+/** Whether a reply ends the answer to a message. Throws std::runtime_error if it is none to it. */
+bool isLast(MessageKind reply, MessageKind message) {
+    if (reply == (message == MessageKind::read ? MessageKind::end : MessageKind::written))
+        return true;
+    if (message == MessageKind::read && (reply == MessageKind::group || reply == MessageKind::failedGroup))
+        return false;
+    throw std::runtime_error("unexpected message");
 }
 
 /** A child, its socket, and the message that is being received. The handlers of its socket own it, since
  * they may run after it was replaced. */
 struct Connection {
-    Connection(boost::asio::io_context& io, const std::string& url)
-        : child([&url](int end) { serveParent(end, url); })
+    Connection(boost::asio::io_context& io, const std::function<void(int)>& serve)
+        : child(serve)
         , socket(io) {
         socket.assign(boost::asio::local::stream_protocol(), child.releaseSocket());
     }
@@ -61,6 +65,8 @@ struct Connection {
     std::string sent;
     std::string body;
     Replies replies;
+    /** Bytes of the replies. */
+    std::size_t received = 0;
 };
 
 using ConnectionPointer = std::shared_ptr<Connection>;
@@ -69,17 +75,16 @@ using ConnectionPointer = std::shared_ptr<Connection>;
 
 class Source::State : public std::enable_shared_from_this<State> {
 public:
-    State(boost::asio::io_context& io, std::string url, Log log, SourceTimes times)
+    State(boost::asio::io_context& io, Log log, SourceSettings settings)
         : m_io(io)
-        , m_url(std::move(url))
         , m_log(std::move(log))
-        , m_times(times)
-        , m_pause(times.firstPause)
+        , m_settings(std::move(settings))
+        , m_pause(m_settings.firstPause)
         , m_limit(io)
         , m_restart(io) {}
 
     void start() {
-        m_connection = std::make_shared<Connection>(m_io, m_url);
+        m_connection = std::make_shared<Connection>(m_io, m_settings.serve);
         receiveHead(m_connection);
         sendNext();
     }
@@ -97,7 +102,7 @@ public:
         for (const long group : subject.groups)
             appendNumber(groups, static_cast<std::uint32_t>(group));
         m_orders.push_back({{MessageKind::read, std::move(groups)},
-                            m_times.readLimit.value_or(subject.limit),
+                            m_settings.readLimit.value_or(subject.limit),
                             [this, done = std::move(done)](std::optional<Replies> replies) {
                                 done(replies ? readingsOrNone(std::move(*replies)) : std::nullopt);
                             }});
@@ -105,11 +110,11 @@ public:
     }
 
     void write(const WriteOrder& order, WriteDone done) {
-        const auto firstRead = std::find_if(
-            m_orders.begin() + (m_isBusy ? 1 : 0), m_orders.end(),
-            [](const Order& candidate) { return candidate.message.kind == MessageKind::read; });
+        const auto firstRead =
+            std::find_if(m_orders.begin() + (m_isBusy ? 1 : 0), m_orders.end(),
+                         [](const Order& candidate) { return candidate.message.kind == MessageKind::read; });
         m_orders.insert(firstRead, {{MessageKind::write, encoded(order)},
-                                    m_times.writeLimit,
+                                    m_settings.writeLimit,
                                     [done = std::move(done)](std::optional<Replies> replies) {
                                         done(replies ? outcomeOrUnknown(replies->back()) : WriteOutcome());
                                     }});
@@ -120,7 +125,13 @@ public:
 
 private:
     void sendSoon() {
-        boost::asio::post(m_io, [self = shared_from_this()] { self->sendNext(); });
+        boost::asio::post(m_io, [self = shared_from_this()] {
+            try {
+                self->sendNext();
+            } catch (const std::exception& reason) { // out of memory
+                self->fail(reason.what());
+            }
+        });
     }
 
     /** Sends the next order, if the child waits for one. Without a child, all orders have failed. */
@@ -136,6 +147,7 @@ private:
         to.sentHead = headOf(m_orders.front().message);
         to.sent = std::move(m_orders.front().message.bytes);
         to.replies.clear();
+        to.received = 0;
         const std::array<boost::asio::const_buffer, 2> buffers{boost::asio::buffer(to.sentHead),
                                                                boost::asio::buffer(to.sent)};
         boost::asio::async_write(m_connection->socket, buffers,
@@ -166,8 +178,9 @@ private:
     void receiveHead(const ConnectionPointer& connection) {
         boost::asio::async_read(connection->socket, boost::asio::buffer(connection->head),
                                 guarded(connection, [this](const ConnectionPointer& from) {
-                                    if (from->head[1] > longestMessage)
-                                        throw std::runtime_error("message too long");
+                                    if (from->head[1] > longestMessage - from->received)
+                                        throw std::runtime_error("reply too long");
+                                    from->received += from->head[1];
                                     from->body.resize(from->head[1]);
                                     receiveBody(from);
                                 }));
@@ -179,17 +192,18 @@ private:
                                     if (!m_isBusy)
                                         throw std::runtime_error("reply without request");
                                     const auto kind = static_cast<MessageKind>(from->head[0]);
+                                    const bool isEnd = isLast(kind, m_orders.front().message.kind);
                                     from->replies.push_back({kind, std::exchange(from->body, {})});
-                                    if (isLast(kind))
-                                        finish(from);
                                     receiveHead(from);
+                                    if (isEnd)
+                                        finish(from);
                                 }));
     }
 
     void finish(const ConnectionPointer& connection) {
         m_limit.cancel();
         m_isBusy = false;
-        m_pause = m_times.firstPause;
+        m_pause = m_settings.firstPause;
         const Order order = std::move(m_orders.front());
         m_orders.pop_front();
         order.done(std::exchange(connection->replies, {}));
@@ -202,8 +216,8 @@ private:
         m_limit.cancel();
         m_isBusy = false;
         restartAfterPause();
-        setLost(reason);
         failAll();
+        setLost(reason);
     }
 
     /** The socket's handlers keep the connection for a moment, but not the child. */
@@ -216,7 +230,7 @@ private:
 
     void restartAfterPause() {
         m_restart.expires_after(m_pause);
-        m_pause = std::min(m_pause * 2, m_times.longestPause);
+        m_pause = std::min(m_pause * 2, m_settings.longestPause);
         m_restart.async_wait([self = shared_from_this()](const error_code& error) {
             if (error || self->m_isStopped)
                 return;
@@ -229,9 +243,13 @@ private:
         });
     }
 
+    /** Those that are there now. Allocates nothing. */
     void failAll() {
-        for (const Order& order : std::exchange(m_orders, {}))
+        for (std::size_t left = m_orders.size(); left > 0; --left) {
+            const Order order = std::move(m_orders.front());
+            m_orders.pop_front();
             order.done(std::nullopt);
+        }
     }
 
     std::optional<Readings> readingsOrNone(Replies replies) {
@@ -279,9 +297,8 @@ private:
     }
 
     boost::asio::io_context& m_io;
-    const std::string m_url;
     const Log m_log;
-    const SourceTimes m_times;
+    const SourceSettings m_settings;
     std::chrono::milliseconds m_pause;
     ConnectionPointer m_connection;
     std::deque<Order> m_orders;
@@ -296,8 +313,11 @@ private:
     boost::asio::steady_timer m_restart;
 };
 
-Source::Source(boost::asio::io_context& io, std::string url, Log log, SourceTimes times)
-    : m_state(std::make_shared<State>(io, std::move(url), std::move(log), times)) {
+Source::Source(boost::asio::io_context& io, std::string url, Log log, SourceSettings settings)
+    : m_state(nullptr) {
+    if (!settings.serve)
+        settings.serve = [url = std::move(url)](int socket) { serveParent(socket, url); };
+    m_state = std::make_shared<State>(io, std::move(log), std::move(settings));
     m_state->start();
 }
 

@@ -14,15 +14,17 @@
 
 namespace snmp {
 
-/** Times of a Source. */
-struct SourceTimes {
-    /** Pause before a child that ended is replaced; doubles up to the longest while children end early. */
+/** How a Source treats its child. */
+struct SourceSettings {
+    /** Pause before a child that ended is replaced. It doubles with each child that answers nothing. */
     std::chrono::milliseconds firstPause{1000};
     std::chrono::milliseconds longestPause{60000};
     /** Replaces the limit of each reading; for tests. */
     std::optional<std::chrono::milliseconds> readLimit = std::nullopt;
     /** Time after which a write counts as hanging. */
     std::chrono::milliseconds writeLimit{10000};
+    /** Replaces what the child does with its end of the socket; for tests. */
+    std::function<void(int socket)> serve = {};
 };
 
 /**
@@ -38,7 +40,7 @@ public:
     using WriteDone = std::function<void(const WriteOutcome&)>;
 
     /** Starts the child. Throws std::system_error. */
-    Source(boost::asio::io_context& io, std::string url, Log log, SourceTimes times = {});
+    Source(boost::asio::io_context& io, std::string url, Log log, SourceSettings settings = {});
     /** Kills the child; drops all functions that are still to be called. */
     ~Source();
     Source(const Source&) = delete;

@@ -29,8 +29,8 @@ public:
     const std::vector<Row>& rows() const { return m_rows; }
     /** The row with an index; null if there is none. */
     const Row* find(const Oid& index) const;
-    /** The first row with a value in a column whose index is greater than `index`, or equal if `include`; null
-     * if there is none. */
+    /** The first row with a value in a column whose index is greater than `index`, or equal if `include`;
+     * null if there is none. */
     const Row* next(const Oid& index, bool include, std::size_t column) const;
 
 private:

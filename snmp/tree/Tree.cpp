@@ -32,19 +32,19 @@ Value Tree::get(const Oid& oid, const Tables& tables) const {
 
 std::optional<Tree::Found> Tree::next(const SearchRange& range, const Tables& tables) const {
     const TreeColumn* const first = find(range.start);
-    auto column = first != nullptr
-                      ? m_columns.begin() + (first - m_columns.data())
-                      : std::lower_bound(m_columns.begin(), m_columns.end(), range.start,
-                                         [](const TreeColumn& candidate, const Oid& sought) {
-                                             return candidate.oid < sought;
-                                         });
+    auto column = first != nullptr ? m_columns.begin() + (first - m_columns.data())
+                                   : std::lower_bound(m_columns.begin(), m_columns.end(), range.start,
+                                                      [](const TreeColumn& candidate, const Oid& sought) {
+                                                          return candidate.oid < sought;
+                                                      });
     for (; column != m_columns.end() && (range.end.empty() || column->oid < range.end); ++column) {
         const Table* const table = tables(column->table);
         if (table == nullptr)
             continue;
         const bool startsHere = &*column == first;
-        const Row* const row = startsHere ? table->next(indexIn(range.start, column->oid), range.include, column->cell)
-                                          : table->next({}, true, column->cell);
+        const Row* const row =
+            startsHere ? table->next(indexIn(range.start, column->oid), range.include, column->cell)
+                       : table->next({}, true, column->cell);
         if (row == nullptr)
             continue;
         Oid oid = joined(column->oid, row->index);
