@@ -6,6 +6,7 @@ set(CMAKE_C_STANDARD 11)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON) # static libraries are parts of shared ones
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON) # no program depends on the name of the build directory
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/lib)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 
@@ -22,7 +23,8 @@ add_library(owb_flags INTERFACE)
 # the compiler names relative to the build directory.
 file(RELATIVE_PATH source_from_build ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR})
 string(REGEX REPLACE "/$" "" source_from_build ${source_from_build})
-target_compile_options(owb_flags INTERFACE "-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=" "-ffile-prefix-map=${source_from_build}/=")
+target_compile_options(owb_flags INTERFACE "-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=" "-ffile-prefix-map=${source_from_build}/="
+                       "-ffile-prefix-map=${PROJECT_BINARY_DIR}/=")
 # /proc has inode numbers beyond 32 bits.
 target_compile_definitions(owb_flags INTERFACE _FILE_OFFSET_BITS=64)
 # assert() guards memory and stays on in every build type. Boost's assertions are off: Beast's HTTP parser asserts what

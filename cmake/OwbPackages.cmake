@@ -1,17 +1,6 @@
 # The packages that cpack makes: Debian packages and a tarball. They hold the bundled libraries: the package of a library
 # that was found on the build machine is unknown. Packages that are made twice from one revision are the same files.
 
-# owb_last_commit(VARIABLE FORMAT) sets the variable as git formats the last commit, or to "" in sources without history.
-function(owb_last_commit variable format)
-    set(output "")
-    if(EXISTS ${PROJECT_SOURCE_DIR}/.git) # not the history of a project around this one
-        # Root may make packages in the directory of a user.
-        execute_process(COMMAND git -c safe.directory=* -C ${PROJECT_SOURCE_DIR} log -1 --format=${format}
-                        OUTPUT_VARIABLE output OUTPUT_STRIP_TRAILING_WHITESPACE ERROR_QUIET)
-    endif()
-    set(${variable} "${output}" PARENT_SCOPE)
-endfunction()
-
 # The project has no address and no home page of its own, so the packages name who made this revision, and no home page.
 owb_last_commit(author "%an <%ae>")
 set(OWB_MAINTAINER "" CACHE STRING "Maintainer of the packages, as NAME <ADDRESS>; empty: the author of the last commit")
@@ -22,16 +11,9 @@ endif()
 set(CPACK_PACKAGE_CONTACT "${maintainer}")
 
 # The time of all files in the packages, and of their changelog.
-set(epoch "$ENV{SOURCE_DATE_EPOCH}")
-if(NOT epoch)
-    owb_last_commit(epoch %ct)
-endif()
-if(NOT epoch)
-    file(TIMESTAMP ${PROJECT_SOURCE_DIR}/CHANGELOG.md epoch %s UTC)
-endif()
-set(ENV{SOURCE_DATE_EPOCH} ${epoch})
+set(ENV{SOURCE_DATE_EPOCH} ${OWB_EPOCH})
 string(TIMESTAMP changelog_date "%a, %d %b %Y %H:%M:%S +0000" UTC)
-set(CPACK_OWB_EPOCH ${epoch})
+set(CPACK_OWB_EPOCH ${OWB_EPOCH})
 
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # it would precede each description below
 set(CPACK_SYSTEM_NAME linux-${OWB_DEBIAN_ARCHITECTURE})
