@@ -21,10 +21,7 @@ set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
     WORLD_READ WORLD_EXECUTE)
-set(CPACK_COMPONENTS_ALL library development documents tools) # for Debian; the tarball holds all files
-if(TARGET owb-agentx)
-    list(APPEND CPACK_COMPONENTS_ALL snmp)
-endif()
+set(CPACK_COMPONENTS_ALL library development documents exporter snmp tools) # for Debian; the tarball holds all files
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE ${OWB_DEBIAN_ARCHITECTURE})
@@ -36,7 +33,8 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # on, with the versions that introduced the symbols in use; a test compares them.
 set(libc "libc6 (>= 2.34)")
 set(libstdcxx "libgcc-s1 (>= 3.0), libstdc++6 (>= 11)")
-set(transport "zlib1g (>= 1:1.1.4)")
+set(zlib "zlib1g (>= 1:1.1.4)")
+set(transport "${zlib}")
 if(OWB_HAS_TLS)
     string(APPEND transport ", libssl3 (>= 3.0.0)")
 endif()
@@ -52,6 +50,16 @@ set(control ${PROJECT_SOURCE_DIR}/packaging/debian)
 set(generated ${PROJECT_BINARY_DIR}/packaging/debian)
 configure_file(${control}/changelog.in ${generated}/changelog @ONLY)
 configure_file(${control}/shlibs.in ${generated}/shlibs @ONLY)
+
+# owb_service_scripts(COMPONENT UNIT INSTALL_STEP PURGE_STEP) makes the maintainer scripts of a package with a service.
+function(owb_service_scripts component unit install_step purge_step)
+    set(scripts "")
+    foreach(script IN ITEMS postinst prerm postrm)
+        configure_file(${control}/${script}.in ${generated}/${unit}/${script} @ONLY)
+        list(APPEND scripts ${generated}/${unit}/${script})
+    endforeach()
+    set(CPACK_DEBIAN_${component}_PACKAGE_CONTROL_EXTRA ${scripts} ${ARGN} PARENT_SCOPE)
+endfunction()
 
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME libowb${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
@@ -85,21 +93,29 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION admin)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
     "${same_version}, ${libc}, ${libstdcxx}${passwords}, ${sysusers}")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS owb-doc)
-set(CPACK_DEBIAN_TOOLS_PACKAGE_CONTROL_EXTRA
-    ${control}/owb-tools/postinst ${control}/owb-tools/prerm ${control}/owb-tools/postrm)
+owb_service_scripts(TOOLS owbcimomd "" "[ \"$1\" != purge ] || rm -rf \"$DPKG_ROOT/var/lib/owb\"")
 set(CPACK_DEBIAN_TOOLS_DESCRIPTION "CIM object manager with the data of this host, and a command line
 The object manager owbcimomd serves this host's live data to CIM clients,
 on a Unix-domain socket and over TCP. The command line owbctl reads and
 writes the data of an object manager through libowb. The program
 owbcimom-passwd keeps the passwords of clients on the network.")
 
+set(CPACK_DEBIAN_EXPORTER_PACKAGE_NAME owb-exporter)
+set(CPACK_DEBIAN_EXPORTER_PACKAGE_SECTION net)
+set(CPACK_DEBIAN_EXPORTER_PACKAGE_DEPENDS "${same_version}, ${libc}, ${libstdcxx}, ${zlib}, ${sysusers}")
+set(CPACK_DEBIAN_EXPORTER_PACKAGE_SUGGESTS "owb-doc, owb-tools, prometheus")
+owb_service_scripts(EXPORTER owb-exporter "" "")
+set(CPACK_DEBIAN_EXPORTER_DESCRIPTION "metrics of a CIM object manager for Prometheus
+The program owb-exporter serves the data of a CIM object manager over HTTP,
+as metrics that Prometheus and its like read, through libowb.")
+
 set(CPACK_DEBIAN_SNMP_PACKAGE_NAME owb-snmp)
 set(CPACK_DEBIAN_SNMP_PACKAGE_SECTION net)
 set(CPACK_DEBIAN_SNMP_PACKAGE_DEPENDS "${same_version}, ${libc}, ${libstdcxx}, ${sysusers}, ${tmpfiles}")
 set(CPACK_DEBIAN_SNMP_PACKAGE_RECOMMENDS snmpd)
 set(CPACK_DEBIAN_SNMP_PACKAGE_SUGGESTS "owb-doc, owb-tools, snmp")
-set(CPACK_DEBIAN_SNMP_PACKAGE_CONTROL_EXTRA ${control}/owb-snmp/conffiles
-    ${control}/owb-snmp/postinst ${control}/owb-snmp/prerm ${control}/owb-snmp/postrm)
+# snmpd is not restarted: other subagents and managers may be using it.
+owb_service_scripts(SNMP owb-agentx "systemd-tmpfiles --root=\"\${DPKG_ROOT:-/}\" --create owb-agentx.conf" "" ${control}/conffiles)
 set(CPACK_DEBIAN_SNMP_DESCRIPTION "SNMP subagent with the data of a CIM object manager
 The program owb-agentx serves the data of a CIM object manager as standard
 MIB objects, through libowb. It is a subagent of snmpd, which answers

@@ -21,24 +21,20 @@ states() {
     dpkg-query --admindir="$root/var/lib/dpkg" -W -f='${db:Status-Status} '
 }
 
-names=(libowb-dev libowb1 owb-doc owb-tools)
-services=(owbcimomd)
-if [[ -n $(ls "$packages"/owb-snmp_*.deb 2>/dev/null) ]]; then
-    names+=(owb-snmp)
-    services+=(owb-agentx)
-fi
+names=(libowb-dev libowb1 owb-doc owb-exporter owb-snmp owb-tools)
+services=(owbcimomd owb-agentx owb-exporter)
 wanted=$root/etc/systemd/system/multi-user.target.wants
 run_dpkg -i "$packages"/*.deb
 [[ $(states) == "${names[*]/*/installed} " ]] || fail "after installing: $(states)"
-expect "$(<"$root/etc/passwd")" $'owbcimom:x:' "passwd"
+for user in owbcimom owb-agentx owb-exporter; do
+    expect "$(<"$root/etc/passwd")" "$user:x:" "passwd"
+done
 [[ ! -e $wanted ]] || fail "installing enabled a service"
-if [[ ${names[*]} == *owb-snmp* ]]; then
-    group=$(sed -n 's/^owb-agentx:x:\([0-9]*\):.*/\1/p' "$root/etc/group")
-    [[ $(stat -c '%a %u %g' "$root/var/agentx") == "750 0 $group" ]] || fail "other users of the directory of snmpd's socket"
-fi
+group=$(sed -n 's/^owb-agentx:x:\([0-9]*\):.*/\1/p' "$root/etc/group")
+[[ $(stat -c '%a %u %g' "$root/var/agentx") == "750 0 $group" ]] || fail "other users of the directory of snmpd's socket"
 run_dpkg -i "$packages"/*.deb # again, as for a new version
 
-user=$(<"$root/etc/passwd")
+users=$(<"$root/etc/passwd")
 mkdir -p "$root/var/lib/owb"
 touch "$root/var/lib/owb/state.json"
 if command -v systemctl >/dev/null; then
@@ -51,6 +47,6 @@ run_dpkg -r "${names[@]}"
 
 run_dpkg -P "${names[@]}"
 [[ ! -e $root/var/lib/owb ]] || fail "purging left the state"
-[[ $(<"$root/etc/passwd") == "$user" ]] || fail "the user has changed: $(<"$root/etc/passwd")"
+[[ $(<"$root/etc/passwd") == "$users" ]] || fail "the user has changed: $(<"$root/etc/passwd")"
 left=$(find "$root" -name '*owb*' ! -path "$root/var/lib/dpkg/*")
 [[ -z $left ]] || fail "not removed: $left"

@@ -23,8 +23,7 @@ expect_field() { # NAME FIELD VALUE
     [[ $value == "$3" ]] || fail "$2 of $1 is \"$value\", not \"$3\""
 }
 
-names=(libowb-dev libowb1 owb-doc owb-tools)
-[[ ! -e $tree/sbin/owb-agentx ]] || names=(libowb-dev libowb1 owb-doc owb-snmp owb-tools)
+names=(libowb-dev libowb1 owb-doc owb-exporter owb-snmp owb-tools)
 files=("$packages"/*.deb)
 [[ ${#files[@]} -eq ${#names[@]} ]] || fail "other packages: ${files[*]}"
 for name in "${names[@]}"; do
@@ -62,13 +61,15 @@ for file in README.md CHANGELOG.md docs/groups.md; do
     expect "$(<"$directory/owb-doc.files")" "usr/share/doc/owb-doc/$file" "the list of owb-doc"
 done
 
-if [[ -e $tree/sbin/owb-agentx ]]; then
-    for file in usr/sbin/owb-agentx usr/lib/systemd/system/owb-agentx.service usr/lib/sysusers.d/owb-agentx.conf \
-        usr/lib/tmpfiles.d/owb-agentx.conf usr/share/man/man8/owb-agentx.8.gz etc/snmp/snmpd.conf.d/owb.conf; do
-        expect "$(<"$directory/owb-snmp.files")" "$file" "the list of owb-snmp"
-    done
-    expect "$(dpkg-deb -I "$(package owb-snmp)" conffiles)" /etc/snmp/snmpd.conf.d/owb.conf "the settings of owb-snmp"
-fi
+for file in usr/sbin/owb-agentx usr/lib/systemd/system/owb-agentx.service usr/lib/sysusers.d/owb-agentx.conf \
+    usr/lib/tmpfiles.d/owb-agentx.conf usr/share/man/man8/owb-agentx.8.gz etc/snmp/snmpd.conf.d/owb.conf; do
+    expect "$(<"$directory/owb-snmp.files")" "$file" "the list of owb-snmp"
+done
+expect "$(dpkg-deb -I "$(package owb-snmp)" conffiles)" /etc/snmp/snmpd.conf.d/owb.conf "the settings of owb-snmp"
+for file in sbin/owb-exporter lib/systemd/system/owb-exporter.service lib/sysusers.d/owb-exporter.conf \
+    share/man/man8/owb-exporter.8.gz; do
+    expect "$(<"$directory/owb-exporter.files")" "usr/$file" "the list of owb-exporter"
+done
 
 # Together they contain the installed files and Debian's additions; no file is in two packages.
 cat "$directory"/*.files | LC_ALL=C sort >"$directory/all"
