@@ -188,7 +188,9 @@ const char* OWB_propertyName(long group, long nom);
 /*
  * Sets the URL of the CIMOM: scheme://[user[:password]@]host[:port]. The port of a Unix-domain socket is its
  * path, percent-encoded: "owbinary.wbem://localhost:%2ftmp%2fOpenWBEM_UDS", which is the default. A numeric
- * port selects TCP. A scheme that begins with "owbinary" selects the binary protocol, any other CIM-XML.
+ * port selects TCP. A scheme that begins with "owbinary" selects the binary protocol, any other CIM-XML. A
+ * scheme that ends in "s", such as https, selects TLS: the bundled client library verifies the CIMOM, as the
+ * environment variables OWB_TLS_CA, OWB_TLS_CERT, OWB_TLS_KEY and OWB_TLS_VERIFY say (OWB_URLSet(3)).
  *
  *   url    copied; null leaves the URL unchanged. The result of OWB_URLGet() is allowed.
  *
