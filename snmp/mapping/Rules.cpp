@@ -207,6 +207,7 @@ const std::vector<ObjectRule>& objectRules() {
         {"47.1.1.1.1.4", S::integer32, 0, {}, firstValue, {}, "", "0"},
         {"47.1.1.1.1.5", S::integer32, 0, {{27, 4}}, physicalClass},
         {"47.1.1.1.1.6", S::integer32, 0, {}, firstValue, {}, "", "-1"},
+        {"47.1.1.1.1.11", S::octets, 32},
         {"47.1.1.1.1.14", S::octets, 32, {}, firstValue, {}, "", "", nullptr, readWrite},
         {"47.1.1.1.1.15", S::octets, 32, {}, firstValue, {}, "", "", nullptr, readWrite},
         {"47.1.3.3.1.1", S::integer32, 0, {{0, 0}, {27, 0}}},

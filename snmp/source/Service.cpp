@@ -103,17 +103,23 @@ private:
                     sendProcesses();
                 continue;
             }
-            const agent::Group group = agent::readGroup(number);
-            if (group.status == OWB_DONE) {
-                sendGroup(number, group.rows);
+            if (readAndSend(number))
                 continue;
-            }
             const long status = agent::readGroup(probedGroup).status;
             if (status != OWB_DONE)
                 return agent::failureText(status, m_url);
-            sendFailure(number);
+            // It may have come back only now.
+            if (!readAndSend(number))
+                sendFailure(number);
         }
         return {};
+    }
+
+    bool readAndSend(long number) {
+        const agent::Group group = agent::readGroup(number);
+        if (group.status == OWB_DONE)
+            sendGroup(number, group.rows);
+        return group.status == OWB_DONE;
     }
 
     /** The inventory of the library knows the processes of this host better than a reply of their list. */

@@ -176,9 +176,10 @@ TEST_F(Sources, AGroupThatTheObjectManagerDoesNotHaveIsLeftOut) {
     const std::string error = wire::cimErrorReply(5, "no such class");
     const std::string system = wire::chunkedReply(
         wire::enumeration({wire::instance("QAV_System", {wire::stringProperty("SystemName", "box")})}));
-    // Group 12 fails, is repeated, and the probe succeeds; so does group 13.
-    const support::ScriptedPeer peer({support::Step::answer(error), support::Step::answer(error),
-                                      support::Step::answer(system), support::Step::answer(system)});
+    // Group 12 fails and is repeated, the probe succeeds, group 12 fails again, and group 13 succeeds.
+    using support::Step;
+    const support::ScriptedPeer peer({Step::answer(error), Step::answer(error), Step::answer(system),
+                                      Step::answer(error), Step::answer(error), Step::answer(system)});
     start(peer.url());
     const auto read = this->read(Subject::ip);
     ASSERT_TRUE(read);
