@@ -33,7 +33,7 @@ update)
         echo "E: Unable to locate package snmpd" >&2
         exit 100
     fi
-    echo "Inst libfake (1 Debian [all])" ;;
+    printf 'Inst %s (1 Debian [all])\n' libjs-fake fonts-fake libfake ;;
 download)
     shift
     for package; do
@@ -62,20 +62,20 @@ download libfake python3-pysnmp4-mibs snmp snmpd" ]] || fail "other calls: $(com
 [[ -z $(find "$tools" -name '*.deb') ]] || fail "it keeps the packages"
 
 network=down
-run "$directory/scripts/unpack"
+run "$directory/scripts/unpack" snmp
 expect_run 0 ""
 expect_calls ""
 
 # Packages of another version of the script.
 echo "snmpd" >"$tools/snmp/packages"
 network=up
-run "$directory/scripts/unpack"
+run "$directory/scripts/unpack" snmp
 expect_unpacked
 
 # The lists of the system are empty, as on a new machine.
 rm -r "$tools"
 system_lists=empty
-run "$directory/scripts/unpack"
+run "$directory/scripts/unpack" snmp
 expect_unpacked
 [[ $(commands) == *$'\nupdate\n--simulate'* ]] || fail "other calls: $(commands)"
 [[ ! -e $directory/hook ]] || fail "it runs the system's hooks, which need root"
@@ -83,13 +83,13 @@ expect_unpacked
 # An index that is not needed cannot be loaded.
 rm -r "$tools"
 broken_index=yes
-run "$directory/scripts/unpack"
+run "$directory/scripts/unpack" snmp
 expect_unpacked
 broken_index=
 
 rm -r "$tools"
 network=down
-run "$directory/scripts/unpack"
+run "$directory/scripts/unpack" snmp
 expect_run 1 "$announcement
 W: Failed to fetch http://example.net/InRelease
 E: Unable to locate package snmpd
@@ -97,22 +97,31 @@ unpack: cannot download $packages: apt-get failed, see above; it needs a network
 
 # The connection breaks after the first package.
 system_lists=complete network=breaking
-run "$directory/scripts/unpack"
+run "$directory/scripts/unpack" snmp
 [[ $status -eq 1 && ! -e $tools/snmp ]] || fail "half of the packages are unpacked: $output"
 [[ -e $tools/apt/snmp/libfake_1_all.deb ]] || fail "it does not keep what it downloaded"
 network=up
-run "$directory/scripts/unpack"
+run "$directory/scripts/unpack" snmp
 expect_unpacked
 
 # A package that cannot be unpacked is downloaded again.
 rm -r "$tools"
 mkdir -p "$tools/apt/snmp"
 echo damaged >"$tools/apt/snmp/snmp-base_1_all.deb"
-run "$directory/scripts/unpack"
+run "$directory/scripts/unpack" snmp
 [[ $status -eq 1 && ! -e $tools/snmp ]] || fail "a damaged package is taken: $output"
 expect "$output" "unpack: cannot unpack snmp-base_1_all.deb, see above; retry" "the output"
-run "$directory/scripts/unpack"
+run "$directory/scripts/unpack" snmp
 expect_unpacked
 
 run "$directory/scripts/unpack" nothing
-expect_run 1 "unpack: unknown tools: nothing; known: snmp"
+expect_run 1 "unpack: unknown tools: nothing; known: prometheus snmp"
+
+# Without arguments it unpacks all tools.
+rm -r "$tools"
+for package in prometheus prometheus-node-exporter; do
+    sed "s/^Package: .*/Package: $package/" -i "$directory/libfake/DEBIAN/control"
+    dpkg-deb --build "$directory/libfake" "$directory/${package}_1_all.deb" >/dev/null
+done
+run "$directory/scripts/unpack"
+[[ $status -eq 0 && -e $tools/snmp/packages && -e $tools/prometheus/packages ]] || fail "it does not unpack all tools: $output"
