@@ -57,7 +57,7 @@ for file in bin/owbctl sbin/owbcimomd sbin/owbcimom-passwd lib/systemd/system/ow
     expect "$(<"$directory/owb-tools.files")" "usr/$file" "the list of owb-tools"
 done
 
-for file in README.md CHANGELOG.md docs/groups.md; do
+for file in README.md CHANGELOG.md docs/groups.md examples/prometheus/owb-alerts.yml; do
     expect "$(<"$directory/owb-doc.files")" "usr/share/doc/owb-doc/$file" "the list of owb-doc"
 done
 
