@@ -13,7 +13,7 @@ struct Conversion {
     std::string text;
     /** Unit of the number: "s", "cs", "ms" or "us". */
     std::string unit;
-    /** Nothing if the library cannot read the text. */
+    /** Nothing if the library cannot read the text, or if the number does not fit. */
     std::optional<long> number;
     /** Why there is no number, for people; else empty. */
     std::string error;
@@ -29,7 +29,7 @@ Conversion convertDate(const std::string& text);
 /**
  * Length of a CIM interval in "s", "cs", "ms" or "us", by OWB_calcTimeInterval(). A 0 counts as valid only if
  * the text has the form of an interval (DSP0004): 14 digits or asterisks, a point, 6 more, a colon and 3
- * digits.
+ * digits. The library's number has 32 bits and wraps; one that wrapped is an error.
  */
 Conversion convertInterval(const std::string& text, const std::string& unit);
 

@@ -47,6 +47,30 @@ TEST(ConvertInterval, AnIntervalIsConvertedToItsUnit) {
     EXPECT_EQ(convertInterval("00000000001001.000005:000", "us").number, 601000005);
 }
 
+TEST(ConvertInterval, TheLongestIntervalOf32BitsIsConverted) {
+    EXPECT_EQ(convertInterval("00024855031407.999999:000", "s").number, 2147483647);
+    EXPECT_EQ(convertInterval("00000248131356.470000:000", "cs").number, 2147483647);
+    EXPECT_EQ(convertInterval("00000024203123.647000:000", "ms").number, 2147483647);
+    EXPECT_EQ(convertInterval("00000000003547.483647:000", "us").number, 2147483647);
+}
+
+TEST(ConvertInterval, ALongerIntervalWrapsAndHasNoNumber) {
+    EXPECT_EQ(convertInterval("00024855031408.000000:000", "s").error,
+              "too long for 32 bits in s: the library's number wraps to -2147483648");
+    EXPECT_EQ(convertInterval("00000024203123.648000:000", "ms").number, std::nullopt);
+    EXPECT_EQ(convertInterval("00000000003547.483648:000", "us").number, std::nullopt);
+    EXPECT_EQ(convertInterval("99999999000000.000000:000", "s").number, std::nullopt);
+}
+
+TEST(ConvertInterval, AnIntervalThatWrapsToZeroHasNoNumber) {
+    EXPECT_EQ(convertInterval("00049710062816.000000:000", "s").error,
+              "too long for 32 bits in s: the library's number wraps to 0");
+}
+
+TEST(ConvertInterval, AFieldWithASignIsConverted) {
+    EXPECT_EQ(convertInterval("-0000001000000.000000:000", "s").number, -86400);
+}
+
 TEST(ConvertInterval, ZeroIsValidForATextInTheFormOfAnInterval) {
     for (const char* const text : {"00000000000000.000000:000", "00000000000000.999999:000",
                                    "********000000.******:000", "00000000000000.000000:999"})
