@@ -1,7 +1,5 @@
 #include "agent/Change.hpp"
 
-#include "agent/Endpoint.hpp"
-
 #include <new>
 
 namespace agent {
@@ -20,7 +18,14 @@ std::optional<std::string> valueFor(const Attribute* attribute, const std::vecto
     return std::nullopt;
 }
 
-long send(const WriteRequest& request) {
+/** Outcome of sending the values. */
+struct Sent {
+    long status;
+    /** The failure that the library traced; empty if there was none. */
+    Failure failure;
+};
+
+long setGroup(const WriteRequest& request) {
     Queue queue;
     for (const Assignment& assignment : request.assignments) {
         if (!OWB_itemAdd(queue.head(), request.group, assignment.attribute->nominator, request.row, 0,
@@ -28,6 +33,16 @@ long send(const WriteRequest& request) {
             throw std::bad_alloc();
     }
     return OWB_setGroup(request.group, queue.head());
+}
+
+/** Sends the values once, and looks into the trace for the outcome: the status does not include it. */
+Sent send(const WriteRequest& request, const Trace* trace) {
+    const std::size_t before = trace == nullptr ? 0 : trace->size();
+    const long status = setGroup(request);
+    const std::optional<Thrown> thrown = trace == nullptr ? std::nullopt : trace->lastException(before);
+    if (thrown)
+        return {status, failureOf(*thrown, OWB_URLGet())};
+    return {status, status == OWB_DONE ? Failure() : failureOf(status)};
 }
 
 /** Sets the changes or the error. A row without values makes no items, so it is absent from a Group. */
@@ -57,22 +72,25 @@ std::vector<Change> compare(long group, const Row& before, const Row& after,
     return changes;
 }
 
-Write writeRow(const WriteRequest& request, const std::string& url) {
+Write writeRow(const WriteRequest& request, const Trace* trace) {
     Write write{request.group, request.row, OWB_DONE, {}, {}};
-    const auto failed = [&write, &url](long status, const std::string& step) {
+    const auto failed = [&write](long status, const Failure& failure, const std::string& step) {
         write.status = status;
-        write.error = step + ": " + failureText(status, url);
+        write.failure = failure;
+        write.error = step + ": " + failure.text;
         return write;
     };
     const Group before = readGroup(request.group);
     if (before.status != OWB_DONE)
-        return failed(before.status, "cannot read before the write, nothing was written");
-    const long sent = send(request);
-    if (sent != OWB_DONE)
-        return failed(sent, "cannot write, perhaps after the values were sent");
+        return failed(before.status, before.failure, "cannot read before the write, nothing was written");
+    const Sent sent = send(request, trace);
+    if (sent.status != OWB_DONE)
+        return failed(sent.status, sent.failure, "cannot write, perhaps after the values were sent");
+    write.failure = sent.failure;
     const Group after = readGroup(request.group);
     if (after.status != OWB_DONE)
-        return failed(after.status, "cannot read back, the values were sent and may have been accepted");
+        return failed(after.status, after.failure,
+                      "cannot read back, the values were sent and may have been accepted");
     compareRows(write, before, after, request.assignments);
     return write;
 }

@@ -2,6 +2,7 @@
 #define AGENT_CHANGE_HPP
 
 #include "agent/Group.hpp"
+#include "agent/Trace.hpp"
 
 #include <optional>
 #include <string>
@@ -59,6 +60,9 @@ struct Write {
     std::string error;
     /** As compare() returns them; empty after an error. */
     std::vector<Change> changes;
+    /** Why the write failed, as the object manager or the connection says; empty if it succeeded, or if the
+     * reason is unknown. */
+    Failure failure = {};
 };
 
 /**
@@ -66,9 +70,9 @@ struct Write {
  * object manager accepted them. Reads are repeated as readGroup() does, the write never. Blocks; for the
  * thread that calls the library. Throws std::bad_alloc if an item cannot be made; nothing is written then.
  *
- * @param url without password; appears in Write::error
+ * @param trace the trace of the library, which alone shows why a write failed; null if there is none
  */
-Write writeRow(const WriteRequest& request, const std::string& url);
+Write writeRow(const WriteRequest& request, const Trace* trace);
 
 } // namespace agent
 #endif

@@ -3,13 +3,13 @@
 #include "util/Number.hpp"
 #include "util/Percent.hpp"
 
-// Before owb.h, which declares functions with the client library's classes only after their headers.
-#include <OW_CIMClient.hpp>
 #include <OW_Exception.hpp>
 #include <OW_String.hpp>
 #include <OW_URL.hpp>
 
 #include <owb.h>
+
+#include <cctype>
 
 namespace agent {
 namespace {
@@ -50,19 +50,6 @@ std::string withoutPassword(const std::string& url) {
     return url.substr(0, colon + 1) + "***" + url.substr(userEnd);
 }
 
-std::string reconnect() {
-    try {
-        OWB_connect(1);
-        return std::string();
-    } catch (const OpenWBEM::Exception& reason) {
-        return std::string(reason.type()) + ": " + reason.getMessage();
-    }
-}
-
-bool isConnectionFailure(long status) {
-    return status == OWB_NO_CONNECTION || status == OWB_EXCEPTION;
-}
-
 std::string failureText(long status, const std::string& url) {
     switch (status) {
     case OWB_NO_INSTANCE:
@@ -73,6 +60,52 @@ std::string failureText(long status, const std::string& url) {
         return "no connection to the object manager at " + url;
     default:
         return "no answer from the object manager at " + url + ", or it reported an error";
+    }
+}
+
+std::string urlOfSocket(const std::string& path) {
+    static const char digits[] = "0123456789ABCDEF";
+    // A number as port means TCP, and other words a socket that has a name: a slash makes it a path.
+    const std::string text = path.find('/') == std::string::npos ? "./" + path : path;
+    std::string url = "owbinary.wbem://localhost:";
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (std::isalnum(byte) != 0)
+            url += c;
+        else
+            url.append({'%', digits[byte >> 4], digits[byte & 0xF]});
+    }
+    return url;
+}
+
+std::string urlOf(const std::string& text) {
+    const std::string socket = "unix:";
+    return text.rfind(socket, 0) == 0 ? urlOfSocket(text.substr(socket.size())) : text;
+}
+
+std::string portError(const std::string& url) {
+    try {
+        const std::string port = OpenWBEM::URL(OpenWBEM::String(url.c_str())).port.c_str();
+        const bool isNumber = !port.empty() && port.find_first_not_of("0123456789") == std::string::npos;
+        const long number = util::decimal<long>(port).value_or(highestPort + 1);
+        if (!isNumber || (number > 0 && number <= highestPort))
+            return std::string();
+        return "port " + port + " is out of range, 1 to " + std::to_string(highestPort);
+    } catch (const OpenWBEM::Exception&) { // malformed: reconnect() reports it
+        return std::string();
+    }
+}
+
+std::string peerName(const std::string& url) {
+    try {
+        const Endpoint endpoint = endpointOf(url);
+        if (!endpoint.socketPath.empty())
+            return endpoint.socketPath;
+        if (endpoint.port == Endpoint::ownSocket)
+            return "the client library's own socket";
+        return endpoint.host + " port " + endpoint.port;
+    } catch (const OpenWBEM::Exception&) {
+        return withoutPassword(url);
     }
 }
 

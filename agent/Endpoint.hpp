@@ -3,7 +3,7 @@
 
 #include <string>
 
-/** The object manager that the library asks: its URL, the connection to it, and why a request failed. */
+/** The object manager that the library asks: its URL, and what it means. */
 namespace agent {
 
 /** The parts of a URL. */
@@ -19,26 +19,29 @@ struct Endpoint {
     std::string socketPath;
 };
 
-/** Splits a URL. The client library must have accepted it, see reconnect(): a malformed URL throws an
- * exception of that library. */
+/** Splits a URL. A malformed URL throws an exception of the client library. */
 Endpoint endpointOf(const std::string& url);
 
 /** `url` with "***" in place of the password. For messages and logs, not for the library. */
 std::string withoutPassword(const std::string& url);
 
-/**
- * Drops the library's client, if there is one, and makes a new one for the URL that is set. Sends nothing:
- * the next request connects. Returns the empty text, or why there is no client, for example a malformed URL.
- * The client is one per process: call this from the thread that calls the library.
- */
-std::string reconnect();
-
-/** Whether a status of the library can mean that the connection or the object manager failed. */
-bool isConnectionFailure(long status);
-
-/** The meaning of a status other than OWB_DONE, for people. `url` is printed as it is: pass it without
- * password. */
+/** The meaning of a status of the library other than OWB_DONE, where Group::failure is not known. `url` is
+ * printed as it is: pass it without password. */
 std::string failureText(long status, const std::string& url);
+
+/** URL of the Unix-domain socket at a path, for the binary protocol. */
+std::string urlOfSocket(const std::string& path);
+
+/** The URL that a text means: "unix:PATH" is the socket at PATH, any other text is a URL. */
+std::string urlOf(const std::string& text);
+
+/** Why no object manager can listen on the port of a URL: a number beyond 65535, which the library takes for
+ * the name of a socket, or 0. Empty for a valid port, and for a malformed URL. */
+std::string portError(const std::string& url);
+
+/** The other end of the connection for a URL: the path of a socket, or "host port 5988". Never with a
+ * password. */
+std::string peerName(const std::string& url);
 
 } // namespace agent
 #endif

@@ -1,8 +1,10 @@
 #include "agent/Group.hpp"
 
-#include "agent/Endpoint.hpp"
+#include "agent/Client.hpp"
 
 #include <algorithm>
+#include <functional>
+#include <optional>
 
 namespace agent {
 namespace {
@@ -17,10 +19,30 @@ std::vector<Property> inCatalogueOrder(const std::vector<const Attribute*>& all,
     return properties;
 }
 
+/** Reads items of a group into a queue and returns the status of the library. */
+using Read = std::function<long(_qHead* queue)>;
+
+/** Makes the same request, and returns why it failed. */
+using Repeat = std::function<std::optional<Failure>()>;
+
 Group readOnce(long number, const Read& read) {
     Queue queue;
     const long status = read(queue.head());
-    return {number, classOf(number).name, status, rowsOf(number, queue)};
+    return {number, classOf(number).name, status, rowsOf(number, queue),
+            status == OWB_DONE ? Failure() : failureOf(status)};
+}
+
+Group readTwice(long number, const Read& read, const Repeat& repeat) {
+    Group group = readOnce(number, read);
+    if (group.status != OWB_EXCEPTION && group.status != OWB_NO_CONNECTION)
+        return group;
+    std::optional<Failure> failure = reconnect();
+    if (!failure)
+        failure = repeat();
+    if (!failure)
+        return readOnce(number, read);
+    group.failure = std::move(*failure);
+    return group;
 }
 
 } // namespace
@@ -46,15 +68,17 @@ std::vector<Row> rowsOf(long group, const Queue& queue) {
     return rows;
 }
 
-Group readGroup(long number, const Read& read) {
-    Group group = readOnce(number, read);
-    if (isConnectionFailure(group.status) && reconnect().empty())
-        group = readOnce(number, read);
-    return group;
+Group readGroup(long number) {
+    return readTwice(
+        number, [number](_qHead* queue) { return OWB_getGroup(number, queue); },
+        [number] { return requestInstances(classOf(number).name); });
 }
 
-Group readGroup(long number) {
-    return readGroup(number, [number](_qHead* queue) { return OWB_getGroup(number, queue); });
+Group readInstance(long number, const std::string& path, long row) {
+    std::string text = path; // the library takes char*
+    return readTwice(
+        number, [&](_qHead* queue) { return OWB_getInstance(number, text.data(), row, queue); },
+        [&path] { return requestInstance(path); });
 }
 
 } // namespace agent

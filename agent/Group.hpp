@@ -3,10 +3,10 @@
 
 #include "agent/Catalogue.hpp"
 #include "agent/Queue.hpp"
+#include "agent/Reason.hpp"
 
 #include <owb.h>
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -38,6 +38,8 @@ struct Group {
     const char* className;
     long status;
     std::vector<Row> rows;
+    /** Why the read failed; empty if the status is OWB_DONE. */
+    Failure failure = {};
     /** The attributes to show, in their order, if only these were asked for. Rows then have no others. */
     std::optional<std::vector<const Attribute*>> selected = {};
 
@@ -48,17 +50,22 @@ struct Group {
 /** The rows that the items of `group` in a queue form, by ascending number. */
 std::vector<Row> rowsOf(long group, const Queue& queue);
 
-/** Reads items of a group into a queue and returns the status of the library. */
-using Read = std::function<long(_qHead* queue)>;
+/**
+ * Reads group `number` (0 to highestGroup) from the object manager, with OWB_getGroup(). A read that fails is
+ * repeated once, on a new connection, by the library's client alone: it shows why. If that succeeds, the
+ * group is read again. The result holds the rows of the last attempt only. Reports errors by Group::status
+ * and Group::failure.
+ */
+Group readGroup(long number);
 
 /**
- * Reads group `number` (0 to highestGroup) with `read`. If the connection failed, repeats the read once on a
- * new connection. The result holds the rows of the last attempt only. Reports errors by Group::status.
+ * Reads the instance that an object path names, with OWB_getInstance(), like readGroup().
+ *
+ * @param number group whose properties are read
+ * @param path as OWB_getInstance() takes it: [namespace:]Class.Key="value"
+ * @param row number of the row of the result; not negative
  */
-Group readGroup(long number, const Read& read);
-
-/** Reads group `number` (0 to highestGroup) from the object manager, with OWB_getGroup(). */
-Group readGroup(long number);
+Group readInstance(long number, const std::string& path, long row);
 
 } // namespace agent
 #endif

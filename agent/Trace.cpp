@@ -79,6 +79,21 @@ private:
     std::string m_path = temporaryDirectory() + "/owbctl.XXXXXX";
 };
 
+/** Starts the trace of an exception, "ERROR <type> <file>:<line>  <message>", and of other errors. */
+const std::string mark = "ERROR ";
+
+/** The exception that the line from `begin` on traces; nothing if it traces another error. */
+std::optional<Thrown> exceptionAt(const std::string& text, std::size_t begin) {
+    if (begin == std::string::npos)
+        return std::nullopt;
+    const std::string line = text.substr(begin, text.find('\n', begin) - begin);
+    const std::size_t message = line.find("  ");
+    if (message == std::string::npos)
+        return std::nullopt;
+    return Thrown{line.substr(mark.size(), line.find(' ', mark.size()) - mark.size()),
+                  line.substr(message + 2)};
+}
+
 } // namespace
 
 Trace::Trace(const std::string& path)
@@ -99,21 +114,27 @@ void Trace::begin(const std::function<void()>& firstCall) const {
     firstCall();
 }
 
-std::string Trace::lastError() const {
+std::size_t Trace::size() const {
     struct stat status {};
+    // Reading a terminal or a pipe would block.
     if (::fstat(m_descriptor, &status) != 0 || !S_ISREG(status.st_mode))
-        return std::string(); // reading a terminal or a pipe would block
+        return 0;
+    return static_cast<std::size_t>(status.st_size);
+}
+
+std::optional<Thrown> Trace::lastException(std::size_t from) const {
+    if (size() <= from)
+        return std::nullopt;
     std::ifstream file(nameOf(m_descriptor));
+    file.seekg(static_cast<std::streamoff>(from));
     const std::string text{std::istreambuf_iterator<char>(file), {}};
-    // "ERROR <type> <file>:<line>  <message>"
-    const std::string mark = "ERROR ";
-    const std::size_t begin = text.rfind(mark);
-    const std::size_t type = begin + mark.size();
-    const std::size_t message = begin == std::string::npos ? begin : text.find("  ", type);
-    if (message == std::string::npos)
-        return std::string();
-    return text.substr(type, text.find(' ', type) - type) + ": " +
-           text.substr(message + 2, text.find('\n', message) - message - 2);
+    std::size_t begin = text.rfind(mark);
+    std::optional<Thrown> thrown = exceptionAt(text, begin);
+    while (!thrown && begin != std::string::npos && begin > 0) {
+        begin = text.rfind(mark, begin - 1);
+        thrown = exceptionAt(text, begin);
+    }
+    return thrown;
 }
 
 } // namespace agent

@@ -1,7 +1,11 @@
 #ifndef AGENT_TRACE_HPP
 #define AGENT_TRACE_HPP
 
+#include "agent/Reason.hpp"
+
+#include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace agent {
@@ -29,9 +33,12 @@ public:
      * cannot be made. */
     void begin(const std::function<void()>& firstCall) const;
 
-    /** Type and message of the exception that the library traced last. Empty if there was none, or if the
-     * trace cannot be read, as on a terminal. */
-    std::string lastError() const;
+    /** Bytes traced so far; 0 if the trace cannot be read, as on a terminal. */
+    std::size_t size() const;
+
+    /** The exception that the library traced last, after the first `from` bytes of the trace. Nothing if
+     * there was none, or if the trace cannot be read. */
+    std::optional<Thrown> lastException(std::size_t from) const;
 
 private:
     explicit Trace(int descriptor);

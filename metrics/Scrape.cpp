@@ -73,7 +73,7 @@ Measured measure(long group) {
     const agent::Group read = agent::readGroup(group);
     GroupFamilies converted = familiesOf(read);
     const auto time = duration_cast<microseconds>(std::chrono::steady_clock::now() - begin);
-    return {{group, read.status, time, converted.droppedRows}, std::move(converted.families)};
+    return {{group, read.status, time, converted.droppedRows}, std::move(converted.families), read.failure};
 }
 
 std::vector<Family> familiesOf(const Scrape& scrape) {

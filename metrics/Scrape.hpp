@@ -1,6 +1,7 @@
 #ifndef METRICS_SCRAPE_HPP
 #define METRICS_SCRAPE_HPP
 
+#include "agent/Reason.hpp"
 #include "metrics/Family.hpp"
 #include "metrics/GroupFamilies.hpp"
 
@@ -26,6 +27,8 @@ struct Reading {
 struct Measured {
     Reading reading;
     std::vector<Family> families;
+    /** Why the group was not read. */
+    agent::Failure failure = {};
 };
 
 /** Reads a group that has metrics, see measuredGroups(). Blocks; for the thread that calls the library. */

@@ -3,6 +3,7 @@
 #include "agent/Trace.hpp"
 #include "arguments/CommandLine.hpp"
 #include "arguments/Completion.hpp"
+#include "arguments/Help.hpp"
 #include "arguments/Names.hpp"
 #include "commands/Doctor.hpp"
 #include "commands/Metrics.hpp"
@@ -20,10 +21,14 @@
 #include "output/Text.hpp"
 #include "util/Number.hpp"
 
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <memory>
+#include <new>
 #include <sstream>
+#include <system_error>
+#include <unistd.h>
 
 namespace owbctl {
 
@@ -32,8 +37,6 @@ using namespace agent;
 namespace {
 
 const char* const programName = "owbctl";
-/** Seconds after which doctor ends. */
-constexpr double doctorTimeout = 60;
 
 std::unique_ptr<Format> makeFormat(const Arguments& arguments, Output& output) {
     if (arguments.output == "json")
@@ -92,26 +95,25 @@ int showConversion(const Conversion& conversion, Format& format) {
 
 int execute(const CLI::App& app, const Arguments& arguments, Output& output, const Trace* trace,
             Format& format) {
-    const std::string url = withoutPassword(arguments.url);
     if (app.got_subcommand("get"))
-        return getGroups({groupsNamed(arguments.groups), selection(arguments)}, format, url);
+        return getGroups({groupsNamed(arguments.groups), selection(arguments)}, format);
     if (app.got_subcommand("watch"))
         return watchGroups({groupsNamed(arguments.groups), selection(arguments), arguments.interval,
                             numberOrNone(arguments.count), arguments.onlyChanges},
-                           format, output, url);
+                           format, output);
     if (app.got_subcommand("instance"))
-        return showInstance(instanceQuery(arguments), format, url);
+        return showInstance(instanceQuery(arguments), format);
     if (app.got_subcommand("set"))
-        return setRow(writeRequest(arguments), format, url);
+        return setRow(writeRequest(arguments), format, trace);
     if (app.got_subcommand("metrics"))
-        return writeMetrics(arguments.metrics, output, url);
+        return writeMetrics(arguments.metrics, output);
     if (app.got_subcommand("time")) {
         const bool isDate = app.get_subcommand("time")->got_subcommand("epoch");
         return showConversion(
             isDate ? convertDate(arguments.time) : convertInterval(arguments.time, arguments.unit), format);
     }
     if (app.got_subcommand("doctor"))
-        return runChecks(arguments.url, *trace, format);
+        return runChecks(arguments.url, arguments.timeout, format);
     if (app.got_subcommand("processes"))
         listProcesses({processOrderNamed(arguments.sort), arguments.all}, format);
     else if (app.got_subcommand("version"))
@@ -121,34 +123,48 @@ int execute(const CLI::App& app, const Arguments& arguments, Output& output, con
     return 0;
 }
 
-void startTimer(double timeout, const Arguments& arguments, const Output& output) {
-    std::ostringstream message;
-    message << "timed out after " << timeout << " s";
-    endAfter(timeout, "owbctl: " + message.str() + '\n',
-             arguments.output == "json" ? jsonError(message.str(), exitTimeout) : std::string(), output);
+/** Limits the time of the command. doctor limits its checks itself. */
+void startTimer(const CLI::App& app, const Arguments& arguments, const Output& output) {
+    const bool isForEachWait = !arguments.hasTimeout || app.got_subcommand("watch");
+    const double seconds = app.got_subcommand("doctor") ? 0 : arguments.timeout;
+    const auto document = [&arguments](const std::string& message) {
+        return arguments.output == "json" ? jsonError(message, exitTimeout) : std::string();
+    };
+    limitTime({seconds, isForEachWait}, {peerName(arguments.url), document}, output);
+}
+
+/** The trace that a command needs; null for none. */
+std::unique_ptr<Trace> makeTrace(const CLI::App& app, const Arguments& arguments) {
+    if (!arguments.trace.empty())
+        return std::make_unique<Trace>(arguments.trace);
+    // set needs the reason of a failed write. doctor must not read a switch file that is a named pipe.
+    if (app.got_subcommand("set") || app.got_subcommand("doctor"))
+        return std::make_unique<Trace>();
+    return nullptr;
 }
 
 /** Sets the URL. This makes the first trace call of the process, so tracing starts here. Returns the trace,
  * or null. */
 std::unique_ptr<Trace> setUrl(const CLI::App& app, const Arguments& arguments) {
+    const Waiting waiting("the log of the trace");
     const auto set = [&arguments] { OWB_URLSet(arguments.url.c_str()); };
-    std::unique_ptr<Trace> trace;
-    if (!arguments.trace.empty())
-        trace = std::make_unique<Trace>(arguments.trace);
-    else if (app.got_subcommand("doctor")) // it needs the reasons that the library traces
-        trace = std::make_unique<Trace>();
-    if (trace != nullptr)
-        trace->begin(set);
-    else
+    std::unique_ptr<Trace> trace = makeTrace(app, arguments);
+    try {
+        if (trace != nullptr)
+            trace->begin(set);
+        else
+            set();
+        return trace;
+    } catch (const std::system_error&) { // no directory for the switch file
+        if (!arguments.trace.empty() || !app.got_subcommand("set"))
+            throw;
         set();
-    return trace;
+        return nullptr; // the write is as good without its reason
+    }
 }
 
 int carryOut(const CLI::App& app, const Arguments& arguments, Output& output) {
-    const double timeout =
-        arguments.timeout == 0 && app.got_subcommand("doctor") ? doctorTimeout : arguments.timeout;
-    if (timeout > 0)
-        startTimer(timeout, arguments, output);
+    startTimer(app, arguments, output);
     const std::unique_ptr<Trace> trace = setUrl(app, arguments);
     return execute(app, arguments, output, trace.get(), *makeFormat(arguments, output));
 }
@@ -178,7 +194,11 @@ int run(int argc, char** argv, Output& output) {
         return complete(app, argc, argv, output);
     const bool inJson = asksForJson(argc, argv);
     try {
-        parse(app, argc, argv);
+        parse(app, arguments, argc, argv);
+        if (app.got_subcommand("help")) {
+            output.write(helpOf(app, arguments.helpOn));
+            return 0;
+        }
         return carryOut(app, arguments, output);
     } catch (const CLI::Success& wanted) { // help or version
         std::ostringstream text;
@@ -189,6 +209,8 @@ int run(int argc, char** argv, Output& output) {
         return fail(reason.what(), exitUsage, inJson, output);
     } catch (const UsageError& reason) {
         return fail(reason.what(), exitUsage, inJson, output);
+    } catch (const std::bad_alloc&) {
+        return fail("out of memory", exitFailed, inJson, output);
     } catch (const std::exception& reason) {
         return fail(reason.what(), exitFailed, inJson, output);
     }
@@ -197,10 +219,43 @@ int run(int argc, char** argv, Output& output) {
 } // namespace
 } // namespace owbctl
 
+namespace {
+
+/** Whether the runtime ends the program because there is no memory for an exception, or for what its handler
+ * does. */
+bool isOutOfMemory() {
+    if (std::current_exception() == nullptr)
+        return true;
+    try {
+        throw;
+    } catch (const std::bad_alloc&) {
+        return true;
+    } catch (...) {
+        return false;
+    }
+}
+
+[[noreturn]] void endWithoutMemory() {
+    static const char message[] = "owbctl: out of memory\n";
+    if (!isOutOfMemory() || ::write(STDERR_FILENO, message, sizeof message - 1) < 0)
+        std::abort();
+    ::_exit(owbctl::exitFailed);
+}
+
+// Before the static objects of the program are made: they allocate.
+__attribute__((constructor(101))) void setTerminate() {
+    std::set_terminate(endWithoutMemory);
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
     try {
         owbctl::Output output;
         return owbctl::run(argc, argv, output);
+    } catch (const std::bad_alloc&) {
+        std::cerr << "owbctl: out of memory\n";
+        return owbctl::exitFailed;
     } catch (const std::exception& error) { // standard output is closed or failed
         std::cerr << "owbctl: " << error.what() << '\n';
         return owbctl::exitFailed;

@@ -1,12 +1,17 @@
 #include "arguments/CommandLine.hpp"
 
+#include "agent/Endpoint.hpp"
+#include "arguments/Help.hpp"
 #include "arguments/Names.hpp"
+#include "arguments/Suggestion.hpp"
 #include "util/Number.hpp"
 
 #include <owb.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cstdlib>
+#include <memory>
 #include <sstream>
 #include <system_error>
 
@@ -19,25 +24,25 @@ namespace {
 constexpr const char* exitStatuses = R"(Exit status:
    0  done
    1  owbctl itself failed; get: no group has the row; set: no such row, or a
-      value was rejected; time: the text is no time; doctor: a check failed
+      value was rejected; time: the text is no time, or its number does not
+      fit; doctor: a check failed
    2  usage error
   12  the object manager returned no instance
   13  the library rejected an argument
   14  no connection to the object manager
   15  no answer from the object manager, or it reported an error
- 124  --timeout expired
+ 124  timed out, see --timeout
 If several groups are read, the first failure determines the exit status.
 
-The options above may precede or follow the command.)";
+Options of all commands may precede or follow the command.)";
 
 constexpr double shortestInterval = 0.1;
-constexpr double shortestTimeout = 0.001;
 constexpr double longestTime = 1e6;
 
 /** @param alternatives to a number, for the message */
 std::string noGroup(const std::string& text, const std::string& alternatives = "") {
     return "'" + text + "' is neither a group (0 to " + std::to_string(agent::highestGroup) + alternatives +
-           ") nor the name or the class of one";
+           ") nor the name or the class of one" + groupSuggestion(text);
 }
 
 std::string checkGroups(const std::string& text) {
@@ -77,6 +82,19 @@ std::function<std::string(const std::string&)> isTimeFrom(double least) {
         why << '\'' << text << "' is no time in seconds, from " << least << " to " << longestTime;
         return why.str();
     };
+}
+
+/** Returns a check for one of several words. */
+std::function<std::string(const std::string&)> isOneOf(const std::vector<std::string>& words) {
+    return [words](const std::string& text) {
+        if (std::find(words.begin(), words.end(), text) != words.end())
+            return std::string();
+        return "'" + text + "' is none of " + CLI::detail::join(words, ", ") + suggestion(text, words);
+    };
+}
+
+std::string checkTimeout(const std::string& text) {
+    return text == "0" ? std::string() : isTimeFrom(0.001)(text);
 }
 
 std::string checkNotEmpty(const std::string& text) {
@@ -210,7 +228,7 @@ void describeTime(CLI::App& app, Arguments& arguments) {
         ->type_name("");
     interval->add_option("--unit", arguments.unit, "Unit of the number: s (default), cs, ms or us")
         ->type_name("UNIT")
-        ->check(CLI::IsMember(unitNames).description(""));
+        ->check(isOneOf(unitNames));
 }
 
 void describeMetrics(CLI::App& app, MetricsRequest& request) {
@@ -222,7 +240,7 @@ void describeMetrics(CLI::App& app, MetricsRequest& request) {
         ->check(checkMeasured);
     metrics->add_option("--format", request.format, "Text format: text (default) or openmetrics")
         ->type_name("FORMAT")
-        ->check(CLI::IsMember(metricsFormatNames).description(""));
+        ->check(isOneOf(metricsFormatNames));
     metrics
         ->add_option("--textfile", request.textfile,
                      "Write the file owb.prom in this directory of the textfile collector")
@@ -231,22 +249,81 @@ void describeMetrics(CLI::App& app, MetricsRequest& request) {
 }
 
 void describeOptions(CLI::App& app, Arguments& arguments) {
-    app.set_version_flag("--version", std::string("owbctl ") + OWB_version(nullptr, nullptr));
+    app.set_version_flag("-V,--version", std::string("owbctl ") + OWB_version(nullptr, nullptr),
+                         "Print the version of the library and exit");
     app.add_option("--url", arguments.url,
-                   "URL of the object manager; default: environment variable OWB_URL, else\n" +
+                   "URL of the object manager, or unix:PATH; default: environment variable\n"
+                   "OWB_URL, else " +
                        std::string(OWB_URLGet()))
         ->type_name("URL")
         ->check(checkNotEmpty);
+    app.add_option("--socket", arguments.socket, "Unix-domain socket of the object manager; instead of a URL")
+        ->type_name("PATH")
+        ->check(checkNotEmpty);
     app.add_option("-o,--output", arguments.output, "Output format: table (default), wide, line, json or csv")
         ->type_name("FORMAT")
-        ->check(CLI::IsMember(outputNames).description(""));
-    app.add_option("--timeout", arguments.timeout, "End after this time, even if not done")
+        ->check(isOneOf(outputNames));
+    app.add_option("--timeout", arguments.timeout,
+                   "End after this time, even if not done; with watch, if one reading takes\n"
+                   "longer; 0 for no limit; default: 30 for each reading")
         ->type_name("SECONDS")
-        ->check(isTimeFrom(shortestTimeout));
+        ->check(checkTimeout);
     app.add_option("--trace", arguments.trace,
                    "Write the library's trace of this command to FILE; - means standard error")
         ->type_name("FILE")
         ->check(checkNotEmpty);
+}
+
+/** The names of the options that may follow a command. */
+std::vector<std::string> optionNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* each = &app; each != nullptr; each = each->get_parent()) {
+        for (const CLI::Option* option : each->get_options()) {
+            for (const std::string& name : option->get_lnames())
+                names.push_back("--" + name);
+        }
+    }
+    return names;
+}
+
+/** The innermost command of a command line. */
+const CLI::App& innermost(const CLI::App& app) {
+    const auto commands = app.get_subcommands();
+    return commands.empty() ? app : innermost(*commands.front());
+}
+
+/** Throws a UsageError if an unknown option is left over. */
+void rejectUnknownOption(const CLI::App& app) {
+    for (const std::string& word : app.remaining(true)) {
+        if (word.size() > 1 && word.front() == '-')
+            throw UsageError("unknown option '" + word + "'" +
+                             suggestion(word.substr(0, word.find('=')), optionNames(innermost(app))));
+    }
+}
+
+[[noreturn]] void rejectUnexpected(const CLI::App& app) {
+    rejectUnknownOption(app);
+    const std::string word = app.remaining(true).front();
+    const std::vector<std::string> commands = commandNames(innermost(app));
+    if (commands.empty())
+        throw UsageError("unexpected argument '" + word + "'");
+    throw UsageError("unknown command '" + word + "'" + suggestion(word, commands));
+}
+
+/** Whether a command asks the object manager, so that its URL must be usable. */
+bool needsManager(const CLI::App& app) {
+    return app.got_subcommand("get") || app.got_subcommand("watch") || app.got_subcommand("instance") ||
+           app.got_subcommand("set") || app.got_subcommand("metrics");
+}
+
+/** Throws a UsageError for a URL that names no object manager. */
+void setUrl(Arguments& arguments, const CLI::App& app) {
+    if (app.count("--url") > 0 && app.count("--socket") > 0)
+        throw UsageError("--url and --socket exclude each other");
+    arguments.url = arguments.socket.empty() ? urlOf(arguments.url) : urlOfSocket(arguments.socket);
+    const std::string port = portError(arguments.url);
+    if (needsManager(app) && !port.empty())
+        throw UsageError(withoutPassword(arguments.url) + ": " + port);
 }
 
 // CLI11 splits an argument in brackets into several arguments.
@@ -275,6 +352,7 @@ void describe(CLI::App& app, Arguments& arguments) {
     app.fallthrough();
     app.require_subcommand(0, 1); // parse() reports a missing command, after unknown ones
     app.footer(exitStatuses);
+    app.formatter(std::make_shared<HelpFormat>());
     describeOptions(app, arguments);
     describeGroups(app, arguments);
     describeGet(app, arguments);
@@ -286,11 +364,25 @@ void describe(CLI::App& app, Arguments& arguments) {
     describeMetrics(app, arguments.metrics);
     app.add_subcommand("doctor", "Check what a read needs: URL, socket, object manager, trace, /proc");
     app.add_subcommand("version", "Show the versions of the program and its libraries");
+    app.add_subcommand("help", "Show the help of a command")
+        ->add_option("COMMAND", arguments.helpOn, "Command; default: the program")
+        ->type_name("");
 }
 
-void parse(CLI::App& app, int argc, char** argv) {
+void parse(CLI::App& app, Arguments& arguments, int argc, char** argv) {
     rejectBrackets(argc, argv);
-    app.parse(argc, argv);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success&) { // help or version
+        throw;
+    } catch (const CLI::ExtrasError&) {
+        rejectUnexpected(app);
+    } catch (const CLI::ParseError&) { // perhaps because of the value of an unknown option
+        rejectUnknownOption(app);
+        throw;
+    }
+    arguments.hasTimeout = app.count("--timeout") > 0;
+    setUrl(arguments, app);
     if (app.get_subcommands().empty())
         throw CLI::RequiredError("a command");
     const CLI::App* const time = app.get_subcommand("time");

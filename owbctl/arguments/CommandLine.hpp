@@ -14,11 +14,16 @@ namespace owbctl {
 struct Arguments {
     Arguments();
 
-    /** By default OWB_URL of the environment, else the default of the library. */
+    /** By default OWB_URL of the environment, else the default of the library. parse() replaces unix:PATH and
+     * --socket by the URL that they mean. */
     std::string url;
+    /** Path of the option --socket; empty if not given. */
+    std::string socket;
     std::string output = "table";
     /** Seconds; 0 for no limit. */
-    double timeout = 0;
+    double timeout = 30;
+    /** Whether the command line has --timeout: it then limits the whole command. */
+    bool hasTimeout = false;
     /** File name; empty for no trace. */
     std::string trace;
 
@@ -51,6 +56,8 @@ struct Arguments {
     std::string time;
     std::string unit = "s";
     MetricsRequest metrics{{}, "text", ""};
+    /** For `help`: the command, such as {"time", "epoch"}. */
+    std::vector<std::string> helpOn;
 };
 
 /** The output formats. */
@@ -65,8 +72,9 @@ extern const std::vector<std::string> processOrderNames;
 /** Adds the commands and options of the program to `app`. It fills `arguments`, which must outlive it. */
 void describe(CLI::App& app, Arguments& arguments);
 
-/** Parses the command line. Throws CLI::ParseError for help, version and usage errors. */
-void parse(CLI::App& app, int argc, char** argv);
+/** Parses the command line into the arguments that describe() was called with. Throws CLI::ParseError for
+ * help, version and usage errors, and UsageError for the latter, too. */
+void parse(CLI::App& app, Arguments& arguments, int argc, char** argv);
 
 /** Whether a command line requests JSON, even if it is invalid otherwise. */
 bool asksForJson(int argc, char** argv);

@@ -1,6 +1,7 @@
 #include "arguments/Completion.hpp"
 
 #include "arguments/CommandLine.hpp"
+#include "arguments/Help.hpp"
 #include "arguments/Names.hpp"
 
 #include <algorithm>
@@ -118,6 +119,8 @@ Strings wordsOf(const Context& context) {
     for (const CLI::App* command : context.command->get_subcommands([](const CLI::App*) { return true; }))
         words.push_back(command->get_name());
     const std::string command = context.command->get_name();
+    if (command == "help")
+        return commandNames(*context.program);
     const std::size_t index = context.positionals.size();
     if (command == "get" || command == "groups" || command == "watch" || command == "metrics" ||
         (command == "set" && index == 0))

@@ -1,5 +1,7 @@
 #include "arguments/Names.hpp"
 
+#include "arguments/Suggestion.hpp"
+
 #include <algorithm>
 
 namespace owbctl {
@@ -30,7 +32,7 @@ Assignment parseAssignment(long group, const std::string& argument) {
     const Attribute* const attribute = findAttribute(group, name);
     if (attribute == nullptr)
         throw UsageError("group " + std::to_string(group) + " (" + classOf(group).name +
-                         ") has no property '" + name + "'; see 'owbctl groups'");
+                         ") has no property '" + name + "'" + propertySuggestion(name, {group}));
     return {attribute, argument.substr(mark + 1)};
 }
 

@@ -1,10 +1,10 @@
 #include "commands/Metrics.hpp"
 
-#include "agent/Endpoint.hpp"
 #include "arguments/Names.hpp"
 #include "commands/Report.hpp"
 #include "metrics/Naming.hpp"
 #include "metrics/Scrape.hpp"
+#include "output/Deadline.hpp"
 #include "util/Descriptor.hpp"
 
 #include <cerrno>
@@ -34,22 +34,28 @@ std::vector<long> groupsOf(const MetricsRequest& request) {
     return {groups.begin(), groups.end()};
 }
 
+/** Reads a group with a limit for the wait. */
+metrics::Measured measureWaiting(long group) {
+    const Waiting waiting(group);
+    return metrics::measure(group);
+}
+
 /** Reads the groups of a scrape, and appends the lines of their metrics. Returns the exit status. */
-int readGroups(metrics::Scrape& scrape, metrics::Format format, const std::string& url, std::string& text) {
+int readGroups(metrics::Scrape& scrape, metrics::Format format, std::string& text) {
     Progress progress;
     int status = 0;
     bool isUnreachable = false;
     for (const long group : scrape.groups) {
         progress.show("owbctl: reading group " + std::to_string(group));
-        const metrics::Measured measured = metrics::measure(group);
+        const metrics::Measured measured = measureWaiting(group);
         progress.clear();
         text += metrics::linesOf(measured.families, format);
         scrape.readings.push_back(measured.reading);
         const long result = measured.reading.status;
         if (result == OWB_DONE)
             continue;
-        reportFailure({group, agent::classOf(group).name, result, {}}, url);
-        isUnreachable = isUnreachable || agent::isConnectionFailure(result);
+        reportFailure({group, agent::classOf(group).name, result, {}, measured.failure});
+        isUnreachable = isUnreachable || measured.failure.isOfConnection;
         status = status == 0 ? exitStatus(result) : status;
     }
     if (isUnreachable)
@@ -105,7 +111,7 @@ std::string checkMeasured(const std::string& group) {
                                                        : std::string();
 }
 
-int writeMetrics(const MetricsRequest& request, Output& output, const std::string& url) {
+int writeMetrics(const MetricsRequest& request, Output& output) {
     const metrics::Format format =
         request.format == metricsFormatNames.back() ? metrics::Format::openMetrics : metrics::Format::text;
     if (!request.textfile.empty() && format != metrics::Format::text)
@@ -113,7 +119,7 @@ int writeMetrics(const MetricsRequest& request, Output& output, const std::strin
     metrics::Scrape scrape{groupsOf(request), {}, std::chrono::system_clock::now(), {}, {}};
     const auto begin = std::chrono::steady_clock::now();
     std::string text;
-    const int status = readGroups(scrape, format, url, text);
+    const int status = readGroups(scrape, format, text);
     scrape.duration =
         std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - begin);
     text += metrics::linesOf(metrics::familiesOf(scrape), format) + metrics::endOf(format);

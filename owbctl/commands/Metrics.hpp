@@ -28,12 +28,12 @@ struct MetricsRequest {
 std::string checkMeasured(const std::string& group);
 
 /**
- * Reads groups and writes their metrics. A failed read is reported on standard error, where `url` is named;
+ * Reads groups and writes their metrics. A failed read is reported on standard error;
  * the metrics report it, too. Returns the exit status of the first failed read, else 0. Throws UsageError if
  * the format does not fit the file, and std::system_error if the file cannot be replaced: the old one remains
  * then.
  */
-int writeMetrics(const MetricsRequest& request, Output& output, const std::string& url);
+int writeMetrics(const MetricsRequest& request, Output& output);
 
 } // namespace owbctl
 #endif

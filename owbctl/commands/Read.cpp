@@ -1,8 +1,8 @@
 #include "commands/Read.hpp"
 
-#include "agent/Endpoint.hpp"
 #include "arguments/Names.hpp"
 #include "commands/Report.hpp"
+#include "output/Deadline.hpp"
 #include "output/Output.hpp"
 
 #include <algorithm>
@@ -19,8 +19,14 @@ std::string countText(std::size_t done, std::size_t all) {
     return all == 1 ? "" : ", " + std::to_string(done) + " of " + std::to_string(all);
 }
 
-int showGroups(const std::vector<long>& groups, const std::function<Group(long group)>& read, Format& format,
-               const std::string& url) {
+/** Reads a group with a limit for the wait. */
+Group readWaiting(const std::function<Group(long group)>& read, long number) {
+    const Waiting waiting(number);
+    return read(number);
+}
+
+int showGroups(const std::vector<long>& groups, const std::function<Group(long group)>& read,
+               Format& format) {
     Progress progress;
     int status = 0;
     bool isUnreachable = false;
@@ -28,13 +34,13 @@ int showGroups(const std::vector<long>& groups, const std::function<Group(long g
     for (const long number : groups) {
         progress.show("owbctl: reading group " + std::to_string(number) + " (" + classOf(number).name + ")" +
                       countText(++done, groups.size()));
-        const Group group = read(number);
+        const Group group = readWaiting(read, number);
         progress.clear();
         format.writeGroup(group);
         if (group.status == OWB_DONE)
             continue;
-        reportFailure(group, url);
-        isUnreachable = isUnreachable || isConnectionFailure(group.status);
+        reportFailure(group);
+        isUnreachable = isUnreachable || group.failure.isOfConnection;
         if (status == 0)
             status = exitStatus(group.status);
     }
@@ -46,7 +52,7 @@ int showGroups(const std::vector<long>& groups, const std::function<Group(long g
 
 } // namespace
 
-int getGroups(const GroupQuery& query, Format& format, const std::string& url) {
+int getGroups(const GroupQuery& query, Format& format) {
     checkSelection(query.selection, query.groups);
     std::vector<long> missing = query.selection.rows;
     const int status = showGroups(
@@ -58,7 +64,7 @@ int getGroups(const GroupQuery& query, Format& format, const std::string& url) {
             select(group, query.selection);
             return group;
         },
-        format, url);
+        format);
     if (status != 0 || missing.empty())
         return status;
     for (const long row : missing)
@@ -66,18 +72,9 @@ int getGroups(const GroupQuery& query, Format& format, const std::string& url) {
     return exitFailed;
 }
 
-int showInstance(const InstanceQuery& query, Format& format, const std::string& url) {
-    const auto read = [&query](long group) {
-        return readGroup(group, [&query, group](_qHead* queue) {
-            std::string path = query.path; // the library takes char*
-            return OWB_getInstance(group, path.data(), query.row, queue);
-        });
-    };
-    const int status = showGroups(query.groups, read, format, url);
-    if (status != 0)
-        std::cerr << "owbctl: the path may be malformed, or the object manager may not have the instance: "
-                     "the library does not report which\n";
-    return status;
+int showInstance(const InstanceQuery& query, Format& format) {
+    return showGroups(
+        query.groups, [&query](long group) { return readInstance(group, query.path, query.row); }, format);
 }
 
 } // namespace owbctl

@@ -17,12 +17,12 @@ struct GroupQuery {
 };
 
 /**
- * Reads each group, writes it in the given format and reports failed reads on standard error, where they name
- * `url`. A failure does not end the command. Returns the exit status of the first failed read; exitFailed if
- * all reads succeeded but a selected row is in no group; else 0. Throws UsageError, as checkSelection() does,
- * before anything is read.
+ * Reads each group, writes it in the given format and reports failed reads on standard error. A failure does
+ * not end the command. Returns the exit status of the first failed read; exitFailed if all reads succeeded
+ * but a selected row is in no group; else 0. Throws UsageError, as checkSelection() does, before anything is
+ * read.
  */
-int getGroups(const GroupQuery& query, Format& format, const std::string& url);
+int getGroups(const GroupQuery& query, Format& format);
 
 /** Which instance to show, and how. */
 struct InstanceQuery {
@@ -34,9 +34,8 @@ struct InstanceQuery {
     long row;
 };
 
-/** Reads one instance as a row of each group, like getGroups(). A failure adds a hint that the path may be
- * the cause. Returns the exit status. */
-int showInstance(const InstanceQuery& query, Format& format, const std::string& url);
+/** Reads one instance as a row of each group, like getGroups(). Returns the exit status. */
+int showInstance(const InstanceQuery& query, Format& format);
 
 } // namespace owbctl
 #endif

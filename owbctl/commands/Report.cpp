@@ -1,6 +1,5 @@
 #include "commands/Report.hpp"
 
-#include "agent/Endpoint.hpp"
 #include "output/Text.hpp"
 
 #include <iostream>
@@ -11,16 +10,12 @@ int exitStatus(long status) {
     return status == OWB_DONE ? 0 : static_cast<int>(10 + status);
 }
 
-void reportFailure(const agent::Group& group, const std::string& url) {
-    std::cerr << "owbctl: group " << group.number << " (" << group.className
-              << "): " << printable(agent::failureText(group.status, url)) << " (status " << group.status
-              << ")\n";
+void reportFailure(const agent::Group& group) {
+    std::cerr << "owbctl: group " << group.number << ": " << printable(group.failure.text) << '\n';
 }
 
 void hintAtDoctor() {
-    std::cerr
-        << "        'owbctl doctor' with the same URL finds the reason; --trace - shows what the library "
-           "did\n";
+    std::cerr << "try 'owbctl doctor' with the same URL\n";
 }
 
 void hintAtTrace() {

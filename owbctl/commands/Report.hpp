@@ -3,8 +3,6 @@
 
 #include "agent/Group.hpp"
 
-#include <string>
-
 /** Exit statuses and messages that several commands share. */
 namespace owbctl {
 
@@ -15,10 +13,10 @@ constexpr int exitUsage = 2;
 /** Exit status for a status of the library: 0 for OWB_DONE, else the library's number plus 10. */
 int exitStatus(long status);
 
-/** Reports a failed read on standard error. `url` is printed as it is: pass it without password. */
-void reportFailure(const agent::Group& group, const std::string& url);
+/** Reports a failed read on standard error. */
+void reportFailure(const agent::Group& group);
 
-/** Says on standard error how to find out why a read failed. */
+/** Says on standard error what finds out more. For failures of the connection, where the doctor does. */
 void hintAtDoctor();
 
 /** Says on standard error how to find the object manager's reason. */

@@ -1,6 +1,7 @@
 #include "commands/Selection.hpp"
 
 #include "arguments/Names.hpp"
+#include "arguments/Suggestion.hpp"
 #include "util/Ascii.hpp"
 
 #include <algorithm>
@@ -21,7 +22,8 @@ void checkProperty(const std::string& name, const std::vector<long>& groups) {
     const bool isKnown = std::any_of(groups.begin(), groups.end(),
                                      [&name](long group) { return findAttribute(group, name) != nullptr; });
     if (!isKnown)
-        throw UsageError("none of the groups has a property '" + name + "'; see 'owbctl groups'");
+        throw UsageError("none of the groups has a property '" + name + "'" +
+                         propertySuggestion(name, groups));
 }
 
 /** The selected attributes that a group has, each once. */

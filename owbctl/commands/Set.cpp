@@ -1,7 +1,7 @@
 #include "commands/Set.hpp"
 
-#include "agent/Endpoint.hpp"
 #include "commands/Report.hpp"
+#include "output/Deadline.hpp"
 #include "output/Text.hpp"
 
 #include <iostream>
@@ -12,13 +12,9 @@ using namespace agent;
 
 namespace {
 
-void reportError(const Write& write) {
-    std::cerr << "owbctl: group " << write.group << " (" << classOf(write.group).name << "), row "
-              << write.row << ": " << printable(write.error);
-    if (write.status != OWB_DONE)
-        std::cerr << " (status " << write.status << ')';
-    std::cerr << '\n';
-    if (isConnectionFailure(write.status))
+void report(const Write& write, const std::string& what) {
+    std::cerr << "owbctl: group " << write.group << ", row " << write.row << ": " << printable(what) << '\n';
+    if (write.failure.isOfConnection)
         hintAtDoctor();
 }
 
@@ -38,8 +34,6 @@ bool reportRejected(const std::vector<Change>& changes) {
                   << quoted({*change.requested}) << ", current " << quoted(change.after) << '\n';
         any = true;
     }
-    if (any)
-        hintAtTrace();
     return any;
 }
 
@@ -70,19 +64,30 @@ void warnAboutCleared(const std::vector<Change>& changes) {
                      "does not carry.\n        To keep a value, name it in the same command.\n";
 }
 
+/** Writes with a limit for the whole wait. */
+Write writeWaiting(const WriteRequest& request, const Trace* trace) {
+    const Waiting waiting(request.group);
+    return writeRow(request, trace);
+}
+
 } // namespace
 
-int setRow(const WriteRequest& request, Format& format, const std::string& url) {
-    const Write write = writeRow(request, url);
+int setRow(const WriteRequest& request, Format& format, const Trace* trace) {
+    const Write write = writeWaiting(request, trace);
     format.writeWrite(write);
     if (!write.error.empty()) {
-        reportError(write);
+        report(write, write.error);
         return write.status == OWB_DONE ? exitFailed : exitStatus(write.status);
     }
     const bool isRejected = reportRejected(write.changes);
+    const bool hasFailed = !write.failure.text.empty();
+    if (hasFailed)
+        report(write, "the write failed: " + write.failure.text);
+    else if (isRejected && trace == nullptr)
+        hintAtTrace();
     explainEmptyTexts(write.changes);
     warnAboutCleared(write.changes);
-    return isRejected ? exitFailed : 0;
+    return isRejected || hasFailed ? exitFailed : 0;
 }
 
 } // namespace owbctl

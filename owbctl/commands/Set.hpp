@@ -12,9 +12,11 @@ namespace owbctl {
  * The command set: writes values with agent::writeRow() and the changes in the given format. Reports on
  * standard error a step that failed, a row that does not appear, rejected values, properties that hold an
  * empty text now, and properties that lost their value. Returns the exit status: that of the library if a
- * step failed; exitFailed if the row does not appear or a value was rejected; else 0.
+ * step failed; exitFailed if the row does not appear, the write failed or a value was rejected; else 0.
+ *
+ * @param trace as for agent::writeRow()
  */
-int setRow(const agent::WriteRequest& request, Format& format, const std::string& url);
+int setRow(const agent::WriteRequest& request, Format& format, const agent::Trace* trace);
 
 } // namespace owbctl
 #endif

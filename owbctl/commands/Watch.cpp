@@ -2,6 +2,7 @@
 
 #include "agent/Sample.hpp"
 #include "commands/Report.hpp"
+#include "output/Deadline.hpp"
 #include "output/Keyboard.hpp"
 
 #include <chrono>
@@ -37,6 +38,12 @@ private:
     Clock::time_point m_next;
 };
 
+/** Reads a group with a limit for the wait. */
+Group readWaiting(long number) {
+    const Waiting waiting(number);
+    return readGroup(number);
+}
+
 /** Reads a group and compares it with its last successful reading. */
 class Watched {
 public:
@@ -45,7 +52,7 @@ public:
 
     /** Rows are selected before the comparison, properties after it: they may identify the rows. */
     Sample read(long number, const Selection& selection) {
-        Reading now{readGroup(m_group), seconds(Clock::now())};
+        Reading now{readWaiting(m_group), seconds(Clock::now())};
         selectRows(now.group, selection);
         Sample sample =
             sampleOf(number, std::chrono::system_clock::now(), now, m_before ? &*m_before : nullptr);
@@ -61,8 +68,7 @@ private:
 };
 
 /** Reads and writes each group once. Returns the exit status of the first failed reading. */
-int writeSamples(std::vector<Watched>& all, long number, const WatchRequest& request, Format& format,
-                 const std::string& url) {
+int writeSamples(std::vector<Watched>& all, long number, const WatchRequest& request, Format& format) {
     std::vector<Group> failed;
     for (Watched& watched : all) {
         Sample sample = watched.read(number, request.selection);
@@ -74,20 +80,20 @@ int writeSamples(std::vector<Watched>& all, long number, const WatchRequest& req
     }
     format.endSamples();
     for (const Group& group : failed)
-        reportFailure(group, url);
+        reportFailure(group);
     return failed.empty() ? 0 : exitStatus(failed.front().status);
 }
 
 } // namespace
 
-int watchGroups(const WatchRequest& request, Format& format, const Output& output, const std::string& url) {
+int watchGroups(const WatchRequest& request, Format& format, const Output& output) {
     checkSelection(request.selection, request.groups);
     Progress progress;
     Keyboard keyboard(output.isTerminal());
     Pace pace(request.interval);
     std::vector<Watched> all(request.groups.begin(), request.groups.end());
     for (long number = 1;; ++number) {
-        const int status = writeSamples(all, number, request, format, url);
+        const int status = writeSamples(all, number, request, format);
         if (number == request.count)
             return status;
         if (!output.isTerminal()) // a terminal shows the samples themselves

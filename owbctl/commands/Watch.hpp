@@ -30,7 +30,7 @@ struct WatchRequest {
  * status of the last reading of the groups, that of the first failure. Throws UsageError, as checkSelection()
  * does.
  */
-int watchGroups(const WatchRequest& request, Format& format, const Output& output, const std::string& url);
+int watchGroups(const WatchRequest& request, Format& format, const Output& output);
 
 } // namespace owbctl
 #endif

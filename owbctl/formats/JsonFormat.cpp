@@ -1,6 +1,5 @@
 #include "formats/JsonFormat.hpp"
 
-#include "agent/Endpoint.hpp"
 #include "output/Text.hpp"
 
 #include <utility>
@@ -135,7 +134,7 @@ void JsonFormat::writeGroup(const Group& group) {
     m_groups.push_back({{"group", group.number},
                         {"class", group.className},
                         {"status", group.status},
-                        {"error", error(group.status)},
+                        {"error", textOrNull(group.failure.text)},
                         {"rows", std::move(rows)}});
 }
 
@@ -158,6 +157,7 @@ void JsonFormat::writeWrite(const Write& write) {
                  {"row", write.row},
                  {"status", write.status},
                  {"error", textOrNull(write.error)},
+                 {"reason", textOrNull(write.failure.text)},
                  {"changes", std::move(changed)},
                  {"not_taken", namesWhere(write.changes, isRejected)},
                  {"cleared", namesWhere(write.changes, isCleared)}});
@@ -194,7 +194,7 @@ void JsonFormat::writeSample(const Sample& sample) {
                            {"group", sample.group.number},
                            {"class", sample.group.className},
                            {"status", sample.group.status},
-                           {"error", error(sample.group.status)},
+                           {"error", textOrNull(sample.group.failure.text)},
                            {"rows", std::move(rows)},
                            {"vanished", std::move(vanished)}},
                           -1));
@@ -220,10 +220,6 @@ void JsonFormat::writeVersions(const std::vector<Version>& versions) {
 
 void JsonFormat::write(const Json& document) {
     m_output.write(dumped(document, 2));
-}
-
-Json JsonFormat::error(long status) const {
-    return status == OWB_DONE ? Json() : Json(failureText(status, m_url));
 }
 
 std::string jsonError(const std::string& why, int exitStatus) {

@@ -34,7 +34,6 @@ public:
 
 private:
     void write(const nlohmann::ordered_json& document);
-    nlohmann::ordered_json error(long status) const;
 
     Output& m_output;
     std::string m_url;

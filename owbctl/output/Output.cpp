@@ -53,10 +53,26 @@ std::string screen(std::string_view text, const winsize& size) {
     return result + "\x1b[J";
 }
 
+/** Discards messages if standard error is closed, so that no other file gets its number. */
+void openStandardError() {
+    if (fcntl(STDERR_FILENO, F_GETFD) >= 0)
+        return;
+    const int null = open("/dev/null", O_WRONLY);
+    if (null < 0 || null == STDERR_FILENO)
+        return;
+    dup2(null, STDERR_FILENO);
+    close(null);
+}
+
+int duplicateOfOutput() {
+    openStandardError();
+    return fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+}
+
 } // namespace
 
 Output::Output()
-    : m_descriptor(fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {
+    : m_descriptor(duplicateOfOutput()) {
     if (m_descriptor < 0)
         fail("cannot use standard output");
     if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0)

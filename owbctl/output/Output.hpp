@@ -12,7 +12,8 @@ namespace owbctl {
  *
  * While an Output exists, it writes to a duplicate of standard output, and descriptor 1 refers to standard
  * error. So the lines that libowb prints about duplicate items never mix with the data. Make only one, before
- * anything is printed. The constructor throws std::system_error if either stream is closed.
+ * anything is printed. The constructor throws std::system_error if standard output is closed. If standard
+ * error is closed, messages are discarded.
  */
 class Output {
 public:

@@ -164,7 +164,7 @@ private:
         agent::WriteRequest request{order.group, *row, {}};
         for (const auto& [nominator, value] : order.values)
             request.assignments.push_back({attributeAt(order.group, nominator), value});
-        return outcomeOf(agent::writeRow(request, m_url), rule, order);
+        return outcomeOf(agent::writeRow(request, nullptr), rule, order);
     }
 
     /** Number of the row that an index names now. */

@@ -44,8 +44,13 @@ TEST(Assignment, AnArgumentWithoutEqualsSignIsRejected) {
 
 TEST(Assignment, AnUnknownPropertyOrNominatorIsRejected) {
     const std::string before = "group 2 (QAV_System) has no property '";
-    for (const std::string name : {"Nope", "2", "99", "-1", "", " Description", "LastChangeTime"})
+    for (const std::string name : {"Nope", "2", "99", "-1", "", "LastChangeTime"})
         EXPECT_EQ(reasonAgainst({name + "=x"}), before + name + "'; see 'owbctl groups'");
+}
+
+TEST(Assignment, ASimilarPropertyIsSuggested) {
+    EXPECT_EQ(reasonAgainst({"SystmName=x"}),
+              "group 2 (QAV_System) has no property 'SystmName', did you mean 'SystemName'?");
 }
 
 TEST(Assignment, APropertyThatIsGivenTwiceIsRejected) {

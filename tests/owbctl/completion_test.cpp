@@ -13,7 +13,7 @@ std::string complete(std::vector<std::string> words) {
 
 TEST(Completion, CommandsAndOptionsComeFromTheProgram) {
     EXPECT_EQ(complete({""}),
-              "doctor\nget\ngroups\ninstance\nmetrics\nprocesses\nset\ntime\nversion\nwatch\n");
+              "doctor\nget\ngroups\nhelp\ninstance\nmetrics\nprocesses\nset\ntime\nversion\nwatch\n");
     EXPECT_EQ(complete({"g"}), "get\ngroups\n");
     EXPECT_EQ(complete({"--t"}), "--timeout\n--trace\n");
     EXPECT_EQ(complete({"watch", "--i"}), "--interval\n");

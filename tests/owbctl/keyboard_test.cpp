@@ -76,10 +76,10 @@ TEST(Keyboard, TheTerminalIsRestoredWhileTheProgramIsStopped) {
 }
 
 TEST(Keyboard, ATimeoutRestoresTheTerminal) {
-    const support::ScriptedPeer peer({instances({})});
+    const support::ScriptedPeer peer({instances({}), support::Step::staySilent()});
     support::Terminal terminal(
         {"/bin/sh", "-c",
-         "before=$(stty -g); \"$0\" --url \"$1\" --timeout 0.5 watch 14 --interval 600; "
+         "before=$(stty -g); \"$0\" --url \"$1\" --timeout 0.5 watch 14 --interval 0.1; "
          "echo status $?; [ \"$(stty -g)\" = \"$before\" ] && echo restored",
          OWBCTL, peer.url()},
         80);
