@@ -23,10 +23,17 @@ enum class MessageKind : std::uint32_t {
     group,
     /** Number of a group that the object manager answers with an error. */
     failedGroup,
-    /** Ends the answer to a read: the empty text, or why the object manager did not answer. */
+    /** Ends the answer to a read: a ReadResult, and why the object manager did not answer. */
     end,
     /** A WriteOutcome; answers a write. */
     written
+};
+
+enum class ReadResult : std::uint32_t {
+    answered,
+    lost,
+    /** The values came from the library alone. */
+    notAsked
 };
 
 struct Message {

@@ -89,13 +89,13 @@ public:
             if (message->kind == MessageKind::write)
                 send(m_socket, {MessageKind::written, encoded(written(decodedOrder(message->bytes)))});
             else
-                send(m_socket, {MessageKind::end, read(message->bytes)});
+                read(message->bytes);
         }
     }
 
 private:
-    /** Sends the groups. Returns why the object manager did not answer; the empty text if it did. */
-    std::string read(const std::string& groups) {
+    void read(const std::string& groups) {
+        ReadResult result = ReadResult::notAsked;
         for (FieldReader reader(groups); !reader.isAtEnd();) {
             const auto number = static_cast<long>(reader.number());
             if ((number == processGroup || number == processStatisticsGroup) && isLocal()) {
@@ -103,16 +103,26 @@ private:
                     sendProcesses();
                 continue;
             }
+            result = ReadResult::answered;
             if (readAndSend(number))
                 continue;
             const long status = agent::readGroup(probedGroup).status;
-            if (status != OWB_DONE)
-                return agent::failureText(status, m_url);
+            if (status != OWB_DONE) {
+                sendEnd(ReadResult::lost, agent::failureText(status, m_url));
+                return;
+            }
             // It may have come back only now.
             if (!readAndSend(number))
                 sendFailure(number);
         }
-        return {};
+        sendEnd(result, {});
+    }
+
+    void sendEnd(ReadResult result, const std::string& reason) {
+        std::string bytes;
+        appendNumber(bytes, static_cast<std::uint32_t>(result));
+        appendText(bytes, reason);
+        send(m_socket, {MessageKind::end, bytes});
     }
 
     bool readAndSend(long number) {

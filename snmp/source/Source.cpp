@@ -262,11 +262,14 @@ private:
     }
 
     std::optional<Readings> readings(Replies replies) {
-        if (!replies.back().bytes.empty()) {
-            setLost(replies.back().bytes);
+        FieldReader end(replies.back().bytes);
+        const auto state = static_cast<ReadResult>(end.number());
+        if (state == ReadResult::lost) {
+            setLost(std::string(end.text()));
             return std::nullopt;
         }
-        setBack();
+        if (state == ReadResult::answered)
+            setBack();
         replies.pop_back();
         Readings result;
         for (Message& reply : replies) {

@@ -216,7 +216,7 @@ TEST_F(ObjectsTest, OldValuesServeUntilTheLongestAgeAndAreAbsentThen) {
     EXPECT_EQ(errorOf(contact, octets("x")), Error::resourceUnavailable);
     m_manager->start();
     EXPECT_TRUE(becomes(contact, ""));
-    ASSERT_EQ(m_log.size(), 2u) << m_log.back();
+    ASSERT_EQ(m_log.size(), 2u) << testing::PrintToString(m_log);
     EXPECT_EQ(m_log[1], "object manager is back");
 }
 

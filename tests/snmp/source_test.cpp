@@ -84,6 +84,10 @@ std::string group(std::uint32_t number, const std::string& items = {}) {
                  std::string(reinterpret_cast<const char*>(&number), sizeof number) + items);
 }
 
+std::string end() {
+    return frame(MessageKind::end, std::string(8, '\0')); // answered, without a reason
+}
+
 WriteOrder contact(const std::string& value) {
     return {0, 2, {0}, {{3, value}}};
 }
@@ -165,6 +169,16 @@ TEST_F(Sources, TheLossOfTheObjectManagerIsLoggedOnceAndItsReturnOnce) {
     EXPECT_EQ(m_log.back(), "object manager is back");
 }
 
+TEST_F(Sources, ProcessesOfTheLibraryDoNotMeanThatTheObjectManagerIsBack) {
+    support::Manager manager;
+    start(manager.url());
+    ASSERT_TRUE(read(Subject::system));
+    manager.end(SIGKILL);
+    EXPECT_FALSE(read(Subject::system));
+    EXPECT_TRUE(read(Subject::running));
+    EXPECT_EQ(m_log.size(), 1u);
+}
+
 TEST_F(Sources, AMalformedUrlIsALostObjectManager) {
     start("://");
     EXPECT_FALSE(read(Subject::running));
@@ -189,8 +203,7 @@ TEST_F(Sources, AGroupThatTheObjectManagerDoesNotHaveIsLeftOut) {
 }
 
 TEST_F(Sources, AChildThatDiesWithinAnAnswerFailsTheRead) {
-    const std::string whole =
-        group(2, std::string("\0\0\0\0\4\0\0\0\3\0\0\0box", 15)) + frame(MessageKind::end, "");
+    const std::string whole = group(2, std::string("\0\0\0\0\4\0\0\0\3\0\0\0box", 15)) + end();
     for (std::size_t size = 0; size < whole.size(); ++size) {
         startLying(whole.substr(0, size));
         EXPECT_FALSE(read(Subject::system)) << size;
@@ -207,10 +220,9 @@ TEST_F(Sources, LyingAnswersFailTheRead) {
         endless += group(2, std::string(1024 * 1024, '\xff'));
     for (const std::string& answer :
          {frame(static_cast<MessageKind>(99), "x"), frame(MessageKind::written, "x"),
-          std::string("\3\0\0\0\xff\xff\xff\xff", 8), group(2, "short") + frame(MessageKind::end, ""),
-          frame(MessageKind::group, "") + frame(MessageKind::end, ""),
-          group(2, std::string("\0\0\0\0\4\0\0\0\xff\xff\xff\xff", 12)) + frame(MessageKind::end, ""),
-          endless}) {
+          std::string("\3\0\0\0\xff\xff\xff\xff", 8), frame(MessageKind::end, ""), group(2, "short") + end(),
+          frame(MessageKind::group, "") + end(),
+          group(2, std::string("\0\0\0\0\4\0\0\0\xff\xff\xff\xff", 12)) + end(), endless}) {
         startLying(answer);
         EXPECT_FALSE(read(Subject::system));
     }
@@ -220,7 +232,7 @@ TEST_F(Sources, AnAnswerWithoutRequestEndsTheChild) {
     SourceSettings settings = quick();
     settings.longestPause = settings.firstPause = 10s;
     settings.serve = [](int socket) {
-        const std::string bytes = frame(MessageKind::end, "");
+        const std::string bytes = end();
         if (::write(socket, bytes.data(), bytes.size()) < 0)
             ::_exit(1);
         ::pause();
