@@ -79,6 +79,8 @@ void Snapshots::reread(const Subjects& subjects, std::chrono::milliseconds limit
 bool Snapshots::isDue(std::size_t subject) const {
     const State& state = m_states[subject];
     const Clock::time_point now = Clock::now();
+    if (state.isLate && current(subject))
+        return false;
     if (state.failed && now - *state.failed < retryTime)
         return false;
     return !state.newest || now - state.newest->time > ageLimit(subject);
@@ -117,13 +119,20 @@ void Snapshots::await(const Subjects& subjects, std::chrono::milliseconds limit,
             return;
         self->m_waits.erase(std::remove(self->m_waits.begin(), self->m_waits.end(), wait),
                             self->m_waits.end());
+        self->markLate(wait->missing);
         wait->ready();
     });
+}
+
+void Snapshots::markLate(const Subjects& subjects) {
+    for (std::size_t subject = 0; subject < subjectCount; ++subject)
+        m_states[subject].isLate = m_states[subject].isLate || subjects[subject];
 }
 
 void Snapshots::arrive(std::size_t subject, const std::optional<Readings>& readings) {
     State& state = m_states[subject];
     state.isPending = false;
+    state.isLate = false;
     state.failed = Clock::now();
     if (readings)
         replace(subject, *readings);

@@ -44,6 +44,9 @@ private:
     struct State {
         SnapshotPointer newest;
         bool isPending = false;
+        /** A request has waited for the pending reading in vain. Further ones get the old values at once:
+         * each step of a walk would wait. */
+        bool isLate = false;
         /** Time of the last reading, if it failed. */
         std::optional<Clock::time_point> failed;
     };
@@ -57,6 +60,7 @@ private:
     Clock::duration ageLimit(std::size_t subject) const;
     void request(std::size_t subject);
     void await(const Subjects& subjects, std::chrono::milliseconds limit, std::function<void()> ready);
+    void markLate(const Subjects& subjects);
     void arrive(std::size_t subject, const std::optional<Readings>& readings);
     void replace(std::size_t subject, const Readings& readings);
 
