@@ -6,6 +6,7 @@
 #include "doctor/BoundedCheck.hpp"
 #include "doctor/HostChecks.hpp"
 #include "doctor/ManagerChecks.hpp"
+#include "doctor/MasterCheck.hpp"
 #include "doctor/SocketCheck.hpp"
 #include "output/Deadline.hpp"
 
@@ -95,6 +96,8 @@ void reportHost(Checkup& checkup) {
     checkup.report(checkTrace());
     checkup.report(checkProcessTable());
     checkup.report(checkSoftwareInventory());
+    if (const std::optional<Check> master = checkMaster())
+        checkup.report(*master);
 }
 
 void reportManager(Checkup& checkup, const std::string& url) {
