@@ -41,24 +41,24 @@ std::string peerOf(const std::string& url) {
     return "127.0.0.1 port " + url.substr(url.rfind(':') + 1);
 }
 
-TEST(Failure, AMissingSocket) {
+TEST(Failure, AMissingSocketIsNamed) {
     const support::TempDir directory;
     const std::string path = directory.file("missing");
     expectFailure(support::urlOf(path), "no such file or directory: " + path + "\n" + doctorHint);
 }
 
-TEST(Failure, ASocketWithoutAListener) {
+TEST(Failure, ASocketWithoutAListenerRefusesTheConnection) {
     support::Manager manager;
     manager.end(SIGKILL);
     expectFailure(manager.url(), "connection refused: " + manager.socketPath() + "\n" + doctorHint);
 }
 
-TEST(Failure, APortWithoutAListener) {
+TEST(Failure, APortWithoutAListenerRefusesTheConnection) {
     const std::string url = closedPortUrl();
     expectFailure(url, "connection refused: " + peerOf(url) + "\n" + doctorHint);
 }
 
-TEST(Failure, ASocketOfAnotherUser) {
+TEST(Failure, ASocketOfAnotherUserDeniesPermission) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can change its user";
     const support::ScriptedPeer peer({instances({})});
@@ -69,35 +69,35 @@ TEST(Failure, ASocketOfAnotherUser) {
     EXPECT_EQ(result.err, "owbctl: group 4: permission denied: " + peer.socketPath() + "\n" + doctorHint);
 }
 
-TEST(Failure, AFileThatIsNoSocket) {
+TEST(Failure, AFileThatIsNoSocketRefusesTheConnection) {
     const support::TempDir directory;
     const std::string path = directory.write("file", "");
     expectFailure(support::urlOf(path), "connection refused: " + path + "\n" + doctorHint);
 }
 
-TEST(Failure, TooManyOpenFiles) {
+TEST(Failure, TooManyOpenFilesAreNoFailureOfTheConnection) {
     const support::ScriptedPeer peer({instances({})});
     const support::ProgramResult result = shell("ulimit -n 4; \"$OWBCTL\" --url " + peer.url() + " get 4");
     EXPECT_EQ(result.exitCode, 15);
     EXPECT_EQ(result.err, "owbctl: group 4: too many open files\n");
 }
 
-TEST(Failure, AUnknownHost) {
+TEST(Failure, AnUnknownHostIsNamed) {
     expectFailure("http://no..such.host", "unknown host: no..such.host\n");
 }
 
-TEST(Failure, AMalformedUrl) {
+TEST(Failure, AMalformedUrlIsInvalid) {
     expectFailure("owbinary.wbem://", "invalid URL: owbinary.wbem://\n" + doctorHint);
     expectFailure("owbinary.wbem://localhost:%zz", "invalid URL: invalid escape: %zz\n" + doctorHint);
 }
 
-TEST(Failure, AServerThatClosesTheConnection) {
+TEST(Failure, AServerThatClosesTheConnectionGivesNoAnswer) {
     const support::ScriptedPeer peer({support::Step::close()});
     expectFailure(peer.url(),
                   "connection closed without a valid answer: " + peer.socketPath() + "\n" + doctorHint);
 }
 
-TEST(Failure, AServerOfAnotherProtocol) {
+TEST(Failure, AServerOfAnotherProtocolGivesNoValidAnswer) {
     const support::ScriptedPeer peer({support::Step::answerAndClose("SSH-2.0-OpenSSH_9.2\r\n")});
     expectFailure(peer.url(),
                   "connection closed without a valid answer: " + peer.socketPath() + "\n" + doctorHint);
@@ -105,7 +105,7 @@ TEST(Failure, AServerOfAnotherProtocol) {
                   "request rejected: Not Found\n");
 }
 
-TEST(Failure, AReplyThatIsTruncated) {
+TEST(Failure, AReplyThatIsTruncatedIsMalformed) {
     const std::string head = "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n";
     expectFailure(support::Step::answerAndClose(head + std::string(1, '\0') + "o"),
                   "malformed reply: it is truncated, or its encoding is invalid\n");
@@ -113,13 +113,13 @@ TEST(Failure, AReplyThatIsTruncated) {
                   "malformed reply: it begins with an unknown result\n");
 }
 
-TEST(Failure, AReplyThatIsNotXml) {
+TEST(Failure, AReplyThatIsNotXmlIsMalformed) {
     const support::ScriptedPeer peer({support::Step::answer(plainReply("<html></html>"))},
                                      support::Listening::ipv4);
     expectFailure(tcpUrl(peer), "malformed reply: Invalid XML. <CIM> not found.\n");
 }
 
-TEST(Failure, ARejectedLogin) {
+TEST(Failure, ARejectedLoginIsReportedWithTheWordsOfTheServer) {
     const std::string challenge = "WWW-Authenticate: Basic realm=\"x\"";
     const support::ScriptedPeer peer(
         {support::Step::answer(statusReply("401 Unauthorized", {challenge})),
@@ -130,14 +130,14 @@ TEST(Failure, ARejectedLogin) {
     expectFailure(tcpUrl(peer, "me:secret@"), "login rejected: wrong name or password\n" + doctorHint);
 }
 
-TEST(Failure, ALoginThatTheUrlDoesNotHave) {
+TEST(Failure, ALoginThatTheUrlDoesNotHaveIsRequired) {
     const support::ScriptedPeer peer(
         {support::Step::answer(statusReply("401 Unauthorized", {"WWW-Authenticate: Basic realm=\"x\""}))},
         support::Listening::ipv4);
     expectFailure(tcpUrl(peer), "login required, and the URL has no user\n");
 }
 
-TEST(Failure, AnErrorOfTheObjectManager) {
+TEST(Failure, AnErrorOfTheObjectManagerIsShownWithItsDescription) {
     expectFailure(support::Step::answer(cimErrorReply(5, "")), "the class is not known there\n");
     expectFailure(support::Step::answer(cimErrorReply(5, "QAV_OperatingSystem")),
                   "the class is not known there: QAV_OperatingSystem\n");
@@ -145,7 +145,7 @@ TEST(Failure, AnErrorOfTheObjectManager) {
                   "the disk \\xc2\\x9b failed\n");
 }
 
-TEST(Failure, AnUnknownClassOrInstanceOfTheRealObjectManager) {
+TEST(Failure, TheRealObjectManagerNamesAnUnknownClassOrInstance) {
     const support::Manager manager;
     const auto instance = [&manager](const std::string& path) {
         return owbctl({"--url", manager.url(), "instance", "--group", "4", path});
