@@ -1,20 +1,14 @@
 """Clients with valid requests, which measure the time of their answers."""
+import http.client
 import socket
 import time
 
 import messages
 
+HOST = b"chaos.example.org"  # name of the host that the object manager serves
 XML = messages.xml_enumeration(b"QAV_System")
 BINARY = messages.binary_enumeration(b"QAV_System")
-
-
-def connect(manager, is_local):
-    if not is_local:
-        return socket.create_connection(("127.0.0.1", manager.port), 60)
-    connection = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
-    connection.settimeout(60)
-    connection.connect(manager.socket)
-    return connection
+OPEN_METRICS = {"Accept": "application/openmetrics-text"}
 
 
 def exchange(connection, request):
@@ -33,31 +27,77 @@ def exchange(connection, request):
         reply += piece
 
 
-def timed(manager, kept, is_local, request):
+class ManagerClient:
+    """Sends requests to the object manager over both sockets, in both protocols."""
+
+    visits = tuple((is_local, request) for is_local in (True, False) for request in (XML, BINARY))
+    pause = 0.01
+
+    def __init__(self, manager):
+        self.manager = manager
+
+    def connect(self, is_local, _):
+        if not is_local:
+            return socket.create_connection(("127.0.0.1", self.manager.port), 60)
+        connection = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+        connection.settimeout(60)
+        connection.connect(self.manager.socket)
+        return connection
+
+    @staticmethod
+    def check(connection, _, request):
+        reply = exchange(connection, request)
+        if not reply.startswith(b"HTTP/1.1 200 ") or HOST not in reply:
+            raise ValueError("not the answer: %r" % reply[:200])
+
+
+class Scraper:
+    """Scrapes the exporter, as Prometheus does, and asks whether it runs."""
+
+    visits = (("/metrics", b"\n# EOF\n"), ("/healthz", b"ok\n"))
+    pause = 0.1
+
+    def __init__(self, exporter):
+        self.exporter = exporter
+
+    def connect(self, *_):
+        connection = http.client.HTTPConnection("127.0.0.1", self.exporter.port, timeout=60)
+        connection.connect()
+        return connection
+
+    @staticmethod
+    def check(connection, path, end):
+        connection.request("GET", path, headers=OPEN_METRICS)
+        reply = connection.getresponse()
+        text = reply.read()
+        if reply.status != 200 or not text.endswith(end):
+            raise ValueError("not the answer: status %d, %r" % (reply.status, text[-200:]))
+        if path == "/metrics" and b"\nowb_scrape_success 1\n" not in text:
+            raise ValueError("a scrape without all groups: %r" % text[-2000:])
+
+
+def timed(client, kept, visit):
     """Seconds until the answer, including the time to connect if the connection is new."""
     begin = time.monotonic()
-    connection = kept or connect(manager, is_local)
-    reply = exchange(connection, request)
+    connection = kept or client.connect(*visit)
+    client.check(connection, *visit)
     seconds = time.monotonic() - begin
     if not kept:
         connection.close()
-    if not reply.startswith(b"HTTP/1.1 200 ") or manager.host not in reply:
-        raise ValueError("not the answer: %r" % reply[:200])
     return seconds
 
 
-def run(pipe, manager, end):
-    """Sends requests until the end time, over both sockets, both protocols, kept and new connections. Writes the
-    response times in seconds, sorted, or the error message to the pipe."""
+def run(pipe, client, end):
+    """Sends requests until the end time, over kept and new connections. Writes the response times in seconds, sorted, or the
+    error message to the pipe."""
     try:
-        kept = {is_local: connect(manager, is_local) for is_local in (True, False)}
+        kept = {visit: client.connect(*visit) for visit in client.visits}
         times = []
         while time.monotonic() < end:
-            for is_local in (True, False):
-                for request in (XML, BINARY):
-                    times.append(timed(manager, kept[is_local], is_local, request))
-                    times.append(timed(manager, None, is_local, request))
-            time.sleep(0.01)
+            for visit in client.visits:
+                times.append(timed(client, kept[visit], visit))
+                times.append(timed(client, None, visit))
+            time.sleep(client.pause)
         pipe.send(sorted(times))
     except Exception as error: # pylint: disable=broad-except # the summary reports any error
         pipe.send("%s: %s" % (type(error).__name__, error))

@@ -9,15 +9,18 @@ import time
 
 import messages
 
-LARGE = messages.xml_enumeration(b"QAV_K70Chassis")
+LARGE_ENUMERATION = messages.xml_enumeration(b"QAV_K70Chassis")
+LARGE_SCRAPE = messages.scrape()
 RECORDED = messages.recorded()
+SCRAPES = messages.scrapes()
 
 
 class Client:
     """One connection. It ignores the replies, and reads them only so that the peer continues."""
 
-    def __init__(self, dice, reader, writer):
+    def __init__(self, dice, server, reader, writer):
         self.dice = dice
+        self.server = server
         self.reader = reader
         self.writer = writer
 
@@ -33,7 +36,7 @@ class Client:
             pass
 
     def request(self):
-        return self.dice.choice(RECORDED)
+        return self.dice.choice(self.server.requests)
 
     async def send_pieces(self, data):
         while data:
@@ -79,7 +82,7 @@ class Client:
             await asyncio.sleep(1)
 
     async def slow_reader(self):
-        await self.send(LARGE * self.dice.randint(1, 5))
+        await self.send(self.server.large * self.dice.randint(1, 5))
         for _ in range(self.dice.randint(1, 10)):
             await self.reader.read(100)
             await self.pause(1)
@@ -113,26 +116,26 @@ WAYS = ((5, Client.in_pieces), (5, Client.in_chunks), (3, Client.last_chunk), (1
         (1, Client.wrong_login), (2, Client.silence))
 
 
-async def connect(dice, manager):
-    if dice.random() < 0.5:
-        return await asyncio.open_unix_connection(manager.socket)
-    return await asyncio.open_connection("127.0.0.1", manager.port)
+async def connect(dice, server):
+    if server.socket and dice.random() < 0.5:
+        return await asyncio.open_unix_connection(server.socket)
+    return await asyncio.open_connection("127.0.0.1", server.port)
 
 
-async def one_after_the_other(dice, manager, ways, end):
+async def one_after_the_other(dice, server, ways, end):
     """Makes one connection after the other until the end time. Returns their number."""
     weights = [weight for weight, _ in ways]
     count = 0
     while time.monotonic() < end:
         try:
-            reader, writer = await connect(dice, manager)
+            reader, writer = await connect(dice, server)
         except OSError: # connection limit reached: the honest clients measure whether this affects them
             await asyncio.sleep(0.1)
             continue
         count += 1
         try:
             _, way = dice.choices(ways, weights)[0]
-            await way(Client(dice, reader, writer))
+            await way(Client(dice, server, reader, writer))
         except (OSError, asyncio.TimeoutError):
             pass
         writer.close()
@@ -140,12 +143,12 @@ async def one_after_the_other(dice, manager, ways, end):
     return count
 
 
-async def all_at_once(seed, manager, ways, clients, end):
-    return sum(await asyncio.gather(*(one_after_the_other(random.Random(f"{seed} {i}"), manager, ways, end)
+async def all_at_once(seed, server, ways, clients, end):
+    return sum(await asyncio.gather(*(one_after_the_other(random.Random(f"{seed} {i}"), server, ways, end)
                                       for i in range(clients))))
 
 
-def run(pipe, seed, manager, ways, clients, end):
+def run(pipe, seed, server, ways, clients, end):
     """Runs many clients. Writes the number of their connections to the pipe."""
     os.nice(10) # real hostile clients run on other machines and do not compete for this processor
-    pipe.send(asyncio.run(all_at_once(seed, manager, ways, clients, end)))
+    pipe.send(asyncio.run(all_at_once(seed, server, ways, clients, end)))

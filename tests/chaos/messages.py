@@ -1,4 +1,4 @@
-"""Requests of clients: the recorded ones, and requests for classes of the object manager under test."""
+"""Requests of clients: the recorded ones, requests for classes of the object manager under test, and scrapes."""
 import glob
 import os
 
@@ -39,6 +39,23 @@ def binary_enumeration(class_name):
     name = b"QAV_OperatingSystem"
     body = body.replace(bytes([len(name)]) + name, bytes([len(class_name)]) + class_name)
     return http(b"application/x-owbinary", body)
+
+
+def scrape(path=b"/metrics", lines=b"", body=b""):
+    return b"GET " + path + b" HTTP/1.1\r\nHost: localhost\r\n" + lines + b"\r\n" + body
+
+
+def scrapes():
+    """Requests for the pages of an exporter, in each format, with time limits, bodies, and paths that it does not have."""
+    return [scrape(), scrape(b"/"), scrape(b"/healthz"), scrape(b"/metrics?a=%00"), scrape(b"/../metrics"),
+            scrape(b"/" + b"x" * 9000),
+            scrape(lines=b"Accept: application/openmetrics-text;version=1.0.0;q=0.5,*/*;q=0.1\r\n"),
+            scrape(lines=b"Accept: " + b"text/plain;q=0.0001," * 400 + b"\r\n"),
+            scrape(lines=b"Accept-Encoding: gzip;q=1, identity;q=0\r\n"),
+            scrape(lines=b"X-Prometheus-Scrape-Timeout-Seconds: 0.001\r\n"),
+            scrape(lines=b"X-Prometheus-Scrape-Timeout-Seconds: nan\r\n"),
+            scrape(lines=b"Content-Length: 100\r\n", body=b"x" * 100),
+            scrape(lines=b"Content-Length: 2000\r\n", body=b"x" * 2000)]
 
 
 def chunked(request, size, extension=b""):
