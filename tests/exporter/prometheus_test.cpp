@@ -3,9 +3,12 @@
 #include "support/Prometheus.hpp"
 #include "support/Relay.hpp"
 
+#include <chrono>
 #include <nlohmann/json.hpp>
 #include <sys/socket.h>
+#include <thread>
 
+using namespace std::chrono_literals;
 using support::Prometheus;
 using support::Series;
 
@@ -95,6 +98,36 @@ protected:
     }
 };
 
+/** A host with an interface and a chassis whose names are hostile. */
+class WithHostileTexts : public WithPrometheus {
+protected:
+    void SetUp() override {
+        WithPrometheus::SetUp();
+        if (IsSkipped())
+            return;
+        writeInterface("a\"b\\c\xff{}\t'\xe2\x82", 5);
+        writeInterface("line\nfeed\n# EOF", 6);
+        directory().write(
+            "site/chassis.json",
+            R"({"QAV_K70Chassis": [{"Tag": "t", "CreationClassName": "QAV_K70Chassis", "SerialNumber": )" +
+                nlohmann::json(m_serialNumber).dump() + "}]}");
+        startManager({"--instances", directory().file("site")});
+        startExporter();
+    }
+
+    void expectHostileTexts(const Prometheus& prometheus) {
+        expectValues(prometheus);
+        EXPECT_EQ(3U, prometheus.query("owb_network_info").size());
+        EXPECT_EQ(1U, prometheus.query(R"(owb_network_info{device="line\nfeed\n# EOF"})").size());
+        const std::vector<Series> chassis = prometheus.query("owb_chassis_info{serial_number!=''}");
+        ASSERT_EQ(1U, chassis.size());
+        EXPECT_EQ(m_serialNumber, chassis.front().labels.at("serial_number"));
+    }
+
+private:
+    const std::string m_serialNumber = "line\nfeed" + std::string(64 * 1024, 'm');
+};
+
 std::string typeOfInfo(const Prometheus& prometheus) {
     return prometheus.data("targets/metadata?metric=owb_host_info").dump() +
            prometheus.data("targets/metadata?metric=owb_host").dump();
@@ -117,22 +150,15 @@ TEST_F(WithPrometheus, TextHasTheValuesThatOwbctlReads) {
     EXPECT_NE(std::string::npos, typeOfInfo(prometheus).find("\"type\":\"gauge\"")) << typeOfInfo(prometheus);
 }
 
-TEST_F(WithPrometheus, HostileTextsAreValid) {
-    const std::string hostile = "a\"b\\c\xff{}\t'\xe2\x82";
-    writeInterface(hostile, 5);
-    const std::string model = "line\nfeed" + std::string(64 * 1024, 'm');
-    directory().write(
-        "site/chassis.json",
-        R"({"QAV_K70Chassis": [{"Tag": "t", "CreationClassName": "QAV_K70Chassis", "SerialNumber": )" +
-            nlohmann::json(model).dump() + "}]}");
-    startManager({"--instances", directory().file("site")});
-    startExporter();
+TEST_F(WithHostileTexts, OpenMetricsIsValid) {
     const Prometheus prometheus(scrapeConfig(port()));
-    expectValues(prometheus);
-    EXPECT_EQ(2U, prometheus.query("owb_network_info").size());
-    const std::vector<Series> chassis = prometheus.query("owb_chassis_info{serial_number!=''}");
-    ASSERT_EQ(1U, chassis.size());
-    EXPECT_EQ(model, chassis.front().labels.at("serial_number"));
+    expectHostileTexts(prometheus);
+}
+
+TEST_F(WithHostileTexts, TextIsValid) {
+    const support::Relay relay(port(), pumpWithoutOpenMetrics);
+    const Prometheus prometheus(scrapeConfig(relay.port()));
+    expectHostileTexts(prometheus);
 }
 
 TEST_F(WithPrometheus, AnInterfaceThatGoesLeavesNoSeries) {
@@ -144,6 +170,28 @@ TEST_F(WithPrometheus, AnInterfaceThatGoesLeavesNoSeries) {
     removeInterface("eth0");
     prometheus.await("absent(owb_network_info{device='eth0'}) == 1");
     EXPECT_EQ("", prometheus.lastError());
+}
+
+TEST_F(WithPrometheus, EachScrapeIsValidWhileAnInterfaceComesAndGoes) {
+    start({"--max-age", "0"});
+    const Prometheus prometheus(scrapeConfig(port()));
+    prometheus.await("owb_network_info{device='eth0'}");
+    const std::string eth0 = "eth0: 1 2 0 0 0 0 0 0 3 4 0 0 0 0 0 0\n";
+    const std::string eth1 = "eth1: 1 2 0 0 0 0 0 0 3 4 0 0 0 0 0 0\n";
+    for (unsigned i = 0; i < 300; ++i) { // five scrapes
+        writeInterface("eth1", 5 + i);
+        writeCounters(eth0 + eth1);
+        std::this_thread::sleep_for(10ms);
+        removeInterface("eth1");
+        writeCounters(eth0);
+        std::this_thread::sleep_for(10ms);
+    }
+    writeInterface("eth1", 1000);
+    prometheus.await("owb_network_info{device='eth1'}");
+    EXPECT_EQ("", prometheus.lastError());
+    EXPECT_EQ(1U, prometheus.query("count_over_time(up[1m]) >= 5").size());
+    EXPECT_EQ(1U, prometheus.query("min_over_time(up[1m]) == 1").size());
+    EXPECT_EQ(1U, prometheus.query("min_over_time(owb_scrape_success[1m]) == 1").size());
 }
 
 TEST_F(WithPrometheus, AnUnreachableObjectManagerIsNoFailedScrape) {
