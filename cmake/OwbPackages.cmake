@@ -34,9 +34,9 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(libc "libc6 (>= 2.34)")
 set(libstdcxx "libgcc-s1 (>= 3.0), libstdc++6 (>= 11)")
 set(zlib "zlib1g (>= 1:1.1.4)")
-set(transport "${zlib}")
+set(tls "")
 if(OWB_HAS_TLS)
-    string(APPEND transport ", libssl3 (>= 3.0.0)")
+    set(tls ", libssl3 (>= 3.0.0)")
 endif()
 set(passwords "")
 if(OWB_CRYPT_LINKS)
@@ -63,7 +63,7 @@ endfunction()
 
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME libowb${PROJECT_VERSION_MAJOR})
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS "${libc}, ${libstdcxx}, ${transport}")
+set(CPACK_DEBIAN_LIBRARY_PACKAGE_DEPENDS "${libc}, ${libstdcxx}, ${zlib}${tls}")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${control}/triggers ${generated}/shlibs)
 set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "bridge between a management agent and a CIM object manager
 The library lets a systems-management agent read and write the data of a CIM
@@ -91,7 +91,7 @@ owbcimomd and the command line owbctl.")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_NAME owb-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION admin)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
-    "${same_version}, ${libc}, ${libstdcxx}${passwords}, ${sysusers}")
+    "${same_version}, ${libc}, ${libstdcxx}${tls}${passwords}, ${sysusers}")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS owb-doc)
 owb_service_scripts(TOOLS owbcimomd "" "[ \"$1\" != purge ] || rm -rf \"$DPKG_ROOT/var/lib/owb\"")
 set(CPACK_DEBIAN_TOOLS_DESCRIPTION "CIM object manager with the data of this host, and a command line
@@ -102,7 +102,7 @@ owbcimom-passwd keeps the passwords of clients on the network.")
 
 set(CPACK_DEBIAN_EXPORTER_PACKAGE_NAME owb-exporter)
 set(CPACK_DEBIAN_EXPORTER_PACKAGE_SECTION net)
-set(CPACK_DEBIAN_EXPORTER_PACKAGE_DEPENDS "${same_version}, ${libc}, ${libstdcxx}, ${zlib}, ${sysusers}")
+set(CPACK_DEBIAN_EXPORTER_PACKAGE_DEPENDS "${same_version}, ${libc}, ${libstdcxx}, ${zlib}${tls}, ${sysusers}")
 set(CPACK_DEBIAN_EXPORTER_PACKAGE_SUGGESTS "owb-doc, owb-tools, prometheus")
 owb_service_scripts(EXPORTER owb-exporter "" "")
 set(CPACK_DEBIAN_EXPORTER_DESCRIPTION "metrics of a CIM object manager for Prometheus

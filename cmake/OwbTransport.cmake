@@ -1,7 +1,8 @@
-# Defines owb_transport, which the client links to: zlib, required, and OpenSSL, used if one for the target is found. Sets
-# OWB_HAS_TLS, for the whole build.
+# Defines owb_transport, which the client links to: zlib, required, and owb_tls: OpenSSL, used if one for the target is found.
+# Sets OWB_HAS_TLS, for the whole build.
 include(OwbFind)
 
+add_library(owb_tls INTERFACE)
 add_library(owb_transport INTERFACE)
 
 # What a configuration without the fetched libraries found on the host.
@@ -20,7 +21,7 @@ owb_links(OWB_ZLIB_LINKS ZLIB::ZLIB "
 if(NOT OWB_ZLIB_LINKS)
     message(FATAL_ERROR "No zlib for ${CMAKE_SYSTEM_PROCESSOR} was found; on Debian install lib32z1-dev.")
 endif()
-target_link_libraries(owb_transport INTERFACE ZLIB::ZLIB)
+target_link_libraries(owb_transport INTERFACE ZLIB::ZLIB owb_tls)
 
 find_package(OpenSSL 1.1.1 QUIET GLOBAL)
 set(openssl_includes)
@@ -32,8 +33,8 @@ owb_links(OWB_HAS_TLS OpenSSL::SSL "
     int main() { return SSL_CTX_new(TLS_client_method()) == nullptr; }"
     INCLUDES ${openssl_includes})
 if(OWB_HAS_TLS)
-    target_link_libraries(owb_transport INTERFACE OpenSSL::SSL)
-    target_include_directories(owb_transport SYSTEM INTERFACE ${openssl_includes})
+    target_link_libraries(owb_tls INTERFACE OpenSSL::SSL)
+    target_include_directories(owb_tls SYSTEM INTERFACE ${openssl_includes})
     message(STATUS "TLS: OpenSSL ${OPENSSL_VERSION}, ${OPENSSL_SSL_LIBRARY}")
 else()
     message(STATUS "TLS: none, no OpenSSL for ${CMAKE_SYSTEM_PROCESSOR}; scripts/sysroot ${OWB_TRIPLET} fetches one")

@@ -5,7 +5,6 @@
 
 #include <arpa/inet.h>
 #include <cerrno>
-#include <cstdint>
 #include <netinet/in.h>
 #include <system_error>
 
@@ -56,6 +55,18 @@ std::optional<NetworkAddress> networkAddress(const std::string& text) {
     if (address.front() == '[' && address.back() == ']')
         return ipv6(address.substr(1, address.size() - 2), *port);
     return ipv4(address, *port);
+}
+
+std::optional<NetworkAddress> networkAddress(const std::string& text, std::uint16_t defaultPort) {
+    const std::optional<NetworkAddress> complete = networkAddress(text);
+    return complete ? complete : networkAddress(text + ":" + std::to_string(defaultPort));
+}
+
+bool isLoopback(const NetworkAddress& address) {
+    if (address.address.ss_family == AF_INET6)
+        return IN6_IS_ADDR_LOOPBACK(&reinterpret_cast<const sockaddr_in6&>(address.address).sin6_addr);
+    const auto& ipv4 = reinterpret_cast<const sockaddr_in&>(address.address);
+    return ntohl(ipv4.sin_addr.s_addr) >> 24 == IN_LOOPBACKNET;
 }
 
 std::string textOf(const NetworkAddress& address) {

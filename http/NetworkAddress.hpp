@@ -1,5 +1,6 @@
 #ifndef HTTP_NETWORK_ADDRESS_HPP_INCLUDED
 #define HTTP_NETWORK_ADDRESS_HPP_INCLUDED
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <sys/socket.h>
@@ -17,6 +18,12 @@ struct NetworkAddress {
  * or `PORT`) it is the loopback address of IPv4. Nothing for any other text.
  */
 std::optional<NetworkAddress> networkAddress(const std::string& text);
+
+/** The same, and an address alone with the default port. */
+std::optional<NetworkAddress> networkAddress(const std::string& text, std::uint16_t defaultPort);
+
+/** Whether only clients of this host can connect to the address. */
+bool isLoopback(const NetworkAddress& address);
 
 /** `ADDRESS:PORT`, with IPv6 addresses in brackets. */
 std::string textOf(const NetworkAddress& address);

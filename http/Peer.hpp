@@ -15,6 +15,8 @@ struct Peer {
     /** Address of a client on the network, by which failed logins are counted: of IPv6 the network of 64
      * bits, which one host may have to itself. Empty for a local client. */
     std::string address{};
+    /** Common name in the certificate of a client with TLS, which the server has verified; else empty. */
+    std::string subject{};
 
     bool isOnNetwork() const { return !address.empty(); }
 };

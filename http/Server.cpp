@@ -46,8 +46,9 @@ void prepare(int socket) {
 /** Accepts the connections of one socket. */
 class Server::Listener {
 public:
-    Listener(Server& server, int socket, int family)
+    Listener(Server& server, int socket, int family, bool hasTls)
         : m_server(server)
+        , m_hasTls(hasTls)
         , m_acceptor(server.m_io, asio::generic::stream_protocol(family, 0), socket)
         , m_pause(server.m_io) {
         m_acceptor.non_blocking(true);
@@ -90,7 +91,7 @@ private:
 
     void serve(Session::Socket socket) {
         prepare(socket.native_handle());
-        m_server.serve(std::move(socket));
+        m_server.serve(std::move(socket), m_hasTls ? m_server.m_tls.get() : nullptr);
     }
 
     /** Most likely descriptors or memory have run out: an immediate retry would fail again, in a busy loop.
@@ -104,6 +105,7 @@ private:
     }
 
     Server& m_server;
+    const bool m_hasTls;
     asio::basic_socket_acceptor<asio::generic::stream_protocol> m_acceptor;
     asio::steady_timer m_pause;
 };
@@ -116,7 +118,11 @@ Server::Server(asio::io_context& io, Settings settings)
 Server::~Server() = default;
 
 void Server::listen(int socket, int family) {
-    m_listeners.push_back(std::make_unique<Listener>(*this, socket, family));
+    m_listeners.push_back(std::make_unique<Listener>(*this, socket, family, false));
+}
+
+void Server::listenWithTls(int socket, int family) {
+    m_listeners.push_back(std::make_unique<Listener>(*this, socket, family, true));
 }
 
 /** Whether there is room for a session that has just begun. */
@@ -129,8 +135,8 @@ bool Server::hasRoomFor(const Session& session) const {
     return isBelowLimit && m_sessions->countOnNetwork() + reservedForLocal <= m_connectionLimit;
 }
 
-void Server::serve(Session::Socket socket) {
-    const auto session = std::make_shared<Session>(std::move(socket), m_sessions);
+void Server::serve(Session::Socket socket, TlsContext* tls) {
+    const auto session = std::make_shared<Session>(std::move(socket), m_sessions, tls);
     if (hasRoomFor(*session))
         session->start();
     else

@@ -6,6 +6,7 @@
 #include <boost/asio/io_context.hpp>
 #include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace http {
@@ -29,6 +30,10 @@ public:
      * @param family of the socket: AF_UNIX, AF_INET or AF_INET6
      */
     void listen(int socket, int family);
+    /** Accepts connections with TLS; requires setTls(). A connection beyond the limit is closed. */
+    void listenWithTls(int socket, int family);
+    /** Certificates and keys of the connections that begin from now on; see readTlsFiles(). */
+    void setTls(std::shared_ptr<TlsContext> tls) { m_tls = std::move(tls); }
     /**
      * Accepts no more connections, and closes each open connection after the reply to its current request.
      * After that the io_context has no work of the server.
@@ -42,12 +47,13 @@ private:
     class Listener;
 
     bool hasRoomFor(const Session& session) const;
-    void serve(Session::Socket socket);
+    void serve(Session::Socket socket, TlsContext* tls);
 
     boost::asio::io_context& m_io;
     std::vector<std::unique_ptr<Listener>> m_listeners;
     std::shared_ptr<Sessions> m_sessions;
     std::size_t m_connectionLimit;
+    std::shared_ptr<TlsContext> m_tls;
 };
 
 } // namespace http

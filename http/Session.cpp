@@ -1,5 +1,6 @@
 #include "http/Session.hpp"
 
+#include <algorithm>
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/http/read.hpp>
@@ -10,12 +11,18 @@ namespace http {
 namespace asio = boost::asio;
 namespace beast = boost::beast;
 
-Session::Session(Socket socket, std::shared_ptr<Sessions> sessions)
+namespace {
+
+/** Bytes of the first read of a request: most heads fit. */
+const std::size_t firstRead = 1024;
+
+} // namespace
+
+Session::Session(Socket socket, std::shared_ptr<Sessions> sessions, TlsContext* tls)
     : m_sessions(std::move(sessions))
-    , m_socket(std::move(socket))
-    , m_peer(peerOf(m_socket.native_handle()))
-    , m_responder(settings().makeResponder(m_peer))
-    , m_timer(m_socket.get_executor())
+    , m_stream(std::move(socket), tls)
+    , m_peer(peerOf(m_stream.descriptor()))
+    , m_timer(m_stream.get_executor())
     , m_buffer(settings().limits.head + static_cast<std::size_t>(settings().limits.body)) {
     m_sessions->add(*this);
     ++m_sessions->counters.connections;
@@ -26,7 +33,36 @@ Session::~Session() {
 }
 
 void Session::start() {
+    if (m_stream.hasTls())
+        shakeHands();
+    else
+        serve();
+}
+
+void Session::shakeHands() {
+    m_state = State::shakingHands;
+    limitTime(settings().limits.request);
+    m_stream.shakeHands([self = shared_from_this()](const std::optional<std::string>& failure) {
+        if (self->m_state != State::shakingHands)
+            return;
+        if (failure) {
+            self->failHandshake(*failure);
+            return;
+        }
+        self->m_peer.subject = self->m_stream.subject();
+        self->serve();
+    });
+}
+
+void Session::serve() {
+    m_responder = settings().makeResponder(m_peer);
     awaitRequest();
+}
+
+void Session::failHandshake(const std::string& why) {
+    ++m_sessions->counters.refused;
+    settings().log(m_peer.name + ": TLS handshake failed: " + why);
+    close();
 }
 
 void Session::awaitRequest() {
@@ -36,10 +72,17 @@ void Session::awaitRequest() {
         return;
     }
     limitTime(settings().limits.idle);
-    m_socket.async_wait(Socket::wait_read, [self = shared_from_this()](const Error& error) {
-        if (!error && self->m_state == State::idle)
-            self->readHead();
-    });
+    const std::size_t size = std::min(firstRead, m_buffer.max_size());
+    m_stream.async_read_some(m_buffer.prepare(size),
+                             [self = shared_from_this()](const Error& error, std::size_t received) {
+                                 if (self->m_state != State::idle)
+                                     return;
+                                 self->m_buffer.commit(received);
+                                 if (error)
+                                     self->close();
+                                 else
+                                     self->readHead();
+                             });
 }
 
 void Session::readHead() {
@@ -48,7 +91,7 @@ void Session::readHead() {
     m_parser->header_limit(settings().limits.head);
     m_parser->body_limit(settings().limits.body);
     limitTime(settings().limits.request);
-    beast::http::async_read_header(m_socket, m_buffer, *m_parser, whenRead(&Session::readBody));
+    beast::http::async_read_header(m_stream, m_buffer, *m_parser, whenRead(&Session::readBody));
 }
 
 void Session::readBody(std::size_t headSize) {
@@ -65,7 +108,7 @@ void Session::readBody(std::size_t headSize) {
         return;
     }
     m_form = replyForm(m_parser->get());
-    beast::http::async_read(m_socket, m_buffer, *m_parser, whenRead(&Session::authorize));
+    beast::http::async_read(m_stream, m_buffer, *m_parser, whenRead(&Session::authorize));
 }
 
 /** The callback of a read: calls the next step with the number of bytes that the parser has consumed. */
@@ -155,7 +198,10 @@ void Session::refuse(const ErrorResponse& error) {
     ++m_sessions->counters.refused;
     settings().log(m_peer.name + ": refused: " + std::to_string(error.status) + " " + error.reason + ": " +
                    error.detail);
-    sendError(error);
+    if (m_stream.isReady())
+        sendError(error);
+    else
+        close();
 }
 
 void Session::sendError(const ErrorResponse& error) {
@@ -166,7 +212,7 @@ void Session::sendError(const ErrorResponse& error) {
 void Session::send(std::string bytes, void (Session::*next)()) {
     m_sent = std::move(bytes);
     limitTime(settings().limits.request);
-    asio::async_write(m_socket, asio::buffer(m_sent),
+    asio::async_write(m_stream, asio::buffer(m_sent),
                       [self = shared_from_this(), next](const Error& error, std::size_t) {
                           self->m_sent = std::string();
                           if (error)
@@ -188,16 +234,18 @@ void Session::limitTime(std::chrono::milliseconds time) {
 }
 
 void Session::onTimeout() {
-    Error ignored;
     const ErrorResponse timeout{408, "Request timeout", "Timeout waiting for request."};
     switch (m_state) {
+    case State::shakingHands:
+        failHandshake("timed out after " + std::to_string(settings().limits.request.count() / 1000) + " s");
+        break;
     case State::idle: // not logged: it is no failure
-        m_socket.cancel(ignored);
+        m_stream.cancel();
         sendError(timeout);
         break;
     case State::reading:
     case State::authorizing:
-        m_socket.cancel(ignored);
+        m_stream.cancel();
         refuse(timeout);
         break;
     case State::answering: // has no time limit
@@ -209,7 +257,7 @@ void Session::onTimeout() {
 }
 
 void Session::finish() {
-    if (m_state == State::idle || m_state == State::reading)
+    if (m_state == State::shakingHands || m_state == State::idle || m_state == State::reading)
         close();
     else
         m_form.keepsAlive = false;
@@ -218,9 +266,7 @@ void Session::finish() {
 void Session::close() {
     m_state = State::closed;
     m_timer.cancel();
-    Error ignored;
-    m_socket.shutdown(Socket::shutdown_both, ignored);
-    m_socket.close(ignored);
+    m_stream.close(shared_from_this());
 }
 
 } // namespace http

@@ -5,8 +5,8 @@
 #include "http/RequestRules.hpp"
 #include "http/Responder.hpp"
 #include "http/Sessions.hpp"
+#include "http/Stream.hpp"
 
-#include <boost/asio/generic/stream_protocol.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <chrono>
@@ -19,8 +19,8 @@
 namespace http {
 
 /**
- * One connection: reads requests, has its Responder answer them one after the other, and sends the replies,
- * until the client closes or gets an error response.
+ * One connection: begins TLS if it is to be encrypted, reads requests, has its Responder answer them one
+ * after the other, and sends the replies, until the client closes or gets an error response.
  *
  * Pending I/O, and a callback that the responder holds, own the session; its connection is open as long as it
  * lives. An exception of the responder passes through the io_context, ends the session and closes the
@@ -28,16 +28,17 @@ namespace http {
  */
 class Session : public std::enable_shared_from_this<Session> {
 public:
-    using Socket = boost::asio::generic::stream_protocol::socket;
+    using Socket = Stream::Socket;
 
-    Session(Socket socket, std::shared_ptr<Sessions> sessions);
+    /** @param tls null: without TLS */
+    Session(Socket socket, std::shared_ptr<Sessions> sessions, TlsContext* tls = nullptr);
     ~Session();
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    /** Reads and answers requests. */
+    /** Reads and answers requests, after a handshake if the connection has TLS. */
     void start();
-    /** Sends an error response, logs it, and closes the connection. */
+    /** Sends an error response, logs it, and closes the connection. Before the handshake nothing is sent. */
     void refuse(const ErrorResponse& error);
     /** Closes the connection, after the reply to the current request. */
     void finish();
@@ -48,6 +49,8 @@ private:
     using Error = boost::system::error_code;
 
     enum class State {
+        /** Waits for the end of the handshake. */
+        shakingHands,
         /** Waits for the first byte of a request. */
         idle,
         /** Reads a request. */
@@ -62,6 +65,10 @@ private:
         refusing,
         closed
     };
+
+    void shakeHands();
+    void serve();
+    void failHandshake(const std::string& why);
 
     // The steps of a request, in this order.
     void awaitRequest();
@@ -86,11 +93,11 @@ private:
     void logOutcome();
 
     const std::shared_ptr<Sessions> m_sessions;
-    Socket m_socket;
-    const Peer m_peer;
-    const std::unique_ptr<Responder> m_responder;
+    Stream m_stream;
+    Peer m_peer;
+    std::unique_ptr<Responder> m_responder; // null until the handshake is done
 
-    State m_state = State::idle;
+    State m_state = State::shakingHands;
     boost::asio::steady_timer m_timer;     // of the state
     boost::beast::flat_buffer m_buffer;    // bytes received and not parsed
     std::optional<RequestParser> m_parser; // of the current request, until it is answered

@@ -17,7 +17,7 @@ struct Counters {
     unsigned long requests = 0;
     /** Requests whose reply reports a failure. */
     unsigned long failed = 0;
-    /** Error responses, without status 408 to an idle connection. */
+    /** Error responses, without status 408 to an idle connection, and TLS handshakes that failed. */
     unsigned long refused = 0;
 };
 

@@ -25,7 +25,8 @@ struct Limits {
     std::uint64_t body = 1024ULL * 1024;
     /** Time between two requests of a connection. The client then gets status 408. */
     std::chrono::milliseconds idle = std::chrono::seconds(300);
-    /** Time in which a request must arrive, again to authorize it, and again to send each piece of the reply.
+    /** Time for a TLS handshake. Time in which a request must arrive, again to authorize it, and again to
+     * send each piece of the reply.
      */
     std::chrono::milliseconds request = std::chrono::seconds(60);
 };

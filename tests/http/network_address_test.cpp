@@ -60,3 +60,20 @@ TEST(NetworkSocket, AnAddressInUseIsAnError) {
 TEST(NetworkSocket, AnAddressOfAnotherHostIsAnError) {
     EXPECT_THROW(listenOn(*networkAddress("192.0.2.1:0")), std::runtime_error); // RFC 5737: no host has it
 }
+
+TEST(NetworkAddress, AnAddressAloneHasTheDefaultPort) {
+    const auto text = [](const char* given) { return textOf(networkAddress(given, 5989).value()); };
+    EXPECT_EQ("192.0.2.1:5989", text("192.0.2.1"));
+    EXPECT_EQ("[::1]:5989", text("[::1]"));
+    EXPECT_EQ("192.0.2.1:1", text("192.0.2.1:1"));
+    EXPECT_EQ("127.0.0.1:2", text("2"));
+    for (const char* const invalid : {"box", "1:2", "192.0.2.1:65536", "::1"})
+        EXPECT_FALSE(networkAddress(invalid, 5989)) << invalid;
+}
+
+TEST(NetworkAddress, OnlyLoopbackAddressesAreLocal) {
+    for (const char* const local : {"127.0.0.1:1", "127.9.9.9:1", "[::1]:1"})
+        EXPECT_TRUE(isLoopback(networkAddress(local).value())) << local;
+    for (const char* const remote : {"0.0.0.0:1", "[::]:1", "192.0.2.1:1", "126.255.255.255:1"})
+        EXPECT_FALSE(isLoopback(networkAddress(remote).value())) << remote;
+}
