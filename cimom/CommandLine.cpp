@@ -36,6 +36,7 @@ std::string checkAddress(const std::string& text) {
 struct Texts {
     std::string socketMode = "0666";
     std::vector<std::string> listen;
+    std::string userFrom;
     unsigned idleTime = 300;
     unsigned requestTime = 60;
     unsigned stopTime = 5;
@@ -57,13 +58,20 @@ void addSockets(CLI::App& app, Options& options, Texts& texts) {
         ->check(checkAddress);
 }
 
-void addFiles(CLI::App& app, Options& options) {
+void addFiles(CLI::App& app, Options& options, Texts& texts) {
     auto* const users =
         app.add_option("--users", options.users, "Names and passwords of the TCP clients that may log in")
             ->type_name("FILE")
             ->check(checkNotEmpty);
     app.add_flag("--require-login", options.requiresLogin, "Let TCP clients read only after a login")
         ->needs(users);
+    http::addTlsOptions(app, options.tls, 5989);
+    app.add_option("--tls-user-from", texts.userFrom,
+                   "Log in a TLS client as the user that its certificate names: cn, its common name")
+        ->type_name("cn")
+        ->check(CLI::IsMember({"cn"}))
+        ->needs(users)
+        ->needs("--tls-client-ca");
     auto* const state =
         app.add_option("--state", options.state, "File that keeps the values that clients write")
             ->type_name("FILE")
@@ -119,6 +127,7 @@ void convert(const Texts& texts, Options& options) {
     options.socketMode = *fileMode(texts.socketMode);
     for (const std::string& address : texts.listen)
         options.listen.push_back(*http::networkAddress(address));
+    options.takesUserFromCertificate = !texts.userFrom.empty();
     options.limits.idle = std::chrono::seconds(texts.idleTime);
     options.limits.request = std::chrono::seconds(texts.requestTime);
     options.stopTime = std::chrono::seconds(texts.stopTime);
@@ -131,7 +140,7 @@ Options readCommandLine(int argc, char** argv) {
     Texts texts;
     CLI::App app("Serves the live data of this host to CIM clients.", "owbcimomd");
     addSockets(app, options, texts);
-    addFiles(app, options);
+    addFiles(app, options, texts);
     addLimits(app, options, texts);
     app.final_callback([&options] { checkTogether(options.limits); });
     app.add_flag("--verbose", options.isVerbose, "Log every request");

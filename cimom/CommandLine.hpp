@@ -2,6 +2,7 @@
 #define CIMOM_COMMAND_LINE_HPP_INCLUDED
 #include "http/NetworkAddress.hpp"
 #include "http/Settings.hpp"
+#include "http/TlsOptions.hpp"
 #include "state/StateFile.hpp"
 
 #include <chrono>
@@ -20,6 +21,9 @@ struct Options {
     std::string users;
     /** Clients on the network must log in to read, too. Requires users. */
     bool requiresLogin = false;
+    http::TlsOptions tls;
+    /** The common name in the certificate of a client names a user. Requires users and client authorities. */
+    bool takesUserFromCertificate = false;
     std::string state = defaultStatePath();
     /** All writes are refused, and there is no state file. */
     bool keepsNoState = false;

@@ -53,7 +53,8 @@ public:
         , m_countersSignal(m_io, SIGUSR1)
         , m_passwords(m_io, m_users)
         , m_logins(m_passwords)
-        , m_service(m_manager, options.users.empty() ? nullptr : &m_logins, options.requiresLogin)
+        , m_service(m_manager, options.users.empty() ? nullptr : &m_logins, options.requiresLogin,
+                    options.takesUserFromCertificate ? &m_users : nullptr)
         , m_watchdog(m_io)
         , m_server(m_io, settings()) {
         readFiles();
@@ -82,6 +83,14 @@ private:
             const http::NetworkSocket network = http::listenOn(address);
             m_server.listen(network.descriptor, address.address.ss_family);
             addresses += " and " + http::textOf(network.at);
+            if (!m_options.users.empty() && !http::isLoopback(network.at))
+                service::log("WARNING: passwords of clients of " + http::textOf(network.at) +
+                             " are sent in the clear; --tls-listen encrypts them");
+        }
+        for (const http::NetworkAddress& address : m_options.tls.listen) {
+            const http::NetworkSocket network = http::listenOn(address);
+            m_server.listenWithTls(network.descriptor, address.address.ss_family);
+            addresses += " and " + http::textOf(network.at) + " (TLS)";
         }
         return addresses;
     }
@@ -96,9 +105,12 @@ private:
     /** Reads the site's files: all or, if one is invalid, none. */
     void readFiles() {
         Users users = m_options.users.empty() ? Users() : readUsers(m_options.users);
+        std::shared_ptr<http::TlsContext> tls =
+            m_options.tls.listen.empty() ? nullptr : http::readTlsFiles(m_options.tls.files);
         if (!m_options.instances.empty())
             m_manager.setSiteInstances(SiteInstances(m_options.instances, m_manager.declarations()));
         m_users = std::move(users);
+        m_server.setTls(std::move(tls));
         m_service.forgetLogins();
     }
 

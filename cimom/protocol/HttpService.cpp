@@ -92,6 +92,12 @@ private:
 
     void logIn(const std::string& authorization, Authorized done) {
         const std::optional<http::Credentials> given = http::basicCredentials(authorization);
+        if (!given && isCertified()) {
+            m_isLoggedIn = true;
+            m_access = m_service.m_certified->access(m_peer.subject);
+            done(std::nullopt);
+            return;
+        }
         if (!given) {
             done(m_service.m_requiresLogin ? std::optional(loginRequired("log in to read")) : std::nullopt);
             return;
@@ -112,6 +118,9 @@ private:
                 done(error);
             });
     }
+
+    /** Whether the certificate of the client names a user. */
+    bool isCertified() const { return m_service.m_certified && m_service.m_certified->has(m_peer.subject); }
 
     void accept(Login login) {
         m_isLoggedIn = true;

@@ -104,6 +104,10 @@ void Users::restrict(const std::string& user) {
         m_lines[static_cast<std::size_t>(known - m_lines.begin())].access = Access::read;
 }
 
+bool Users::has(const std::string& user) const {
+    return !user.empty() && find(user) != m_lines.end(); // the names of comments are empty
+}
+
 Access Users::access(const std::string& user) const {
     const auto known = find(user);
     return known == m_lines.end() ? Access::read : known->access;

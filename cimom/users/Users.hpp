@@ -38,6 +38,8 @@ public:
      */
     bool matches(const std::string& user, const std::string& password) const;
 
+    bool has(const std::string& user) const;
+
     /** What a user may do. A user who does not exist may read. */
     Access access(const std::string& user) const;
 

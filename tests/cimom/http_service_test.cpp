@@ -92,6 +92,22 @@ TEST_F(HttpServiceTest, AClientOnTheNetworkIsAskedToLogInIfThatIsRequired) {
     EXPECT_EQ("done", outcomeOf(*local, requestOf(xml_calls::good)));
 }
 
+TEST_F(HttpServiceTest, TheSubjectOfACertificateThatIsAUserMayDoWhatTheUserMay) {
+    const std::string hash = "$6$rounds=1000$roundsalt$0oYNoemtpMZIRX8om2kSVpAjw8P5P5pxiTVoFwI/"
+                             "3GjmMXe09pWsdsNY1YwdaoWbiv6Yfs7mJF3vB5Gg0.9Dx/";
+    const Users certified("# comment\nwriter:" + hash + "\nreader:" + hash + ":read-only\n");
+    HttpService serviceWithCertificates{manager, &logins, true, &certified};
+    const auto outcomeFor = [&](const std::string& subject, const std::string& body) {
+        const http::Peer peer{"name", std::nullopt, "127.0.0.1", subject};
+        return outcomeOf(*serviceWithCertificates.settings().makeResponder(peer), requestOf(body));
+    };
+    EXPECT_EQ("done", outcomeFor("writer", modification));
+    EXPECT_EQ("done", outcomeFor("reader", xml_calls::good));
+    EXPECT_EQ("2", outcomeFor("reader", modification).substr(0, 1));
+    EXPECT_EQ("401 log in to read", outcomeFor("stranger", xml_calls::good));
+    EXPECT_EQ("401 log in to read", outcomeFor("", xml_calls::good));
+}
+
 TEST_F(HttpServiceTest, ARequestWithoutABodyIsRejected) {
     EXPECT_EQ("400 The request has no body", outcome(unknown, ""));
 }
