@@ -73,7 +73,9 @@ class Scraper:
         if reply.status != 200 or not text.endswith(end):
             raise ValueError("not the answer: status %d, %r" % (reply.status, text[-200:]))
         if path == "/metrics" and b"\nowb_scrape_success 1\n" not in text:
-            raise ValueError("a scrape without all groups: %r" % text[-2000:])
+            unread = [line for line in text.split(b"\n")
+                      if line.startswith(b"owb_group_read_success{") and line.endswith(b" 0")]
+            raise ValueError("a scrape without all groups: %r" % unread)
 
 
 def timed(client, kept, visit):

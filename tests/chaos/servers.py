@@ -87,7 +87,7 @@ class Manager(Server):
     @staticmethod
     def _instances(directory):
         os.mkdir(directory + "/instances")
-        chassis = [{"Tag": f"chassis-{i}", "CreationClassName": "QAV_K70Chassis", "Model": "x" * 200}
+        chassis = [{"Tag": f"chassis-{i}", "CreationClassName": "QAV_K70Chassis", "Model": f"{i:05}" + "x" * 195}
                    for i in range(3000)]
         with open(directory + "/instances/chassis.json", "w", encoding="ascii") as file:
             json.dump({"QAV_K70Chassis": chassis}, file)
