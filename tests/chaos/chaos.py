@@ -137,7 +137,8 @@ def chaos(options, directory):
     faults = []
     try:
         servers.append(Manager(options.bin, directory))
-        servers.append(Exporter(options.bin, servers[0]))
+        if not options.manager_only:
+            servers.append(Exporter(options.bin, servers[0]))
         targets = [Target(server) for server in servers]
         attack_all(options, targets)
         for target in reversed(targets): # the exporter ends before the object manager, from which it reads
@@ -158,6 +159,7 @@ def main():
     parser.add_argument("seed")
     parser.add_argument("--latest", type=float, default=1000, help="ms that an honest answer may take")
     parser.add_argument("--growth", type=int, default=4096, help="kB that memory may grow by")
+    parser.add_argument("--manager-only", action="store_true", help="attack no exporter")
     options = parser.parse_args()
     # In memory: writes of hostile clients must not wait for a disk.
     memory = "/dev/shm" if os.access("/dev/shm", os.W_OK) else None
