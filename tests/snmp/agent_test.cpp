@@ -26,7 +26,12 @@ const char* const siteFile = R"({
 "QAV_XRULogicalModule": [{"CreationClassName": "QAV_XRULogicalModule", "DeviceID": "slot-7", "_INDEX": 7,
                           "PhysicalType": 9, "_CONTAINED_IN": 1, "Manufacturer": "Maker", "PartNumber": "M7"}],
 "QAV_DiskPartition": [{"CreationClassName": "QAV_DiskPartition", "DeviceID": "sdz1", "Index": 1,
-                         "HR_DEVICE_INDEX": 999999, "Label": "data", "Size": 4096}]
+                         "HR_DEVICE_INDEX": 999999, "Label": "data", "Size": 4096}],
+"QAV_MediaAccessDevice": [{"CreationClassName": "QAV_MediaAccessDevice", "DeviceID": "sdz", "Capabilities": [3, 4],
+                           "StorageType": 3, "MaxMediaSize": 8192, "_HR_DEVICE_INDEX": 999999}],
+"QAV_TCPProtocolEndpoint": [{"CreationClassName": "QAV_TCPProtocolEndpoint", "Name": "connection", "ConnectionState": 5,
+                             "LocalAddress": "192.0.2.1", "LocalPort": 161, "RemoteAddress": "192.0.2.9",
+                             "RemotePort": 40000}]
 })";
 
 class SnmpAgentTest : public SnmpAgent {
@@ -88,14 +93,18 @@ TEST_F(SnmpAgentTest, EachTableIsPrinted) {
         {"ifXTable", "lo|"},
         {"ipSystemStatsTable", "|"},
         {"icmpStatsTable", "|"},
+        {"tcpConnTable", "established|192.0.2.1|161|192.0.2.9|40000"},
+        {"tcpConnectionTable", "established|0"},
         {"tcpListenerTable", "0"},
         {"hrStorageTable", "|STANDARD-MIBS::hrStorageRam|"},
         {"hrDeviceTable", "|STANDARD-MIBS::hrDeviceProcessor|"},
         {"hrNetworkTable", "1"},
+        {"hrDiskStorageTable", "readWrite|hardDisk|false|8192"},
         {"hrPartitionTable", "1|\"data\"|"},
         {"hrFSTable", "|\"/\"|"},
         {"hrSWRunTable", "|\"owbcimomd\"|ccitt.0|"},
         {"hrSWRunPerfTable", "|"},
+        {"hrSWInstalledTable", "|ccitt.0|"},
         {"entPhysicalTable", "|slot-7|"},
         {"entPhysicalContainsTable", "7"}};
     for (const auto& [table, part] : partsOfRows)
