@@ -59,8 +59,12 @@ inline void addTlsOptions(CLI::App& app, TlsOptions& options, std::uint16_t defa
         app.add_option("--tls-client-ca", options.files.clientAuthorities,
                        "Require a certificate of TLS clients, issued by one of this file");
     for (CLI::Option* const option : {certificate, key, authorities})
-        option->type_name("FILE")->check(detail::checkFileName)->needs(listen);
-    listen->needs(certificate)->needs(key);
+        option->type_name("FILE")->check(detail::checkFileName);
+    // One each: CLI11 checks the needs of an option in the order of their addresses.
+    listen->needs(certificate);
+    certificate->needs(key);
+    key->needs(listen);
+    authorities->needs(listen);
 }
 
 } // namespace http

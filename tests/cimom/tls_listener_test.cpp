@@ -251,6 +251,7 @@ TEST_F(TlsListener, WarnsThatPasswordsAreSentInTheClear) {
 TEST_F(TlsListener, AnIncompleteCommandLineIsRejected) {
     EXPECT_EQ("owbcimomd: command line: --tls-listen requires --tls-cert",
               failureOfStart({"--tls-listen", "0"}));
-    EXPECT_EQ("owbcimomd: command line: --tls-cert requires --tls-listen",
-              failureOfStart({"--tls-cert", "x"}));
+    EXPECT_EQ("owbcimomd: command line: --tls-cert requires --tls-key", failureOfStart({"--tls-cert", "x"}));
+    EXPECT_EQ("owbcimomd: command line: --tls-key requires --tls-listen",
+              failureOfStart({"--tls-cert", "x", "--tls-key", "x"}));
 }
