@@ -90,8 +90,10 @@ protected:
                                                   " and " + last + "\n";
                                    if (value == "(none)" || first == "(none)" || last == "(none)")
                                        return false;
-                                   const auto [low, high] = std::minmax(std::stod(first), std::stod(last));
-                                   return low <= std::stod(value) && std::stod(value) <= high;
+                                   const double one = std::stod(first);
+                                   const double other = std::stod(last);
+                                   const double ours = std::stod(value);
+                                   return std::min(one, other) <= ours && ours <= std::max(one, other);
                                }),
                 pairs.end());
         }
