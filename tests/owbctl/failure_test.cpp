@@ -76,6 +76,9 @@ TEST(Failure, AFileThatIsNoSocketRefusesTheConnection) {
 }
 
 TEST(Failure, TooManyOpenFilesAreNoFailureOfTheConnection) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer needs file descriptors";
+#endif
     const support::ScriptedPeer peer({instances({})});
     // The program has one descriptor besides the standard streams, even if the parent of the test left others
     // open.
