@@ -2,12 +2,12 @@
 
 #include <cerrno>
 #include <csignal>
-#include <exception>
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace service {
 namespace {
@@ -42,15 +42,13 @@ void closeAllBut(int descriptor) {
 }
 
 /** Runs in the child. Signals stay blocked: their handlers are those of the parent. */
-[[noreturn]] void runChild(const ChildProcess::Work& work, int pipe, pid_t parent) {
-    ::setpgid(0, 0);
+[[noreturn]] void runChild(const std::function<bool()>& work, pid_t parent) {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (::getppid() != parent) // it ended before prctl()
         ::_exit(1);
-    closeAllBut(pipe);
     try {
-        ::_exit(work(pipe) ? 0 : 1);
-    } catch (const std::exception&) {
+        ::_exit(work() ? 0 : 1);
+    } catch (...) {
         ::_exit(1);
     }
 }
@@ -93,14 +91,31 @@ Pipe::Pipe(const std::array<int, 2>& ends)
     : reader(ends[0])
     , writer(ends[1]) {}
 
-ChildProcess::ChildProcess(const Work& work) {
+pid_t forkChild(const std::function<bool()>& work) {
     const pid_t parent = ::getpid();
     const SignalsBlocked blocked;
-    m_process = ::fork();
-    if (m_process == 0)
-        runChild(work, m_pipe.writer.number(), parent);
-    if (m_process < 0)
+    const pid_t child = ::fork();
+    if (child == 0)
+        runChild(work, parent);
+    if (child < 0)
         fail("fork");
+    return child;
+}
+
+bool awaitChild(pid_t child) {
+    int status = 0;
+    while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+ChildProcess::ChildProcess(const Work& work)
+    : m_process(forkChild([this, &work] {
+        ::setpgid(0, 0);
+        const int pipe = m_pipe.writer.number();
+        closeAllBut(pipe);
+        return work(pipe);
+    })) {
     ::setpgid(m_process, m_process); // as the child does: either may run first
     ::close(m_pipe.writer.release());
 }
@@ -108,11 +123,7 @@ ChildProcess::ChildProcess(const Work& work) {
 bool ChildProcess::wait() {
     if (m_process == 0)
         return false;
-    int status = 0;
-    while (::waitpid(m_process, &status, 0) < 0 && errno == EINTR) {
-    }
-    m_process = 0;
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    return awaitChild(std::exchange(m_process, 0));
 }
 
 void ChildProcess::kill() const {

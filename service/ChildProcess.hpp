@@ -16,6 +16,16 @@ bool writeAll(int descriptor, std::string_view bytes);
  * std::system_error. */
 void openStandardStreams();
 
+/**
+ * Forks a child process that ends with this process, and carries out `work` in it with all signals blocked.
+ * The child exits with status 0 if `work` returns true, and with 1 if it returns false or throws. Returns the
+ * process ID. Throws std::system_error if no process is available.
+ */
+pid_t forkChild(const std::function<bool()>& work);
+
+/** Waits for the end of a child. True if its exit status is 0. */
+bool awaitChild(pid_t child);
+
 /** A pipe whose ends are closed on exec. */
 class Pipe {
 public:

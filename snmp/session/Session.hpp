@@ -24,8 +24,8 @@ namespace snmp {
  * The session of a subagent with its master: connects, registers the objects, has a Responder answer
  * requests, and reconnects when the master is lost. Asks the master one thing at a time.
  *
- * An exception in the session loses the master. If even that is impossible for want of memory, the exception
- * passes through the io_context.
+ * After an exception the session drops the connection and reconnects. If memory does not suffice for the
+ * timer of the reconnection, the exception passes through the io_context.
  */
 class Session : private Connection::User {
 public:
