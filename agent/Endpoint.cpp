@@ -7,8 +7,6 @@
 #include <OW_String.hpp>
 #include <OW_URL.hpp>
 
-#include <owb.h>
-
 #include <cctype>
 
 namespace agent {
@@ -48,19 +46,6 @@ std::string withoutPassword(const std::string& url) {
     if (userEnd == std::string::npos || colon >= userEnd)
         return url;
     return url.substr(0, colon + 1) + "***" + url.substr(userEnd);
-}
-
-std::string failureText(long status, const std::string& url) {
-    switch (status) {
-    case OWB_NO_INSTANCE:
-        return "the object manager at " + url + " returned no instance";
-    case OWB_BAD_ARGUMENT:
-        return "the library rejected an argument";
-    case OWB_NO_CONNECTION:
-        return "no connection to the object manager at " + url;
-    default:
-        return "no answer from the object manager at " + url + ", or it reported an error";
-    }
 }
 
 std::string urlOfSocket(const std::string& path) {

@@ -25,10 +25,6 @@ Endpoint endpointOf(const std::string& url);
 /** `url` with "***" in place of the password. For messages and logs, not for the library. */
 std::string withoutPassword(const std::string& url);
 
-/** The meaning of a status of the library other than OWB_DONE, where Group::failure is not known. `url` is
- * printed as it is: pass it without password. */
-std::string failureText(long status, const std::string& url);
-
 /** URL of the Unix-domain socket at a path, for the binary protocol. */
 std::string urlOfSocket(const std::string& path);
 

@@ -15,6 +15,8 @@ namespace exporter {
 /** The metrics of one group as text, and how its reading went. */
 struct Block {
     metrics::Reading reading;
+    /** Why the group was not read; empty if it was. May hold text of the object manager. */
+    std::string failure;
     /** In each format. */
     std::array<std::string, std::size(metrics::formats)> texts;
 

@@ -1,6 +1,5 @@
 #include "exporter/Scraper.hpp"
 
-#include "agent/Endpoint.hpp"
 #include "service/ChildProcess.hpp"
 #include "service/Log.hpp"
 
@@ -164,15 +163,12 @@ std::shared_ptr<const Snapshot> Scraper::snapshot() const {
 void Scraper::logTrouble(const char* failure) {
     std::map<std::string, std::vector<long>> groupsByReason;
     for (const long group : m_settings.groups) {
-        const auto& readings = m_current.scrape.readings;
-        const auto found =
-            std::find_if(readings.begin(), readings.end(),
-                         [group](const metrics::Reading& each) { return each.group == group; });
-        if (found == readings.end())
+        const auto found = std::find_if(m_current.blocks.begin(), m_current.blocks.end(),
+                                        [group](const auto& block) { return block->reading.group == group; });
+        if (found == m_current.blocks.end())
             groupsByReason[failure == nullptr ? "missing" : failure].push_back(group);
-        else if (found->status != OWB_DONE)
-            groupsByReason[agent::failureText(found->status, agent::withoutPassword(m_settings.url))]
-                .push_back(group);
+        else if ((*found)->reading.status != OWB_DONE)
+            groupsByReason[(*found)->failure].push_back(group);
     }
     std::string trouble;
     for (const auto& [reason, groups] : groupsByReason)

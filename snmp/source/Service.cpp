@@ -81,7 +81,6 @@ public:
         : m_socket(socket) {
         if (!url.empty())
             OWB_URLSet(url.c_str());
-        m_url = agent::withoutPassword(OWB_URLGet());
     }
 
     void run() {
@@ -106,9 +105,9 @@ private:
             result = ReadResult::answered;
             if (readAndSend(number))
                 continue;
-            const long status = agent::readGroup(probedGroup).status;
-            if (status != OWB_DONE) {
-                sendEnd(ReadResult::lost, agent::failureText(status, m_url));
+            const agent::Group probe = agent::readGroup(probedGroup);
+            if (probe.status != OWB_DONE) {
+                sendEnd(ReadResult::lost, probe.failure.text);
                 return;
             }
             // It may have come back only now.
@@ -211,7 +210,6 @@ private:
     }
 
     int m_socket;
-    std::string m_url;
 };
 
 } // namespace

@@ -8,8 +8,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const Block first{{4, 0, 1500us, 2}, {"text\n1 2 3\n", "open"}};
-const Block second{{22, 5, 2h, 0}, {"", ""}};
+const Block first{{4, 0, 1500us, 2}, "", {"text\n1 2 3\n", "open"}};
+const Block second{{22, 5, 2h, 0}, "no\nanswer", {"", ""}};
 
 /** Decodes bytes in pieces. Nothing if they are invalid. */
 std::optional<std::vector<Block>> decoded(const std::string& bytes, std::size_t pieceSize) {
@@ -55,8 +55,8 @@ TEST(Block, BlocksHaveAMaximumSize) {
     const std::string half(BlockDecoder::maximumSize / 2, 'x');
     int blocks = 0;
     const auto count = [&blocks](const Block&) { ++blocks; };
-    EXPECT_TRUE(decoder.add(bytesOf({{4, 0, 0us, 0}, {half, ""}}), count));
+    EXPECT_TRUE(decoder.add(bytesOf({{4, 0, 0us, 0}, "", {half, ""}}), count));
     EXPECT_EQ(1, blocks);
-    EXPECT_FALSE(decoder.add(bytesOf({{5, 0, 0us, 0}, {half, ""}}), count));
+    EXPECT_FALSE(decoder.add(bytesOf({{5, 0, 0us, 0}, "", {half, ""}}), count));
     EXPECT_EQ(1, blocks);
 }
