@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
-# The toolchain file compiles for 32 bits, with the flags of the command line too: check_toolchain.sh CMAKE TOOLCHAIN
+# The toolchain file compiles for 32 bits, with the flags of the command line too: check_toolchain.sh CMAKE TOOLCHAIN. Its own
+# choice of a compiler is tested, so the environment names none. Without its compiler the test is skipped.
 set -euo pipefail
 
 cmake=$1 toolchain=$2
+unset CC CXX
 directory=$(mktemp -d)
 trap 'rm -rf "$directory"' EXIT
 
@@ -37,5 +39,6 @@ flags=-DOF_THE_COMMAND_LINE
 output=$("$cmake" -S "$directory" -B "$directory/build" -G Ninja --toolchain "$toolchain" -DCMAKE_C_FLAGS=$flags \
     -DCMAKE_CXX_FLAGS=$flags 2>&1 && "$cmake" "$directory/build" 2>&1 && "$cmake" --build "$directory/build" 2>&1) || {
     echo "$output" >&2
+    [[ $output != *"No compiler for "* ]] || exit 77
     exit 1
 }

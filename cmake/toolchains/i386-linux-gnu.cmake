@@ -5,7 +5,7 @@
 #   OWB_DEBIAN_ARCHITECTURE  Debian's name of the architecture
 #   OWB_TARGET_FLAGS         what the compiler needs to compile for it
 #   OWB_WIDE_FLAGS           what it needs to compile for 64 bits, for tests; unset if it cannot
-#   OWB_SYSROOT              the directory of fetched libraries and headers (OwbSysroot.cmake); unset if there is none
+#   OWB_SYSROOT              the directory of fetched libraries and headers (OwbToolchain.cmake); unset if there is none
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR i686)
 set(OWB_TRIPLET i386-linux-gnu)
@@ -24,19 +24,6 @@ if(NOT EXISTS /usr/include/asm AND EXISTS /usr/include/x86_64-linux-gnu/asm)
     string(APPEND OWB_TARGET_FLAGS " -idirafter /usr/include/x86_64-linux-gnu")
 endif()
 
-# Flags from the command line replace the initial ones, so the target's go in front of those that lack them.
-foreach(language IN ITEMS C CXX)
-    set(CMAKE_${language}_FLAGS_INIT ${OWB_TARGET_FLAGS})
-    if(DEFINED CMAKE_${language}_FLAGS AND NOT " ${CMAKE_${language}_FLAGS} " MATCHES " ${OWB_TARGET_FLAGS} ")
-        set(CMAKE_${language}_FLAGS "${OWB_TARGET_FLAGS} ${CMAKE_${language}_FLAGS}")
-    endif()
-endforeach()
-
 # The libraries of multilib and those of Debian's packages for the architecture.
 list(APPEND CMAKE_LIBRARY_PATH /usr/lib32 /lib32 /usr/lib/${OWB_TRIPLET})
-include(${CMAKE_CURRENT_LIST_DIR}/../OwbSysroot.cmake)
-if(EXISTS /etc/debian_version)
-    # Debian's directory of libraries, below any prefix, so that packages hold what was tested. Not of type PATH: CMake
-    # would take a relative one of the command line for a directory of the build.
-    set(CMAKE_INSTALL_LIBDIR lib/${OWB_TRIPLET} CACHE STRING "Directory of libraries, below the prefix")
-endif()
+include(${CMAKE_CURRENT_LIST_DIR}/../OwbToolchain.cmake)

@@ -40,3 +40,24 @@ run "$directory/scripts/build" asan
 [[ $status -eq 1 ]] || fail "status $status after a failure of cmake"
 expect "$output" "no compiler
 build: cmake --preset asan failed, see above" "the output"
+
+# For ARM, it fetches compiler, emulator and libraries. Installed programs are not fetched.
+for script in unpack sysroot; do
+    printf '#!/bin/sh\necho %s "$@" >>"%s"\n' $script "$calls" >"$directory/scripts/$script"
+done
+echo 'exit 0' | fake cmake
+run "$directory/scripts/build" armhf owbctl
+[[ $status -eq 0 ]] || fail "status $status: $output"
+[[ $(<"$calls") == *"sysroot arm-linux-gnueabihf
+cmake --preset armhf
+cmake --build --preset armhf --target owbctl -- --quiet" ]] || fail "other calls: $(<"$calls")"
+for program in arm-linux-gnueabihf-g++-12 qemu-arm; do
+    echo 'exit 0' | fake $program
+done
+run "$directory/scripts/build" armhf
+[[ $(<"$calls") != *unpack* ]] || fail "it fetches installed programs: $(<"$calls")"
+rm "$directory/bin/qemu-arm"
+if ! command -v qemu-arm >/dev/null; then
+    run "$directory/scripts/build" armhf
+    [[ $(<"$calls") == "unpack armhf"* ]] || fail "it does not fetch the emulator: $(<"$calls")"
+fi

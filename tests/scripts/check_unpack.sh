@@ -115,9 +115,9 @@ run "$directory/scripts/unpack" snmp
 expect_unpacked
 
 run "$directory/scripts/unpack" nothing
-expect_run 1 "unpack: unknown tools: nothing; known: prometheus snmp"
+expect_run 1 "unpack: unknown tools: nothing; known: armhf prometheus snmp"
 
-# Without arguments it unpacks all tools.
+# Without arguments it unpacks all tools that scripts/test runs.
 rm -r "$tools"
 for package in prometheus prometheus-node-exporter; do
     sed "s/^Package: .*/Package: $package/" -i "$directory/libfake/DEBIAN/control"
@@ -125,3 +125,24 @@ for package in prometheus prometheus-node-exporter; do
 done
 run "$directory/scripts/unpack"
 [[ $status -eq 0 && -e $tools/snmp/packages && -e $tools/prometheus/packages ]] || fail "it does not unpack all tools: $output"
+[[ ! -e $tools/armhf ]] || fail "it unpacks a compiler that scripts/test does not run"
+
+# A program whose library is only in its tree becomes a script that finds it. Others stay as they are.
+rm -r "$tools"
+if ! cc -shared -fPIC -o "$directory/libfake.so" -x c - <<<'int fake(void) { return 7; }' ||
+    ! cc -o "$directory/needs_fake" -x c - -L"$directory" -lfake <<<'int fake(void); int main(void) { return fake(); }'; then
+    skip "there is no compiler for programs of this host"
+fi
+mkdir -p "$directory/libfake/usr/lib/x86_64-linux-gnu"
+mv "$directory/libfake.so" "$directory/libfake/usr/lib/x86_64-linux-gnu"
+mv "$directory/needs_fake" "$directory/libfake/usr/bin"
+sed "s/^Package: .*/Package: libfake/" -i "$directory/libfake/DEBIAN/control"
+dpkg-deb --build "$directory/libfake" "$directory/libfake_1_all.deb" >/dev/null
+for package in g++-12-arm-linux-gnueabihf qemu-user; do
+    cp "$directory/libfake_1_all.deb" "$directory/${package}_1_all.deb"
+done
+run "$directory/scripts/unpack" armhf
+[[ $status -eq 0 ]] || fail "status $status: $output"
+run "$tools/armhf/usr/bin/needs_fake"
+expect_run 7 ""
+[[ ! -e $tools/armhf/usr/bin/libfake.elf ]] || fail "it wraps a program without need"

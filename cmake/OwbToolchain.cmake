@@ -1,0 +1,28 @@
+# The end of every toolchain file: compiles with OWB_TARGET_FLAGS, finds the libraries of OWB_TRIPLET, and installs in its
+# directory.
+
+# Flags from the command line replace the initial ones, so the target's go in front of those that lack them.
+foreach(language IN ITEMS C CXX)
+    set(CMAKE_${language}_FLAGS_INIT ${OWB_TARGET_FLAGS})
+    if(DEFINED CMAKE_${language}_FLAGS)
+        string(FIND " ${CMAKE_${language}_FLAGS} " " ${OWB_TARGET_FLAGS} " index)
+        if(index EQUAL -1)
+            set(CMAKE_${language}_FLAGS "${OWB_TARGET_FLAGS} ${CMAKE_${language}_FLAGS}")
+        endif()
+    endif()
+endforeach()
+
+# Libraries and headers that scripts/sysroot has fetched are found before those of the host. An installed libssl-dev of the
+# architecture is taken first.
+cmake_path(SET OWB_SYSROOT NORMALIZE ${CMAKE_CURRENT_LIST_DIR}/../build/sysroot/${OWB_TRIPLET})
+if(EXISTS ${OWB_SYSROOT}/packages AND NOT EXISTS /usr/lib/${OWB_TRIPLET}/libssl.so)
+    list(APPEND CMAKE_FIND_ROOT_PATH ${OWB_SYSROOT})
+else()
+    unset(OWB_SYSROOT)
+endif()
+
+if(EXISTS /etc/debian_version)
+    # Debian's directory of libraries, below any prefix, so that packages hold what was tested. Not of type PATH: CMake
+    # would take a relative one of the command line for a directory of the build.
+    set(CMAKE_INSTALL_LIBDIR lib/${OWB_TRIPLET} CACHE STRING "Directory of libraries, below the prefix")
+endif()
