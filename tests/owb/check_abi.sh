@@ -1,11 +1,18 @@
 #!/usr/bin/env bash
-# check_abi.sh LIBRARY SOURCE_DIR [--update] - compares the names, layouts and sizes of the library's interface with
-# owb/libowb.abi; --update rewrites that file. Ignores types of the client library. Exits with 77 (skipped) without abidw.
+# check_abi.sh LIBRARY SOURCE_DIR ARCHITECTURE [--update] - compares the names, layouts and sizes of the library's interface with
+# owb/libowb.ARCHITECTURE.abi; --update rewrites that file. Ignores types of the client library. Exits with 77 (skipped) without
+# abidw, and for other architectures.
 set -euo pipefail
-library=$1 source=$2 update=${3-}
-baseline=$source/owb/libowb.abi
+library=$1 source=$2 architecture=$3 update=${4-}
+baseline=$source/owb/libowb.$architecture.abi
 
-command -v abidw >/dev/null || exit 77
+skip() {
+    echo "check_abi.sh: skipped: $*"
+    exit 77
+}
+
+command -v abidw >/dev/null || skip "there is no abidw"
+[[ -e $baseline || $update == --update ]] || skip "the interface has no description for $architecture"
 
 # The declarations, sorted and without file names, so that the output does not depend on the compilation units.
 describe() {
