@@ -1,5 +1,5 @@
-// The layout of the record of a process, which compiled agents contain. It differs between platforms: on 32-bit ARM, 64-bit
-// numbers have an alignment of 8 bytes, on 32-bit x86 one of 4.
+// The layout of the record of a process, which compiled agents contain. It differs between platforms: on
+// 32-bit ARM, 64-bit numbers have an alignment of 8 bytes, on 32-bit x86 one of 4.
 #include "QAV_UnixProcessAPI.hpp"
 
 #include <cstddef>

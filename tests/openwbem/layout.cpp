@@ -1,5 +1,5 @@
-// The sizes of the classes in installed headers, which compiled agents contain: the same on every 32-bit platform and for
-// every width of time_t.
+// The sizes of the classes in installed headers, which compiled agents contain: the same on every 32-bit
+// platform and for every width of time_t.
 #include "OW_CIMClass.hpp"
 #include "OW_CIMClient.hpp"
 #include "OW_CIMDateTime.hpp"

@@ -20,6 +20,8 @@
 namespace {
 
 const timeval* fakedTime = nullptr; // null: the real clock
+/** The header gives the function this name if time_t is wider than the platform's numbers. */
+const char* const clockName = sizeof(time_t) > sizeof(long) ? "__gettimeofday64" : "gettimeofday";
 
 } // namespace
 
@@ -28,7 +30,7 @@ __attribute__((visibility("default"))) int gettimeofday(timeval* now, void* zone
         *now = *fakedTime;
         return 0;
     }
-    const auto real = reinterpret_cast<int (*)(timeval*, void*)>(dlsym(RTLD_NEXT, "gettimeofday"));
+    const auto real = reinterpret_cast<int (*)(timeval*, void*)>(dlsym(RTLD_NEXT, clockName));
     return real(now, zone);
 }
 

@@ -64,8 +64,8 @@ private:
 
 std::string owbctl(const std::string& programs, const std::string& url,
                    const std::vector<std::string>& arguments) {
-    std::vector<std::string> command{"/usr/bin/env", "OWB_TLS_CA=" + certificate("ca.crt"), programs + "/owbctl",
-                                     "--url", url};
+    std::vector<std::string> command{"/usr/bin/env", "OWB_TLS_CA=" + certificate("ca.crt"),
+                                     programs + "/owbctl", "--url", url};
     command.insert(command.end(), arguments.begin(), arguments.end());
     const support::ProgramResult result = runProgram(command);
     EXPECT_EQ(0, result.exitCode) << result.err;

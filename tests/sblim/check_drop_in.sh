@@ -5,6 +5,7 @@ set -euo pipefail
 
 cmake=$1 source=$2 toolchain=$3 library=$4
 read -r -a target_flags <<<"$OWB_TARGET_FLAGS"
+read -r -a emulator <<<"$OWB_EMULATOR"
 directory=$(mktemp -d)
 trap 'rm -rf "$directory"' EXIT
 
@@ -76,5 +77,5 @@ for name in libSblimUtilities.so libSblimUtilities.so.0; do
     # Checks the RPATH in the install script: building the object manager would take minutes.
     grep -q "NEW_RPATH .*$prefix/lib[:\"]" "$prefix/build/owb/cimom/cmake_install.cmake" ||
         fail "an installed owbcimomd would not find $prefix/lib"
-    "$prefix/build/command_agent" || fail "the agent fails with $name"
+    "${emulator[@]}" "$prefix/build/command_agent" || fail "the agent fails with $name"
 done
