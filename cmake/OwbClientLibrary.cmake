@@ -27,6 +27,9 @@ if(OWB_CLIENT_IS_BUNDLED)
     # In directories of its own, apart from an installed original.
     install(TARGETS owclient EXPORT owb LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/owb
             COMPONENT library NAMELINK_COMPONENT development)
+    if(OWB_HAS_TLS)
+        install(TARGETS owtls LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/owb COMPONENT library)
+    endif()
     install(DIRECTORY openwbem/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/owb/openwbem COMPONENT development)
 else()
     message(STATUS "Client library: ${OpenWBEM_LIBRARY}")

@@ -1,9 +1,8 @@
-# Defines owb_transport, which the client links to: zlib, required, and owb_tls: OpenSSL, used if one for the target is found.
+# Finds zlib, which the client requires. Defines owb_tls: OpenSSL, used if one for the target is found.
 # Sets OWB_HAS_TLS, for the whole build.
 include(OwbFind)
 
 add_library(owb_tls INTERFACE)
-add_library(owb_transport INTERFACE)
 
 # What a configuration without the fetched libraries found on the host.
 if(OWB_SYSROOT)
@@ -21,7 +20,6 @@ owb_links(OWB_ZLIB_LINKS ZLIB::ZLIB "
 if(NOT OWB_ZLIB_LINKS)
     message(FATAL_ERROR "No zlib for ${CMAKE_SYSTEM_PROCESSOR} was found; on Debian install lib32z1-dev.")
 endif()
-target_link_libraries(owb_transport INTERFACE ZLIB::ZLIB owb_tls)
 
 find_package(OpenSSL 1.1.1 QUIET GLOBAL)
 set(openssl_includes)

@@ -1,7 +1,8 @@
-// Requests that must not run twice, and replies that are not read completely. The public client exposes
-// neither.
+// Requests that must not run twice, replies that are not read completely, and the host of an endpoint. The
+// public client exposes none of them.
 #include "Clients.hpp"
 #include "Failure.hpp"
+#include "client/Endpoint.hpp"
 #include "client/HTTPClient.hpp"
 
 namespace {
@@ -123,6 +124,12 @@ TEST_F(Http, FailsAgainAtOnceAfterATruncatedBody) {
     EXPECT_THROW(reply->read(bytes, sizeof bytes), IOException);
     EXPECT_NO_THROW(reply->throwReportedError());
     EXPECT_THROW(reply->finish(), IOException);
+}
+
+TEST(Endpoint, HostOfTheCertificateIsAnAddressWithoutItsZone) {
+    const Endpoint endpoint = endpointOf(URL("https://[fe80::1%251]"));
+    EXPECT_EQ("fe80::1", endpoint.host);
+    EXPECT_TRUE(endpoint.hostIsAddress);
 }
 
 } // namespace

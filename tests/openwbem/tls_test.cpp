@@ -1,6 +1,7 @@
 // Requests over TLS.
+#include "OW_CIMInstance.hpp"
+
 #include "TlsFixture.hpp"
-#include "client/HTTPClient.hpp"
 
 #include <csignal>
 
@@ -78,20 +79,19 @@ TEST_F(Tls, EndsWithAGoodbye) {
 }
 
 TEST_F(Tls, DoesNotRepeatAWriteIfAKeptConnectionEndsInsteadOfReplying) {
+    const std::string done = wire::chunkedReply(std::string(1, '\0'));
     for (const Step& step : {Step::close(), Step::reset(), Step::answerAndClose("HTTP/1.1 2")})
         for (const bool saysGoodbye : {true, false}) {
-            ScriptedPeer peer({Step::answer(good), step, Step::answer(good)}, Listening::ipv4);
+            ScriptedPeer peer({Step::answer(done), step, Step::answer(done)}, Listening::ipv4);
             TlsRelayOptions options;
             options.saysGoodbye = saysGoodbye;
             const TlsRelay relay(peer.port(), options);
-            HTTPClient client(URL(relay.url().c_str()), ClientAuthCBIFCRef());
-            const HTTPRequest write{
-                "application/x-owbinary", "ModifyInstance", "root/cimv2", true, "body", false};
-            const auto send = [&] { client.exchange(write)->finish(); };
-            EXPECT_EQ("no exception", failureOf(send));
-            EXPECT_EQ("HTTPException: Unable to process request: ", failureOf(send));
+            CIMClient client(relay.url().c_str(), "root/cimv2");
+            const auto write = [&] { client.modifyInstance(CIMInstance("Foo")); };
+            EXPECT_EQ("no exception", failureOf(write));
+            EXPECT_EQ("HTTPException: Unable to process request: ", failureOf(write));
             EXPECT_EQ(2U, peer.requests().size());
-            EXPECT_EQ("no exception", failureOf(send));
+            EXPECT_EQ("no exception", failureOf(write));
         }
 }
 

@@ -1,7 +1,6 @@
 // Which servers the client accepts. The servers are of OpenSSL's command line, so that nothing of ours makes
 // the handshakes.
 #include "TlsFixture.hpp"
-#include "client/Endpoint.hpp"
 #include "support/Program.hpp"
 
 namespace {
@@ -73,12 +72,6 @@ TEST_F(TlsVerification, AcceptsACertificateForAnIPv6Address) {
     EXPECT_EQ("SSLException: TLS handshake with ::1 failed: address mismatch, certificate is for 192.0.2.1, "
               "2001:db8::1",
               messageOfReadingFrom(other.url("[::1]")));
-}
-
-TEST_F(TlsVerification, IgnoresTheZoneOfAnAddress) {
-    const Endpoint endpoint = endpointOf(URL("https://[fe80::1%251]"));
-    EXPECT_EQ("fe80::1", endpoint.host);
-    EXPECT_TRUE(endpoint.hostIsAddress);
 }
 
 TEST_F(TlsVerification, AcceptsASelfSignedCertificateThatIsTrusted) {

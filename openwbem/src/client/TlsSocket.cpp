@@ -1,44 +1,35 @@
 #include "client/TlsSocket.hpp"
 
 #include "OW_SSLException.hpp"
-#include "client/TlsContext.hpp"
-#include "client/TlsFailure.hpp"
+#include "client/TlsModule.hpp"
 #include "client/Trace.hpp"
 
-#include <algorithm>
-#include <openssl/err.h>
-#include <openssl/x509v3.h>
+#include <new>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
 namespace OpenWBEM {
 namespace {
 
-const std::size_t pieceSize = 16 * 1024; // maximum size of a TLS record
+using Outcome = TlsEngine::Outcome;
 
-struct Deleter {
-    void operator()(SSL* ssl) const { ::SSL_free(ssl); }
-};
+std::unique_ptr<TlsEngine> engineFor(const Endpoint& endpoint, const TlsSettings& settings) {
+    try {
+        return std::unique_ptr<TlsEngine>(tlsModule()(endpoint.host, endpoint.hostIsAddress, settings));
+    } catch (const std::runtime_error& e) {
+        OW_THROW(SSLException, e.what());
+    }
+}
 
-// OpenSSL between two buffers in memory. It never accesses the socket, so that deadlines apply and SIGPIPE is
-// not raised.
+// Carries bytes between the engine and the socket.
 class TlsSocket : public Stream {
 public:
     TlsSocket(std::unique_ptr<Socket> plain, const Endpoint& endpoint, const TlsSettings& settings,
               const Deadline& deadline)
         : m_plain(std::move(plain))
         , m_host(endpoint.host)
-        , m_context(makeTlsContext(settings))
-        , m_ssl(::SSL_new(m_context.get())) {
-        check(m_ssl != nullptr);
-        m_incoming = ::BIO_new(::BIO_s_mem());
-        m_outgoing = ::BIO_new(::BIO_s_mem());
-        ::SSL_set_bio(m_ssl.get(), m_incoming, m_outgoing); // takes ownership of both
-        check(m_incoming && m_outgoing);
-        if (!endpoint.hostIsAddress)
-            check(SSL_set_tlsext_host_name(m_ssl.get(), m_host.c_str()) == 1);
-        if (settings.verifiesServer)
-            verifyServer(endpoint.hostIsAddress);
+        , m_engine(engineFor(endpoint, settings)) {
         shakeHands(deadline);
     }
 
@@ -46,10 +37,8 @@ public:
 
     bool send(std::string_view bytes) override {
         while (!bytes.empty()) {
-            std::size_t taken = 0;
-            ::ERR_clear_error();
-            if (::SSL_write_ex(m_ssl.get(), bytes.data(), std::min(bytes.size(), pieceSize), &taken) != 1 ||
-                !flush(nullptr))
+            const std::size_t taken = m_engine->encrypt(bytes);
+            if (taken == 0 || !flush(nullptr))
                 return false;
             bytes.remove_prefix(taken);
         }
@@ -59,76 +48,43 @@ public:
     std::size_t receive(char* to, std::size_t size, const Deadline& deadline) override {
         while (true) {
             std::size_t received = 0;
-            ::ERR_clear_error();
-            const int result = ::SSL_read_ex(m_ssl.get(), to, size, &received);
-            if (result == 1)
+            const Outcome outcome = m_engine->decrypt(to, size, received);
+            if (outcome == Outcome::done)
                 return received;
-            const int error = ::SSL_get_error(m_ssl.get(), result);
             flush(&deadline);
-            if (error == SSL_ERROR_SSL)
+            if (outcome == Outcome::failed)
                 throwFailed("connection to");
-            if (error != SSL_ERROR_WANT_READ || !fetch(deadline))
+            if (outcome != Outcome::needsBytes || !fetch(deadline))
                 return 0;
         }
     }
 
-    bool isQuiet() override {
-        return ::SSL_pending(m_ssl.get()) == 0 && ::BIO_ctrl_pending(m_incoming) == 0 && m_plain->isQuiet();
-    }
+    bool isQuiet() override { return m_engine->isQuiet() && m_plain->isQuiet(); }
 
 private:
-    void verifyServer(bool isAddress) {
-        X509_VERIFY_PARAM* const rules = ::SSL_get0_param(m_ssl.get());
-        check((isAddress ? ::X509_VERIFY_PARAM_set1_ip_asc(rules, m_host.c_str())
-                         : ::X509_VERIFY_PARAM_set1_host(rules, m_host.data(), m_host.size())) == 1);
-        ::X509_VERIFY_PARAM_set_hostflags(rules, X509_CHECK_FLAG_NO_PARTIAL_WILDCARDS);
-        check(SSL_set_app_data(m_ssl.get(), this) == 1);
-        ::SSL_set_verify(m_ssl.get(), SSL_VERIFY_PEER, noteRejection);
-    }
-
-    // OpenSSL forgets the certificate that it rejects.
-    static int noteRejection(int isAccepted, X509_STORE_CTX* verification) noexcept {
-        if (!isAccepted) {
-            const void* const ssl =
-                ::X509_STORE_CTX_get_ex_data(verification, ::SSL_get_ex_data_X509_STORE_CTX_idx());
-            auto* const self = static_cast<TlsSocket*>(SSL_get_app_data(static_cast<const SSL*>(ssl)));
-            try {
-                self->m_rejection = rejectionOf(verification);
-            } catch (const std::bad_alloc&) { // the handshake fails with the reason of OpenSSL
-            }
-        }
-        return isAccepted;
-    }
-
     void shakeHands(const Deadline& deadline) {
         while (true) {
-            ::ERR_clear_error();
-            const int result = ::SSL_connect(m_ssl.get());
-            if (result == 1)
+            const Outcome outcome = m_engine->shakeHands();
+            if (outcome == Outcome::done)
                 break;
-            const int error = ::SSL_get_error(m_ssl.get(), result);
             flush(&deadline);
-            if (error != SSL_ERROR_WANT_READ || !fetch(deadline))
+            if (outcome != Outcome::needsBytes || !fetch(deadline))
                 throwFailed("handshake with");
         }
         m_isOpen = flush(&deadline);
     }
 
-    // Sends what OpenSSL has written. Without a deadline, each wait has its own. False if the peer has closed
+    // Sends what the engine has made. Without a deadline, each wait has its own. False if the peer has closed
     // the connection.
     bool flush(const Deadline* deadline) {
-        char* bytes = nullptr;
-        const long size = BIO_get_mem_data(m_outgoing, &bytes);
-        const std::string_view written(bytes, static_cast<std::size_t>(std::max(size, 0L)));
-        const bool isSent = deadline ? m_plain->send(written, *deadline) : m_plain->send(written);
-        static_cast<void>(BIO_reset(m_outgoing));
-        return isSent;
+        const std::string bytes = m_engine->takeBytesToSend();
+        return deadline ? m_plain->send(bytes, *deadline) : m_plain->send(bytes);
     }
 
     bool fetch(const Deadline& deadline) {
-        char bytes[pieceSize];
+        char bytes[16 * 1024]; // maximum size of a TLS record
         const std::size_t received = m_plain->receive(bytes, sizeof bytes, deadline);
-        return received > 0 && ::BIO_write(m_incoming, bytes, static_cast<int>(received)) > 0;
+        return received > 0 && m_engine->receive(std::string_view(bytes, received));
     }
 
     // Sends close_notify if that needs no waiting.
@@ -136,42 +92,33 @@ private:
         if (!m_isOpen)
             return;
         try {
-            ::SSL_shutdown(m_ssl.get());
+            m_engine->sayGoodbye();
             const Deadline now("close", std::chrono::milliseconds(0));
             flush(&now);
         } catch (const Exception&) {
         } catch (const std::bad_alloc&) {
         }
-        ::ERR_clear_error();
-    }
-
-    void check(bool isDone) {
-        if (!isDone)
-            throwFailed("handshake with");
     }
 
     [[noreturn]] void throwFailed(const char* what) {
         m_isOpen = false; // nothing may follow an error
-        const bool isEnd = m_rejection.empty() && ::ERR_peek_error() == 0;
-        const std::string reason = isEnd                 ? "the peer closed the connection"
-                                   : m_rejection.empty() ? oldestTlsError()
-                                                         : m_rejection;
-        OW_THROW(SSLException, (std::string("TLS ") + what + " " + m_host + " failed: " + reason).c_str());
+        const std::string reason = m_engine->reason();
+        OW_THROW(SSLException, (std::string("TLS ") + what + " " + m_host +
+                                " failed: " + (reason.empty() ? "the peer closed the connection" : reason))
+                                   .c_str());
     }
 
     const std::unique_ptr<Socket> m_plain;
     const std::string m_host;
-    const TlsContext m_context;
-    const std::unique_ptr<SSL, Deleter> m_ssl;
-    BIO* m_incoming = nullptr; // encrypted bytes from the peer
-    BIO* m_outgoing = nullptr; // encrypted bytes to the peer
-    std::string m_rejection;   // of the server's certificate
+    const std::unique_ptr<TlsEngine> m_engine;
     bool m_isOpen = false;
 };
 
 } // namespace
 
-void requireTls() {}
+void requireTls() {
+    tlsModule();
+}
 
 std::unique_ptr<Stream> startTls(std::unique_ptr<Socket> plain, const Endpoint& endpoint,
                                  const Deadline& deadline) {

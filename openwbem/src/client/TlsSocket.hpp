@@ -6,7 +6,7 @@
 
 namespace OpenWBEM {
 
-/** Throws SSLException if this library was built without TLS. */
+/** Loads TLS, once. Throws SSLException if that fails, or if this library was built without TLS. */
 void requireTls();
 
 /**

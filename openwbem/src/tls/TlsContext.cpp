@@ -1,10 +1,10 @@
-#include "client/TlsContext.hpp"
+#include "tls/TlsContext.hpp"
 
-#include "OW_SSLException.hpp"
-#include "client/TlsFailure.hpp"
+#include "tls/TlsFailure.hpp"
 
 #include <algorithm>
 #include <openssl/err.h>
+#include <stdexcept>
 #include <string>
 #include <sys/stat.h>
 
@@ -16,27 +16,22 @@ const int leastSecurityLevel = 2;
 // Debian's OpenSSL itself looks there only if the package openssl, which has a link, is installed.
 const char systemAuthorities[] = "/etc/ssl/certs";
 
-void check(bool isDone, const std::string& what) {
-    if (!isDone)
-        OW_THROW(SSLException, (what + ": " + oldestTlsError()).c_str());
-}
-
 bool isDirectory(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 void trustSystem(SSL_CTX* context) {
-    check(::SSL_CTX_set_default_verify_paths(context) == 1 &&
-              ::SSL_CTX_load_verify_locations(context, nullptr, systemAuthorities) == 1,
-          "cannot use the CA certificates of the system");
+    checkTls(::SSL_CTX_set_default_verify_paths(context) == 1 &&
+                 ::SSL_CTX_load_verify_locations(context, nullptr, systemAuthorities) == 1,
+             "cannot use the CA certificates of the system");
 }
 
 void trust(SSL_CTX* context, const std::string& path) {
     const bool isPath = isDirectory(path);
-    check(::SSL_CTX_load_verify_locations(context, isPath ? nullptr : path.c_str(),
-                                          isPath ? path.c_str() : nullptr) == 1,
-          "cannot load CA certificates from " + path);
+    checkTls(::SSL_CTX_load_verify_locations(context, isPath ? nullptr : path.c_str(),
+                                             isPath ? path.c_str() : nullptr) == 1,
+             "cannot load CA certificates from " + path);
 }
 
 // A library must not ask on the terminal of its agent.
@@ -46,8 +41,8 @@ int refusePassphrase(char*, int, int, void* isEncrypted) {
 }
 
 void loadCertificate(SSL_CTX* context, const TlsSettings& settings) {
-    check(::SSL_CTX_use_certificate_chain_file(context, settings.certificate.c_str()) == 1,
-          "cannot load certificate from " + settings.certificate);
+    checkTls(::SSL_CTX_use_certificate_chain_file(context, settings.certificate.c_str()) == 1,
+             "cannot load certificate from " + settings.certificate);
     bool isEncrypted = false;
     ::SSL_CTX_set_default_passwd_cb(context, refusePassphrase);
     ::SSL_CTX_set_default_passwd_cb_userdata(context, &isEncrypted);
@@ -55,8 +50,8 @@ void loadCertificate(SSL_CTX* context, const TlsSettings& settings) {
     ::SSL_CTX_set_default_passwd_cb_userdata(context, nullptr);
     const std::string failure = "cannot load private key from " + settings.key;
     if (isEncrypted)
-        OW_THROW(SSLException, (failure + ": it is encrypted").c_str());
-    check(isLoaded, failure);
+        throw std::runtime_error(failure + ": it is encrypted");
+    checkTls(isLoaded, failure);
 }
 
 } // namespace
@@ -64,7 +59,7 @@ void loadCertificate(SSL_CTX* context, const TlsSettings& settings) {
 TlsContext makeTlsContext(const TlsSettings& settings) {
     ::ERR_clear_error();
     TlsContext made(::SSL_CTX_new(::TLS_client_method()));
-    check(made != nullptr, "cannot set up TLS");
+    checkTls(made != nullptr, "cannot set up TLS");
     SSL_CTX* const context = made.get();
     ::SSL_CTX_set_min_proto_version(
         context, std::max(static_cast<int>(SSL_CTX_get_min_proto_version(context)), TLS1_2_VERSION));

@@ -1,5 +1,5 @@
-#ifndef OPENWBEM_CLIENT_TLS_FAILURE_HPP_INCLUDED
-#define OPENWBEM_CLIENT_TLS_FAILURE_HPP_INCLUDED
+#ifndef OPENWBEM_TLS_TLS_FAILURE_HPP_INCLUDED
+#define OPENWBEM_TLS_TLS_FAILURE_HPP_INCLUDED
 #include <openssl/x509_vfy.h>
 #include <string>
 
@@ -9,6 +9,9 @@ namespace OpenWBEM {
 /** The oldest error that OpenSSL has recorded for this thread, and removes it; "unknown error" if there is
  * none. */
 std::string oldestTlsError();
+
+/** Unless it is done, throws std::runtime_error: what failed, and the oldest error. */
+void checkTls(bool isDone, const std::string& what);
 
 /**
  * Why a certificate was rejected, as in "host name mismatch, certificate is for a.example". For use in the

@@ -1,5 +1,5 @@
-#ifndef OPENWBEM_CLIENT_TLS_CONTEXT_HPP_INCLUDED
-#define OPENWBEM_CLIENT_TLS_CONTEXT_HPP_INCLUDED
+#ifndef OPENWBEM_TLS_TLS_CONTEXT_HPP_INCLUDED
+#define OPENWBEM_TLS_TLS_CONTEXT_HPP_INCLUDED
 #include "client/TlsSettings.hpp"
 
 #include <memory>
@@ -16,8 +16,8 @@ using TlsContext = std::unique_ptr<SSL_CTX, TlsContextDeleter>;
  * Makes the context of a client: TLS 1.2 and 1.3 at security level 2 (keys of at least 112 bits, RSA 2048),
  * no renegotiation. The configuration of OpenSSL can only restrict that further.
  *
- * Throws SSLException, which names the file, if a certificate or a key cannot be loaded. Never asks for a
- * passphrase: an encrypted key cannot be loaded.
+ * Throws std::runtime_error, which names the file, if a certificate or a key cannot be loaded. Never asks for
+ * a passphrase: an encrypted key cannot be loaded.
  */
 TlsContext makeTlsContext(const TlsSettings& settings);
 

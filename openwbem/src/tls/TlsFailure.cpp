@@ -1,4 +1,4 @@
-#include "client/TlsFailure.hpp"
+#include "tls/TlsFailure.hpp"
 
 #include <algorithm>
 #include <arpa/inet.h>
@@ -6,6 +6,7 @@
 #include <memory>
 #include <openssl/err.h>
 #include <openssl/x509v3.h>
+#include <stdexcept>
 
 namespace OpenWBEM {
 namespace {
@@ -67,6 +68,11 @@ std::string oldestTlsError() {
         return std::strerror(ERR_GET_REASON(error));
     const char* const reason = ::ERR_reason_error_string(error);
     return reason ? reason : "error " + std::to_string(error);
+}
+
+void checkTls(bool isDone, const std::string& what) {
+    if (!isDone)
+        throw std::runtime_error(what + ": " + oldestTlsError());
 }
 
 std::string rejectionOf(X509_STORE_CTX* verification) {
