@@ -25,15 +25,18 @@ std::string siteFile(int ports) {
     return std::string("{\"") + ManyPorts::className() + "\": [" + all + "]}";
 }
 
-std::vector<std::string> command(const support::TempDir& directory, int ports) {
+std::vector<std::string> command(const support::TempDir& directory, int ports,
+                                 const std::vector<std::string>& options) {
     directory.write("site/ports.json", siteFile(ports));
-    return {OWBCIMOMD,
-            "--socket",
-            directory.file("s"),
-            "--state",
-            directory.file("state"),
-            "--instances",
-            directory.file("site")};
+    std::vector<std::string> all{OWBCIMOMD,
+                                 "--socket",
+                                 directory.file("s"),
+                                 "--state",
+                                 directory.file("state"),
+                                 "--instances",
+                                 directory.file("site")};
+    all.insert(all.end(), options.begin(), options.end());
+    return all;
 }
 
 } // namespace
@@ -42,11 +45,11 @@ const char* ManyPorts::className() {
     return ExtGroupCimClass[group];
 }
 
-ManyPorts::ManyPorts(int ports)
-    : m_daemon(command(m_directory, ports)) {
-    const std::string line = m_daemon.nextErrorLine();
-    if (line.find("ready") == std::string::npos) {
-        std::fprintf(stderr, "bench: %s\n", line.c_str());
+ManyPorts::ManyPorts(int ports, const std::vector<std::string>& options)
+    : m_daemon(command(m_directory, ports, options))
+    , m_ready(m_daemon.nextErrorLine()) {
+    if (m_ready.find("ready") == std::string::npos) {
+        std::fprintf(stderr, "bench: %s\n", m_ready.c_str());
         std::exit(EXIT_FAILURE);
     }
 }
