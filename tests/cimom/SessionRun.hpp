@@ -19,9 +19,10 @@
 /** Runs sessions one after the other. Each client sends bytes, shuts down its sending side and reads. */
 class SessionRun {
 public:
-    /** @param manager must outlive this object */
-    explicit SessionRun(cimom::ObjectManager& manager)
-        : m_manager(manager) {}
+    /** @param manager, tls must outlive this object; without `tls` the sessions have no TLS */
+    explicit SessionRun(cimom::ObjectManager& manager, http::TlsContext* tls = nullptr)
+        : m_manager(manager)
+        , m_tls(tls) {}
 
     /**
      * Everything that a client receives up to the end of the connection. The session reads and processes each
@@ -32,7 +33,7 @@ public:
         cimom::HttpService service(m_manager); // a new one counts its replies from 1
         const auto sessions = std::make_shared<http::Sessions>(service.settings());
         Connection client(m_io);
-        std::make_shared<http::Session>(client.served(), sessions)->start();
+        std::make_shared<http::Session>(client.served(), sessions, m_tls)->start();
         for (const std::string_view piece : pieces)
             client.send(piece);
         client.finish();
@@ -117,6 +118,7 @@ private:
     };
 
     cimom::ObjectManager& m_manager;
+    http::TlsContext* const m_tls;
     boost::asio::io_context m_io{1};
 };
 
