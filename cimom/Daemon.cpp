@@ -9,6 +9,7 @@
 #include "service/EventLoop.hpp"
 #include "service/Log.hpp"
 #include "service/ServiceManager.hpp"
+#include "service/SignalHandler.hpp"
 #include "site/SiteInstances.hpp"
 #include "state/SiteValues.hpp"
 #include "users/Logins.hpp"
@@ -49,8 +50,8 @@ public:
         , m_manager(makeProviders(m_host, m_io), siteValues(options))
         // Before the socket exists, so that no signal can leave its file.
         , m_stopSignals(m_io, SIGTERM, SIGINT)
-        , m_reloadSignal(m_io, SIGHUP)
-        , m_countersSignal(m_io, SIGUSR1)
+        , m_reloadSignal(m_io, SIGHUP, [this] { reload(); })
+        , m_countersSignal(m_io, SIGUSR1, [this] { logCounters(); })
         , m_passwords(m_io, m_users)
         , m_logins(m_passwords)
         , m_service(m_manager, options.users.empty() ? nullptr : &m_logins, options.requiresLogin,
@@ -62,8 +63,6 @@ public:
 
     void run() {
         m_stopSignals.async_wait([this](const boost::system::error_code&, int) { m_io.stop(); });
-        awaitReloadSignal();
-        awaitCountersSignal();
         m_socket.emplace(m_options.socket, m_options.socketMode);
         m_server.listen(m_socket->duplicate(), AF_UNIX);
         const std::string addresses = m_options.socket + listenOnNetwork();
@@ -80,18 +79,14 @@ private:
     std::string listenOnNetwork() {
         std::string addresses;
         for (const http::NetworkAddress& address : m_options.listen) {
-            const http::NetworkSocket network = http::listenOn(address);
-            m_server.listen(network.descriptor, address.address.ss_family);
-            addresses += " and " + http::textOf(network.at);
-            if (!m_options.users.empty() && !http::isLoopback(network.at))
-                service::log("WARNING: passwords of clients of " + http::textOf(network.at) +
+            const http::NetworkAddress at = m_server.listenOn(address);
+            addresses += " and " + http::textOf(at);
+            if (!m_options.users.empty() && !http::isLoopback(at))
+                service::log("WARNING: passwords of clients of " + http::textOf(at) +
                              " are sent in the clear; --tls-listen encrypts them");
         }
-        for (const http::NetworkAddress& address : m_options.tls.listen) {
-            const http::NetworkSocket network = http::listenOn(address);
-            m_server.listenWithTls(network.descriptor, address.address.ss_family);
-            addresses += " and " + http::textOf(network.at) + " (TLS)";
-        }
+        for (const http::NetworkAddress& address : m_options.tls.listen)
+            addresses += " and " + http::textOf(m_server.listenWithTlsOn(address)) + " (TLS)";
         return addresses;
     }
 
@@ -114,32 +109,22 @@ private:
         m_service.forgetLogins();
     }
 
-    void awaitReloadSignal() {
-        m_reloadSignal.async_wait([this](const boost::system::error_code& error, int) {
-            if (error)
-                return;
-            awaitReloadSignal();
-            try {
-                readFiles();
-                service::log("reloaded the site's files");
-            } catch (const std::exception& e) {
-                service::log(std::string("cannot reload the site's files: ") + e.what());
-            }
-            ::malloc_trim(0); // returns the memory of the old data
-        });
+    void reload() {
+        try {
+            readFiles();
+            service::log("reloaded the site's files");
+        } catch (const std::exception& e) {
+            service::log(std::string("cannot reload the site's files: ") + e.what());
+        }
+        ::malloc_trim(0); // returns the memory of the old data
     }
 
-    void awaitCountersSignal() {
-        m_countersSignal.async_wait([this](const boost::system::error_code& error, int) {
-            if (error)
-                return;
-            awaitCountersSignal();
-            const http::Counters& counters = m_server.counters();
-            service::log("connections: " + std::to_string(counters.connections) + ", open " +
-                         std::to_string(m_server.openConnections()) +
-                         "; requests: " + std::to_string(counters.requests) + ", failed " +
-                         std::to_string(counters.failed) + "; refused: " + std::to_string(counters.refused));
-        });
+    void logCounters() {
+        const http::Counters& counters = m_server.counters();
+        service::log("connections: " + std::to_string(counters.connections) + ", open " +
+                     std::to_string(m_server.openConnections()) +
+                     "; requests: " + std::to_string(counters.requests) + ", failed " +
+                     std::to_string(counters.failed) + "; refused: " + std::to_string(counters.refused));
     }
 
     /** Stops the server, after the replies to current requests or Options::stopTime. */
@@ -161,8 +146,8 @@ private:
     const Host m_host;
     ObjectManager m_manager;
     boost::asio::signal_set m_stopSignals;
-    boost::asio::signal_set m_reloadSignal;
-    boost::asio::signal_set m_countersSignal;
+    service::SignalHandler m_reloadSignal;
+    service::SignalHandler m_countersSignal;
     Users m_users;
     PasswordCheck m_passwords;
     Logins m_logins;

@@ -14,11 +14,12 @@ namespace {
 
 /** No privileges, outside the range of ports that the kernel hands out, in the range that exporters use, and
  * with the last digits of 5988, the port of CIM-XML. */
+constexpr std::uint16_t defaultPort = 9588;
 const char* const defaultAddress = "127.0.0.1:9588";
 
 /** Arguments that Options has in another form. */
 struct Texts {
-    std::vector<std::string> listen{defaultAddress};
+    std::vector<std::string> listen;
     std::vector<std::string> groups{"all"};
     double maxAge = 1;
     double timeLimit = 10;
@@ -47,12 +48,13 @@ std::string defaultUrl() {
 
 void describe(CLI::App& app, Options& options, Texts& texts) {
     app.add_option("--listen", texts.listen,
-                   "Address of the web server (default ADDRESS: the loopback address); may be repeated")
+                   "Serve clients without TLS (default ADDRESS: the loopback address); may be repeated. Default:\n" +
+                       std::string(defaultAddress) + ", unless --tls-listen is given")
         ->type_name("[ADDRESS:]PORT")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)
-        ->check(checkAddress)
-        ->capture_default_str();
+        ->check(checkAddress);
+    http::addTlsOptions(app, options.tls, defaultPort);
     app.add_option("--url", options.url,
                    "URL of the object manager; default: environment variable OWB_URL, else\n" +
                        std::string(OWB_URLGet()))
@@ -86,7 +88,9 @@ std::chrono::milliseconds milliseconds(double seconds) {
     return std::chrono::milliseconds(static_cast<std::chrono::milliseconds::rep>(seconds * 1000));
 }
 
-void convert(const Texts& texts, Options& options) {
+void convert(Texts texts, Options& options) {
+    if (texts.listen.empty() && options.tls.listen.empty())
+        texts.listen = {defaultAddress};
     for (const std::string& address : texts.listen)
         options.listen.push_back(*http::networkAddress(address));
     std::set<long> groups;

@@ -2,6 +2,7 @@
 #define EXPORTER_COMMAND_LINE_HPP
 
 #include "http/NetworkAddress.hpp"
+#include "http/TlsOptions.hpp"
 
 #include <chrono>
 #include <string>
@@ -11,7 +12,9 @@ namespace exporter {
 
 /** The options of the command line. */
 struct Options {
+    /** Without TLS. Not both these and those of `tls` are empty. */
     std::vector<http::NetworkAddress> listen;
+    http::TlsOptions tls;
     /** Of the object manager. */
     std::string url;
     /** Groups that have metrics, by ascending number, each once. */

@@ -6,10 +6,13 @@
 #include "service/EventLoop.hpp"
 #include "service/Log.hpp"
 #include "service/ServiceManager.hpp"
+#include "service/SignalHandler.hpp"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/signal_set.hpp>
 #include <csignal>
+#include <cstring>
+#include <exception>
 #include <string>
 
 namespace exporter {
@@ -25,14 +28,16 @@ public:
     explicit Exporter(const Options& options)
         : m_options(options)
         , m_stopSignals(m_io, SIGTERM, SIGINT)
-        , m_countersSignal(m_io, SIGUSR1)
+        , m_reloadSignal(m_io, SIGHUP, [this] { reload(); })
+        , m_countersSignal(m_io, SIGUSR1, [this] { logCounters(); })
         , m_scraper(m_io, {options.url, options.groups, options.maxAge})
         , m_watchdog(m_io)
-        , m_server(m_io, settings()) {}
+        , m_server(m_io, settings()) {
+        readTlsFiles();
+    }
 
     void run() {
         m_stopSignals.async_wait([this](const boost::system::error_code&, int) { m_io.stop(); });
-        awaitCountersSignal();
         service::log("ready on " + listen());
         service::notifyServiceManager("READY=1");
         m_watchdog.start();
@@ -56,31 +61,44 @@ private:
     /** Listens on all addresses. Returns them, with the ports that the kernel has chosen. */
     std::string listen() {
         std::string addresses;
-        for (const http::NetworkAddress& address : m_options.listen) {
-            const http::NetworkSocket socket = http::listenOn(address);
-            m_server.listen(socket.descriptor, address.address.ss_family);
-            addresses += (addresses.empty() ? "" : " and ") + http::textOf(socket.at);
-        }
-        return addresses;
+        for (const http::NetworkAddress& address : m_options.listen)
+            addresses += " and " + http::textOf(m_server.listenOn(address));
+        for (const http::NetworkAddress& address : m_options.tls.listen)
+            addresses += " and " + http::textOf(m_server.listenWithTlsOn(address)) + " (TLS)";
+        return addresses.substr(std::strlen(" and "));
     }
 
-    void awaitCountersSignal() {
-        m_countersSignal.async_wait([this](const boost::system::error_code& error, int) {
-            if (error)
-                return;
-            awaitCountersSignal();
-            const http::Counters& counters = m_server.counters();
-            service::log("connections: " + std::to_string(counters.connections) + ", open " +
-                         std::to_string(m_server.openConnections()) +
-                         "; requests: " + std::to_string(counters.requests) +
-                         "; refused: " + std::to_string(counters.refused));
-        });
+    void readTlsFiles() {
+        if (!m_options.tls.listen.empty())
+            m_server.setTls(http::readTlsFiles(m_options.tls.files));
+    }
+
+    void reload() {
+        if (m_options.tls.listen.empty()) {
+            service::log("no files to reload");
+            return;
+        }
+        try {
+            readTlsFiles();
+            service::log("reloaded the files for TLS");
+        } catch (const std::exception& e) {
+            service::log(std::string("cannot reload the files for TLS: ") + e.what());
+        }
+    }
+
+    void logCounters() {
+        const http::Counters& counters = m_server.counters();
+        service::log("connections: " + std::to_string(counters.connections) + ", open " +
+                     std::to_string(m_server.openConnections()) +
+                     "; requests: " + std::to_string(counters.requests) +
+                     "; refused: " + std::to_string(counters.refused));
     }
 
     /** Stops the server, after the replies to current requests or Options::stopTime. */
     void stop() {
         service::notifyServiceManager("STOPPING=1");
         m_server.stop();
+        m_reloadSignal.cancel();
         m_countersSignal.cancel();
         m_watchdog.stop();
         m_io.restart();
@@ -92,7 +110,8 @@ private:
     // Outlives the scraper, whose child it may still hold. Its destructor destroys the open sessions.
     boost::asio::io_context m_io{1};
     boost::asio::signal_set m_stopSignals;
-    boost::asio::signal_set m_countersSignal;
+    service::SignalHandler m_reloadSignal;
+    service::SignalHandler m_countersSignal;
     Scraper m_scraper;
     service::Watchdog m_watchdog;
     http::Server m_server;

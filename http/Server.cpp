@@ -117,12 +117,24 @@ Server::Server(asio::io_context& io, Settings settings)
 
 Server::~Server() = default;
 
-void Server::listen(int socket, int family) {
-    m_listeners.push_back(std::make_unique<Listener>(*this, socket, family, false));
+void Server::listen(int socket, int family, bool hasTls) {
+    m_listeners.push_back(std::make_unique<Listener>(*this, socket, family, hasTls));
 }
 
-void Server::listenWithTls(int socket, int family) {
-    m_listeners.push_back(std::make_unique<Listener>(*this, socket, family, true));
+void Server::listen(int socket, int family) {
+    listen(socket, family, false);
+}
+
+NetworkAddress Server::listenOn(const NetworkAddress& address) {
+    const NetworkSocket network = http::listenOn(address);
+    listen(network.descriptor, address.address.ss_family, false);
+    return network.at;
+}
+
+NetworkAddress Server::listenWithTlsOn(const NetworkAddress& address) {
+    const NetworkSocket network = http::listenOn(address);
+    listen(network.descriptor, address.address.ss_family, true);
+    return network.at;
 }
 
 /** Whether there is room for a session that has just begun. */

@@ -1,5 +1,6 @@
 #ifndef HTTP_SERVER_HPP_INCLUDED
 #define HTTP_SERVER_HPP_INCLUDED
+#include "http/NetworkAddress.hpp"
 #include "http/Session.hpp"
 #include "http/Sessions.hpp"
 
@@ -30,8 +31,10 @@ public:
      * @param family of the socket: AF_UNIX, AF_INET or AF_INET6
      */
     void listen(int socket, int family);
-    /** Accepts connections with TLS; requires setTls(). A connection beyond the limit is closed. */
-    void listenWithTls(int socket, int family);
+    /** Listens on an address. Returns where: the kernel replaces port 0. Throws like http::listenOn(). */
+    NetworkAddress listenOn(const NetworkAddress& address);
+    /** The same for connections with TLS; requires setTls(). A connection beyond the limit is closed. */
+    NetworkAddress listenWithTlsOn(const NetworkAddress& address);
     /** Certificates and keys of the connections that begin from now on; see readTlsFiles(). */
     void setTls(std::shared_ptr<TlsContext> tls) { m_tls = std::move(tls); }
     /**
@@ -46,6 +49,7 @@ public:
 private:
     class Listener;
 
+    void listen(int socket, int family, bool hasTls);
     bool hasRoomFor(const Session& session) const;
     void serve(Session::Socket socket, TlsContext* tls);
 

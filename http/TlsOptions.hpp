@@ -4,6 +4,7 @@
 #include "http/Tls.hpp"
 
 #include <CLI/CLI.hpp>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -45,7 +46,7 @@ inline void addTlsOptions(CLI::App& app, TlsOptions& options, std::uint16_t defa
     auto* const listen =
         app.add_option_function<std::vector<std::string>>(
                "--tls-listen", read,
-               "Serve TCP clients with TLS, too (default PORT: " + port + "); may be repeated")
+               "Serve clients with TLS (default PORT: " + port + "); may be repeated")
             ->type_name("ADDRESS[:PORT]")
             ->expected(1)
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)

@@ -19,8 +19,14 @@ void RunningExporter::startManager(std::vector<std::string> options) {
 }
 
 void RunningExporter::startExporter(const std::vector<std::string>& options) {
+    std::vector<std::string> all = {"--listen", "0"};
+    all.insert(all.end(), options.begin(), options.end());
+    startListening(all);
+}
+
+void RunningExporter::startListening(const std::vector<std::string>& options) {
     const std::string url = m_manager ? m_manager->url() : support::urlOf(m_directory.file("missing"));
-    std::vector<std::string> command = {OWB_EXPORTER, "--listen", "0", "--url", url};
+    std::vector<std::string> command = {OWB_EXPORTER, "--url", url};
     command.insert(command.end(), options.begin(), options.end());
     m_exporter = std::make_unique<support::Daemon>(command);
     const std::string ready = m_exporter->nextErrorLine();

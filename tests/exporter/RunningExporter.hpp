@@ -24,6 +24,8 @@ protected:
     void startManager(std::vector<std::string> options = {});
     /** Starts the exporter and waits until it is ready. */
     void startExporter(const std::vector<std::string>& options = {});
+    /** The same on the address of these options, which is a loopback address. */
+    void startListening(const std::vector<std::string>& options);
     void start(const std::vector<std::string>& options = {}) {
         startManager();
         startExporter(options);
