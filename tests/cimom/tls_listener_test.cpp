@@ -1,10 +1,8 @@
 // The object manager with TLS, and clients that have nothing in common with it.
-#include "StartedDaemon.hpp"
-#include "support/Certificates.hpp"
+#include "TlsDaemon.hpp"
 
 #include <csignal>
 #include <filesystem>
-#include <sys/stat.h>
 
 using support::certificate;
 using support::ProgramResult;
@@ -16,24 +14,8 @@ bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-class TlsListener : public StartedDaemon {
+class TlsListener : public TlsDaemon {
 protected:
-    using Command = std::vector<std::string>;
-
-    /** The options for a certificate of localhost, with further ones. */
-    Command options(const Command& further = {}) const {
-        Command all{"--tls-listen", "127.0.0.1:0",
-                    "--tls-cert",   copy("localhost.crt", 0644),
-                    "--tls-key",    copy("localhost.key", 0600)};
-        all.insert(all.end(), further.begin(), further.end());
-        return all;
-    }
-    /** A copy of a file of the test's certificates. */
-    std::string copy(const std::string& name, mode_t mode) const {
-        const std::string path = directory().write(name, support::readFile(certificate(name)));
-        ::chmod(path.c_str(), mode);
-        return path;
-    }
     std::string usersFile() const {
         const std::string path =
             directory().write("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5Rj/"
@@ -58,15 +40,6 @@ protected:
         command.insert(command.end(), further.begin(), further.end());
         const ProgramResult result = runProgram(command);
         return result.out + result.err;
-    }
-    /** The next line of the log without the number of the client's port. */
-    std::string nextLogLine() {
-        const std::string line = daemon().nextErrorLine();
-        const std::string address = "owbcimomd: 127.0.0.1:";
-        const std::size_t end = line.find(": ", address.size());
-        return line.compare(0, address.size(), address) == 0 && end != std::string::npos
-                   ? line.substr(end + 2)
-                   : line;
     }
     /** The message with which a start fails. */
     std::string failureOfStart(const Command& given) const {
