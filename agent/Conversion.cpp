@@ -1,5 +1,7 @@
 #include "agent/Conversion.hpp"
 
+#include "util/Ascii.hpp"
+
 // Before owb.h, which declares functions with the client library's classes only after their headers.
 #include <OW_CIMDateTime.hpp>
 #include <OW_Exception.hpp>
@@ -7,9 +9,11 @@
 
 #include <owb.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <regex>
+#include <string>
+#include <string_view>
 
 namespace agent {
 namespace {
@@ -22,15 +26,20 @@ long epoch(std::string text) {
 
 // The first four adjacent digits are the year, in a CIM date as in an English one.
 std::string withNextYear(const std::string& text) {
-    std::smatch year;
-    if (!std::regex_search(text, year, std::regex("[0-9]{4}")))
+    const auto year =
+        std::search_n(text.begin(), text.end(), 4, 0, [](char c, int) { return ascii::isDigit(c); });
+    if (year == text.end())
         return text;
-    const std::string next = std::to_string(10000 + std::stoi(year.str()) + 1).substr(1); // still four digits
-    return year.prefix().str() + next + year.suffix().str();
+    const int next = std::stoi(std::string(year, year + 4)) + 1;
+    return std::string(text.begin(), year) + std::to_string(10000 + next).substr(1) + // still four digits
+           std::string(year + 4, text.end());
 }
 
 bool isInterval(const std::string& text) {
-    return std::regex_match(text, std::regex("[0-9*]{14}\\.[0-9*]{6}:[0-9]{3}"));
+    constexpr std::string_view form = "**************.******:000"; // *: a digit or an asterisk, 0: a digit
+    return std::equal(text.begin(), text.end(), form.begin(), form.end(), [](char c, char formed) {
+        return c == formed || (formed != '.' && formed != ':' && ascii::isDigit(c));
+    });
 }
 
 OWB_TIME_UNIT unitOf(const std::string& name) {

@@ -4,6 +4,7 @@
 #include "OW_CIMValue.hpp"
 #include "OW_WBEMFlags.hpp"
 #include "binary/Request.hpp"
+#include "support/Pattern.hpp"
 #include "support/Program.hpp"
 #include "support/TempDir.hpp"
 
@@ -13,7 +14,6 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <optional>
-#include <regex>
 
 using namespace OpenWBEM;
 using support::Daemon;
@@ -119,7 +119,7 @@ long expectCalm(long call, int error) {
         expectToServe(manager);
     } else {
         EXPECT_EQ(1, manager.daemon().wait()) << line;
-        EXPECT_TRUE(std::regex_match(line, std::regex("owbcimomd: .+: .+"))) << line;
+        EXPECT_TRUE(support::matches(line, "owbcimomd: .+: .+")) << line;
     }
     const auto [made, failed] = manager.calls();
     if (testing::Test::HasFailure())

@@ -5,10 +5,10 @@
 #include "Understood.hpp"
 #include "openwbem/Record.hpp"
 #include "schema/Namespace.hpp"
+#include "support/Pattern.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <regex>
 #include <sstream>
 
 using namespace cimom;
@@ -160,7 +160,7 @@ TEST_P(RecordedRequest, IsAnsweredAsRecorded) {
 
 INSTANTIATE_TEST_SUITE_P(Conversations, RecordedRequest, testing::ValuesIn(answeredConversations()),
                          [](const auto& test) {
-                             return std::regex_replace(test.param.directory, std::regex("[^A-Za-z0-9]"), "_");
+                             return support::replacedAll(test.param.directory, "[^A-Za-z0-9]", "_");
                          });
 
 TEST(RecordedRequests, AreAllThere) {

@@ -7,13 +7,13 @@
 #include "OW_CIMValue.hpp"
 
 #include "Record.hpp"
+#include "support/Pattern.hpp"
 #include "support/ScriptedPeer.hpp"
 #include "support/TempDir.hpp"
 #include "types/ObjectData.hpp"
 
 #include <fstream>
 #include <gtest/gtest.h>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <sys/stat.h>
@@ -36,10 +36,10 @@ std::string withoutWhatVaries(std::string requests) {
         {"<MESSAGE ID=\"[0-9]+\"", "<MESSAGE ID=\"N\""},
     };
     for (const auto& [pattern, replacement] : varying)
-        requests = std::regex_replace(requests, std::regex(pattern), replacement);
+        requests = support::replacedAll(requests, pattern, replacement);
     // The length includes the digits of the message ID.
     if (requests.find("<MESSAGE ID") != std::string::npos)
-        requests = std::regex_replace(requests, std::regex("Content-Length: [0-9]+"), "Content-Length: N");
+        requests = support::replacedAll(requests, "Content-Length: [0-9]+", "Content-Length: N");
     return requests;
 }
 
@@ -156,7 +156,7 @@ std::string decoded(const std::string& url, const Arguments& arguments) {
 
 // Removes the source locations of the recorded client.
 std::string comparable(const std::string& result) {
-    return std::regex_replace(result, std::regex(" file=[^\n]*"), "");
+    return support::replacedAll(result, " file=[^\n]*", "");
 }
 
 class Capture : public testing::TestWithParam<Conversation> {};
@@ -179,7 +179,7 @@ TEST_P(Capture, IsSentAndDecodedAsRecorded) {
 
 INSTANTIATE_TEST_SUITE_P(Conversations, Capture, testing::ValuesIn(record::conversations()),
                          [](const auto& test) {
-                             return std::regex_replace(test.param.directory, std::regex("[^A-Za-z0-9]"), "_");
+                             return support::replacedAll(test.param.directory, "[^A-Za-z0-9]", "_");
                          });
 
 TEST(Captures, AreComplete) {

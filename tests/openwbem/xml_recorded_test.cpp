@@ -4,11 +4,11 @@
 #include "Record.hpp"
 #include "Xml.hpp"
 #include "io/Window.hpp"
+#include "support/Pattern.hpp"
 #include "xml/Reply.hpp"
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -45,7 +45,7 @@ struct Recorded {
             messageId = messageIdOf(record::splitReplies(conversation.sent()).at(i));
         }
         method = body.find("\"GetInstance\"") == std::string::npos ? "EnumerateInstances" : "GetInstance";
-        expected = std::regex_replace(conversation.result(), std::regex("(MODIFY OK|COUNT .*|rc=0)\n"), "");
+        expected = support::replacedAll(conversation.result(), "(MODIFY OK|COUNT .*|rc=0)\n", "");
     }
     static UInt32 messageIdOf(const std::string& request) {
         const std::string before = "<MESSAGE ID=\"";

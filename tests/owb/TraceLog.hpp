@@ -1,12 +1,12 @@
 #ifndef TESTS_OWB_TRACE_LOG_HPP
 #define TESTS_OWB_TRACE_LOG_HPP
 #include "support/Child.hpp"
+#include "support/Pattern.hpp"
 #include "support/TempDir.hpp"
 
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -70,8 +70,7 @@ private:
     static const std::size_t timeLength = sizeof "13:04:09:007: " - 1;
 
     static bool hasTime(const std::string& line) {
-        static const std::regex time("\\d\\d:\\d\\d:\\d\\d:\\d\\d\\d: .*");
-        return std::regex_match(line.substr(0, timeLength), time);
+        return support::matches(line.substr(0, timeLength), "\\d\\d:\\d\\d:\\d\\d:\\d\\d\\d: .*");
     }
 
     support::TempDir m_directory;
@@ -82,9 +81,8 @@ private:
  * between client libraries: "ERROR CIMException PLACE  general error".
  */
 inline Lines withoutPlaces(Lines lines) {
-    static const std::regex place("(ERROR \\w+) \\S+\\.[ch]pp:\\d+  ");
     for (std::string& line : lines)
-        line = std::regex_replace(line, place, "$1 PLACE  ");
+        line = support::replacedAll(line, "(ERROR \\w+) \\S+\\.[ch]pp:\\d+  ", "$1 PLACE  ");
     return lines;
 }
 

@@ -5,6 +5,7 @@
 
 #include "TraceLog.hpp"
 #include "support/CommonSwitch.hpp"
+#include "support/Pattern.hpp"
 #include "support/TempDir.hpp"
 
 #include <cstring>
@@ -12,7 +13,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <regex>
 #include <set>
 #include <string>
 #include <sys/time.h>
@@ -52,7 +52,7 @@ protected:
 
     // The log without the times.
     std::string logged(const std::string& log) const {
-        return std::regex_replace(readFile(m_directory.file(log)), std::regex("(^|\n)[0-9:]{12}: "), "$1");
+        return support::replacedAll(readFile(m_directory.file(log)), "(^|\n)[0-9:]{12}: ", "$1");
     }
     bool exists(const std::string& name) const { return std::filesystem::exists(m_directory.file(name)); }
     void run(const std::function<void()>& body) const { EXPECT_EQ("", inChild(m_directory.path(), body)); }
@@ -156,9 +156,9 @@ TEST_F(Trace, AddsNoLineEnd) {
         debug("no end ");
         debug("%s", "");
     });
-    EXPECT_TRUE(std::regex_match(
-        readFile(m_directory.file("log")),
-        std::regex("[0-9:]{12}: file.cpp:function:42: no end [0-9:]{12}: file.cpp:function:42: ")));
+    EXPECT_TRUE(
+        support::matches(readFile(m_directory.file("log")),
+                         "[0-9:]{12}: file.cpp:function:42: no end [0-9:]{12}: file.cpp:function:42: "));
 }
 
 TEST_F(Trace, BeginsALineWithTheLocalTimeInMilliseconds) {

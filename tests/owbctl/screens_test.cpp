@@ -1,7 +1,6 @@
 // What tables look like on terminals of 80 and 140 columns.
 #include "Screens.hpp"
-
-#include <regex>
+#include "support/Pattern.hpp"
 
 namespace owbctl_test {
 namespace {
@@ -48,8 +47,9 @@ TEST_F(Screens, ColumnsHaveTheOrderOfTheRequest) {
 /** The screen of a watch, with the time of each sample replaced. */
 void expectWatch(const std::string& name, const std::string& url, unsigned short columns) {
     const std::string screen = shown({"--url", url, "watch", "10", "--count", "1"}, columns);
-    const std::regex time("  [0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}  ");
-    expectScreen(name + "." + std::to_string(columns), std::regex_replace(screen, time, "  12:34:56.789  "));
+    const char time[] = "  [0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3}  ";
+    expectScreen(name + "." + std::to_string(columns),
+                 support::replacedAll(screen, time, "  12:34:56.789  "));
 }
 
 TEST_F(Screens, ASampleHasItsTime) {

@@ -1,10 +1,10 @@
 // `owbctl watch`.
 #include "Owbctl.hpp"
 #include "Screens.hpp"
+#include "support/Pattern.hpp"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <regex>
 
 namespace owbctl_test {
 namespace {
@@ -21,9 +21,7 @@ support::ProgramResult watch(const std::vector<support::Step>& answers, const st
     return owbctlAt(answers, {"watch", "14", "--interval", "0.1", "--count", count, "-o", form});
 }
 
-bool matches(const std::string& text, const std::string& pattern) {
-    return std::regex_match(text, std::regex(pattern));
-}
+using support::matches;
 
 TEST(Watch, EachReadingIsATableWithTheRatesOfCounters) {
     const support::ProgramResult result = watch({datagrams(5, 1), datagrams(1005, 1)}, "2", "table");

@@ -1,10 +1,11 @@
 #include "service/Log.hpp"
 
+#include "support/Pattern.hpp"
+
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <regex>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -44,7 +45,7 @@ public:
         ::fcntl(STDERR_FILENO, F_SETFL, flags);
     }
     /** The text written since the last call, without the times of the lines. */
-    std::string read() const { return std::regex_replace(readAsItIs(), std::regex(timeForm), ""); }
+    std::string read() const { return support::replacedAll(readAsItIs(), timeForm, ""); }
     std::string readAsItIs() const {
         std::string all;
         char bytes[65536];
@@ -68,7 +69,7 @@ TEST(Log, ALineBeginsWithTheLocalTime) {
     ::unsetenv("TZ");
     ::tzset();
     const std::string line = errors.readAsItIs();
-    EXPECT_TRUE(std::regex_match(line, std::regex(std::string(timeForm) + "program: one\n"))) << line;
+    EXPECT_TRUE(support::matches(line, std::string(timeForm) + "program: one\n")) << line;
     EXPECT_EQ("+05:30", line.substr(19, 6));
     std::tm said{};
     ASSERT_TRUE(::strptime(line.c_str(), "%FT%T%z", &said));
@@ -87,8 +88,7 @@ TEST(Log, ALineForTheJournalHasNoTime) {
     log("two");
     ::unsetenv("JOURNAL_STREAM");
     const std::string lines = errors.readAsItIs();
-    EXPECT_TRUE(
-        std::regex_match(lines, std::regex("program: one\n" + std::string(timeForm) + "program: two\n")))
+    EXPECT_TRUE(support::matches(lines, "program: one\n" + std::string(timeForm) + "program: two\n"))
         << lines;
 }
 

@@ -1,10 +1,11 @@
 #include "support/Program.hpp"
 
+#include "support/Pattern.hpp"
+
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
-#include <regex>
 #include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -97,8 +98,7 @@ ProgramResult runProgram(const std::vector<std::string>& command) {
 }
 
 std::string withoutTime(const std::string& line) {
-    static const std::regex time(R"(^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d[+-]\d\d:\d\d )");
-    return std::regex_replace(line, time, "");
+    return replacedAll(line, R"(^\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d[+-]\d\d:\d\d )", "");
 }
 
 Daemon::Daemon(const std::vector<std::string>& command) {
