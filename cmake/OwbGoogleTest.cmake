@@ -14,4 +14,7 @@ message(STATUS "GoogleTest: ${source}")
 set(INSTALL_GTEST OFF)
 set(BUILD_GMOCK OFF)
 add_subdirectory(${source} ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+foreach(library IN ITEMS gtest gtest_main)
+    target_compile_options(${library} PRIVATE -O0 -g1) # compiles in a third of the time
+endforeach()
 unset(source)
