@@ -23,8 +23,8 @@ std::string devicesOf(const HostTree& tree) {
     return column(providerOf("HR_DEVICE", tree.host()), "DeviceID");
 }
 
-void writeInterface(const HostTree& tree, const std::string& name, const std::string& index,
-                    const std::string& state) {
+void writeInterfaceState(const HostTree& tree, const std::string& name, const std::string& index,
+                         const std::string& state) {
     tree.write("/sys/class/net/" + name + "/ifindex", index + "\n");
     tree.write("/sys/class/net/" + name + "/operstate", state + "\n");
 }
@@ -46,8 +46,8 @@ TEST(HRDevice, PropertiesComeKeyFirst) {
 TEST(HRDevice, ProcessorsInterfacesAndDisksHaveIndexesOfTheirTypes) {
     StorageTree tree;
     tree.write("/proc/cpuinfo", "processor : 0\nprocessor : 11\n");
-    writeInterface(tree, "lo", "1", "unknown");
-    writeInterface(tree, "eth0", "4", "up");
+    writeInterfaceState(tree, "lo", "1", "unknown");
+    writeInterfaceState(tree, "eth0", "4", "up");
     tree.writeDisk("vda", "254:0", "8");
     EXPECT_EQ("processor:cpu0 processor:cpu11 network:lo network:eth0 disk:vda ", devicesOf(tree));
     EXPECT_EQ("196609 196620 262145 262148 458240 ",
@@ -82,7 +82,7 @@ TEST(HRDevice, AnOfflineProcessorIsDown) {
 
 TEST(HRDevice, AnInterfaceIsDescribedByItsAlias) {
     HostTree tree;
-    writeInterface(tree, "eth0", "4", "up");
+    writeInterfaceState(tree, "eth0", "4", "up");
     EXPECT_EQ("eth0", value(tree, "network:eth0", "_HR_DEVICE_DESCR"));
     tree.write("/sys/class/net/eth0/ifalias", "to the core switch\n");
     EXPECT_EQ("to the core switch", value(tree, "network:eth0", "_HR_DEVICE_DESCR"));
@@ -94,14 +94,14 @@ TEST(HRDevice, StatusOfAnInterfaceFollowsFromItsState) {
         {"dormant", "5"}, {"notpresent", "5"}, {"unknown", "1"}};
     for (const auto& [state, status] : states) {
         HostTree tree;
-        writeInterface(tree, "eth0", "4", state);
+        writeInterfaceState(tree, "eth0", "4", state);
         EXPECT_EQ(status, value(tree, "network:eth0", "_HR_DEVICE_STATUS")) << state;
     }
 }
 
 TEST(HRDevice, ErrorsOfAnInterfaceAreTheSumOfBothDirections) {
     HostTree tree;
-    writeInterface(tree, "eth0", "4", "up");
+    writeInterfaceState(tree, "eth0", "4", "up");
     EXPECT_EQ("(null)", value(tree, "network:eth0", "_HR_DEVICE_ERRORS"));
     tree.write("/proc/net/dev",
                "Inter-|   Receive                                                |  Transmit\n"
@@ -139,7 +139,7 @@ TEST(HRDevice, TheKernelReportsStatusAndErrorsOfADisk) {
 
 TEST(HRNetwork, PropertiesComeKeyFirst) {
     HostTree tree;
-    writeInterface(tree, "eth0", "4", "up");
+    writeInterfaceState(tree, "eth0", "4", "up");
     const CIMInstance found = onlyInstance(providerOf("HR_NETWORK", tree.host()));
     EXPECT_EQ("HR_NETWORK", found.getClassName());
     EXPECT_EQ("DeviceID", names(found.getKeyValuePairs()));
@@ -148,8 +148,8 @@ TEST(HRNetwork, PropertiesComeKeyFirst) {
 
 TEST(HRNetwork, HasTheDeviceIndexOfTheInterface) {
     HostTree tree;
-    writeInterface(tree, "eth0", "4", "up");
-    writeInterface(tree, "veth9", "65539", "up"); // same index as eth0, which has precedence
+    writeInterfaceState(tree, "eth0", "4", "up");
+    writeInterfaceState(tree, "veth9", "65539", "up"); // same index as eth0, which has precedence
     const Provider provider = providerOf("HR_NETWORK", tree.host());
     EXPECT_EQ("4 65539 ", column(provider, "_HR_NETWORK_INDEX"));
     EXPECT_EQ("262148 262149 ", column(provider, "_HR_DEVICE_INDEX"));

@@ -1,5 +1,6 @@
 #include "state/StateFile.hpp"
 
+#include "Failure.hpp"
 #include "support/Child.hpp"
 #include "support/TempDir.hpp"
 
@@ -13,20 +14,6 @@
 using cimom::StateFile;
 using support::readFile;
 using support::TempDir;
-
-namespace {
-
-template <class Action>
-std::string errorOf(Action action) {
-    try {
-        action();
-        return "no error";
-    } catch (const std::runtime_error& e) {
-        return e.what();
-    }
-}
-
-} // namespace
 
 TEST(StateFile, AMissingFileHasNoContent) {
     const TempDir directory;

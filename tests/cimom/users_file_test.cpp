@@ -1,3 +1,4 @@
+#include "Failure.hpp"
 #include "support/TempDir.hpp"
 #include "users/PasswordHash.hpp"
 #include "users/UsersFile.hpp"
@@ -23,16 +24,6 @@ const std::string secretHash = "$6$rounds=1000$roundsalt$0oYNoemtpMZIRX8om2kSVpA
                                "3GjmMXe09pWsdsNY1YwdaoWbiv6Yfs7mJF3vB5Gg0.9Dx/";
 const std::string secretYescrypt =
     "$y$j75$3sTpz0WvVFq1Na7JQr8bE.$hP8wKHlBk1ox7pbFzGadS2/L.0aeLVKwGKeyoGXK6C5";
-
-template <class Action>
-std::string errorOf(Action action) {
-    try {
-        action();
-        return "no error";
-    } catch (const std::runtime_error& e) {
-        return e.what();
-    }
-}
 
 /** "<line>: <why>" of a text that is rejected. */
 std::string textError(const std::string& text) {

@@ -10,7 +10,7 @@ using namespace http;
 
 namespace {
 
-std::string read(const std::string& text) {
+std::string shown(const std::string& text) {
     const std::optional<NetworkAddress> address = networkAddress(text);
     return address ? textOf(*address) : "none";
 }
@@ -18,22 +18,22 @@ std::string read(const std::string& text) {
 } // namespace
 
 TEST(NetworkAddress, ConsistsOfAnAddressAndAPort) {
-    EXPECT_EQ("10.1.2.3:5988", read("10.1.2.3:5988"));
-    EXPECT_EQ("0.0.0.0:0", read("0.0.0.0:0"));
-    EXPECT_EQ("[::1]:65535", read("[::1]:65535"));
-    EXPECT_EQ("[2001:db8::5]:80", read("[2001:DB8::0:5]:80"));
+    EXPECT_EQ("10.1.2.3:5988", shown("10.1.2.3:5988"));
+    EXPECT_EQ("0.0.0.0:0", shown("0.0.0.0:0"));
+    EXPECT_EQ("[::1]:65535", shown("[::1]:65535"));
+    EXPECT_EQ("[2001:db8::5]:80", shown("[2001:DB8::0:5]:80"));
 }
 
 TEST(NetworkAddress, APortAloneMeansTheLoopbackAddress) {
-    EXPECT_EQ("127.0.0.1:5988", read("5988"));
-    EXPECT_EQ("127.0.0.1:5988", read(":5988"));
+    EXPECT_EQ("127.0.0.1:5988", shown("5988"));
+    EXPECT_EQ("127.0.0.1:5988", shown(":5988"));
 }
 
 TEST(NetworkAddress, AnyOtherTextIsRejected) {
     for (const char* const text :
          {"", ":", "127.0.0.1", "127.0.0.1:", "127.0.0.1:65536", "127.0.0.1:-1", "127.0.0.1:x",
           "localhost:80", "::1:80", "[::1]", "[::1]80", "[127.0.0.1]:80", "127.0.0.1:80 ", "[]:80", "[:80"})
-        EXPECT_EQ("none", read(text)) << text;
+        EXPECT_EQ("none", shown(text)) << text;
 }
 
 TEST(NetworkSocket, ListensAtTheAddressItReports) {

@@ -42,15 +42,15 @@ std::string hostHeader(const ScriptedPeer& peer) {
     return request.substr(at, request.find("\r\n", at) - at);
 }
 
-std::string messageOfReading(const std::string& url) {
+std::string messageOfReadingAt(const std::string& url) {
     CIMClient client(url.c_str(), "root/cimv2");
-    return ::messageOfReading(client);
+    return messageOfReading(client);
 }
 
 TEST(Address, MayBeAnIpv4HostAndPort) {
     for (const char* host : {"127.0.0.1", "localhost", "LOCALHOST", "%6cocalhost", "user:secret@127.0.0.1"}) {
         ScriptedPeer peer({Step::answer(good)}, Listening::ipv4);
-        EXPECT_EQ("no exception", messageOfReading(peer.url("owbinary.wbem", host))) << host;
+        EXPECT_EQ("no exception", messageOfReadingAt(peer.url("owbinary.wbem", host))) << host;
         EXPECT_EQ(std::string(host).substr(std::string(host).rfind('@') + 1), hostHeader(peer));
     }
 }
@@ -59,23 +59,24 @@ TEST(Address, MayBeAnIpv6AddressInBracketsAndAPort) {
     if (!hasIpv6())
         GTEST_SKIP() << "this host has no IPv6";
     ScriptedPeer peer({Step::answer(good)}, Listening::ipv6);
-    EXPECT_EQ("no exception", messageOfReading(peer.url()));
+    EXPECT_EQ("no exception", messageOfReadingAt(peer.url()));
     EXPECT_EQ("[::1]", hostHeader(peer));
 }
 
 TEST(Address, OfAUnixDomainSocketDoesNotResolveTheHost) {
     ScriptedPeer peer({Step::answer(good)});
     const std::string noHost(70, 'x');
-    EXPECT_EQ("no exception", messageOfReading(peer.url("owbinary.wbem", noHost)));
-    EXPECT_EQ("no exception", messageOfReading(peer.url("owbinary", "[::1]")));
-    EXPECT_EQ("no exception", messageOfReading("  OWBinary.WBEM" + peer.url("", "host") + "/root/:Foo.a=1 "));
+    EXPECT_EQ("no exception", messageOfReadingAt(peer.url("owbinary.wbem", noHost)));
+    EXPECT_EQ("no exception", messageOfReadingAt(peer.url("owbinary", "[::1]")));
+    EXPECT_EQ("no exception",
+              messageOfReadingAt("  OWBinary.WBEM" + peer.url("", "host") + "/root/:Foo.a=1 "));
 }
 
 TEST(Address, WithTheNamespaceOwbinarySelectsTheBinaryProtocol) {
     ScriptedPeer peer({Step::answer(good)});
-    EXPECT_EQ("no exception", messageOfReading(peer.url("cimxml.wbem", "localhost") + "/owbinary"));
-    EXPECT_EQ("no exception", messageOfReading(peer.url("any", "localhost") + "/owbinary/:Foo"));
-    EXPECT_EQ("no exception", messageOfReading(peer.url().substr(16) + "/owbinary")) << "without a scheme";
+    EXPECT_EQ("no exception", messageOfReadingAt(peer.url("cimxml.wbem", "localhost") + "/owbinary"));
+    EXPECT_EQ("no exception", messageOfReadingAt(peer.url("any", "localhost") + "/owbinary/:Foo"));
+    EXPECT_EQ("no exception", messageOfReadingAt(peer.url().substr(16) + "/owbinary")) << "without a scheme";
 }
 
 TEST(Address, MayBeTheBuiltInSocket) {
@@ -83,7 +84,7 @@ TEST(Address, MayBeTheBuiltInSocket) {
         "SocketException: Failed to connect to: /tmp/OW@LCL@APIIPC_72859_Xq47Bf_P9r761-5_J-7_Q: ";
     for (const char* url : {"owbinary.wbem://localhost:owipc", "owbinary.wbem://localhost:OwIpc/root",
                             "ipc://localhost/owbinary", "ipc://localhost:5988/owbinary"})
-        EXPECT_EQ(builtIn, messageOfReading(std::string(url)).substr(0, builtIn.size())) << url;
+        EXPECT_EQ(builtIn, messageOfReadingAt(std::string(url)).substr(0, builtIn.size())) << url;
 }
 
 TEST(Address, WithANonNumericPortIsASocketPath) {
@@ -91,14 +92,14 @@ TEST(Address, WithANonNumericPortIsASocketPath) {
     const std::string missing = ": 2(No such file or directory)";
     for (const char* port : {"70000", "5988x", "-1", "+80", "a b"})
         EXPECT_EQ(failed + port + missing,
-                  messageOfReading(std::string("owbinary.wbem://localhost:") + port));
-    EXPECT_EQ(failed + "a+b" + missing, messageOfReading("owbinary.wbem://localhost:%61+%62"));
+                  messageOfReadingAt(std::string("owbinary.wbem://localhost:") + port));
+    EXPECT_EQ(failed + "a+b" + missing, messageOfReadingAt("owbinary.wbem://localhost:%61+%62"));
 }
 
 TEST(Address, WithoutAListenerIsASocketException) {
     const ClosedPort port;
     EXPECT_EQ("SocketException: SocketBaseImpl::connect() failed: 111(Connection refused)",
-              messageOfReading("owbinary.wbem://127.0.0.1:" + port.text()));
+              messageOfReadingAt("owbinary.wbem://127.0.0.1:" + port.text()));
 }
 
 TEST(Address, OfAnUnknownHostThrowsInTheConstructor) {

@@ -12,7 +12,7 @@ namespace {
 using namespace OpenWBEM;
 using random_objects::RandomObjects;
 
-std::string encode(const CIMInstance& instance) {
+std::string encoded(const CIMInstance& instance) {
     binary::Writer out;
     binary::write(out, instance);
     return out.release();
@@ -41,9 +41,9 @@ TEST(RoundTrip, PreservesEveryTypeOfValue) {
 TEST(RoundTrip, PreservesEveryPartOfAnInstance) {
     RandomObjects generator(RandomObjects::Kind::binary);
     for (int i = 0; i < 500; ++i) {
-        const std::string bytes = encode(generator.instance());
+        const std::string bytes = encoded(generator.instance());
         binary::Reader in(bytes.data(), bytes.size());
-        EXPECT_TRUE(bytes == encode(binary::ObjectReader(in).instance())) << i;
+        EXPECT_TRUE(bytes == encoded(binary::ObjectReader(in).instance())) << i;
         EXPECT_TRUE(in.atEnd()) << i;
     }
 }
@@ -52,7 +52,7 @@ TEST(RoundTrip, DoesNotDependOnTheSizesOfReads) {
     RandomObjects generator(RandomObjects::Kind::binary);
     std::string bytes;
     for (int i = 0; i < 20; ++i) {
-        const std::string one = encode(generator.instance());
+        const std::string one = encoded(generator.instance());
         bytes += one + one; // the declarations of the second one are cached
     }
     for (const std::size_t piece : {1U, 7U, 1000U}) {
@@ -61,7 +61,7 @@ TEST(RoundTrip, DoesNotDependOnTheSizesOfReads) {
         binary::ObjectReader objects(in);
         std::string back;
         while (!in.atEnd())
-            back += encode(objects.instance());
+            back += encoded(objects.instance());
         EXPECT_TRUE(bytes == back) << piece;
     }
 }

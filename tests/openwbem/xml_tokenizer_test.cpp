@@ -33,7 +33,7 @@ std::string walk(const std::string& document) {
     return walk(window);
 }
 
-std::string failure(const std::string& document) {
+std::string failureOfWalk(const std::string& document) {
     return failureOf([&document] { walk(document); });
 }
 
@@ -102,7 +102,7 @@ TEST(Tokenizer, RejectsOtherNumericReferences) {
     for (const char* reference :
          {"&#128;", "&#xe9;", "&#0;", "&#;", "&#x;", "&#-1;", "&#a;", "&#65", "&#X41;"})
         EXPECT_EQ(std::string("XMLParseException: Line 1: Bad reference: ") + reference,
-                  failure(std::string("<T>") + reference + "</T>"));
+                  failureOfWalk(std::string("<T>") + reference + "</T>"));
 }
 
 TEST(Tokenizer, CopiesUnknownReferences) {
@@ -226,15 +226,15 @@ TEST(Tokenizer, RejectsMalformedDocuments) {
         {"\n<A>\n<B>\n\n</A>", "Line 5: Bad end tag: expected B"},
     };
     for (const auto& [document, message] : examples)
-        EXPECT_EQ(std::string("XMLParseException: ") + message, failure(document)) << document;
+        EXPECT_EQ(std::string("XMLParseException: ") + message, failureOfWalk(document)) << document;
 }
 
 TEST(Tokenizer, RejectsDeclarationsOfEntities) {
     const std::string message = "XMLParseException: Line 1: Bad DOCTYPE: declarations are not accepted";
-    EXPECT_EQ(message, failure("<!DOCTYPE A [<!ENTITY x \"y\">]><A/>"));
-    EXPECT_EQ(message, failure("<!DOCTYPE A SYSTEM 'a' []><A/>"));
+    EXPECT_EQ(message, failureOfWalk("<!DOCTYPE A [<!ENTITY x \"y\">]><A/>"));
+    EXPECT_EQ(message, failureOfWalk("<!DOCTYPE A SYSTEM 'a' []><A/>"));
     EXPECT_EQ("XMLParseException: Line 1: Bad markup: expected an element, a comment or an instruction",
-              failure("<!ENTITY x \"y\"><A/>"));
+              failureOfWalk("<!ENTITY x \"y\"><A/>"));
 }
 
 TEST(Tokenizer, CountsLinesAcrossPieces) {
@@ -251,7 +251,7 @@ TEST(Tokenizer, RejectsATruncatedDocument) {
         if (size == document.find("<!D") || size == document.find("<A"))
             continue; // an empty document is not truncated
         EXPECT_EQ("XMLParseException: Line 1: Premature end: the document is truncated",
-                  failure(document.substr(0, size)))
+                  failureOfWalk(document.substr(0, size)))
             << size;
     }
 }
@@ -259,25 +259,26 @@ TEST(Tokenizer, RejectsATruncatedDocument) {
 TEST(Tokenizer, AcceptsNineAttributes) {
     const std::string nine = "<A a='1' b='1' c='1' d='1' e='1' f='1' g='1' h='1' i='9'";
     EXPECT_EQ("9", attributeOf(nine + "/>", "i"));
-    EXPECT_EQ("XMLParseException: Line 1: Too many attributes: more than 9", failure(nine + " j='1'/>"));
+    EXPECT_EQ("XMLParseException: Line 1: Too many attributes: more than 9",
+              failureOfWalk(nine + " j='1'/>"));
 }
 
 TEST(Tokenizer, LimitsNames) {
     const std::string longest(xml::maximumName, 'n');
     EXPECT_EQ("(" + longest + ")", walk("<" + longest + "></" + longest + ">"));
     EXPECT_EQ("v", attributeOf("<A " + longest + "='v'/>", longest.c_str()));
-    EXPECT_EQ("XMLParseException: Line 1: Bad tag name: too long", failure("<" + longest + "n/>"));
+    EXPECT_EQ("XMLParseException: Line 1: Bad tag name: too long", failureOfWalk("<" + longest + "n/>"));
     EXPECT_EQ("XMLParseException: Line 1: Bad attribute name: too long",
-              failure("<A " + longest + "n='v'/>"));
+              failureOfWalk("<A " + longest + "n='v'/>"));
 }
 
 TEST(Tokenizer, LimitsNesting) {
     const std::size_t most = xml::maximumNesting;
     EXPECT_EQ(2 * most + most, walk(repeated("<A>", most) + repeated("</A>", most)).size());
     EXPECT_EQ("XMLParseException: Line 1: Too deep: elements are nested too deeply",
-              failure(repeated("<A>", most + 1)));
+              failureOfWalk(repeated("<A>", most + 1)));
     EXPECT_EQ("XMLParseException: Line 1: Too deep: elements are nested too deeply",
-              failure(repeated("<A>", 200000)));
+              failureOfWalk(repeated("<A>", 200000)));
 }
 
 TEST(Tokenizer, LimitsTexts) {
@@ -285,10 +286,10 @@ TEST(Tokenizer, LimitsTexts) {
     EXPECT_EQ(longest.size(), textOf(longest).size());
     EXPECT_EQ(longest.size(), textOf("<!-- -->" + longest).size());
     const std::string message = "XMLParseException: Line 1: Too long: text or tag";
-    EXPECT_EQ(message, failure("<T>" + longest + "x</T>"));
-    EXPECT_EQ(message, failure("<T>x<!-- -->" + longest + "</T>"));
-    EXPECT_EQ(message, failure("<T><![CDATA[" + longest + "x]]></T>"));
-    EXPECT_EQ(message, failure("<A a='" + longest + "'/>"));
+    EXPECT_EQ(message, failureOfWalk("<T>" + longest + "x</T>"));
+    EXPECT_EQ(message, failureOfWalk("<T>x<!-- -->" + longest + "</T>"));
+    EXPECT_EQ(message, failureOfWalk("<T><![CDATA[" + longest + "x]]></T>"));
+    EXPECT_EQ(message, failureOfWalk("<A a='" + longest + "'/>"));
 }
 
 TEST(Tokenizer, StopsReadingAnEndlessToken) {

@@ -20,7 +20,7 @@ std::string chassis(const std::string& model) {
     return wire::instance("QAV_K70Chassis", {wire::stringProperty("Model", model)});
 }
 
-Step answer(const std::vector<std::string>& instances) {
+Step answerOf(const std::vector<std::string>& instances) {
     return Step::answer(wire::chunkedReply(wire::enumeration(instances)));
 }
 
@@ -57,7 +57,7 @@ TEST(Group, ABadGroupOrANullQueueIsRejectedWithoutTraceAndConnection) {
 }
 
 TEST(Group, Group30IsAccepted) {
-    const Agent agent({answer({})});
+    const Agent agent({answerOf({})});
     agent.run([](TestQueue& q) { EXPECT_EQ(OWB_DONE, OWB_getGroup(30, q.head())); });
 }
 
@@ -90,7 +90,7 @@ TEST(Group, TheRequestAsksForSubclassesAndForEveryProperty) {
 }
 
 TEST(Group, AClassWithoutInstancesIsDoneAndLeavesTheQueue) {
-    const Agent agent({answer({})});
+    const Agent agent({answerOf({})});
     agent.run([](TestQueue& q) {
         EXPECT_EQ(OWB_DONE, OWB_getGroup(14, q.head()));
         EXPECT_EQ(Items{}, q.items());
@@ -223,7 +223,7 @@ TEST(GroupConnection, ReadsShareIt) {
 }
 
 TEST(Group, APropertyThatComesTwiceIsReportedAsADuplicate) {
-    const Agent agent({answer({wire::instance(
+    const Agent agent({answerOf({wire::instance(
         "QAV_K70Chassis", {wire::stringProperty("Model", "a"), wire::stringProperty("MODEL", "b")})})});
     const std::string printed = agent.run([](TestQueue& q) {
         EXPECT_EQ(OWB_DONE, OWB_getGroup(0, q.head()));
@@ -234,7 +234,7 @@ TEST(Group, APropertyThatComesTwiceIsReportedAsADuplicate) {
 
 TEST(Group, TextsOfAnyLengthAreReadCompletelyAndTracedTruncated) {
     const std::string longText(200000, 'L');
-    const Agent agent({answer({wire::instance(
+    const Agent agent({answerOf({wire::instance(
         "QAV_K70Chassis", {wire::stringProperty("Model", longText), wire::stringProperty(longText, "x")})})});
     agent.run([&](TestQueue& q) {
         EXPECT_EQ(OWB_DONE, OWB_getGroup(0, q.head()));

@@ -13,7 +13,7 @@ using namespace snmp_test;
 
 namespace {
 
-const std::string mib2 = ".1.3.6.1.2.1.";
+const std::string mib2Prefix = ".1.3.6.1.2.1.";
 const std::string contact = "1.4.0";
 const std::string location = "1.6.0";
 
@@ -55,7 +55,8 @@ protected:
         return {rows.begin() + 2, rows.end()};
     }
     bool isAnswering(const std::string& context, const std::string& oid) const {
-        const ProgramResult got = snmpd->run("snmpget", v2c(context), {"-t", "1", "-r", "0", mib2 + oid});
+        const ProgramResult got =
+            snmpd->run("snmpget", v2c(context), {"-t", "1", "-r", "0", mib2Prefix + oid});
         return got.exitCode == 0 && got.out.find("No Such") == std::string::npos;
     }
 
@@ -81,7 +82,7 @@ TEST_F(SnmpAgentTest, WalksOfTheWholeTreeAscendAndHaveTheSameColumns) {
     const Values bulk = walk("owb");
     EXPECT_LT(300u, bulk.size());
     EXPECT_EQ(columnsOf(bulk), columnsOf(walk("owb", "snmpwalk")));
-    const ProgramResult v3Walk = snmpd->run("snmpbulkwalk", v3("owb"), {mib2 + "25.2"});
+    const ProgramResult v3Walk = snmpd->run("snmpbulkwalk", v3("owb"), {mib2Prefix + "25.2"});
     EXPECT_EQ(0, v3Walk.exitCode) << v3Walk.err;
     EXPECT_LT(3u, objectsIn(v3Walk.out).size());
 }
@@ -152,10 +153,11 @@ TEST_F(SnmpAgentTest, EachObjectThatExistsOnceHasItsType) {
 
 TEST_F(SnmpAgentTest, WritesContactAndLocation) {
     startWithSite();
-    EXPECT_EQ(0, set({mib2 + contact, "s", "ops@example.net"}).exitCode);
+    EXPECT_EQ(0, set({mib2Prefix + contact, "s", "ops@example.net"}).exitCode);
     EXPECT_EQ("STRING: \"ops@example.net\"", get(contact));
-    const ProgramResult both = snmpd->run(
-        "snmpset", v3("owb"), {mib2 + contact, "s", "night shift", mib2 + location, "s", "rack 4"});
+    const ProgramResult both =
+        snmpd->run("snmpset", v3("owb"),
+                   {mib2Prefix + contact, "s", "night shift", mib2Prefix + location, "s", "rack 4"});
     EXPECT_EQ(0, both.exitCode) << both.err;
     EXPECT_EQ("STRING: \"night shift\"", get(contact));
     EXPECT_EQ("STRING: \"rack 4\"", get(location));
@@ -163,16 +165,16 @@ TEST_F(SnmpAgentTest, WritesContactAndLocation) {
 
 TEST_F(SnmpAgentTest, WritesNeitherOfTwoValuesIfOneIsBad) {
     startWithSite();
-    ASSERT_EQ(0, set({mib2 + contact, "s", "before", mib2 + location, "s", "before"}).exitCode);
+    ASSERT_EQ(0, set({mib2Prefix + contact, "s", "before", mib2Prefix + location, "s", "before"}).exitCode);
     const std::vector<std::pair<std::vector<std::string>, std::string>> bad{
-        {{mib2 + location, "s", std::string(256, 'x')}, "wrongLength"},
-        {{mib2 + location, "i", "1"}, "wrongType"},
-        {{mib2 + location, "x", "FF"}, "wrongValue"},
-        {{mib2 + "1.5.0", "s", "name"}, "notWritable"},
-        {{mib2 + "25.4.2.1.7.1", "i", "4"}, "notWritable"},
-        {{mib2 + "47.1.1.1.1.14.99", "s", "alias"}, "noCreation"}};
+        {{mib2Prefix + location, "s", std::string(256, 'x')}, "wrongLength"},
+        {{mib2Prefix + location, "i", "1"}, "wrongType"},
+        {{mib2Prefix + location, "x", "FF"}, "wrongValue"},
+        {{mib2Prefix + "1.5.0", "s", "name"}, "notWritable"},
+        {{mib2Prefix + "25.4.2.1.7.1", "i", "4"}, "notWritable"},
+        {{mib2Prefix + "47.1.1.1.1.14.99", "s", "alias"}, "noCreation"}};
     for (const auto& [arguments, error] : bad) {
-        std::vector<std::string> two{mib2 + contact, "s", "after"};
+        std::vector<std::string> two{mib2Prefix + contact, "s", "after"};
         two.insert(two.end(), arguments.begin(), arguments.end());
         const ProgramResult result = set(two);
         EXPECT_NE(std::string::npos, result.err.find(error)) << error << ": " << result.err;
@@ -183,7 +185,7 @@ TEST_F(SnmpAgentTest, WritesNeitherOfTwoValuesIfOneIsBad) {
 
 TEST_F(SnmpAgentTest, AReadOnlySubagentRefusesSets) {
     startWithSite({"--read-only"});
-    const ProgramResult result = set({mib2 + contact, "s", "x"});
+    const ProgramResult result = set({mib2Prefix + contact, "s", "x"});
     EXPECT_NE(std::string::npos, result.err.find("notWritable")) << result.err;
     EXPECT_EQ("\"\"", get(contact));
 }
@@ -193,7 +195,7 @@ TEST_F(SnmpAgentTest, ReplacesTablesOfTheDefaultContext) {
     EXPECT_EQ("STRING: \"Maker M7\"", get("47.1.1.1.1.2.7", ""));
     EXPECT_EQ("INTEGER: 4", get("2.2.1.8.1", "")) << "snmpd says that lo is up";
     EXPECT_EQ(0u, get("1.3.0", "").find("Timeticks: ")) << "sysUpTime stays with the master";
-    EXPECT_EQ(0, snmpd->run("snmpset", v2c(""), {mib2 + contact, "s", "ops"}).exitCode);
+    EXPECT_EQ(0, snmpd->run("snmpset", v2c(""), {mib2Prefix + contact, "s", "ops"}).exitCode);
     EXPECT_EQ("STRING: \"ops\"", get(contact, ""));
     const Values all = walk("");
     EXPECT_EQ(1u, all.count(below("47.1.1.1.1.2.7")));
@@ -247,7 +249,7 @@ TEST_F(SnmpAgentTest, TheOthersLiveWhenOneIsKilled) {
     manager->end(SIGKILL);
     EXPECT_TRUE(isAnswering("owb", "1.7.0")) << "old values serve";
     manager->start();
-    ASSERT_EQ(0, set({mib2 + contact, "s", "back"}).exitCode);
+    ASSERT_EQ(0, set({mib2Prefix + contact, "s", "back"}).exitCode);
 
     subagent->signal(SIGKILL);
     subagent->wait();

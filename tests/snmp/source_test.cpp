@@ -88,7 +88,7 @@ std::string end() {
     return frame(MessageKind::end, std::string(8, '\0')); // answered, without a reason
 }
 
-WriteOrder contact(const std::string& value) {
+WriteOrder contactWrite(const std::string& value) {
     return {0, 2, {0}, {{3, value}}};
 }
 
@@ -243,10 +243,10 @@ TEST_F(Sources, AnAnswerWithoutRequestEndsTheChild) {
 TEST_F(Sources, AValueIsWrittenAndReadBack) {
     const support::Manager manager;
     start(manager.url());
-    const WriteOutcome first = write(contact("ops"));
+    const WriteOutcome first = write(contactWrite("ops"));
     EXPECT_TRUE(first.isTaken);
     EXPECT_EQ(first.before, std::vector<std::string>{""});
-    const WriteOutcome second = write(contact("noc"));
+    const WriteOutcome second = write(contactWrite("noc"));
     EXPECT_TRUE(second.isTaken);
     EXPECT_EQ(second.before, std::vector<std::string>{"ops"});
     EXPECT_EQ(valueIn(read(Subject::system).value(), "1.4.0"), "noc");
@@ -255,8 +255,8 @@ TEST_F(Sources, AValueIsWrittenAndReadBack) {
 TEST_F(Sources, AnEmptyValueIsTaken) {
     const support::Manager manager;
     start(manager.url());
-    EXPECT_TRUE(write(contact("ops")).isTaken);
-    EXPECT_TRUE(write(contact("")).isTaken);
+    EXPECT_TRUE(write(contactWrite("ops")).isTaken);
+    EXPECT_TRUE(write(contactWrite("")).isTaken);
 }
 
 TEST_F(Sources, AValueThatIsNotTakenIsReported) {
@@ -285,7 +285,7 @@ TEST_F(Sources, AWritePrecedesReadsThatWait) {
     std::string order;
     m_source->read(ruleOf(Subject::system), [&order](const auto&) { order += "r"; });
     m_source->read(ruleOf(Subject::ip), [&order](const auto&) { order += "r"; });
-    m_source->write(contact("ops"), [&order](const auto&) { order += "w"; });
+    m_source->write(contactWrite("ops"), [&order](const auto&) { order += "w"; });
     EXPECT_TRUE(runUntil(m_io, [&order] { return order.size() == 3; }));
     EXPECT_EQ(order, "wrr");
 }

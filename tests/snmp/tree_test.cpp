@@ -38,7 +38,7 @@ protected:
 };
 
 const char* const noSuchObject = "type 128";
-const char* const noSuchInstance = "type 129";
+const char* const noInstance = "type 129";
 
 } // namespace
 
@@ -52,9 +52,9 @@ TEST_F(Trees, AGetDistinguishesMissingObjectsAndInstances) {
     EXPECT_EQ(get({1, 1, 2}), noSuchObject);
     EXPECT_EQ(get({1, 1, 4, 2}), noSuchObject);
     EXPECT_EQ(get({}), noSuchObject);
-    EXPECT_EQ(get({1, 1, 1}), noSuchInstance);
-    EXPECT_EQ(get({1, 1, 1, 3}), noSuchInstance);
-    EXPECT_EQ(get({1, 1, 3, 5}), noSuchInstance) << "a row without this value";
+    EXPECT_EQ(get({1, 1, 1}), noInstance);
+    EXPECT_EQ(get({1, 1, 1, 3}), noInstance);
+    EXPECT_EQ(get({1, 1, 3, 5}), noInstance) << "a row without this value";
 }
 
 TEST_F(Trees, AWalkVisitsColumnsInOrderAcrossTables) {
@@ -92,7 +92,7 @@ TEST_F(Trees, AStartBetweenRowsAndColumnsIsAllowed) {
 TEST_F(Trees, AnUnknownTableIsPassedOver) {
     m_isKnown[1] = false;
     EXPECT_EQ(next({1, 1, 1, 5}), "1.1.3.2 = 23");
-    EXPECT_EQ(get({1, 1, 2, 1, 7}), noSuchInstance);
+    EXPECT_EQ(get({1, 1, 2, 1, 7}), noInstance);
 }
 
 TEST(Tables, OfRowsWithOneIndexTheFirstStays) {
