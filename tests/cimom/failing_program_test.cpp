@@ -11,14 +11,22 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <optional>
+#include <unistd.h>
 
 using namespace OpenWBEM;
 using support::Daemon;
 
 namespace {
+
+/** In memory if possible: on a disk, the test would wait for fsync(2) nine tenths of its time. */
+std::string fastDirectory() {
+    const char* const memory = "/dev/shm";
+    return ::access(memory, W_OK) == 0 ? memory : std::filesystem::temp_directory_path().string();
+}
 
 class FailingManager {
 public:
@@ -45,7 +53,7 @@ private:
         return m_directory.file("host");
     }
 
-    support::TempDir m_directory;
+    support::TempDir m_directory{fastDirectory()};
     Daemon m_daemon;
 };
 

@@ -8,8 +8,11 @@
 
 namespace support {
 
-TempDir::TempDir() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "owb-test-XXXXXX").string();
+TempDir::TempDir()
+    : TempDir(std::filesystem::temp_directory_path().string()) {}
+
+TempDir::TempDir(const std::string& parent) {
+    std::string pattern = parent + "/owb-test-XXXXXX";
     if (!::mkdtemp(pattern.data()))
         throw std::runtime_error("mkdtemp failed: " + pattern);
     m_path = pattern;
