@@ -47,9 +47,10 @@ std::string defaultUrl() {
 }
 
 void describe(CLI::App& app, Options& options, Texts& texts) {
-    app.add_option("--listen", texts.listen,
-                   "Serve clients without TLS (default ADDRESS: the loopback address); may be repeated. Default:\n" +
-                       std::string(defaultAddress) + ", unless --tls-listen is given")
+    app.add_option(
+           "--listen", texts.listen,
+           "Serve clients without TLS (default ADDRESS: the loopback address); may be repeated. Default:\n" +
+               std::string(defaultAddress) + ", unless --tls-listen is given")
         ->type_name("[ADDRESS:]PORT")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll)

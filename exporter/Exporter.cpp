@@ -89,9 +89,8 @@ private:
     void logCounters() {
         const http::Counters& counters = m_server.counters();
         service::log("connections: " + std::to_string(counters.connections) + ", open " +
-                     std::to_string(m_server.openConnections()) +
-                     "; requests: " + std::to_string(counters.requests) +
-                     "; refused: " + std::to_string(counters.refused));
+                     std::to_string(m_server.openConnections()) + "; requests: " +
+                     std::to_string(counters.requests) + "; refused: " + std::to_string(counters.refused));
     }
 
     /** Stops the server, after the replies to current requests or Options::stopTime. */

@@ -23,8 +23,8 @@ protected:
 
     /** The options for a certificate of localhost, with further ones. */
     Command options(const Command& further = {}) const {
-        Command all{"--tls-listen", "127.0.0.1:0",           "--tls-cert", copy("localhost.crt"),
-                    "--tls-key",    copy("localhost.key")};
+        Command all{"--tls-listen",        "127.0.0.1:0", "--tls-cert",
+                    copy("localhost.crt"), "--tls-key",   copy("localhost.key")};
         all.insert(all.end(), further.begin(), further.end());
         return all;
     }
@@ -88,7 +88,8 @@ TEST_F(ExporterTls, RequiresACertificateIfItHasClientAuthorities) {
     EXPECT_FALSE(contains(curl(), success));
     const std::string line = exporter().nextErrorLine();
     EXPECT_TRUE(contains(line, ": TLS handshake failed: peer did not return a certificate")) << line;
-    EXPECT_TRUE(contains(curl({"--cert", certificate("agent.crt"), "--key", certificate("agent.key")}), success));
+    EXPECT_TRUE(
+        contains(curl({"--cert", certificate("agent.crt"), "--key", certificate("agent.key")}), success));
 }
 
 TEST_F(ExporterTls, AReloadReadsTheFilesAgainOrKeepsTheOldOnes) {
@@ -146,15 +147,14 @@ TEST_F(ExporterTls, PrometheusScrapesItWithItsOwnCertificate) {
         GTEST_SKIP() << reason;
     startManager();
     startListening(options({"--tls-client-ca", certificate("ca.crt")}));
-    const support::Prometheus prometheus(
-        "- job_name: owb\n"
-        "  scheme: https\n"
-        "  tls_config: {ca_file: " +
-        certificate("ca.crt") + ", cert_file: " + certificate("agent.crt") +
-        ", key_file: " + certificate("agent.key") +
-        "}\n"
-        "  static_configs: [{targets: ['localhost:" +
-        std::to_string(port()) + "']}]\n");
+    const support::Prometheus prometheus("- job_name: owb\n"
+                                         "  scheme: https\n"
+                                         "  tls_config: {ca_file: " +
+                                         certificate("ca.crt") + ", cert_file: " + certificate("agent.crt") +
+                                         ", key_file: " + certificate("agent.key") +
+                                         "}\n"
+                                         "  static_configs: [{targets: ['localhost:" +
+                                         std::to_string(port()) + "']}]\n");
     prometheus.await("owb_scrape_success == 1");
     EXPECT_EQ("", prometheus.lastError());
 }

@@ -7,8 +7,8 @@ namespace {
 
 const unsigned experimentalExtension = 65280;
 
-int addBytes(SSL*, unsigned, unsigned, const unsigned char** bytes, std::size_t* size, X509*, std::size_t, int*,
-             void* extension) {
+int addBytes(SSL*, unsigned, unsigned, const unsigned char** bytes, std::size_t* size, X509*, std::size_t,
+             int*, void* extension) {
     const auto& text = *static_cast<const std::string*>(extension);
     *bytes = reinterpret_cast<const unsigned char*>(text.data());
     *size = text.size();

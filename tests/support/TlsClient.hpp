@@ -36,7 +36,6 @@ public:
     const std::string& continueHandshake();
 
 private:
-
     std::string m_extension;
     const std::unique_ptr<SSL_CTX, void (*)(SSL_CTX*)> m_context;
     const std::unique_ptr<SSL, void (*)(SSL*)> m_ssl;
