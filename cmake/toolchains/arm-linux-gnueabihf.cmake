@@ -18,20 +18,24 @@ if(NOT OWB_COMPILER)
     message(FATAL_ERROR "No compiler for ${OWB_TRIPLET} was found; scripts/unpack armhf fetches one.")
 endif()
 
-# Libraries that all programs of the architecture need.
-set(OWB_RUNTIME /usr/${OWB_TRIPLET})
+set(OWB_LIBRARIES /usr/${OWB_TRIPLET}/lib)
 cmake_path(IS_PREFIX OWB_UNPACKED ${OWB_COMPILER} is_unpacked)
 if(is_unpacked)
     string(PREPEND OWB_TARGET_FLAGS "--sysroot=${OWB_UNPACKED} ")
-    set(OWB_RUNTIME ${OWB_UNPACKED}${OWB_RUNTIME})
+    string(PREPEND OWB_LIBRARIES ${OWB_UNPACKED})
 endif()
 if(NOT CMAKE_C_COMPILER AND NOT CMAKE_CXX_COMPILER AND NOT DEFINED ENV{CC} AND NOT DEFINED ENV{CXX})
     string(REPLACE g++ gcc CMAKE_C_COMPILER ${OWB_COMPILER})
     set(CMAKE_CXX_COMPILER ${OWB_COMPILER})
 endif()
-# CMake and CTest run programs with it.
-if(OWB_qemu-arm AND NOT DEFINED CMAKE_CROSSCOMPILING_EMULATOR)
-    set(CMAKE_CROSSCOMPILING_EMULATOR ${OWB_qemu-arm} -L ${OWB_RUNTIME})
-endif()
-
 include(${CMAKE_CURRENT_LIST_DIR}/../OwbToolchain.cmake)
+
+# CMake and CTest run programs with it. It starts the loader, for its option -L would hide directories of the host. The loader
+# then ignores LD_LIBRARY_PATH.
+if(OWB_qemu-arm AND NOT DEFINED CMAKE_CROSSCOMPILING_EMULATOR)
+    set(CMAKE_CROSSCOMPILING_EMULATOR ${OWB_qemu-arm} ${OWB_LIBRARIES}/ld-linux-armhf.so.3 --library-path)
+    if(OWB_SYSROOT)
+        string(APPEND OWB_LIBRARIES :${OWB_SYSROOT}/usr/lib/${OWB_TRIPLET})
+    endif()
+    list(APPEND CMAKE_CROSSCOMPILING_EMULATOR ${OWB_LIBRARIES})
+endif()

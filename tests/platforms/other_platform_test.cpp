@@ -23,9 +23,10 @@ public:
     Manager(const support::TempDir& directory, const std::string& programs) {
         directory.write("host/proc/sys/kernel/hostname", "box.example.org\n");
         directory.write("host/proc/1/stat", "");
-        directory.write("site/all.json", R"({"QAV_System": [{"Name": "box", "CreationClassName": "QAV_System",
-            "Roles": ["a", "\u00e9\u20ac"]}], "HR_PROCESSOR": [{"SystemName": "box", "DeviceID": "0",
-            "CurrentClockSpeed": 4294967295, "LoadPercentage": 65535}]})");
+        directory.write("site/all.json", R"({
+            "QAV_System": [{"Name": "box", "CreationClassName": "QAV_System", "InstalledLocation": "\u00e9\u20ac",
+                            "SysServices": 4294967295}],
+            "QAV_TCPStatisticalData": [{"Name": "tcp", "InSegs": 18446744073709551615}]})");
         const std::string user = "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5Rj/"
                                  "j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n"; // "secret"
         m_daemon = std::make_unique<support::Daemon>(std::vector<std::string>{
@@ -108,7 +109,7 @@ bool hasContact(const std::string& text) {
 TEST_P(OtherPlatform, ReadsTheSameFromOurManager) {
     const Manager manager(directory(), OUR_PROGRAMS);
     const std::string ours = all(OUR_PROGRAMS, manager);
-    EXPECT_NE(std::string::npos, ours.find("4294967295")) << ours;
+    EXPECT_NE(std::string::npos, ours.find("18446744073709551615")) << ours;
     EXPECT_EQ(ours, all(OTHER_PROGRAMS, manager));
 }
 
