@@ -4,7 +4,7 @@
 
 namespace OpenWBEM {
 
-/** TLS failed, for which the text has host and reason, or this library was built without TLS. */
+/** TLS failed or cannot be loaded, and the text says why; or this library was built without TLS. */
 OW_DECLARE_EXCEPTION(SSL)
 
 } // namespace OpenWBEM

@@ -150,6 +150,8 @@ TEST(Reason, AUrlThatCannotBeUsedIsShownWithoutItsPassword) {
 
 TEST(Reason, MissingTlsIsExplained) {
     expectTexts("SSLException", {{"built without TLS", "the client library has no TLS"},
+                                 {"cannot load TLS: libssl.so.3: cannot open shared object file",
+                                  "cannot load TLS: libssl.so.3: cannot open shared object file"},
                                  {"TLS handshake failed: the peer closed the connection",
                                   "TLS handshake failed: the peer closed the connection"}});
 }

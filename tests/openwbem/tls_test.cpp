@@ -3,7 +3,10 @@
 
 #include "TlsFixture.hpp"
 
+#include <atomic>
 #include <csignal>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -25,6 +28,25 @@ TEST_F(Tls, CarriesRequestsAndRepliesOverAKeptConnection) {
     EXPECT_EQ(20000U, read(client));
     EXPECT_EQ(1U, peer.connections());
     EXPECT_EQ(0U, peer.requests().at(0).find("M-POST /cimom HTTP/1.1\r\n"));
+}
+
+// CTest runs each test in its own process, in which TLS is not loaded yet.
+TEST_F(Tls, IsLoadedByTwoThreadsAtOnce) {
+    const ScriptedPeer peer({Step::answer(good)}, Listening::ipv4);
+    const TlsRelay relay(peer.port());
+    std::atomic<int> waiting{2};
+    std::string outcomes[2];
+    std::vector<std::thread> threads;
+    for (std::string& outcome : outcomes)
+        threads.emplace_back([&] {
+            for (--waiting; waiting > 0;) {
+            }
+            outcome = messageOfReadingFrom(relay.url());
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ("no exception", outcomes[0]);
+    EXPECT_EQ("no exception", outcomes[1]);
 }
 
 TEST_F(Tls, IsUsedForEachSchemeThatEndsInS) {

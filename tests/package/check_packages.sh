@@ -47,6 +47,7 @@ expect "$(dpkg-deb -I "$(package libowb1)" shlibs)" "libowb 1 libowb1 (>= $versi
 
 # The packages for a running agent, for building one, and for an administrator.
 expect "$(<"$directory/libowb1.files")" "usr/lib/$OWB_TRIPLET/owb/libowclient.so.1." "the list of libowb1"
+expect "$(<"$directory/libowb1.files")" "usr/lib/$OWB_TRIPLET/owb/owtls.so." "the list of libowb1"
 [[ $(<"$directory/libowb1.files") != *".so"$'\n'* ]] || fail "libowb1 contains a file for linkers only"
 for file in include/owb.h "lib/$OWB_TRIPLET/libowb.so" share/pkgconfig/owb.pc share/cmake/owb/owbConfig.cmake \
     share/doc/libowb-dev/examples/agent.c; do

@@ -25,6 +25,13 @@ expect_dynamic "$libdir/owb/libSblimUtilities.so" SONAME libSblimUtilities.so.0
     expect_dynamic sbin/owb-exporter RUNPATH '$ORIGIN/../'"$libdir"':$ORIGIN/../'"$libdir/owb"
     expect_dynamic sbin/owbcimomd RUNPATH '$ORIGIN/../'"$libdir/owb"
 }
+# Only the module needs OpenSSL.
+module=$(echo "$tree/$libdir"/owb/owtls.so.*)
+expect "$(dynamic_of "$module" NEEDED)" libssl.so.3 "the libraries that the module needs"
+for library in libowb libowclient; do
+    needed=$(dynamic_of "$(find "$tree/$libdir" -name $library.so.1)" NEEDED)
+    [[ $needed != *ssl* && $needed != *crypto* ]] || fail "$library needs OpenSSL: $needed"
+done
 
 # Each public header of the client library, each man page, each document.
 diff -r "$source/openwbem/include" "$tree/include/owb/openwbem" || fail "headers differ"

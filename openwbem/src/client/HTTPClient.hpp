@@ -30,7 +30,7 @@ struct HTTPRequest {
 class HTTPClient {
 public:
     /** Resolves the host but does not connect. Throws what endpointOf() throws, and SSLException if the URL
-     * needs TLS and the library has none. */
+     * needs TLS, which cannot be loaded. */
     HTTPClient(const URL& url, const ClientAuthCBIFCRef& callback);
 
     /**

@@ -49,10 +49,10 @@ public:
 
 /**
  * The one function of the module. Makes an engine, which the caller deletes, for a connection to a host: a
- * name, or an address without brackets. Throws std::runtime_error with the message for the user, which names
- * the file if one cannot be loaded.
+ * name, or an address without brackets. Null if that fails: failure then is the message for the user, which
+ * names the file if one cannot be loaded.
  */
 extern "C" OpenWBEM::TlsEngine* owtls_engine(const std::string& host, bool hostIsAddress,
-                                             const OpenWBEM::TlsSettings& settings);
+                                             const OpenWBEM::TlsSettings& settings, std::string& failure);
 
 #endif

@@ -8,7 +8,7 @@ namespace OpenWBEM {
  * Returns owtls_engine() of the module with OpenSSL, which is in the directory of this library. The first
  * call loads it, until the process ends. Throws SSLException if that fails; the next call tries again.
  *
- * Any thread may call it at any time, also in the child of a fork.
+ * Any thread may call it.
  */
 decltype(&owtls_engine) tlsModule();
 

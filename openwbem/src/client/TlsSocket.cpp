@@ -5,7 +5,6 @@
 #include "client/Trace.hpp"
 
 #include <new>
-#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -15,11 +14,11 @@ namespace {
 using Outcome = TlsEngine::Outcome;
 
 std::unique_ptr<TlsEngine> engineFor(const Endpoint& endpoint, const TlsSettings& settings) {
-    try {
-        return std::unique_ptr<TlsEngine>(tlsModule()(endpoint.host, endpoint.hostIsAddress, settings));
-    } catch (const std::runtime_error& e) {
-        OW_THROW(SSLException, e.what());
-    }
+    std::string failure;
+    std::unique_ptr<TlsEngine> engine(tlsModule()(endpoint.host, endpoint.hostIsAddress, settings, failure));
+    if (!engine)
+        OW_THROW(SSLException, failure.c_str());
+    return engine;
 }
 
 // Carries bytes between the engine and the socket.

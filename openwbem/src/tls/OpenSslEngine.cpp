@@ -7,6 +7,7 @@
 #include <new>
 #include <openssl/err.h>
 #include <openssl/x509v3.h>
+#include <utility>
 
 namespace OpenWBEM {
 namespace {
@@ -19,19 +20,20 @@ struct Deleter {
 
 class OpenSslEngine : public TlsEngine {
 public:
-    OpenSslEngine(const std::string& host, bool hostIsAddress, const TlsSettings& settings)
-        : m_context(makeTlsContext(settings))
-        , m_ssl(::SSL_new(m_context.get())) {
-        const std::string failure = "TLS handshake with " + host + " failed";
-        checkTls(m_ssl != nullptr, failure);
+    explicit OpenSslEngine(TlsContext context)
+        : m_context(std::move(context)) {}
+
+    /** Makes the connection. False if that fails. */
+    bool open(const std::string& host, bool hostIsAddress, bool verifies) {
+        m_ssl.reset(::SSL_new(m_context.get()));
+        if (!m_ssl)
+            return false;
         m_incoming = ::BIO_new(::BIO_s_mem());
         m_outgoing = ::BIO_new(::BIO_s_mem());
         ::SSL_set_bio(m_ssl.get(), m_incoming, m_outgoing); // takes ownership of both
-        checkTls(m_incoming && m_outgoing, failure);
-        if (!hostIsAddress)
-            checkTls(SSL_set_tlsext_host_name(m_ssl.get(), host.c_str()) == 1, failure);
-        if (settings.verifiesServer)
-            checkTls(verifyServer(host, hostIsAddress), failure);
+        return m_incoming && m_outgoing &&
+               (hostIsAddress || SSL_set_tlsext_host_name(m_ssl.get(), host.c_str()) == 1) &&
+               (!verifies || verifyServer(host, hostIsAddress));
     }
 
     Outcome shakeHands() override {
@@ -116,7 +118,7 @@ private:
     }
 
     const TlsContext m_context;
-    const std::unique_ptr<SSL, Deleter> m_ssl;
+    std::unique_ptr<SSL, Deleter> m_ssl;
     BIO* m_incoming = nullptr; // encrypted bytes from the peer
     BIO* m_outgoing = nullptr; // encrypted bytes to the peer
     std::string m_rejection;   // of the server's certificate
@@ -126,6 +128,13 @@ private:
 } // namespace OpenWBEM
 
 __attribute__((visibility("default"))) OpenWBEM::TlsEngine*
-owtls_engine(const std::string& host, bool hostIsAddress, const OpenWBEM::TlsSettings& settings) {
-    return new OpenWBEM::OpenSslEngine(host, hostIsAddress, settings);
+owtls_engine(const std::string& host, bool hostIsAddress, const OpenWBEM::TlsSettings& settings,
+             std::string& failure) {
+    OpenWBEM::TlsContext context = OpenWBEM::makeTlsContext(settings, failure);
+    if (!context)
+        return nullptr;
+    auto engine = std::make_unique<OpenWBEM::OpenSslEngine>(std::move(context));
+    const bool isOpen = engine->open(host, hostIsAddress, settings.verifiesServer);
+    return OpenWBEM::note(isOpen, "TLS handshake with " + host + " failed", failure) ? engine.release()
+                                                                                     : nullptr;
 }

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <openssl/ssl.h>
+#include <string>
 
 namespace OpenWBEM {
 
@@ -16,10 +17,10 @@ using TlsContext = std::unique_ptr<SSL_CTX, TlsContextDeleter>;
  * Makes the context of a client: TLS 1.2 and 1.3 at security level 2 (keys of at least 112 bits, RSA 2048),
  * no renegotiation. The configuration of OpenSSL can only restrict that further.
  *
- * Throws std::runtime_error, which names the file, if a certificate or a key cannot be loaded. Never asks for
+ * Null if a certificate or a key cannot be loaded: failure then names the file and the reason. Never asks for
  * a passphrase: an encrypted key cannot be loaded.
  */
-TlsContext makeTlsContext(const TlsSettings& settings);
+TlsContext makeTlsContext(const TlsSettings& settings, std::string& failure);
 
 } // namespace OpenWBEM
 #endif

@@ -6,7 +6,6 @@
 #include <memory>
 #include <openssl/err.h>
 #include <openssl/x509v3.h>
-#include <stdexcept>
 
 namespace OpenWBEM {
 namespace {
@@ -70,9 +69,10 @@ std::string oldestTlsError() {
     return reason ? reason : "error " + std::to_string(error);
 }
 
-void checkTls(bool isDone, const std::string& what) {
+bool note(bool isDone, const std::string& what, std::string& failure) {
     if (!isDone)
-        throw std::runtime_error(what + ": " + oldestTlsError());
+        failure = what + ": " + oldestTlsError();
+    return isDone;
 }
 
 std::string rejectionOf(X509_STORE_CTX* verification) {

@@ -3,15 +3,15 @@
 #include <openssl/x509_vfy.h>
 #include <string>
 
-/** Reasons of failures of OpenSSL, for the messages of exceptions. */
+/** Reasons of failures of OpenSSL, for messages. */
 namespace OpenWBEM {
 
 /** The oldest error that OpenSSL has recorded for this thread, and removes it; "unknown error" if there is
  * none. */
 std::string oldestTlsError();
 
-/** Unless it is done, throws std::runtime_error: what failed, and the oldest error. */
-void checkTls(bool isDone, const std::string& what);
+/** Unless it is done, sets the failure: what failed, and the oldest error. Returns isDone. */
+bool note(bool isDone, const std::string& what, std::string& failure);
 
 /**
  * Why a certificate was rejected, as in "host name mismatch, certificate is for a.example". For use in the
