@@ -8,6 +8,7 @@
 #include "doctor/ManagerChecks.hpp"
 #include "doctor/MasterCheck.hpp"
 #include "doctor/SocketCheck.hpp"
+#include "doctor/TlsCheck.hpp"
 #include "output/Deadline.hpp"
 
 #include <iostream>
@@ -102,6 +103,11 @@ void reportHost(Checkup& checkup) {
 
 void reportManager(Checkup& checkup, const std::string& url) {
     const Waiting waiting(groupOfCheck);
+    checkup.reportBounded(
+        "TLS",
+        "The connection is accepted and the handshake is not answered: read the log of the object "
+        "manager, or restart it",
+        [&url] { return checkTls(url); });
     checkup.reportBounded("manager",
                           "The connection is accepted and not answered: read the log of the object manager, "
                           "or restart it",

@@ -2,18 +2,13 @@
 
 #include "agent/Endpoint.hpp"
 #include "agent/Group.hpp"
+#include "doctor/Connection.hpp"
 #include "util/Base64.hpp"
-#include "util/Descriptor.hpp"
 
 #include <OW_URL.hpp>
 
 #include <chrono>
 #include <cstdio>
-#include <memory>
-#include <netdb.h>
-#include <sys/socket.h>
-#include <sys/time.h>
-#include <sys/un.h>
 
 namespace owbctl {
 
@@ -29,55 +24,12 @@ std::string milliseconds(std::chrono::steady_clock::duration time) {
     return text;
 }
 
-/** Seconds for each step of the login check. */
-constexpr time_t stepTimeout = 10;
-
-/** Connects a new socket, with a limit for each later step; owns nothing if that fails. */
-util::Descriptor connectedTo(const sockaddr* address, socklen_t size) {
-    util::Descriptor descriptor(::socket(address->sa_family, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    const timeval time{stepTimeout, 0};
-    ::setsockopt(descriptor.number(), SOL_SOCKET, SO_SNDTIMEO, &time, sizeof time);
-    ::setsockopt(descriptor.number(), SOL_SOCKET, SO_RCVTIMEO, &time, sizeof time);
-    const bool isConnected = ::connect(descriptor.number(), address, size) == 0;
-    return util::Descriptor(isConnected ? descriptor.release() : -1);
-}
-
-util::Descriptor connectedToPath(const std::string& path) {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    path.copy(address.sun_path, sizeof address.sun_path - 1);
-    return connectedTo(reinterpret_cast<const sockaddr*>(&address), sizeof address);
-}
-
-/** A socket that is connected to a host; owns nothing if no address of the host accepts. */
-util::Descriptor connectedToHost(std::string host, const std::string& port) {
-    if (host.size() > 2 && host.front() == '[')
-        host = host.substr(1, host.size() - 2);
-    addrinfo wanted{};
-    wanted.ai_socktype = SOCK_STREAM;
-    addrinfo* found = nullptr;
-    if (::getaddrinfo(host.c_str(), port.c_str(), &wanted, &found) != 0)
-        return util::Descriptor(-1);
-    const std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)> owner(found, ::freeaddrinfo);
-    for (const addrinfo* each = found; each != nullptr; each = each->ai_next) {
-        util::Descriptor descriptor = connectedTo(each->ai_addr, each->ai_addrlen);
-        if (descriptor.isOpen())
-            return util::Descriptor(descriptor.release());
-    }
-    return util::Descriptor(-1);
-}
-
-util::Descriptor connectedTo(const Endpoint& endpoint) {
-    return endpoint.socketPath.empty() ? connectedToHost(endpoint.host, endpoint.port)
-                                       : connectedToPath(endpoint.socketPath);
-}
-
 /** Sends a request and returns the first line of the answer; empty if there is none. */
-std::string firstLineOfAnswer(int connection, const std::string& request) {
+std::string firstLineOfAnswer(Connection& connection, const std::string& request) {
     std::string line;
-    if (::send(connection, request.data(), request.size(), MSG_NOSIGNAL) < 0)
+    if (!connection.send(request))
         return line;
-    for (char c = '\0'; line.size() < 1024 && ::recv(connection, &c, 1, 0) == 1 && c != '\r' && c != '\n';)
+    for (char c = '\0'; line.size() < 1024 && connection.receive(&c, 1) == 1 && c != '\r' && c != '\n';)
         line += c;
     return line;
 }
@@ -153,15 +105,14 @@ std::optional<Check> checkLogin(const std::string& url) {
         return std::nullopt;
     const std::string user = parts.principal.c_str();
     const Endpoint endpoint = endpointOf(url);
-    if (parts.scheme.endsWith("s"))
-        return notChecked(user, "the doctor has no TLS");
     if (endpoint.port == Endpoint::ownSocket)
         return notChecked(user, "only the client library knows its socket");
     const bool isBinary = parts.scheme.startsWith("owbinary");
-    const util::Descriptor connection = connectedTo(endpoint);
-    return loginCheck(user, firstLineOfAnswer(connection.number(),
-                                              message(isBinary ? binaryRequest() : xmlRequest(),
-                                                      endpoint.host, user + ":" + parts.credential.c_str())));
+    Connection connection(url);
+    const std::string line =
+        firstLineOfAnswer(connection, message(isBinary ? binaryRequest() : xmlRequest(), endpoint.host,
+                                              user + ":" + parts.credential.c_str()));
+    return connection.failure().empty() ? loginCheck(user, line) : notChecked(user, connection.failure());
 }
 
 } // namespace owbctl

@@ -18,7 +18,8 @@ Check checkManager();
 /**
  * Whether the object manager accepts the user and the password of a URL. The library sends them only on
  * request, which may be as late as the first write. This check sends them in a request that changes nothing,
- * in the protocol and over the connection of the URL, but not by TLS. Nothing for a URL without a user.
+ * in the protocol and over the connection of the URL, with TLS after the server is verified. Nothing for a
+ * URL without a user.
  */
 std::optional<Check> checkLogin(const std::string& url);
 

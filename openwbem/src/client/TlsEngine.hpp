@@ -3,10 +3,27 @@
 #include "client/TlsSettings.hpp"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace OpenWBEM {
+
+/** What a handshake shows of a server. Texts are printable ASCII. */
+struct TlsServer {
+    /** Such as "TLSv1.3" and "TLS_AES_256_GCM_SHA384"; both empty if the server has not chosen. */
+    std::string protocol;
+    std::string cipher;
+    /** Of the certificate, as in "CN=box,O=Example"; both empty without a certificate. */
+    std::string subject;
+    std::string issuer;
+    /** First and last day of the certificate, such as "2026-12-31" (UTC). */
+    std::string firstDay;
+    std::string lastDay;
+    /** Seconds from now to the beginning and to the end of the certificate; negative in the past. */
+    std::int64_t untilBegin = 0;
+    std::int64_t untilEnd = 0;
+};
 
 /**
  * The client's side of one TLS connection, between two buffers: bytes from the peer and bytes to the peer. It
@@ -43,6 +60,8 @@ public:
     virtual bool isQuiet() const = 0;
     /** Why the last function failed; empty if the peer has only closed the connection. */
     virtual std::string reason() = 0;
+    /** Describes the server, also if its certificate was rejected. */
+    virtual TlsServer server() const = 0;
 };
 
 } // namespace OpenWBEM

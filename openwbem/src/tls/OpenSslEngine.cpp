@@ -1,6 +1,7 @@
 #include "client/TlsEngine.hpp"
 #include "tls/TlsContext.hpp"
 #include "tls/TlsFailure.hpp"
+#include "tls/TlsServer.hpp"
 
 #include <algorithm>
 #include <memory>
@@ -16,7 +17,9 @@ const std::size_t pieceSize = 16 * 1024; // maximum size of a TLS record
 
 struct Deleter {
     void operator()(SSL* ssl) const { ::SSL_free(ssl); }
+    void operator()(X509* certificate) const { ::X509_free(certificate); }
 };
+using Certificate = std::unique_ptr<X509, Deleter>;
 
 class OpenSslEngine : public TlsEngine {
 public:
@@ -80,6 +83,11 @@ public:
         return oldestTlsError();
     }
 
+    TlsServer server() const override {
+        const Certificate accepted(::SSL_get_peer_certificate(m_ssl.get()));
+        return describe(m_ssl.get(), accepted ? accepted.get() : m_rejected.get());
+    }
+
 private:
     Outcome outcome(int result) const {
         if (result == 1)
@@ -109,6 +117,9 @@ private:
             const void* const ssl =
                 ::X509_STORE_CTX_get_ex_data(verification, ::SSL_get_ex_data_X509_STORE_CTX_idx());
             auto* const self = static_cast<OpenSslEngine*>(SSL_get_app_data(static_cast<const SSL*>(ssl)));
+            X509* const rejected = ::X509_STORE_CTX_get0_cert(verification);
+            ::X509_up_ref(rejected);
+            self->m_rejected.reset(rejected);
             try {
                 self->m_rejection = rejectionOf(verification);
             } catch (const std::bad_alloc&) { // the handshake fails with the reason of OpenSSL
@@ -122,6 +133,7 @@ private:
     BIO* m_incoming = nullptr; // encrypted bytes from the peer
     BIO* m_outgoing = nullptr; // encrypted bytes to the peer
     std::string m_rejection;   // of the server's certificate
+    Certificate m_rejected;
 };
 
 } // namespace
