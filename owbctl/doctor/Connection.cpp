@@ -103,11 +103,12 @@ void Connection::startTls(const std::string& urlHost) {
         m_host.resize(std::min(m_host.find('%'), m_host.size()));
     try {
         m_tls = tlsEngine(m_host, isAddress(urlHost));
+        m_failure = m_tls ? "" : noTls;
     } catch (const std::runtime_error& e) {
         m_failure = e.what();
-        return;
     }
-    shakeHands();
+    if (m_tls)
+        shakeHands();
 }
 
 void Connection::shakeHands() {

@@ -19,6 +19,9 @@ bool usesTls(const std::string& url);
  */
 class Connection {
 public:
+    /** A failure: the connection needs the TLS of the client library, which is not ours or has none. */
+    static constexpr const char* noTls = "the doctor has no TLS";
+
     /** Connects, and performs the handshake. */
     explicit Connection(const std::string& url);
     ~Connection();

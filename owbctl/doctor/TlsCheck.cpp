@@ -50,6 +50,8 @@ std::string days(std::int64_t seconds) {
 
 Check handshakeCheck(const TlsServer& server, const std::string& failure) {
     const std::string chosen = server.protocol.empty() ? "" : server.protocol + ", " + server.cipher;
+    if (failure == Connection::noTls)
+        return {Result::warn, handshakeName, "cannot check TLS: " + failure, {}};
     if (!failure.empty())
         return {Result::fail, handshakeName, failure + (chosen.empty() ? "" : " (" + chosen + ")"),
                 adviceFor(failure)};

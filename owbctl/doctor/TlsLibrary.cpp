@@ -8,17 +8,17 @@
 namespace owbctl {
 namespace {
 
-/** The directory of the client library that this program has loaded. */
+/** The directory of the client library that this program has loaded; empty if that is not ours. */
 std::string directoryOfLibrary() {
     void* const library = ::dlopen(OWBCTL_CLIENT_LIBRARY, RTLD_LAZY | RTLD_NOLOAD);
     const link_map* loaded = nullptr;
     if (library == nullptr || ::dlinfo(library, RTLD_DI_LINKMAP, &loaded) != 0)
-        throw std::runtime_error("the doctor has no TLS");
+        return {};
     return std::filesystem::canonical(loaded->l_name).parent_path().string();
 }
 
-decltype(&owtls_engine) load() {
-    const std::string path = directoryOfLibrary() + "/" OWBCTL_TLS_MODULE;
+decltype(&owtls_engine) load(const std::string& directory) {
+    const std::string path = directory + "/" OWBCTL_TLS_MODULE;
     void* const module = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     void* const function = module == nullptr ? nullptr : ::dlsym(module, "owtls_engine");
     if (function == nullptr)
@@ -29,7 +29,9 @@ decltype(&owtls_engine) load() {
 } // namespace
 
 std::unique_ptr<OpenWBEM::TlsEngine> tlsEngine(const std::string& host, bool isAddress) {
-    return std::unique_ptr<OpenWBEM::TlsEngine>(load()(host, isAddress, OpenWBEM::tlsSettings()));
+    const std::string directory = directoryOfLibrary();
+    return std::unique_ptr<OpenWBEM::TlsEngine>(
+        directory.empty() ? nullptr : load(directory)(host, isAddress, OpenWBEM::tlsSettings()));
 }
 
 } // namespace owbctl

@@ -1,14 +1,5 @@
-// owbctl and the object manager, with TLS between them.
-#include "Owbctl.hpp"
-#include "support/Certificates.hpp"
-#include "support/Program.hpp"
-#include "support/TempDir.hpp"
-
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <memory>
-#include <sys/stat.h>
+// Reads and writes over TLS.
+#include "TlsManager.hpp"
 
 namespace owbctl_test {
 namespace {
@@ -19,87 +10,19 @@ using support::ProgramResult;
 /** Status of a read that failed in the library. */
 constexpr int readFailed = 15;
 
-class TlsManager : public testing::Test {
-protected:
-    using Options = std::vector<std::string>;
-
-    /** The client trusts the test's authority, and nothing else is set. */
-    TlsManager() {
-        forgetEnvironment();
-        set("OWB_TLS_CA", certificate("ca.crt"));
-    }
-    ~TlsManager() override { forgetEnvironment(); }
-
-    static void set(const char* variable, const std::string& value) { ::setenv(variable, value.c_str(), 1); }
-    /** Lets owbctl show a certificate of a client. */
-    static void showCertificate(const std::string& name) {
-        set("OWB_TLS_CERT", certificate(name + ".crt"));
-        set("OWB_TLS_KEY", certificate(name + ".key"));
-    }
-
-    /** Starts an object manager with a certificate, and waits until it is ready. The password of its user
-     * "agent" is "secret". */
-    void start(const std::string& name = "localhost", const Options& further = {}) {
-        Options command{OWBCIMOMD,
-                        "--socket",
-                        m_directory.file("socket"),
-                        "--state",
-                        m_directory.file("state"),
-                        "--users",
-                        secret("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5"
-                                        "Rj/j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n"),
-                        "--tls-listen",
-                        "127.0.0.1:0",
-                        "--tls-cert",
-                        certificate(name + ".crt"),
-                        "--tls-key",
-                        secret("key", support::readFile(certificate(name + ".key")))};
-        command.insert(command.end(), further.begin(), further.end());
-        m_daemon = std::make_unique<support::Daemon>(command);
-        const std::string ready = m_daemon->nextErrorLine();
-        const std::size_t end = ready.rfind(" (TLS)");
-        ASSERT_NE(end, std::string::npos) << ready;
-        m_port = ready.substr(ready.rfind(':') + 1, end - ready.rfind(':') - 1);
-    }
-
-    std::string url(const std::string& host = "localhost", const std::string& scheme = "https") const {
-        return scheme + "://" + host + ":" + m_port;
-    }
-    ProgramResult run(const std::string& at, const Options& arguments) const {
-        Options all{"--url", at};
-        all.insert(all.end(), arguments.begin(), arguments.end());
-        return owbctl(all);
-    }
-    /** Expects that a read fails for a reason that owbctl prints. */
-    static void expectFailure(const std::string& at, const std::string& reason) {
-        const ProgramResult result = owbctl({"--url", at, "get", "4"});
-        EXPECT_EQ(readFailed, result.exitCode) << at;
-        EXPECT_EQ("owbctl: group 4: " + reason + "\n", result.err) << at;
-        EXPECT_EQ("", result.out) << at;
-    }
-    static void expectReading(const std::string& at) {
-        const ProgramResult result = owbctl({"--url", at, "get", "4"});
-        EXPECT_EQ(0, result.exitCode) << at;
-        EXPECT_EQ("", result.err) << at;
-        EXPECT_NE(std::string::npos, result.out.find("QAV_OperatingSystem")) << result.out;
-    }
-
-private:
-    static void forgetEnvironment() {
-        for (const char* const variable : {"OWB_TLS_CA", "OWB_TLS_CERT", "OWB_TLS_KEY", "OWB_TLS_VERIFY"})
-            ::unsetenv(variable);
-    }
-    /** A file that only its owner may read. */
-    std::string secret(const std::string& name, const std::string& content) const {
-        std::string path = m_directory.write(name, content);
-        ::chmod(path.c_str(), 0600);
-        return path;
-    }
-
-    const support::TempDir m_directory;
-    std::unique_ptr<support::Daemon> m_daemon;
-    std::string m_port;
-};
+/** Expects that a read fails for a reason that owbctl prints. */
+void expectFailure(const std::string& at, const std::string& reason) {
+    const ProgramResult result = owbctl({"--url", at, "get", "4"});
+    EXPECT_EQ(readFailed, result.exitCode) << at;
+    EXPECT_EQ("owbctl: group 4: " + reason + "\n", result.err) << at;
+    EXPECT_EQ("", result.out) << at;
+}
+void expectReading(const std::string& at) {
+    const ProgramResult result = owbctl({"--url", at, "get", "4"});
+    EXPECT_EQ(0, result.exitCode) << at;
+    EXPECT_EQ("", result.err) << at;
+    EXPECT_NE(std::string::npos, result.out.find("QAV_OperatingSystem")) << result.out;
+}
 
 TEST_F(TlsManager, IsReadAndWrittenWithALoginInBothProtocols) {
     start("localhost", {"--require-login"});

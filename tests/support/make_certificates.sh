@@ -63,6 +63,7 @@ root unknown_ca "Unknown CA"
 cat self_signed.crt self_signed.key >self_signed.pem
 certificate localhost ca localhost localhost
 certificate expired ca localhost localhost 20200101000000Z 20200201000000Z
+certificate ends_soon ca localhost localhost 20200101000000Z "$(date -u -d '5 days' +%Y%m%d%H%M%SZ)"
 certificate not_yet_valid ca localhost localhost 20490101000000Z 20491231235959Z
 certificate other_name ca other_name ignored.example
 certificate other_address ca other_address 192.0.2.1
