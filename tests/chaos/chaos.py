@@ -52,7 +52,7 @@ class Attack:
             self.hostile_clients[0].terminate() # the test has failed: do not wait
         self.connections = result(*self.hostile_clients)
         self.fault = next((each for each in (self.answers, self.connections) if isinstance(each, str)), None)
-        self.slowest = 1000 * self.answers[-1] if not self.fault else None
+        self.slowest = 1000 * max(times[-1] for times in self.answers if times) if not self.fault else None
 
 
 class Target:
@@ -105,11 +105,13 @@ class Target:
         print(f"| {self.server.name} | |\n|---|---:|")
         alone, drip, *attacks = self.attacks.values()
         if not any(attack.fault for attack in self.attacks.values()):
-            times = sorted(seconds for attack in attacks for seconds in attack.answers)
             print(f"| hostile connections, {self.server.clients} at a time | {sum(each.connections for each in attacks)} |")
-            print(f"| answers to honest clients meanwhile | {len(times)} |")
-            print(f"| median of these | {1000 * times[len(times) // 2]:.1f} ms |")
-            print(f"| slowest of these | {1000 * times[-1]:.0f} ms |")
+            for index, way in enumerate(("", " over TLS")):
+                times = sorted(seconds for attack in attacks for seconds in attack.answers[index])
+                if times:
+                    print(f"| answers to honest clients meanwhile{way} | {len(times)} |")
+                    print(f"| median of these | {1000 * times[len(times) // 2]:.1f} ms |")
+                    print(f"| slowest of these | {1000 * times[-1]:.0f} ms |")
             print(f"| slowest with {self.server.dripping_clients} connections at a byte a second | {drip.slowest:.0f} ms |")
             print(f"| slowest without hostile clients | {alone.slowest:.0f} ms |")
         start, end = self.states.get("warm-up"), self.states.get("rest")

@@ -4,6 +4,7 @@ import base64
 import os
 import random
 import socket
+import ssl
 import struct
 import time
 
@@ -13,6 +14,12 @@ LARGE_ENUMERATION = messages.xml_enumeration(b"QAV_K70Chassis")
 LARGE_SCRAPE = messages.scrape()
 RECORDED = messages.recorded()
 SCRAPES = messages.scrapes()
+
+
+# Hostile clients need not know whom they attack.
+CONTEXT = ssl.create_default_context()
+CONTEXT.check_hostname = False
+CONTEXT.verify_mode = ssl.CERT_NONE
 
 
 class Client:
@@ -31,6 +38,11 @@ class Client:
     async def pause(self, longest):
         await asyncio.sleep(self.dice.random() * longest)
 
+    def end(self):
+        """Sends the end of the bytes. Over TLS only a close can do that."""
+        if self.writer.can_write_eof():
+            self.writer.write_eof()
+
     async def read_all(self):
         while await asyncio.wait_for(self.reader.read(65536), 5):
             pass
@@ -47,13 +59,13 @@ class Client:
 
     async def in_pieces(self):
         await self.send_pieces(self.request())
-        self.writer.write_eof()
+        self.end()
         await self.read_all()
 
     async def in_chunks(self):
         extension = self.dice.choice((b"", b";a=b", b';a="' + b"x" * 500 + b'"'))
         await self.send_pieces(messages.chunked(self.request(), self.dice.choice((1, 10, 1000)), extension))
-        self.writer.write_eof()
+        self.end()
         await self.read_all()
 
     async def last_chunk(self):
@@ -68,7 +80,7 @@ class Client:
         for _ in range(self.dice.randint(1, 3)):
             data[self.dice.randrange(len(data))] ^= 1 << self.dice.randrange(8)
         await self.send_pieces(bytes(data))
-        self.writer.write_eof()
+        self.end()
         await self.read_all()
 
     async def cut(self):
@@ -90,9 +102,10 @@ class Client:
     async def pipeline(self):
         await self.send(self.request() * 50)
         await self.pause(0.5)
-        # Close with a reset.
-        self.writer.get_extra_info("socket").setsockopt(socket.SOL_SOCKET, socket.SO_LINGER,
-                                                        struct.pack("ii", 1, 0))
+        connection = self.writer.get_extra_info("socket")
+        if connection: # none if the server has ended TLS
+            # Close with a reset.
+            connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
 
     async def junk(self):
         await self.send(self.dice.choice((self.dice.randbytes(2000), b"\x16\x03\x01" + self.dice.randbytes(500),
@@ -109,17 +122,76 @@ class Client:
     async def silence(self):
         await self.pause(3)
 
+    # What a client sends to the port with TLS instead of a handshake.
+
+    def hello(self):
+        """The first flight of a handshake."""
+        outgoing = ssl.MemoryBIO()
+        tls = CONTEXT.wrap_bio(ssl.MemoryBIO(), outgoing)
+        try:
+            tls.do_handshake()
+        except ssl.SSLWantReadError:
+            pass
+        return outgoing.read()
+
+    async def plain_http(self):
+        await self.send(self.request())
+        await self.read_all()
+
+    async def garbage(self):
+        await self.send(self.dice.choice((self.dice.randbytes(2000), b"\x16\x03\x01" + self.dice.randbytes(500),
+                                          b"\x16\x03\x01\x40\x00" + self.dice.randbytes(16384),
+                                          b"\x16\x03\x01\xff\xff" + self.dice.randbytes(65535))))
+        await self.pause(0.2)
+
+    async def mutated_hello(self):
+        data = bytearray(self.hello())
+        for _ in range(self.dice.randint(1, 3)):
+            data[self.dice.randrange(len(data))] ^= 1 << self.dice.randrange(8)
+        await self.send_pieces(bytes(data))
+        await self.read_all()
+
+    async def cut_hello(self):
+        data = self.hello()
+        await self.send(data[:self.dice.randrange(len(data))])
+        await self.pause(2)
+
+    async def silent_after_hello(self):
+        await self.send(self.hello())
+        await self.reader.read(65536)
+        await self.pause(2)
+
+    async def slow_handshake(self):
+        for byte in self.hello()[:self.dice.randint(1, 20)]:
+            await self.send(bytes([byte]))
+            await asyncio.sleep(0.5)
+
 
 # Relative frequency and action.
 WAYS = ((5, Client.in_pieces), (5, Client.in_chunks), (3, Client.last_chunk), (10, Client.mutated), (5, Client.cut),
         (3, Client.drip), (2, Client.slow_reader), (2, Client.pipeline), (5, Client.junk),
         (1, Client.wrong_login), (2, Client.silence))
+# Of clients of the port with TLS.
+TLS_WAYS = ((3, Client.plain_http), (3, Client.garbage), (5, Client.mutated_hello), (5, Client.cut_hello),
+            (3, Client.silent_after_hello), (3, Client.slow_handshake))
 
 
-async def connect(dice, server):
+async def connect(dice, server, way):
+    if any(way is each for _, each in TLS_WAYS):
+        return await asyncio.open_connection("127.0.0.1", server.tls_port)
     if server.socket and dice.random() < 0.5:
         return await asyncio.open_unix_connection(server.socket)
+    if server.tls_port and dice.random() < 0.5:
+        return await asyncio.open_connection("127.0.0.1", server.tls_port, ssl=CONTEXT)
     return await asyncio.open_connection("127.0.0.1", server.port)
+
+
+def close(dice, writer):
+    """Closes a connection, with TLS in half of all cases without close_notify."""
+    if dice.random() < 0.5 and writer.get_extra_info("ssl_object"):
+        writer.transport.abort()
+    else:
+        writer.close()
 
 
 async def one_after_the_other(dice, server, ways, end):
@@ -127,18 +199,18 @@ async def one_after_the_other(dice, server, ways, end):
     weights = [weight for weight, _ in ways]
     count = 0
     while time.monotonic() < end:
+        _, way = dice.choices(ways, weights)[0]
         try:
-            reader, writer = await connect(dice, server)
+            reader, writer = await connect(dice, server, way)
         except OSError: # connection limit reached: the honest clients measure whether this affects them
             await asyncio.sleep(0.1)
             continue
         count += 1
         try:
-            _, way = dice.choices(ways, weights)[0]
             await way(Client(dice, server, reader, writer))
         except (OSError, asyncio.TimeoutError):
             pass
-        writer.close()
+        close(dice, writer)
         await asyncio.sleep(0.01)
     return count
 

@@ -21,16 +21,26 @@ class Server:
     requests = None  # that hostile clients vary
     large = None  # a request with a long reply
     ways = None
-    socket = None  # None: it has only a port
+    socket = None  # None: it has no Unix-domain socket
+    tls_port = None  # None: it has none
+    tls_authority = None  # file with the issuer of its certificate
 
     def __init__(self, command):
         self.process = subprocess.Popen(command, stderr=subprocess.PIPE, text=True, errors="replace")
         ready = self.process.stderr.readline()
         if "ready on" not in ready:
             raise RuntimeError(f"the {self.name} did not start: {ready}")
-        self.port = int(ready.rpartition(":")[2])
+        self.port, self.tls_port = self._ports(ready)
         self.log = collections.deque(maxlen=200)
         threading.Thread(target=lambda: self.log.extend(self.process.stderr), daemon=True).start()
+
+    @staticmethod
+    def _ports(ready):
+        """The ports without and with TLS in the line "ready on PATH and ADDRESS:PORT and ADDRESS:PORT (TLS)"."""
+        plain, _, tls = ready.rstrip().removesuffix(" (TLS)").rpartition(":")
+        if "(TLS)" not in ready:
+            return int(tls), None
+        return int(plain.rpartition(" and ")[0].rpartition(":")[2]), int(tls)
 
     def is_alive(self):
         return self.process.poll() is None
@@ -54,7 +64,7 @@ class Server:
 
 
 class Manager(Server):
-    """The object manager: a fake host, one class of 3000 instances, both sockets, users."""
+    """The object manager: a fake host, one class of 3000 instances, all sockets, users."""
 
     name = "object manager"
     clients = 400
@@ -62,20 +72,28 @@ class Manager(Server):
     honest_client = honest.ManagerClient
     requests = hostile.RECORDED
     large = hostile.LARGE_ENUMERATION
-    ways = hostile.WAYS
+    ways = hostile.WAYS + hostile.TLS_WAYS
 
     def __init__(self, bin_dir, directory):
+        self.tls_authority = directory + "/cert.pem"
         self.socket = directory + "/socket"
         super().__init__(
             [bin_dir + "/owbcimomd", "--socket", self.socket, "--listen", "0", "--state", directory + "/state.json",
              "--users", self._users(bin_dir, directory), "--root", self._root(directory),
-             "--instances", self._instances(directory), "--max-connections", "800"])
+             "--instances", self._instances(directory), "--max-connections", "800", *self._tls(directory)])
 
     @staticmethod
     def _users(bin_dir, directory):
         path = directory + "/users"
         subprocess.run([bin_dir + "/owbcimom-passwd", path, "bob"], input="secret\n", text=True, check=True)
         return path
+
+    def _tls(self, directory):
+        key = directory + "/key.pem"
+        subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:P-256", "-nodes", "-days", "2",
+                        "-keyout", key, "-out", self.tls_authority, "-subj", "/CN=localhost", "-addext",
+                        "subjectAltName=DNS:localhost"], check=True, stderr=subprocess.DEVNULL)
+        return ["--tls-listen", "0", "--tls-cert", self.tls_authority, "--tls-key", key]
 
     @staticmethod
     def _root(directory):
