@@ -41,6 +41,15 @@ run "$directory/scripts/build" asan
 expect "$output" "no compiler
 build: cmake --preset asan failed, see above" "the output"
 
+run "$directory/scripts/build" relaese
+[[ $status -eq 1 ]] || fail "status $status for an unknown preset"
+expect "$output" "build: unknown preset: relaese; known: release, packages, " "the output"
+expect_calls ""
+echo '{}' >"$directory/CMakeUserPresets.json"
+run "$directory/scripts/build" mine
+expect "$output" "build: preset mine, in build/mine" "the output"
+rm "$directory/CMakeUserPresets.json"
+
 # For ARM, it fetches compiler, emulator and libraries. Installed programs are not fetched.
 for script in unpack sysroot; do
     printf '#!/bin/sh\necho %s "$@" >>"%s"\n' $script "$calls" >"$directory/scripts/$script"

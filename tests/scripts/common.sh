@@ -7,6 +7,7 @@ export directory
 calls=$directory/calls
 mkdir "$directory/bin" "$directory/scripts"
 PATH=$directory/bin:$PATH
+cp "$1/CMakePresets.json" "$directory"
 cp "$1/scripts/"{build,setup,sysroot,unpack} "$directory/scripts"
 
 fake() { # NAME: makes a program from the standard input
