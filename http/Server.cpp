@@ -106,7 +106,7 @@ private:
 
     Server& m_server;
     const bool m_hasTls;
-    asio::basic_socket_acceptor<asio::generic::stream_protocol> m_acceptor;
+    asio::basic_socket_acceptor<asio::generic::stream_protocol, Stream::executor_type> m_acceptor;
     asio::steady_timer m_pause;
 };
 

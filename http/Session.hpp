@@ -7,7 +7,7 @@
 #include "http/Sessions.hpp"
 #include "http/Stream.hpp"
 
-#include <boost/asio/steady_timer.hpp>
+#include <boost/asio/basic_waitable_timer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <chrono>
 #include <cstddef>
@@ -47,6 +47,9 @@ public:
 
 private:
     using Error = boost::system::error_code;
+    using Clock = std::chrono::steady_clock;
+    using Timer =
+        boost::asio::basic_waitable_timer<Clock, boost::asio::wait_traits<Clock>, Stream::executor_type>;
 
     enum class State {
         /** Waits for the end of the handshake. */
@@ -98,7 +101,7 @@ private:
     std::unique_ptr<Responder> m_responder; // null until the handshake is done
 
     State m_state = State::shakingHands;
-    boost::asio::steady_timer m_timer;     // of the state
+    Timer m_timer;                         // of the state
     boost::beast::flat_buffer m_buffer;    // bytes received and not parsed
     std::optional<RequestParser> m_parser; // of the current request, until it is answered
     ReplyForm m_form{};                    // of the reply to the current request

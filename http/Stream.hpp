@@ -5,7 +5,9 @@
 #ifdef HTTP_HAS_TLS
 #include <boost/asio/ssl/stream.hpp>
 #endif
+#include <boost/asio/basic_stream_socket.hpp>
 #include <boost/asio/generic/stream_protocol.hpp>
+#include <boost/asio/io_context.hpp>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -20,8 +22,9 @@ namespace http {
  */
 class Stream {
 public:
-    using Socket = boost::asio::generic::stream_protocol::socket;
-    using executor_type = Socket::executor_type;
+    /** Not any_io_executor: its copies need memory in functions that may not throw. */
+    using executor_type = boost::asio::io_context::executor_type;
+    using Socket = boost::asio::basic_stream_socket<boost::asio::generic::stream_protocol, executor_type>;
     /** Called with why the handshake failed; nothing if it did not. */
     using Done = std::function<void(const std::optional<std::string>& failure)>;
 
