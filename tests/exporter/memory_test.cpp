@@ -40,7 +40,8 @@ void expectToLeakNothing(const std::function<void()>& action) {
 
 TEST(ExporterOutOfMemory, BlocksAreNotLeaked) {
     const std::string text(5000, 'x');
-    const std::string bytes = bytesOf({{4, 0, {}, 0}, {text, text}}) + bytesOf({{5, 0, {}, 0}, {text, text}});
+    const std::string bytes =
+        bytesOf({{4, 0, {}, 0}, {}, {text, text}}) + bytesOf({{5, 0, {}, 0}, {}, {text, text}});
     expectToLeakNothing([&bytes] {
         BlockDecoder decoder;
         decoder.add(bytes, [](const Block&) {});
