@@ -30,8 +30,14 @@ decltype(&owtls_engine) load(const std::string& directory) {
 
 std::unique_ptr<OpenWBEM::TlsEngine> tlsEngine(const std::string& host, bool isAddress) {
     const std::string directory = directoryOfLibrary();
-    return std::unique_ptr<OpenWBEM::TlsEngine>(
-        directory.empty() ? nullptr : load(directory)(host, isAddress, OpenWBEM::tlsSettings()));
+    if (directory.empty())
+        return nullptr;
+    std::string failure;
+    std::unique_ptr<OpenWBEM::TlsEngine> engine(
+        load(directory)(host, isAddress, OpenWBEM::tlsSettings(), failure));
+    if (!engine)
+        throw std::runtime_error(failure);
+    return engine;
 }
 
 } // namespace owbctl

@@ -134,6 +134,18 @@ TEST_F(TlsDoctor, ReportsAFileThatCannotBeLoaded) {
     EXPECT_EQ(0U, checks.count("TLS cert"));
 }
 
+TEST_F(TlsDoctor, SaysWhatIsMissingIfOpenSslCannotBeLoaded) {
+    start();
+    const support::TempDir directory;
+    const std::string broken = directory.write("libssl.so.3", "no library");
+    set("LD_LIBRARY_PATH", directory.path().c_str());
+    Checks checks = doctor(url());
+    EXPECT_EQ("fail", checks["TLS"]["result"]);
+    EXPECT_EQ("cannot load TLS: " + broken + ": file too short", checks["TLS"]["finding"]);
+    EXPECT_EQ("Install OpenSSL for 32 bits, such as libssl3:i386", checks["TLS"]["advice"]);
+    EXPECT_EQ("fail", checks["manager"]["result"]);
+}
+
 TEST_F(TlsDoctor, TriesTheLoginInBothProtocols) {
     start();
     for (const char* const scheme : {"https", "owbinary.wbems"}) {
