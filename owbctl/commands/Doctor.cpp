@@ -36,6 +36,13 @@ bool isInvalid(const Failure& failure) {
     return failure.text.rfind("invalid URL", 0) == 0;
 }
 
+const char* adviceFor(const Failure& failure) {
+    if (isInvalid(failure))
+        return form;
+    return failure.text.rfind("cannot load TLS", 0) == 0 ? "Install OpenSSL for 32 bits, such as libssl3:i386"
+                                                         : "";
+}
+
 Check checkUrl(const std::string& url) {
     const std::string shown = withoutPassword(url);
     const std::string port = portError(url);
@@ -43,7 +50,7 @@ Check checkUrl(const std::string& url) {
         return {Check::Result::fail, "URL", shown + ": " + port, form};
     if (const std::optional<Failure> failure = reconnect()) {
         const std::string finding = isInvalid(*failure) ? failure->text : shown + ": " + failure->text;
-        return {Check::Result::fail, "URL", finding, isInvalid(*failure) ? form : ""};
+        return {Check::Result::fail, "URL", finding, adviceFor(*failure)};
     }
     const std::size_t host = url.find("://") == std::string::npos ? 0 : url.find("://") + 3;
     const std::string finding = shown + ": " + meaningOf(endpointOf(url));

@@ -33,7 +33,6 @@ constexpr Advice advices[] = {
     {"too weak", renew},
     {"alert handshake failure", showCertificate},
     {"wrong version number", "This port has no TLS: use a scheme without s, or another port"},
-    {"cannot load TLS", "Install OpenSSL for 32 bits, such as libssl3:i386"},
     {"cannot load", "Correct the path in OWB_TLS_CA, OWB_TLS_CERT or OWB_TLS_KEY"},
 };
 
