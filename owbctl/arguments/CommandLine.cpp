@@ -10,8 +10,10 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <system_error>
 
@@ -61,12 +63,17 @@ std::string checkGroup(const std::string& text) {
     return "'" + text + "' names several groups, give one of " + numbers;
 }
 
+/** A number that the library takes has 32 bits on all platforms. */
+std::optional<std::int32_t> libraryNumber(const std::string& text) {
+    return util::decimal<std::int32_t>(text);
+}
+
 std::string checkRow(const std::string& text) {
-    return util::decimal<long>(text) ? std::string() : "'" + text + "' is no row number";
+    return libraryNumber(text) ? std::string() : "'" + text + "' is no row number";
 }
 
 std::string checkCount(const std::string& text) {
-    return util::decimal<long>(text).value_or(0) > 0 ? std::string() : "'" + text + "' is no positive number";
+    return libraryNumber(text).value_or(0) > 0 ? std::string() : "'" + text + "' is no positive number";
 }
 
 /** Returns a check for a time of at least `least` seconds. */

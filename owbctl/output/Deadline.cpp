@@ -88,7 +88,7 @@ void setTimer() {
     if (state.isTerminal && state.waitingSince > 0) {
         const double waited = time - state.waitingSince;
         const double change =
-            state.waitingSince + (waited < quietTime ? quietTime : static_cast<long>(waited + 0.001) + 1);
+            state.waitingSince + (waited < quietTime ? quietTime : static_cast<int>(waited + 0.001) + 1);
         next = next > 0 ? std::min(next, change) : change;
     }
     itimerval timer{};

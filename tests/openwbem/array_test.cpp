@@ -2,6 +2,7 @@
 #include "OW_Enumeration.hpp"
 #include "OW_String.hpp"
 
+#include <cstddef>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <sstream>
@@ -37,7 +38,7 @@ TEST(Array, IsCreatedWithANumberOfElements) {
     EXPECT_EQ(of({0, 0}), Int32Array(2U));
     EXPECT_EQ(of({7, 7}), Int32Array(2, 7));
     EXPECT_EQ(of({7, 7}), Int32Array(2L, 7));
-    EXPECT_EQ(3U, StringArray(3U, String("x")).size());
+    EXPECT_EQ(3U, StringArray(std::size_t{3}, String("x")).size());
     EXPECT_TRUE(Int32Array().empty());
 }
 

@@ -87,6 +87,8 @@ TEST(Usage, NumbersOutOfRangeAreRejected) {
     expectUsageError({"--timeout", "nan", "groups"});
     expectUsageError({"watch", "4", "--interval", "nan"});
     expectUsageError({"get", "4", "--row", "-1"});
+    expectUsageError({"get", "4", "--row", "2147483648"}); // on 64-bit platforms, too
+    expectUsageError({"watch", "4", "--count", "2147483648"});
 }
 
 TEST(Usage, AnUnknownFormatIsRejected) {
