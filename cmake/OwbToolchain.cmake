@@ -1,5 +1,4 @@
-# The end of every toolchain file: compiles with OWB_TARGET_FLAGS, finds the libraries of OWB_TRIPLET, and installs in its
-# directory.
+# The end of every toolchain file: compiles with OWB_TARGET_FLAGS and finds the libraries of OWB_TRIPLET.
 
 # Flags from the command line replace the initial ones, so the target's go in front of those that lack them.
 foreach(language IN ITEMS C CXX)
@@ -23,10 +22,4 @@ if(EXISTS ${OWB_SYSROOT}/packages AND NOT EXISTS /usr/lib/${OWB_TRIPLET}/libssl.
     endforeach()
 else()
     unset(OWB_SYSROOT)
-endif()
-
-if(EXISTS /etc/debian_version)
-    # Debian's directory of libraries, below any prefix, so that packages hold what was tested. Not of type PATH: CMake
-    # would take a relative one of the command line for a directory of the build.
-    set(CMAKE_INSTALL_LIBDIR lib/${OWB_TRIPLET} CACHE STRING "Directory of libraries, below the prefix")
 endif()

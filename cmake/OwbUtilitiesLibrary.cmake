@@ -19,9 +19,8 @@ if(OWB_SBLIM_IS_BUNDLED)
     message(STATUS "Utilities library: bundled")
     add_library(Sblim::utilities ALIAS SblimUtilities)
     # In the directory of the bundled client library, apart from an installed original.
-    install(TARGETS SblimUtilities EXPORT owb LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/owb
-            COMPONENT library NAMELINK_COMPONENT development)
-    install(FILES sblim/include/sblim_utilities.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/owb COMPONENT development)
+    owb_install_library(SblimUtilities owb)
+    owb_install_development(FILES sblim/include/sblim_utilities.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/owb)
 else()
     message(STATUS "Utilities library: ${SblimUtilities_LIBRARY}")
     add_library(Sblim::utilities ALIAS SblimUtilities_installed)

@@ -12,7 +12,7 @@ compile() { # DIRECTORY: copies the sources and compiles the objects
     mkdir -p "$1"
     tar -c -C "$source" --exclude=./build --exclude=./.git . | tar -x -C "$1"
     local output
-    output=$(SOURCE_DATE_EPOCH=1000000000 "$cmake" -S "$1" -B "$1/build/packages" -G Ninja --toolchain "$toolchain" \
+    output=$(SOURCE_DATE_EPOCH=1000000000 "$cmake" -S "$1" -B "$1/build/packages" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
         -DCMAKE_BUILD_TYPE=Release -DCMAKE_C_FLAGS_RELEASE="-O0 -g" -DCMAKE_CXX_FLAGS_RELEASE="-O0 -g" -DOWB_COMMIT_DATE=ON -DOWB_TESTS=OFF -DOWB_BENCH=OFF \
         2>&1 && ninja -C "$1/build/packages" "${objects[@]}" 2>&1) || fail "$output"
 }

@@ -25,7 +25,7 @@ target_link_libraries(command_agent PRIVATE Sblim::utilities)
 END
 
 configure() { # PREFIX MODE
-    "$cmake" -S "$directory/agent" -B "$1/build" -G Ninja --toolchain "$toolchain" -DOWB_SBLIM="$2" \
+    "$cmake" -S "$directory/agent" -B "$1/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DOWB_SBLIM="$2" \
         -DSblimUtilities_ROOT="$1" -DOWB_TESTS=OFF -DOWB_BENCH=OFF 2>&1
 }
 

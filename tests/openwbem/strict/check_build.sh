@@ -17,7 +17,7 @@ quietly() { # COMMAND...
 
 configure() { # MODE
     # Some distributions link with --as-needed by default.
-    quietly "$cmake" -S "$source" -B "$build" -G Ninja --toolchain "$toolchain" -DOWB_OPENWBEM="$1" \
+    quietly "$cmake" -S "$source" -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DOWB_OPENWBEM="$1" \
         -DOpenWBEM_ROOT="$prefix" -DOWB_SBLIM=BUNDLED -DOWB_BENCH=OFF -DOWB_WERROR=ON \
         -DCMAKE_SHARED_LINKER_FLAGS=-Wl,--as-needed -DCMAKE_EXE_LINKER_FLAGS=-Wl,--as-needed
     expect "$(<"$directory/output")" "Client library: $prefix/lib/libowclient.so" "what $1 says"

@@ -7,7 +7,7 @@ strict=$source/tests/openwbem/strict
 
 rm -rf "$directory"
 "$strict/make_headers.sh" "$source/openwbem/include" "$directory/include/openwbem"
-"$cmake" -S "$strict" -B "$directory/build" -G Ninja --toolchain "$toolchain" -DOWB_SOURCE_DIR="$source" \
+"$cmake" -S "$strict" -B "$directory/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DOWB_SOURCE_DIR="$source" \
     -DHEADERS="$directory/include/openwbem"
 "$cmake" --build "$directory/build"
 "$cmake" --install "$directory/build" --prefix "$directory"
