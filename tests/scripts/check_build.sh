@@ -50,6 +50,18 @@ run "$directory/scripts/build" mine
 expect "$output" "build: preset mine, in build/mine" "the output"
 rm "$directory/CMakeUserPresets.json"
 
+# For the host itself, without a toolchain file.
+printf '#!/bin/sh\necho setup "$@" >>"%s"\n' "$calls" >"$directory/scripts/setup"
+echo 'exit 0' | fake cmake
+build=$directory/build/native
+mkdir -p "$build"
+configured "$directory" ""
+run "$directory/scripts/build" native owbctl
+expect_calls "setup --native
+cmake --preset native
+cmake --build --preset native --target owbctl -- --quiet"
+printf '#!/bin/sh\n' >"$directory/scripts/setup"
+
 # For ARM, it fetches compiler, emulator and libraries. Installed programs are not fetched.
 for script in unpack sysroot; do
     printf '#!/bin/sh\necho %s "$@" >>"%s"\n' $script "$calls" >"$directory/scripts/$script"

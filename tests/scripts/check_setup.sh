@@ -52,7 +52,26 @@ setup: 1 of 3: updating the package lists
 E: no network
 setup: apt-get update failed, see above"
 
+# A host that compiles for itself needs no second compiler, and no OpenSSL but its own.
+native_setup() { # ARGUMENT...: installs the packages that are missing on a new system
+    not_installed="g++ g++-12-multilib lib32z1-dev libssl-dev libssl-dev:i386" failing=update
+    run "$directory/scripts/setup" "$@"
+    expect_run 1 "setup: missing: g++ libssl-dev
+setup: 1 of 3: updating the package lists
+E: no network
+setup: apt-get update failed, see above"
+    not_installed=libssl-dev:i386
+    run "$directory/scripts/setup" "$@"
+    [[ $status -eq 0 && $(<"$calls") != *sysroot* ]] || fail "status $status, calls: $(<"$calls")"
+}
+rm -rf "$directory/build"
+native_setup --native
+fake getconf <<<'echo 32'
+native_setup
+rm "$directory/bin/getconf"
+
 # A user who may not become root.
+not_installed=abigail-tools
 failing="" sudo=denied
 as_user=()
 if [[ $EUID -eq 0 ]]; then
