@@ -49,6 +49,16 @@ build armhf tests/owb/all tests/sblim/all
 ctest --preset armhf --label-regex ^owb$|^sblim$ --show-only
 ctest --preset armhf --label-regex ^owb$|^sblim$ --exclude-regex ^(Sun\..*|moon)$'
 
+# A 64-bit host leaves out other tests, a 32-bit host none.
+echo 'Sun.Sets a reason' >"$directory/tests/not_64_bit.txt"
+fake getconf <<<'echo 64'
+run "$directory/scripts/test" --preset native
+expect "$(<"$calls")" "--exclude-regex ^(Sun.Sets)\$" "the calls"
+expect "$output" "test: leaving out 1 of 4 tests, see tests/not_64_bit.txt" "the output"
+fake getconf <<<'echo 32'
+run "$directory/scripts/test" --preset native
+[[ $(<"$calls") != *exclude* ]] || fail "it leaves out tests on a 32-bit host: $(<"$calls")"
+
 tests="  Test #1: Sun.Rises"
 run "$directory/scripts/test" --preset armhf
 [[ $status -eq 1 ]] || fail "status $status for a name without a test"
