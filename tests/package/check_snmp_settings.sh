@@ -9,7 +9,8 @@ tree=$1 tools=$2
 port=$(python3 -c 'import socket; s = socket.socket(type=socket.SOCK_DGRAM); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
 contact=.1.3.6.1.2.1.1.4.0 interfaces=.1.3.6.1.2.1.2.1.0
 
-export LD_LIBRARY_PATH=$tools/usr/lib/x86_64-linux-gnu SNMP_PERSISTENT_DIR=$directory/state SNMPCONFPATH=$directory/none MIBS=
+LD_LIBRARY_PATH=$(echo "$tools"/usr/lib/*-linux-gnu*) # of the host's architecture
+export LD_LIBRARY_PATH SNMP_PERSISTENT_DIR=$directory/state SNMPCONFPATH=$directory/none MIBS=
 mkdir "$directory/settings"
 sed -e "s/Debian-snmp owb-agentx/$(id -un) $(id -gn)/" -e 's/^# rouser /rouser /' "$tree/etc/snmp/snmpd.conf.d/owb.conf" >"$directory/settings/owb.conf"
 # In place of a subagent, snmpd forwards the context to its default context.

@@ -92,7 +92,7 @@ void Snmpd::start() {
 
 std::vector<std::string> Snmpd::program(const std::string& path, const std::string& mibs) const {
     return {"/usr/bin/env",
-            "LD_LIBRARY_PATH=" + tools + "/usr/lib/x86_64-linux-gnu",
+            "LD_LIBRARY_PATH=" + tools + "/usr/lib/" HOST_TRIPLET,
             "SNMP_PERSISTENT_DIR=" + m_directory.file("state"),
             "SNMPCONFPATH=" + m_directory.file("none"), // not the settings of the machine or the user
             "MIBDIRS=" + m_directory.file("mibs"),
