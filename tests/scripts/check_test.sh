@@ -16,7 +16,7 @@ export tests=" Test  #1: Sun.Rises
 fake ctest <<<'[[ $* != *--show-only* ]] || echo "$tests"; [[ -z $failing ]]'
 
 expect_runs() { # CALLS: without the option for the number of processors
-    [[ $(sed "s/ --parallel $(nproc)//; s/ *\$//" "$calls") == "$1" ]] || fail "$(diff <(echo "$1") "$calls")"
+    [[ $(sed 's/ --parallel [0-9]*//; s/ *$//' "$calls") == "$1" ]] || fail "$(diff <(echo "$1") "$calls")"
 }
 
 run "$directory/scripts/test"
