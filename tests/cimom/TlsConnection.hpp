@@ -40,9 +40,9 @@ public:
         receiveUntil([&] { return !(flight += tls.bytesToSend()).empty() || !tls.failure().empty(); });
         return flight;
     }
-    /** Enumerates a class. Returns the first line of the reply, or "" if there is none. */
-    std::string statusLine() {
-        socket.send(tls.encrypted(httpRequest(enumerateBody("QAV_System"))));
+    /** The first line of the reply to a request; "" if there is none. */
+    std::string statusLine(const std::string& request = httpRequest(enumerateBody("QAV_System"))) {
+        socket.send(tls.encrypted(request));
         std::string reply;
         receiveUntil([&] { return (reply += tls.received()).find("\r\n") != std::string::npos; });
         return reply.substr(0, reply.find("\r\n"));
