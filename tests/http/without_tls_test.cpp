@@ -1,8 +1,10 @@
-// A build without OpenSSL: what includes these headers, and NoTls.cpp, compiles without HTTP_HAS_TLS.
+// A build without OpenSSL: NoTls.cpp, TlsOptions.cpp and what includes these headers compile without
+// HTTP_HAS_TLS.
 #include "http/Server.hpp"
 #include "http/Stream.hpp"
 #include "http/TlsOptions.hpp"
 
+#include <CLI/CLI.hpp>
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/io_context.hpp>
 #include <gtest/gtest.h>
