@@ -18,7 +18,7 @@
 namespace owbctl {
 namespace {
 
-using Outcome = OpenWBEM::TlsEngine::Outcome;
+using Outcome = owtls::TlsEngine::Outcome;
 
 /** Seconds for each step. */
 constexpr time_t stepTimeout = 10;
@@ -93,8 +93,8 @@ Connection::~Connection() {
     }
 }
 
-OpenWBEM::TlsServer Connection::server() const {
-    return m_tls ? m_tls->server() : OpenWBEM::TlsServer();
+owtls::TlsServer Connection::server() const {
+    return m_tls ? m_tls->server() : owtls::TlsServer();
 }
 
 void Connection::startTls(const std::string& urlHost) {

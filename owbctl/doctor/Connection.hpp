@@ -33,7 +33,7 @@ public:
     /** Why TLS failed, in the words of the client library; empty if it did not, and without TLS. */
     const std::string& failure() const { return m_failure; }
     /** Describes the server of a connection with TLS, also if it was rejected. */
-    OpenWBEM::TlsServer server() const;
+    owtls::TlsServer server() const;
 
     /** Sends bytes. Returns whether all are sent. */
     bool send(std::string_view bytes);
@@ -50,7 +50,7 @@ private:
 
     util::Descriptor m_socket;
     std::string m_host;
-    std::unique_ptr<OpenWBEM::TlsEngine> m_tls; // null without TLS
+    std::unique_ptr<owtls::TlsEngine> m_tls; // null without TLS
     std::string m_failure;
     bool m_isTimeout = false; // the last wait
 };

@@ -2,7 +2,7 @@
 
 namespace owbctl {
 
-std::unique_ptr<OpenWBEM::TlsEngine> tlsEngine(const std::string&, bool) {
+std::unique_ptr<owtls::TlsEngine> tlsEngine(const std::string&, bool) {
     return nullptr;
 }
 

@@ -6,7 +6,7 @@
 namespace owbctl {
 namespace {
 
-using OpenWBEM::TlsServer;
+using owtls::TlsServer;
 using Result = Check::Result;
 
 constexpr const char* handshakeName = "TLS";
@@ -55,7 +55,7 @@ Check handshakeCheck(const TlsServer& server, const std::string& failure) {
     if (!failure.empty())
         return {Result::fail, handshakeName, failure + (chosen.empty() ? "" : " (" + chosen + ")"),
                 adviceFor(failure)};
-    if (!OpenWBEM::tlsSettings().verifiesServer)
+    if (!owtls::tlsSettings().verifiesServer)
         return {Result::warn, handshakeName, chosen + ", server not verified: OWB_TLS_VERIFY is 0",
                 "Anyone between here and the object manager can read passwords: set OWB_TLS_CA instead"};
     return {Result::ok, handshakeName, chosen + ", server verified", {}};

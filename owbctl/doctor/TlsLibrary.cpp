@@ -28,13 +28,12 @@ decltype(&owtls_engine) load(const std::string& directory) {
 
 } // namespace
 
-std::unique_ptr<OpenWBEM::TlsEngine> tlsEngine(const std::string& host, bool isAddress) {
+std::unique_ptr<owtls::TlsEngine> tlsEngine(const std::string& host, bool isAddress) {
     const std::string directory = directoryOfLibrary();
     if (directory.empty())
         return nullptr;
     std::string failure;
-    std::unique_ptr<OpenWBEM::TlsEngine> engine(
-        load(directory)(host, isAddress, OpenWBEM::tlsSettings(), failure));
+    std::unique_ptr<owtls::TlsEngine> engine(load(directory)(host, isAddress, owtls::tlsSettings(), failure));
     if (!engine)
         throw std::runtime_error(failure);
     return engine;

@@ -16,7 +16,7 @@ namespace owbctl {
  *
  * @param isAddress whether the host is an address, without brackets
  */
-std::unique_ptr<OpenWBEM::TlsEngine> tlsEngine(const std::string& host, bool isAddress);
+std::unique_ptr<owtls::TlsEngine> tlsEngine(const std::string& host, bool isAddress);
 
 } // namespace owbctl
 #endif

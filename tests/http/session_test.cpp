@@ -98,7 +98,7 @@ TEST_F(SessionTest, ARequestThatArrivesAtTheTimeLimitIsAnsweredBeforeTheEndOrNot
 TEST_F(SessionTest, AReplyThatTheClientDoesNotReadTimesOut) {
     pages.parts = {std::string(4 * 1024 * 1024, 'x')};
     client->send(get("/"));
-    run(pages.settings(60s, 10ms));
+    run(pages.settings(60s, 500ms));
     EXPECT_THROW(client->receive(), std::runtime_error);
 }
 
@@ -171,7 +171,7 @@ TEST_F(SessionTest, AnAuthorizationThatTakesTooLongTimesOut) {
     std::vector<std::function<void()>> pending;
     pages.pending = &pending;
     client->send(get("/"));
-    start(pages.settings(60s, 10ms));
+    start(pages.settings(60s, 500ms));
     io.run();
     EXPECT_EQ(408u, client->receive().status);
     ASSERT_EQ(1u, pending.size());
@@ -184,7 +184,7 @@ TEST_F(SessionTest, AnAnswerHasNoTimeLimit) {
     std::vector<std::function<void()>> pending;
     pages.pending = &pending;
     client->send(get("/late"));
-    start(pages.settings(60s, 10ms));
+    start(pages.settings(60s, 500ms));
     while (pending.empty())
         work();
     pending[0](); // authorizes

@@ -2,6 +2,7 @@
 #include "Owbctl.hpp"
 #include "support/Terminal.hpp"
 
+#include <csignal>
 #include <gtest/gtest.h>
 
 namespace owbctl_test {
@@ -10,19 +11,22 @@ namespace {
 // A shell gives its background commands neither its standard input, which descriptor 3 keeps, nor SIGINT and
 // SIGQUIT, which env(1) sets to their defaults.
 const char* const watchInBackground =
-    "exec 3<&0; before=$(stty -g)\n"
+    "exec 3<&0; before=$(stty -g); trap shown=1 USR1\n"
     "is_restored() { [ \"$(stty -g)\" = \"$before\" ]; }\n"
     "until_restored() { until is_restored; do sleep 0.02; done; }\n"
     "until_changed() { while is_restored; do sleep 0.02; done; }\n"
     "env --default-signal \"$0\" --url \"$1\" watch 14 --interval 600 <&3 & pid=$!\n"
-    "until_changed; echo watching\n";
+    "until [ \"$shown\" ]; do sleep 0.02; done; until_changed; echo watching\n";
 
-/** A shell that runs lines while a watch waits for its next reading. */
+/** A shell that runs lines while a watch, which has shown a reading, waits for the next one. */
 class Watching {
 public:
     explicit Watching(const std::string& lines)
         : m_peer({instances({})})
-        , m_terminal({"/bin/sh", "-c", watchInBackground + lines, OWBCTL, m_peer.url()}, 80) {}
+        , m_terminal({"/bin/sh", "-c", watchInBackground + lines, OWBCTL, m_peer.url()}, 80) {
+        EXPECT_TRUE(m_terminal.waitFor("no data"));
+        m_terminal.signal(SIGUSR1);
+    }
 
     support::Terminal& terminal() { return m_terminal; }
 

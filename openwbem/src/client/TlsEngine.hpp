@@ -7,7 +7,8 @@
 #include <string>
 #include <string_view>
 
-namespace OpenWBEM {
+/** TLS for the client library. It uses nothing of OpenWBEM, so that programs can use it without, too. */
+namespace owtls {
 
 /** What a handshake shows of a server. Texts are printable ASCII. */
 struct TlsServer {
@@ -64,14 +65,14 @@ public:
     virtual TlsServer server() const = 0;
 };
 
-} // namespace OpenWBEM
+} // namespace owtls
 
 /**
  * The one function of the module. Makes an engine, which the caller deletes, for a connection to a host: a
  * name, or an address without brackets. Null if that fails: failure then is the message for the user, which
  * names the file if one cannot be loaded.
  */
-extern "C" OpenWBEM::TlsEngine* owtls_engine(const std::string& host, bool hostIsAddress,
-                                             const OpenWBEM::TlsSettings& settings, std::string& failure);
+extern "C" owtls::TlsEngine* owtls_engine(const std::string& host, bool hostIsAddress,
+                                          const owtls::TlsSettings& settings, std::string& failure);
 
 #endif

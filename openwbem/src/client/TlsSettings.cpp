@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-namespace OpenWBEM {
+namespace owtls {
 namespace {
 
 std::string variable(const char* name) {
@@ -23,4 +23,4 @@ TlsSettings tlsSettings() {
     return settings;
 }
 
-} // namespace OpenWBEM
+} // namespace owtls

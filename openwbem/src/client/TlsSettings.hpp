@@ -2,7 +2,7 @@
 #define OPENWBEM_CLIENT_TLS_SETTINGS_HPP_INCLUDED
 #include <string>
 
-namespace OpenWBEM {
+namespace owtls {
 
 /** How TLS connections are secured. Variables of the environment decide: an agent cannot pass anything else.
  */
@@ -23,5 +23,5 @@ struct TlsSettings {
  */
 TlsSettings tlsSettings();
 
-} // namespace OpenWBEM
+} // namespace owtls
 #endif

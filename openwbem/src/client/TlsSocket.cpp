@@ -9,6 +9,10 @@
 #include <utility>
 
 namespace OpenWBEM {
+
+using owtls::TlsEngine;
+using owtls::TlsSettings;
+
 namespace {
 
 using Outcome = TlsEngine::Outcome;
@@ -121,7 +125,7 @@ void requireTls() {
 
 std::unique_ptr<Stream> startTls(std::unique_ptr<Socket> plain, const Endpoint& endpoint,
                                  const Deadline& deadline) {
-    const TlsSettings settings = tlsSettings();
+    const TlsSettings settings = owtls::tlsSettings();
     if (!settings.verifiesServer)
         trace(__FILE__, __func__, __LINE__,
               "WARNING: certificate of " + endpoint.host + " is not verified, OWB_TLS_VERIFY is 0");

@@ -10,7 +10,7 @@
 #include <openssl/x509v3.h>
 #include <utility>
 
-namespace OpenWBEM {
+namespace owtls {
 namespace {
 
 const std::size_t pieceSize = 16 * 1024; // maximum size of a TLS record
@@ -137,16 +137,17 @@ private:
 };
 
 } // namespace
-} // namespace OpenWBEM
+} // namespace owtls
 
-__attribute__((visibility("default"))) OpenWBEM::TlsEngine*
-owtls_engine(const std::string& host, bool hostIsAddress, const OpenWBEM::TlsSettings& settings,
-             std::string& failure) {
-    OpenWBEM::TlsContext context = OpenWBEM::makeTlsContext(settings, failure);
+__attribute__((visibility("default"))) owtls::TlsEngine* owtls_engine(const std::string& host,
+                                                                      bool hostIsAddress,
+                                                                      const owtls::TlsSettings& settings,
+                                                                      std::string& failure) {
+    owtls::TlsContext context = owtls::makeTlsContext(settings, failure);
     if (!context)
         return nullptr;
-    auto engine = std::make_unique<OpenWBEM::OpenSslEngine>(std::move(context));
+    auto engine = std::make_unique<owtls::OpenSslEngine>(std::move(context));
     const bool isOpen = engine->open(host, hostIsAddress, settings.verifiesServer);
-    return OpenWBEM::note(isOpen, "TLS handshake with " + host + " failed", failure) ? engine.release()
-                                                                                     : nullptr;
+    return owtls::note(isOpen, "TLS handshake with " + host + " failed", failure) ? engine.release()
+                                                                                  : nullptr;
 }

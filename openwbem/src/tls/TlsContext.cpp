@@ -8,7 +8,7 @@
 #include <sys/stat.h>
 #include <utility>
 
-namespace OpenWBEM {
+namespace owtls {
 namespace {
 
 const int leastSecurityLevel = 2;
@@ -83,4 +83,4 @@ TlsContext makeTlsContext(const TlsSettings& settings, std::string& failure) {
     return loadFiles(context, settings, failure) ? std::move(made) : nullptr;
 }
 
-} // namespace OpenWBEM
+} // namespace owtls

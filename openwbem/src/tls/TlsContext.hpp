@@ -6,7 +6,7 @@
 #include <openssl/ssl.h>
 #include <string>
 
-namespace OpenWBEM {
+namespace owtls {
 
 struct TlsContextDeleter {
     void operator()(SSL_CTX* context) const { ::SSL_CTX_free(context); }
@@ -22,5 +22,5 @@ using TlsContext = std::unique_ptr<SSL_CTX, TlsContextDeleter>;
  */
 TlsContext makeTlsContext(const TlsSettings& settings, std::string& failure);
 
-} // namespace OpenWBEM
+} // namespace owtls
 #endif

@@ -7,7 +7,7 @@
 #include <openssl/err.h>
 #include <openssl/x509v3.h>
 
-namespace OpenWBEM {
+namespace owtls {
 namespace {
 
 const std::size_t nameLimit = 256; // bytes of one text of a certificate
@@ -88,4 +88,4 @@ std::string rejectionOf(X509_STORE_CTX* verification) {
     return isOfIssuer ? reason + " (issuer " + commonName(rejected) + ")" : reason;
 }
 
-} // namespace OpenWBEM
+} // namespace owtls

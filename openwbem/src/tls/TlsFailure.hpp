@@ -4,7 +4,7 @@
 #include <string>
 
 /** Reasons of failures of OpenSSL, for messages. */
-namespace OpenWBEM {
+namespace owtls {
 
 /** The oldest error that OpenSSL has recorded for this thread, and removes it; "unknown error" if there is
  * none. */
@@ -19,5 +19,5 @@ bool note(bool isDone, const std::string& what, std::string& failure);
  */
 std::string rejectionOf(X509_STORE_CTX* verification);
 
-} // namespace OpenWBEM
+} // namespace owtls
 #endif

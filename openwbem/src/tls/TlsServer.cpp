@@ -4,7 +4,7 @@
 #include <memory>
 #include <openssl/x509.h>
 
-namespace OpenWBEM {
+namespace owtls {
 namespace {
 
 const std::size_t nameLimit = 256; // bytes of one name of a certificate
@@ -57,4 +57,4 @@ TlsServer describe(const SSL* ssl, X509* certificate) {
     return server;
 }
 
-} // namespace OpenWBEM
+} // namespace owtls

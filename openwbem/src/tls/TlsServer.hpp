@@ -4,10 +4,10 @@
 
 #include <openssl/ssl.h>
 
-namespace OpenWBEM {
+namespace owtls {
 
 /** Describes the server of a connection. @param certificate null if the server has shown none */
 TlsServer describe(const SSL* ssl, X509* certificate);
 
-} // namespace OpenWBEM
+} // namespace owtls
 #endif
