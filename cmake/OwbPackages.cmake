@@ -32,11 +32,15 @@ set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 # Debian's tools cannot find the packages of 32-bit libraries on an amd64 host. So this lists the packages that ours depend
 # on, with the versions that introduced the symbols in use; a test compares them.
 set(libc "libc6 (>= 2.34)")
-set(libstdcxx "libgcc-s1 (>= 3.0), libstdc++6 (>= 11)")
+set(libgcc 3.0)
+if(OWB_DEBIAN_ARCHITECTURE STREQUAL "armhf") # unwinds the stack with functions that libgcc introduced later
+    set(libgcc 3.5)
+endif()
+set(libstdcxx "libgcc-s1 (>= ${libgcc}), libstdc++6 (>= 11)")
 set(zlib "zlib1g (>= 1:1.1.4)")
 set(tls "")
 if(OWB_HAS_TLS)
-    set(tls ", libssl3 (>= 3.0.0)")
+    set(tls ", libssl3 (>= 3.0.0) | libssl3t64") # the name on armhf from Debian 13 on; the functions in use have no time_t
 endif()
 set(passwords "")
 if(OWB_CRYPT_LINKS)

@@ -11,7 +11,7 @@ expect_highest() { # FILE PREFIX VERSION: no version of a symbol is above
     [[ $highest == "$3" ]] || fail "${1##*/} uses ${2}_$highest, above ${2}_$3"
 }
 
-declare -A package_of=([libc.so.6]=libc6 [libm.so.6]=libc6 [ld-linux.so.2]=libc6 [libgcc_s.so.1]=libgcc-s1
+declare -A package_of=([libc.so.6]=libc6 [libm.so.6]=libc6 [ld-linux.so.2]=libc6 [ld-linux-armhf.so.3]=libc6 [libgcc_s.so.1]=libgcc-s1
     [libstdc++.so.6]=libstdc++6 [libz.so.1]=zlib1g [libssl.so.3]=libssl3 [libcrypto.so.3]=libssl3 [libcrypt.so.1]=libcrypt1 [libowb.so.1]=libowb1
     [libowclient.so.1]=libowb1 [libSblimUtilities.so.0]=libowb1)
 
@@ -19,12 +19,14 @@ for name in libowb1 owb-tools owb-exporter owb-snmp; do
     depends="libowb1 $(dpkg-deb -f "$packages/$name"_*.deb Depends)"
     expect "$depends" "libc6 (>= 2.34)" "Depends of $name"
     expect "$depends" "libstdc++6 (>= 11)" "Depends of $name"
+    libgcc=$(sed -n 's/.*libgcc-s1 (>= \([0-9.]*\)).*/\1/p' <<<"$depends")
     mkdir "$directory/$name"
     dpkg-deb -x "$packages/$name"_*.deb "$directory/$name"
     count=0
     while read -r file; do
         expect_highest "$file" GLIBC 2.34
         expect_highest "$file" GLIBCXX 3.4.29 # these two came with GCC 11
+        expect_highest "$file" GCC "$libgcc"
         expect_highest "$file" CXXABI 1.3.13
         expect_highest "$file" OPENSSL 3.0.0
         for library in $(readelf -d "$file" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p'); do

@@ -44,5 +44,5 @@ for document in README.md CHANGELOG.md "$source"/docs/*.md; do
 done
 # The other files. The bundled libraries are apart from an installed original.
 files_below "$tree" | grep -vE '^(include/owb/openwbem|share/man|share/doc/owb/docs)/' >"$directory/files"
-sed "s|LIBDIR|$libdir|" "$source/tests/package/files.txt" | LC_ALL=C sort | diff - "$directory/files" ||
+sed -e "s|.* ||" -e "s|LIBDIR|$libdir|" "$source/tests/package/files.txt" | LC_ALL=C sort | diff - "$directory/files" ||
     fail "the installed files are not those of files.txt"

@@ -1,10 +1,12 @@
-# shellcheck shell=bash disable=SC2034 # url is for those that start a daemon
+# shellcheck shell=bash disable=SC2034 # url and link_flags are for some tests
 # Sourced by the tests of this directory, and by those of the build against an installed client library. When a test ends, its
 # directory $directory is removed and its daemon stopped.
 set -euo pipefail
 
 directory=$(mktemp -d)
 daemon=
+read -r -a emulator <<<"$OWB_EMULATOR" # precedes programs of the build
+link_flags=${OWB_EMULATOR:+-Wl,-rpath-link,${LD_LIBRARY_PATH:-}} # only a linker of the host reads LD_LIBRARY_PATH
 
 clean_up() {
     if [[ -n $daemon ]]; then
@@ -34,7 +36,7 @@ expect() { # TEXT PART WHAT
 start_daemon() { # PREFIX
     local socket=$directory/socket line=
     mkfifo "$directory/log"
-    "$1/sbin/owbcimomd" --socket "$socket" --state "$directory/state.json" 2>"$directory/log" &
+    "${emulator[@]}" "$1/sbin/owbcimomd" --socket "$socket" --state "$directory/state.json" 2>"$directory/log" &
     daemon=$!
     exec 3<"$directory/log"
     read -r -t 60 line <&3 || true
