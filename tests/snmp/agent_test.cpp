@@ -211,8 +211,8 @@ TEST_F(SnmpAgentTest, WalksNeverTimeOutWhileTheObjectManagerHangs) {
         const auto start = std::chrono::steady_clock::now();
         const ProgramResult walked = snmpd->run(command, v2c("owb"), {"-t", "1", "-r", "0", ".1.3.6.1.2.1"});
         EXPECT_EQ(0, walked.exitCode) << walked.err;
-        // One wait for each subject, not one for each step.
-        EXPECT_GT(std::chrono::seconds(8), std::chrono::steady_clock::now() - start) << command;
+        // One wait for each subject, not one for each step, which would be minutes.
+        EXPECT_GT(std::chrono::seconds(30), std::chrono::steady_clock::now() - start) << command;
         EXPECT_LT(before.size() / 2, objectsIn(walked.out).size()) << command;
     }
     manager->daemon().signal(SIGCONT);
