@@ -4,6 +4,7 @@
 #include "schema/InstanceBuilder.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <utmp.h>
 
@@ -13,7 +14,9 @@ using namespace OpenWBEM;
 
 namespace {
 
-static_assert(sizeof(utmp) == 384, "a record has the same size in 32-bit and 64-bit programs");
+/** Size of a record in utmp(5). The C library of a 32-bit platform writes times of 32 bits for all programs,
+ * also for those whose time_t has 64 bits. */
+constexpr std::size_t utmpRecordSize = sizeof(void*) == 4 ? 384 : sizeof(utmp);
 
 /** The line "btime" of /proc/stat, proc(5): seconds since the epoch. */
 std::optional<CIMDateTime> bootTime(const Host& host) {
@@ -42,10 +45,10 @@ std::optional<UInt32> numberOfUsers(const Host& host) {
     if (!file)
         return std::nullopt;
     UInt32 sessions = 0;
-    for (std::size_t at = 0; at + sizeof(utmp) <= file->size(); at += sizeof(utmp)) {
-        utmp record;
-        std::memcpy(&record, file->data() + at, sizeof record);
-        if (record.ut_type == USER_PROCESS)
+    for (std::size_t at = 0; at + utmpRecordSize <= file->size(); at += utmpRecordSize) {
+        decltype(utmp::ut_type) type{};
+        std::memcpy(&type, file->data() + at + offsetof(utmp, ut_type), sizeof type);
+        if (type == USER_PROCESS)
             ++sessions;
     }
     return sessions;

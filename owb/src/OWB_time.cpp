@@ -65,7 +65,8 @@ extern "C" long OWB_calcTimeEpoch(char* text) {
         return 0;
     }
     try {
-        return DateTime(String(text)).get();
+        /* A time_t may have 64 bits. DateTime accepts no date beyond 32. */
+        return static_cast<long>(DateTime(String(text)).get());
     } catch (const Exception& e) {
         OWB_TRACE_EXCEPTION("OWB_calcTimeEpoch", 98, "ERROR", e);
         return 0;
