@@ -3,6 +3,7 @@
 
 #include "support/Program.hpp"
 
+#include <ctime>
 #include <sys/stat.h>
 
 namespace {
@@ -126,6 +127,8 @@ TEST(Login, ReportsAMissingCookieFile) {
 }
 
 TEST(Login, ReportsACookieFileWithATimeOutOfRange) {
+    if (sizeof(std::time_t) > 4)
+        GTEST_SKIP() << "a time_t of 64 bits holds the time";
     const support::TempDir directory;
     const std::string path = writeCookie(directory, "1");
     ASSERT_EQ(0, support::runProgram({"/usr/bin/touch", "-d", "2040-01-01", path}).exitCode);
