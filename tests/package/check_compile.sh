@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # What packages contain does not depend on the directory and the time of the build, or on ccache:
-# check_compile.sh CMAKE SOURCE_DIR TOOLCHAIN BUILD
+# check_compile.sh CMAKE SOURCE_DIR TOOLCHAIN_OPTION BUILD
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 cmake=$1 source=$2 toolchain=$3 build=$4
@@ -12,7 +12,7 @@ compile() { # DIRECTORY: copies the sources and compiles the objects
     mkdir -p "$1"
     tar -c -C "$source" --exclude=./build --exclude=./.git . | tar -x -C "$1"
     local output
-    output=$(SOURCE_DATE_EPOCH=1000000000 "$cmake" -S "$1" -B "$1/build/packages" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" \
+    output=$(SOURCE_DATE_EPOCH=1000000000 "$cmake" -S "$1" -B "$1/build/packages" -G Ninja "$toolchain" \
         -DCMAKE_BUILD_TYPE=Release -DCMAKE_C_FLAGS_RELEASE="-O0 -g" -DCMAKE_CXX_FLAGS_RELEASE="-O0 -g" -DOWB_COMMIT_DATE=ON -DOWB_TESTS=OFF -DOWB_BENCH=OFF \
         2>&1 && ninja -C "$1/build/packages" "${objects[@]}" 2>&1) || fail "$output"
 }

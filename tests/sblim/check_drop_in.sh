@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # An agent builds with an installed utilities library, which has no header. If none works, CMake reports the reason:
-# check_drop_in.sh CMAKE SOURCE_DIR TOOLCHAIN LIBRARY
+# check_drop_in.sh CMAKE SOURCE_DIR TOOLCHAIN_OPTION LIBRARY
 set -euo pipefail
 
 cmake=$1 source=$2 toolchain=$3 library=$4
@@ -25,7 +25,7 @@ target_link_libraries(command_agent PRIVATE Sblim::utilities)
 END
 
 configure() { # PREFIX MODE
-    "$cmake" -S "$directory/agent" -B "$1/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DOWB_SBLIM="$2" \
+    "$cmake" -S "$directory/agent" -B "$1/build" -G Ninja "$toolchain" -DOWB_SBLIM="$2" \
         -DSblimUtilities_ROOT="$1" -DOWB_TESTS=OFF -DOWB_BENCH=OFF 2>&1
 }
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds an imitation of the original and runs all checks with it: check_all.sh CMAKE CTEST SOURCE_DIR TOOLCHAIN OWBCIMOMD
+# Builds an imitation of the original and runs all checks with it: check_all.sh CMAKE CTEST SOURCE_DIR TOOLCHAIN_OPTION OWBCIMOMD
 # END_TO_END_TEST
 source "$(dirname "${BASH_SOURCE[0]}")/../../package/common.sh"
 

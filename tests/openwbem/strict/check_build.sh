@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The bridge, owbctl, the examples and the tests of the bridge build with the imitation of the original, and run:
-# check_build.sh CMAKE CTEST SOURCE_DIR TOOLCHAIN PREFIX OWBCIMOMD END_TO_END_TEST
+# check_build.sh CMAKE CTEST SOURCE_DIR TOOLCHAIN_OPTION PREFIX OWBCIMOMD END_TO_END_TEST
 #
 # The object manager always contains the bundled client library, so the existing program is used. The end-to-end tests call only
 # the C interface of the bridge, so their existing program is used, too; it loads the bridge built here.
@@ -17,7 +17,7 @@ quietly() { # COMMAND...
 
 configure() { # MODE
     # Some distributions link with --as-needed by default.
-    quietly "$cmake" -S "$source" -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DOWB_OPENWBEM="$1" \
+    quietly "$cmake" -S "$source" -B "$build" -G Ninja "$toolchain" -DOWB_OPENWBEM="$1" \
         -DOpenWBEM_ROOT="$prefix" -DOWB_SBLIM=BUNDLED -DOWB_BENCH=OFF -DOWB_WERROR=ON \
         -DCMAKE_SHARED_LINKER_FLAGS=-Wl,--as-needed -DCMAKE_EXE_LINKER_FLAGS=-Wl,--as-needed
     expect "$(<"$directory/output")" "Client library: $prefix/lib/libowclient.so" "what $1 says"

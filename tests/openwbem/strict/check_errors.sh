@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# CMake reports why an installed client library does not work: check_errors.sh CMAKE SOURCE_DIR TOOLCHAIN PREFIX
+# CMake reports why an installed client library does not work: check_errors.sh CMAKE SOURCE_DIR TOOLCHAIN_OPTION PREFIX
 source "$(dirname "${BASH_SOURCE[0]}")/../../package/common.sh"
 
 cmake=$1 source=$2 toolchain=$3 prefix=$4
 
 configure() { # MODE PREFIX: always in the same directory, since errors are not cached
-    "$cmake" -S "$source" -B "$directory/build" -G Ninja -DCMAKE_TOOLCHAIN_FILE="$toolchain" -DOWB_OPENWBEM="$1" \
+    "$cmake" -S "$source" -B "$directory/build" -G Ninja "$toolchain" -DOWB_OPENWBEM="$1" \
         -DOpenWBEM_ROOT="$2" -DOWB_TESTS=OFF -DOWB_BENCH=OFF 2>&1 | tr -s '[:space:]' ' ' # CMake wraps messages
 }
 
