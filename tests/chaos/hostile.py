@@ -75,11 +75,15 @@ class Client:
             await self.send(piece)
         await self.read_all()
 
-    async def mutated(self):
-        data = bytearray(self.request() if self.dice.random() < 0.8 else messages.chunked(self.request(), 20))
+    def with_errors(self, message):
+        data = bytearray(message)
         for _ in range(self.dice.randint(1, 3)):
             data[self.dice.randrange(len(data))] ^= 1 << self.dice.randrange(8)
-        await self.send_pieces(bytes(data))
+        return bytes(data)
+
+    async def mutated(self):
+        message = self.request() if self.dice.random() < 0.8 else messages.chunked(self.request(), 20)
+        await self.send_pieces(self.with_errors(message))
         self.end()
         await self.read_all()
 
@@ -145,10 +149,7 @@ class Client:
         await self.pause(0.2)
 
     async def mutated_hello(self):
-        data = bytearray(self.hello())
-        for _ in range(self.dice.randint(1, 3)):
-            data[self.dice.randrange(len(data))] ^= 1 << self.dice.randrange(8)
-        await self.send_pieces(bytes(data))
+        await self.send_pieces(self.with_errors(self.hello()))
         await self.read_all()
 
     async def cut_hello(self):

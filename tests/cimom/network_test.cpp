@@ -2,7 +2,6 @@
 #include "StartedDaemon.hpp"
 
 #include <csignal>
-#include <sys/stat.h>
 
 using namespace OpenWBEM;
 
@@ -17,9 +16,7 @@ const std::string agent = "Authorization: Basic YWdlbnQ6c2VjcmV0\r\n"; // agent:
 class Network : public StartedDaemon {
 protected:
     std::string usersFile(const std::string& users = hashes) const {
-        const std::string path = directory().write("users", users);
-        ::chmod(path.c_str(), 0600);
-        return path;
+        return directory().writeSecret("users", users);
     }
     void startWithUsers() { start({"--listen", "0", "--users", usersFile(), "--instances", systems(1)}); }
 
@@ -225,8 +222,7 @@ TEST_F(Network, TooManyFailedLoginsBlockTheirAddress) {
 }
 
 TEST_F(Network, AnInvalidUsersFilePreventsTheStart) {
-    const std::string users = directory().write("users", "agent\n");
-    ::chmod(users.c_str(), 0600);
+    const std::string users = usersFile("agent\n");
     support::Daemon daemon(
         {OWBCIMOMD, "--socket", socketPath(), "--state", directory().file("state"), "--users", users});
     EXPECT_EQ(0u, daemon.nextErrorLine().find("owbcimomd: " + users + ":1: "));

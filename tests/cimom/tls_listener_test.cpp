@@ -5,23 +5,17 @@
 #include <filesystem>
 
 using support::certificate;
+using support::contains;
 using support::ProgramResult;
 using support::runProgram;
 
 namespace {
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
 class TlsListener : public TlsDaemon {
 protected:
     std::string usersFile() const {
-        const std::string path =
-            directory().write("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5Rj/"
-                                       "j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n"); // "secret"
-        ::chmod(path.c_str(), 0600);
-        return path;
+        return directory().writeSecret("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5Rj/"
+                                                "j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n"); // "secret"
     }
 
     /** Lists the classes by wbemcli. Returns the output and the error output. */

@@ -1,8 +1,7 @@
 // An independent client on the network.
 #include "StartedDaemon.hpp"
 
-#include <sys/stat.h>
-
+using support::contains;
 using support::ProgramResult;
 using support::runProgram;
 
@@ -12,9 +11,8 @@ class Wbemcli : public StartedDaemon {
 protected:
     Wbemcli() {
         const std::string users =
-            directory().write("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5Rj/"
-                                       "j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n"); // "secret"
-        ::chmod(users.c_str(), 0600);
+            directory().writeSecret("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5Rj/"
+                                             "j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n"); // "secret"
         directory().write("site/chassis.json",
                           R"({"QAV_K70Chassis": [{"Tag": "shelf 2", "CreationClassName": "QAV_K70Chassis",
                            "Model": "K70", "Version": "<&>", "CanBeFRUed": true, "PhysicalType": 23}],
@@ -41,10 +39,6 @@ protected:
 
 const std::string shelf = R"(QAV_K70Chassis.Tag="shelf 2",CreationClassName="QAV_K70Chassis")";
 const std::string process = R"(QAV_UnixProcess.CreationClassName="QAV_UnixProcess",Handle="none")";
-
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
 
 } // namespace
 

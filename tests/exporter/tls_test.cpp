@@ -10,14 +10,11 @@
 #include <sys/stat.h>
 
 using support::certificate;
+using support::contains;
 using support::ProgramResult;
 using support::runProgram;
 
 namespace {
-
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
 
 class ExporterTls : public RunningExporter {
 protected:
@@ -32,9 +29,7 @@ protected:
     }
     /** A copy of a file of the test's certificates, which only its owner may read. */
     std::string copy(const std::string& name) const {
-        const std::string path = directory().write(name, support::readFile(certificate(name)));
-        ::chmod(path.c_str(), 0600);
-        return path;
+        return directory().writeSecret(name, support::readFile(certificate(name)));
     }
     void replace(const std::string& name, const std::string& other) const {
         std::filesystem::copy_file(certificate(other), directory().file(name),

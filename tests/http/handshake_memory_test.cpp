@@ -15,7 +15,6 @@
 #include <openssl/crypto.h>
 #include <string>
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <vector>
 
 using namespace http;
@@ -30,8 +29,7 @@ class HandshakeMemory : public testing::Test {
 protected:
     HandshakeMemory() {
         const std::string key =
-            m_directory.write("key", support::readFile(support::certificate("localhost.key")));
-        ::chmod(key.c_str(), 0600);
+            m_directory.writeSecret("key", support::readFile(support::certificate("localhost.key")));
         m_server.setTls(readTlsFiles({support::certificate("localhost.crt"), key}));
         const NetworkAddress at = m_server.listenWithTlsOn(*networkAddress("127.0.0.1:0"));
         m_port = ntohs(reinterpret_cast<const sockaddr_in&>(at.address).sin_port);

@@ -14,7 +14,6 @@
 #include <exception>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -93,9 +92,7 @@ protected:
 
 private:
     std::string key() const {
-        const std::string copy = m_directory.write("key", support::readFile(certificate("localhost.key")));
-        ::chmod(copy.c_str(), 0600);
-        return copy;
+        return m_directory.writeSecret("key", support::readFile(certificate("localhost.key")));
     }
 
     support::TempDir m_directory;

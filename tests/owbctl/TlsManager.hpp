@@ -11,7 +11,6 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
-#include <sys/stat.h>
 #include <vector>
 
 namespace owbctl_test {
@@ -38,20 +37,21 @@ protected:
     /** Starts an object manager with a certificate, and waits until it is ready. The password of its user
      * "agent" is "secret". */
     void start(const std::string& name = "localhost", const Options& further = {}) {
-        Options command{OWBCIMOMD,
-                        "--socket",
-                        m_directory.file("socket"),
-                        "--state",
-                        m_directory.file("state"),
-                        "--users",
-                        secret("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5"
-                                        "Rj/j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n"),
-                        "--tls-listen",
-                        "127.0.0.1:0",
-                        "--tls-cert",
-                        support::certificate(name + ".crt"),
-                        "--tls-key",
-                        secret("key", support::readFile(support::certificate(name + ".key")))};
+        Options command{
+            OWBCIMOMD,
+            "--socket",
+            m_directory.file("socket"),
+            "--state",
+            m_directory.file("state"),
+            "--users",
+            m_directory.writeSecret("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5"
+                                             "Rj/j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n"),
+            "--tls-listen",
+            "127.0.0.1:0",
+            "--tls-cert",
+            support::certificate(name + ".crt"),
+            "--tls-key",
+            m_directory.writeSecret("key", support::readFile(support::certificate(name + ".key")))};
         command.insert(command.end(), further.begin(), further.end());
         m_daemon = std::make_unique<support::Daemon>(command);
         const std::string ready = m_daemon->nextErrorLine();
@@ -80,12 +80,6 @@ private:
             ::unsetenv(variable);
     }
     /** A file that only its owner may read. */
-    std::string secret(const std::string& name, const std::string& content) const {
-        std::string path = m_directory.write(name, content);
-        ::chmod(path.c_str(), 0600);
-        return path;
-    }
-
     const support::TempDir m_directory;
     std::unique_ptr<support::Daemon> m_daemon;
     std::string m_port;

@@ -187,9 +187,8 @@ TEST(Doctor, ALoginThatCannotBeTriedIsAWarning) {
 json loginWith(const std::string& scheme, const std::string& password) {
     const support::TempDir directory;
     const std::string users =
-        directory.write("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5"
-                                 "Rj/j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n");
-    ::chmod(users.c_str(), 0600);
+        directory.writeSecret("users", "agent:$6$salt$egUxKNxDs8kPfh8iPMNcosMhb2eWah6d3R44JDm5"
+                                       "Rj/j/XWR5E33QPd0YmHXoDHOIDR6kL5D3JcQcz0O8FHE00\n");
     support::Daemon manager({OWBCIMOMD, "--socket", directory.file("socket"), "--no-state", "--listen",
                              "127.0.0.1:0", "--users", users});
     const std::string ready = manager.nextErrorLine();

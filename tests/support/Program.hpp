@@ -42,5 +42,10 @@ private:
     std::string m_unread;
 };
 
+/** Whether a text, such as the output of a program, contains another one. */
+inline bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
 } // namespace support
 #endif

@@ -33,6 +33,13 @@ std::string TempDir::write(const std::string& name, const std::string& content) 
     return path.string();
 }
 
+std::string TempDir::writeSecret(const std::string& name, const std::string& content) const {
+    const std::string path = write(name, content);
+    using std::filesystem::perms;
+    std::filesystem::permissions(path, perms::owner_read | perms::owner_write);
+    return path;
+}
+
 std::string readFile(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     if (!in)

@@ -17,6 +17,8 @@ public:
     std::string file(const std::string& name) const { return m_path + "/" + name; }
     /** Writes a file below the directory and creates missing directories. Returns the path of the file. */
     std::string write(const std::string& name, const std::string& content) const;
+    /** The same, for a file that only its owner may read and write. */
+    std::string writeSecret(const std::string& name, const std::string& content) const;
 
 private:
     std::string m_path;
